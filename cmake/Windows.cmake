@@ -1,0 +1,1 @@
+# The Windows in-process server.

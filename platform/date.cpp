@@ -1,0 +1,264 @@
+#include "platform/date.h"
+
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/text.h"
+
+namespace qva {
+namespace {
+
+constexpr int kDaysToUnixEpoch = 25569;  // 30 December 1899 to 1 January 1970
+
+/// Days since 1 January 1970 of a proleptic Gregorian date (month 1 to 12, any day).
+long long DaysFromCivil(long long year, int month, long long day) {
+  year -= month <= 2;
+  const long long era = (year >= 0 ? year : year - 399) / 400;
+  const long long year_of_era = year - era * 400;
+  const long long day_of_year = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5;
+  const long long day_of_era = year_of_era * 365 + year_of_era / 4 - year_of_era / 100 + day_of_year;
+  return era * 146097 + day_of_era - 719468 + day - 1;
+}
+
+void CivilFromDays(long long days, DateParts& parts) {
+  days += 719468;
+  const long long era = (days >= 0 ? days : days - 146096) / 146097;
+  const long long day_of_era = days - era * 146097;
+  const long long year_of_era =
+      (day_of_era - day_of_era / 1460 + day_of_era / 36524 - day_of_era / 146096) / 365;
+  const long long day_of_year = day_of_era - (365 * year_of_era + year_of_era / 4 - year_of_era / 100);
+  const long long shifted_month = (5 * day_of_year + 2) / 153;
+  parts.day = static_cast<int>(day_of_year - (153 * shifted_month + 2) / 5 + 1);
+  parts.month = static_cast<int>(shifted_month < 10 ? shifted_month + 3 : shifted_month - 9);
+  parts.year = static_cast<int>(year_of_era + era * 400 + (parts.month <= 2));
+}
+
+int FullYear(int year) {
+  if (year >= 0 && year <= 29) return year + 2000;
+  if (year >= 30 && year <= 99) return year + 1900;
+  return year;
+}
+
+bool IsPatternLetter(char16_t c) {
+  return std::u16string_view(u"dMy").find(c) != std::u16string_view::npos;
+}
+
+std::u16string Padded(int number, std::size_t width) {
+  std::u16string digits = NumberText(number);
+  return digits.size() < width ? std::u16string(width - digits.size(), u'0') + digits : digits;
+}
+
+bool IsDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
+
+/// Reads a run of digits at `i`; its length, 0 when there is none or it is longer than a year.
+std::size_t ReadDigits(std::u16string_view text, std::size_t& i, int& number) {
+  const std::size_t start = i;
+  number = 0;
+  while (i < text.size() && IsDigit(text[i]) && i - start < 5) number = number * 10 + (text[i++] - u'0');
+  return i - start > 4 ? 0 : i - start;
+}
+
+/// "14:05", "14:05:09", "2:05 PM": the fraction of a day.
+std::optional<double> ParseTime(std::u16string_view text) {
+  int parts[3] = {0, 0, 0};
+  int count = 0;
+  std::size_t i = 0;
+  while (count < 3) {
+    const std::size_t length = ReadDigits(text, i, parts[count]);
+    if (length == 0 || length > 2) return std::nullopt;
+    ++count;
+    if (i >= text.size() || text[i] != u':') break;
+    ++i;
+  }
+  const std::u16string rest = ToLower(Trim(text.substr(i)));
+  if (rest == u"am" || rest == u"pm") {
+    if (parts[0] < 1 || parts[0] > 12) return std::nullopt;
+    parts[0] = parts[0] % 12 + (rest == u"pm" ? 12 : 0);
+  } else if (!rest.empty() || count < 2) {
+    return std::nullopt;
+  }
+  if (parts[0] > 23 || parts[1] > 59 || parts[2] > 59) return std::nullopt;
+  return (parts[0] * 3600 + parts[1] * 60 + parts[2]) / 86400.0;
+}
+
+/// The order of day, month and year in a short date pattern, as letters.
+std::u16string OrderOf(std::u16string_view pattern) {
+  std::u16string order;
+  for (const char16_t c : pattern) {
+    if (IsPatternLetter(c) && order.find(c) == order.npos) order += c;
+  }
+  return order.size() == 3 ? order : u"yMd";
+}
+
+std::optional<double> ParseDay(std::u16string_view text, const Locale& locale) {
+  const std::u16string pattern = locale.ShortDatePattern();
+  int numbers[3];
+  std::size_t lengths[3];
+  std::size_t i = 0;
+  for (int n = 0; n < 3; ++n) {
+    lengths[n] = ReadDigits(text, i, numbers[n]);
+    if (lengths[n] == 0) return std::nullopt;
+    const std::size_t separator_start = i;
+    while (i < text.size() && std::u16string_view(u".-/ ").find(text[i]) != std::u16string_view::npos) ++i;
+    if (n < 2 && i == separator_start) {
+      const DateSeparators separators = SeparatorsOf(pattern);
+      const std::u16string& regional = n == 0 ? separators.first : separators.second;
+      if (regional.empty() || !text.substr(i).starts_with(regional)) return std::nullopt;
+      i += regional.size();
+    }
+  }
+  if (i != text.size()) return std::nullopt;
+
+  const std::u16string order = lengths[0] == 4 ? u"yMd" : OrderOf(pattern);
+  int year = 0, month = 0, day = 0;
+  for (std::size_t n = 0; n < 3; ++n) (order[n] == u'y' ? year : order[n] == u'M' ? month : day) = numbers[n];
+  if (month < 1 || month > 12 || day < 1) return std::nullopt;
+  const int full_year = FullYear(year);
+  if (full_year < 100) return std::nullopt;
+  const Date date = DateFromParts(full_year, month, day);
+  if (PartsOf(date).day != day) return std::nullopt;
+  return date.serial;
+}
+
+}  // namespace
+
+Date DateFromParts(int year, int month, int day) {
+  const long long months = static_cast<long long>(FullYear(year)) * 12 + month - 1;
+  const long long whole_year = months >= 0 ? months / 12 : (months - 11) / 12;
+  const int whole_month = static_cast<int>(months - whole_year * 12) + 1;
+  const long long days = DaysFromCivil(whole_year, whole_month, day) + kDaysToUnixEpoch;
+  // 1 January 100 to 31 December 9999
+  if (days < -657434 || days > 2958465) throw AutomationError(kInvalidProcedureCall);
+  return {static_cast<double>(days)};
+}
+
+DateParts PartsOf(Date date) {
+  DateParts parts;
+  // Before day 0 the fraction counts forward from midnight of the truncated day.
+  double day = date.serial < 0 ? std::ceil(date.serial) : std::floor(date.serial);
+  long long seconds = std::llround(std::abs(date.serial - day) * 86400);
+  if (seconds == 86400) {
+    seconds = 0;
+    day += 1;
+  }
+  CivilFromDays(static_cast<long long>(day) - kDaysToUnixEpoch, parts);
+  parts.hour = static_cast<int>(seconds / 3600);
+  parts.minute = static_cast<int>(seconds / 60 % 60);
+  parts.second = static_cast<int>(seconds % 60);
+  return parts;
+}
+
+DateSeparators SeparatorsOf(std::u16string_view pattern) {
+  std::array<std::u16string, 2> separators;
+  std::size_t part = 0;  // number of date parts seen
+  char16_t last = 0;
+  bool quoted = false;
+  for (const char16_t c : pattern) {
+    if (c == u'\'') {
+      quoted = !quoted;
+    } else if (!quoted && IsPatternLetter(c)) {
+      if (c != last) ++part;
+      last = c;
+    } else if (part == 1 || part == 2) {
+      separators[part - 1] += c;
+      last = 0;
+    }
+  }
+  if (part < 3) separators[1].clear();
+  return {separators[0], separators[1]};
+}
+
+std::u16string FormatDate(Date date, std::u16string_view pattern, const Locale& locale) {
+  const DateParts parts = PartsOf(date);
+  const DateSeparators separators = SeparatorsOf(locale.ShortDatePattern());
+  std::u16string out;
+  int slashes = 0;
+  for (std::size_t i = 0; i < pattern.size();) {
+    const char16_t c = pattern[i];
+    std::size_t run = 1;
+    while (i + run < pattern.size() && pattern[i + run] == c) ++run;
+    if (c == u'y') {
+      out += run > 2 ? Padded(parts.year, 4) : Padded(parts.year % 100, 2);
+    } else if (c == u'm' || c == u'd') {
+      out += Padded(c == u'm' ? parts.month : parts.day, run > 1 ? 2 : 1);
+    } else if (c == u'/') {
+      for (std::size_t n = 0; n < run; ++n) out += slashes++ == 0 ? separators.first : separators.second;
+    } else {
+      out.append(run, c);
+    }
+    i += run;
+  }
+  return out;
+}
+
+std::u16string FormatByWindowsPattern(Date date, std::u16string_view pattern) {
+  const DateParts parts = PartsOf(date);
+  std::u16string out;
+  bool quoted = false;
+  for (std::size_t i = 0; i < pattern.size();) {
+    const char16_t c = pattern[i];
+    std::size_t run = 1;
+    while (i + run < pattern.size() && pattern[i + run] == c) ++run;
+    if (c == u'\'') {
+      quoted = run % 2 == 1 ? !quoted : quoted;
+      out.append(run / 2, u'\'');
+    } else if (quoted) {
+      out.append(run, c);
+    } else {
+      const std::size_t width = run > 1 ? 2 : 1;
+      switch (c) {
+        case u'y':
+          out += run > 2 ? Padded(parts.year, 4) : Padded(parts.year % 100, 2);
+          break;
+        case u'M':
+          out += Padded(parts.month, width);
+          break;
+        case u'd':
+          out += Padded(parts.day, width);
+          break;
+        case u'H':
+          out += Padded(parts.hour, width);
+          break;
+        case u'h':
+          out += Padded((parts.hour + 11) % 12 + 1, width);
+          break;
+        case u'm':
+          out += Padded(parts.minute, width);
+          break;
+        case u's':
+          out += Padded(parts.second, width);
+          break;
+        case u't':
+          out += std::u16string_view(parts.hour < 12 ? u"AM" : u"PM").substr(0, width);
+          break;
+        default:
+          out.append(run, c);
+      }
+    }
+    i += run;
+  }
+  return out;
+}
+
+std::optional<Date> ParseDate(std::u16string_view text, const Locale& locale) {
+  text = Trim(text);
+  if (text.empty()) return std::nullopt;
+  if (const auto time = ParseTime(text)) return Date{*time};
+  if (const auto day = ParseDay(text, locale)) return Date{*day};
+  // A date and a time, parted by the blank before the time's first colon.
+  const std::size_t colon = text.find(u':');
+  if (colon == text.npos || colon == 0) return std::nullopt;
+  const std::size_t blank = text.rfind(u' ', colon);
+  if (blank == text.npos) return std::nullopt;
+  const auto day = ParseDay(Trim(text.substr(0, blank)), locale);
+  const auto time = ParseTime(text.substr(blank + 1));
+  if (!day || !time) return std::nullopt;
+  return Date{*day < 0 ? *day - *time : *day + *time};
+}
+
+}  // namespace qva

@@ -1,0 +1,81 @@
+// The one exception of the house, automation's own error numbers, and the helper for ignored errors.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace qva {
+
+/// The numbers that a macro meets in Err.Number. Those below 1000 are the platform's trappable errors.
+enum ErrorNumber : std::int32_t {
+  kInvalidProcedureCall = 5,
+  kOverflow = 6,
+  kOutOfMemory = 7,
+  kSubscriptOutOfRange = 9,
+  kTypeMismatch = 13,
+  kInternalError = 51,
+  kFileNotFound = 53,
+  kPathNotFound = 76,
+  kObjectNotSet = 91,
+  kInvalidUseOfNull = 94,
+  kCannotCreateObject = 429,
+  kAutomationFailed = 440,
+  kUnsupportedAction = 445,
+  kUnsupportedMember = 438,
+  kNamedArgumentNotFound = 448,
+  kArgumentNotOptional = 449,
+  kWrongArgumentCount = 450,
+  kApplicationDefined = 1004,  ///< Excel's own number for whatever it refuses
+  kObjectErrorBase =
+      -2147221504,  ///< hexadecimal 80040000 (vbObjectError), the base of automation object errors
+};
+
+/// The platform's own text for a trappable error, empty for any other number.
+std::u16string StandardDescription(std::int32_t number);
+
+/// A failure on its way to the macro: what Err.Number, Err.Source and Err.Description will be.
+class AutomationError : public std::exception {
+ public:
+  AutomationError(std::int32_t number, std::u16string source, std::u16string description)
+      : number_(number), source_(std::move(source)), description_(std::move(description)) {}
+  /// A trappable error with the platform's own description and the library as its source.
+  explicit AutomationError(ErrorNumber number);
+
+  std::int32_t number() const { return number_; }
+  const std::u16string& source() const { return source_; }
+  const std::u16string& description() const { return description_; }
+
+  /// Position (from 0) of the argument that could not be converted, −1 when the error is not about one.
+  int argument() const { return argument_; }
+  AutomationError& AtArgument(int index) {
+    argument_ = index;
+    return *this;
+  }
+
+  /// Number and description in UTF-8, for test output and logs.
+  const char* what() const noexcept override;
+
+ private:
+  std::int32_t number_;
+  std::u16string source_;
+  std::u16string description_;
+  int argument_ = -1;
+  mutable std::string what_;
+};
+
+/// Tries one step and forgets an automation error that it raises: one statement under "resume with the next
+/// statement". Wrap each statement that is covered, so that the reader sees which ones are.
+/// Returns true when the step went through. Anything but an automation error passes on.
+template <class Step>
+bool IgnoreErrors(Step&& step) {
+  try {
+    std::forward<Step>(step)();
+    return true;
+  } catch (const AutomationError&) {
+    return false;
+  }
+}
+
+}  // namespace qva

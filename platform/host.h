@@ -1,0 +1,173 @@
+// The host system's closed components as the library sees them. Everything that depends on what an
+// installation's host really calls its classes and members stands in this one file; docs/host-interface.md
+// is its table. Each operation raises the component's own AutomationError when it fails.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/automation.h"
+#include "platform/object_factory.h"
+
+namespace qva::host {
+
+/// Programmatic identifiers of the host's creatable classes.
+inline constexpr std::u16string_view kCommonObjects = u"NVXCommonObjects.CommonObjects";
+inline constexpr std::u16string_view kPlant = u"NVXCommonObjects.Plant";
+inline constexpr std::u16string_view kClientTools = u"NVXClientTools.ClientTools";
+inline constexpr std::u16string_view kSettingsCollection = u"NVXCommonObjects.SettingsCollection";
+inline constexpr std::u16string_view kCompanyAttributes = u"NVXCommonObjects.CompanyAttributes";
+inline constexpr std::u16string_view kDataAccess = u"NVXCommonObjects.DataAccess";
+inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
+inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
+
+/// The host's settings store: application and sections.
+inline constexpr std::u16string_view kSettingsApplication = u"Quillon Enterprise";
+inline constexpr std::u16string_view kFormsSection = u"Forms\\MDI";
+inline constexpr std::u16string_view kGeneralSection = u"General";
+
+/// One company's books, as CreateBook returns them.
+class Book : public Facade {
+ public:
+  using Facade::Facade;
+  /// The code that names the book.
+  std::u16string BookCode() const { return Get(u"BookCode").ToText(); }
+};
+
+/// The host's common object.
+class CommonObjects : public Facade {
+ public:
+  using Facade::Facade;
+  static CommonObjects Create(ObjectFactory& factory) {
+    return CommonObjects(factory.Create(kCommonObjects));
+  }
+  /// Opens the book that `code` names. Raises when there is none or its database cannot be read.
+  Book CreateBook(std::u16string_view code) const { return Book(Call(u"CreateBook", {code}).ToObject()); }
+};
+
+/// The host's plant object.
+class Plant : public Facade {
+ public:
+  using Facade::Facade;
+  static Plant Create(ObjectFactory& factory) { return Plant(factory.Create(kPlant)); }
+  void Init(const Book& book) const { Call(u"Init", {book.object()}); }
+};
+
+/// The host's client tools. The session is their first property.
+class ClientTools : public Facade {
+ public:
+  using Facade::Facade;
+  static ClientTools Create(ObjectFactory& factory) { return ClientTools(factory.Create(kClientTools)); }
+  /// Makes the book the one that the host's client tools work on.
+  void SetBook(const Book& book) const { qva::Call(GetObject(u"Session"), u"SetBook", {book.object()}); }
+};
+
+/// An address of a company.
+class Address : public Facade {
+ public:
+  using Facade::Facade;
+  /// Street, postcode and town in one line.
+  std::u16string FullText() const { return Get(u"FullText").ToText(); }
+  /// The contact of a kind: "TEL" telephone, "FA" fax. Empty when there is none.
+  std::u16string Contact(std::u16string_view kind) const { return Get(u"Contact", {kind}).ToText(); }
+};
+
+/// A company's attributes.
+class CompanyAttributes : public Facade {
+ public:
+  using Facade::Facade;
+  static CompanyAttributes Create(ObjectFactory& factory) {
+    return CompanyAttributes(factory.Create(kCompanyAttributes));
+  }
+  void Init(const Book& book) const { Call(u"Init", {book.object()}); }
+  /// Registration code.
+  std::u16string Code() const { return Get(u"Code").ToText(); }
+  std::u16string VATCode() const { return Get(u"VATCode").ToText(); }
+  std::u16string Name() const { return Get(u"Name").ToText(); }
+  /// The address record of a kind; the empty kind is the company's own address.
+  qva::host::Address Address(std::u16string_view kind) const {
+    return qva::host::Address(GetObject(u"Address", {kind}));
+  }
+  /// The name of the person of a role: "DIR" head of the company, "FDIR" chief accountant. Empty when none.
+  std::u16string ResponsiblePerson(std::u16string_view role) const {
+    return Get(u"ResponsiblePerson", {role}).ToText();
+  }
+};
+
+/// Message texts by number.
+class MessageResource : public Facade {
+ public:
+  using Facade::Facade;
+  static MessageResource Create(ObjectFactory& factory) {
+    return MessageResource(factory.Create(kMessageResource));
+  }
+  /// Takes the texts from the named resource library. Raises when there is no such library.
+  void Init(std::u16string_view library) const { Call(u"Init", {library}); }
+  /// The text of a number; raises 9 (Subscript out of range) for a number without text.
+  std::u16string Text(std::int32_t number) const { return Get(u"Text", {number}).ToText(); }
+};
+
+/// The common message object.
+class Message : public Facade {
+ public:
+  using Facade::Facade;
+  static Message Create(ObjectFactory& factory) { return Message(factory.Create(kMessage)); }
+  /// Shows a text with one button for each caption, in order. Result: the number of the pressed button, the
+  /// first being 1.
+  std::int32_t Show(std::u16string_view text, std::u16string_view title,
+                    const std::vector<Value>& captions) const {
+    return Call(u"Show", {text, title, Array::Of(captions)}).ToInt32();
+  }
+};
+
+/// A lookup of the host's data access.
+class Lookup : public Facade {
+ public:
+  using Facade::Facade;
+  /// Runs the lookup; true when it found something.
+  bool Run(const std::vector<Value>& parameters) const {
+    return Call(u"Run", {Array::Of(parameters)}).ToBoolean();
+  }
+  /// What the last Run found.
+  std::u16string Result() const { return Get(u"Value").ToText(); }
+};
+
+/// The host's data access.
+class DataAccess : public Facade {
+ public:
+  using Facade::Facade;
+  static DataAccess Create(ObjectFactory& factory) { return DataAccess(factory.Create(kDataAccess)); }
+  /// The lookup of a name on a book; no book means the host's common data.
+  qva::host::Lookup Lookup(std::u16string_view name, const Book& book) const {
+    return qva::host::Lookup(GetObject(u"Lookup", {name, book.object()}));
+  }
+};
+
+/// One named item of a settings collection.
+class SettingsItem : public Facade {
+ public:
+  using Facade::Facade;
+  qva::Value Value() const { return Get(u"Value"); }
+  void SetValue(qva::Value value) const { Put(u"Value", std::move(value)); }
+  void SetObject(ObjectPtr object) const { PutRef(u"Value", std::move(object)); }
+};
+
+/// The host's keyed settings collection.
+class SettingsCollection : public Facade {
+ public:
+  using Facade::Facade;
+  static SettingsCollection Create(ObjectFactory& factory) {
+    return SettingsCollection(factory.Create(kSettingsCollection));
+  }
+  /// Adds an item of the host's own type code. Raises 457 when the name (in any letter case) is taken.
+  void Add(std::u16string_view name, std::int32_t type_code) const { Call(u"Add", {name, type_code}); }
+  void Add(std::u16string_view name, std::int32_t type_code, Value value) const {
+    Call(u"Add", {name, type_code, std::move(value)});
+  }
+  /// The item of a name in any letter case. Raises 9 when there is none.
+  SettingsItem Item(std::u16string_view name) const { return SettingsItem(GetObject(u"Item", {name})); }
+};
+
+}  // namespace qva::host

@@ -1,0 +1,362 @@
+// Member tables: the one description of a class that automation can reach. A table names the members, the
+// C++ signature behind each gives types and by-reference flags, and from both follow late-bound calls here
+// and what the front doors publish.
+#pragma once
+
+#include <cstddef>
+#include <initializer_list>
+#include <span>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "platform/automation.h"
+
+namespace qva {
+
+/// The type of a parameter or result as the caller sees it.
+enum class ParameterType { None, Any, Boolean, Byte, Int16, Int32, Double, Currency, Date, Text, Object };
+
+/// One parameter. A table gives its name and whether it may be left out; the rest comes from the signature.
+struct Parameter {
+  std::u16string_view name;
+  bool optional = false;
+  /// What the member gets when the argument is left out. Unless the table says otherwise: Missing for
+  /// ParameterType::Any, Nothing for an object, otherwise the type's zero.
+  Value default_value;
+
+  ParameterType type = ParameterType::None;
+  bool by_reference = false;
+  /// The class of the library that an object must belong to; empty for any automation object.
+  std::u16string_view object_class = u"";
+};
+
+/// A parameter that may be left out, with the type's zero as its default.
+Parameter Optional(std::u16string_view name);
+/// A parameter that may be left out, with a default of its own.
+Parameter Optional(std::u16string_view name, Value default_value);
+
+enum class MemberKind { Method, Get, Put, PutRef };
+
+/// One member. A property that can be read and written is two members of the same name.
+struct Member {
+  std::u16string_view name;
+  MemberKind kind = MemberKind::Method;
+  std::vector<Parameter> parameters;  ///< of Put and PutRef the last one is the new value
+  ParameterType result = ParameterType::None;
+  std::u16string_view result_class = u"";  ///< as Parameter::object_class
+  std::string_view help;                   ///< one line for the type library
+  /// Calls the member with all its arguments in order, converted from what they hold. By-reference ones hold
+  /// their new values afterwards, also when the member raises.
+  Value (*invoke)(Object& self, std::span<Value> arguments) = nullptr;
+};
+
+/// The members of one class in their published order.
+class ClassDescription {
+ public:
+  ClassDescription(std::u16string_view name, std::string_view help) : name_(name), help_(help) {}
+
+  std::u16string_view name() const { return name_; }
+  std::string_view help() const { return help_; }
+  const std::vector<Member>& members() const { return members_; }
+  std::u16string_view default_member() const { return default_member_; }
+
+  /// The member that answers `access` to `name` in any letter case; null when there is none.
+  const Member* Find(Access access, std::u16string_view name) const;
+  /// True when any member has the name, in any letter case.
+  bool HasName(std::u16string_view name) const;
+
+  /// Late-bound invocation as Object::Invoke describes it.
+  Value Invoke(Object& self, Access access, std::u16string_view name, Arguments& arguments) const;
+
+  void Add(Member member);
+  void SetDefaultMember(std::u16string_view name) { default_member_ = name; }
+
+ private:
+  std::u16string_view name_;
+  std::string_view help_;
+  std::vector<Member> members_;
+  std::unordered_map<std::u16string, std::vector<std::size_t>> by_name_;  // lower-case name → positions
+  std::u16string_view default_member_;
+};
+
+/// Base of a class with a member table: T has `static const ClassDescription& Description()`.
+template <class T>
+class Described : public Object {
+ public:
+  Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override {
+    return T::Description().Invoke(*this, access, member, arguments);
+  }
+  std::u16string TypeName() const override { return std::u16string(T::Description().name()); }
+};
+
+namespace member_table_detail {
+
+template <class T>
+struct IsRef : std::false_type {};
+template <class T>
+struct IsRef<Ref<T>> : std::true_type {
+  using Target = T;
+};
+
+/// Everything that a C++ type of a signature means to automation.
+template <class T>
+struct Marshal {
+  static constexpr ParameterType Type() {
+    if constexpr (std::is_void_v<T>) {
+      return ParameterType::None;
+    } else if constexpr (std::is_same_v<T, Value>) {
+      return ParameterType::Any;
+    } else if constexpr (std::is_same_v<T, bool>) {
+      return ParameterType::Boolean;
+    } else if constexpr (std::is_same_v<T, std::uint8_t>) {
+      return ParameterType::Byte;
+    } else if constexpr (std::is_same_v<T, std::int16_t>) {
+      return ParameterType::Int16;
+    } else if constexpr (std::is_same_v<T, std::int32_t>) {
+      return ParameterType::Int32;
+    } else if constexpr (std::is_same_v<T, double>) {
+      return ParameterType::Double;
+    } else if constexpr (std::is_same_v<T, Currency>) {
+      return ParameterType::Currency;
+    } else if constexpr (std::is_same_v<T, Date>) {
+      return ParameterType::Date;
+    } else if constexpr (std::is_same_v<T, std::u16string>) {
+      return ParameterType::Text;
+    } else {
+      static_assert(IsRef<T>::value || std::derived_from<T, Facade>, "not a type of the automation protocol");
+      return ParameterType::Object;
+    }
+  }
+
+  static std::u16string_view ObjectClass() {
+    if constexpr (IsRef<T>::value) {
+      using Target = typename IsRef<T>::Target;
+      if constexpr (!std::is_same_v<Target, Object>) return Target::Description().name();
+    }
+    return u"";
+  }
+
+  static T From(const Value& value) {
+    if constexpr (std::is_same_v<T, Value>) {
+      return value;
+    } else if constexpr (std::is_same_v<T, bool>) {
+      return value.ToBoolean();
+    } else if constexpr (std::is_same_v<T, std::uint8_t>) {
+      return value.ToByte();
+    } else if constexpr (std::is_same_v<T, std::int16_t>) {
+      return value.ToInt16();
+    } else if constexpr (std::is_same_v<T, std::int32_t>) {
+      return value.ToInt32();
+    } else if constexpr (std::is_same_v<T, double>) {
+      return value.ToDouble();
+    } else if constexpr (std::is_same_v<T, Currency>) {
+      return value.ToCurrency();
+    } else if constexpr (std::is_same_v<T, Date>) {
+      return value.ToDate();
+    } else if constexpr (std::is_same_v<T, std::u16string>) {
+      return value.ToText();
+    } else if constexpr (std::is_same_v<T, ObjectPtr>) {
+      return value.ToObject();
+    } else if constexpr (IsRef<T>::value) {
+      using Target = typename IsRef<T>::Target;
+      const ObjectPtr& object = value.ToObject();
+      auto* target = dynamic_cast<Target*>(object.get());
+      if (object && !target) throw AutomationError(kTypeMismatch);
+      return T(target);
+    } else {
+      return T(value.ToObject());
+    }
+  }
+
+  static Value To(const T& value) {
+    if constexpr (std::derived_from<T, Facade>) {
+      return value.object();
+    } else {
+      return value;
+    }
+  }
+};
+
+template <class T>
+T FromArgument(const Value& value, std::size_t index) {
+  try {
+    return Marshal<T>::From(value);
+  } catch (AutomationError& error) {
+    error.AtArgument(static_cast<int>(index));
+    throw;
+  }
+}
+
+template <class A>
+inline constexpr bool kByReference =
+    std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
+
+/// Calls `function(self, arguments…)` with the arguments converted, and stores by-reference ones back.
+template <class R, class... A, class Function, std::size_t... I>
+Value CallConverted(Function&& function, std::span<Value> arguments, std::index_sequence<I...>) {
+  std::tuple<std::remove_cvref_t<A>...> values{FromArgument<std::remove_cvref_t<A>>(arguments[I], I)...};
+  auto store_back = [&] {
+    auto store = [](Value& argument, auto& value, auto by_reference) {
+      if constexpr (by_reference) argument = Marshal<std::remove_cvref_t<decltype(value)>>::To(value);
+    };
+    (store(arguments[I], std::get<I>(values), std::bool_constant<kByReference<A>>{}), ...);
+    (void)store;
+  };
+  try {
+    if constexpr (std::is_void_v<R>) {
+      function(std::get<I>(values)...);
+      store_back();
+      return {};
+    } else {
+      Value result = Marshal<std::remove_cvref_t<R>>::To(function(std::get<I>(values)...));
+      store_back();
+      return result;
+    }
+  } catch (...) {
+    // What the member did to the caller's variables before it failed is visible, as with a direct call.
+    store_back();
+    throw;
+  }
+}
+
+template <class C, class R, class... A>
+struct Signature {
+  static constexpr std::size_t kCount = sizeof...(A);
+  static constexpr ParameterType kResult = Marshal<std::remove_cvref_t<R>>::Type();
+  static std::u16string_view ResultClass() {
+    if constexpr (kResult == ParameterType::Object) return Marshal<std::remove_cvref_t<R>>::ObjectClass();
+    return u"";
+  }
+  static void Complete(std::vector<Parameter>& parameters) {
+    std::size_t i = 0;
+    (Complete(parameters.at(i++), std::type_identity<A>{}), ...);
+  }
+  template <class Arg>
+  static void Complete(Parameter& parameter, std::type_identity<Arg>) {
+    using T = std::remove_cvref_t<Arg>;
+    parameter.type = Marshal<T>::Type();
+    parameter.by_reference = kByReference<Arg>;
+    parameter.object_class = Marshal<T>::ObjectClass();
+  }
+};
+
+template <auto F>
+struct Thunk;
+
+template <class C, class R, class... A, R (C::*F)(A...)>
+struct Thunk<F> : Signature<C, R, A...> {
+  static Value Invoke(Object& self, std::span<Value> arguments) {
+    return CallConverted<R, A...>([&](auto&... values) -> R { return (static_cast<C&>(self).*F)(values...); },
+                                  arguments, std::index_sequence_for<A...>{});
+  }
+};
+
+template <class C, class R, class... A, R (C::*F)(A...) const>
+struct Thunk<F> : Signature<C, R, A...> {
+  static Value Invoke(Object& self, std::span<Value> arguments) {
+    return CallConverted<R, A...>(
+        [&](auto&... values) -> R { return (static_cast<const C&>(self).*F)(values...); }, arguments,
+        std::index_sequence_for<A...>{});
+  }
+};
+
+template <auto M>
+struct Field;
+
+template <class C, class T, T C::*M>
+struct Field<M> {
+  static constexpr ParameterType kType = Marshal<T>::Type();
+  static Value Get(Object& self, std::span<Value>) { return Marshal<T>::To(static_cast<C&>(self).*M); }
+  static Value Put(Object& self, std::span<Value> arguments) {
+    static_cast<C&>(self).*M = FromArgument<T>(arguments[0], 0);
+    return {};
+  }
+};
+
+/// Checks a table's parameters against the signature's number, and completes them.
+Member CompleteMember(Member member, std::size_t signature_count, void (*complete)(std::vector<Parameter>&));
+
+}  // namespace member_table_detail
+
+/// Builds a member table:
+///   static const ClassDescription description =
+///       ClassBuilder(u"CSetPath", "The user's search path").Method<&CSetPath::RegPath>(u"RegPath",
+///       {{u"PathKey"}}, "…");
+class ClassBuilder {
+ public:
+  ClassBuilder(std::u16string_view name, std::string_view help) : description_(name, help) {}
+
+  template <auto F>
+  ClassBuilder&& Method(std::u16string_view name, std::vector<Parameter> parameters = {},
+                        std::string_view help = "") {
+    return AddMember<F>(name, MemberKind::Method, std::move(parameters), help);
+  }
+  template <auto F>
+  ClassBuilder&& Get(std::u16string_view name, std::vector<Parameter> parameters = {},
+                     std::string_view help = "") {
+    return AddMember<F>(name, MemberKind::Get, std::move(parameters), help);
+  }
+  /// The parameter of the new value is added here.
+  template <auto F>
+  ClassBuilder&& Put(std::u16string_view name, std::vector<Parameter> parameters = {},
+                     std::string_view help = "") {
+    parameters.push_back({u"value"});
+    return AddMember<F>(name, MemberKind::Put, std::move(parameters), help);
+  }
+  /// `Set object.Name = …`. The parameter of the new value is added here.
+  template <auto F>
+  ClassBuilder&& PutRef(std::u16string_view name, std::vector<Parameter> parameters = {},
+                        std::string_view help = "") {
+    parameters.push_back({u"value"});
+    return AddMember<F>(name, MemberKind::PutRef, std::move(parameters), help);
+  }
+  /// A property that reads and writes a data member.
+  template <auto M>
+  ClassBuilder&& Property(std::u16string_view name, std::string_view help = "") {
+    using F = member_table_detail::Field<M>;
+    Member get{.name = name,
+               .kind = MemberKind::Get,
+               .parameters = {},
+               .result = F::kType,
+               .help = help,
+               .invoke = &F::Get};
+    description_.Add(std::move(get));
+    Parameter value{.name = u"value", .default_value = {}, .type = F::kType};
+    Member put{.name = name, .kind = MemberKind::Put, .parameters = {value}, .help = help, .invoke = &F::Put};
+    description_.Add(std::move(put));
+    return std::move(*this);
+  }
+  /// The member that stands for the object where a plain value is wanted.
+  ClassBuilder&& Default(std::u16string_view name) {
+    description_.SetDefaultMember(name);
+    return std::move(*this);
+  }
+
+  operator ClassDescription() && { return std::move(description_); }
+
+ private:
+  template <auto F>
+  ClassBuilder&& AddMember(std::u16string_view name, MemberKind kind, std::vector<Parameter> parameters,
+                           std::string_view help) {
+    using T = member_table_detail::Thunk<F>;
+    description_.Add(member_table_detail::CompleteMember({.name = name,
+                                                          .kind = kind,
+                                                          .parameters = std::move(parameters),
+                                                          .result = T::kResult,
+                                                          .result_class = T::ResultClass(),
+                                                          .help = help,
+                                                          .invoke = &T::Invoke},
+                                                         T::kCount,
+                                                         [](std::vector<Parameter>& p) { T::Complete(p); }));
+    return std::move(*this);
+  }
+
+  ClassDescription description_;
+};
+
+}  // namespace qva

@@ -1,0 +1,82 @@
+// The registry: the six operations that the library uses, with the contracts of advapi32's ANSI forms.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+namespace qva {
+
+/// Handles of the predefined keys.
+inline constexpr std::uint32_t HKEY_CURRENT_USER_VALUE = 0x80000001;
+
+/// Value types.
+enum RegistryType : std::uint32_t {
+  kRegSz = 1,        ///< REG_SZ: text with its terminating zero
+  kRegExpandSz = 2,  ///< REG_EXPAND_SZ: text with unexpanded references to environment variables
+  kRegBinary = 3,    ///< REG_BINARY
+  kRegDword = 4,     ///< REG_DWORD
+};
+
+/// Results of the operations: Windows' own codes.
+enum RegistryStatus : std::int32_t {
+  kRegistrySuccess = 0,        ///< ERROR_SUCCESS
+  kRegistryFileNotFound = 2,   ///< ERROR_FILE_NOT_FOUND: no such key or value
+  kRegistryAccessDenied = 5,   ///< ERROR_ACCESS_DENIED
+  kRegistryInvalidHandle = 6,  ///< ERROR_INVALID_HANDLE
+  kRegistryMoreData = 234,     ///< ERROR_MORE_DATA: the buffer is too small
+  kRegistryWriteFault = 29,    ///< ERROR_WRITE_FAULT: the store could not be written
+};
+
+/// Access rights of an opened key, to be added together (winnt.h).
+enum RegistryAccess : std::uint32_t {
+  kKeyQueryValue = 0x0001,
+  kKeySetValue = 0x0002,
+  kKeyCreateSubKey = 0x0004,
+  kKeyEnumerateSubKeys = 0x0008,
+  kKeyNotify = 0x0010,
+  kKeyCreateLink = 0x0020,
+};
+
+/// SECURITY_ATTRIBUTES as handed to CreateKey; there is never a descriptor.
+struct RegistrySecurity {
+  std::uint32_t length = 0;
+  bool inherit_handle = false;
+};
+
+/// An open key. 0 is none; HKEY_CURRENT_USER_VALUE is always open.
+using RegistryKey = std::uint64_t;
+
+class Registry {
+ public:
+  virtual ~Registry() = default;
+
+  // None of the operations raises. All return a Windows code (RegistryStatus names those that we meet).
+  // Key paths and value names ignore letter case; data are bytes as they stand in the ANSI code page.
+
+  /// Opens an existing key (RegOpenKeyExA). On success `key` is the caller's to close; otherwise untouched.
+  virtual std::int32_t OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                               RegistryKey& key) = 0;
+
+  /// Opens a key, creating it and its missing parents first (RegCreateKeyExA). Ownership as for OpenKey.
+  virtual std::int32_t CreateKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                                 const RegistrySecurity& security, RegistryKey& key) = 0;
+
+  /// Reads a value (RegQueryValueExA). `type` receives its type, `size` the number of its bytes, a text's
+  /// terminating zero included. With an empty buffer only these are told; kRegistryMoreData when `data` is
+  /// too small, which leaves it alone.
+  virtual std::int32_t QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
+                                  std::span<char> data, std::uint32_t& size) = 0;
+
+  /// Writes a value (RegSetValueExA). A text may come without its terminating zero, which the store adds.
+  virtual std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
+                                std::span<const char> data) = 0;
+
+  /// Deletes a value (RegDeleteValueA).
+  virtual std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) = 0;
+
+  /// Closes a key (RegCloseKey). Closing a predefined key is allowed and does nothing.
+  virtual std::int32_t CloseKey(RegistryKey key) = 0;
+};
+
+}  // namespace qva

@@ -1,0 +1,19 @@
+// The per-user application settings store, kept in the registry.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/locale.h"
+#include "platform/registry.h"
+
+namespace qva {
+
+/// Reads the setting `key` of an application's section as text: the value of type REG_SZ under
+/// HKEY_CURRENT_USER\Software\VB and VBA Program Settings\<application>\<section>.
+/// Result: `default_value` when the key or value is missing, unreadable or no text. Does not raise.
+std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16string_view application,
+                          std::u16string_view section, std::u16string_view key,
+                          std::u16string_view default_value);
+
+}  // namespace qva

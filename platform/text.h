@@ -1,0 +1,29 @@
+// Small operations on UTF-16 text, and the way to UTF-8 for files of our own and test output.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qva {
+
+/// UTF-16 to UTF-8; an unpaired surrogate becomes U+FFFD.
+std::string ToUtf8(std::u16string_view text);
+/// UTF-8 to UTF-16; a malformed sequence becomes U+FFFD.
+std::u16string FromUtf8(std::string_view bytes);
+
+/// Lower case of Latin letters, Lithuanian and the other European ones of the Latin blocks included.
+/// Simple one-to-one mapping, as the platform's case-insensitive comparisons use.
+std::u16string ToLower(std::u16string_view text);
+/// Equality ignoring letter case.
+bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
+
+/// Without blanks (U+0020 alone) at either end.
+std::u16string_view Trim(std::u16string_view text);
+
+/// Replaces every occurrence of a non-empty `what`, from the left, without looking at what was put in.
+std::u16string ReplaceAll(std::u16string_view text, std::u16string_view what, std::u16string_view with);
+
+/// A whole number in decimal digits.
+std::u16string NumberText(long long number);
+
+}  // namespace qva

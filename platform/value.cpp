@@ -1,0 +1,343 @@
+#include "platform/value.h"
+
+#include <cmath>
+#include <cstdio>
+#include <limits>
+#include <optional>
+
+#include "platform/automation.h"
+#include "platform/date.h"
+#include "platform/error.h"
+#include "platform/services.h"
+#include "platform/text.h"
+
+namespace qva {
+namespace {
+
+constexpr double kFirstDate = -657434;   // 1 January 100
+constexpr double kEndOfDates = 2958466;  // the day after 31 December 9999
+
+const Locale& UserLocale() {
+  return *GetServices().locale;
+}
+
+/// Half to even, which is what automation rounds by; independent of the floating-point environment.
+double RoundHalfToEven(double x) {
+  const double below = std::floor(x);
+  const double rest = x - below;
+  if (rest != 0.5) return std::floor(x + 0.5);
+  return std::fmod(below, 2) == 0 ? below : below + 1;
+}
+
+template <class Integer>
+Integer ToInteger(double x) {
+  const double rounded = RoundHalfToEven(x);
+  if (!(rounded >= static_cast<double>(std::numeric_limits<Integer>::min()) &&
+        rounded <= static_cast<double>(std::numeric_limits<Integer>::max()))) {
+    throw AutomationError(kOverflow);
+  }
+  return static_cast<Integer>(rounded);
+}
+
+/// A number written by the regional settings, or in &H hexadecimal notation; nothing when it is none.
+std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view decimal_separator) {
+  text = Trim(text);
+  if (text.starts_with(u"&H") || text.starts_with(u"&h")) {
+    const std::string digits = ToUtf8(text.substr(2));
+    if (digits.empty() || digits.size() > 8 ||
+        digits.find_first_not_of("0123456789abcdefABCDEF") != digits.npos) {
+      return std::nullopt;
+    }
+    const auto bits = std::stoul(digits, nullptr, 16);
+    return digits.size() <= 4 ? static_cast<double>(static_cast<std::int16_t>(bits))
+                              : static_cast<double>(static_cast<std::int32_t>(bits));
+  }
+  std::string plain;
+  bool has_digit = false;
+  bool has_separator = false;
+  std::size_t i = 0;
+  if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) plain += static_cast<char>(text[i++]);
+  for (; i < text.size(); ++i) {
+    if (text[i] >= u'0' && text[i] <= u'9') {
+      plain += static_cast<char>(text[i]);
+      has_digit = true;
+    } else if (!has_separator && text.substr(i).starts_with(decimal_separator)) {
+      plain += '.';
+      has_separator = true;
+      i += decimal_separator.size() - 1;
+    } else {
+      break;
+    }
+  }
+  if (!has_digit) return std::nullopt;
+  if (i < text.size() && (text[i] == u'e' || text[i] == u'E')) {
+    plain += 'e';
+    ++i;
+    if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) plain += static_cast<char>(text[i++]);
+    const std::size_t first_digit = i;
+    while (i < text.size() && text[i] >= u'0' && text[i] <= u'9') plain += static_cast<char>(text[i++]);
+    if (i == first_digit) return std::nullopt;
+  }
+  if (i != text.size()) return std::nullopt;
+  const double number = std::strtod(plain.c_str(), nullptr);
+  if (!std::isfinite(number)) throw AutomationError(kOverflow);
+  return number;
+}
+
+double NumberOfText(std::u16string_view text) {
+  const auto number = ParseNumber(text, UserLocale().DecimalSeparator());
+  if (!number) throw AutomationError(kTypeMismatch);
+  return *number;
+}
+
+/// Up to 15 significant digits; scientific from 1E+15 on and where a fraction would need more digits.
+std::u16string DoubleText(double x, std::u16string_view decimal_separator) {
+  char buffer[64];
+  std::snprintf(buffer, sizeof buffer, "%.14e", x);
+  std::string scientific(buffer);
+  const std::size_t e = scientific.find('e');
+  const int exponent = std::stoi(scientific.substr(e + 1));
+  std::string digits = scientific.substr(0, e);
+  const bool negative = digits.starts_with('-');
+  if (negative) digits.erase(0, 1);
+  digits.erase(1, 1);  // the decimal point of d.ddd
+  digits.erase(digits.find_last_not_of('0') + 1);
+  if (digits.empty()) return u"0";
+
+  std::string out;
+  const int count = static_cast<int>(digits.size());
+  if (exponent >= 15 || exponent - count + 1 < -15) {
+    out = digits.substr(0, 1);
+    if (count > 1) out += "." + digits.substr(1);
+    std::snprintf(buffer, sizeof buffer, "E%+03d", exponent);
+    out += buffer;
+  } else if (exponent < 0) {
+    out = "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
+  } else if (count <= exponent + 1) {
+    out = digits + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
+  } else {
+    const auto whole = static_cast<std::size_t>(exponent + 1);
+    out = digits.substr(0, whole) + "." + digits.substr(whole);
+  }
+  std::u16string text = FromUtf8((negative ? "-" : "") + out);
+  return ReplaceAll(text, u".", decimal_separator);
+}
+
+std::u16string CurrencyText(Currency amount, std::u16string_view decimal_separator) {
+  const bool negative = amount.scaled < 0;
+  const std::uint64_t scaled =
+      negative ? 0 - static_cast<std::uint64_t>(amount.scaled) : static_cast<std::uint64_t>(amount.scaled);
+  std::string out = (negative ? "-" : "") + std::to_string(scaled / 10000);
+  std::string fraction = std::to_string(10000 + scaled % 10000).substr(1);
+  fraction.erase(fraction.find_last_not_of('0') + 1);
+  std::u16string text = FromUtf8(out);
+  if (!fraction.empty()) text += std::u16string(decimal_separator) + FromUtf8(fraction);
+  return text;
+}
+
+std::u16string DateText(Date date, const Locale& locale) {
+  const double day = std::floor(date.serial);
+  const bool has_time = date.serial != day;
+  std::u16string text;
+  if (day != 0 || !has_time) text = FormatByWindowsPattern(date, locale.ShortDatePattern());
+  if (has_time) {
+    if (!text.empty()) text += u" ";
+    text += FormatByWindowsPattern(date, locale.LongTimePattern());
+  }
+  return text;
+}
+
+/// The value of an object's default property, which stands for the object wherever a plain value is wanted.
+Value DefaultOf(const ObjectPtr& object) {
+  Value value = Get(object, u"");
+  if (value.Is(Value::Type::Object)) throw AutomationError(kTypeMismatch);
+  return value;
+}
+
+Date DateInRange(double serial) {
+  if (!(serial >= kFirstDate && serial < kEndOfDates)) throw AutomationError(kOverflow);
+  return {serial};
+}
+
+}  // namespace
+
+Value Array::Of(std::vector<Value> elements, std::int32_t lower) {
+  const auto count = static_cast<std::int32_t>(elements.size());
+  return Array{{{lower, count}}, std::move(elements)};
+}
+
+Value Array::Block(std::int32_t rows, std::int32_t columns, std::vector<Value> elements) {
+  return Array{{{1, rows}, {1, columns}}, std::move(elements)};
+}
+
+bool Value::IsNothing() const {
+  return Is(Type::Object) && !As<ObjectPtr>();
+}
+
+bool Value::ToBoolean() const {
+  switch (type()) {
+    case Type::Boolean:
+      return As<bool>();
+    case Type::Text: {
+      const auto& text = As<std::u16string>();
+      if (EqualIgnoringCase(text, u"True") || EqualIgnoringCase(text, u"#TRUE#")) return true;
+      if (EqualIgnoringCase(text, u"False") || EqualIgnoringCase(text, u"#FALSE#")) return false;
+      return NumberOfText(text) != 0;
+    }
+    case Type::Object:
+      return DefaultOf(ToObject()).ToBoolean();
+    default:
+      return ToDouble() != 0;
+  }
+}
+
+std::uint8_t Value::ToByte() const {
+  if (Is(Type::Boolean)) return As<bool>() ? 255 : 0;
+  return ToInteger<std::uint8_t>(ToDouble());
+}
+
+std::int16_t Value::ToInt16() const {
+  return ToInteger<std::int16_t>(ToDouble());
+}
+
+std::int32_t Value::ToInt32() const {
+  return ToInteger<std::int32_t>(ToDouble());
+}
+
+double Value::ToDouble() const {
+  switch (type()) {
+    case Type::Empty:
+      return 0;
+    case Type::Boolean:
+      return As<bool>() ? -1 : 0;
+    case Type::Byte:
+      return As<std::uint8_t>();
+    case Type::Int16:
+      return As<std::int16_t>();
+    case Type::Int32:
+      return As<std::int32_t>();
+    case Type::Double:
+      return As<double>();
+    case Type::Currency:
+      return static_cast<double>(As<qva::Currency>().scaled) / 10000;
+    case Type::Date:
+      return As<qva::Date>().serial;
+    case Type::Text:
+      return NumberOfText(As<std::u16string>());
+    case Type::Object:
+      return DefaultOf(As<ObjectPtr>()).ToDouble();
+    case Type::Null:
+      throw AutomationError(kInvalidUseOfNull);
+    case Type::Missing:
+    case Type::Error:
+    case Type::Array:
+      break;
+  }
+  throw AutomationError(kTypeMismatch);
+}
+
+Currency Value::ToCurrency() const {
+  if (Is(Type::Currency)) return As<qva::Currency>();
+  const double scaled = RoundHalfToEven(ToDouble() * 10000);
+  // 2^63 itself is not representable in 64 bits.
+  if (!(scaled >= -9223372036854775808.0 && scaled < 9223372036854775808.0)) throw AutomationError(kOverflow);
+  return {static_cast<std::int64_t>(scaled)};
+}
+
+Date Value::ToDate() const {
+  switch (type()) {
+    case Type::Date:
+      return As<qva::Date>();
+    case Type::Text: {
+      const auto& text = As<std::u16string>();
+      if (const auto date = ParseDate(text, UserLocale())) return *date;
+      return DateInRange(NumberOfText(text));
+    }
+    case Type::Object:
+      return DefaultOf(As<ObjectPtr>()).ToDate();
+    default:
+      return DateInRange(ToDouble());
+  }
+}
+
+std::u16string Value::ToText() const {
+  switch (type()) {
+    case Type::Empty:
+      return {};
+    case Type::Boolean:
+      return As<bool>() ? u"True" : u"False";
+    case Type::Byte:
+    case Type::Int16:
+    case Type::Int32:
+      return NumberText(ToInt32());
+    case Type::Double:
+      return DoubleText(As<double>(), UserLocale().DecimalSeparator());
+    case Type::Currency:
+      return CurrencyText(As<qva::Currency>(), UserLocale().DecimalSeparator());
+    case Type::Date:
+      return DateText(As<qva::Date>(), UserLocale());
+    case Type::Text:
+      return As<std::u16string>();
+    case Type::Object:
+      return DefaultOf(As<ObjectPtr>()).ToText();
+    case Type::Null:
+      throw AutomationError(kInvalidUseOfNull);
+    case Type::Missing:
+    case Type::Error:
+    case Type::Array:
+      break;
+  }
+  throw AutomationError(kTypeMismatch);
+}
+
+const ObjectPtr& Value::ToObject() const {
+  if (!Is(Type::Object)) throw AutomationError(kTypeMismatch);
+  return As<ObjectPtr>();
+}
+
+const Array& Value::ToArray() const {
+  if (!Is(Type::Array)) throw AutomationError(kTypeMismatch);
+  return AsArray();
+}
+
+std::u16string DescribeValue(const Value& value) {
+  switch (value.type()) {
+    case Value::Type::Empty:
+      return u"Empty";
+    case Value::Type::Null:
+      return u"Null";
+    case Value::Type::Missing:
+      return u"Missing";
+    case Value::Type::Error:
+      return u"Error " + NumberText(value.As<ErrorValue>().code);
+    case Value::Type::Double:
+      return DoubleText(value.As<double>(), u".");
+    case Value::Type::Currency:
+      return CurrencyText(value.As<Currency>(), u".") + u"@";
+    case Value::Type::Date: {
+      const Date date = value.As<Date>();
+      const bool has_time = date.serial != std::floor(date.serial);
+      return u"#" + FormatByWindowsPattern(date, has_time ? u"yyyy-MM-dd HH:mm:ss" : u"yyyy-MM-dd") + u"#";
+    }
+    case Value::Type::Text:
+      return u"\"" + ReplaceAll(value.As<std::u16string>(), u"\"", u"\"\"") + u"\"";
+    case Value::Type::Object:
+      return value.IsNothing() ? u"Nothing" : u"<" + value.As<ObjectPtr>()->TypeName() + u">";
+    case Value::Type::Array: {
+      std::u16string text = u"Array(";
+      for (const Value& element : value.AsArray().elements) {
+        if (text.back() != u'(') text += u", ";
+        text += DescribeValue(element);
+      }
+      return text + u")";
+    }
+    case Value::Type::Boolean:
+    case Value::Type::Byte:
+    case Value::Type::Int16:
+    case Value::Type::Int32:
+      break;
+  }
+  return value.ToText();
+}
+
+}  // namespace qva
