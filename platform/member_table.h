@@ -107,9 +107,7 @@ struct IsRef<Ref<T>> : std::true_type {
 template <class T>
 struct Marshal {
   static constexpr ParameterType Type() {
-    if constexpr (std::is_void_v<T>) {
-      return ParameterType::None;
-    } else if constexpr (std::is_same_v<T, Value>) {
+    if constexpr (std::is_same_v<T, Value>) {
       return ParameterType::Any;
     } else if constexpr (std::is_same_v<T, bool>) {
       return ParameterType::Boolean;
@@ -224,10 +222,19 @@ Value CallConverted(Function&& function, std::span<Value> arguments, std::index_
   }
 }
 
+template <class R>
+constexpr ParameterType ResultType() {
+  if constexpr (std::is_void_v<R>) {
+    return ParameterType::None;
+  } else {
+    return Marshal<std::remove_cvref_t<R>>::Type();
+  }
+}
+
 template <class C, class R, class... A>
 struct Signature {
   static constexpr std::size_t kCount = sizeof...(A);
-  static constexpr ParameterType kResult = Marshal<std::remove_cvref_t<R>>::Type();
+  static constexpr ParameterType kResult = ResultType<R>();
   static std::u16string_view ResultClass() {
     if constexpr (kResult == ParameterType::Object) return Marshal<std::remove_cvref_t<R>>::ObjectClass();
     return u"";

@@ -1,0 +1,46 @@
+#include "global/PublicClasses.h"
+
+#include "excelui/CCommandsEvent.h"
+#include "excelui/CEnvironment.h"
+#include "excelui/CToolbar.h"
+#include "excelui/CToolbars.h"
+#include "global/StartUp.h"
+#include "global/gExcelObject.h"
+#include "platform/text.h"
+#include "reports/CReports.h"
+
+namespace qva {
+namespace {
+
+template <class T>
+constexpr PublicClass Entry() {
+  return {&T::Description, [] { return ObjectPtr(MakeRef<T>()); }};
+}
+
+constexpr PublicClass kPublicClasses[] = {
+    Entry<gExcelObject>(), Entry<CReports>(),       Entry<CToolbar>(),
+    Entry<CToolbars>(),    Entry<CCommandsEvent>(), Entry<CEnvironment>(),
+};
+
+}  // namespace
+
+std::span<const PublicClass> PublicClasses() {
+  return kPublicClasses;
+}
+
+const PublicClass* FindPublicClass(std::u16string_view programmatic_identifier) {
+  const std::u16string prefix = std::u16string(kLibraryName) + u".";
+  if (!EqualIgnoringCase(programmatic_identifier.substr(0, prefix.size()), prefix)) return nullptr;
+  const std::u16string_view name = programmatic_identifier.substr(prefix.size());
+  for (const PublicClass& public_class : kPublicClasses) {
+    if (EqualIgnoringCase(public_class.description().name(), name)) return &public_class;
+  }
+  return nullptr;
+}
+
+ObjectPtr CreatePublicObject(const PublicClass& public_class) {
+  StartUp();
+  return public_class.create();
+}
+
+}  // namespace qva

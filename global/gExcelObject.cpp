@@ -1,0 +1,162 @@
+#include "global/gExcelObject.h"
+
+#include "global/Globals.h"
+#include "global/Helpers.h"
+#include "global/StartUp.h"
+#include "platform/services.h"
+#include "platform/settings.h"
+
+namespace qva {
+namespace {
+
+constexpr std::int32_t kNoBookChosen = 16514;  ///< host message: the setting "P0" is empty
+constexpr std::int32_t kBookNotOpened = 842;   ///< host message: book %0 cannot be opened
+
+AutomationError ConnectionError(std::u16string description) {
+  return AutomationError(kObjectErrorBase, u"InitConnectEX", std::move(description));
+}
+
+/// The object behind a reference; raises 91 when it is Nothing.
+template <class T>
+T& Set(const Ref<T>& reference) {
+  if (!reference) throw AutomationError(kObjectNotSet);
+  return *reference;
+}
+
+}  // namespace
+
+const ClassDescription& gExcelObject::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"gExcelObject", "Connects a report workbook to Excel and to the host's book")
+          .Method<&gExcelObject::InitConnectEX>(
+              u"InitConnectEX", {{u"App"}, {u"objWB"}, Optional(u"oAppBook")},
+              "Connects to Excel and to the host's book; gives the connection count")
+          .Get<&gExcelObject::oBook>(u"oBook", {}, "The host's book")
+          .Get<&gExcelObject::oToolBars>(u"oToolBars", {}, "The report toolbars")
+          .Get<&gExcelObject::oEnvironment>(u"oEnvironment", {}, "The report state of Excel")
+          .Get<&gExcelObject::oMyPlant>(u"oMyPlant", {}, "The host's plant object")
+          .Method<&gExcelObject::ResetConnectEX>(u"ResetConnectEX", {{u"intEventHandle"}},
+                                                 "Lets go of the book and of all objects but the application")
+          .Method<&gExcelObject::ResetConnectOnError>(u"ResetConnectOnError", {},
+                                                      "ResetConnectEX after an error")
+          .Method<&gExcelObject::ExcelReportError>(u"ExcelReportError", {{u"ExcelErr"}},
+                                                   "Reports the error of a failed macro")
+          .Method<&gExcelObject::InitToolBars>(u"InitToolBars", {},
+                                               "Creates the toolbar collection on first use")
+          .Method<&gExcelObject::ResetToolBars>(u"ResetToolBars", {},
+                                                "Releases the toolbar collection on last use")
+          .Method<&gExcelObject::cmdHelp>(u"cmdHelp", {}, "Shows the report help")
+          .Method<&gExcelObject::InitEnvironment>(u"InitEnvironment", {},
+                                                  "Takes a snapshot of the user's Excel")
+          .Method<&gExcelObject::ResetEnvironment>(u"ResetEnvironment", {}, "Puts the latest snapshot back");
+  return description;
+}
+
+gExcelObject::~gExcelObject() {
+  TheGlobals().application = {};
+}
+
+std::int16_t gExcelObject::InitConnectEX(excel::Application App, Value, host::Book oAppBook) {
+  Globals& globals = TheGlobals();
+  globals.application = std::move(App);
+  if (oAppBook) globals.oBook = std::move(oAppBook);
+  if (!globals.oBook) ConnectToHost();
+  return connection_count_;
+}
+
+void gExcelObject::ConnectToHost() {
+  const Services& services = GetServices();
+  const std::u16string p0 = GetSetting(*services.registry, *services.locale, host::kSettingsApplication,
+                                       host::kFormsSection, u"P0", u"");
+  host::Book book;
+  IgnoreErrors([&] { book = host::CommonObjects::Create(*services.object_factory).CreateBook(p0); });
+  if (p0.empty()) throw ConnectionError(HostText(kNoBookChosen));
+  if (!book) throw ConnectionError(HostMessage(kBookNotOpened, p0));
+
+  Globals& globals = TheGlobals();
+  globals.oBook = book;
+  TheClientTools().SetBook(book);
+  Count(connection_count_, 1);
+  globals.oMyPlant = host::Plant::Create(*services.object_factory);
+  globals.oMyPlant.Init(book);
+}
+
+host::Book gExcelObject::oBook() const {
+  return TheGlobals().oBook;
+}
+Ref<CToolbars> gExcelObject::oToolBars() const {
+  return TheGlobals().oToolBars;
+}
+Ref<CEnvironment> gExcelObject::oEnvironment() const {
+  return TheGlobals().oEnvironment;
+}
+host::Plant gExcelObject::oMyPlant() const {
+  return TheGlobals().oMyPlant;
+}
+
+void gExcelObject::ResetConnectEX(Value) {
+  Globals& globals = TheGlobals();
+  globals.oMyPlant = {};
+  globals.oToolBars.reset();
+  globals.oEnvironment.reset();
+  excel_state_.reset();
+  globals.oBook = {};
+  connection_count_ = 0;
+}
+
+void gExcelObject::ResetConnectOnError() {
+  ResetConnectEX(std::int16_t{0});
+}
+
+void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
+  std::u16string description;
+  IgnoreErrors([&] { description = Get(ExcelErr, u"Description").ToText(); });
+  IgnoreErrors([&] { GetServices().message_box->Show(description, vbCritical | vbOKOnly, u""); });
+  const excel::Application& application = TheGlobals().application;
+  if (!application) return;
+  IgnoreErrors([&] {
+    if (application.Visible()) {
+      application.SetScreenUpdating(true);
+    } else {
+      application.Quit();
+    }
+  });
+}
+
+void gExcelObject::InitToolBars() {
+  Count(toolbar_count_, 1);
+  if (toolbar_count_ == 1) TheGlobals().oToolBars = MakeRef<CToolbars>();
+}
+
+void gExcelObject::ResetToolBars() {
+  Count(toolbar_count_, -1);
+  if (toolbar_count_ == 0) TheGlobals().oToolBars.reset();
+}
+
+void gExcelObject::cmdHelp() {
+  const Ref<CToolbar> toolbar = Set(TheGlobals().oToolBars).Item(1);
+  const Ref<CCommandsEvent> events = Set(toolbar).CmdEvent();
+  std::u16string help_file;
+  std::int32_t help_context = 0;
+  Set(events).cmdHelp(help_file, help_context);
+}
+
+void gExcelObject::InitEnvironment() {
+  Count(environment_count_, 1);
+  if (environment_count_ == 1) {
+    TheGlobals().oEnvironment = MakeRef<CEnvironment>();
+    excel_state_ = MakeRef<CExcelState>();
+  }
+  Set(excel_state_).SaveExcelState();
+}
+
+void gExcelObject::ResetEnvironment() {
+  Count(environment_count_, -1);
+  Set(excel_state_).RestoreExcelState();
+  if (environment_count_ == 0) {
+    TheGlobals().oEnvironment.reset();
+    excel_state_.reset();
+  }
+}
+
+}  // namespace qva

@@ -1,0 +1,67 @@
+#include "reports/CReports.h"
+
+#include "global/Globals.h"
+#include "platform/host.h"
+#include "platform/services.h"
+
+namespace qva {
+
+const ClassDescription& CReports::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"CReports", "Prepares, fills and finishes a report workbook")
+          .Method<&CReports::Init>(u"Init", {{u"WCaption"}},
+                                   "Takes over the active workbook and sets the caption")
+          .Method<&CReports::FillAttr>(u"FillAttr", {Optional(u"rIMKodas"),       Optional(u"rPVMKodas"),
+                                                     Optional(u"rPavad"),         Optional(u"rAdresas"),
+                                                     Optional(u"rTelefonas"),     Optional(u"rFaksas"),
+                                                     Optional(u"rVadovas"),       Optional(u"rBuhas"),
+                                                     Optional(u"rBankas"),        Optional(u"rBKodas"),
+                                                     Optional(u"rBSaskaita"),     Optional(u"rSlaveId"),
+                                                     Optional(u"rSlaveCode"),     Optional(u"ID"),
+                                                     Optional(u"rPaprastAkcSk"),  Optional(u"rPrivilegAkcSk"),
+                                                     Optional(u"rNominAkcVerte"), Optional(u"rNuosavAkcSk"),
+                                                     Optional(u"rSodrosKodas"),   Optional(u"rSodrosPavad"),
+                                                     Optional(u"rSodrosTel"),     Optional(u"rSodrosAdresas"),
+                                                     Optional(u"rDraudRegNum")},
+                                       "Writes the company's attributes into cells")
+          .Method<&CReports::FillBnksAcc>(
+              u"FillBnksAcc", {{u"rBankas"}, {u"rBKodas"}, {u"rBSaskaita"}, {u"rSlaveId"}, {u"rSlaveCode"}},
+              "Does nothing; kept for existing macros");
+  return description;
+}
+
+void CReports::Init(std::u16string WCaption) {
+  const excel::Application& application = TheGlobals().application;
+  workbook_ = application.ActiveWorkbook();
+  application.ActiveWindow().SetCaption(WCaption);
+  application.SetScreenUpdating(false);
+  application.SetDisplayFormulaBar(true);
+  application.SetScreenUpdating(true);
+}
+
+void CReports::FillAttr(excel::Range& rIMKodas, excel::Range& rPVMKodas, excel::Range& rPavad,
+                        excel::Range& rAdresas, excel::Range& rTelefonas, excel::Range& rFaksas,
+                        excel::Range& rVadovas, excel::Range& rBuhas, excel::Range&, excel::Range&,
+                        excel::Range&, excel::Range&, excel::Range&, std::int32_t&, excel::Range&,
+                        excel::Range&, excel::Range&, excel::Range&, excel::Range&, excel::Range&,
+                        excel::Range&, excel::Range&, excel::Range&) {
+  const auto company = host::CompanyAttributes::Create(*GetServices().object_factory);
+  company.Init(TheGlobals().oBook);
+
+  if (rIMKodas) rIMKodas.SetValue(company.Code());
+  if (rPVMKodas) rPVMKodas.SetValue(company.VATCode());
+  if (rPavad) rPavad.SetValue(company.Name());
+  if (rAdresas || rTelefonas || rFaksas) {
+    const host::Address address = company.Address(u"");
+    if (rAdresas) rAdresas.SetValue(address.FullText());
+    if (rTelefonas) rTelefonas.SetValue(address.Contact(u"TEL"));
+    if (rFaksas) rFaksas.SetValue(address.Contact(u"FA"));
+  }
+  if (rVadovas) rVadovas.SetValue(company.ResponsiblePerson(u"DIR"));
+  if (rBuhas) rBuhas.SetValue(company.ResponsiblePerson(u"FDIR"));
+}
+
+void CReports::FillBnksAcc(excel::Range, excel::Range, excel::Range, excel::Range, excel::Range) {
+}
+
+}  // namespace qva
