@@ -1,0 +1,330 @@
+#include "platform/memory/MemoryHost.h"
+
+#include "platform/host.h"
+#include "platform/member_table.h"
+#include "platform/text.h"
+
+namespace qva {
+namespace {
+
+AutomationError HostError(std::u16string description) {
+  return AutomationError(kObjectErrorBase + 1, u"NVXCommonObjects", std::move(description));
+}
+
+template <class T>
+const T& Find(const std::map<std::u16string, T>& map, std::u16string_view key, std::u16string_view what) {
+  const auto found = map.find(std::u16string(key));
+  if (found == map.end()) throw HostError(u"No " + std::u16string(what) + u" '" + std::u16string(key) + u"'");
+  return found->second;
+}
+
+class BookObject : public Described<BookObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"Book", "").Get<&BookObject::BookCode>(u"BookCode").Default(u"BookCode");
+    return description;
+  }
+  BookObject(MemoryHost& host, std::u16string code) : host_(host), code_(std::move(code)) {}
+  std::u16string BookCode() const { return code_; }
+  const MemoryHost::Company& company() const { return Find(host_.books, code_, u"book"); }
+
+ private:
+  MemoryHost& host_;
+  std::u16string code_;
+};
+
+class CommonObjectsObject : public Described<CommonObjectsObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"CommonObjects", "")
+            .Method<&CommonObjectsObject::CreateBook>(u"CreateBook", {{u"BookCode"}});
+    return description;
+  }
+  explicit CommonObjectsObject(MemoryHost& host) : host_(host) {}
+  ObjectPtr CreateBook(std::u16string code) {
+    Find(host_.books, code, u"book");
+    return MakeRef<BookObject>(host_, code);
+  }
+
+ private:
+  MemoryHost& host_;
+};
+
+class PlantObject : public Described<PlantObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"Plant", "").Method<&PlantObject::Init>(u"Init", {{u"Book"}});
+    return description;
+  }
+  explicit PlantObject(MemoryHost& host) : host_(host) {}
+  void Init(ObjectPtr book) { host_.plants_made.push_back(host::Book(book).BookCode()); }
+
+ private:
+  MemoryHost& host_;
+};
+
+class SessionObject : public Described<SessionObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"Session", "").Method<&SessionObject::SetBook>(u"SetBook", {{u"Book"}});
+    return description;
+  }
+  explicit SessionObject(MemoryHost& host) : host_(host) {}
+  void SetBook(ObjectPtr book) { host_.books_set.push_back(host::Book(book).BookCode()); }
+
+ private:
+  MemoryHost& host_;
+};
+
+class ClientToolsObject : public Described<ClientToolsObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"ClientTools", "").Get<&ClientToolsObject::Session>(u"Session");
+    return description;
+  }
+  explicit ClientToolsObject(MemoryHost& host) : session_(MakeRef<SessionObject>(host)) {}
+  ObjectPtr Session() const { return session_; }
+
+ private:
+  ObjectPtr session_;
+};
+
+class AddressObject : public Described<AddressObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description = ClassBuilder(u"Address", "")
+                                                    .Get<&AddressObject::FullText>(u"FullText")
+                                                    .Get<&AddressObject::Contact>(u"Contact", {{u"Kind"}});
+    return description;
+  }
+  explicit AddressObject(const MemoryHost::Address& address) : address_(address) {}
+  std::u16string FullText() const { return address_.full_text; }
+  std::u16string Contact(std::u16string kind) const {
+    const auto found = address_.contacts.find(kind);
+    return found == address_.contacts.end() ? std::u16string() : found->second;
+  }
+
+ private:
+  MemoryHost::Address address_;
+};
+
+class CompanyAttributesObject : public Described<CompanyAttributesObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"CompanyAttributes", "")
+            .Method<&CompanyAttributesObject::Init>(u"Init", {{u"Book"}})
+            .Get<&CompanyAttributesObject::Code>(u"Code")
+            .Get<&CompanyAttributesObject::VATCode>(u"VATCode")
+            .Get<&CompanyAttributesObject::Name>(u"Name")
+            .Get<&CompanyAttributesObject::Address>(u"Address", {{u"Kind"}})
+            .Get<&CompanyAttributesObject::ResponsiblePerson>(u"ResponsiblePerson", {{u"Role"}});
+    return description;
+  }
+  explicit CompanyAttributesObject(MemoryHost& host) : host_(host) {}
+  void Init(ObjectPtr book) { company_ = &Find(host_.books, host::Book(book).BookCode(), u"book"); }
+  std::u16string Code() const { return company().code; }
+  std::u16string VATCode() const { return company().vat_code; }
+  std::u16string Name() const { return company().name; }
+  ObjectPtr Address(std::u16string kind) const {
+    return MakeRef<AddressObject>(Find(company().addresses, kind, u"address of kind"));
+  }
+  std::u16string ResponsiblePerson(std::u16string role) const {
+    const auto found = company().persons.find(role);
+    return found == company().persons.end() ? std::u16string() : found->second;
+  }
+
+ private:
+  const MemoryHost::Company& company() const {
+    if (!company_) throw HostError(u"Init was not called");
+    return *company_;
+  }
+  MemoryHost& host_;
+  const MemoryHost::Company* company_ = nullptr;
+};
+
+class LookupObject : public Described<LookupObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description = ClassBuilder(u"Lookup", "")
+                                                    .Method<&LookupObject::Run>(u"Run", {{u"Parameters"}})
+                                                    .Get<&LookupObject::Result>(u"Value");
+    return description;
+  }
+  explicit LookupObject(MemoryHost& host) : host_(host) {}
+  bool Run(Value parameters) {
+    const auto found = host_.path_keys.find(parameters.ToArray().elements.at(0).ToText());
+    result_ = found == host_.path_keys.end() ? std::u16string() : found->second;
+    return found != host_.path_keys.end();
+  }
+  std::u16string Result() const { return result_; }
+
+ private:
+  MemoryHost& host_;
+  std::u16string result_;
+};
+
+class DataAccessObject : public Described<DataAccessObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"DataAccess", "").Get<&DataAccessObject::Lookup>(u"Lookup", {{u"Name"}, {u"Book"}});
+    return description;
+  }
+  explicit DataAccessObject(MemoryHost& host) : host_(host) {}
+  ObjectPtr Lookup(std::u16string name, ObjectPtr) const {
+    if (name != u"PathKey") throw HostError(u"No lookup '" + name + u"'");
+    return MakeRef<LookupObject>(host_);
+  }
+
+ private:
+  MemoryHost& host_;
+};
+
+class SettingsItemObject : public Described<SettingsItemObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description = ClassBuilder(u"SettingsItem", "")
+                                                    .Get<&SettingsItemObject::Name>(u"Name")
+                                                    .Get<&SettingsItemObject::Type>(u"Type")
+                                                    .Get<&SettingsItemObject::Content>(u"Value")
+                                                    .Put<&SettingsItemObject::SetContent>(u"Value")
+                                                    .PutRef<&SettingsItemObject::SetContent>(u"Value")
+                                                    .Default(u"Value");
+    return description;
+  }
+  SettingsItemObject(std::u16string name, std::int32_t type, Value value)
+      : name_(std::move(name)), type_(type), value_(std::move(value)) {}
+  std::u16string Name() const { return name_; }
+  std::int32_t Type() const { return type_; }
+  Value Content() const { return value_; }
+  void SetContent(Value value) { value_ = std::move(value); }
+
+ private:
+  std::u16string name_;
+  std::int32_t type_;
+  Value value_;
+};
+
+class SettingsCollectionObject : public Described<SettingsCollectionObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"SettingsCollection", "")
+            .Method<&SettingsCollectionObject::Add>(u"Add",
+                                                    {{u"Name"}, {u"Type"}, Optional(u"Value", Value())})
+            .Get<&SettingsCollectionObject::Item>(u"Item", {{u"Name"}})
+            .Get<&SettingsCollectionObject::Count>(u"Count")
+            .Default(u"Item");
+    return description;
+  }
+  void Add(std::u16string name, std::int32_t type, Value value) {
+    if (FindItem(name)) {
+      throw AutomationError(457, u"NVXCommonObjects",
+                            u"This key is already associated with an element of this collection");
+    }
+    items_.push_back(MakeRef<SettingsItemObject>(name, type, std::move(value)));
+  }
+  ObjectPtr Item(Value index) const {
+    if (index.Is(Value::Type::Text)) {
+      if (auto item = FindItem(index.As<std::u16string>())) return item;
+      throw AutomationError(kSubscriptOutOfRange);
+    }
+    const std::int32_t position = index.ToInt32();
+    if (position < 1 || position > Count()) throw AutomationError(kSubscriptOutOfRange);
+    return items_[static_cast<std::size_t>(position) - 1];
+  }
+  std::int32_t Count() const { return static_cast<std::int32_t>(items_.size()); }
+
+ private:
+  Ref<SettingsItemObject> FindItem(std::u16string_view name) const {
+    for (const auto& item : items_) {
+      if (EqualIgnoringCase(item->Name(), name)) return item;
+    }
+    return {};
+  }
+  std::vector<Ref<SettingsItemObject>> items_;
+};
+
+class MessageObject : public Described<MessageObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"Message", "")
+            .Method<&MessageObject::Show>(u"Show", {{u"Text"}, {u"Title"}, {u"Captions"}});
+    return description;
+  }
+  explicit MessageObject(MemoryHost& host) : host_(host) {}
+  std::int32_t Show(std::u16string text, std::u16string title, Value captions) {
+    if (!host_.message_box) throw HostError(u"No message box is set");
+    std::vector<std::u16string> buttons;
+    for (const Value& caption : captions.ToArray().elements) buttons.push_back(caption.ToText());
+    return host_.message_box->Ask(text, title, buttons);
+  }
+
+ private:
+  MemoryHost& host_;
+};
+
+class MessageResourceObject : public Described<MessageResourceObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"MessageResource", "")
+            .Method<&MessageResourceObject::Init>(u"Init", {{u"Library"}})
+            .Get<&MessageResourceObject::Text>(u"Text", {{u"Number"}});
+    return description;
+  }
+  explicit MessageResourceObject(MemoryHost& host) : host_(host) {}
+  void Init(std::u16string library) { host_.resource_library = std::move(library); }
+  std::u16string Text(std::int32_t number) const {
+    const auto found = host_.texts.find(number);
+    if (found == host_.texts.end()) throw AutomationError(kSubscriptOutOfRange);
+    return found->second;
+  }
+
+ private:
+  MemoryHost& host_;
+};
+
+}  // namespace
+
+MemoryHost MemoryHost::Sample() {
+  MemoryHost host;
+  host.books[u"MEDVILNE"] = {
+      .code = u"302511789",
+      .vat_code = u"LT100005117810",
+      .name = u"UAB „Medvilnė“",
+      .addresses = {{u"",
+                     {.full_text = u"Šaltinių g. 12, LT-03215 Vilnius",
+                      .contacts = {{u"TEL", u"(8 5) 212 3456"}, {u"FA", u"(8 5) 212 3457"}}}}},
+      .persons = {{u"DIR", u"Žygimantas Ąžuolaitis"}, {u"FDIR", u"Eglė Čepėnienė"}},
+  };
+  host.path_keys[u"BookRepSave"] = u"C:\\Ataskaitos";
+  const std::int32_t numbers[] = {800, 801, 802, 803, 804, 805, 806, 807, 808, 810,  811,
+                                  813, 814, 815, 816, 817, 818, 819, 820, 828, 836,  840,
+                                  841, 842, 843, 844, 845, 846, 847, 848, 849, 16514};
+  for (const std::int32_t number : numbers) host.texts[number] = u"Tekstas " + NumberText(number);
+  for (const std::int32_t number : {800, 814, 819, 842}) host.texts[number] += u": %0";
+  return host;
+}
+
+ObjectPtr MemoryHost::Create(std::u16string_view programmatic_identifier) {
+  const auto is = [&](std::u16string_view id) { return EqualIgnoringCase(programmatic_identifier, id); };
+  if (is(host::kCommonObjects)) return MakeRef<CommonObjectsObject>(*this);
+  if (is(host::kPlant)) return MakeRef<PlantObject>(*this);
+  if (is(host::kClientTools)) return MakeRef<ClientToolsObject>(*this);
+  if (is(host::kSettingsCollection)) return MakeRef<SettingsCollectionObject>();
+  if (is(host::kCompanyAttributes)) return MakeRef<CompanyAttributesObject>(*this);
+  if (is(host::kDataAccess)) return MakeRef<DataAccessObject>(*this);
+  if (is(host::kMessage)) return MakeRef<MessageObject>(*this);
+  if (is(host::kMessageResource)) return MakeRef<MessageResourceObject>(*this);
+  return {};
+}
+
+}  // namespace qva
