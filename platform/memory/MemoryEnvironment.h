@@ -1,0 +1,24 @@
+// Environment variables of nobody's process: empty from the start.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "platform/environment.h"
+
+namespace qva {
+
+class MemoryEnvironment : public Environment {
+ public:
+  std::uint32_t GetVariable(std::u16string_view name, std::span<char> buffer) const override;
+
+  /// Names ignore letter case, as Windows' do. `value` is in the ANSI code page.
+  void Set(std::u16string_view name, std::string value);
+  void Remove(std::u16string_view name);
+
+ private:
+  std::map<std::u16string, std::string> variables_;  // by lower-case name
+};
+
+}  // namespace qva

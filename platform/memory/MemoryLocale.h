@@ -1,0 +1,22 @@
+// Regional settings that can be set; Lithuanian ones from the start.
+#pragma once
+
+#include "platform/code_page.h"
+#include "platform/locale.h"
+
+namespace qva {
+
+class MemoryLocale : public Locale {
+ public:
+  std::u16string ShortDatePattern() const override { return short_date_pattern; }
+  std::u16string LongTimePattern() const override { return long_time_pattern; }
+  std::u16string DecimalSeparator() const override { return decimal_separator; }
+  std::string ToAnsi(std::u16string_view text) const override { return ToCodePage1257(text); }
+  std::u16string FromAnsi(std::string_view bytes) const override { return FromCodePage1257(bytes); }
+
+  std::u16string short_date_pattern = u"yyyy-MM-dd";
+  std::u16string long_time_pattern = u"HH:mm:ss";
+  std::u16string decimal_separator = u",";
+};
+
+}  // namespace qva

@@ -1,0 +1,25 @@
+#include "platform/memory/MemoryObjectFactory.h"
+
+#include "platform/text.h"
+
+namespace qva {
+
+ObjectPtr MemoryObjectFactory::Create(std::u16string_view programmatic_identifier) {
+  const auto found = creators_.find(ToLower(programmatic_identifier));
+  if (found == creators_.end()) throw AutomationError(kCannotCreateObject);
+  // A copy: what the creator does may change the registrations.
+  const Creator creator = found->second;
+  ObjectPtr object = creator();
+  if (!object) throw AutomationError(kCannotCreateObject);
+  return object;
+}
+
+void MemoryObjectFactory::Register(std::u16string_view programmatic_identifier, Creator creator) {
+  creators_[ToLower(programmatic_identifier)] = std::move(creator);
+}
+
+void MemoryObjectFactory::Unregister(std::u16string_view programmatic_identifier) {
+  creators_.erase(ToLower(programmatic_identifier));
+}
+
+}  // namespace qva

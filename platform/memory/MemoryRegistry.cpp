@@ -1,0 +1,149 @@
+#include "platform/memory/MemoryRegistry.h"
+
+#include <algorithm>
+
+#include "platform/text.h"
+
+namespace qva {
+namespace {
+
+/// Takes the first component off a path of "\"-separated ones, in the case that keys are stored by.
+std::u16string TakeComponent(std::u16string_view& path) {
+  const std::size_t end = std::min(path.find(u'\\'), path.size());
+  std::u16string name = ToLower(path.substr(0, end));
+  path.remove_prefix(std::min(end + 1, path.size()));
+  return name;
+}
+
+bool IsText(std::uint32_t type) {
+  return type == kRegSz || type == kRegExpandSz;
+}
+
+}  // namespace
+
+MemoryRegistry::MemoryRegistry() : current_user_(std::make_unique<Node>()) {
+}
+
+MemoryRegistry::~MemoryRegistry() = default;
+
+std::int32_t MemoryRegistry::RefusalOf(Operation operation) const {
+  const auto found = refusals_.find(operation);
+  return found == refusals_.end() ? std::int32_t{kRegistrySuccess} : found->second;
+}
+
+std::optional<MemoryRegistry::Handle> MemoryRegistry::Resolve(RegistryKey key) const {
+  if (key == HKEY_CURRENT_USER_VALUE) return Handle{current_user_.get(), ~std::uint32_t{0}};
+  const auto found = handles_.find(key);
+  if (found == handles_.end()) return std::nullopt;
+  return found->second;
+}
+
+RegistryKey MemoryRegistry::NewHandle(Node* node, std::uint32_t access) {
+  handles_[++last_handle_] = {node, access};
+  return last_handle_;
+}
+
+MemoryRegistry::Node* MemoryRegistry::Find(Node* node, std::u16string_view path) {
+  while (!path.empty()) {
+    const auto found = node->children.find(TakeComponent(path));
+    if (found == node->children.end()) return nullptr;
+    node = found->second.get();
+  }
+  return node;
+}
+
+MemoryRegistry::Node* MemoryRegistry::FindOrCreate(Node* node, std::u16string_view path) {
+  while (!path.empty()) {
+    std::unique_ptr<Node>& child = node->children[TakeComponent(path)];
+    if (!child) child = std::make_unique<Node>();
+    node = child.get();
+  }
+  return node;
+}
+
+void MemoryRegistry::Store(Node& node, std::u16string_view name, std::uint32_t type,
+                           std::span<const char> data) {
+  std::string bytes(data.begin(), data.end());
+  if (IsText(type) && (bytes.empty() || bytes.back() != '\0')) bytes += '\0';
+  node.values[ToLower(name)] = {type, std::move(bytes)};
+}
+
+std::int32_t MemoryRegistry::OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                                     RegistryKey& key) {
+  if (const auto refusal = RefusalOf(Operation::Open)) return refusal;
+  const auto handle = Resolve(parent);
+  if (!handle) return kRegistryInvalidHandle;
+  Node* node = Find(handle->node, path);
+  if (!node) return kRegistryFileNotFound;
+  key = NewHandle(node, access);
+  return kRegistrySuccess;
+}
+
+std::int32_t MemoryRegistry::CreateKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                                       const RegistrySecurity&, RegistryKey& key) {
+  if (const auto refusal = RefusalOf(Operation::Create)) return refusal;
+  const auto handle = Resolve(parent);
+  if (!handle) return kRegistryInvalidHandle;
+  key = NewHandle(FindOrCreate(handle->node, path), access);
+  return kRegistrySuccess;
+}
+
+std::int32_t MemoryRegistry::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
+                                        std::span<char> data, std::uint32_t& size) {
+  if (const auto refusal = RefusalOf(Operation::Query)) return refusal;
+  const auto handle = Resolve(key);
+  if (!handle) return kRegistryInvalidHandle;
+  if (!(handle->access & kKeyQueryValue)) return kRegistryAccessDenied;
+  const auto found = handle->node->values.find(ToLower(name));
+  if (found == handle->node->values.end()) return kRegistryFileNotFound;
+  const std::string& bytes = found->second.bytes;
+  type = found->second.type;
+  size = static_cast<std::uint32_t>(bytes.size());
+  if (data.empty()) return kRegistrySuccess;
+  if (data.size() < bytes.size()) return kRegistryMoreData;
+  std::copy(bytes.begin(), bytes.end(), data.begin());
+  return kRegistrySuccess;
+}
+
+std::int32_t MemoryRegistry::SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
+                                      std::span<const char> data) {
+  if (const auto refusal = RefusalOf(Operation::Set)) return refusal;
+  const auto handle = Resolve(key);
+  if (!handle) return kRegistryInvalidHandle;
+  if (!(handle->access & kKeySetValue)) return kRegistryAccessDenied;
+  Store(*handle->node, name, type, data);
+  return kRegistrySuccess;
+}
+
+std::int32_t MemoryRegistry::DeleteValue(RegistryKey key, std::u16string_view name) {
+  if (const auto refusal = RefusalOf(Operation::Delete)) return refusal;
+  const auto handle = Resolve(key);
+  if (!handle) return kRegistryInvalidHandle;
+  if (!(handle->access & kKeySetValue)) return kRegistryAccessDenied;
+  return handle->node->values.erase(ToLower(name)) == 1 ? kRegistrySuccess : kRegistryFileNotFound;
+}
+
+std::int32_t MemoryRegistry::CloseKey(RegistryKey key) {
+  if (const auto refusal = RefusalOf(Operation::Close)) return refusal;
+  if (key == HKEY_CURRENT_USER_VALUE) return kRegistrySuccess;
+  return handles_.erase(key) == 1 ? kRegistrySuccess : kRegistryInvalidHandle;
+}
+
+void MemoryRegistry::SetText(std::u16string_view path, std::u16string_view name, std::string_view text,
+                             std::uint32_t type) {
+  Store(*FindOrCreate(current_user_.get(), path), name, type, text);
+}
+
+std::optional<std::string> MemoryRegistry::Text(std::u16string_view path, std::u16string_view name) const {
+  const Node* node = Find(current_user_.get(), path);
+  if (!node) return std::nullopt;
+  const auto found = node->values.find(ToLower(name));
+  if (found == node->values.end() || !IsText(found->second.type)) return std::nullopt;
+  return found->second.bytes.substr(0, found->second.bytes.size() - 1);
+}
+
+bool MemoryRegistry::HasKey(std::u16string_view path) const {
+  return Find(current_user_.get(), path) != nullptr;
+}
+
+}  // namespace qva
