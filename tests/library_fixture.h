@@ -1,0 +1,111 @@
+// What tests of the library share: the in-memory platform and host, a trace of all calls into them, and the
+// proof that nothing stays alive.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "global/Globals.h"
+#include "global/PublicClasses.h"
+#include "global/StartUp.h"
+#include "platform/memory/CallCount.h"
+#include "platform/memory/CallFailure.h"
+#include "platform/memory/CallTrace.h"
+#include "platform/memory/Interceptor.h"
+#include "platform/memory/MemoryHost.h"
+#include "platform/memory/MemoryPlatform.h"
+#include "platform/memory/excel/Application.h"
+#include "platform/text.h"
+
+namespace qva {
+
+inline void PrintTo(const Value& value, std::ostream* out) {
+  *out << ToUtf8(DescribeValue(value));
+}
+
+/// The error that `step` raises, if it raises one.
+inline std::optional<AutomationError> ErrorOf(const std::function<void()>& step) {
+  try {
+    step();
+    return std::nullopt;
+  } catch (const AutomationError& error) {
+    return error;
+  }
+}
+
+/// The number of the error that `step` raises, 0 for none.
+inline std::int32_t ErrorNumberOf(const std::function<void()>& step) {
+  const auto error = ErrorOf(step);
+  return error ? error->number() : 0;
+}
+
+/// A fresh library on the in-memory platform. Objects are created and called as a macro does it: by
+/// programmatic identifier and member name.
+class LibraryTest : public testing::Test {
+ protected:
+  static constexpr std::u16string_view kHostIdentifiers[] = {
+      host::kCommonObjects,     host::kPlant,      host::kClientTools, host::kSettingsCollection,
+      host::kCompanyAttributes, host::kDataAccess, host::kMessage,     host::kMessageResource};
+
+  LibraryTest() {
+    host.message_box = &platform.message_box;
+    for (const std::u16string_view identifier : kHostIdentifiers) {
+      platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
+    }
+    Services services = platform.services();
+    services.object_factory = &factory;
+    InstallServices(services);
+    SetSetting(u"Forms\\MDI", u"P0", u"MEDVILNE");
+    excel = MakeRef<memory::Application>();
+    application = interceptor.Wrap(excel, u"Application");
+  }
+
+  ~LibraryTest() override {
+    application.reset();
+    excel.reset();
+    ResetGlobals();
+    ShutDown();
+    EXPECT_EQ(Object::LiveCount(), live_before) << "objects stay alive";
+    EXPECT_EQ(platform.registry.OpenHandles(), 0u) << "registry keys stay open";
+    InstallServices({});
+  }
+
+  void SetSetting(std::u16string_view section, std::u16string_view key, std::u16string_view text) {
+    const std::u16string path = u"Software\\VB and VBA Program Settings\\Quillon Enterprise\\";
+    platform.registry.SetText(path + std::u16string(section), key, platform.locale.ToAnsi(text));
+  }
+
+  static ObjectPtr Create(std::u16string_view class_name) {
+    const PublicClass* found = FindPublicClass(u"QVA_Varnholt." + std::u16string(class_name));
+    return found ? CreatePublicObject(*found) : ObjectPtr();
+  }
+
+  /// Connects a new global object to Excel and to the book "MEDVILNE".
+  ObjectPtr Connected() {
+    ObjectPtr global = Create(u"gExcelObject");
+    Call(global, u"InitConnectEX", {application, ObjectPtr()});
+    return global;
+  }
+
+  static Value Nothing() { return ObjectPtr(); }
+
+  const long live_before = Object::LiveCount();
+  MemoryPlatform platform;
+  MemoryHost host = MemoryHost::Sample();
+  CallTrace trace;
+  CallCount count;
+  CallFailure failure{0, AutomationError(kAutomationFailed, u"Server", u"The call failed")};
+  Interceptor interceptor{&trace, &count, &failure};
+  InterceptedFactory factory{interceptor, platform.object_factory};
+  Ref<memory::Application> excel;  ///< Excel as it is
+  ObjectPtr application;           ///< Excel as the library gets it: every call is traced
+};
+
+}  // namespace qva

@@ -1,0 +1,185 @@
+#include "reports/CReports.h"
+
+#include "tests/library_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// A cell that keeps its value.
+class Cell : public Described<Cell> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value").Default(u"Value");
+    return description;
+  }
+  Value value;
+};
+
+class Reports : public LibraryTest {
+ protected:
+  static constexpr std::size_t kFillAttrParameters = 23;
+
+  /// A call of FillAttr with every cell given; cells[13] is the ID's place and stays unused.
+  Arguments AllCells() {
+    Arguments arguments;
+    for (std::size_t i = 0; i < kFillAttrParameters; ++i) {
+      cells.push_back(MakeRef<Cell>());
+      arguments.positional.push_back(i == 13 ? Value(std::int32_t{7}) : Value(cells[i]));
+    }
+    return arguments;
+  }
+
+  Value ValueOf(std::size_t i) const { return cells[i]->value; }
+
+  ObjectPtr global = Connected();
+  ObjectPtr reports = Create(u"CReports");
+  std::vector<Ref<Cell>> cells;
+};
+
+TEST_F(Reports, FillAttrWritesTheEightAttributesAndLeavesTheRestAlone) {
+  Call(reports, u"FillAttr", AllCells());
+  const char16_t* const expected[] = {
+      u"302511789",      u"LT100005117810", u"UAB „Medvilnė“",        u"Šaltinių g. 12, LT-03215 Vilnius",
+      u"(8 5) 212 3456", u"(8 5) 212 3457", u"Žygimantas Ąžuolaitis", u"Eglė Čepėnienė"};
+  for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ(ValueOf(i), Value(expected[i])) << i;
+  for (std::size_t i = 8; i < kFillAttrParameters; ++i) EXPECT_EQ(ValueOf(i), Value()) << i;
+}
+
+TEST_F(Reports, FillAttrWithTheNameAloneWritesNothingElse) {
+  const auto name = MakeRef<Cell>();
+  trace.Clear();
+  Arguments arguments;
+  arguments.Named(u"rPavad", name);
+  Call(reports, u"FillAttr", std::move(arguments));
+  EXPECT_EQ(name->value, Value(u"UAB „Medvilnė“"));
+  EXPECT_THAT(trace.lines(), ElementsAre("CreateObject(\"NVXCommonObjects.CompanyAttributes\")",
+                                         "CompanyAttributes.Init(CommonObjects.CreateBook(\"MEDVILNE\"))",
+                                         "CompanyAttributes.Name -> \"UAB „Medvilnė“\""));
+}
+
+TEST_F(Reports, FillAttrSkipsNullCellsAndFillsTheOthers) {
+  Arguments arguments = AllCells();
+  for (const std::size_t skipped : {0u, 3u, 6u}) arguments.positional[skipped] = ObjectPtr();
+  arguments.positional[1] = Missing{};
+  Call(reports, u"FillAttr", std::move(arguments));
+  for (const std::size_t skipped : {0u, 1u, 3u, 6u}) EXPECT_EQ(ValueOf(skipped), Value()) << skipped;
+  for (const std::size_t filled : {2u, 4u, 5u, 7u}) EXPECT_NE(ValueOf(filled), Value()) << filled;
+}
+
+TEST_F(Reports, FillAttrWithoutArgumentsOnlyAsksTheHost) {
+  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"FillAttr"); }), 0);
+}
+
+TEST_F(Reports, FillAttrMakesTheCompanyObjectAnewOnEachCall) {
+  trace.Clear();
+  Call(reports, u"FillAttr");
+  Call(reports, u"FillAttr");
+  EXPECT_EQ(std::count(trace.lines().begin(), trace.lines().end(),
+                       "CreateObject(\"NVXCommonObjects.CompanyAttributes\")"),
+            2);
+}
+
+TEST_F(Reports, FillAttrTakesTheRoleAndContactKindsOfTheHost) {
+  host.books[u"MEDVILNE"].persons.erase(u"DIR");
+  host.books[u"MEDVILNE"].addresses[u""].contacts.erase(u"FA");
+  Call(reports, u"FillAttr", AllCells());
+  EXPECT_EQ(ValueOf(5), Value(u""));
+  EXPECT_EQ(ValueOf(6), Value(u""));
+}
+
+TEST_F(Reports, FillAttrBeforeTheConnectionFailsWithTheHostsError) {
+  Call(global, u"ResetConnectEX", {std::int16_t{0}});
+  EXPECT_NE(ErrorNumberOf([&] { Call(reports, u"FillAttr", AllCells()); }), 0);
+  for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ(ValueOf(i), Value()) << i;
+}
+
+TEST_F(Reports, FillAttrRefusesACellThatIsNoObject) {
+  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"FillAttr", {u"A1"}); }), kTypeMismatch);
+}
+
+// Whichever host call fails, its error reaches the macro, the cells before it are filled, the others
+// untouched.
+TEST_F(Reports, FillAttrEndsAsAgreedWhicheverHostCallFails) {
+  for (long n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    cells.clear();
+    Arguments arguments = AllCells();
+    failure.Reset(n);
+    const std::int32_t number = ErrorNumberOf([&] { Call(reports, u"FillAttr", std::move(arguments)); });
+    const bool failed = failure.has_failed();
+    failure.Reset(0);
+    const auto filled = static_cast<long>(
+        std::ranges::count_if(cells, [](const auto& cell) { return cell->value != Value(); }));
+    if (!failed) {
+      EXPECT_EQ(number, 0);
+      EXPECT_EQ(filled, 8);
+      EXPECT_EQ(n, 12) << "eleven host calls fill all attributes";
+      break;
+    }
+    EXPECT_EQ(number, kAutomationFailed);
+    // Creation, Init, three plain attributes, the address, its three texts, two persons.
+    const long expected_filled[] = {0, 0, 0, 1, 2, 3, 3, 4, 5, 6, 7};
+    ASSERT_LE(n, 11);
+    EXPECT_EQ(filled, expected_filled[n - 1]);
+  }
+}
+
+TEST_F(Reports, FillAttrIsLeanOnHostCalls) {
+  count.Reset();
+  Call(reports, u"FillAttr", AllCells());
+  EXPECT_EQ(count.calls(), 11) << "the cells of this test are not counted";
+}
+
+TEST_F(Reports, FillBnksAccNeverChangesACell) {
+  std::vector<Ref<Cell>> five;
+  Arguments arguments;
+  for (int i = 0; i < 5; ++i) {
+    five.push_back(MakeRef<Cell>());
+    five.back()->value = u"before";
+    arguments.positional.push_back(five.back());
+  }
+  count.Reset();
+  Call(reports, u"FillBnksAcc", std::move(arguments));
+  for (const auto& cell : five) EXPECT_EQ(cell->value, Value(u"before"));
+  EXPECT_EQ(count.calls(), 0);
+}
+
+TEST_F(Reports, InitTakesTheWorkbookOverAndSetsTheCaptionInTheStatedOrder) {
+  Call(Get(excel, u"Workbooks").ToObject(), u"Add");
+  trace.Clear();
+  count.Reset();
+  Call(reports, u"Init", {u"Balansas"});
+  EXPECT_THAT(
+      trace.lines(),
+      ElementsAre("Application.ActiveWorkbook", "Application.ActiveWindow",
+                  "Application.ActiveWindow.Caption = \"Balansas\"", "Application.ScreenUpdating = False",
+                  "Application.DisplayFormulaBar = True", "Application.ScreenUpdating = True"));
+  EXPECT_EQ(count.calls(), 6);
+  EXPECT_EQ(Get(GetObject(excel, u"ActiveWindow"), u"Caption"), Value(u"Balansas"));
+}
+
+TEST_F(Reports, InitWithoutAWindowRaisesAndLeavesTheScreenAlone) {
+  Put(excel, u"DisplayFormulaBar", false);
+  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Init", {u"Balansas"}); }), kObjectNotSet);
+  EXPECT_EQ(Get(excel, u"DisplayFormulaBar"), Value(false));
+}
+
+TEST_F(Reports, InitWithoutAConnectionRaisesObjectNotSet) {
+  global.reset();
+  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Init", {u"Balansas"}); }), kObjectNotSet);
+}
+
+TEST_F(Reports, ReleaseLetsGoOfTheWorkbook) {
+  Call(Get(excel, u"Workbooks").ToObject(), u"Add");
+  Call(reports, u"Init", {u"Balansas"});
+  const long with_reports = Object::LiveCount();
+  reports.reset();
+  EXPECT_LT(Object::LiveCount(), with_reports);
+}
+
+}  // namespace
+}  // namespace qva
