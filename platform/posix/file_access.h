@@ -1,0 +1,48 @@
+// Reading and replacing whole files, and keeping other processes away meanwhile.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace qva {
+
+/// Owns a file descriptor, or none (−1).
+class FileDescriptor {
+ public:
+  FileDescriptor() = default;
+  explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
+  FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
+  FileDescriptor& operator=(FileDescriptor other) noexcept {
+    std::swap(descriptor_, other.descriptor_);
+    return *this;
+  }
+  ~FileDescriptor();
+
+  int get() const { return descriptor_; }
+  explicit operator bool() const { return descriptor_ >= 0; }
+
+ private:
+  int descriptor_ = -1;
+};
+
+/// Reads a whole file. Nothing when it cannot be read; a file that does not exist is empty.
+std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
+
+/// Writes all bytes to a descriptor; false when that fails part of the way.
+bool WriteWhole(int descriptor, std::string_view bytes);
+
+/// Replaces a file's content, or creates the file for its owner alone: readers see either the old content
+/// or the new one, after a crash too. A symbolic link stays one; permissions and owner are kept.
+/// False when that fails, the file is not writable for us or its owner cannot be kept; it is then unchanged.
+bool ReplaceWholeFile(const std::filesystem::path& path, std::string_view content);
+
+/// Takes the lock that the file `path` (created when missing, never deleted) stands for, among processes and
+/// within this one, waiting up to `patience`. The lock is held until the descriptor goes; none when it could
+/// not be had.
+FileDescriptor LockFile(const std::filesystem::path& path, std::chrono::milliseconds patience);
+
+}  // namespace qva

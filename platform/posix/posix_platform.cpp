@@ -1,0 +1,29 @@
+#include "platform/posix/posix_platform.h"
+
+#include <cstdlib>
+
+namespace qva {
+namespace {
+
+std::filesystem::path PathFromEnvironment(const char* variable) {
+  const char* path = std::getenv(variable);
+  return path ? path : "";
+}
+
+}  // namespace
+
+PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
+                             std::vector<ObjectFactory*> factories)
+    : registry_(UserRegistryPath()),
+      message_box_(PathFromEnvironment("QVA_VARNHOLT_ANSWERS"),
+                   PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_),
+      object_factory_(services_, std::move(factories), std::move(modules)),
+      services_{.object_factory = &object_factory_,
+                .registry = &registry_,
+                .environment = &environment_,
+                .locale = &locale_,
+                .clock = &clock_,
+                .message_box = &message_box_} {
+}
+
+}  // namespace qva

@@ -1,0 +1,40 @@
+// The seam's services on Linux, all together.
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "platform/posix/module_factory.h"
+#include "platform/posix/process_environment.h"
+#include "platform/posix/registry_file.h"
+#include "platform/posix/system_clock.h"
+#include "platform/posix/system_locale.h"
+#include "platform/posix/unattended_message_box.h"
+
+namespace qva {
+
+/// Owns one of each service. Message boxes are unattended, by the files that the environment variables
+/// QVA_VARNHOLT_ANSWERS and QVA_VARNHOLT_MESSAGE_LOG name.
+class PosixPlatform {
+ public:
+  /// Objects come from `factories` (borrowed), then from `modules` (see ModuleFactory).
+  explicit PosixPlatform(std::vector<std::filesystem::path> modules,
+                         std::vector<ObjectFactory*> factories = {});
+  PosixPlatform(const PosixPlatform&) = delete;
+  PosixPlatform& operator=(const PosixPlatform&) = delete;
+
+  /// What to install, and what the modules are opened on. A front door with a service of its own, such as a
+  /// real message box, puts it here before the first object is created.
+  Services& services() { return services_; }
+
+ private:
+  RegistryFile registry_;
+  ProcessEnvironment environment_;
+  SystemLocale locale_;
+  SystemClock clock_;
+  UnattendedMessageBox message_box_;
+  ModuleFactory object_factory_;
+  Services services_;
+};
+
+}  // namespace qva

@@ -1,0 +1,180 @@
+#include "platform/posix/registry_file.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "platform/code_page.h"
+#include "platform/posix/file_access.h"
+
+namespace qva {
+namespace {
+
+constexpr std::u16string_view kCurrentUser = u"HKEY_CURRENT_USER";
+constexpr std::uint32_t kAllAccess = ~0u;
+constexpr std::chrono::seconds kLockPatience(2);
+// Handles of opened keys lie above the 32 bits in which the predefined ones are.
+constexpr RegistryKey kBeforeFirstKey = 0x1'0000'0000;
+
+/// The path of the key `path` below `parent`. Backslashes too many are passed over.
+std::u16string Join(std::u16string parent, std::u16string_view path) {
+  while (!path.empty()) {
+    const std::u16string_view part = path.substr(0, path.find(u'\\'));
+    if (!part.empty()) parent.append(1, u'\\').append(part);
+    path.remove_prefix(std::min(part.size() + 1, path.size()));
+  }
+  return parent;
+}
+
+/// Whether a key path or value name can stand in a file of lines.
+bool IsWritable(std::u16string_view name) {
+  return std::ranges::none_of(name, [](char16_t c) { return c < 0x20 || c == 0x7F; });
+}
+
+bool IsThere(const RegistryText& registry, std::u16string_view path) {
+  return path == kCurrentUser || registry.HasKey(path);
+}
+
+}  // namespace
+
+std::filesystem::path UserRegistryPath() {
+  const auto variable = [](const char* name) -> std::string {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+  };
+  if (const std::string path = variable("QVA_VARNHOLT_REGISTRY"); !path.empty()) return path;
+  std::filesystem::path folder = variable("XDG_CONFIG_HOME");
+  // A relative path in the variable counts as none at all (XDG Base Directory).
+  if (!folder.is_absolute()) {
+    std::string home = variable("HOME");
+    if (home.empty()) {
+      const passwd* user = ::getpwuid(::getuid());
+      if (user && user->pw_dir) home = user->pw_dir;
+    }
+    if (home.empty()) return {};
+    folder = std::filesystem::path(home) / ".config";
+  }
+  return folder / "qva-varnholt" / "registry.reg";
+}
+
+RegistryFile::RegistryFile(std::filesystem::path path) : path_(std::move(path)), last_key_(kBeforeFirstKey) {
+}
+
+std::int32_t RegistryFile::OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                                   RegistryKey& key) {
+  const auto from = Find(parent);
+  if (!from) return kRegistryInvalidHandle;
+  std::u16string whole = Join(from->path, path);
+  const auto registry = Read();
+  if (!registry || !IsThere(*registry, whole)) return kRegistryFileNotFound;
+  key = Keep(std::move(whole), access);
+  return kRegistrySuccess;
+}
+
+std::int32_t RegistryFile::CreateKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                                     const RegistrySecurity&, RegistryKey& key) {
+  const auto from = Find(parent);
+  if (!from) return kRegistryInvalidHandle;
+  std::u16string whole = Join(from->path, path);
+  const auto registry = Read();
+  if (!registry) return kRegistryWriteFault;
+  if (!IsThere(*registry, whole)) {
+    if (!(from->access & kKeyCreateSubKey)) return kRegistryAccessDenied;
+    if (!IsWritable(whole)) return kRegistryWriteFault;
+    const std::int32_t status = Change([&](RegistryText& current) {
+      current.AddKey(whole);
+      return kRegistrySuccess;
+    });
+    if (status != kRegistrySuccess) return status;
+  }
+  key = Keep(std::move(whole), access);
+  return kRegistrySuccess;
+}
+
+std::int32_t RegistryFile::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
+                                      std::span<char> data, std::uint32_t& size) {
+  const auto opened = Find(key);
+  if (!opened) return kRegistryInvalidHandle;
+  if (!(opened->access & kKeyQueryValue)) return kRegistryAccessDenied;
+  const auto registry = Read();
+  const RegistryData* value = registry ? registry->Find(opened->path, name) : nullptr;
+  if (!value) return kRegistryFileNotFound;
+
+  const std::string bytes = IsRegistryText(value->type) ? ToCodePage1257(value->text) : value->bytes;
+  type = value->type;
+  size = static_cast<std::uint32_t>(bytes.size());
+  if (data.empty()) return kRegistrySuccess;
+  if (data.size() < bytes.size()) return kRegistryMoreData;
+  std::ranges::copy(bytes, data.begin());
+  return kRegistrySuccess;
+}
+
+std::int32_t RegistryFile::SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
+                                    std::span<const char> data) {
+  const auto opened = Find(key);
+  if (!opened) return kRegistryInvalidHandle;
+  if (!(opened->access & kKeySetValue)) return kRegistryAccessDenied;
+  if (!IsWritable(name)) return kRegistryWriteFault;
+  RegistryData value{.type = type};
+  const std::string_view bytes(data.data(), data.size());
+  if (IsRegistryText(type)) {
+    value.text = FromCodePage1257(bytes);
+    if (!value.text.ends_with(u'\0')) value.text += u'\0';
+  } else {
+    value.bytes = bytes;
+  }
+  return Change([&](RegistryText& current) -> std::int32_t {
+    // Another process may have removed the key since it was opened.
+    if (!IsThere(current, opened->path)) return kRegistryFileNotFound;
+    current.Set(opened->path, name, std::move(value));
+    return kRegistrySuccess;
+  });
+}
+
+std::int32_t RegistryFile::DeleteValue(RegistryKey key, std::u16string_view name) {
+  const auto opened = Find(key);
+  if (!opened) return kRegistryInvalidHandle;
+  if (!(opened->access & kKeySetValue)) return kRegistryAccessDenied;
+  return Change([&](RegistryText& current) {
+    return current.Delete(opened->path, name) ? kRegistrySuccess : kRegistryFileNotFound;
+  });
+}
+
+std::int32_t RegistryFile::CloseKey(RegistryKey key) {
+  if (key == HKEY_CURRENT_USER_VALUE) return kRegistrySuccess;
+  return opened_.erase(key) > 0 ? kRegistrySuccess : kRegistryInvalidHandle;
+}
+
+std::optional<RegistryFile::OpenedKey> RegistryFile::Find(RegistryKey key) const {
+  if (key == HKEY_CURRENT_USER_VALUE) return OpenedKey{std::u16string(kCurrentUser), kAllAccess};
+  const auto found = opened_.find(key);
+  return found == opened_.end() ? std::nullopt : std::optional(found->second);
+}
+
+RegistryKey RegistryFile::Keep(std::u16string path, std::uint32_t access) {
+  opened_.emplace(++last_key_, OpenedKey{std::move(path), access});
+  return last_key_;
+}
+
+std::optional<RegistryText> RegistryFile::Read() const {
+  const auto content = ReadWholeFile(path_);
+  return content ? RegistryText::Parse(*content) : std::nullopt;
+}
+
+std::int32_t RegistryFile::Change(const std::function<std::int32_t(RegistryText&)>& change) {
+  // Looked at before anything is created: what cannot be changed leaves no trace beside it.
+  if (path_.empty() || !Read()) return kRegistryWriteFault;
+  std::error_code error;
+  if (path_.has_parent_path()) std::filesystem::create_directories(path_.parent_path(), error);
+  const FileDescriptor lock = LockFile(path_.string() + ".lock", kLockPatience);
+  if (!lock) return kRegistryWriteFault;
+  auto registry = Read();
+  if (!registry) return kRegistryWriteFault;
+  const std::int32_t status = change(*registry);
+  if (status != kRegistrySuccess) return status;
+  return ReplaceWholeFile(path_, registry->Utf8()) ? kRegistrySuccess : kRegistryWriteFault;
+}
+
+}  // namespace qva

@@ -1,0 +1,13 @@
+// The wall clock of the system, in the user's time zone.
+#pragma once
+
+#include "platform/clock.h"
+
+namespace qva {
+
+class SystemClock : public Clock {
+ public:
+  Date Now() const override;
+};
+
+}  // namespace qva

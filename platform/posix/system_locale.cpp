@@ -1,0 +1,142 @@
+#include "platform/posix/system_locale.h"
+
+#include <langinfo.h>
+#include <locale.h>
+
+#include <cstdlib>
+
+#include "platform/code_page.h"
+#include "platform/text.h"
+
+namespace qva {
+namespace {
+
+std::string Variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+/// The name of the user's locale for a category; empty for the C locale, which says nothing about a user.
+std::string LocaleName(const char* category) {
+  std::string name = Variable("LC_ALL");
+  if (name.empty()) name = Variable(category);
+  if (name.empty()) name = Variable("LANG");
+  return name == "C" || name == "POSIX" || name.starts_with("C.") ? "" : name;
+}
+
+/// What the user's locale says about `item`; empty when there is no such locale or its text is not UTF-8.
+std::string LanguageInfo(const char* category, int mask, nl_item item) {
+  const std::string name = LocaleName(category);
+  if (name.empty()) return {};
+  const locale_t locale = ::newlocale(mask, name.c_str(), nullptr);
+  if (!locale) return {};
+  std::string text = ::nl_langinfo_l(item, locale);
+  ::freelocale(locale);
+  return ToUtf8(FromUtf8(text)) == text ? text : "";
+}
+
+bool IsLetter(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
+}
+
+/// Windows' notation of one conversion of strftime, null when there is none.
+const char* WindowsPartOf(char conversion, bool without_zeros) {
+  switch (conversion) {
+    case 'Y':
+      return "yyyy";
+    case 'y':
+      return "yy";
+    case 'm':
+      return without_zeros ? "M" : "MM";
+    case 'd':
+      return without_zeros ? "d" : "dd";
+    case 'e':
+      return "d";
+    case 'H':
+      return without_zeros ? "H" : "HH";
+    case 'k':
+      return "H";
+    case 'I':
+      return without_zeros ? "h" : "hh";
+    case 'l':
+      return "h";
+    case 'M':
+      return "mm";
+    case 'S':
+      return "ss";
+    case 'p':
+    case 'P':
+      return "tt";
+    case 'F':
+      return "yyyy-MM-dd";
+    case 'D':
+      return "MM/dd/yy";
+    case 'T':
+      return "HH:mm:ss";
+    case 'R':
+      return "HH:mm";
+    case 'r':
+      return "hh:mm:ss tt";
+    case '%':
+      return "%";
+    default:
+      return nullptr;
+  }
+}
+
+}  // namespace
+
+std::optional<std::u16string> ToWindowsPattern(std::string_view pattern) {
+  std::string out;
+  for (std::size_t i = 0; i < pattern.size();) {
+    if (pattern[i] != '%') {
+      // Letters between the parts would be taken for parts themselves.
+      const bool quote = IsLetter(pattern[i]);
+      if (quote) out += '\'';
+      while (i < pattern.size() && pattern[i] != '%' && IsLetter(pattern[i]) == quote) {
+        out += pattern[i] == '\'' ? "''" : std::string(1, pattern[i]);
+        ++i;
+      }
+      if (quote) out += '\'';
+      continue;
+    }
+    bool without_zeros = false;
+    // A flag, then a modifier for other digits or eras, which a report's dates do not use.
+    for (++i; i < pattern.size() && std::string_view("-_0^#EO").find(pattern[i]) != std::string_view::npos;
+         ++i) {
+      without_zeros = without_zeros || pattern[i] == '-' || pattern[i] == '_';
+    }
+    const char* part = i < pattern.size() ? WindowsPartOf(pattern[i], without_zeros) : nullptr;
+    if (!part) return std::nullopt;
+    out += part;
+    ++i;
+  }
+  return out.empty() ? std::nullopt : std::optional(FromUtf8(out));
+}
+
+std::u16string SystemLocale::ShortDatePattern() const {
+  if (const std::string set = Variable("QVA_VARNHOLT_SHORT_DATE"); !set.empty()) return FromUtf8(set);
+  return ToWindowsPattern(LanguageInfo("LC_TIME", LC_TIME_MASK, D_FMT)).value_or(u"yyyy-MM-dd");
+}
+
+std::u16string SystemLocale::LongTimePattern() const {
+  std::string pattern = LanguageInfo("LC_TIME", LC_TIME_MASK, T_FMT);
+  // "%r" stands for the locale's own twelve-hour time.
+  if (pattern == "%r") pattern = LanguageInfo("LC_TIME", LC_TIME_MASK, T_FMT_AMPM);
+  return ToWindowsPattern(pattern).value_or(u"HH:mm:ss");
+}
+
+std::u16string SystemLocale::DecimalSeparator() const {
+  const std::string separator = LanguageInfo("LC_NUMERIC", LC_NUMERIC_MASK, RADIXCHAR);
+  return separator.empty() ? u"," : FromUtf8(separator);
+}
+
+std::string SystemLocale::ToAnsi(std::u16string_view text) const {
+  return ToCodePage1257(text);
+}
+
+std::u16string SystemLocale::FromAnsi(std::string_view bytes) const {
+  return FromCodePage1257(bytes);
+}
+
+}  // namespace qva

@@ -1,0 +1,153 @@
+#include "platform/posix/unattended_message_box.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+
+#include "platform/date.h"
+#include "platform/posix/file_access.h"
+#include "platform/text.h"
+
+namespace qva {
+namespace {
+
+constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
+constexpr std::int32_t kButtonSetMask = 0xF;  // of a style; the rest is icon and behaviour
+
+struct ButtonName {
+  std::u16string_view caption;
+  std::u16string_view english;
+};
+
+// Windows' buttons in the order of their numbers, from vbOK = 1.
+constexpr std::array<ButtonName, 7> kButtonNames = {{{u"Gerai", u"OK"},
+                                                     {u"Atšaukti", u"Cancel"},
+                                                     {u"Nutraukti", u"Abort"},
+                                                     {u"Kartoti", u"Retry"},
+                                                     {u"Ignoruoti", u"Ignore"},
+                                                     {u"Taip", u"Yes"},
+                                                     {u"Ne", u"No"}}};
+
+/// The numbers of the buttons that a style's button set has, in their order (winuser.h, MB_OK and following).
+std::vector<std::int32_t> ButtonSet(std::int32_t style) {
+  switch (style & kButtonSetMask) {
+    case 1:
+      return {1, 2};
+    case 2:
+      return {3, 4, 5};
+    case 3:
+      return {6, 7, 2};
+    case 4:
+      return {6, 7};
+    case 5:
+      return {4, 2};
+    default:
+      return {1};
+  }
+}
+
+std::string Indented(std::u16string_view text) {
+  return ToUtf8(ReplaceAll(ReplaceAll(text, u"\r\n", u"\n"), u"\n", u"\n           "));
+}
+
+}  // namespace
+
+UnattendedMessageBox::UnattendedMessageBox(std::filesystem::path answers, std::filesystem::path log,
+                                           const Clock& clock)
+    : answers_path_(std::move(answers)), log_path_(std::move(log)), clock_(clock) {
+}
+
+UnattendedMessageBox::Button UnattendedMessageBox::ButtonOfShow(std::int32_t number) {
+  const ButtonName& name = kButtonNames.at(static_cast<std::size_t>(number - 1));
+  return {number, std::u16string(name.caption), std::u16string(name.english)};
+}
+
+std::int32_t UnattendedMessageBox::Show(std::u16string_view text, std::int32_t style,
+                                        std::u16string_view title) {
+  std::vector<Button> buttons;
+  for (const std::int32_t number : ButtonSet(style)) buttons.push_back(ButtonOfShow(number));
+  return Press(text, title, buttons);
+}
+
+std::int32_t UnattendedMessageBox::Ask(std::u16string_view text, std::u16string_view title,
+                                       std::span<const std::u16string> captions) {
+  std::vector<Button> buttons;
+  for (const std::u16string& caption : captions) {
+    buttons.push_back({static_cast<std::int32_t>(buttons.size()) + 1, caption, u""});
+  }
+  // A box always has a button, or it could not be closed.
+  if (buttons.empty()) buttons.push_back(ButtonOfShow(vbOK));
+  return Press(text, title, buttons);
+}
+
+std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16string_view title,
+                                         const std::vector<Button>& buttons) {
+  const std::optional<Answer> answer = NextAnswer();
+  auto pressed = buttons.begin();
+  std::string reason =
+      problem_.empty() ? "no answer left, the first button" : problem_ + ", the first button";
+  if (answer) {
+    reason = "line " + std::to_string(answer->line) + " of " + answers_path_.string();
+    pressed = std::ranges::find_if(buttons, [&](const Button& button) {
+      return EqualIgnoringCase(answer->text, button.caption) || answer->text == NumberText(button.number) ||
+             EqualIgnoringCase(answer->text, button.english);
+    });
+    if (pressed == buttons.end()) {
+      pressed = std::prev(buttons.end());
+      reason =
+          "ERROR: \"" + ToUtf8(answer->text) + "\" in " + reason + " names no button, the box was closed";
+    }
+  }
+
+  const auto name = [](const Button& button) {
+    return std::to_string(button.number) + " " + ToUtf8(button.caption);
+  };
+  std::string entry = ToUtf8(FormatByWindowsPattern(clock_.Now(), u"yyyy-MM-dd HH:mm:ss")) +
+                      "\n  title:   " + Indented(title.empty() ? kDefaultTitle : title) +
+                      "\n  text:    " + Indented(text) + "\n  buttons:";
+  for (const Button& button : buttons) {
+    entry += (&button == &buttons.front() ? " " : " | ") + name(button);
+  }
+  Log(entry + "\n  answer:  " + name(*pressed) + " (" + reason + ")\n");
+  return pressed->number;
+}
+
+std::optional<UnattendedMessageBox::Answer> UnattendedMessageBox::NextAnswer() {
+  if (!answers_) ReadAnswers();
+  if (next_ == answers_->size()) return std::nullopt;
+  return (*answers_)[next_++];
+}
+
+void UnattendedMessageBox::ReadAnswers() {
+  answers_.emplace();
+  if (answers_path_.empty()) {
+    problem_ = "no answers file";
+    return;
+  }
+  std::error_code error;
+  const auto content = ReadWholeFile(answers_path_);
+  if (!content || !std::filesystem::exists(answers_path_, error)) {
+    problem_ = "ERROR: cannot read the answers file " + answers_path_.string();
+    return;
+  }
+  const std::u16string text = ReplaceAll(FromUtf8(*content), u"\r\n", u"\n");
+  std::u16string_view rest = text;
+  if (rest.starts_with(u'\uFEFF')) rest.remove_prefix(1);
+  for (int line = 1; !rest.empty(); ++line) {
+    const std::u16string_view content_of_line = rest.substr(0, rest.find(u'\n'));
+    rest.remove_prefix(std::min(content_of_line.size() + 1, rest.size()));
+    const std::u16string_view answer = Trim(content_of_line);
+    if (!answer.empty() && answer.front() != u'#') answers_->push_back({std::u16string(answer), line});
+  }
+}
+
+void UnattendedMessageBox::Log(const std::string& entry) const {
+  const FileDescriptor file(
+      log_path_.empty() ? -1 : ::open(log_path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
+  // In one piece, so that the boxes of several processes do not mix in one log.
+  if (!file || !WriteWhole(file.get(), entry)) WriteWhole(STDERR_FILENO, entry);
+}
+
+}  // namespace qva
