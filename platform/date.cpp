@@ -97,6 +97,7 @@ std::u16string OrderOf(std::u16string_view pattern) {
 
 std::optional<double> ParseDay(std::u16string_view text, const Locale& locale) {
   const std::u16string pattern = locale.ShortDatePattern();
+  const DateSeparators separators = SeparatorsOf(pattern);
   int numbers[3];
   std::size_t lengths[3];
   std::size_t i = 0;
@@ -104,13 +105,11 @@ std::optional<double> ParseDay(std::u16string_view text, const Locale& locale) {
     lengths[n] = ReadDigits(text, i, numbers[n]);
     if (lengths[n] == 0) return std::nullopt;
     const std::size_t separator_start = i;
+    // The regional separator first: it may begin with one of the others and go on ("m. ").
+    const std::u16string_view regional = n == 0 ? separators.first : separators.second;
+    if (n < 2 && text.substr(i).starts_with(regional)) i += regional.size();
     while (i < text.size() && std::u16string_view(u".-/ ").find(text[i]) != std::u16string_view::npos) ++i;
-    if (n < 2 && i == separator_start) {
-      const DateSeparators separators = SeparatorsOf(pattern);
-      const std::u16string& regional = n == 0 ? separators.first : separators.second;
-      if (regional.empty() || !text.substr(i).starts_with(regional)) return std::nullopt;
-      i += regional.size();
-    }
+    if (n < 2 && i == separator_start) return std::nullopt;
   }
   if (i != text.size()) return std::nullopt;
 

@@ -62,9 +62,12 @@ char16_t LowerOf(char16_t c) {
   if (c >= 0x410 && c <= 0x42F) return static_cast<char16_t>(c + 0x20);                // Cyrillic
   if (c >= 0x400 && c <= 0x40F) return static_cast<char16_t>(c + 0x50);
   if (c == 0x178) return 0xFF;
-  // Latin Extended-A: pairs of capital and small letter, whose first is even but in two stretches.
+  // Latin Extended-A and what Romanian and Welsh use beyond it: pairs of capital and small letter, whose
+  // first is even but in two stretches.
   const bool odd_capital = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
-  const bool even_capital = (c >= 0x100 && c <= 0x137 && c != 0x130) || (c >= 0x14A && c <= 0x177);
+  const bool even_capital = (c >= 0x100 && c <= 0x137 && c != 0x130) || (c >= 0x14A && c <= 0x177) ||
+                            (c >= 0x1F8 && c <= 0x21F) || (c >= 0x1E00 && c <= 0x1E95) ||
+                            (c >= 0x1EA0 && c <= 0x1EFF);
   if (odd_capital && (c & 1)) return static_cast<char16_t>(c + 1);
   if (even_capital && !(c & 1)) return static_cast<char16_t>(c + 1);
   return c;

@@ -1,9 +1,13 @@
 #include "platform/value.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <iterator>
 #include <limits>
+#include <locale>
 #include <optional>
+#include <sstream>
 
 #include "platform/automation.h"
 #include "platform/date.h"
@@ -25,7 +29,8 @@ const Locale& UserLocale() {
 double RoundHalfToEven(double x) {
   const double below = std::floor(x);
   const double rest = x - below;
-  if (rest != 0.5) return std::floor(x + 0.5);
+  if (rest < 0.5) return below;
+  if (rest > 0.5) return below + 1;
   return std::fmod(below, 2) == 0 ? below : below + 1;
 }
 
@@ -79,8 +84,11 @@ std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view 
     if (i == first_digit) return std::nullopt;
   }
   if (i != text.size()) return std::nullopt;
-  const double number = std::strtod(plain.c_str(), nullptr);
-  if (!std::isfinite(number)) throw AutomationError(kOverflow);
+  // The stream's own locale: the C library's may have been set to any by the process around us.
+  std::istringstream stream(plain);
+  stream.imbue(std::locale::classic());
+  double number = 0;
+  if (!(stream >> number)) throw AutomationError(kOverflow);
   return number;
 }
 
@@ -91,10 +99,13 @@ double NumberOfText(std::u16string_view text) {
 }
 
 /// Up to 15 significant digits; scientific from 1E+15 on and where a fraction would need more digits.
+/// What is no number is written as Windows' runtime writes it.
 std::u16string DoubleText(double x, std::u16string_view decimal_separator) {
+  if (std::isnan(x)) return u"-1.#IND";
+  if (std::isinf(x)) return x > 0 ? u"1.#INF" : u"-1.#INF";
   char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%.14e", x);
-  std::string scientific(buffer);
+  const std::string scientific(
+      buffer, std::to_chars(buffer, std::end(buffer), x, std::chars_format::scientific, 14).ptr);
   const std::size_t e = scientific.find('e');
   const int exponent = std::stoi(scientific.substr(e + 1));
   std::string digits = scientific.substr(0, e);
@@ -135,12 +146,17 @@ std::u16string CurrencyText(Currency amount, std::u16string_view decimal_separat
   return text;
 }
 
+/// Whether a time of day is to be shown. One that rounds to midnight is none.
+bool HasTime(const DateParts& parts) {
+  return parts.hour != 0 || parts.minute != 0 || parts.second != 0;
+}
+
 std::u16string DateText(Date date, const Locale& locale) {
-  const double day = std::floor(date.serial);
-  const bool has_time = date.serial != day;
+  const DateParts parts = PartsOf(date);
+  const bool is_day_0 = parts.year == 1899 && parts.month == 12 && parts.day == 30;
   std::u16string text;
-  if (day != 0 || !has_time) text = FormatByWindowsPattern(date, locale.ShortDatePattern());
-  if (has_time) {
+  if (!is_day_0 || !HasTime(parts)) text = FormatByWindowsPattern(date, locale.ShortDatePattern());
+  if (HasTime(parts)) {
     if (!text.empty()) text += u" ";
     text += FormatByWindowsPattern(date, locale.LongTimePattern());
   }
@@ -155,7 +171,8 @@ Value DefaultOf(const ObjectPtr& object) {
 }
 
 Date DateInRange(double serial) {
-  if (!(serial >= kFirstDate && serial < kEndOfDates)) throw AutomationError(kOverflow);
+  // A time on the first day makes its serial smaller, not greater.
+  if (!(serial > kFirstDate - 1 && serial < kEndOfDates)) throw AutomationError(kOverflow);
   return {serial};
 }
 
@@ -193,6 +210,7 @@ bool Value::ToBoolean() const {
 
 std::uint8_t Value::ToByte() const {
   if (Is(Type::Boolean)) return As<bool>() ? 255 : 0;
+  if (Is(Type::Object)) return DefaultOf(As<ObjectPtr>()).ToByte();
   return ToInteger<std::uint8_t>(ToDouble());
 }
 
@@ -238,6 +256,7 @@ double Value::ToDouble() const {
 
 Currency Value::ToCurrency() const {
   if (Is(Type::Currency)) return As<qva::Currency>();
+  if (Is(Type::Object)) return DefaultOf(As<ObjectPtr>()).ToCurrency();
   const double scaled = RoundHalfToEven(ToDouble() * 10000);
   // 2^63 itself is not representable in 64 bits.
   if (!(scaled >= -9223372036854775808.0 && scaled < 9223372036854775808.0)) throw AutomationError(kOverflow);
@@ -316,8 +335,9 @@ std::u16string DescribeValue(const Value& value) {
       return CurrencyText(value.As<Currency>(), u".") + u"@";
     case Value::Type::Date: {
       const Date date = value.As<Date>();
-      const bool has_time = date.serial != std::floor(date.serial);
-      return u"#" + FormatByWindowsPattern(date, has_time ? u"yyyy-MM-dd HH:mm:ss" : u"yyyy-MM-dd") + u"#";
+      return u"#" +
+             FormatByWindowsPattern(date, HasTime(PartsOf(date)) ? u"yyyy-MM-dd HH:mm:ss" : u"yyyy-MM-dd") +
+             u"#";
     }
     case Value::Type::Text:
       return u"\"" + ReplaceAll(value.As<std::u16string>(), u"\"", u"\"\"") + u"\"";
