@@ -24,7 +24,7 @@ void CCommandsEvent::cmdComment() {
 void CCommandsEvent::cmdFreeze(excel::Range, std::int16_t&) {
   throw AutomationError(kUnsupportedAction);
 }
-void CCommandsEvent::Init(ObjectPtr, ObjectPtr) {
+void CCommandsEvent::Init(ObjectPtr, Ref<CDefaultButtons>) {
   throw AutomationError(kUnsupportedAction);
 }
 

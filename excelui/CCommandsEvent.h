@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "excelui/CDefaultButtons.h"
 #include "platform/excel.h"
 #include "platform/member_table.h"
 
@@ -18,7 +19,7 @@ class CCommandsEvent : public Described<CCommandsEvent> {
   void cmdHelp(std::u16string& sHelpFile, std::int32_t& iHelpContextID);
   void cmdComment();
   void cmdFreeze(excel::Range rnStart, std::int16_t& ScrollRow);
-  void Init(ObjectPtr pCmdBar, ObjectPtr pDefButton);
+  void Init(ObjectPtr pCmdBar, Ref<CDefaultButtons> pDefButton);
 };
 
 }  // namespace qva

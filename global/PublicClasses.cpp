@@ -1,13 +1,21 @@
 #include "global/PublicClasses.h"
 
+#include "excelui/CButtonProperties.h"
 #include "excelui/CCommandsEvent.h"
+#include "excelui/CDefaultButtons.h"
 #include "excelui/CEnvironment.h"
 #include "excelui/CToolbar.h"
 #include "excelui/CToolbars.h"
+#include "global/CLockScreen.h"
+#include "global/CTools.h"
 #include "global/StartUp.h"
 #include "global/gExcelObject.h"
+#include "period/CDatePic.h"
+#include "period/CRepPeriod.h"
 #include "platform/text.h"
 #include "reports/CReports.h"
+#include "storage/CSaveForm.h"
+#include "storage/CSetPath.h"
 
 namespace qva {
 namespace {
@@ -18,8 +26,11 @@ constexpr PublicClass Entry() {
 }
 
 constexpr PublicClass kPublicClasses[] = {
-    Entry<gExcelObject>(), Entry<CReports>(),       Entry<CToolbar>(),
-    Entry<CToolbars>(),    Entry<CCommandsEvent>(), Entry<CEnvironment>(),
+    Entry<gExcelObject>(),      Entry<CTools>(),       Entry<CLockScreen>(),
+    Entry<CRepPeriod>(),        Entry<CDatePic>(),     Entry<CReports>(),
+    Entry<CSaveForm>(),         Entry<CSetPath>(),     Entry<CToolbar>(),
+    Entry<CButtonProperties>(), Entry<CToolbars>(),    Entry<CDefaultButtons>(),
+    Entry<CCommandsEvent>(),    Entry<CEnvironment>(),
 };
 
 }  // namespace

@@ -30,6 +30,12 @@ class Workbook : public Facade {
   using Facade::Facade;
 };
 
+/// A sheet of cells.
+class Worksheet : public Facade {
+ public:
+  using Facade::Facade;
+};
+
 /// Excel itself.
 class Application : public Facade {
  public:
@@ -40,6 +46,10 @@ class Application : public Facade {
   bool Visible() const { return Get(u"Visible").ToBoolean(); }
   void SetScreenUpdating(bool on) const { Put(u"ScreenUpdating", on); }
   void SetDisplayFormulaBar(bool on) const { Put(u"DisplayFormulaBar", on); }
+  /// One of XlMousePointer.
+  void SetCursor(std::int32_t pointer) const { Put(u"Cursor", pointer); }
+  /// Hands the status bar back to Excel.
+  void ResetStatusBar() const { Put(u"StatusBar", false); }
   void Quit() const { Call(u"Quit"); }
 };
 

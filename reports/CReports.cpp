@@ -11,6 +11,9 @@ const ClassDescription& CReports::Description() {
       ClassBuilder(u"CReports", "Prepares, fills and finishes a report workbook")
           .Method<&CReports::Init>(u"Init", {{u"WCaption"}},
                                    "Takes over the active workbook and sets the caption")
+          .Method<&CReports::ReadDate>(u"ReadDate",
+                                       {{u"rYear"}, {u"rMonth"}, {u"rDay"}, {u"rQuater"}, {u"DateType"}},
+                                       "Asks for the report date and writes it into cells")
           .Method<&CReports::FillAttr>(u"FillAttr", {Optional(u"rIMKodas"),       Optional(u"rPVMKodas"),
                                                      Optional(u"rPavad"),         Optional(u"rAdresas"),
                                                      Optional(u"rTelefonas"),     Optional(u"rFaksas"),
@@ -26,7 +29,19 @@ const ClassDescription& CReports::Description() {
                                        "Writes the company's attributes into cells")
           .Method<&CReports::FillBnksAcc>(
               u"FillBnksAcc", {{u"rBankas"}, {u"rBKodas"}, {u"rBSaskaita"}, {u"rSlaveId"}, {u"rSlaveCode"}},
-              "Does nothing; kept for existing macros");
+              "Does nothing; kept for existing macros")
+          .Method<&CReports::Spauzd>(u"Spauzd",
+                                     {{u"sh"}, {u"Out"}, Optional(u"AskBeforePage"), Optional(u"Count")},
+                                     "Prints a sheet within its print area, or previews it")
+          .Method<&CReports::Locking>(u"Locking", {{u"rZona"}}, "Switches the protection of a zone")
+          .Method<&CReports::ClearFormulas>(u"ClearFormulas", {{u"ScanArrea"}},
+                                            "Turns formulas into their values")
+          .Method<&CReports::SaveDoc>(u"SaveDoc",
+                                      {{u"rYear"}, {u"rQuater"}, {u"Saved"}, Optional(u"FullDateInOneRange")},
+                                      "Saves the report under its period")
+          .Method<&CReports::ColorRanges>(u"ColorRanges",
+                                          {{u"rGrey"}, {u"rYellow"}, {u"rColorErr"}, {u"pColor"}},
+                                          "Marks a zone with a grey fill, or unmarks it");
   return description;
 }
 
@@ -62,6 +77,25 @@ void CReports::FillAttr(excel::Range& rIMKodas, excel::Range& rPVMKodas, excel::
 }
 
 void CReports::FillBnksAcc(excel::Range, excel::Range, excel::Range, excel::Range, excel::Range) {
+}
+
+bool CReports::ReadDate(excel::Range, excel::Range, excel::Range, excel::Range, std::int32_t) {
+  throw AutomationError(kUnsupportedAction);
+}
+void CReports::Spauzd(excel::Worksheet, bool, bool, std::uint8_t) {
+  throw AutomationError(kUnsupportedAction);
+}
+void CReports::Locking(excel::Range) {
+  throw AutomationError(kUnsupportedAction);
+}
+void CReports::ClearFormulas(excel::Range) {
+  throw AutomationError(kUnsupportedAction);
+}
+void CReports::SaveDoc(excel::Range, excel::Range, bool&, bool) {
+  throw AutomationError(kUnsupportedAction);
+}
+void CReports::ColorRanges(excel::Range, excel::Range, excel::Range, bool) {
+  throw AutomationError(kUnsupportedAction);
 }
 
 }  // namespace qva

@@ -6,10 +6,13 @@
 
 #include "platform/excel.h"
 #include "platform/member_table.h"
+#include "reports/enDateType.h"
 
 namespace qva {
 
 /// Takes over the active workbook and fills the company's attributes into the cells that the macros pass.
+/// Reading the date, printing, locking, clearing formulas, saving and colouring are not built yet: these
+/// members raise 445 (Object doesn't support this action).
 class CReports : public Described<CReports> {
  public:
   static const ClassDescription& Description();
@@ -17,6 +20,10 @@ class CReports : public Described<CReports> {
   /// Takes over the application's active workbook and sets the active window's caption. Excel's errors, such
   /// as that of a missing window, reach the caller.
   void Init(std::u16string WCaption);
+
+  /// `DateType` is one of enDateType; the cells that its form of date does not use may be Nothing.
+  bool ReadDate(excel::Range rYear, excel::Range rMonth, excel::Range rDay, excel::Range rQuater,
+                std::int32_t DateType);
 
   /// Writes the company's attributes into the given cells, in the order of the parameters: registration code,
   /// VAT code, name, address, telephone, fax, head of the company, chief accountant. A cell that is Nothing
@@ -34,6 +41,12 @@ class CReports : public Described<CReports> {
   /// Does nothing; kept for the workbooks that still call it.
   void FillBnksAcc(excel::Range rBankas, excel::Range rBKodas, excel::Range rBSaskaita, excel::Range rSlaveId,
                    excel::Range rSlaveCode);
+
+  void Spauzd(excel::Worksheet sh, bool Out, bool AskBeforePage, std::uint8_t Count);
+  void Locking(excel::Range rZona);
+  void ClearFormulas(excel::Range ScanArrea);
+  void SaveDoc(excel::Range rYear, excel::Range rQuater, bool& Saved, bool FullDateInOneRange);
+  void ColorRanges(excel::Range rGrey, excel::Range rYellow, excel::Range rColorErr, bool pColor);
 
  private:
   excel::Workbook workbook_;

@@ -1,0 +1,27 @@
+#include "global/CLockScreen.h"
+
+#include "global/Globals.h"
+#include "platform/excel_constants.h"
+
+namespace qva {
+
+const ClassDescription& CLockScreen::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"CLockScreen", "Freezes the screen for as long as it lives");
+  return description;
+}
+
+CLockScreen::CLockScreen() {
+  const excel::Application& application = TheGlobals().application;
+  application.SetScreenUpdating(false);
+  application.SetCursor(xlWait);
+}
+
+CLockScreen::~CLockScreen() {
+  const excel::Application application = TheGlobals().application;
+  IgnoreErrors([&] { application.SetScreenUpdating(true); });
+  IgnoreErrors([&] { application.SetCursor(xlDefault); });
+  IgnoreErrors([&] { application.ResetStatusBar(); });
+}
+
+}  // namespace qva

@@ -1,0 +1,19 @@
+// The screen lock: freezes the screen for as long as an instance lives.
+#pragma once
+
+#include "platform/member_table.h"
+
+namespace qva {
+
+/// Has no members; a macro holds an instance and lets it go.
+class CLockScreen : public Described<CLockScreen> {
+ public:
+  static const ClassDescription& Description();
+
+  /// Freezes the screen and shows the wait cursor. Raises 91 without an application, and Excel's errors.
+  CLockScreen();
+  /// Thaws the screen, and gives the cursor and the status bar back to Excel. Errors are ignored.
+  ~CLockScreen() override;
+};
+
+}  // namespace qva
