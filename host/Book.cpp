@@ -1,0 +1,25 @@
+#include "host/Book.h"
+
+#include "host/HostError.h"
+#include "platform/host.h"
+
+namespace qva::embedded {
+
+const ClassDescription& Book::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"Book", "One company's books")
+          .Get<&Book::BookCode>(u"BookCode", {}, "The code that names the book")
+          .Get<&Book::Name>(u"Name", {}, "The book's name")
+          .Default(u"BookCode");
+  return description;
+}
+
+std::u16string CodeOfBook(const ObjectPtr& book, std::u16string_view source, std::u16string_view member) {
+  if (!book) {
+    throw HostError(Failure::WrongParameters, source, std::u16string(member) + u" needs a book");
+  }
+  // Asked through automation, since the book may come back from a caller inside a wrapper of its own.
+  return host::Book(book).BookCode();
+}
+
+}  // namespace qva::embedded

@@ -1,0 +1,26 @@
+#include "host/CommonObjects.h"
+
+#include "host/HostError.h"
+#include "host/ReadFile.h"
+
+namespace qva::embedded {
+
+const ClassDescription& CommonObjects::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"CommonObjects", "The host's common object")
+          .Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}}, "Opens a book");
+  return description;
+}
+
+Ref<Book> CommonObjects::CreateBook(std::u16string book_code) {
+  auto database = store_->Open();
+  std::optional<BookRow> row = database->FindBook(book_code);
+  if (!row) {
+    throw HostError(Failure::UnknownBook, kCommonLibrary,
+                    u"There is no book \"" + book_code + u"\" in the host database \"" +
+                        PathText(store_->options().database) + u"\"");
+  }
+  return MakeRef<Book>(std::move(*row), std::move(database));
+}
+
+}  // namespace qva::embedded

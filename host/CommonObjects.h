@@ -1,0 +1,24 @@
+// The host's common object: opens books.
+#pragma once
+
+#include <memory>
+
+#include "host/Book.h"
+#include "host/HostStore.h"
+
+namespace qva::embedded {
+
+class CommonObjects : public Described<CommonObjects> {
+ public:
+  static const ClassDescription& Description();
+  explicit CommonObjects(std::shared_ptr<HostStore> store) : store_(std::move(store)) {}
+
+  /// Opens the book of a code, creating the sample database on first use. Raises Failure::UnknownBook and
+  /// what HostStore::Open raises.
+  Ref<Book> CreateBook(std::u16string book_code);
+
+ private:
+  std::shared_ptr<HostStore> store_;
+};
+
+}  // namespace qva::embedded

@@ -1,0 +1,83 @@
+#include "host/Database.h"
+
+#include "host/HostError.h"
+#include "host/ReadFile.h"
+#include "platform/text.h"
+
+namespace qva::embedded {
+namespace {
+
+/// How long a query waits for a program that is writing the database, in milliseconds.
+constexpr int kBusyTimeout = 2000;
+
+AutomationError Unusable(std::u16string_view file, const char* cause) {
+  return HostError(Failure::DatabaseUnusable, kCommonLibrary,
+                   u"The host database \"" + std::u16string(file) + u"\" cannot be used: " + FromUtf8(cause));
+}
+
+AutomationError Unusable(sqlite3* database) {
+  const char* file = sqlite3_db_filename(database, nullptr);
+  return Unusable(FromUtf8(file ? file : ""), sqlite3_errmsg(database));
+}
+
+}  // namespace
+
+Cursor::~Cursor() {
+  // The result of the reset repeats that of the last step, which was reported there.
+  sqlite3_reset(query_);
+  sqlite3_clear_bindings(query_);
+}
+
+bool Cursor::Next() {
+  const int result = sqlite3_step(query_);
+  if (result != SQLITE_ROW && result != SQLITE_DONE) throw Unusable(sqlite3_db_handle(query_));
+  return result == SQLITE_ROW;
+}
+
+std::u16string Cursor::Text(int column) const {
+  // The text is asked for first: only then is the length that of UTF-16.
+  const auto* text = static_cast<const char16_t*>(sqlite3_column_text16(query_, column));
+  const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(query_, column));
+  return text ? std::u16string(text, bytes / sizeof(char16_t)) : std::u16string();
+}
+
+Cursor Query::Run(std::initializer_list<std::u16string_view> parameters) const {
+  int index = 0;
+  for (const std::u16string_view text : parameters) {
+    // A null pointer would bind a database null, which equals nothing.
+    const char16_t* start = text.data() ? text.data() : u"";
+    if (sqlite3_bind_text16(query_.get(), ++index, start, static_cast<int>(text.size() * sizeof(char16_t)),
+                            SQLITE_TRANSIENT) != SQLITE_OK) {
+      throw Unusable(sqlite3_db_handle(query_.get()));
+    }
+  }
+  return Cursor(query_.get());
+}
+
+Database::Database(const std::filesystem::path& file, Mode mode) {
+  sqlite3* database = nullptr;
+  const int flags = mode == Mode::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
+  const int result = sqlite3_open_v2(file.c_str(), &database, flags, nullptr);
+  database_.reset(database);  // there is a connection to close also when the opening failed
+  if (result != SQLITE_OK) throw Unusable(PathText(file), sqlite3_errstr(result));
+  sqlite3_busy_timeout(database, kBusyTimeout);
+}
+
+void Database::Execute(const std::string& script) const {
+  if (sqlite3_exec(database_.get(), script.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+    throw Unusable(database_.get());
+  }
+}
+
+Query Database::Prepare(const char* sql) const {
+  sqlite3_stmt* statement = nullptr;
+  if (sqlite3_prepare_v3(database_.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) !=
+      SQLITE_OK) {
+    throw Unusable(database_.get());
+  }
+  Query query;
+  query.query_.reset(statement);
+  return query;
+}
+
+}  // namespace qva::embedded

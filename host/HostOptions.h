@@ -1,0 +1,27 @@
+// Where the embedded host keeps its files.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace qva::embedded {
+
+struct HostOptions {
+  std::filesystem::path database;   ///< the books; created from the sample on first use
+  std::filesystem::path sample;     ///< SQL script of the schema and the sample companies
+  std::filesystem::path resources;  ///< folder of the resource libraries, each a file <name>.txt
+};
+
+/// The options that the user's environment asks for:
+///   database   QVA_HOST_DATABASE, else qva-varnholt/host.sqlite in XDG_DATA_HOME (absolute) or
+///   ~/.local/share resources  QVA_HOST_RESOURCES, else `default_resources` sample     sample.sql in the
+///   resource folder
+/// An empty variable counts as none. `variable` gives the value of a variable, null when it is not set; of an
+/// environment without any place for the database the result is nothing. Does not raise.
+std::optional<HostOptions> OptionsFromEnvironment(
+    const std::function<const char*(const char* name)>& variable,
+    const std::filesystem::path& default_resources);
+
+}  // namespace qva::embedded

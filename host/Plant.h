@@ -1,0 +1,21 @@
+// The host's plant object.
+#pragma once
+
+#include "platform/member_table.h"
+
+namespace qva::embedded {
+
+class Plant : public Described<Plant> {
+ public:
+  static const ClassDescription& Description();
+
+  /// Gives the plant its book. Raises Failure::WrongParameters without one.
+  void Init(ObjectPtr book);
+  /// The book that Init gave. Raises Failure::NotInitialised before.
+  ObjectPtr Book() const;
+
+ private:
+  ObjectPtr book_;
+};
+
+}  // namespace qva::embedded
