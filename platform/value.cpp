@@ -44,6 +44,21 @@ Integer ToInteger(double x) {
   return static_cast<Integer>(rounded);
 }
 
+/// Whole part and fraction are scaled apart: together they may need more digits than a double has.
+Currency ScaledCurrency(double amount) {
+  constexpr double kGreatestWhole = 922337203685477;
+  constexpr std::int64_t kGreatest = std::numeric_limits<std::int64_t>::max();
+  constexpr std::int64_t kLeast = std::numeric_limits<std::int64_t>::min();
+  const double whole = std::trunc(amount);
+  if (!(whole >= -kGreatestWhole && whole <= kGreatestWhole)) throw AutomationError(kOverflow);
+  const auto scaled_whole = static_cast<std::int64_t>(whole) * 10000;
+  const auto scaled_rest = static_cast<std::int64_t>(RoundHalfToEven((amount - whole) * 10000));
+  if (scaled_rest > 0 ? scaled_whole > kGreatest - scaled_rest : scaled_whole < kLeast - scaled_rest) {
+    throw AutomationError(kOverflow);
+  }
+  return {scaled_whole + scaled_rest};
+}
+
 /// A number written by the regional settings, or in &H hexadecimal notation; nothing when it is none.
 std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view decimal_separator) {
   text = Trim(text);
@@ -257,10 +272,7 @@ double Value::ToDouble() const {
 Currency Value::ToCurrency() const {
   if (Is(Type::Currency)) return As<qva::Currency>();
   if (Is(Type::Object)) return DefaultOf(As<ObjectPtr>()).ToCurrency();
-  const double scaled = RoundHalfToEven(ToDouble() * 10000);
-  // 2^63 itself is not representable in 64 bits.
-  if (!(scaled >= -9223372036854775808.0 && scaled < 9223372036854775808.0)) throw AutomationError(kOverflow);
-  return {static_cast<std::int64_t>(scaled)};
+  return ScaledCurrency(ToDouble());
 }
 
 Date Value::ToDate() const {

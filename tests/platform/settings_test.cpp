@@ -1,0 +1,61 @@
+#include "platform/settings.h"
+
+#include "tests/platform/core_test.h"
+
+namespace qva {
+namespace {
+
+class GetSettingTest : public CoreTest {
+ protected:
+  static constexpr std::u16string_view kPath =
+      u"Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI";
+
+  ~GetSettingTest() override { EXPECT_EQ(platform.registry.OpenHandles(), 0u) << "a key stays open"; }
+
+  std::u16string P0(std::u16string_view default_value = u"none") {
+    return GetSetting(platform.registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0",
+                      default_value);
+  }
+};
+
+TEST_F(GetSettingTest, GivesTheValuesText) {
+  platform.registry.SetText(kPath, u"P0", "MEDVILN\xCB");
+  EXPECT_EQ(P0(), u"MEDVILNĖ");
+}
+
+TEST_F(GetSettingTest, GivesAnEmptyTextThatIsThere) {
+  platform.registry.SetText(kPath, u"P0", "");
+  EXPECT_EQ(P0(), u"");
+}
+
+TEST_F(GetSettingTest, GivesLongTextsWhole) {
+  platform.registry.SetText(kPath, u"P0", std::string(5000, 'x'));
+  EXPECT_EQ(P0(), std::u16string(5000, u'x'));
+}
+
+TEST_F(GetSettingTest, EndsATextAtItsFirstZero) {
+  platform.registry.SetText(kPath, u"P0", std::string("a\0b", 3));
+  EXPECT_EQ(P0(), u"a");
+}
+
+TEST_F(GetSettingTest, GivesTheDefaultWhenKeyOrValueIsMissing) {
+  EXPECT_EQ(P0(u"default"), u"default");
+  platform.registry.SetText(kPath, u"Other", "a");
+  EXPECT_EQ(P0(), u"none");
+}
+
+TEST_F(GetSettingTest, GivesTheDefaultForAnythingButText) {
+  for (const std::uint32_t type : {kRegExpandSz, kRegBinary, kRegDword}) {
+    platform.registry.SetText(kPath, u"P0", "abcd", type);
+    EXPECT_EQ(P0(), u"none") << type;
+  }
+}
+
+TEST_F(GetSettingTest, GivesTheDefaultWhenTheValueCannotBeRead) {
+  platform.registry.SetText(kPath, u"P0", "a");
+  platform.registry.Refuse(MemoryRegistry::Operation::Query, kRegistryAccessDenied);
+  EXPECT_EQ(P0(), u"none");
+}
+
+}  // namespace
+}  // namespace qva
