@@ -80,8 +80,12 @@ std::shared_ptr<const HostDatabase> HostStore::Open() {
   std::shared_ptr<const HostDatabase> database = open_.lock();
   if (database) return database;
   std::error_code error;
-  if (std::filesystem::status(options_.database, error).type() == std::filesystem::file_type::not_found) {
-    CreateFromSample(options_);
+  const auto type = std::filesystem::status(options_.database, error).type();
+  if (type == std::filesystem::file_type::not_found) CreateFromSample(options_);
+  if (type == std::filesystem::file_type::directory) {
+    throw HostError(
+        Failure::DatabaseUnusable, kCommonLibrary,
+        u"The host database \"" + PathText(options_.database) + u"\" cannot be used: it is a folder");
   }
   database = std::make_shared<const HostDatabase>(options_.database);
   open_ = database;

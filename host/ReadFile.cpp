@@ -1,19 +1,19 @@
 #include "host/ReadFile.h"
 
 #include <fstream>
-#include <sstream>
 
 #include "platform/text.h"
 
 namespace qva::embedded {
 
 std::optional<std::string> ReadFile(const std::filesystem::path& file) {
+  std::error_code error;
+  const auto size = std::filesystem::file_size(file, error);  // fails for a folder, too
+  if (error) return std::nullopt;
+  std::string bytes(size, '\0');
   std::ifstream stream(file, std::ios::binary);
-  if (!stream.is_open()) return std::nullopt;
-  std::ostringstream bytes;
-  bytes << stream.rdbuf();
-  if (bytes.bad()) return std::nullopt;  // the way in which a failing read shows, such as that of a folder
-  return bytes.str();
+  if (!stream.read(bytes.data(), static_cast<std::streamsize>(size))) return std::nullopt;
+  return bytes;
 }
 
 std::u16string PathText(const std::filesystem::path& path) {

@@ -1,0 +1,82 @@
+#include "tests/host/host_test.h"
+
+namespace qva::embedded {
+namespace {
+
+using EmbeddedHostTest = HostTest;
+
+TEST_F(EmbeddedHostTest, CreatesEveryClassOfTheHostInAnyLetterCase) {
+  const std::pair<std::u16string_view, std::u16string> classes[] = {
+      {host::kCommonObjects, u"CommonObjects"},
+      {host::kPlant, u"Plant"},
+      {host::kClientTools, u"ClientTools"},
+      {host::kSettingsCollection, u"SettingsCollection"},
+      {host::kCompanyAttributes, u"CompanyAttributes"},
+      {host::kDataAccess, u"DataAccess"},
+      {host::kMessage, u"Message"},
+      {host::kMessageResource, u"MessageResource"},
+  };
+  for (const auto& [identifier, type_name] : classes) {
+    EXPECT_EQ(factory_.Create(identifier)->TypeName(), type_name);
+    EXPECT_EQ(factory_.Create(ToLower(identifier))->TypeName(), type_name);
+  }
+}
+
+TEST_F(EmbeddedHostTest, RaisesCannotCreateForAForeignIdentifier) {
+  for (const auto identifier :
+       {u"Scripting.FileSystemObject", u"NVXCommonObjects.Book", u"CommonObjects", u""}) {
+    const auto error = ErrorOf([&] { factory_.Create(identifier); });
+    ASSERT_TRUE(error) << ToUtf8(identifier);
+    EXPECT_EQ(error->number(), kCannotCreateObject);
+  }
+}
+
+TEST_F(EmbeddedHostTest, GivesANewObjectEachTime) {
+  EXPECT_NE(factory_.Create(host::kPlant), factory_.Create(host::kPlant));
+}
+
+TEST_F(EmbeddedHostTest, TouchesNoFileBeforeABookIsAskedFor) {
+  const ObjectPtr common_objects = factory_.Create(host::kCommonObjects);
+  const ObjectPtr data_access = factory_.Create(host::kDataAccess);
+  EXPECT_THAT(Files(), testing::IsEmpty());
+}
+
+TEST_F(EmbeddedHostTest, ObjectsOutliveTheFactory) {
+  host::Book book;
+  host::CommonObjects common_objects;
+  {
+    EmbeddedHost factory(options_, platform_.services());
+    common_objects = host::CommonObjects::Create(factory);
+    book = common_objects.CreateBook(u"MEDVILNE");
+  }
+  EXPECT_EQ(book.BookCode(), u"MEDVILNE");
+  EXPECT_EQ(common_objects.CreateBook(u"BALTIJA").BookCode(), u"BALTIJA");
+}
+
+TEST_F(EmbeddedHostTest, APlantKeepsTheBookThatInitGaveIt) {
+  const auto book = OpenBook(u"MEDVILNE");
+  const auto plant = host::Plant::Create(factory_);
+  plant.Init(book);
+  EXPECT_EQ(GetObject(plant.object(), u"Book"), book.object());
+}
+
+TEST_F(EmbeddedHostTest, APlantRefusesInitWithoutABookAndUseBeforeInit) {
+  const auto plant = host::Plant::Create(factory_);
+  ExpectFailure([&] { plant.Init(host::Book()); }, Failure::WrongParameters, u"NVXCommonObjects",
+                u"Plant.Init needs a book");
+  ExpectFailure([&] { GetObject(plant.object(), u"Book"); }, Failure::NotInitialised, u"NVXCommonObjects",
+                u"before Plant.Init");
+}
+
+TEST_F(EmbeddedHostTest, ClientToolsWorkOnTheBookThatWasSet) {
+  const auto book = OpenBook(u"BALTIJA");
+  const auto tools = host::ClientTools::Create(factory_);
+  EXPECT_FALSE(GetObject(GetObject(tools.object(), u"Session"), u"Book"));
+  tools.SetBook(book);
+  EXPECT_EQ(GetObject(GetObject(tools.object(), u"Session"), u"Book"), book.object());
+  tools.SetBook(host::Book());
+  EXPECT_FALSE(GetObject(GetObject(tools.object(), u"Session"), u"Book"));
+}
+
+}  // namespace
+}  // namespace qva::embedded

@@ -1,0 +1,100 @@
+// What tests of the embedded host share: a host on a folder of its own, and the proof that nothing stays
+// alive.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/EmbeddedHost.h"
+#include "host/HostError.h"
+#include "platform/host.h"
+#include "platform/memory/MemoryPlatform.h"
+#include "platform/text.h"
+
+namespace qva::embedded {
+
+/// A folder of its own for one test, deleted with everything in it.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string path = (std::filesystem::temp_directory_path() / "qva-host-XXXXXX").string();
+    if (!mkdtemp(path.data())) std::abort();
+    path_ = path;
+  }
+  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+inline void WriteFile(const std::filesystem::path& file, std::string_view bytes) {
+  std::ofstream(file, std::ios::binary) << bytes;
+}
+
+/// The error that `step` raises; of another kind of exception the test fails by itself.
+inline std::optional<AutomationError> ErrorOf(const std::function<void()>& step) {
+  try {
+    step();
+    return std::nullopt;
+  } catch (const AutomationError& error) {
+    return error;
+  }
+}
+
+/// Expects `step` to raise a failure of the host's own, from `source`, whose description holds `cause`.
+inline void ExpectFailure(const std::function<void()>& step, Failure failure, std::u16string_view source,
+                          std::u16string_view cause) {
+  const auto error = ErrorOf(step);
+  ASSERT_TRUE(error) << "nothing is raised";
+  EXPECT_EQ(error->number(), kObjectErrorBase + static_cast<std::int32_t>(failure)) << error->what();
+  EXPECT_EQ(ToUtf8(error->source()), ToUtf8(source));
+  EXPECT_THAT(ToUtf8(error->description()), testing::HasSubstr(ToUtf8(cause)));
+}
+
+/// The embedded host on a database that does not exist yet, reached through the façades as the library does.
+class HostTest : public testing::Test {
+ protected:
+  HostTest() { InstallServices(platform_.services()); }
+  ~HostTest() override {
+    EXPECT_EQ(Object::LiveCount(), live_before_) << "objects stay alive";
+    InstallServices({});
+  }
+
+  host::Book OpenBook(std::u16string_view code) {
+    return host::CommonObjects::Create(factory_).CreateBook(code);
+  }
+  host::CompanyAttributes AttributesOf(std::u16string_view book_code) {
+    const auto attributes = host::CompanyAttributes::Create(factory_);
+    attributes.Init(OpenBook(book_code));
+    return attributes;
+  }
+  /// The names of the files in the database's folder.
+  std::vector<std::string> Files() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+      names.push_back(entry.path().filename().string());
+    }
+    return names;
+  }
+
+  static inline const std::filesystem::path kHostFolder = std::filesystem::path(QVA_SOURCE_DIR) / "host";
+
+  const long live_before_ = Object::LiveCount();
+  TemporaryFolder folder_;
+  MemoryPlatform platform_;
+  HostOptions options_{.database = folder_.path() / "host.sqlite",
+                       .sample = kHostFolder / "sample.sql",
+                       .resources = kHostFolder};
+  EmbeddedHost factory_{options_, platform_.services()};
+};
+
+}  // namespace qva::embedded

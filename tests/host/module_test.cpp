@@ -1,0 +1,78 @@
+#include "platform/module.h"
+
+#include <dlfcn.h>
+
+#include "tests/host/host_test.h"
+
+namespace qva::embedded {
+namespace {
+
+/// Sets an environment variable for one test.
+class Variable {
+ public:
+  Variable(const char* name, const char* value) : name_(name) {
+    if (const char* before = std::getenv(name)) before_ = before;
+    Set(value);
+  }
+  ~Variable() { Set(before_ ? before_->c_str() : nullptr); }
+
+ private:
+  void Set(const char* value) const { value ? setenv(name_, value, 1) : unsetenv(name_); }
+
+  const char* name_;
+  std::optional<std::string> before_;
+};
+
+class HostModule : public HostTest {
+ protected:
+  void SetUp() override {
+    // A module stays loaded, as the process that uses it leaves it.
+    void* library = dlopen(QVA_HOST_MODULE, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    ASSERT_TRUE(library) << dlerror();
+    open_ = reinterpret_cast<OpenModule>(dlsym(library, kOpenModuleName));
+    ASSERT_TRUE(open_) << dlerror();
+    dlclose(library);
+  }
+
+  Variable database_{"QVA_HOST_DATABASE", options_.database.c_str()};
+  Variable resources_{"QVA_HOST_RESOURCES", nullptr};
+  OpenModule open_ = nullptr;
+};
+
+TEST_F(HostModule, CreatesTheBookFromTheFilesBesideIt) {
+  ObjectFactory* factory = open_(platform_.services());
+  ASSERT_TRUE(factory);
+  const auto book = host::CommonObjects::Create(*factory).CreateBook(u"MEDVILNE");
+  EXPECT_EQ(book.BookCode(), u"MEDVILNE");
+  const auto resource = host::MessageResource::Create(*factory);
+  resource.Init(u"QVAFormRes");
+  EXPECT_EQ(resource.Text(849), u"Žinynas");
+}
+
+TEST_F(HostModule, ShowsMessagesThroughTheGivenServices) {
+  ObjectFactory* factory = open_(platform_.services());
+  ASSERT_TRUE(factory);
+  platform_.message_box.Answer(2);
+  EXPECT_EQ(host::Message::Create(*factory).Show(u"?", u"", {u"Taip", 0.5}), 2);
+  EXPECT_THAT(platform_.message_box.boxes().back().captions, testing::ElementsAre(u"Taip", u"0,5"));
+}
+
+TEST_F(HostModule, ItsErrorsAreTheCallersErrors) {
+  ObjectFactory* factory = open_(platform_.services());
+  ASSERT_TRUE(factory);
+  ExpectFailure([&] { host::CommonObjects::Create(*factory).CreateBook(u"NERA"); }, Failure::UnknownBook,
+                u"NVXCommonObjects", u"NERA");
+  const auto error = ErrorOf([&] { factory->Create(u"Foreign.Class"); });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->number(), kCannotCreateObject);
+}
+
+TEST_F(HostModule, AnswersNothingWhereThereIsNoPlaceForTheDatabase) {
+  const Variable database("QVA_HOST_DATABASE", nullptr);
+  const Variable data("XDG_DATA_HOME", nullptr);
+  const Variable home("HOME", nullptr);
+  EXPECT_FALSE(open_(platform_.services()));
+}
+
+}  // namespace
+}  // namespace qva::embedded
