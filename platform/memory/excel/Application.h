@@ -1,0 +1,72 @@
+// Excel's Application object in memory.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/memory/excel/ModelObject.h"
+
+namespace qva::memory {
+
+/// An Excel without a screen, with the members listed in Application.cpp. A new one has no workbook open:
+///
+///   Ref<memory::Application> excel = MakeRef<memory::Application>();
+///   ObjectPtr workbook = excel->AddWorkbook();
+///   ObjectPtr cell = GetObject(GetObject(workbook, u"ActiveSheet"), u"Range", {u"A1"});
+///
+/// Where a member goes: a plain property into ApplicationData (or WindowData) and one line of the table; any
+/// other member into the table of its class and a function beside it; a new class into its own pair of files.
+class Application : public ModelObject<Application, ApplicationData> {
+ public:
+  /// A new Excel.
+  Application();
+  Application(std::shared_ptr<ApplicationData> application, std::shared_ptr<ApplicationData> data);
+
+  static const ClassDescription& Description();
+
+  // For tests: what cannot be asked for by automation, and shorter ways to what can.
+
+  /// Opens a new workbook "Book<n>" with the sheets "Sheet1" to "Sheet3", and makes it the active one.
+  ObjectPtr AddWorkbook();
+  /// Puts an empty workbook file of one sheet there, which Workbooks.Open finds.
+  void AddFile(std::u16string_view full_name);
+  bool HasFile(std::u16string_view full_name) const;
+  /// Says whose macros run: what ThisWorkbook gives. Otherwise that is the first open workbook.
+  void SetThisWorkbook(const ObjectPtr& workbook);
+  /// Quit was called. The workbooks stay open, so that a test can look at them.
+  bool HasQuit() const { return data()->has_quit; }
+  /// The macro that OnKey bound to a key, empty for a key that does nothing; nothing where Excel's own
+  /// meaning holds. The key as it was written ("^{s}" and "^{S}" are two).
+  std::optional<std::u16string> KeyBinding(std::u16string_view key) const;
+  /// All keys that OnKey changed.
+  const std::map<std::u16string, std::u16string>& KeyBindings() const { return data()->key_bindings; }
+
+ private:
+  explicit Application(std::shared_ptr<ApplicationData> data);
+
+  Value Caption();
+  void SetCaption(const Value& caption);
+  void SetStatusBar(const Value& text);
+  Value StatusBar();
+  std::u16string Name();
+  std::u16string Version();
+  ObjectPtr This();
+
+  ObjectPtr Workbooks();
+  ObjectPtr Sheets();
+  ObjectPtr Names();
+  ObjectPtr CommandBars();
+  ObjectPtr ActiveWorkbook();
+  ObjectPtr ActiveSheet();
+  ObjectPtr ActiveWindow();
+  ObjectPtr ActiveCell();
+  ObjectPtr Selection();
+  ObjectPtr ThisWorkbook();
+  ObjectPtr Range(const Value& cell1, const Value& cell2);
+  void OnKey(const std::u16string& key, const Value& procedure);
+  void Quit();
+};
+
+}  // namespace qva::memory

@@ -1,0 +1,77 @@
+// What Excel is, below the automation objects (ownership: SheetData.h).
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/excel_constants.h"
+#include "platform/memory/excel/WorkbookData.h"
+#include "platform/value.h"
+
+namespace qva::memory {
+
+/// A toolbar or menu bar.
+struct CommandBarData {
+  Object* automation = nullptr;  ///< the CommandBar that is alive, not owned
+  std::u16string name;
+  bool visible = true;  ///< what it is while enabled
+  bool enabled = true;
+};
+
+struct ApplicationData {
+  Object* automation = nullptr;  ///< the Application that is alive, not owned
+
+  ApplicationData();
+
+  // Plain properties: each is a field here and a line in Application.cpp. The first values are those of an
+  // Excel that the user has just started.
+  bool visible = true;
+  bool screen_updating = true;
+  bool display_alerts = true;
+  bool display_formula_bar = true;
+  bool display_status_bar = true;
+  bool enable_events = true;
+  bool cell_drag_and_drop = true;
+  bool edit_directly_in_cell = true;
+  bool transition_navigation_keys = false;
+  bool move_after_return = true;
+  bool ask_to_update_links = true;
+  bool copy_objects_with_cells = true;
+  bool enable_animations = false;
+  std::int32_t cursor = xlDefault;
+  std::int32_t calculation = xlCalculationAutomatic;
+  std::int32_t reference_style = xlA1;
+  std::int32_t display_comment_indicator = xlCommentIndicatorOnly;
+  Value caption;             ///< Empty: Excel's own
+  Value status_bar = false;  ///< False: Excel's own texts
+
+  std::vector<std::shared_ptr<WorkbookData>> workbooks;  ///< the open ones in the order of opening
+  std::shared_ptr<WorkbookData> active_workbook;         ///< one of them, null when there is none
+  std::weak_ptr<WorkbookData> this_workbook;             ///< whose macros run; nothing: the first open one
+  std::vector<std::shared_ptr<CommandBarData>> command_bars;
+
+  /// Keys that OnKey changed, as written: the macro that a key runs, empty when it does nothing.
+  std::map<std::u16string, std::u16string> key_bindings;
+  bool has_quit = false;
+  int workbooks_made = 0;
+
+  /// The file system that Open and SaveAs see: saved workbooks by lower-case full name.
+  std::map<std::u16string, std::shared_ptr<WorkbookData>> files;
+
+  std::shared_ptr<SheetData> ActiveSheet() const {
+    return active_workbook ? active_workbook->active_sheet : nullptr;
+  }
+  /// Null when no such workbook is open; names ignore letter case.
+  std::shared_ptr<WorkbookData> FindWorkbook(std::u16string_view name) const;
+};
+
+/// Opens a workbook that belongs to no application yet, and makes it the active one.
+void AddWorkbook(const std::shared_ptr<ApplicationData>& application,
+                 const std::shared_ptr<WorkbookData>& workbook);
+/// Takes a workbook out of its application and makes another one active. Its objects are gone from now on.
+void CloseWorkbook(ApplicationData& application, const std::shared_ptr<WorkbookData>& workbook);
+
+}  // namespace qva::memory

@@ -1,0 +1,44 @@
+// From what is entered into a cell to what it holds, and back to text.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/value.h"
+
+namespace qva::memory {
+
+/// What a cell holds. Both are empty for an empty cell.
+struct CellEntry {
+  Value value;
+  std::u16string formula;  ///< with its "="
+};
+
+/// A cell's contents after `value` was put into it, as Excel reads it from a macro (in the notation of the
+/// United States, whatever the regional settings are):
+/// - Empty, Null and the empty text clear the cell; numbers become Double; dates, currency amounts, Booleans
+///   and error values stay what they are; an object stands for its default property.
+/// - Text that begins with "=" is a formula, "12", "1,500.5", "-3E2" and "5%" are numbers, "TRUE" is a
+/// Boolean,
+///   "#N/A" an error, "2024-06-12" and "6/12/2024" are dates; an apostrophe in front, or `as_text` (the
+///   cell's number format is "@"), keeps any of them as text.
+/// Raises 1004 for a formula that cannot be read, a date before 1900 and a text of more than 32 767
+/// characters.
+CellEntry ReadEntry(const Value& value, bool as_text);
+
+/// What Range.Formula gives for a constant: numbers and dates as digits with a decimal point, "TRUE", "#N/A".
+std::u16string ConstantText(const Value& value);
+
+/// What Range.Text gives: numbers and dates by the regional settings.
+std::u16string DisplayText(const Value& value);
+
+/// A number in the notation of the United States; nothing for any other text.
+std::optional<double> ParseExcelNumber(std::u16string_view text);
+
+/// "#N/A" and its like; "#VALUE!" for a number that is none of Excel's.
+std::u16string ErrorText(ErrorValue error);
+/// The error that the text begins with.
+std::optional<ErrorValue> ParseErrorPrefix(std::u16string_view text);
+
+}  // namespace qva::memory

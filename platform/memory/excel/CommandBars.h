@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/member_table.h"
+#include "platform/memory/excel/ApplicationData.h"
+
+namespace qva::memory {
+
+/// Application.CommandBars. Made anew when it is asked for.
+class CommandBars : public Described<CommandBars> {
+ public:
+  explicit CommandBars(std::shared_ptr<ApplicationData> application) : application_(std::move(application)) {}
+  static const ClassDescription& Description();
+
+ private:
+  std::int32_t Count();
+  /// By position from 1, or by name in any letter case. Raises 5 (Invalid procedure call) when there is none.
+  ObjectPtr Item(const Value& index);
+
+  std::shared_ptr<ApplicationData> application_;
+};
+
+}  // namespace qva::memory

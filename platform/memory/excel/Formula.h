@@ -1,0 +1,55 @@
+// The formulas of cells and names: numbers, texts, TRUE and FALSE, error values, references to cells, ranges
+// and names, + - * / & = <> < <= > >= %, parentheses and the functions of the table in Formula.cpp.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <variant>
+
+#include "platform/memory/excel/WorkbookData.h"
+#include "platform/value.h"
+
+namespace qva::memory {
+
+/// An area of a certain sheet.
+struct Reference {
+  std::shared_ptr<SheetData> sheet;
+  Area area;
+};
+
+/// What a part of a formula gives.
+using Operand = std::variant<Value, Reference>;
+
+/// Where a formula stands and how it gets at cells.
+struct FormulaContext {
+  const WorkbookData* workbook = nullptr;
+  /// What references without a sheet mean.
+  std::shared_ptr<SheetData> sheet;
+  std::function<Value(SheetData& sheet, std::int32_t row, std::int32_t column)> cell_value;
+  /// Names that were followed to get here: names may refer to each other, and in a circle.
+  int depth = 0;
+};
+
+/// The result of a formula, with or without its "=". What cannot be computed gives an error value: a
+/// reference to an unknown sheet #REF!, an unknown name or function #NAME?, a division by zero #DIV/0!, a
+/// text that is no number in a computation #VALUE!. Raises 1004 when the text is no formula.
+Operand EvaluateFormula(std::u16string_view formula, const FormulaContext& context);
+
+/// Raises 1004 when the text is no formula.
+void CheckFormula(std::u16string_view formula);
+
+/// The cells that a text means on a sheet: an address ("B2:C3"), one of another sheet ("Sheet2!A1"), or a
+/// name; with or without "=". Nothing when it means none.
+std::optional<Reference> FindReference(std::u16string_view text, const WorkbookData& workbook,
+                                       const std::shared_ptr<SheetData>& sheet);
+
+/// "=Sheet1!$A$1:$B$2"
+std::u16string ReferenceFormula(const Reference& reference);
+
+/// The formula with every mention of a sheet changed to its new name.
+std::u16string RenameSheetIn(std::u16string_view formula, std::u16string_view old_name,
+                             std::u16string_view new_name);
+
+}  // namespace qva::memory

@@ -1,0 +1,57 @@
+#include "platform/memory/excel/PageSetup.h"
+
+#include "platform/memory/excel/Formula.h"
+#include "platform/memory/excel/Refusals.h"
+#include "platform/text.h"
+
+namespace qva::memory {
+namespace {
+
+constexpr std::u16string_view kPrintAreaName = u"Print_Area";
+
+}  // namespace
+
+const ClassDescription& PageSetup::Description() {
+  static const ClassDescription description = ClassBuilder(u"PageSetup", "How a sheet is printed")
+                                                  .Get<&PageSetup::PrintArea>(u"PrintArea")
+                                                  .Put<&PageSetup::SetPrintArea>(u"PrintArea")
+                                                  .Get<&PageSetup::PrintGridlines>(u"PrintGridlines")
+                                                  .Put<&PageSetup::SetPrintGridlines>(u"PrintGridlines");
+  return description;
+}
+
+std::u16string PageSetup::PrintArea() {
+  const auto workbook = OpenWorkbook(sheet_->workbook);
+  for (const auto& name : sheet_->names) {
+    if (!EqualIgnoringCase(name->name, kPrintAreaName)) continue;
+    const auto cells = FindReference(name->refers_to, *workbook, sheet_);
+    return cells ? AreaText(cells->area) : std::u16string();
+  }
+  return {};
+}
+
+void PageSetup::SetPrintArea(const std::u16string& address) {
+  const auto workbook = OpenWorkbook(sheet_->workbook);
+  if (address.empty()) {
+    const auto name = workbook->FindName(kPrintAreaName, sheet_.get());
+    if (name && name->scope.lock() == sheet_) DeleteName(name);
+    return;
+  }
+  const auto cells = FindReference(address, *workbook, sheet_);
+  if (!cells || cells->sheet != sheet_) {
+    throw Refusal(u"Unable to set the PrintArea property of the PageSetup class");
+  }
+  DefineName(workbook, sheet_, kPrintAreaName, ReferenceFormula(*cells));
+}
+
+bool PageSetup::PrintGridlines() {
+  OpenWorkbook(sheet_->workbook);
+  return sheet_->print_gridlines;
+}
+
+void PageSetup::SetPrintGridlines(bool on) {
+  OpenWorkbook(sheet_->workbook)->saved = false;
+  sheet_->print_gridlines = on;
+}
+
+}  // namespace qva::memory

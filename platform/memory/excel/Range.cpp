@@ -1,0 +1,401 @@
+#include "platform/memory/excel/Range.h"
+
+#include <utility>
+#include <vector>
+
+#include "platform/memory/excel/Application.h"
+#include "platform/memory/excel/Calculation.h"
+#include "platform/memory/excel/CellInput.h"
+#include "platform/memory/excel/Name.h"
+#include "platform/memory/excel/RangeColor.h"
+#include "platform/memory/excel/Worksheet.h"
+
+namespace qva::memory {
+namespace {
+
+/// Excel refuses blocks that do not fit into memory; here the bound is a fixed one.
+constexpr std::int32_t kLargestBlock = 2'000'000;
+
+const std::u16string kProtectedRefusal =
+    u"The cell or chart you are trying to change is protected and therefore read-only.\n\nTo modify a "
+    u"protected "
+    u"cell or chart, first remove protection using the Unprotect Sheet command (Tools menu, Protection "
+    u"submenu). "
+    u"You may be prompted for a password.";
+
+std::optional<Reference> FindOne(const WorkbookData& workbook, const std::shared_ptr<SheetData>& sheet,
+                                 const Value& cell) {
+  if (cell.Is(Value::Type::Object)) {
+    const auto* range = dynamic_cast<const Range*>(cell.ToObject().get());
+    return range ? std::optional(range->reference()) : std::nullopt;
+  }
+  return FindReference(cell.ToText(), workbook, sheet);
+}
+
+std::int32_t ColumnNumber(const Value& column) {
+  if (!column.Is(Value::Type::Text)) return column.ToInt32();
+  const auto number = ParseColumn(column.ToText());
+  if (!number) throw Refusal();
+  return *number;
+}
+
+bool IsBlank(const Value& value) {
+  return value.Is(Value::Type::Empty) || value.Is(Value::Type::Null) || value.Is(Value::Type::Missing) ||
+         value == Value(u"");
+}
+
+/// The elements of an array that is put into cells, by position from 0.
+class Source {
+ public:
+  explicit Source(const Array& array) : array_(array) {
+    if (array.dimensions.empty() || array.dimensions.size() > 2) throw Refusal();
+    columns_ = array.dimensions.back().count;
+    rows_ = array.dimensions.size() == 2 ? array.dimensions.front().count : 1;
+  }
+
+  Value At(std::int32_t row, std::int32_t column) const {
+    if (rows_ == 1) row = 0;
+    if (columns_ == 1) column = 0;
+    if (row >= rows_ || column >= columns_) return ErrorValue{xlErrNA};
+    return array_.elements[static_cast<std::size_t>(row * columns_ + column)];
+  }
+
+ private:
+  const Array& array_;
+  std::int32_t rows_ = 0;
+  std::int32_t columns_ = 0;
+};
+
+}  // namespace
+
+std::optional<Reference> FindCells(const WorkbookData& workbook, const std::shared_ptr<SheetData>& sheet,
+                                   const Value& cell1, const Value& cell2) {
+  auto first = FindOne(workbook, sheet, cell1);
+  if (!first || cell2.Is(Value::Type::Missing)) return first;
+  const auto second = FindOne(workbook, sheet, cell2);
+  if (!second || second->sheet != first->sheet) return std::nullopt;
+  first->area = Around(first->area, second->area);
+  return first;
+}
+
+const ClassDescription& Range::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"Range", "A rectangle of cells")
+          .Get<&Range::Default>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
+          .Put<&Range::SetDefault>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
+          .Default(u"_Default")
+          .Get<&Range::Value>(u"Value")
+          .Put<&Range::SetValue>(u"Value")
+          .Get<&Range::Formula>(u"Formula")
+          .Put<&Range::SetValue>(u"Formula")
+          .Get<&Range::Text>(u"Text")
+          .Get<&Range::Address>(u"Address",
+                                {Optional(u"RowAbsolute", true), Optional(u"ColumnAbsolute", true)})
+          .Get<&Range::Row>(u"Row")
+          .Get<&Range::Column>(u"Column")
+          .Get<&Range::Rows>(u"Rows", {Optional(u"Index")})
+          .Get<&Range::Columns>(u"Columns", {Optional(u"Index")})
+          .Get<&Range::Count>(u"Count")
+          .Get<&Range::Cells>(u"Cells", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
+          .Get<&Range::Item>(u"Item", {{u"RowIndex"}, Optional(u"ColumnIndex")})
+          .Get<&Range::Offset>(u"Offset", {Optional(u"RowOffset"), Optional(u"ColumnOffset")})
+          .Get<&Range::End>(u"End", {{u"Direction"}})
+          .Get<&Range::Application>(u"Application")
+          .Get<&Range::Worksheet>(u"Parent")
+          .Get<&Range::Worksheet>(u"Worksheet")
+          .Get<&Range::Name>(u"Name")
+          .Put<&Range::SetName>(u"Name")
+          .Get<&Range::Font>(u"Font")
+          .Get<&Range::Interior>(u"Interior")
+          .Get<&Range::Locked>(u"Locked")
+          .Put<&Range::SetLocked>(u"Locked")
+          .Get<&Range::NumberFormat>(u"NumberFormat")
+          .Put<&Range::SetNumberFormat>(u"NumberFormat")
+          .Method<&Range::ClearContents>(u"ClearContents")
+          .Method<&Range::Activate>(u"Activate")
+          .Method<&Range::Select>(u"Select");
+  return description;
+}
+
+SheetData& Range::Open() const {
+  OpenWorkbook(reference_.sheet->workbook);
+  return *reference_.sheet;
+}
+
+void Range::RequireUnprotected(const std::u16string& refusal) const {
+  const SheetData& sheet = Open();
+  if (!sheet.protection.is_on || sheet.protection.user_interface_only) return;
+  const auto locked = sheet.formats[FormatProperty::Locked].Common(area());
+  if (!locked || *locked == qva::Value(true)) throw Refusal(refusal);
+}
+
+ObjectPtr Range::Part(const Area& part, Unit unit) const {
+  return MakeRef<Range>(application_, Reference{reference_.sheet, part}, unit);
+}
+
+template <class Read>
+qva::Value Range::ReadBlock(Read read) const {
+  if (area().count() == 1) return read(area().row, area().column);
+  if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
+  std::vector<qva::Value> values;
+  values.reserve(static_cast<std::size_t>(area().count()));
+  for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
+    for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
+      values.push_back(read(row, column));
+    }
+  }
+  return Array::Block(area().rows, area().columns, std::move(values));
+}
+
+Value Range::Value() {
+  SheetData& sheet = Open();
+  return ReadBlock([&](std::int32_t row, std::int32_t column) { return CellValue(sheet, row, column); });
+}
+
+void Range::SetValue(const qva::Value& value) {
+  RequireUnprotected(kProtectedRefusal);
+  SheetData& sheet = Open();
+  // The default value of an object is asked for once, not for each cell.
+  const qva::Value given = value.Is(qva::Value::Type::Object) ? Get(value.ToObject(), u"") : value;
+  if (IsBlank(given)) {
+    sheet.Clear(area());
+    return;
+  }
+  if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
+  const std::optional<Source> source =
+      given.Is(qva::Value::Type::Array) ? std::optional<Source>(given.AsArray()) : std::nullopt;
+  for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
+    for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
+      sheet.Enter(row, column, source ? source->At(row - area().row, column - area().column) : given);
+    }
+  }
+}
+
+Value Range::Formula() {
+  SheetData& sheet = Open();
+  return ReadBlock([&](std::int32_t row, std::int32_t column) -> qva::Value {
+    const Cell* cell = sheet.Find(row, column);
+    if (!cell) return u"";
+    return cell->formula.empty() ? ConstantText(cell->value) : cell->formula;
+  });
+}
+
+Value Range::Text() {
+  SheetData& sheet = Open();
+  if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
+  const std::u16string first = DisplayText(CellValue(sheet, area().row, area().column));
+  for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
+    for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
+      if (DisplayText(CellValue(sheet, row, column)) != first) return Null();
+    }
+  }
+  return first;
+}
+
+Value Range::Default(const qva::Value& row, const qva::Value& column) {
+  if (row.Is(qva::Value::Type::Missing)) return Value();
+  return Item(row, column);
+}
+
+void Range::SetDefault(const qva::Value& row, const qva::Value& column, const qva::Value& value) {
+  if (row.Is(qva::Value::Type::Missing)) return SetValue(value);
+  Put(Item(row, column), u"Value", value);
+}
+
+std::u16string Range::Address(bool row_absolute, bool column_absolute) {
+  Open();
+  return AreaText(area(), row_absolute, column_absolute);
+}
+
+std::int32_t Range::Row() {
+  Open();
+  return area().row;
+}
+
+std::int32_t Range::Column() {
+  Open();
+  return area().column;
+}
+
+std::int32_t Range::Count() {
+  Open();
+  return unit_ == Unit::Rows ? area().rows : unit_ == Unit::Columns ? area().columns : area().count();
+}
+
+ObjectPtr Range::Item(const qva::Value& row, const qva::Value& column) {
+  Open();
+  std::int64_t rows_down = 0;
+  std::int64_t columns_right = 0;
+  if (!column.Is(qva::Value::Type::Missing)) {
+    rows_down = std::int64_t{row.ToInt32()} - 1;
+    columns_right = std::int64_t{ColumnNumber(column)} - 1;
+  } else if (unit_ == Unit::Columns) {
+    columns_right = std::int64_t{ColumnNumber(row)} - 1;
+  } else {
+    const std::int64_t position = std::int64_t{row.ToInt32()} - 1;
+    const std::int64_t width = unit_ == Unit::Rows ? 1 : area().columns;
+    rows_down = position / width;
+    columns_right = position % width;
+  }
+  const auto cell =
+      AreaInGrid(area().row + rows_down, area().column + columns_right,
+                 unit_ == Unit::Columns ? area().rows : 1, unit_ == Unit::Rows ? area().columns : 1);
+  if (!cell) throw Refusal();
+  return Part(*cell, unit_);
+}
+
+ObjectPtr Range::Rows(const qva::Value& index) {
+  Open();
+  const auto rows = MakeRef<Range>(application_, reference_, Unit::Rows);
+  return index.Is(qva::Value::Type::Missing) ? ObjectPtr(rows) : rows->Item(index, Missing());
+}
+
+ObjectPtr Range::Columns(const qva::Value& index) {
+  Open();
+  const auto columns = MakeRef<Range>(application_, reference_, Unit::Columns);
+  return index.Is(qva::Value::Type::Missing) ? ObjectPtr(columns) : columns->Item(index, Missing());
+}
+
+ObjectPtr Range::Cells(const qva::Value& row, const qva::Value& column) {
+  Open();
+  const auto cells = MakeRef<Range>(application_, reference_);
+  return row.Is(qva::Value::Type::Missing) ? ObjectPtr(cells) : cells->Item(row, column);
+}
+
+ObjectPtr Range::Offset(std::int32_t rows, std::int32_t columns) {
+  Open();
+  const auto moved = AreaInGrid(std::int64_t{area().row} + rows, std::int64_t{area().column} + columns,
+                                area().rows, area().columns);
+  if (!moved) throw Refusal();
+  return Part(*moved, unit_);
+}
+
+ObjectPtr Range::End(std::int32_t direction) {
+  const SheetData& sheet = Open();
+  std::int32_t down = 0;
+  std::int32_t right = 0;
+  switch (direction) {
+    case xlUp:
+      down = -1;
+      break;
+    case xlDown:
+      down = 1;
+      break;
+    case xlToLeft:
+      right = -1;
+      break;
+    case xlToRight:
+      right = 1;
+      break;
+    default:
+      throw Refusal();
+  }
+  std::int32_t row = area().row;
+  std::int32_t column = area().column;
+  const auto has_next = [&] { return AreaInGrid(row + down, column + right, 1, 1).has_value(); };
+  const auto next_is_empty = [&] { return sheet.IsEmpty(row + down, column + right); };
+  const auto step = [&] {
+    row += down;
+    column += right;
+  };
+  // From inside a filled run to its end; otherwise over the gap to the next filled cell or the sheet's edge.
+  if (has_next() && !sheet.IsEmpty(row, column) && !next_is_empty()) {
+    while (has_next() && !next_is_empty()) step();
+  } else if (has_next()) {
+    do step();
+    while (has_next() && sheet.IsEmpty(row, column));
+  }
+  return Part({row, column, 1, 1});
+}
+
+ObjectPtr Range::Application() {
+  Open();
+  return ObjectOf<memory::Application>(application_, application_);
+}
+
+ObjectPtr Range::Worksheet() {
+  Open();
+  return ObjectOf<memory::Worksheet>(application_, reference_.sheet);
+}
+
+ObjectPtr Range::Name() {
+  const auto workbook = OpenWorkbook(reference_.sheet->workbook);
+  for (const auto* names : {&reference_.sheet->names, &workbook->names}) {
+    for (const auto& name : *names) {
+      const auto refers_to = FindReference(name->refers_to, *workbook, reference_.sheet);
+      if (refers_to && refers_to->sheet == reference_.sheet && refers_to->area == area()) {
+        return ObjectOf<memory::Name>(application_, name);
+      }
+    }
+  }
+  throw Refusal();
+}
+
+void Range::SetName(const std::u16string& name) {
+  DefineName(OpenWorkbook(reference_.sheet->workbook), nullptr, name, ReferenceFormula(reference_));
+}
+
+Value Range::Format(FormatProperty property) const {
+  const auto common = Open().formats[property].Common(area());
+  return common ? *common : qva::Value(Null());
+}
+
+void Range::SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal) {
+  RequireUnprotected(refusal);
+  Open().formats[property].Set(area(), value);
+  OpenWorkbook(reference_.sheet->workbook)->saved = false;
+}
+
+ObjectPtr Range::Font() {
+  return MakeRef<RangeColor>(Ref<Range>(this), FormatProperty::FontColorIndex, xlColorIndexAutomatic);
+}
+
+ObjectPtr Range::Interior() {
+  return MakeRef<RangeColor>(Ref<Range>(this), FormatProperty::InteriorColorIndex, xlColorIndexNone);
+}
+
+Value Range::Locked() {
+  return Format(FormatProperty::Locked);
+}
+
+void Range::SetLocked(bool locked) {
+  SetFormat(FormatProperty::Locked, locked, u"Unable to set the Locked property of the Range class");
+}
+
+Value Range::NumberFormat() {
+  return Format(FormatProperty::NumberFormat);
+}
+
+void Range::SetNumberFormat(const std::u16string& format) {
+  SetFormat(FormatProperty::NumberFormat, format,
+            u"Unable to set the NumberFormat property of the Range class");
+}
+
+bool Range::ClearContents() {
+  RequireUnprotected(kProtectedRefusal);
+  Open().Clear(area());
+  return true;
+}
+
+bool Range::Activate() {
+  SheetData& sheet = Open();
+  if (application_->ActiveSheet() != reference_.sheet) {
+    throw Refusal(u"Activate method of Range class failed");
+  }
+  sheet.active_row = area().row;
+  sheet.active_column = area().column;
+  // Within the selection only the active cell moves.
+  if (Around(sheet.selection, area()) != sheet.selection) sheet.selection = area();
+  return true;
+}
+
+bool Range::Select() {
+  SheetData& sheet = Open();
+  if (application_->ActiveSheet() != reference_.sheet) throw Refusal(u"Select method of Range class failed");
+  sheet.selection = area();
+  sheet.active_row = area().row;
+  sheet.active_column = area().column;
+  return true;
+}
+
+}  // namespace qva::memory

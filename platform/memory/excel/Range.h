@@ -1,0 +1,100 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/memory/excel/Formula.h"
+#include "platform/memory/excel/ModelObject.h"
+
+namespace qva::memory {
+
+/// The cells that the arguments of a Range property mean, seen from a sheet: an address, name or Range
+/// object, or the area around two of them. Nothing when one of them means no cells. Lists of areas ("A1,C3")
+/// are not modelled.
+std::optional<Reference> FindCells(const WorkbookData& workbook, const std::shared_ptr<SheetData>& sheet,
+                                   const Value& cell1, const Value& cell2);
+
+/// Range: one rectangle of cells. Made anew each time it is asked for, so two of the same cells are two
+/// objects, as Excel's own are. Every member raises kObjectGone once the workbook was closed.
+class Range : public Described<Range> {
+ public:
+  /// What Count and Item count.
+  enum class Unit { Cells, Rows, Columns };
+
+  Range(std::shared_ptr<ApplicationData> application, Reference reference, Unit unit = Unit::Cells)
+      : application_(std::move(application)), reference_(std::move(reference)), unit_(unit) {}
+  static const ClassDescription& Description();
+
+  const Reference& reference() const { return reference_; }
+
+  /// The cell of a row and column counted from the first cell, also beyond the range; a column may be
+  /// letters. With one index the cells are counted along the rows (of Rows and Columns: the rows, the
+  /// columns). Outside of the sheet 1004.
+  ObjectPtr Item(const Value& row, const Value& column);
+  ObjectPtr Rows(const Value& index);
+  ObjectPtr Columns(const Value& index);
+
+ private:
+  const Area& area() const { return reference_.area; }
+  /// The sheet, whose workbook must be open.
+  SheetData& Open() const;
+  /// Raises 1004 when the protection keeps macros from changing one of the cells.
+  void RequireUnprotected(const std::u16string& refusal) const;
+  ObjectPtr Part(const Area& part, Unit unit = Unit::Cells) const;
+  /// `read(row, column)` of the one cell, or of all as a block with both indexes from 1.
+  template <class Read>
+  qva::Value ReadBlock(Read read) const;
+  /// A format that all cells have, or Null.
+  qva::Value Format(FormatProperty property) const;
+  void SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal);
+
+  /// Of one cell its value: Empty, Double, text, Boolean, Date, Currency or error. Of several a block.
+  qva::Value Value();
+  /// One value for all cells, or an array: rows by columns, or one row for all rows. What lies outside of the
+  /// array gets #N/A, unless the array has one row or column only, which is repeated.
+  void SetValue(const qva::Value& value);
+  /// Formulas as they were entered, constants as text in the notation of the United States.
+  qva::Value Formula();
+  /// What the cell shows, in the general format; of several cells Null unless all show the same.
+  qva::Value Text();
+  qva::Value Default(const qva::Value& row, const qva::Value& column);
+  void SetDefault(const qva::Value& row, const qva::Value& column, const qva::Value& value);
+
+  std::u16string Address(bool row_absolute, bool column_absolute);
+  std::int32_t Row();
+  std::int32_t Column();
+  std::int32_t Count();
+  ObjectPtr Cells(const qva::Value& row, const qva::Value& column);
+  /// Raises 1004 when the result is not wholly on the sheet.
+  ObjectPtr Offset(std::int32_t rows, std::int32_t columns);
+  /// Where Ctrl+arrow goes from the first cell. `direction` is an XlDirection.
+  ObjectPtr End(std::int32_t direction);
+  ObjectPtr Application();
+  ObjectPtr Worksheet();
+  /// The name that refers to exactly these cells; raises 1004 when there is none.
+  ObjectPtr Name();
+  /// Defines a name of the workbook for the cells.
+  void SetName(const std::u16string& name);
+
+  ObjectPtr Font();
+  ObjectPtr Interior();
+  qva::Value Locked();
+  void SetLocked(bool locked);
+  /// "General" and "@" (text) make a difference to what is entered; other formats are only kept.
+  qva::Value NumberFormat();
+  void SetNumberFormat(const std::u16string& format);
+
+  bool ClearContents();
+  /// Both raise 1004 unless the sheet is the active one of the active workbook.
+  bool Activate();
+  bool Select();
+
+  std::shared_ptr<ApplicationData> application_;
+  Reference reference_;
+  Unit unit_;
+
+  friend class RangeColor;
+};
+
+}  // namespace qva::memory

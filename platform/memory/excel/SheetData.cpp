@@ -1,0 +1,61 @@
+#include "platform/memory/excel/SheetData.h"
+
+#include <algorithm>
+
+#include "platform/memory/excel/CellInput.h"
+#include "platform/memory/excel/WorkbookData.h"
+
+namespace qva::memory {
+
+Cell* SheetData::Find(std::int32_t row, std::int32_t column) {
+  const auto found = cells_.find(KeyOf(row, column));
+  return found == cells_.end() ? nullptr : &found->second;
+}
+
+const Cell* SheetData::Find(std::int32_t row, std::int32_t column) const {
+  const auto found = cells_.find(KeyOf(row, column));
+  return found == cells_.end() ? nullptr : &found->second;
+}
+
+void SheetData::Enter(std::int32_t row, std::int32_t column, const Value& value) {
+  const bool as_text = formats[FormatProperty::NumberFormat].At(row, column) == Value(u"@");
+  CellEntry entry = ReadEntry(value, as_text);
+  const std::int32_t key = KeyOf(row, column);
+  if (entry.value.Is(Value::Type::Empty) && entry.formula.empty()) {
+    cells_.erase(key);
+  } else {
+    Cell& cell = cells_[key];
+    cell = Cell{};
+    cell.value = std::move(entry.value);
+    cell.formula = std::move(entry.formula);
+  }
+  Changed();
+}
+
+void SheetData::Clear(const Area& area) {
+  if (static_cast<std::size_t>(area.count()) <= cells_.size()) {
+    for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+      for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
+        cells_.erase(KeyOf(row, column));
+      }
+    }
+  } else {
+    std::erase_if(
+        cells_, [&](const auto& entry) { return area.Contains(RowOf(entry.first), ColumnOf(entry.first)); });
+  }
+  Changed();
+}
+
+Area SheetData::UsedArea() const {
+  if (cells_.empty()) return {};
+  const std::int32_t first = cells_.begin()->first;
+  Area used{RowOf(first), ColumnOf(first), 1, 1};
+  for (const auto& [key, cell] : cells_) used = Around(used, {RowOf(key), ColumnOf(key), 1, 1});
+  return used;
+}
+
+void SheetData::Changed() {
+  if (const auto owner = workbook.lock()) owner->Touch();
+}
+
+}  // namespace qva::memory

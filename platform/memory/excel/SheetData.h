@@ -1,0 +1,103 @@
+// What a worksheet is, below the automation objects.
+//
+// Ownership of the whole model: an Application owns one ApplicationData, which owns the open workbooks, which
+// own their sheets and names, all by shared_ptr; references upwards are weak, so there is no cycle. Nothing
+// in the data owns an automation object. The automation objects (Application, Workbook, Range …) are thin:
+// made on demand, each holds the application's data and its own part by shared_ptr. So a macro may keep a
+// Range after it let go of the workbook, or even of the application; once the workbook was closed, its
+// objects refuse with kObjectGone.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/excel_constants.h"
+#include "platform/memory/excel/Area.h"
+#include "platform/memory/excel/CellFormats.h"
+#include "platform/value.h"
+
+namespace qva::memory {
+
+struct WorkbookData;
+struct NameData;
+
+/// A cell that is not empty.
+struct Cell {
+  /// The constant, or the formula's last result.
+  Value value;
+  /// With its "="; empty for a constant.
+  std::u16string formula;
+
+  // Recalculation (Calculation.h).
+  std::uint64_t calculated_at = 0;   ///< WorkbookData::generation of the last result
+  std::uint64_t calculating_in = 0;  ///< WorkbookData::calculations when its computation began
+};
+
+struct Protection {
+  bool is_on = false;
+  bool user_interface_only = false;
+  std::u16string password;
+};
+
+struct SheetData {
+  Object* automation = nullptr;  ///< the Worksheet that is alive, not owned
+  std::weak_ptr<WorkbookData> workbook;
+
+  std::u16string name;
+  std::int32_t visible = xlSheetVisible;
+  bool print_gridlines = false;
+  Protection protection;
+  std::vector<std::shared_ptr<NameData>> names;  ///< those of this sheet's own scope, sorted
+
+  Area selection;
+  std::int32_t active_row = 1;
+  std::int32_t active_column = 1;
+
+  CellFormats formats;
+
+  /// Cells that are not empty; null for an empty one.
+  Cell* Find(std::int32_t row, std::int32_t column);
+  const Cell* Find(std::int32_t row, std::int32_t column) const;
+  bool IsEmpty(std::int32_t row, std::int32_t column) const { return !Find(row, column); }
+
+  /// Sets what a cell holds as the user's typing would: an Empty value or text clears it, a text may become a
+  /// number, date, Boolean, error or formula (CellInput.h). Does not look at the protection.
+  /// Raises 1004 for a formula that cannot be read or a value that no cell holds.
+  void Enter(std::int32_t row, std::int32_t column, const Value& value);
+  /// Empties all cells of the area, at the cost of those that are not empty.
+  void Clear(const Area& area);
+  /// The smallest area around all cells that are not empty; A1 of an empty sheet.
+  Area UsedArea() const;
+
+  /// Calls `visit(row, column, cell)` for the cells of an area that are not empty, in no certain order.
+  template <class Visit>
+  void ForEachCell(const Area& area, Visit visit) {
+    if (static_cast<std::size_t>(area.count()) <= cells_.size()) {
+      for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+        for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
+          if (Cell* cell = Find(row, column)) visit(row, column, *cell);
+        }
+      }
+      return;
+    }
+    for (auto& [key, cell] : cells_) {
+      if (area.Contains(RowOf(key), ColumnOf(key))) visit(RowOf(key), ColumnOf(key), cell);
+    }
+  }
+
+ private:
+  static std::int32_t KeyOf(std::int32_t row, std::int32_t column) {
+    return (row - 1) * kColumnCount + column - 1;
+  }
+  static std::int32_t RowOf(std::int32_t key) { return key / kColumnCount + 1; }
+  static std::int32_t ColumnOf(std::int32_t key) { return key % kColumnCount + 1; }
+  /// The results of all formulas of the workbook are out of date, and the workbook is unsaved.
+  void Changed();
+
+  std::unordered_map<std::int32_t, Cell> cells_;
+};
+
+}  // namespace qva::memory

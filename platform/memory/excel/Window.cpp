@@ -1,0 +1,71 @@
+#include "platform/memory/excel/Window.h"
+
+namespace qva::memory {
+namespace {
+
+constexpr std::int32_t kSmallestZoom = 10;
+constexpr std::int32_t kLargestZoom = 400;
+
+std::int32_t InBounds(std::int32_t value, std::int32_t first, std::int32_t last) {
+  if (value < first || value > last) throw Refusal();
+  return value;
+}
+
+}  // namespace
+
+const ClassDescription& Window::Description() {
+  static const ClassDescription description = [] {
+    ClassBuilder builder(u"Window", "The window of a workbook");
+    builder.Get<&Window::Caption>(u"Caption").Put<&Window::SetCaption>(u"Caption");
+    builder.Get<&Window::Zoom>(u"Zoom").Put<&Window::SetZoom>(u"Zoom");
+    builder.Get<&Window::ScrollRow>(u"ScrollRow").Put<&Window::SetScrollRow>(u"ScrollRow");
+    builder.Get<&Window::ScrollColumn>(u"ScrollColumn").Put<&Window::SetScrollColumn>(u"ScrollColumn");
+    AddProperty<&WindowData::display_gridlines>(builder, u"DisplayGridlines");
+    AddProperty<&WindowData::display_headings>(builder, u"DisplayHeadings");
+    AddProperty<&WindowData::display_zeros>(builder, u"DisplayZeros");
+    AddProperty<&WindowData::display_formulas>(builder, u"DisplayFormulas");
+    AddProperty<&WindowData::display_outline>(builder, u"DisplayOutline");
+    AddProperty<&WindowData::display_workbook_tabs>(builder, u"DisplayWorkbookTabs");
+    AddProperty<&WindowData::display_horizontal_scroll_bar>(builder, u"DisplayHorizontalScrollBar");
+    AddProperty<&WindowData::display_vertical_scroll_bar>(builder, u"DisplayVerticalScrollBar");
+    AddProperty<&WindowData::freeze_panes>(builder, u"FreezePanes");
+    AddProperty<&WindowData::window_state, xlMaximized, xlMinimized, xlNormal>(builder, u"WindowState");
+    return ClassDescription(std::move(builder).Default(u"Caption"));
+  }();
+  return description;
+}
+
+std::u16string Window::Caption() {
+  if (data()->caption.Is(Value::Type::Empty)) return OpenWorkbook(data()->workbook)->name;
+  return data()->caption.ToText();
+}
+
+void Window::SetCaption(const Value& caption) {
+  data()->caption = caption.Is(Value::Type::Empty) ? Value() : Value(caption.ToText());
+}
+
+std::int32_t Window::Zoom() {
+  return data()->zoom;
+}
+
+void Window::SetZoom(std::int32_t percent) {
+  data()->zoom = InBounds(percent, kSmallestZoom, kLargestZoom);
+}
+
+std::int32_t Window::ScrollRow() {
+  return data()->scroll_row;
+}
+
+void Window::SetScrollRow(std::int32_t row) {
+  data()->scroll_row = InBounds(row, 1, kRowCount);
+}
+
+std::int32_t Window::ScrollColumn() {
+  return data()->scroll_column;
+}
+
+void Window::SetScrollColumn(std::int32_t column) {
+  data()->scroll_column = InBounds(column, 1, kColumnCount);
+}
+
+}  // namespace qva::memory

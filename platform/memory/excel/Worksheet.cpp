@@ -1,0 +1,157 @@
+#include "platform/memory/excel/Worksheet.h"
+
+#include <algorithm>
+
+#include "platform/memory/excel/Application.h"
+#include "platform/memory/excel/Names.h"
+#include "platform/memory/excel/PageSetup.h"
+#include "platform/memory/excel/Range.h"
+#include "platform/memory/excel/Workbook.h"
+
+namespace qva::memory {
+namespace {
+
+std::u16string PasswordText(const Value& password) {
+  return password.Is(Value::Type::Missing) ? std::u16string() : password.ToText();
+}
+
+}  // namespace
+
+const ClassDescription& Worksheet::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"Worksheet", "A sheet of cells")
+          .Get<&Worksheet::Name>(u"Name")
+          .Put<&Worksheet::SetName>(u"Name")
+          .Get<&Worksheet::Application>(u"Application")
+          .Get<&Worksheet::Parent>(u"Parent")
+          .Get<&Worksheet::Index>(u"Index")
+          .Get<&Worksheet::Visible>(u"Visible")
+          .Put<&Worksheet::SetVisible>(u"Visible")
+          .Get<&Worksheet::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")})
+          .Get<&Worksheet::Cells>(u"Cells", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
+          .Get<&Worksheet::Rows>(u"Rows", {Optional(u"Index")})
+          .Get<&Worksheet::Columns>(u"Columns", {Optional(u"Index")})
+          .Get<&Worksheet::UsedRange>(u"UsedRange")
+          .Get<&Worksheet::PageSetup>(u"PageSetup")
+          .Get<&Worksheet::Names>(u"Names")
+          .Method<&Worksheet::Activate>(u"Activate")
+          .Method<&Worksheet::Activate>(u"Select")
+          .Method<&Worksheet::Protect>(
+              u"Protect", {Optional(u"Password"), Optional(u"DrawingObjects"), Optional(u"Contents", true),
+                           Optional(u"Scenarios"), Optional(u"UserInterfaceOnly")})
+          .Method<&Worksheet::Unprotect>(u"Unprotect", {Optional(u"Password")})
+          .Get<&Worksheet::ProtectContents>(u"ProtectContents");
+  return description;
+}
+
+SheetData& Worksheet::Open() {
+  OpenWorkbook(data()->workbook);
+  return *data();
+}
+
+std::u16string Worksheet::Name() {
+  return Open().name;
+}
+
+void Worksheet::SetName(const std::u16string& name) {
+  RenameSheet(*OpenWorkbook(data()->workbook), *data(), name);
+}
+
+ObjectPtr Worksheet::Application() {
+  Open();
+  return ObjectOf<memory::Application>(application(), application());
+}
+
+ObjectPtr Worksheet::Parent() {
+  return ObjectOf<Workbook>(application(), OpenWorkbook(data()->workbook));
+}
+
+std::int32_t Worksheet::Index() {
+  const auto workbook = OpenWorkbook(data()->workbook);
+  const auto found = std::find(workbook->sheets.begin(), workbook->sheets.end(), data());
+  return static_cast<std::int32_t>(found - workbook->sheets.begin()) + 1;
+}
+
+std::int32_t Worksheet::Visible() {
+  return Open().visible;
+}
+
+void Worksheet::SetVisible(const Value& visible) {
+  const std::int32_t state = visible.ToInt32();
+  if (state != xlSheetVisible && state != xlSheetHidden && state != xlSheetVeryHidden) throw Refusal();
+  const auto workbook = OpenWorkbook(data()->workbook);
+  if (state != xlSheetVisible) {
+    const auto other = std::find_if(
+        workbook->sheets.begin(), workbook->sheets.end(),
+        [this](const auto& sheet) { return sheet != data() && sheet->visible == xlSheetVisible; });
+    if (other == workbook->sheets.end()) {
+      throw Refusal(u"Unable to set the Visible property of the Worksheet class");
+    }
+    if (workbook->active_sheet == data()) workbook->active_sheet = *other;
+  }
+  data()->visible = state;
+  workbook->saved = false;
+}
+
+ObjectPtr Worksheet::Range(const Value& cell1, const Value& cell2) {
+  const auto reference = FindCells(*OpenWorkbook(data()->workbook), data(), cell1, cell2);
+  if (!reference || reference->sheet != data()) throw Refusal();
+  return MakeRef<memory::Range>(application(), *reference);
+}
+
+ObjectPtr Worksheet::Cells(const Value& row, const Value& column) {
+  Open();
+  const auto all = MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet});
+  return row.Is(Value::Type::Missing) ? ObjectPtr(all) : all->Item(row, column);
+}
+
+ObjectPtr Worksheet::Rows(const Value& index) {
+  Open();
+  return MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet})->Rows(index);
+}
+
+ObjectPtr Worksheet::Columns(const Value& index) {
+  Open();
+  return MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet})->Columns(index);
+}
+
+ObjectPtr Worksheet::UsedRange() {
+  return MakeRef<memory::Range>(application(), Reference{data(), Open().UsedArea()});
+}
+
+ObjectPtr Worksheet::PageSetup() {
+  Open();
+  return MakeRef<memory::PageSetup>(data());
+}
+
+ObjectPtr Worksheet::Names() {
+  return MakeRef<memory::Names>(application(), OpenWorkbook(data()->workbook), data());
+}
+
+void Worksheet::Activate() {
+  const auto workbook = OpenWorkbook(data()->workbook);
+  if (data()->visible != xlSheetVisible) throw Refusal(u"Activate method of Worksheet class failed");
+  workbook->active_sheet = data();
+  application()->active_workbook = workbook;
+}
+
+void Worksheet::Protect(const Value& password, const Value&, bool contents, const Value&,
+                        bool user_interface_only) {
+  Open().protection = {contents, user_interface_only, PasswordText(password)};
+}
+
+void Worksheet::Unprotect(const Value& password) {
+  Protection& protection = Open().protection;
+  if (protection.is_on && protection.password != PasswordText(password)) {
+    throw Refusal(
+        u"The password you supplied is not correct. Verify that the CAPS LOCK key is off and be sure to use "
+        u"the correct capitalization.");
+  }
+  protection = {};
+}
+
+bool Worksheet::ProtectContents() {
+  return Open().protection.is_on;
+}
+
+}  // namespace qva::memory
