@@ -86,7 +86,8 @@ class CompanyAttributes : public Facade {
   std::u16string Code() const { return Get(u"Code").ToText(); }
   std::u16string VATCode() const { return Get(u"VATCode").ToText(); }
   std::u16string Name() const { return Get(u"Name").ToText(); }
-  /// The address record of a kind; the empty kind is the company's own address.
+  /// The address record of a kind; the empty kind is the company's own address. A kind without a record gives
+  /// an address whose texts are empty.
   qva::host::Address Address(std::u16string_view kind) const {
     return qva::host::Address(GetObject(u"Address", {kind}));
   }
@@ -130,7 +131,7 @@ class Lookup : public Facade {
   bool Run(const std::vector<Value>& parameters) const {
     return Call(u"Run", {Array::Of(parameters)}).ToBoolean();
   }
-  /// What the last Run found.
+  /// What the last Run found, empty when it found nothing.
   std::u16string Result() const { return Get(u"Value").ToText(); }
 };
 
