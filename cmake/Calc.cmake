@@ -1,0 +1,37 @@
+# The LibreOffice component: the library behind the service that Basic's CreateObject asks, and the client of
+# LibreOffice's own Excel object model.
+set(LIBREOFFICE_DIR /usr/lib/libreoffice CACHE PATH "LibreOffice's installation folder")
+set(uno_sdk ${LIBREOFFICE_DIR}/sdk)
+set(uno_types ${LIBREOFFICE_DIR}/program/types.rdb ${LIBREOFFICE_DIR}/program/types/offapi.rdb)
+set(uno_vba_types ${LIBREOFFICE_DIR}/program/types/oovbaapi.rdb)
+if(NOT EXISTS ${uno_sdk}/bin/cppumaker OR NOT EXISTS ${uno_vba_types})
+  message(FATAL_ERROR "LibreOffice's development files are missing: install libreoffice-dev and libreoffice-calc")
+endif()
+
+# Headers of the UNO interfaces, made once per build folder.
+set(uno_headers ${CMAKE_BINARY_DIR}/uno-headers)
+list(TRANSFORM uno_types PREPEND -X OUTPUT_VARIABLE uno_extra_types)
+add_custom_command(
+  OUTPUT ${uno_headers}/made
+  COMMAND ${uno_sdk}/bin/cppumaker -Gc -O${uno_headers} ${uno_types}
+  COMMAND ${uno_sdk}/bin/cppumaker -Gc -O${uno_headers} -Tooo.vba.XErrObject ${uno_vba_types} ${uno_extra_types}
+  COMMAND ${CMAKE_COMMAND} -E touch ${uno_headers}/made
+  DEPENDS ${uno_types} ${uno_vba_types}
+  COMMENT "Making the headers of LibreOffice's interfaces")
+add_custom_target(qva_uno_headers DEPENDS ${uno_headers}/made)
+
+qva_sources(calc_sources platform/calc server/calc)
+add_library(qva_calc MODULE ${calc_sources})
+add_dependencies(qva_calc qva_uno_headers)
+target_include_directories(qva_calc SYSTEM PRIVATE ${uno_headers} /usr/include/libreoffice)
+target_compile_definitions(qva_calc PRIVATE LINUX UNX CPPU_ENV=gcc3)
+target_link_directories(qva_calc PRIVATE ${uno_sdk}/lib)
+target_link_libraries(qva_calc PRIVATE qva_library qva_posix uno_cppuhelpergcc3 uno_cppu uno_sal uno_salhelpergcc3)
+set_target_properties(qva_calc PROPERTIES BUILD_RPATH ${LIBREOFFICE_DIR}/program)
+target_link_options(qva_calc PRIVATE -Wl,-z,defs)
+
+# The report runner, which starts LibreOffice with the component.
+file(GLOB runner_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/report-runner/*.cpp)
+add_executable(report-runner ${runner_sources})
+target_include_directories(report-runner PRIVATE ${CMAKE_SOURCE_DIR})
+set_target_properties(report-runner PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tools)

@@ -92,6 +92,7 @@ class Described : public Object {
     return T::Description().Invoke(*this, access, member, arguments);
   }
   std::u16string TypeName() const override { return std::u16string(T::Description().name()); }
+  const ClassDescription* MemberTable() const override { return &T::Description(); }
 };
 
 namespace member_table_detail {

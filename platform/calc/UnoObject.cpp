@@ -1,0 +1,170 @@
+#include "platform/calc/UnoObject.h"
+
+#include <com/sun/star/beans/MethodConcept.hpp>
+#include <com/sun/star/beans/PropertyConcept.hpp>
+#include <com/sun/star/beans/UnknownPropertyException.hpp>
+#include <com/sun/star/beans/XExactName.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/beans/theIntrospection.hpp>
+#include <com/sun/star/container/NoSuchElementException.hpp>
+#include <com/sun/star/lang/IndexOutOfBoundsException.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/reflection/InvocationTargetException.hpp>
+#include <com/sun/star/reflection/XIdlMethod.hpp>
+#include <com/sun/star/script/BasicErrorException.hpp>
+#include <com/sun/star/script/CannotConvertException.hpp>
+#include <com/sun/star/script/XDefaultMethod.hpp>
+#include <com/sun/star/script/XDefaultProperty.hpp>
+#include <cppuhelper/exc_hlp.hxx>
+
+#include "platform/calc/UnoText.h"
+#include "platform/calc/UnoValue.h"
+#include "platform/text.h"
+
+namespace qva::calc {
+namespace {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::Sequence;
+using css::uno::UNO_QUERY;
+using rtl::OUString;
+
+// What Basic may reach: everything but what LibreOffice itself calls dangerous, such as queryInterface.
+constexpr sal_Int32 kMethods = css::beans::MethodConcept::ALL - css::beans::MethodConcept::DANGEROUS;
+constexpr sal_Int32 kProperties = css::beans::PropertyConcept::ALL - css::beans::PropertyConcept::DANGEROUS;
+
+constexpr std::u16string_view kSource = u"LibreOffice";
+
+/// What LibreOffice raised, as an error of ours. Wrappings are taken off first.
+AutomationError Translate(Any exception) {
+  for (;;) {
+    css::reflection::InvocationTargetException target;
+    css::lang::WrappedTargetException wrapped;
+    if ((exception >>= target) && target.TargetException.hasValue()) {
+      exception = target.TargetException;
+    } else if ((exception >>= wrapped) && wrapped.TargetException.hasValue()) {
+      exception = wrapped.TargetException;
+    } else {
+      break;
+    }
+  }
+  css::script::BasicErrorException basic;
+  if (exception >>= basic) {
+    std::u16string text = FromUno(basic.ErrorMessageArgument);
+    if (text.empty()) text = StandardDescription(basic.ErrorCode);
+    return AutomationError(basic.ErrorCode, std::u16string(kSource), std::move(text));
+  }
+  css::script::CannotConvertException conversion;
+  if (exception >>= conversion) return AutomationError(kTypeMismatch);
+  css::beans::UnknownPropertyException unknown;
+  if (exception >>= unknown) return AutomationError(kUnsupportedMember);
+  css::container::NoSuchElementException missing;
+  css::lang::IndexOutOfBoundsException outside;
+  if ((exception >>= missing) || (exception >>= outside)) return AutomationError(kSubscriptOutOfRange);
+  css::uno::Exception any;
+  exception >>= any;
+  std::u16string text = FromUno(any.Message);
+  if (text.empty()) text = StandardDescription(kAutomationFailed);
+  return AutomationError(kAutomationFailed, std::u16string(kSource), std::move(text));
+}
+
+/// The arguments in the order and number of the method's parameters.
+Sequence<Any> Align(css::reflection::XIdlMethod& method, const Arguments& arguments) {
+  const Sequence<css::reflection::ParamInfo> parameters = method.getParameterInfos();
+  const sal_Int32 count = parameters.getLength();
+  Sequence<Any> aligned(count);
+  Any* out = aligned.getArray();
+  if (arguments.positional.size() > static_cast<std::size_t>(count))
+    throw AutomationError(kWrongArgumentCount);
+  for (std::size_t i = 0; i < arguments.positional.size(); ++i) out[i] = ToAny(arguments.positional[i]);
+  for (const NamedArgument& argument : arguments.named) {
+    sal_Int32 i = 0;
+    while (i < count && !EqualIgnoringCase(FromUno(parameters[i].aName), argument.name)) ++i;
+    if (i == count) throw AutomationError(kNamedArgumentNotFound);
+    out[i] = ToAny(argument.value);
+  }
+  return aligned;
+}
+
+}  // namespace
+
+Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& arguments) {
+  try {
+    return InvokeUnguarded(access, member, arguments);
+  } catch (const css::uno::Exception&) {
+    throw Translate(cppu::getCaughtException());
+  }
+}
+
+Value UnoObject::InvokeUnguarded(Access access, std::u16string_view member, const Arguments& arguments) {
+  const std::u16string wanted = member.empty() ? DefaultMember() : std::u16string(member);
+  if (wanted.empty()) throw AutomationError(kUnsupportedMember);
+  OUString name = ToUno(wanted);
+  if (const Reference<css::beans::XExactName> names{&Introspection(), UNO_QUERY}; names.is()) {
+    if (const OUString exact = names->getExactName(name); !exact.isEmpty()) name = exact;
+  }
+  if (access == Access::Get || access == Access::Call) return Read(name, arguments);
+  Write(name, arguments);
+  return {};
+}
+
+Value UnoObject::Read(const OUString& name, const Arguments& arguments) {
+  if (HasMethod(name)) {
+    const auto method = Introspection().getMethod(name, kMethods);
+    Sequence<Any> aligned = Align(*method, arguments);
+    return FromAny(method->invoke(target_, aligned));
+  }
+  if (!HasProperty(name)) throw AutomationError(kUnsupportedMember);
+  const Reference<css::beans::XPropertySet> properties(
+      Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()),
+      css::uno::UNO_QUERY_THROW);
+  const Value value = FromAny(properties->getPropertyValue(name));
+  if (arguments.positional.empty() && arguments.named.empty()) return value;
+  // Arguments to a plain property belong to the default member of the collection that it gives.
+  return Call(value.ToObject(), u"", arguments);
+}
+
+void UnoObject::Write(const OUString& name, const Arguments& arguments) {
+  if (!HasProperty(name)) throw AutomationError(kUnsupportedMember);
+  if (arguments.positional.size() != 1 || !arguments.named.empty())
+    throw AutomationError(kWrongArgumentCount);
+  const Reference<css::beans::XPropertySet> properties(
+      Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()),
+      css::uno::UNO_QUERY_THROW);
+  properties->setPropertyValue(name, ToAny(arguments.positional[0]));
+}
+
+bool UnoObject::HasMethod(const OUString& name) {
+  return Introspection().hasMethod(name, kMethods);
+}
+
+bool UnoObject::HasProperty(const OUString& name) {
+  return Introspection().hasProperty(name, kProperties);
+}
+
+css::beans::XIntrospectionAccess& UnoObject::Introspection() {
+  if (!introspection_.is()) introspection_ = css::beans::theIntrospection::get(Context())->inspect(target_);
+  if (!introspection_.is()) throw AutomationError(kUnsupportedMember);
+  return *introspection_;
+}
+
+std::u16string UnoObject::DefaultMember() const {
+  if (const Reference<css::script::XDefaultProperty> property{target_, UNO_QUERY}; property.is()) {
+    return FromUno(property->getDefaultPropertyName());
+  }
+  if (const Reference<css::script::XDefaultMethod> method{target_, UNO_QUERY}; method.is()) {
+    return FromUno(method->getDefaultMethodName());
+  }
+  return {};
+}
+
+std::u16string UnoObject::TypeName() const {
+  const Reference<css::lang::XServiceInfo> info{target_, UNO_QUERY};
+  if (!info.is()) return u"Object";
+  // "ScVbaRange" is LibreOffice's name of Excel's Range.
+  const std::u16string name = FromUno(info->getImplementationName());
+  return name.starts_with(u"ScVba") ? name.substr(5) : name;
+}
+
+}  // namespace qva::calc

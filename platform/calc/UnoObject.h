@@ -1,0 +1,40 @@
+// An object of LibreOffice - its Excel object model above all - behind the automation protocol.
+#pragma once
+
+#include <com/sun/star/beans/XIntrospectionAccess.hpp>
+#include <com/sun/star/uno/Any.hxx>
+
+#include "platform/automation.h"
+
+namespace qva::calc {
+
+/// Late-bound access to a UNO object by member names in any letter case. Arguments that are left out are
+/// passed as nothing at all, which LibreOffice's model takes as omitted. Arguments by reference do not come
+/// back. Errors keep the text that LibreOffice gives; one without a number is 440 (Automation error), an
+/// element that a collection lacks 9 (Subscript out of range).
+class UnoObject : public Object {
+ public:
+  /// Takes the value that the object came in.
+  explicit UnoObject(css::uno::Any target) : target_(std::move(target)) {}
+
+  const css::uno::Any& target() const { return target_; }
+
+  Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override;
+  std::u16string TypeName() const override;
+
+ private:
+  Value InvokeUnguarded(Access access, std::u16string_view member, const Arguments& arguments);
+  Value Read(const rtl::OUString& name, const Arguments& arguments);
+  void Write(const rtl::OUString& name, const Arguments& arguments);
+  bool HasMethod(const rtl::OUString& name);
+  bool HasProperty(const rtl::OUString& name);
+  std::u16string DefaultMember() const;
+  /// LibreOffice's description of the object, made on first use. The service that Basic itself goes by;
+  /// "Invocation" would not serve for objects with an invocation of their own, such as worksheets.
+  css::beans::XIntrospectionAccess& Introspection();
+
+  css::uno::Any target_;
+  css::uno::Reference<css::beans::XIntrospectionAccess> introspection_;
+};
+
+}  // namespace qva::calc

@@ -1,0 +1,98 @@
+#include "server/calc/ObjectFactoryService.h"
+
+#include <dlfcn.h>
+
+#include <cppuhelper/supportsservice.hxx>
+#include <filesystem>
+
+#include "global/PublicClasses.h"
+#include "platform/calc/UnoText.h"
+#include "platform/posix/posix_platform.h"
+#include "server/calc/BasicError.h"
+#include "server/calc/PublishedObject.h"
+
+namespace qva::calc {
+namespace {
+
+using css::uno::Reference;
+using css::uno::Sequence;
+using css::uno::XInterface;
+using rtl::OUString;
+
+/// The folder of this component, where the modules stand.
+std::filesystem::path OwnFolder() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) == 0 || !info.dli_fname) return {};
+  return std::filesystem::path(info.dli_fname).parent_path();
+}
+
+/// The services of this machine, from the first object on. Never destroyed: the last objects may outlive
+/// everything that could do it.
+PosixPlatform& ThePlatform() {
+  static PosixPlatform& platform = *new PosixPlatform({OwnFolder() / "libqva_host.so"});
+  return platform;
+}
+
+ObjectPtr CreateObject(std::u16string_view identifier) {
+  if (const PublicClass* public_class = FindPublicClass(identifier)) return CreatePublicObject(*public_class);
+  return ThePlatform().services().object_factory->Create(identifier);
+}
+
+/// What Basic gets besides a pending error. For nothing at all it would report an error of its own.
+class NoObject : public Described<NoObject> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description =
+        ClassBuilder(u"Nothing", "Stands for an object that was not created");
+    return description;
+  }
+};
+
+}  // namespace
+
+ObjectFactoryService::ObjectFactoryService(const Reference<css::uno::XComponentContext>& context) {
+  InstallConversion(context, &PublishedObject::Of);
+  InstallServices(ThePlatform().services());
+}
+
+Reference<XInterface> ObjectFactoryService::createInstance(const OUString& identifier) {
+  PrepareErrors(Context());
+  try {
+    return PublishedObject::Of(CreateObject(FromUno(identifier)));
+  } catch (const AutomationError& error) {
+    RaiseInMacro(error);
+  } catch (const css::uno::Exception&) {
+    throw;
+  } catch (...) {
+    RaiseInMacro(AutomationError(kInternalError));
+  }
+  return PublishedObject::Of(MakeRef<NoObject>());
+}
+
+Reference<XInterface> ObjectFactoryService::createInstanceWithArguments(const OUString& identifier,
+                                                                        const Sequence<css::uno::Any>&) {
+  return createInstance(identifier);
+}
+
+Sequence<OUString> ObjectFactoryService::getAvailableServiceNames() {
+  std::vector<OUString> names;
+  for (const PublicClass& public_class : PublicClasses()) {
+    names.push_back(
+        ToUno(std::u16string(kLibraryName) + u"." + std::u16string(public_class.description().name())));
+  }
+  return Sequence<OUString>(names.data(), static_cast<sal_Int32>(names.size()));
+}
+
+OUString ObjectFactoryService::getImplementationName() {
+  return "QVA_Varnholt.ObjectFactory";
+}
+
+sal_Bool ObjectFactoryService::supportsService(const OUString& name) {
+  return cppu::supportsService(this, name);
+}
+
+Sequence<OUString> ObjectFactoryService::getSupportedServiceNames() {
+  return SequenceOf({OUString("com.sun.star.bridge.OleObjectFactory")});
+}
+
+}  // namespace qva::calc

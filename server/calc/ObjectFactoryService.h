@@ -1,0 +1,30 @@
+// The service that Basic's CreateObject asks; LibreOffice has one of its own on Windows alone.
+#pragma once
+
+#include <com/sun/star/lang/XMultiServiceFactory.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/implbase2.hxx>
+
+namespace qva::calc {
+
+/// Creates objects by programmatic identifier: the library's public classes, and the classes of the modules
+/// that stand beside the component, such as the embedded host's. For any other identifier it gives nothing,
+/// and Basic reports that the object cannot be created. What the library's start-up raises is raised in the
+/// macro.
+class ObjectFactoryService
+    : public cppu::WeakImplHelper2<css::lang::XMultiServiceFactory, css::lang::XServiceInfo> {
+ public:
+  explicit ObjectFactoryService(const css::uno::Reference<css::uno::XComponentContext>& context);
+
+  css::uno::Reference<css::uno::XInterface> SAL_CALL createInstance(const rtl::OUString& identifier) override;
+  css::uno::Reference<css::uno::XInterface> SAL_CALL createInstanceWithArguments(
+      const rtl::OUString& identifier, const css::uno::Sequence<css::uno::Any>&) override;
+  css::uno::Sequence<rtl::OUString> SAL_CALL getAvailableServiceNames() override;
+
+  rtl::OUString SAL_CALL getImplementationName() override;
+  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
+  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
+};
+
+}  // namespace qva::calc

@@ -1,0 +1,187 @@
+#include "server/calc/PublishedObject.h"
+
+#include <com/sun/star/bridge/oleautomation/NamedArgument.hpp>
+#include <cppuhelper/supportsservice.hxx>
+#include <cppuhelper/weakref.hxx>
+#include <unordered_map>
+
+#include "platform/calc/UnoText.h"
+#include "platform/member_table.h"
+#include "platform/text.h"
+#include "server/calc/BasicError.h"
+#include "server/calc/CallLog.h"
+
+namespace qva::calc {
+namespace {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::Sequence;
+using css::uno::XInterface;
+using rtl::OUString;
+
+/// The UNO objects that are alive, by the object that they publish.
+std::unordered_map<Object*, css::uno::WeakReference<XInterface>>& Published() {
+  static auto& published = *new std::unordered_map<Object*, css::uno::WeakReference<XInterface>>;
+  return published;
+}
+
+const Parameter* ParameterAt(const Member* member, std::size_t i) {
+  return member && i < member->parameters.size() ? &member->parameters[i] : nullptr;
+}
+
+const Parameter* ParameterNamed(const Member* member, std::u16string_view name) {
+  if (!member) return nullptr;
+  for (const Parameter& parameter : member->parameters) {
+    if (EqualIgnoringCase(parameter.name, name)) return &parameter;
+  }
+  return nullptr;
+}
+
+/// Basic passes an omitted argument, an unset Variant and an Empty alike: as nothing at all.
+Value FromArgument(const Any& any, const Parameter* parameter) {
+  if (any.hasValue() || !parameter) return FromAny(any);
+  if (parameter->optional) return Missing{};
+  if (parameter->type == ParameterType::Object) {
+    return EqualIgnoringCase(parameter->name, u"ExcelErr") ? ErrObjectForMacro() : ObjectPtr();
+  }
+  return {};
+}
+
+}  // namespace
+
+Reference<XInterface> PublishedObject::Of(const ObjectPtr& object) {
+  css::uno::WeakReference<XInterface>& known = Published()[object.get()];
+  Reference<XInterface> published = known;
+  if (!published.is()) {
+    published.set(static_cast<cppu::OWeakObject*>(new PublishedObject(object)));
+    known = published;
+  }
+  return published;
+}
+
+PublishedObject::~PublishedObject() {
+  // A successor may stand in the map already, when the object was published anew while we were dying.
+  const auto found = Published().find(object_.get());
+  if (found != Published().end() && !Reference<XInterface>(found->second).is()) Published().erase(found);
+}
+
+// Basic reports a number of its own for a name that is neither a property nor a method. Everything that is no
+// property is claimed as a method, so that Basic asks us and the macro gets automation's own error 438.
+sal_Bool PublishedObject::hasMethod(const OUString&) {
+  return true;
+}
+
+// Properties with parameters go as methods: for a property, Basic would drop the parameters.
+sal_Bool PublishedObject::hasProperty(const OUString& name) {
+  const ClassDescription* table = object_->MemberTable();
+  if (!table) return false;
+  for (const Member& member : table->members()) {
+    if (!EqualIgnoringCase(member.name, FromUno(name))) continue;
+    const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
+    return member.kind != MemberKind::Method && member.parameters.size() == (is_put ? 1u : 0u);
+  }
+  return false;
+}
+
+Any PublishedObject::getValue(const OUString& name) {
+  Sequence<sal_Int16> changed;
+  Sequence<Any> values;
+  return Perform(Access::Get, name, {}, changed, values);
+}
+
+void PublishedObject::setValue(const OUString& name, const Any& value) {
+  Sequence<sal_Int16> changed;
+  Sequence<Any> values;
+  invokePutProperty(name, SequenceOf({value}), changed, values);
+}
+
+Any PublishedObject::invoke(const OUString& name, const Sequence<Any>& arguments,
+                            Sequence<sal_Int16>& changed, Sequence<Any>& values) {
+  return Perform(Access::Call, name, arguments, changed, values);
+}
+
+Any PublishedObject::invokeGetProperty(const OUString& name, const Sequence<Any>& arguments,
+                                       Sequence<sal_Int16>& changed, Sequence<Any>& values) {
+  return Perform(Access::Get, name, arguments, changed, values);
+}
+
+Any PublishedObject::invokePutProperty(const OUString& name, const Sequence<Any>& arguments,
+                                       Sequence<sal_Int16>& changed, Sequence<Any>& values) {
+  // Basic does not tell `Set x.P = y` from `x.P = y`: an object goes to the property that takes references.
+  const ClassDescription* table = object_->MemberTable();
+  const bool is_object =
+      arguments.hasElements() &&
+      arguments[arguments.getLength() - 1].getValueTypeClass() == css::uno::TypeClass_INTERFACE;
+  const bool by_reference = is_object && table && table->Find(Access::PutRef, FromUno(name));
+  return Perform(by_reference ? Access::PutRef : Access::Put, name, arguments, changed, values);
+}
+
+Any PublishedObject::Perform(Access access, const OUString& name, const Sequence<Any>& arguments,
+                             Sequence<sal_Int16>& changed, Sequence<Any>& values) {
+  const std::u16string member_name = FromUno(name);
+  CallLog::Entry entry(*object_, access, member_name);
+  try {
+    const ClassDescription* table = object_->MemberTable();
+    const Member* member = table ? table->Find(access, member_name) : nullptr;
+    Arguments converted;
+    for (sal_Int32 i = 0; i < arguments.getLength(); ++i) {
+      css::bridge::oleautomation::NamedArgument named;
+      if (arguments[i] >>= named) {
+        const std::u16string parameter = FromUno(named.Name);
+        converted.Named(parameter, FromArgument(named.Value, ParameterNamed(member, parameter)));
+      } else {
+        const auto position = static_cast<std::size_t>(i);
+        converted.positional.push_back(FromArgument(arguments[i], ParameterAt(member, position)));
+      }
+    }
+    const Arguments before = converted;
+    // What the member did to its arguments before it failed is visible to the macro, too.
+    const auto store_back = [&] {
+      std::vector<sal_Int16> positions;
+      std::vector<Any> results;
+      for (std::size_t i = 0; i < converted.positional.size(); ++i) {
+        const Parameter* parameter = ParameterAt(member, i);
+        if (!parameter || !parameter->by_reference || converted.positional[i] == before.positional[i])
+          continue;
+        positions.push_back(static_cast<sal_Int16>(i));
+        results.push_back(ToAny(converted.positional[i]));
+      }
+      changed = Sequence<sal_Int16>(positions.data(), static_cast<sal_Int32>(positions.size()));
+      values = Sequence<Any>(results.data(), static_cast<sal_Int32>(results.size()));
+    };
+    try {
+      const Value result = object_->Invoke(access, member_name, converted);
+      store_back();
+      entry.Returned(result);
+      return ToAny(result);
+    } catch (...) {
+      store_back();
+      throw;
+    }
+  } catch (const AutomationError& error) {
+    entry.Failed(error);
+    RaiseInMacro(error);
+  } catch (const std::bad_alloc&) {
+    RaiseInMacro(AutomationError(kOutOfMemory));
+  } catch (const css::uno::Exception&) {
+    throw;  // UNO's own, such as that LibreOffice is closing
+  } catch (...) {
+    RaiseInMacro(AutomationError(kInternalError));
+  }
+  return {};
+}
+
+OUString PublishedObject::getImplementationName() {
+  return "QVA_Varnholt.PublishedObject";
+}
+
+sal_Bool PublishedObject::supportsService(const OUString& name) {
+  return cppu::supportsService(this, name);
+}
+
+Sequence<OUString> PublishedObject::getSupportedServiceNames() {
+  return {};
+}
+
+}  // namespace qva::calc

@@ -1,0 +1,57 @@
+// One of our objects as LibreOffice Basic sees it.
+#pragma once
+
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/script/XAutomationInvocation.hpp>
+#include <cppuhelper/implbase2.hxx>
+
+#include "platform/calc/UnoValue.h"
+
+namespace qva::calc {
+
+/// Publishes an object by its member table. Names match in any letter case; named arguments, omitted optional
+/// ones and arguments by reference work as in VBA. An argument that was given without a value is taken as
+/// left out where the parameter is optional, as Nothing where it is an object. Errors are raised in the
+/// calling macro. While it is published, the same object is the same UNO object.
+class PublishedObject
+    : public cppu::WeakImplHelper2<css::script::XAutomationInvocation, css::lang::XServiceInfo>,
+      public CarriesObject {
+ public:
+  /// The UNO object of an object that is not null.
+  static css::uno::Reference<css::uno::XInterface> Of(const ObjectPtr& object);
+
+  const ObjectPtr& Carried() const override { return object_; }
+
+  css::uno::Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override { return {}; }
+  sal_Bool SAL_CALL hasMethod(const rtl::OUString& name) override;
+  sal_Bool SAL_CALL hasProperty(const rtl::OUString& name) override;
+  css::uno::Any SAL_CALL getValue(const rtl::OUString& name) override;
+  void SAL_CALL setValue(const rtl::OUString& name, const css::uno::Any& value) override;
+  css::uno::Any SAL_CALL invoke(const rtl::OUString& name, const css::uno::Sequence<css::uno::Any>& arguments,
+                                css::uno::Sequence<sal_Int16>& changed,
+                                css::uno::Sequence<css::uno::Any>& values) override;
+  css::uno::Any SAL_CALL invokeGetProperty(const rtl::OUString& name,
+                                           const css::uno::Sequence<css::uno::Any>& arguments,
+                                           css::uno::Sequence<sal_Int16>& changed,
+                                           css::uno::Sequence<css::uno::Any>& values) override;
+  css::uno::Any SAL_CALL invokePutProperty(const rtl::OUString& name,
+                                           const css::uno::Sequence<css::uno::Any>& arguments,
+                                           css::uno::Sequence<sal_Int16>& changed,
+                                           css::uno::Sequence<css::uno::Any>& values) override;
+
+  rtl::OUString SAL_CALL getImplementationName() override;
+  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
+  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
+
+ private:
+  explicit PublishedObject(ObjectPtr object) : object_(std::move(object)) {}
+  ~PublishedObject() override;
+
+  css::uno::Any Perform(Access access, const rtl::OUString& name,
+                        const css::uno::Sequence<css::uno::Any>& arguments,
+                        css::uno::Sequence<sal_Int16>& changed, css::uno::Sequence<css::uno::Any>& values);
+
+  ObjectPtr object_;
+};
+
+}  // namespace qva::calc

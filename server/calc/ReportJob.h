@@ -1,0 +1,34 @@
+// What the report runner has LibreOffice do: open a workbook, run its macro, print it to PDF, close.
+#pragma once
+
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/task/XJobExecutor.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/implbase2.hxx>
+
+namespace qva::calc {
+
+/// Runs one job inside LibreOffice, then ends LibreOffice. The job comes in environment variables, texts in
+/// UTF-8:
+///   QVA_JOB_WORKBOOK  path of the workbook
+///   QVA_JOB_MACRO     entry macro, as Library.Module.Procedure of the workbook
+///   QVA_JOB_PDF       path of the PDF to print the first sheet's pages to; nothing is printed without it
+///   QVA_JOB_RESULT    path of the file that gets one line when all is over: "ok", or "error" and what failed
+/// Steps are written to the call log.
+class ReportJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
+ public:
+  explicit ReportJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}
+
+  void SAL_CALL trigger(const rtl::OUString& event) override;
+
+  rtl::OUString SAL_CALL getImplementationName() override;
+  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
+  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
+
+ private:
+  void Run();
+
+  css::uno::Reference<css::uno::XComponentContext> context_;
+};
+
+}  // namespace qva::calc

@@ -1,0 +1,73 @@
+#include "tools/report-runner/Process.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+namespace qva {
+
+std::optional<std::filesystem::path> FindProgram(const std::string& name) {
+  const char* path = std::getenv("PATH");
+  std::istringstream folders(path ? path : "");
+  for (std::string folder; std::getline(folders, folder, ':');) {
+    const std::filesystem::path program = std::filesystem::path(folder) / name;
+    if (access(program.c_str(), X_OK) == 0) return program;
+  }
+  return std::nullopt;
+}
+
+Process::Process(const std::vector<std::string>& arguments,
+                 const std::map<std::string, std::string>& environment, const std::filesystem::path& errors) {
+  std::vector<char*> pointers;
+  for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
+  pointers.push_back(nullptr);
+  pid_ = fork();
+  if (pid_ < 0) throw std::runtime_error("cannot start " + arguments[0]);
+  if (pid_ == 0) {
+    setpgid(0, 0);
+    const int null = open("/dev/null", O_RDONLY);
+    dup2(null, STDIN_FILENO);
+    const int error_file = open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (error_file >= 0) dup2(error_file, STDERR_FILENO);
+    for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+    execvp(pointers[0], pointers.data());
+    _exit(127);
+  }
+  setpgid(pid_, pid_);
+}
+
+bool Process::IsRunning() {
+  if (ended_) return false;
+  int status = 0;
+  if (waitpid(pid_, &status, WNOHANG) != pid_) return true;
+  ended_ = true;
+  exit_status_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  return false;
+}
+
+int Process::Wait(std::chrono::milliseconds limit) {
+  const auto deadline = std::chrono::steady_clock::now() + limit;
+  while (IsRunning() && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(5));
+  }
+  Kill();
+  return exit_status_;
+}
+
+void Process::Kill() {
+  // Whatever the program started is in its group; nothing of it may go on.
+  kill(-pid_, SIGKILL);
+  if (ended_) return;
+  int status = 0;
+  waitpid(pid_, &status, 0);
+  ended_ = true;
+  exit_status_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+}  // namespace qva

@@ -1,0 +1,43 @@
+// A child process that never outlives its object.
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace qva {
+
+/// The program of a name on the search path; nothing when there is none.
+std::optional<std::filesystem::path> FindProgram(const std::string& name);
+
+/// A program that was started with its own process group, standard input closed, its output going where
+/// ours goes. The destructor stops it, with everything that it started.
+class Process {
+ public:
+  /// Starts `arguments[0]`, looked up on the search path, with variables added to our environment, and its
+  /// error output going to the file `errors`. A program that cannot be started ends with status 127.
+  Process(const std::vector<std::string>& arguments, const std::map<std::string, std::string>& environment,
+          const std::filesystem::path& errors);
+  ~Process() { Kill(); }
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  bool IsRunning();
+  /// Waits for the end, at most so long, and stops the process then. Result: its exit status.
+  int Wait(std::chrono::milliseconds limit);
+  void Kill();
+  /// After the end: the exit status, 128 and the signal's number for a program that a signal ended.
+  int ExitStatus() const { return exit_status_; }
+
+ private:
+  pid_t pid_ = -1;
+  bool ended_ = false;
+  int exit_status_ = 127;
+};
+
+}  // namespace qva

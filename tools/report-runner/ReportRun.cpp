@@ -1,0 +1,236 @@
+#include "tools/report-runner/ReportRun.h"
+
+#include <fstream>
+#include <map>
+#include <ostream>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+#include "tools/report-runner/Process.h"
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMacroFailed = 1;
+constexpr int kNoLibreOffice = 3;
+
+/// A folder that goes with its object.
+class PrivateFolder {
+ public:
+  PrivateFolder() {
+    std::string pattern = (fs::temp_directory_path() / "qva-report-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+      throw std::runtime_error("cannot make a folder in " + fs::temp_directory_path().string());
+    path_ = pattern;
+  }
+  ~PrivateFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  PrivateFolder(const PrivateFolder&) = delete;
+  PrivateFolder& operator=(const PrivateFolder&) = delete;
+  const fs::path& path() const { return path_; }
+
+ private:
+  fs::path path_;
+};
+
+void Write(const fs::path& path, const std::string& text) {
+  std::ofstream file(path, std::ios::binary);
+  file << text;
+  if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
+}
+
+std::string UrlOf(const fs::path& path) {
+  std::ostringstream url;
+  url << "file://" << std::hex << std::uppercase;
+  for (const unsigned char c : path.string()) {
+    if (std::isalnum(c) || std::string_view("/._-").find(static_cast<char>(c)) != std::string_view::npos) {
+      url << c;
+    } else {
+      url << '%' << (c >> 4) << (c & 15);
+    }
+  }
+  return url.str();
+}
+
+std::string XmlText(const std::string& text) {
+  std::string out;
+  for (const char c : text)
+    out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
+  return out;
+}
+
+/// Settings of the private profile: macros run, no first-start questions.
+std::string ProfileSettings() {
+  const auto item = [](const char* path, const char* name, const char* value) {
+    return std::string("<item oor:path=\"/org.openoffice.") + path + "\"><prop oor:name=\"" + name +
+           "\" oor:op=\"fuse\"><value>" + value + "</value></prop></item>\n";
+  };
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<oor:items xmlns:oor=\"http://openoffice.org/2001/registry\" "
+         "xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" "
+         "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n" +
+         item("Office.Common/Security/Scripting", "MacroSecurityLevel", "0") +
+         item("Setup/Office", "ooSetupInstCompleted", "true") +
+         item("Office.Common/Misc", "FirstRun", "false") + "</oor:items>\n";
+}
+
+/// What LibreOffice reads to find our services.
+std::string Components(const fs::path& library) {
+  const auto implementation = [](const char* name, const char* constructor, const char* service,
+                                 const char* more) {
+    return std::string("  <implementation name=\"") + name + "\" constructor=\"" + constructor + "\"" + more +
+           "><service name=\"" + service + "\"/></implementation>\n";
+  };
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+         "<components xmlns=\"http://openoffice.org/2010/uno-components\">\n"
+         " <component loader=\"com.sun.star.loader.SharedLibrary\" environment=\"gcc3\" uri=\"" +
+         XmlText(UrlOf(library)) + "\">\n" +
+         implementation("QVA_Varnholt.ObjectFactory", "qva_create_object_factory",
+                        "com.sun.star.bridge.OleObjectFactory", " single-instance=\"true\"") +
+         implementation("QVA_Varnholt.ReportJob", "qva_create_report_job", "QVA_Varnholt.ReportJob", "") +
+         " </component>\n</components>\n";
+}
+
+/// The registry of the run: the host setting that names the book.
+std::string RegistryWithBook(std::string book) {
+  std::string escaped;
+  for (const char c : book) escaped += c == '\\' || c == '"' ? std::string("\\") + c : std::string(1, c);
+  return "Windows Registry Editor Version 5.00\n\n"
+         "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI]\n"
+         "\"P0\"=\"" +
+         escaped + "\"\n";
+}
+
+/// Prints the lines that a growing file has gained since the last call.
+class Follower {
+ public:
+  Follower(fs::path path, std::ostream& out) : path_(std::move(path)), out_(out) {}
+
+  void Follow() {
+    std::ifstream file(path_, std::ios::binary);
+    file.seekg(static_cast<std::streamoff>(read_));
+    std::string line;
+    while (std::getline(file, line) && !file.eof()) {
+      read_ += line.size() + 1;
+      out_ << "  " << line << std::endl;
+    }
+  }
+
+ private:
+  fs::path path_;
+  std::ostream& out_;
+  std::size_t read_ = 0;
+};
+
+std::string FirstLine(const fs::path& path) {
+  std::ifstream file(path);
+  std::string line;
+  std::getline(file, line);
+  return line;
+}
+
+/// PNG of the PDF's first page, for whoever wants to look at the result quickly.
+void MakePicture(const fs::path& pdf, const fs::path& errors, std::ostream& err) {
+  fs::path base = pdf;
+  base.replace_extension();
+  Process process({"pdftoppm", "-png", "-r", "110", "-singlefile", pdf.string(), base.string()}, {}, errors);
+  if (process.Wait(std::chrono::seconds(60)) != 0) err << "No PNG was made: pdftoppm is missing or failed\n";
+}
+
+}  // namespace
+
+int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& err) {
+  const auto office = FindProgram("soffice");
+  if (!office) {
+    err << "LibreOffice is missing: there is no soffice on the search path. Install libreoffice-calc.\n";
+    return kNoLibreOffice;
+  }
+  const fs::path component = fs::absolute(options.build_folder) / "libqva_calc.so";
+  for (const fs::path& needed : {component, options.workbook}) {
+    if (!fs::exists(needed)) {
+      err << "There is no " << needed.string() << '\n';
+      return kNoLibreOffice;
+    }
+  }
+
+  const fs::path output = fs::absolute(options.output_folder).lexically_normal();
+  fs::create_directories(output);
+  const fs::path workbook = output / options.workbook.filename();
+  fs::copy_file(options.workbook, workbook, fs::copy_options::overwrite_existing);
+  fs::path pdf = workbook;
+  pdf.replace_extension(".pdf");
+
+  const PrivateFolder folder;
+  const fs::path profile = folder.path() / "profile";
+  fs::create_directories(profile / "user");
+  Write(profile / "user" / "registrymodifications.xcu", ProfileSettings());
+  Write(folder.path() / "qva.components", Components(component));
+  Write(folder.path() / "registry.reg", RegistryWithBook(options.book));
+  const fs::path steps = folder.path() / "steps.txt";
+  const fs::path result = folder.path() / "result.txt";
+  const fs::path errors = folder.path() / "errors.txt";
+  const fs::path messages = output / "messages.txt";
+  fs::remove(messages);
+
+  std::map<std::string, std::string> environment = {
+      {"QVA_JOB_WORKBOOK", workbook.string()},
+      {"QVA_JOB_MACRO", options.macro},
+      {"QVA_JOB_PDF", options.picture ? pdf.string() : ""},
+      {"QVA_JOB_RESULT", result.string()},
+      {"QVA_VARNHOLT_CALL_LOG", steps.string()},
+      {"QVA_VARNHOLT_REGISTRY", (folder.path() / "registry.reg").string()},
+      {"QVA_VARNHOLT_MESSAGE_LOG", messages.string()},
+      {"QVA_HOST_DATABASE", (folder.path() / "host.sqlite").string()},
+      {"QVA_HOST_RESOURCES", fs::absolute(options.host_resources).string()},
+      {"SAL_USE_VCLPLUGIN", "svp"},
+  };
+  if (!options.answers.empty()) environment["QVA_VARNHOLT_ANSWERS"] = fs::absolute(options.answers).string();
+
+  out << "Report " << options.workbook.filename().string() << ", book " << options.book << std::endl;
+  const fs::path office_folder = fs::canonical(*office).parent_path();
+  Process process({office->string(), "--headless", "--norestore", "--nologo", "--nodefault", "--nolockcheck",
+                   "-env:UserInstallation=" + UrlOf(profile),
+                   "-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
+                       UrlOf(folder.path() / "qva.components"),
+                   "service:QVA_Varnholt.ReportJob"},
+                  environment, errors);
+  Follower follower(steps, out);
+  Follower message_follower(messages, out);
+  const auto deadline = std::chrono::steady_clock::now() + options.timeout;
+  while (process.IsRunning() && std::chrono::steady_clock::now() < deadline) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    follower.Follow();
+    message_follower.Follow();
+  }
+  const bool timed_out = process.IsRunning();
+  process.Kill();
+  follower.Follow();
+  message_follower.Follow();
+  if (timed_out) {
+    err << "LibreOffice did not finish within " << options.timeout.count() << " seconds and was stopped\n";
+    return kNoLibreOffice;
+  }
+  const std::string outcome = FirstLine(result);
+  if (outcome.empty()) {
+    err << "LibreOffice ended without running the report (exit status " << process.ExitStatus() << ")\n"
+        << std::ifstream(errors).rdbuf();
+    return kNoLibreOffice;
+  }
+  if (outcome != "ok") {
+    err << "The report failed: " << outcome << '\n';
+    return kMacroFailed;
+  }
+  if (options.picture) MakePicture(pdf, errors, err);
+  out << "Results in " << output.string() << ':' << std::endl;
+  for (const fs::directory_entry& entry : fs::directory_iterator(output)) {
+    out << "  " << entry.path().filename().string() << " (" << entry.file_size() << " bytes)" << std::endl;
+  }
+  return 0;
+}
+
+}  // namespace qva

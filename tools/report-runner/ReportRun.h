@@ -1,0 +1,30 @@
+// One run of a report workbook in LibreOffice.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <iosfwd>
+#include <string>
+
+namespace qva {
+
+struct ReportRunOptions {
+  std::filesystem::path workbook;
+  std::string macro = "VBAProject.Ataskaita.Main";  ///< Library.Module.Procedure
+  std::string book = "MEDVILNE";                    ///< code of the host's book
+  std::filesystem::path output_folder = "out";
+  std::filesystem::path build_folder;             ///< of libqva_calc.so and libqva_host.so
+  std::filesystem::path host_resources = "host";  ///< of sample.sql and QVAFormRes.txt
+  std::filesystem::path answers;                  ///< to message boxes; none when empty
+  std::chrono::seconds timeout{120};
+  bool picture = true;  ///< PDF and PNG of the workbook as the macro left it
+};
+
+/// Copies the workbook into the output folder, runs its macro in a LibreOffice of its own - a private profile
+/// that goes again, our component, the embedded host - and prints each step to `out`, failures to `err`.
+/// Result: 0 when the macro went through, 1 when it failed, 3 when LibreOffice is missing, could not be
+/// started or had to be stopped at the time limit. Nothing that was started goes on afterwards. Raises
+/// std::exception when the output folder cannot be written.
+int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& err);
+
+}  // namespace qva

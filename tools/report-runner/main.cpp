@@ -1,0 +1,103 @@
+// Runs a report workbook in LibreOffice from the command line; see Usage below.
+#include <getopt.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+
+#include "tools/report-runner/ReportRun.h"
+
+namespace {
+
+constexpr char kUsage[] =
+    R"(Usage: report-runner [options] WORKBOOK
+
+Opens a report workbook in LibreOffice without a display, runs its entry macro, and leaves in the output folder
+what the macro saved, and a PDF and a PNG of the workbook. Each step is printed.
+
+  --macro NAME           entry macro as Library.Module.Procedure (VBAProject.Ataskaita.Main)
+  --book CODE            code of the host's book to work on (MEDVILNE)
+  --output-folder PATH   where the results go (out)
+  --build-folder PATH    where libqva_calc.so and libqva_host.so stand (the folder above this program)
+  --host-resources PATH  the embedded host's texts and sample company (host)
+  --answers PATH         answers to message boxes, one on each line; without it the first button is pressed
+  --timeout SECONDS      how long LibreOffice may take (120)
+  --no-picture           no PDF and no PNG
+  --help                 this text
+
+Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong command line, 3 when LibreOffice is
+missing or had to be stopped.
+)";
+
+enum Option { kMacro = 1, kBook, kOutput, kBuild, kHost, kAnswers, kTimeout, kNoPicture, kHelp };
+
+constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
+                               {"book", required_argument, nullptr, kBook},
+                               {"output-folder", required_argument, nullptr, kOutput},
+                               {"build-folder", required_argument, nullptr, kBuild},
+                               {"host-resources", required_argument, nullptr, kHost},
+                               {"answers", required_argument, nullptr, kAnswers},
+                               {"timeout", required_argument, nullptr, kTimeout},
+                               {"no-picture", no_argument, nullptr, kNoPicture},
+                               {"help", no_argument, nullptr, kHelp},
+                               {nullptr, 0, nullptr, 0}};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qva::ReportRunOptions options;
+  options.build_folder = std::filesystem::absolute(argv[0]).parent_path().parent_path();
+  int choice;
+  while ((choice = getopt_long(argc, argv, "", kOptions, nullptr)) != -1) {
+    switch (choice) {
+      case kMacro:
+        options.macro = optarg;
+        break;
+      case kBook:
+        options.book = optarg;
+        break;
+      case kOutput:
+        options.output_folder = optarg;
+        break;
+      case kBuild:
+        options.build_folder = optarg;
+        break;
+      case kHost:
+        options.host_resources = optarg;
+        break;
+      case kAnswers:
+        options.answers = optarg;
+        break;
+      case kTimeout:
+        options.timeout = std::chrono::seconds(std::atoi(optarg));
+        if (options.timeout.count() <= 0) {
+          std::cerr << "report-runner: --timeout takes a number of seconds above 0\n";
+          return 2;
+        }
+        break;
+      case kNoPicture:
+        options.picture = false;
+        break;
+      case kHelp:
+        std::cout << kUsage;
+        return 0;
+      default:
+        std::cerr << kUsage;
+        return 2;
+    }
+  }
+  if (argc - optind != 1) {
+    std::cerr << kUsage;
+    return 2;
+  }
+  options.workbook = argv[optind];
+  try {
+    return qva::RunReport(options, std::cout, std::cerr);
+  } catch (const std::exception& error) {
+    std::cerr << "report-runner: " << error.what() << '\n';
+    return 3;
+  }
+}
