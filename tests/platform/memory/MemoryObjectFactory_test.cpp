@@ -1,0 +1,43 @@
+#include "platform/memory/MemoryObjectFactory.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/memory/excel/Application.h"
+#include "tests/platform/core_test.h"
+
+namespace qva {
+namespace {
+
+using MemoryObjectFactoryTest = CoreTest;
+
+TEST_F(MemoryObjectFactoryTest, MakesANewObjectEachTimeInAnyLetterCase) {
+  platform.object_factory.Register<memory::Application>(u"Excel.Application");
+  const ObjectPtr first = platform.object_factory.Create(u"excel.APPLICATION");
+  const ObjectPtr second = platform.object_factory.Create(u"Excel.Application");
+  EXPECT_EQ(first->TypeName(), u"Application");
+  EXPECT_FALSE(first == second);
+}
+
+TEST_F(MemoryObjectFactoryTest, Raises429ForWhatItDoesNotKnow) {
+  EXPECT_EQ(RaisedBy([&] { platform.object_factory.Create(u"No.Such"); }), kCannotCreateObject);
+  platform.object_factory.Register<memory::Application>(u"Excel.Application");
+  platform.object_factory.Unregister(u"EXCEL.application");
+  EXPECT_EQ(RaisedBy([&] { platform.object_factory.Create(u"Excel.Application"); }), kCannotCreateObject);
+}
+
+TEST_F(MemoryObjectFactoryTest, Raises429ForACreatorThatGivesNothingAndPassesOnWhatItRaises) {
+  platform.object_factory.Register(u"A.Nothing", [] { return ObjectPtr(); });
+  platform.object_factory.Register(u"A.Failure",
+                                   []() -> ObjectPtr { throw AutomationError(5, u"A", u"refused"); });
+  EXPECT_EQ(RaisedBy([&] { platform.object_factory.Create(u"A.Nothing"); }), kCannotCreateObject);
+  EXPECT_EQ(RaisedBy([&] { platform.object_factory.Create(u"A.Failure"); }), 5);
+}
+
+TEST_F(MemoryObjectFactoryTest, ReplacesAnEarlierRegistration) {
+  platform.object_factory.Register(u"A.B", [] { return ObjectPtr(); });
+  platform.object_factory.Register<memory::Application>(u"a.b");
+  EXPECT_TRUE(platform.object_factory.Create(u"A.B"));
+}
+
+}  // namespace
+}  // namespace qva
