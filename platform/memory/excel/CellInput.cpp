@@ -38,7 +38,7 @@ std::optional<int> TakeNumber(std::u16string_view& text) {
 
 /// "2024-06-12", "2024/6/12", "6/12/2024" or "6-12-2024".
 std::optional<Date> ParseExcelDate(std::u16string_view text) {
-  const bool year_first = text.size() > 4 && !IsDigit(text[4]) && IsDigit(text[3]);
+  const bool year_first = text.find_first_not_of(u"0123456789") == 4;
   int parts[3] = {};
   char16_t separator = 0;
   for (int i = 0; i < 3; ++i) {
@@ -154,8 +154,9 @@ std::optional<double> ParseExcelNumber(std::u16string_view text) {
   const std::size_t whole_end = std::min(text.find_first_of(u".eE"), text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == u',' && i > 0 && i < whole_end && (whole_end - i) % 4 == 0) continue;
+    const bool after_e = i > 0 && (text[i - 1] == u'e' || text[i - 1] == u'E');
     const bool belongs = IsDigit(text[i]) || text[i] == u'.' || text[i] == u'e' || text[i] == u'E' ||
-                         (i > 0 && (text[i] == u'-' || text[i] == u'+'));
+                         (after_e && (text[i] == u'-' || text[i] == u'+'));
     if (!belongs) return std::nullopt;
     if (text[i] == u'+') continue;  // of an exponent; the parser below knows no plus sign
     plain += static_cast<char>(text[i]);
