@@ -54,11 +54,12 @@ TEST_F(GlobalObject, InitConnectDoesNotUseTheWorkbookArgument) {
 }
 
 TEST_F(GlobalObject, InitConnectReleasesTheCommonObject) {
-  Connected();
-  // The book, the plant, the session and so on live; the common object is gone with the operation.
-  trace.Clear();
-  const ObjectPtr common = factory.Create(host::kCommonObjects);
-  EXPECT_EQ(common->ReferenceCount(), 1);
+  ObjectPtr common;
+  platform.object_factory.Register(host::kCommonObjects,
+                                   [&] { return common = host.Create(host::kCommonObjects); });
+  const ObjectPtr global = Connected();
+  ASSERT_TRUE(common);
+  EXPECT_EQ(common->ReferenceCount(), 1) << "only this test holds it";
 }
 
 TEST_F(GlobalObject, InitConnectWithABookKeepsCountAndPlantAndCreatesNothing) {

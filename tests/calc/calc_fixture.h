@@ -1,0 +1,39 @@
+// Macros run in a real LibreOffice by the report runner.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace qva {
+
+/// One run of the report runner on a workbook.
+struct RunResult {
+  int exit_status = -1;
+  std::string output;              ///< what the runner printed, its steps among it
+  std::string errors;              ///< what it printed on the error output
+  std::string messages;            ///< log of the message boxes
+  std::vector<std::string> lines;  ///< what the macro wrote
+};
+
+class CalcTest : public testing::Test {
+ protected:
+  CalcTest();
+  ~CalcTest() override;
+
+  /// Runs tests/calc/macros/<name>.bas in a workbook of one empty sheet.
+  RunResult RunMacro(const std::string& name, std::vector<std::string> options = {});
+  /// Runs a workbook; further options of the runner come before its name.
+  RunResult RunWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options = {});
+
+  /// Everything in the file, empty when there is none.
+  static std::string Contents(const std::filesystem::path& path);
+
+  std::filesystem::path folder;  ///< private, gone with the test
+  std::filesystem::path output;  ///< the run's output folder within
+};
+
+}  // namespace qva

@@ -1,0 +1,5 @@
+Option VBASupport 1
+Sub Main()
+    Do
+    Loop
+End Sub

@@ -1,0 +1,77 @@
+// What report workbooks' macros see of the library in LibreOffice.
+#include "tests/calc/calc_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class CalcMacros : public CalcTest {};
+
+TEST_F(CalcMacros, InitConnectWithEmptyP0RaisesNumberSourceAndText) {
+  const RunResult run = RunMacro("connect_failures", {"--book", ""});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre("InitConnectEX: -2147221504 | InitConnectEX | "
+                  "Nepasirinkta apskaitos knyga. Atverkite ją apskaitos sistemoje ir bandykite dar kartą.",
+                  "book is Nothing: True"));
+}
+
+TEST_F(CalcMacros, InitConnectWithAnUnknownBookRaises842WithTheBook) {
+  const RunResult run = RunMacro("connect_failures", {"--book", "NĖRA TOKIOS"});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("InitConnectEX: -2147221504 | InitConnectEX | Nepavyko prisijungti prie "
+                                     "apskaitos knygos „NĖRA TOKIOS“.",
+                                     "book is Nothing: True"));
+}
+
+TEST_F(CalcMacros, WrongUseGivesAutomationsOwnErrors) {
+  const RunResult run = RunMacro("automation_errors");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  const std::string lib = " | QVA_Varnholt | ";
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre(
+          "unknown method: 438" + lib + "Object doesn't support this property or method",
+          "unknown property: 438" + lib + "Object doesn't support this property or method",
+          "unknown property put: 438" + lib + "Object doesn't support this property or method",
+          "too few arguments: 450" + lib + "Wrong number of arguments or invalid property assignment",
+          "too many arguments: 450" + lib + "Wrong number of arguments or invalid property assignment",
+          "no object: 13" + lib + "Type mismatch", "no text: 13" + lib + "Type mismatch",
+          "unknown named argument: 448" + lib + "Named argument not found",
+          "read-only property: 438" + lib + "Object doesn't support this property or method",
+          "object not set: 91" + lib + "Object variable or With block variable not set",
+          HasSubstr("host's own error: "),
+          "unknown class: 429" + lib + "ActiveX component can't create object",
+          "foreign class: 429" + lib + "ActiveX component can't create object",
+          "handler: 13" + lib + "Type mismatch"));
+}
+
+TEST_F(CalcMacros, AReportLivesFromConnectionToReset) {
+  const RunResult run = RunMacro("report_life");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("connected: 1", "again: 1", "book: MEDVILNE", "same book: True",
+                                     "second instance: 0", "passed book: 0", "kept: True BALTIJA",
+                                     "caption: Ataskaita ąčę", HasSubstr("name: before | "),
+                                     HasSubstr("code: "), HasSubstr("address: "), "untouched: before",
+                                     "toolbars survive: True", "toolbars gone: True", "environment: True",
+                                     "environment gone: True", "reset: True True", "reported"));
+  EXPECT_THAT(run.messages, HasSubstr("Klaida ąčę"));
+}
+
+TEST_F(CalcMacros, AnUnhandledErrorFailsTheRunWithItsText) {
+  const RunResult run = RunMacro("unhandled");
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("-2147221503 (makrokomanda) Neapdorota klaida"));
+}
+
+TEST_F(CalcMacros, AMacroThatDoesNotCompileFailsTheRun) {
+  const RunResult run = RunMacro("does_not_compile");
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("does not compile"));
+}
+
+}  // namespace
+}  // namespace qva

@@ -1,0 +1,98 @@
+// The report runner on the sample workbook, and where it must give up.
+#include <fstream>
+
+#include "tests/calc/calc_fixture.h"
+#include "tools/report-runner/Process.h"
+
+namespace qva {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ReportRunner : public CalcTest {
+ protected:
+  static std::filesystem::path Sample() {
+    return std::filesystem::path(QVA_SOURCE_DIR) / "samples/balance.fods";
+  }
+
+  /// The cells of the saved workbook's first sheet as LibreOffice reads them anew.
+  std::string CellsOf(const std::filesystem::path& workbook) {
+    Process convert(
+        {"soffice", "--headless", "--norestore",
+         "-env:UserInstallation=file://" + (folder / "convert").string(), "--convert-to",
+         "csv:Text - txt - csv (StarCalc):59,34,76", "--outdir", folder.string(), workbook.string()},
+        {}, folder / "convert.txt");
+    EXPECT_EQ(convert.Wait(std::chrono::seconds(60)), 0) << Contents(folder / "convert.txt");
+    return Contents(folder / workbook.filename().replace_extension(".csv"));
+  }
+};
+
+TEST_F(ReportRunner, LeavesACompoundDocumentWithTheCompanysAttributesAPdfAndAPicture) {
+  const RunResult run = RunWorkbook(Sample());
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(Contents(output / "Balansas.xls"), StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"));
+  EXPECT_THAT(Contents(output / "balance.pdf"), StartsWith("%PDF-"));
+  EXPECT_THAT(Contents(output / "balance.png"), StartsWith("\x89PNG"));
+  const std::string cells = CellsOf(output / "Balansas.xls");
+  for (const char* expected :
+       {"Įmonės kodas;398417265", "PVM mokėtojo kodas;LT100099172410", "UAB „Medvilnės namai“",
+        "Audėjų g. 14-3, LT-44177 Kaunas", "Telefonas;+370 37 000 112", "Faksas;+370 37 000 113",
+        "Įmonės vadovas;Rūta Žiedaitė", "Vyriausiasis buhalteris;Šarūnas Įkalnis"}) {
+    EXPECT_THAT(cells, HasSubstr(expected));
+  }
+}
+
+TEST_F(ReportRunner, WorksOnAnotherBook) {
+  const RunResult run = RunWorkbook(Sample(), {"--book", "BALTIJA", "--no-picture"});
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  const std::string cells = CellsOf(output / "Balansas.xls");
+  EXPECT_THAT(cells, testing::Not(HasSubstr("398417265")));
+  EXPECT_FALSE(std::filesystem::exists(output / "balance.pdf"));
+}
+
+TEST_F(ReportRunner, PrintsEachStep) {
+  const RunResult run = RunWorkbook(Sample(), {"--no-picture"});
+  for (const char* step : {"Opening ", "Running VBAProject.Ataskaita.Main", "gExcelObject.InitConnectEX -> 1",
+                           "CReports.Init", "CReports.FillAttr", "Balansas.xls"}) {
+    EXPECT_THAT(run.output, HasSubstr(step));
+  }
+}
+
+TEST_F(ReportRunner, StopsAMacroThatDoesNotEnd) {
+  const RunResult run = RunMacro("endless", {"--timeout", "4"});
+  EXPECT_EQ(run.exit_status, 3);
+  EXPECT_THAT(run.errors, HasSubstr("did not finish within 4 seconds and was stopped"));
+}
+
+TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
+  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--macro", "NoLibrary.Ataskaita.Main"});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("the workbook has no library NoLibrary"));
+}
+
+TEST_F(ReportRunner, SaysWhenLibreOfficeIsMissing) {
+  Process runner({QVA_REPORT_RUNNER, Sample().string()}, {{"PATH", folder.string()}}, folder / "errors.txt");
+  EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);
+  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("LibreOffice is missing"));
+}
+
+TEST_F(ReportRunner, SaysWhenLibreOfficeEndsBeforeTheReportRan) {
+  std::ofstream(folder / "soffice") << "#!/bin/sh\necho broken >&2\nexit 7\n";
+  std::filesystem::permissions(folder / "soffice", std::filesystem::perms::owner_all);
+  Process runner({QVA_REPORT_RUNNER, "--output-folder", output.string(), Sample().string()},
+                 {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
+  EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);
+  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("exit status 7"));
+  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("broken"));
+}
+
+TEST_F(ReportRunner, RefusesAWrongCommandLine) {
+  Process runner({QVA_REPORT_RUNNER, "--timeout", "soon", "x"}, {}, folder / "errors.txt");
+  EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 2);
+  Process nothing({QVA_REPORT_RUNNER}, {}, folder / "errors.txt");
+  EXPECT_EQ(nothing.Wait(std::chrono::seconds(20)), 2);
+}
+
+}  // namespace
+}  // namespace qva
