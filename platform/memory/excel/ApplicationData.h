@@ -68,6 +68,12 @@ struct ApplicationData {
   std::shared_ptr<WorkbookData> FindWorkbook(std::u16string_view name) const;
 };
 
+// Neither goes before the program does.
+inline void RequireAlive(const ApplicationData&) {
+}
+inline void RequireAlive(const CommandBarData&) {
+}
+
 /// Opens a workbook that belongs to no application yet, and makes it the active one.
 void AddWorkbook(const std::shared_ptr<ApplicationData>& application,
                  const std::shared_ptr<WorkbookData>& workbook);

@@ -44,6 +44,7 @@ class ModelObject : public Described<T> {
 
   template <auto field>
   FieldType<field> Read() {
+    RequireAlive(*data_);
     return (*data_).*field;
   }
 
@@ -52,6 +53,7 @@ class ModelObject : public Described<T> {
     if constexpr (sizeof...(allowed) > 0) {
       if (((value != allowed) && ...)) throw Refusal();
     }
+    RequireAlive(*data_);
     (*data_).*field = value;
   }
 

@@ -29,23 +29,28 @@ const ClassDescription& Sheets::Description() {
   return description;
 }
 
+WorkbookData& Sheets::Open() {
+  if (!workbook_->is_open) throw GoneRefusal();
+  return *workbook_;
+}
+
 std::int32_t Sheets::Count() {
-  return static_cast<std::int32_t>(workbook_->sheets.size());
+  return static_cast<std::int32_t>(Open().sheets.size());
 }
 
 ObjectPtr Sheets::Item(const Value& index) {
-  std::shared_ptr<SheetData> sheet;
-  if (index.Is(Value::Type::Text)) {
-    sheet = workbook_->FindSheet(index.ToText());
-    if (!sheet) throw SubscriptRefusal();
-  } else {
-    sheet = workbook_->sheets[PositionIn(workbook_->sheets.size(), index)];
+  const WorkbookData& workbook = Open();
+  if (!index.Is(Value::Type::Text)) {
+    return ObjectOf<Worksheet>(application_, workbook.sheets[PositionIn(workbook.sheets.size(), index)]);
   }
+  const auto sheet = workbook.FindSheet(index.ToText());
+  if (!sheet) throw SubscriptRefusal();
   return ObjectOf<Worksheet>(application_, sheet);
 }
 
 ObjectPtr Sheets::Add(const Value& before, const Value& after) {
-  std::shared_ptr<SheetData> neighbour = workbook_->active_sheet;
+  WorkbookData& workbook = Open();
+  std::shared_ptr<SheetData> neighbour = workbook.active_sheet;
   const bool is_behind = before.Is(Value::Type::Missing) && !after.Is(Value::Type::Missing);
   const Value& given = is_behind ? after : before;
   if (!given.Is(Value::Type::Missing)) {
@@ -53,12 +58,12 @@ ObjectPtr Sheets::Add(const Value& before, const Value& after) {
     if (!worksheet) throw AutomationError(kTypeMismatch);
     neighbour = worksheet->data();
   }
-  const auto found = std::find(workbook_->sheets.begin(), workbook_->sheets.end(), neighbour);
-  if (found == workbook_->sheets.end()) throw Refusal(u"Add method of Sheets class failed");
-  const auto index = static_cast<std::size_t>(found - workbook_->sheets.begin()) + (is_behind ? 1 : 0);
-  const auto sheet = AddSheet(workbook_, index, FreeSheetName(*workbook_));
-  workbook_->active_sheet = sheet;
-  workbook_->Touch();
+  const auto found = std::find(workbook.sheets.begin(), workbook.sheets.end(), neighbour);
+  if (found == workbook.sheets.end()) throw Refusal(u"Add method of Sheets class failed");
+  const auto index = static_cast<std::size_t>(found - workbook.sheets.begin()) + (is_behind ? 1 : 0);
+  const auto sheet = AddSheet(workbook_, index, FreeSheetName(workbook));
+  workbook.active_sheet = sheet;
+  workbook.Touch();
   return ObjectOf<Worksheet>(application_, sheet);
 }
 

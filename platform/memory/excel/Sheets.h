@@ -16,6 +16,8 @@ class Sheets : public Described<Sheets> {
   static const ClassDescription& Description();
 
  private:
+  /// The workbook, which must be open.
+  WorkbookData& Open();
   std::int32_t Count();
   /// By position from 1, or by name in any letter case. Raises 9.
   ObjectPtr Item(const Value& index);

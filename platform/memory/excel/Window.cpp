@@ -36,35 +36,42 @@ const ClassDescription& Window::Description() {
 }
 
 std::u16string Window::Caption() {
-  if (data()->caption.Is(Value::Type::Empty)) return OpenWorkbook(data()->workbook)->name;
-  return data()->caption.ToText();
+  const auto workbook = OpenWorkbook(data()->workbook);
+  return data()->caption.Is(Value::Type::Empty) ? workbook->name : data()->caption.ToText();
 }
 
 void Window::SetCaption(const Value& caption) {
+  RequireAlive(*data());
   data()->caption = caption.Is(Value::Type::Empty) ? Value() : Value(caption.ToText());
 }
 
 std::int32_t Window::Zoom() {
+  RequireAlive(*data());
   return data()->zoom;
 }
 
 void Window::SetZoom(std::int32_t percent) {
+  RequireAlive(*data());
   data()->zoom = InBounds(percent, kSmallestZoom, kLargestZoom);
 }
 
 std::int32_t Window::ScrollRow() {
+  RequireAlive(*data());
   return data()->scroll_row;
 }
 
 void Window::SetScrollRow(std::int32_t row) {
+  RequireAlive(*data());
   data()->scroll_row = InBounds(row, 1, kRowCount);
 }
 
 std::int32_t Window::ScrollColumn() {
+  RequireAlive(*data());
   return data()->scroll_column;
 }
 
 void Window::SetScrollColumn(std::int32_t column) {
+  RequireAlive(*data());
   data()->scroll_column = InBounds(column, 1, kColumnCount);
 }
 

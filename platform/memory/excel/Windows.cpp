@@ -14,8 +14,18 @@ const ClassDescription& Windows::Description() {
   return description;
 }
 
+WorkbookData& Windows::Open() {
+  if (!workbook_->is_open) throw GoneRefusal();
+  return *workbook_;
+}
+
+std::int32_t Windows::Count() {
+  Open();
+  return 1;
+}
+
 ObjectPtr Windows::Item(const Value& index) {
-  ObjectPtr window = ObjectOf<Window>(application_, workbook_->window);
+  ObjectPtr window = ObjectOf<Window>(application_, Open().window);
   if (index.Is(Value::Type::Text)) {
     const std::u16string caption = Get(window, u"Caption").ToText();
     if (!EqualIgnoringCase(caption, index.ToText())) throw SubscriptRefusal();

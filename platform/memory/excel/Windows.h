@@ -15,7 +15,9 @@ class Windows : public Described<Windows> {
   static const ClassDescription& Description();
 
  private:
-  std::int32_t Count() { return 1; }
+  /// The workbook, which must be open.
+  WorkbookData& Open();
+  std::int32_t Count();
   /// By position 1, or by caption in any letter case. Raises 9.
   ObjectPtr Item(const Value& index);
 

@@ -82,6 +82,11 @@ struct WorkbookData {
 /// The workbook that a sheet, name or window belongs to. Raises kObjectGone when it was closed.
 std::shared_ptr<WorkbookData> OpenWorkbook(const std::weak_ptr<WorkbookData>& workbook);
 
+/// Raises kObjectGone when the window's workbook was closed.
+inline void RequireAlive(const WindowData& window) {
+  OpenWorkbook(window.workbook);
+}
+
 /// A workbook of empty sheets "Sheet1", "Sheet2" …, the first one active, with its window.
 std::shared_ptr<WorkbookData> NewWorkbook(std::u16string name, int sheet_count);
 /// Adds an empty sheet behind position `index` (0: in front of all).
