@@ -1,0 +1,65 @@
+#include "platform/posix/posix_platform.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/host.h"
+#include "platform/settings.h"
+#include "tests/platform/posix/temporary_folder.h"
+
+namespace qva {
+namespace {
+
+class PosixPlatformTest : public testing::Test {
+ protected:
+  PosixPlatformTest() {
+    environment.Set("QVA_VARNHOLT_REGISTRY", (folder / "registry.reg").string());
+    environment.Set("QVA_VARNHOLT_ANSWERS", (folder / "answers").string());
+    environment.Set("QVA_VARNHOLT_MESSAGE_LOG", (folder / "log").string());
+    environment.Set("QVA_HOST_DATABASE", (folder / "host.sqlite").string());
+  }
+  ~PosixPlatformTest() override { InstallServices({}); }
+
+  TemporaryFolder folder;
+  TemporaryEnvironment environment;
+};
+
+TEST_F(PosixPlatformTest, ServicesUseThePlacesThatTheEnvironmentNames) {
+  WriteFile(folder / "registry.reg",
+            "Windows Registry Editor Version 5.00\n"
+            "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI]\n"
+            "\"P0\"=\"MEDVILNE\"\n");
+  WriteFile(folder / "answers", "Ne\n");
+  PosixPlatform platform({});
+  InstallServices(platform.services());
+  const Services& services = GetServices();
+  EXPECT_EQ(
+      GetSetting(*services.registry, *services.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0", u""),
+      u"MEDVILNE");
+  const std::u16string captions[] = {u"Taip", u"Ne"};
+  EXPECT_EQ(services.message_box->Ask(u"?", u"", captions), 2);
+  EXPECT_THAT(FileContent(folder / "log"), testing::HasSubstr("answer:  2 Ne"));
+  EXPECT_GT(services.clock->Now().serial, 45000);
+  EXPECT_NE(services.environment->GetVariable(u"QVA_VARNHOLT_ANSWERS", {}), 0u);
+}
+
+TEST_F(PosixPlatformTest, ModulesAreOpenedOnTheServicesAsTheFrontDoorLeftThem) {
+  PosixPlatform platform({QVA_HOST_MODULE});
+  class Silent : public MessageBox {
+   public:
+    std::int32_t Show(std::u16string_view, std::int32_t, std::u16string_view) override { return vbOK; }
+    std::int32_t Ask(std::u16string_view text, std::u16string_view,
+                     std::span<const std::u16string>) override {
+      asked = text;
+      return 1;
+    }
+    std::u16string asked;
+  } box;
+  platform.services().message_box = &box;
+  InstallServices(platform.services());
+  Call(platform.services().object_factory->Create(host::kMessage), u"Show",
+       {u"Klausimas", u"", Array::Of({u"Gerai"})});
+  EXPECT_EQ(box.asked, u"Klausimas");
+}
+
+}  // namespace
+}  // namespace qva

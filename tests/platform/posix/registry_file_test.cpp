@@ -1,0 +1,370 @@
+#include "platform/posix/registry_file.h"
+
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <set>
+#include <vector>
+
+#include "platform/memory/MemoryLocale.h"
+#include "platform/posix/file_access.h"
+#include "platform/settings.h"
+#include "platform/text.h"
+#include "tests/platform/posix/temporary_folder.h"
+
+namespace qva {
+namespace {
+
+constexpr std::uint32_t kAccess = 63;  // what the library asks for
+
+class RegistryFileTest : public testing::Test {
+ protected:
+  RegistryKey Create(std::u16string_view path, RegistryKey parent = HKEY_CURRENT_USER_VALUE) {
+    RegistryKey key = 0;
+    EXPECT_EQ(registry.CreateKey(parent, path, kAccess, {}, key), kRegistrySuccess) << ToUtf8(path);
+    return key;
+  }
+  RegistryKey Open(std::u16string_view path, std::uint32_t access = kAccess) {
+    RegistryKey key = 0;
+    EXPECT_EQ(registry.OpenKey(HKEY_CURRENT_USER_VALUE, path, access, key), kRegistrySuccess) << ToUtf8(path);
+    return key;
+  }
+  std::int32_t OpenStatus(std::u16string_view path) {
+    RegistryKey key = 77;
+    const std::int32_t status = registry.OpenKey(HKEY_CURRENT_USER_VALUE, path, kAccess, key);
+    if (status != kRegistrySuccess) {
+      EXPECT_EQ(key, 77u) << "touched on failure";
+    }
+    return status;
+  }
+  std::int32_t SetText(RegistryKey key, std::u16string_view name, std::string_view text) {
+    return registry.SetValue(key, name, kRegSz, text);
+  }
+  /// The value as the library reads it, terminating zero and all; "(status)" when that fails.
+  std::string Read(RegistryKey key, std::u16string_view name) {
+    std::string data(1000, '~');
+    std::uint32_t type = 0;
+    std::uint32_t size = 0;
+    const std::int32_t status = registry.QueryValue(key, name, type, data, size);
+    return status == kRegistrySuccess ? data.substr(0, size) : "(" + std::to_string(status) + ")";
+  }
+  static std::string Z(std::string_view text) { return std::string(text) + '\0'; }
+
+  void WriteRegistry(std::string_view sections) {
+    std::filesystem::create_directories(file.parent_path());
+    WriteFile(file, "Windows Registry Editor Version 5.00\n\n" + std::string(sections));
+  }
+
+  TemporaryFolder folder;
+  const std::filesystem::path file = folder / "config" / "registry.reg";
+  RegistryFile registry{file};
+};
+
+TEST_F(RegistryFileTest, ReadingCreatesNothing) {
+  EXPECT_EQ(OpenStatus(u"Environment"), kRegistryFileNotFound);
+  EXPECT_EQ(Read(HKEY_CURRENT_USER_VALUE, u"PATH"), "(2)");
+  EXPECT_FALSE(std::filesystem::exists(folder / "config"));
+}
+
+TEST_F(RegistryFileTest, ChangeCreatesAReadableFileForTheUserAlone) {
+  const RegistryKey key = Create(u"Environment");
+  EXPECT_EQ(SetText(key, u"PATH", "C:\\Host\\\xD0iaurys"), kRegistrySuccess);
+  EXPECT_EQ(FileContent(file),
+            "Windows Registry Editor Version 5.00\n"
+            "\n"
+            "[HKEY_CURRENT_USER\\Environment]\n"
+            "\"PATH\"=\"C:\\\\Host\\\\Šiaurys\"\n");
+  struct stat info {};
+  ASSERT_EQ(::stat(file.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0600u);
+}
+
+TEST_F(RegistryFileTest, TextCrossesInTheAnsiCodePageWithItsTerminatingZero) {
+  const RegistryKey key = Create(u"Environment");
+  EXPECT_EQ(SetText(key, u"PATH", "\xE0\xFE\x80"), kRegistrySuccess);  // as the library writes it
+  EXPECT_EQ(Read(key, u"PATH"), Z("\xE0\xFE\x80"));
+  EXPECT_EQ(SetText(key, u"PATH", Z("with zero")), kRegistrySuccess);
+  EXPECT_EQ(Read(key, u"PATH"), Z("with zero"));
+  EXPECT_EQ(SetText(key, u"PATH", ""), kRegistrySuccess);
+  EXPECT_EQ(Read(key, u"PATH"), Z(""));
+}
+
+TEST_F(RegistryFileTest, TellsTypeAndSizeWithoutABuffer) {
+  const RegistryKey key = Create(u"Environment");
+  SetText(key, u"PATH", "abc");
+  std::uint32_t type = 0;
+  std::uint32_t size = 0;
+  EXPECT_EQ(registry.QueryValue(key, u"path", type, {}, size), kRegistrySuccess);
+  EXPECT_EQ(type, kRegSz);
+  EXPECT_EQ(size, 4u);
+}
+
+TEST_F(RegistryFileTest, BufferMustHoldTheTerminatingZero) {
+  const RegistryKey key = Create(u"Environment");
+  SetText(key, u"PATH", "abc");
+  std::uint32_t type = 0;
+  std::uint32_t size = 3;
+  std::string data(3, '~');
+  EXPECT_EQ(registry.QueryValue(key, u"PATH", type, data, size), kRegistryMoreData);
+  EXPECT_EQ(data, "~~~");
+  EXPECT_EQ(size, 4u);
+  data = "~~~~~";
+  EXPECT_EQ(registry.QueryValue(key, u"PATH", type, data, size), kRegistrySuccess);
+  EXPECT_EQ(data, Z("abc") + "~");
+}
+
+TEST_F(RegistryFileTest, TextOf254CharactersFitsTheLibrarysBufferAndOneMoreDoesNot) {
+  const RegistryKey key = Create(u"Environment");
+  std::string data(255, ' ');
+  std::uint32_t type = 0;
+  std::uint32_t size = 255;
+  SetText(key, u"PATH", std::string(254, '\xF0'));
+  EXPECT_EQ(registry.QueryValue(key, u"PATH", type, data, size), kRegistrySuccess);
+  SetText(key, u"PATH", std::string(255, '\xF0'));
+  EXPECT_EQ(registry.QueryValue(key, u"PATH", type, data, size), kRegistryMoreData);
+}
+
+TEST_F(RegistryFileTest, BytesCrossUnchanged) {
+  const RegistryKey key = Create(u"Software\\Test");
+  const std::string bytes("\x01\0\xFF\x80", 4);
+  for (const std::uint32_t type : {kRegBinary, kRegDword}) {
+    EXPECT_EQ(registry.SetValue(key, u"b", type, bytes), kRegistrySuccess);
+    EXPECT_EQ(Read(key, u"b"), bytes);
+    std::uint32_t read_type = 0;
+    std::uint32_t size = 0;
+    registry.QueryValue(key, u"b", read_type, {}, size);
+    EXPECT_EQ(read_type, type);
+  }
+}
+
+TEST_F(RegistryFileTest, ExpandableTextCrossesAsText) {
+  const RegistryKey key = Create(u"Environment");
+  EXPECT_EQ(registry.SetValue(key, u"PATH", kRegExpandSz, std::string_view("%HOME%\\\xE0")),
+            kRegistrySuccess);
+  EXPECT_EQ(Read(key, u"PATH"), Z("%HOME%\\\xE0"));
+}
+
+TEST_F(RegistryFileTest, KeysAndNamesIgnoreLetterCaseAndKeepTheirSpelling) {
+  const RegistryKey key = Create(u"Software\\Šalis");
+  SetText(key, u"Ąžuolas", "1");
+  SetText(Open(u"SOFTWARE\\ŠALIS"), u"ĄŽUOLAS", "2");
+  EXPECT_EQ(Read(key, u"ąžuolas"), Z("2"));
+  EXPECT_NE(FileContent(file).find("[HKEY_CURRENT_USER\\Software\\Šalis]\n\"Ąžuolas\"=\"2\"\n"),
+            std::string::npos)
+      << FileContent(file);
+}
+
+TEST_F(RegistryFileTest, CreatingAnExistingKeyOpensItAndWritesNothing) {
+  WriteRegistry("[HKEY_CURRENT_USER\\Environment]\n\"PATH\"=\"x\"\n");
+  const std::string before = FileContent(file);
+  EXPECT_EQ(Read(Create(u"environment"), u"PATH"), Z("x"));
+  EXPECT_EQ(FileContent(file), before);
+}
+
+TEST_F(RegistryFileTest, CreatesMissingParents) {
+  Create(u"Software\\A\\B");
+  EXPECT_EQ(OpenStatus(u"Software"), kRegistrySuccess);
+  EXPECT_EQ(OpenStatus(u"Software\\A"), kRegistrySuccess);
+  EXPECT_EQ(OpenStatus(u"Software\\A\\B\\"), kRegistrySuccess);
+  EXPECT_EQ(OpenStatus(u"Software\\A\\C"), kRegistryFileNotFound);
+}
+
+TEST_F(RegistryFileTest, PathsStartAtAnyOpenKey) {
+  const RegistryKey software = Create(u"Software");
+  SetText(Create(u"A\\B", software), u"a", "1");
+  EXPECT_EQ(Read(Open(u"Software\\A\\B"), u"a"), Z("1"));
+  RegistryKey same = 0;
+  EXPECT_EQ(registry.OpenKey(software, u"", kAccess, same), kRegistrySuccess);
+  EXPECT_EQ(Read(Create(u"A\\B", same), u"a"), Z("1"));
+}
+
+TEST_F(RegistryFileTest, ValuesCanStandInTheRoot) {
+  EXPECT_EQ(SetText(HKEY_CURRENT_USER_VALUE, u"", "default"), kRegistrySuccess);
+  EXPECT_EQ(Read(HKEY_CURRENT_USER_VALUE, u""), Z("default"));
+  EXPECT_NE(FileContent(file).find("[HKEY_CURRENT_USER]\n@=\"default\"\n"), std::string::npos);
+}
+
+TEST_F(RegistryFileTest, DeletesValues) {
+  const RegistryKey key = Create(u"Environment");
+  SetText(key, u"PATH", "x");
+  SetText(key, u"TEMP", "y");
+  EXPECT_EQ(registry.DeleteValue(key, u"path"), kRegistrySuccess);
+  EXPECT_EQ(Read(key, u"PATH"), "(2)");
+  EXPECT_EQ(Read(key, u"TEMP"), Z("y"));
+  EXPECT_EQ(registry.DeleteValue(key, u"PATH"), kRegistryFileNotFound);
+}
+
+TEST_F(RegistryFileTest, AccessRightsHold) {
+  SetText(Create(u"Environment"), u"PATH", "x");
+  const RegistryKey reader = Open(u"Environment", kKeyQueryValue);
+  EXPECT_EQ(Read(reader, u"PATH"), Z("x"));
+  EXPECT_EQ(SetText(reader, u"PATH", "y"), kRegistryAccessDenied);
+  EXPECT_EQ(registry.DeleteValue(reader, u"PATH"), kRegistryAccessDenied);
+  RegistryKey below = 0;
+  EXPECT_EQ(registry.CreateKey(reader, u"New", kAccess, {}, below), kRegistryAccessDenied);
+  EXPECT_EQ(Read(Open(u"Environment", kKeySetValue), u"PATH"), "(5)");
+}
+
+TEST_F(RegistryFileTest, OnlyOpenHandlesWork) {
+  const RegistryKey key = Create(u"Environment");
+  EXPECT_EQ(registry.CloseKey(key), kRegistrySuccess);
+  for (const RegistryKey closed : {key, RegistryKey{0}, RegistryKey{0x80000002}}) {
+    RegistryKey other = 0;
+    EXPECT_EQ(registry.CloseKey(closed), kRegistryInvalidHandle);
+    EXPECT_EQ(registry.OpenKey(closed, u"", kAccess, other), kRegistryInvalidHandle);
+    EXPECT_EQ(registry.CreateKey(closed, u"A", kAccess, {}, other), kRegistryInvalidHandle);
+    EXPECT_EQ(Read(closed, u"PATH"), "(6)");
+    EXPECT_EQ(SetText(closed, u"PATH", "x"), kRegistryInvalidHandle);
+    EXPECT_EQ(registry.DeleteValue(closed, u"PATH"), kRegistryInvalidHandle);
+  }
+  EXPECT_EQ(registry.CloseKey(HKEY_CURRENT_USER_VALUE), kRegistrySuccess);
+  EXPECT_EQ(OpenStatus(u"Environment"), kRegistrySuccess);
+}
+
+TEST_F(RegistryFileTest, HandlesThatAreNeverClosedHoldNoFileOpen) {
+  Create(u"Environment");
+  const auto open_files = [] {
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
+                         std::filesystem::directory_iterator());
+  };
+  const auto before = open_files();
+  std::set<RegistryKey> keys;
+  for (int i = 0; i < 2000; ++i) keys.insert(Open(u"Environment"));
+  EXPECT_EQ(keys.size(), 2000u);
+  EXPECT_EQ(open_files(), before);
+}
+
+TEST_F(RegistryFileTest, SeesWhatTheUserWrites) {
+  const RegistryKey key = Create(u"Environment");
+  SetText(key, u"PATH", "x");
+  WriteRegistry("; by hand\n[HKEY_CURRENT_USER\\environment]\n\"Path\"=\"y\"\n\"Temp\"=\"z\"\n");
+  EXPECT_EQ(Read(key, u"PATH"), Z("y"));
+  EXPECT_EQ(SetText(key, u"PATH", "w"), kRegistrySuccess);
+  EXPECT_EQ(FileContent(file),
+            "Windows Registry Editor Version 5.00\n\n; by hand\n[HKEY_CURRENT_USER\\environment]\n"
+            "\"Path\"=\"w\"\n\"Temp\"=\"z\"\n");
+}
+
+TEST_F(RegistryFileTest, WritingIntoAKeyThatIsGoneFails) {
+  const RegistryKey key = Create(u"Environment");
+  WriteRegistry("");
+  EXPECT_EQ(SetText(key, u"PATH", "x"), kRegistryFileNotFound);
+  EXPECT_EQ(FileContent(file), "Windows Registry Editor Version 5.00\n\n");
+}
+
+TEST_F(RegistryFileTest, MalformedFileIsNeverOverwritten) {
+  const RegistryKey key = Create(u"Environment");
+  for (const char* content :
+       {"my shopping list\n", "Windows Registry Editor Version 5.00\n[HKEY_CURRENT_USER\\A\n",
+        "Windows Registry Editor Version 5.00\n[HKEY_CURRENT_USER\\A]\n\"a\"=\"x\n"}) {
+    WriteFile(file, content);
+    EXPECT_EQ(OpenStatus(u"Environment"), kRegistryFileNotFound);
+    EXPECT_EQ(Read(key, u"PATH"), "(2)");
+    RegistryKey other = 77;
+    EXPECT_EQ(registry.CreateKey(HKEY_CURRENT_USER_VALUE, u"A", kAccess, {}, other), kRegistryWriteFault);
+    EXPECT_EQ(other, 77u);
+    EXPECT_EQ(SetText(key, u"PATH", "x"), kRegistryWriteFault);
+    EXPECT_EQ(registry.DeleteValue(key, u"PATH"), kRegistryWriteFault);
+    EXPECT_EQ(FileContent(file), content);
+  }
+}
+
+TEST_F(RegistryFileTest, NamesThatWouldBreakTheLinesAreRefused) {
+  const RegistryKey key = Create(u"Environment");
+  const std::string before = FileContent(file);
+  EXPECT_EQ(SetText(key, u"a\nb", "x"), kRegistryWriteFault);
+  RegistryKey other = 0;
+  EXPECT_EQ(registry.CreateKey(key, u"A]\n[B", kAccess, {}, other), kRegistryWriteFault);
+  EXPECT_EQ(FileContent(file), before);
+}
+
+TEST_F(RegistryFileTest, PlaceThatCannotBeWrittenGivesAWriteFault) {
+  for (const std::filesystem::path& path :
+       {std::filesystem::path(), std::filesystem::path("/proc/no/registry.reg"), folder.path()}) {
+    RegistryFile unwritable(path);
+    RegistryKey key = 0;
+    EXPECT_EQ(unwritable.CreateKey(HKEY_CURRENT_USER_VALUE, u"A", kAccess, {}, key), kRegistryWriteFault)
+        << path;
+    EXPECT_EQ(unwritable.OpenKey(HKEY_CURRENT_USER_VALUE, u"A", kAccess, key), kRegistryFileNotFound) << path;
+  }
+}
+
+TEST_F(RegistryFileTest, LockThatIsNotLetGoGivesAWriteFault) {
+  const RegistryKey key = Create(u"Environment");
+  const FileDescriptor lock = LockFile(file.string() + ".lock", std::chrono::seconds(1));
+  ASSERT_TRUE(lock);
+  const std::string before = FileContent(file);
+  EXPECT_EQ(SetText(key, u"PATH", "x"), kRegistryWriteFault);
+  EXPECT_EQ(FileContent(file), before);
+  EXPECT_EQ(OpenStatus(u"Environment"), kRegistrySuccess) << "reading needs no lock";
+}
+
+TEST_F(RegistryFileTest, NothingThatSeveralProcessesWriteIsLost) {
+  constexpr int kProcesses = 3;
+  constexpr int kValues = 20;
+  std::vector<pid_t> children;
+  for (int process = 0; process < kProcesses; ++process) {
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      RegistryFile mine(file);
+      RegistryKey key = 0;
+      std::int32_t status = mine.CreateKey(HKEY_CURRENT_USER_VALUE, u"Shared", kAccess, {}, key);
+      for (int i = 0; i < kValues && status == kRegistrySuccess; ++i) {
+        const std::u16string name = NumberText(process) + u"." + NumberText(i);
+        status = mine.SetValue(key, name, kRegSz, std::string_view("x"));
+      }
+      ::_exit(status == kRegistrySuccess ? 0 : 1);
+    }
+    children.push_back(child);
+  }
+  for (const pid_t child : children) {
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+  const RegistryKey key = Open(u"Shared");
+  for (int process = 0; process < kProcesses; ++process) {
+    for (int i = 0; i < kValues; ++i) {
+      EXPECT_EQ(Read(key, NumberText(process) + u"." + NumberText(i)), Z("x")) << process << "." << i;
+    }
+  }
+}
+
+TEST_F(RegistryFileTest, HoldsTheSettingsStore) {
+  WriteRegistry(
+      "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\General]\n"
+      "\"BookRepSave\"=\"C:\\\\Ataskaitos\\\\Metinės\"\n");
+  EXPECT_EQ(GetSetting(registry, MemoryLocale(), u"Quillon Enterprise", u"General", u"BookRepSave", u""),
+            u"C:\\Ataskaitos\\Metinės");
+}
+
+class UserRegistryPathTest : public testing::Test {
+ protected:
+  UserRegistryPathTest() {
+    environment.Set("QVA_VARNHOLT_REGISTRY", std::nullopt);
+    environment.Set("XDG_CONFIG_HOME", std::nullopt);
+    environment.Set("HOME", "/home/user");
+  }
+  TemporaryEnvironment environment;
+};
+
+TEST_F(UserRegistryPathTest, IsInTheUsersConfigurationFolder) {
+  EXPECT_EQ(UserRegistryPath(), "/home/user/.config/qva-varnholt/registry.reg");
+  environment.Set("XDG_CONFIG_HOME", "/config");
+  EXPECT_EQ(UserRegistryPath(), "/config/qva-varnholt/registry.reg");
+  environment.Set("XDG_CONFIG_HOME", "relative");
+  EXPECT_EQ(UserRegistryPath(), "/home/user/.config/qva-varnholt/registry.reg");
+}
+
+TEST_F(UserRegistryPathTest, IsWhereTheVariableSays) {
+  environment.Set("QVA_VARNHOLT_REGISTRY", "/elsewhere/my.reg");
+  EXPECT_EQ(UserRegistryPath(), "/elsewhere/my.reg");
+  environment.Set("QVA_VARNHOLT_REGISTRY", "");
+  EXPECT_EQ(UserRegistryPath(), "/home/user/.config/qva-varnholt/registry.reg");
+}
+
+}  // namespace
+}  // namespace qva

@@ -1,0 +1,53 @@
+#include "platform/posix/system_clock.h"
+
+#include <cmath>
+#include <ctime>
+
+#include "platform/date.h"
+#include "platform/text.h"
+#include "tests/platform/posix/temporary_folder.h"
+
+namespace qva {
+namespace {
+
+class SystemClockTest : public testing::Test {
+ protected:
+  ~SystemClockTest() override {
+    zone.reset();
+    ::tzset();
+  }
+
+  /// The clock's time in a time zone, as seconds since 1 January 1970 by that zone.
+  static long long LocalSeconds() { return std::llround((SystemClock().Now().serial - 25569) * 86400); }
+
+  void UseZone(const char* name) {
+    zone->Set("TZ", name);
+    ::tzset();
+  }
+
+  std::optional<TemporaryEnvironment> zone{std::in_place};
+};
+
+TEST_F(SystemClockTest, ShowsTheCurrentSecond) {
+  UseZone("UTC0");
+  const long long before = std::time(nullptr);
+  const long long now = LocalSeconds();
+  EXPECT_GE(now, before);
+  EXPECT_LE(now, std::time(nullptr));
+}
+
+TEST_F(SystemClockTest, ShowsTheUsersTimeZone) {
+  UseZone("EAST-5:30");
+  const long long before = std::time(nullptr);
+  const long long now = LocalSeconds() - (5 * 60 + 30) * 60;
+  EXPECT_GE(now, before);
+  EXPECT_LE(now, std::time(nullptr));
+}
+
+TEST_F(SystemClockTest, ShowsWholeSeconds) {
+  const double seconds = SystemClock().Now().serial * 86400;
+  EXPECT_NEAR(seconds, std::round(seconds), 1e-3);
+}
+
+}  // namespace
+}  // namespace qva
