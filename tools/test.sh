@@ -48,6 +48,13 @@ for source in $(git ls-files 'tests/*.cpp' | grep -vE '^tests/(com|windows)/'); 
 done
 check "test sources" test -z "${lost:-}"
 
+step "The library includes the seam and the standard library alone"
+# Below platform/ stand the adapters; a system's header has a folder or ends in .h.
+strays=$(grep -nE '^#include ("(platform/[a-z]+/|server/|host/|tests/)|<([a-z]+/|[A-Za-z]+\.h[px]*>))' \
+  {global,period,reports,storage,excelui}/*.{h,cpp} 2> /dev/null)
+check "includes of the library" test -z "$strays"
+printf '%s' "$strays"
+
 step "Library and seam"
 google_test qva_tests 600 build/debug/tests/qva_tests
 

@@ -1,4 +1,6 @@
 // What report workbooks' macros see of the library in LibreOffice.
+#include <fstream>
+
 #include "tests/calc/calc_fixture.h"
 
 namespace qva {
@@ -59,6 +61,15 @@ TEST_F(CalcMacros, AReportLivesFromConnectionToReset) {
                                      "toolbars survive: True", "toolbars gone: True", "environment: True",
                                      "environment gone: True", "reset: True True", "reported"));
   EXPECT_THAT(run.messages, HasSubstr("Klaida ąčę"));
+}
+
+TEST_F(CalcMacros, MessagesAreAnsweredFromTheAnswersFileAndLogged) {
+  std::ofstream(folder / "answers.txt") << "# the only question\nNe\n";
+  const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("answer: 2", "unanswered: 1"));
+  EXPECT_THAT(run.messages, HasSubstr("Ar tęsti ąčę?"));
+  EXPECT_THAT(run.output, HasSubstr("Ar tęsti ąčę?")) << "the runner tells about boxes as they come";
 }
 
 TEST_F(CalcMacros, AnUnhandledErrorFailsTheRunWithItsText) {
