@@ -1,0 +1,51 @@
+// DISPIDs of members and arguments, resolved once.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/automation.h"
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::windows {
+
+/// The DISPIDs of one type's members, or of one object's where the type cannot be told or its objects may
+/// have members of their own. Filled as members are used.
+class DispatchNames {
+ public:
+  /// What the object's type information says; never null. Objects of one type share one DispatchNames, for
+  /// the life of the process.
+  static std::shared_ptr<DispatchNames> Of(IDispatch& dispatch);
+
+  struct Ids {
+    DISPID member = DISPID_VALUE;
+    std::vector<DISPID> arguments;  ///< of the named arguments, in their order
+  };
+
+  /// The DISPIDs of a member and of the arguments that are named for it, all in any letter case; the empty
+  /// name is the default member. Raises 438 for an unknown member, 448 for an unknown argument, and other
+  /// failures of the object as Error.h has them.
+  Ids Resolve(IDispatch& dispatch, std::u16string_view member, std::span<const NamedArgument> named);
+
+  /// The type's name, "Object" when nothing tells it.
+  const std::u16string& type_name() const { return type_name_; }
+
+  /// How often this process has asked objects for DISPIDs (IDispatch::GetIDsOfNames).
+  static std::uint64_t LookupCount();
+
+ private:
+  struct MemberIds {
+    DISPID member = DISPID_UNKNOWN;
+    std::unordered_map<std::u16string, DISPID> arguments;  // by lower-case name
+  };
+
+  std::u16string type_name_ = u"Object";
+  std::unordered_map<std::u16string, MemberIds> members_;  // by lower-case name
+};
+
+}  // namespace qva::windows
