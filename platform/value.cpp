@@ -5,9 +5,8 @@
 #include <cstdio>
 #include <iterator>
 #include <limits>
-#include <locale>
 #include <optional>
-#include <sstream>
+#include <system_error>
 
 #include "platform/automation.h"
 #include "platform/date.h"
@@ -76,7 +75,8 @@ std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view 
   bool has_digit = false;
   bool has_separator = false;
   std::size_t i = 0;
-  if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) plain += static_cast<char>(text[i++]);
+  bool is_negative = false;
+  if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) is_negative = text[i++] == u'-';
   for (; i < text.size(); ++i) {
     if (text[i] >= u'0' && text[i] <= u'9') {
       plain += static_cast<char>(text[i]);
@@ -99,12 +99,17 @@ std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view 
     if (i == first_digit) return std::nullopt;
   }
   if (i != text.size()) return std::nullopt;
-  // The stream's own locale: the C library's may have been set to any by the process around us.
-  std::istringstream stream(plain);
-  stream.imbue(std::locale::classic());
+  // Neither a stream nor the C library: the one would double the size of a statically linked library, the
+  // other's locale may have been set to any by the process around us.
   double number = 0;
-  if (!(stream >> number)) throw AutomationError(kOverflow);
-  return number;
+  const auto parsed = std::from_chars(plain.data(), plain.data() + plain.size(), number);
+  if (parsed.ec == std::errc::result_out_of_range) {
+    const bool is_too_small =
+        plain.find("e-") != plain.npos || plain.find_first_of("123456789") > plain.find('.');
+    if (!is_too_small) throw AutomationError(kOverflow);
+    return 0.0;
+  }
+  return is_negative ? -number : number;
 }
 
 double NumberOfText(std::u16string_view text) {
