@@ -162,12 +162,18 @@ void Range::SetValue(const qva::Value& value) {
     return;
   }
   if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
-  const std::optional<Source> source =
-      given.Is(qva::Value::Type::Array) ? std::optional<Source>(given.AsArray()) : std::nullopt;
-  for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
-    for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
-      sheet.Enter(row, column, source ? source->At(row - area().row, column - area().column) : given);
+  const auto fill = [&](auto element) {
+    for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
+      for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
+        sheet.Enter(row, column, element(row - area().row, column - area().column));
+      }
     }
+  };
+  if (given.Is(qva::Value::Type::Array)) {
+    const Source source(given.AsArray());
+    fill([&](std::int32_t row, std::int32_t column) { return source.At(row, column); });
+  } else {
+    fill([&](std::int32_t, std::int32_t) { return given; });
   }
 }
 
