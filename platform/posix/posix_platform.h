@@ -9,7 +9,7 @@
 #include "platform/posix/registry_file.h"
 #include "platform/posix/system_clock.h"
 #include "platform/posix/system_locale.h"
-#include "platform/posix/unattended_message_box.h"
+#include "platform/unattended_message_box.h"
 
 namespace qva {
 

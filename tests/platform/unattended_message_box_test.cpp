@@ -1,4 +1,4 @@
-#include "platform/posix/unattended_message_box.h"
+#include "platform/unattended_message_box.h"
 
 #include <gmock/gmock.h>
 

@@ -1,13 +1,12 @@
-#include "platform/posix/unattended_message_box.h"
-
-#include <fcntl.h>
-#include <unistd.h>
+#include "platform/unattended_message_box.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
 
 #include "platform/date.h"
-#include "platform/posix/file_access.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -46,6 +45,37 @@ std::vector<std::int32_t> ButtonSet(std::int32_t style) {
     default:
       return {1};
   }
+}
+
+/// A path for people to read.
+std::string PathText(const std::filesystem::path& path) {
+  const std::u8string text = path.u8string();
+  return {text.begin(), text.end()};
+}
+
+/// Reads a whole file; nothing when it is not there or cannot be read.
+std::optional<std::string> ReadFile(const std::filesystem::path& path) {
+  std::error_code error;
+  if (std::filesystem::is_directory(path, error)) return std::nullopt;
+  const std::ifstream file(path, std::ios::binary);
+  if (!file) return std::nullopt;
+  std::ostringstream content;
+  content << file.rdbuf();
+  return content.str();
+}
+
+/// Adds to a file, creating it for its owner alone. In one piece, so that the boxes of several processes do
+/// not mix in one log.
+bool AppendToFile(const std::filesystem::path& path, const std::string& text) {
+  std::error_code error;
+  const bool is_new = !std::filesystem::exists(path, error);
+  std::ofstream file(path, std::ios::binary | std::ios::app);
+  if (file && is_new) {
+    using enum std::filesystem::perms;
+    std::filesystem::permissions(path, owner_read | owner_write, error);
+  }
+  file.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
+  return static_cast<bool>(file);
 }
 
 std::string Indented(std::u16string_view text) {
@@ -89,7 +119,7 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
   std::string reason =
       problem_.empty() ? "no answer left, the first button" : problem_ + ", the first button";
   if (answer) {
-    reason = "line " + std::to_string(answer->line) + " of " + answers_path_.string();
+    reason = "line " + std::to_string(answer->line) + " of " + PathText(answers_path_);
     pressed = std::ranges::find_if(buttons, [&](const Button& button) {
       return EqualIgnoringCase(answer->text, button.caption) || answer->text == NumberText(button.number) ||
              EqualIgnoringCase(answer->text, button.english);
@@ -126,10 +156,9 @@ void UnattendedMessageBox::ReadAnswers() {
     problem_ = "no answers file";
     return;
   }
-  std::error_code error;
-  const auto content = ReadWholeFile(answers_path_);
-  if (!content || !std::filesystem::exists(answers_path_, error)) {
-    problem_ = "ERROR: cannot read the answers file " + answers_path_.string();
+  const auto content = ReadFile(answers_path_);
+  if (!content) {
+    problem_ = "ERROR: cannot read the answers file " + PathText(answers_path_);
     return;
   }
   const std::u16string text = ReplaceAll(FromUtf8(*content), u"\r\n", u"\n");
@@ -144,10 +173,9 @@ void UnattendedMessageBox::ReadAnswers() {
 }
 
 void UnattendedMessageBox::Log(const std::string& entry) const {
-  const FileDescriptor file(
-      log_path_.empty() ? -1 : ::open(log_path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0600));
-  // In one piece, so that the boxes of several processes do not mix in one log.
-  if (!file || !WriteWhole(file.get(), entry)) WriteWhole(STDERR_FILENO, entry);
+  if (!log_path_.empty() && AppendToFile(log_path_, entry)) return;
+  std::fwrite(entry.data(), 1, entry.size(), stderr);
+  std::fflush(stderr);
 }
 
 }  // namespace qva
