@@ -80,6 +80,10 @@ TEST_F(CellInputTest, RefusesTextsLongerThanACell) {
   EXPECT_EQ(RaisedBy([] { Entered(std::u16string(32768, u'x')); }), 1004);
 }
 
+TEST_F(CellInputTest, RefusesArrays) {
+  EXPECT_EQ(RaisedBy([] { Entered(Array::Of({1})); }), 1004);
+}
+
 TEST_F(CellInputTest, WritesConstantsWithADecimalPointAndShowsThemByTheRegionalSettings) {
   EXPECT_EQ(ConstantText(1.5), u"1.5");
   EXPECT_EQ(DisplayText(1.5), u"1,5");
@@ -89,6 +93,7 @@ TEST_F(CellInputTest, WritesConstantsWithADecimalPointAndShowsThemByTheRegionalS
   EXPECT_EQ(DisplayText(false), u"FALSE");
   EXPECT_EQ(DisplayText(ErrorValue{xlErrDiv0}), u"#DIV/0!");
   EXPECT_EQ(ConstantText(Value()), u"");
+  EXPECT_EQ(ErrorText({4711}), u"#VALUE!") << "none of Excel's errors";
 }
 
 }  // namespace

@@ -56,6 +56,14 @@ TEST_F(RangeTest, TakesBlocks) {
   EXPECT_EQ(At(u"D2"), Value(5.0));
   Set(u"G1:H2", Range(u"A1:B2"));
   EXPECT_EQ(At(u"G2"), Value(5.0)) << "a range object stands for its values";
+  Set(u"J1:K1", Array::Of({Range(u"B1"), application}));
+  EXPECT_EQ(At(u"J1:K1").ToArray().elements, (std::vector<Value>{u"x", u"Microsoft Excel"}))
+      << "and so does any object in an array";
+  EXPECT_EQ(RaisedBy([&] {
+              Set(u"J1:K1", Array::Of({GetObject(application, u"Workbooks"), 1}));
+            }),
+            kWrongArgumentCount)
+      << "a collection has no value";
 }
 
 TEST_F(RangeTest, TakesOneValueForAllCells) {
