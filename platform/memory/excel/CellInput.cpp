@@ -90,8 +90,7 @@ CellEntry ReadEntry(const Value& value, bool as_text) {
       return ReadEntry(plain, as_text);
     }
     case Value::Type::Array:
-      return value.AsArray().elements.empty() ? CellEntry()
-                                              : ReadEntry(value.AsArray().elements.front(), as_text);
+      throw Refusal();
     case Value::Type::Date:
       if (value.As<Date>().serial < 0) throw Refusal();
       return {value, u""};

@@ -23,7 +23,7 @@ struct CellEntry {
 /// Boolean,
 ///   "#N/A" an error, "2024-06-12" and "6/12/2024" are dates; an apostrophe in front, or `as_text` (the
 ///   cell's number format is "@"), keeps any of them as text.
-/// Raises 1004 for a formula that cannot be read, a date before 1900 and a text of more than 32 767
+/// Raises 1004 for a formula that cannot be read, an array, a date before 1900 and a text of more than 32 767
 /// characters.
 CellEntry ReadEntry(const Value& value, bool as_text);
 
