@@ -7,7 +7,7 @@
 
 #include "global/PublicClasses.h"
 #include "platform/calc/UnoText.h"
-#include "platform/posix/posix_platform.h"
+#include "platform/posix/PosixPlatform.h"
 #include "server/calc/BasicError.h"
 #include "server/calc/PublishedObject.h"
 

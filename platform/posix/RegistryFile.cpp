@@ -1,4 +1,4 @@
-#include "platform/posix/registry_file.h"
+#include "platform/posix/RegistryFile.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -7,7 +7,7 @@
 #include <cstdlib>
 
 #include "platform/code_page.h"
-#include "platform/posix/file_access.h"
+#include "platform/posix/FileAccess.h"
 
 namespace qva {
 namespace {

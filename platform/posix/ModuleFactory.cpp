@@ -1,4 +1,4 @@
-#include "platform/posix/module_factory.h"
+#include "platform/posix/ModuleFactory.h"
 
 #include <dlfcn.h>
 

@@ -1,4 +1,4 @@
-#include "platform/posix/module_factory.h"
+#include "platform/posix/ModuleFactory.h"
 
 #include "platform/host.h"
 #include "platform/member_table.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "platform/posix/registry_text.h"
+#include "platform/posix/RegistryText.h"
 #include "platform/registry.h"
 
 namespace qva {

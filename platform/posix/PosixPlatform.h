@@ -4,11 +4,11 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/posix/module_factory.h"
-#include "platform/posix/process_environment.h"
-#include "platform/posix/registry_file.h"
-#include "platform/posix/system_clock.h"
-#include "platform/posix/system_locale.h"
+#include "platform/posix/ModuleFactory.h"
+#include "platform/posix/ProcessEnvironment.h"
+#include "platform/posix/RegistryFile.h"
+#include "platform/posix/SystemClock.h"
+#include "platform/posix/SystemLocale.h"
 #include "platform/unattended_message_box.h"
 
 namespace qva {

@@ -1,4 +1,4 @@
-#include "platform/posix/system_clock.h"
+#include "platform/posix/SystemClock.h"
 
 #include <algorithm>
 #include <ctime>

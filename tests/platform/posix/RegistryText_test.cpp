@@ -1,4 +1,4 @@
-#include "platform/posix/registry_text.h"
+#include "platform/posix/RegistryText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/posix/file_access.h"
+#include "platform/posix/FileAccess.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

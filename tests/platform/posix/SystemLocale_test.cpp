@@ -1,4 +1,4 @@
-#include "platform/posix/system_locale.h"
+#include "platform/posix/SystemLocale.h"
 
 #include <locale.h>
 #ifdef __SANITIZE_ADDRESS__

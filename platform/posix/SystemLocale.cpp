@@ -1,4 +1,4 @@
-#include "platform/posix/system_locale.h"
+#include "platform/posix/SystemLocale.h"
 
 #include <langinfo.h>
 #include <locale.h>

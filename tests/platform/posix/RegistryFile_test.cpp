@@ -1,4 +1,4 @@
-#include "platform/posix/registry_file.h"
+#include "platform/posix/RegistryFile.h"
 
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/memory/MemoryLocale.h"
-#include "platform/posix/file_access.h"
+#include "platform/posix/FileAccess.h"
 #include "platform/settings.h"
 #include "platform/text.h"
 #include "tests/platform/posix/temporary_folder.h"

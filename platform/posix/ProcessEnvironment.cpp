@@ -1,4 +1,4 @@
-#include "platform/posix/process_environment.h"
+#include "platform/posix/ProcessEnvironment.h"
 
 #include <unistd.h>
 

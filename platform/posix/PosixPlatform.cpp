@@ -1,4 +1,4 @@
-#include "platform/posix/posix_platform.h"
+#include "platform/posix/PosixPlatform.h"
 
 #include <cstdlib>
 
