@@ -1,0 +1,95 @@
+#include "platform/windows/AnsiRegistry.h"
+
+#include <string>
+
+#include "platform/windows/AnsiText.h"
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::windows {
+namespace {
+
+HKEY HandleOf(RegistryKey key) {
+  // The predefined handles are 32-bit numbers, which Windows' own headers extend with their sign.
+  const bool is_predefined = key >= 0x80000000u && key <= 0xFFFFFFFFu;
+  const auto number =
+      is_predefined ? static_cast<LONG_PTR>(static_cast<std::int32_t>(key)) : static_cast<LONG_PTR>(key);
+  return reinterpret_cast<HKEY>(number);
+}
+
+RegistryKey KeyOf(HKEY handle) {
+  return reinterpret_cast<ULONG_PTR>(handle);
+}
+
+/// Runs an operation; a lack of memory for its texts is an answer like any other.
+template <class Operation>
+std::int32_t Guarded(Operation&& operation) {
+  try {
+    return operation();
+  } catch (const std::bad_alloc&) {
+    return ERROR_NOT_ENOUGH_MEMORY;
+  }
+}
+
+}  // namespace
+
+std::int32_t AnsiRegistry::OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                                   RegistryKey& key) {
+  return Guarded([&] {
+    HKEY handle = nullptr;
+    const LSTATUS status = RegOpenKeyExA(HandleOf(parent), ToAnsi(path).c_str(), 0, access, &handle);
+    if (status == ERROR_SUCCESS) key = KeyOf(handle);
+    return status;
+  });
+}
+
+std::int32_t AnsiRegistry::CreateKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                                     const RegistrySecurity& security, RegistryKey& key) {
+  return Guarded([&] {
+    SECURITY_ATTRIBUTES attributes{.nLength = security.length,
+                                   .lpSecurityDescriptor = nullptr,
+                                   .bInheritHandle = security.inherit_handle};
+    std::string class_name;
+    HKEY handle = nullptr;
+    DWORD disposition = 0;
+    const LSTATUS status = RegCreateKeyExA(HandleOf(parent), ToAnsi(path).c_str(), 0, class_name.data(), 0,
+                                           access, &attributes, &handle, &disposition);
+    if (status == ERROR_SUCCESS) key = KeyOf(handle);
+    return status;
+  });
+}
+
+std::int32_t AnsiRegistry::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
+                                      std::span<char> data, std::uint32_t& size) {
+  return Guarded([&] {
+    DWORD stored_type = type;
+    auto stored_size = static_cast<DWORD>(data.size());
+    auto* buffer = data.empty() ? nullptr : reinterpret_cast<BYTE*>(data.data());
+    const LSTATUS status =
+        RegQueryValueExA(HandleOf(key), ToAnsi(name).c_str(), nullptr, &stored_type, buffer, &stored_size);
+    if (status == ERROR_SUCCESS || status == ERROR_MORE_DATA) {
+      type = stored_type;
+      size = stored_size;
+    }
+    return status;
+  });
+}
+
+std::int32_t AnsiRegistry::SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
+                                    std::span<const char> data) {
+  return Guarded([&] {
+    // Windows looks behind a text that comes without its terminating zero, to add it: there must be one.
+    const std::string terminated(data.begin(), data.end());
+    return RegSetValueExA(HandleOf(key), ToAnsi(name).c_str(), 0, type,
+                          reinterpret_cast<const BYTE*>(terminated.c_str()), static_cast<DWORD>(data.size()));
+  });
+}
+
+std::int32_t AnsiRegistry::DeleteValue(RegistryKey key, std::u16string_view name) {
+  return Guarded([&] { return RegDeleteValueA(HandleOf(key), ToAnsi(name).c_str()); });
+}
+
+std::int32_t AnsiRegistry::CloseKey(RegistryKey key) {
+  return RegCloseKey(HandleOf(key));
+}
+
+}  // namespace qva::windows

@@ -1,0 +1,186 @@
+#include "platform/windows/ButtonDialog.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "platform/text.h"
+#include "platform/windows/WideText.h"
+
+namespace qva::windows {
+namespace {
+
+constexpr int kFirstButtonId = 100;  // apart from Windows' own numbers such as IDCANCEL
+
+// Measures in pixels at 96 dots per inch, as Windows' own message boxes have them.
+constexpr int kMargin = 12;
+constexpr int kGap = 8;
+constexpr int kLeastButtonWidth = 75;
+constexpr int kButtonPadding = 10;
+constexpr int kGreatestTextWidth = 480;
+
+/// A dialog template without controls: they are created when the dialog knows its font.
+struct EmptyTemplate {
+  DLGTEMPLATE dialog;
+  WORD menu = 0;
+  WORD window_class = 0;
+  WORD title = 0;
+};
+
+/// The font of Windows' message boxes, as long as this lives.
+class MessageFont {
+ public:
+  MessageFont() {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) {
+      font_ = CreateFontIndirectW(&metrics.lfMessageFont);
+    }
+  }
+  MessageFont(const MessageFont&) = delete;
+  MessageFont& operator=(const MessageFont&) = delete;
+  ~MessageFont() {
+    if (font_) DeleteObject(font_);
+  }
+  HFONT get() const { return font_; }
+
+ private:
+  HFONT font_ = nullptr;
+};
+
+/// Measures texts on a window in a font.
+class TextMeasure {
+ public:
+  TextMeasure(HWND window, HFONT font) : window_(window), context_(GetDC(window)) {
+    if (font) before_ = SelectObject(context_, font);
+  }
+  TextMeasure(const TextMeasure&) = delete;
+  TextMeasure& operator=(const TextMeasure&) = delete;
+  ~TextMeasure() {
+    if (before_) SelectObject(context_, before_);
+    ReleaseDC(window_, context_);
+  }
+
+  /// `length` of the screen at 96 dots per inch.
+  int Scaled(int length) const { return MulDiv(length, GetDeviceCaps(context_, LOGPIXELSX), 96); }
+
+  SIZE SizeOf(std::u16string_view text, int greatest_width) const {
+    RECT area{0, 0, greatest_width, 0};
+    DrawTextW(context_, Wide(text.data()), static_cast<int>(text.size()), &area,
+              DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EXPANDTABS);
+    return {area.right, area.bottom};
+  }
+
+ private:
+  HWND window_;
+  HDC context_;
+  HGDIOBJ before_ = nullptr;
+};
+
+struct Dialog {
+  std::u16string_view text;
+  std::u16string_view title;
+  std::span<const std::u16string> captions;
+  MessageFont font;
+
+  void AddControl(HWND window, const wchar_t* control_class, const std::wstring& caption, DWORD style, int id,
+                  const RECT& place) const {
+    HWND control =
+        CreateWindowExW(0, control_class, caption.c_str(), WS_CHILD | WS_VISIBLE | style, place.left,
+                        place.top, place.right - place.left, place.bottom - place.top, window,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+  }
+
+  /// The text at the top, the buttons in a row below it, all in the middle; the window around them.
+  void Fill(HWND window) const {
+    const TextMeasure measure(window, font.get());
+    const int margin = measure.Scaled(kMargin);
+    const int gap = measure.Scaled(kGap);
+    const SIZE text_size = measure.SizeOf(text, measure.Scaled(kGreatestTextWidth));
+    const int button_height = measure.SizeOf(u"Ą", measure.Scaled(kGreatestTextWidth)).cy + gap + gap / 2;
+
+    std::vector<int> widths;
+    int row_width = -gap;
+    for (const std::u16string& caption : captions) {
+      const int needed =
+          measure.SizeOf(caption, measure.Scaled(kGreatestTextWidth)).cx + 2 * measure.Scaled(kButtonPadding);
+      widths.push_back(std::max(needed, measure.Scaled(kLeastButtonWidth)));
+      row_width += widths.back() + gap;
+    }
+
+    const int inner_width = std::max<int>(text_size.cx, row_width);
+    RECT place{margin, margin, margin + inner_width, margin + text_size.cy};
+    AddControl(window, L"STATIC", WideText(text), SS_NOPREFIX, -1, place);
+    place.top = place.bottom + margin;
+    place.bottom = place.top + button_height;
+    place.left = margin + (inner_width - row_width) / 2;
+    for (std::size_t i = 0; i < captions.size(); ++i) {
+      place.right = place.left + widths[i];
+      // An ampersand would otherwise mark the letter behind it.
+      const std::wstring caption = WideText(ReplaceAll(captions[i], u"&", u"&&"));
+      const DWORD style = WS_TABSTOP | (i == 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
+      AddControl(window, L"BUTTON", caption, style, kFirstButtonId + static_cast<int>(i), place);
+      place.left = place.right + gap;
+    }
+
+    SetWindowTextW(window, WideText(title).c_str());
+    PlaceInTheMiddle(window, {0, 0, inner_width + 2 * margin, place.bottom + margin});
+    SetFocus(GetDlgItem(window, kFirstButtonId));
+  }
+
+  /// Gives the window's inside a size, in the middle of its owner's screen.
+  static void PlaceInTheMiddle(HWND window, RECT area) {
+    AdjustWindowRectEx(&area, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), FALSE,
+                       static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)));
+    const int width = area.right - area.left;
+    const int height = area.bottom - area.top;
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    const HWND owner = GetWindow(window, GW_OWNER);
+    GetMonitorInfoW(MonitorFromWindow(owner ? owner : window, MONITOR_DEFAULTTOPRIMARY), &screen);
+    const RECT& work = screen.rcWork;
+    SetWindowPos(window, nullptr, (work.left + work.right - width) / 2, (work.top + work.bottom - height) / 2,
+                 width, height, SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+};
+
+INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  switch (message) {
+    case WM_INITDIALOG: {
+      const auto& dialog = *reinterpret_cast<const Dialog*>(second);
+      SetWindowLongPtrW(window, DWLP_USER, static_cast<LONG_PTR>(dialog.captions.size()));
+      try {
+        dialog.Fill(window);
+      } catch (...) {
+        EndDialog(window, 0);
+      }
+      return FALSE;  // the focus is set
+    }
+    case WM_COMMAND: {
+      const int count = static_cast<int>(GetWindowLongPtrW(window, DWLP_USER));
+      const int id = LOWORD(first);
+      if (id == IDCANCEL) {
+        EndDialog(window, count);
+      } else if (id >= kFirstButtonId && id < kFirstButtonId + count && HIWORD(first) == BN_CLICKED) {
+        EndDialog(window, id - kFirstButtonId + 1);
+      }
+      return TRUE;
+    }
+    default:
+      return FALSE;
+  }
+}
+
+}  // namespace
+
+std::int32_t ShowButtonDialog(HWND owner, std::u16string_view text, std::u16string_view title,
+                              std::span<const std::u16string> captions) {
+  Dialog dialog{text, title, captions, {}};
+  EmptyTemplate empty{};
+  empty.dialog.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFOREGROUND;
+  const INT_PTR pressed = DialogBoxIndirectParamW(nullptr, &empty.dialog, owner, &DialogProcedure,
+                                                  reinterpret_cast<LPARAM>(&dialog));
+  return pressed > 0 ? static_cast<std::int32_t>(pressed) : 0;
+}
+
+}  // namespace qva::windows

@@ -1,0 +1,13 @@
+// The user's wall clock on Windows.
+#pragma once
+
+#include "platform/clock.h"
+
+namespace qva::windows {
+
+class WindowsClock : public Clock {
+ public:
+  Date Now() const override;
+};
+
+}  // namespace qva::windows

@@ -1,0 +1,13 @@
+// The process's environment variables on Windows.
+#pragma once
+
+#include "platform/environment.h"
+
+namespace qva::windows {
+
+class WindowsEnvironment : public Environment {
+ public:
+  std::uint32_t GetVariable(std::u16string_view name, std::span<char> buffer) const override;
+};
+
+}  // namespace qva::windows

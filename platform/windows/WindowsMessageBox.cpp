@@ -1,0 +1,67 @@
+#include "platform/windows/WindowsMessageBox.h"
+
+#include <filesystem>
+
+#include "platform/windows/ButtonDialog.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::windows {
+namespace {
+
+constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
+
+/// The path that an environment variable holds; empty when there is none.
+std::filesystem::path PathVariable(const wchar_t* name) {
+  std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+  const auto length = GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
+  value.resize(length < value.size() ? length : 0);
+  return value;
+}
+
+/// Whether somebody can see the windows of this process.
+bool HasVisibleDesktop() {
+  USEROBJECTFLAGS flags{};
+  return GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) &&
+         (flags.dwFlags & WSF_VISIBLE);
+}
+
+/// The window that the user is working in, if it is one of this thread's.
+HWND OwnerWindow() {
+  HWND foreground = GetForegroundWindow();
+  return GetWindowThreadProcessId(foreground, nullptr) == GetCurrentThreadId() ? foreground
+                                                                               : GetActiveWindow();
+}
+
+std::u16string_view TitleOr(std::u16string_view title) {
+  return title.empty() ? kDefaultTitle : title;
+}
+
+}  // namespace
+
+WindowsMessageBox::WindowsMessageBox(const Clock& clock)
+    : unattended_(PathVariable(L"QVA_VARNHOLT_ANSWERS"), PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG"), clock),
+      is_attended_(PathVariable(L"QVA_VARNHOLT_ANSWERS").empty() &&
+                   PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG").empty() && HasVisibleDesktop()) {
+}
+
+std::int32_t WindowsMessageBox::Show(std::u16string_view text, std::int32_t style,
+                                     std::u16string_view title) {
+  if (is_attended_) {
+    const int pressed = MessageBoxW(OwnerWindow(), WideText(text).c_str(), WideText(TitleOr(title)).c_str(),
+                                    static_cast<UINT>(style));
+    if (pressed != 0) return pressed;
+  }
+  return unattended_.Show(text, style, title);
+}
+
+std::int32_t WindowsMessageBox::Ask(std::u16string_view text, std::u16string_view title,
+                                    std::span<const std::u16string> captions) {
+  if (is_attended_ && !captions.empty()) {
+    const std::int32_t pressed = ShowButtonDialog(OwnerWindow(), text, TitleOr(title), captions);
+    if (pressed != 0) return pressed;
+  }
+  return unattended_.Ask(text, title, captions);
+}
+
+}  // namespace qva::windows
