@@ -23,3 +23,53 @@ if(QVA_TESTS)
 endif()
 
 # The server.
+# The type library: the IDL compiler makes it and the C++ header from the written contract.
+find_program(WIDL widl REQUIRED)
+set(wine_idl_folder /usr/include/wine/wine/windows)
+set(wine_tlb_folder /usr/lib/x86_64-linux-gnu/wine/x86_64-windows)
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  set(widl_bitness --win64)
+  set(manifest_architecture amd64)
+else()
+  set(widl_bitness --win32)
+  set(manifest_architecture x86)
+endif()
+set(idl ${CMAKE_SOURCE_DIR}/server/com/QVA_Varnholt.idl)
+set(idl_output ${CMAKE_BINARY_DIR}/idl)
+file(MAKE_DIRECTORY ${idl_output})
+add_custom_command(
+  OUTPUT ${idl_output}/QVA_Varnholt.tlb
+  COMMAND ${WIDL} ${widl_bitness} -I ${wine_idl_folder} -L ${wine_tlb_folder} -t -o ${idl_output}/QVA_Varnholt.tlb ${idl}
+  DEPENDS ${idl} VERBATIM)
+add_custom_command(
+  OUTPUT ${idl_output}/QVA_Varnholt_idl.h
+  COMMAND ${WIDL} ${widl_bitness} -I ${wine_idl_folder} -L ${wine_tlb_folder} -h -o ${idl_output}/QVA_Varnholt_idl.h ${idl}
+  DEPENDS ${idl} VERBATIM)
+add_custom_target(qva_idl DEPENDS ${idl_output}/QVA_Varnholt.tlb ${idl_output}/QVA_Varnholt_idl.h)
+
+# What every COM server of the project is made of; each brings the faces of its own classes.
+add_library(qva_com STATIC server/com/MemberIds.cpp server/com/ObjectCalls.cpp server/com/ServerErrors.cpp
+                           server/com/ServerModule.cpp)
+target_link_libraries(qva_com PUBLIC qva_windows qva_library)
+
+# A small file loads fast, and nothing here computes for long.
+set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
+
+# The product.
+enable_language(RC)
+add_library(QVA_Varnholt SHARED server/com/Exports.cpp server/com/Registration.cpp server/com/ServerClasses.cpp
+                                server/com/QVA_Varnholt.def server/com/QVA_Varnholt.rc)
+set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+set_source_files_properties(server/com/QVA_Varnholt.rc PROPERTIES OBJECT_DEPENDS ${idl_output}/QVA_Varnholt.tlb)
+target_include_directories(QVA_Varnholt SYSTEM PRIVATE ${idl_output})
+target_link_libraries(QVA_Varnholt PRIVATE qva_com)
+target_link_options(QVA_Varnholt PRIVATE -Wl,--enable-stdcall-fixup,--gc-sections $<$<CONFIG:Release>:-s>)
+add_dependencies(QVA_Varnholt qva_idl)
+
+# The registration-free manifest, beside the library.
+add_custom_command(
+  OUTPUT ${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest
+  COMMAND ${CMAKE_COMMAND} -DIDL=${idl} -DARCHITECTURE=${manifest_architecture}
+          -DOUTPUT=${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest -P ${CMAKE_SOURCE_DIR}/cmake/Manifest.cmake
+  DEPENDS ${idl} ${CMAKE_SOURCE_DIR}/cmake/Manifest.cmake VERBATIM)
+add_custom_target(qva_manifest ALL DEPENDS ${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest)

@@ -1,0 +1,268 @@
+#include "server/com/Registration.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/windows/WideText.h"
+#include "server/com/ServerClasses.h"
+
+namespace qva::com {
+namespace {
+
+constexpr wchar_t kClasses[] = L"Software\\Classes\\";
+constexpr wchar_t kVendorKey[] = L"Software\\QVA_Varnholt";
+constexpr wchar_t kRecordKey[] = L"Software\\QVA_Varnholt\\Registration";
+/// The system's marshaller for interfaces that a type library describes.
+constexpr wchar_t kTypeLibraryMarshaller[] = L"{00020424-0000-0000-C000-000000000046}";
+constexpr wchar_t kVersion[] = L"1.0";
+#ifdef _WIN64
+constexpr wchar_t kBitness[] = L"win64";
+constexpr wchar_t kOtherBitness[] = L"win32";
+#else
+constexpr wchar_t kBitness[] = L"win32";
+constexpr wchar_t kOtherBitness[] = L"win64";
+#endif
+
+HKEY Hive(Scope scope) {
+  return scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+std::wstring FullName(Scope scope, const std::wstring& path) {
+  return (scope == Scope::Machine ? L"HKEY_LOCAL_MACHINE\\" : L"HKEY_CURRENT_USER\\") + path;
+}
+
+/// An open key, closed with the owner.
+class Key {
+ public:
+  Key() = default;
+  Key(const Key&) = delete;
+  Key& operator=(const Key&) = delete;
+  ~Key() {
+    if (key_) RegCloseKey(key_);
+  }
+  HKEY get() const { return key_; }
+  HKEY* receive() { return &key_; }
+
+ private:
+  HKEY key_ = nullptr;
+};
+
+/// Creates keys and remembers which ones were not there before.
+class Writer {
+ public:
+  explicit Writer(Scope scope) : scope_(scope) {}
+
+  LSTATUS Write(const std::wstring& path, const std::wstring& name, const std::optional<std::wstring>& text) {
+    // One level at a time, so that a failure can take back exactly the levels that are new.
+    for (std::size_t end = path.find(L'\\'); end != std::wstring::npos; end = path.find(L'\\', end + 1)) {
+      if (const LSTATUS code = Create(path.substr(0, end), nullptr)) return code;
+    }
+    Key key;
+    if (const LSTATUS code = Create(path, &key)) return code;
+    if (!text) return ERROR_SUCCESS;
+    return RegSetValueExW(key.get(), name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text->c_str()),
+                          static_cast<DWORD>((text->size() + 1) * sizeof(wchar_t)));
+  }
+
+  void TakeBack() {
+    for (auto path = created_.rbegin(); path != created_.rend(); ++path) {
+      RegDeleteTreeW(Hive(scope_), path->c_str());
+    }
+    created_.clear();
+  }
+
+ private:
+  LSTATUS Create(const std::wstring& path, Key* result) {
+    // Predefined levels need no rights of ours: an existing key is opened with as few as will do.
+    Key existing;
+    const REGSAM rights = result ? KEY_SET_VALUE | KEY_CREATE_SUB_KEY : KEY_QUERY_VALUE;
+    Key& key = result ? *result : existing;
+    const LSTATUS opened = RegOpenKeyExW(Hive(scope_), path.c_str(), 0, rights, key.receive());
+    if (opened != ERROR_FILE_NOT_FOUND) return opened;
+    const LSTATUS made =
+        RegCreateKeyExW(Hive(scope_), path.c_str(), 0, nullptr, 0, rights, nullptr, key.receive(), nullptr);
+    if (made == ERROR_SUCCESS) created_.push_back(path);
+    return made;
+  }
+
+  Scope scope_;
+  std::vector<std::wstring> created_;
+};
+
+bool KeyExists(Scope scope, const std::wstring& path) {
+  Key key;
+  return RegOpenKeyExW(Hive(scope), path.c_str(), 0, KEY_QUERY_VALUE, key.receive()) == ERROR_SUCCESS;
+}
+
+bool IsRemembered(Scope scope) {
+  return RegGetValueW(Hive(scope), kRecordKey, kBitness, RRF_RT_REG_SZ, nullptr, nullptr, nullptr) ==
+         ERROR_SUCCESS;
+}
+
+LSTATUS DeleteTree(Scope scope, const std::wstring& path) {
+  LSTATUS code = RegDeleteTreeW(Hive(scope), path.c_str());
+  return code == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : code;
+}
+
+/// Removes a key that holds nothing any more. One that cannot be removed is in somebody else's use.
+void DeleteIfEmpty(Scope scope, const std::wstring& path) {
+  Key key;
+  DWORD subkeys = 0;
+  DWORD values = 0;
+  if (RegOpenKeyExW(Hive(scope), path.c_str(), 0, KEY_QUERY_VALUE, key.receive()) != ERROR_SUCCESS) return;
+  if (RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, &values, nullptr,
+                       nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
+    return;
+  }
+  if (subkeys == 0 && values == 0) RegDeleteKeyW(Hive(scope), path.c_str());
+}
+
+std::optional<RegistrationFailure> UnregisterFrom(const Registration& registration, Scope scope) {
+  std::optional<RegistrationFailure> failure;
+  auto check = [&](LSTATUS code, const std::wstring& path) {
+    if (code != ERROR_SUCCESS && !failure) failure = {code, FullName(scope, path)};
+  };
+  auto remove = [&](const std::wstring& tree) { check(DeleteTree(scope, kClasses + tree), kClasses + tree); };
+  std::ranges::for_each(registration.own_trees, remove);
+  if (!KeyExists(scope, kClasses + registration.other_bitness)) {
+    std::ranges::for_each(registration.shared_trees, remove);
+  }
+  // The per-user classes of a new account have none of these; the machine's are never empty.
+  for (const wchar_t* group : {L"CLSID", L"Interface", L"TypeLib"})
+    DeleteIfEmpty(scope, std::wstring(kClasses) + group);
+
+  const LSTATUS forgotten = RegDeleteKeyValueW(Hive(scope), kRecordKey, kBitness);
+  check(forgotten == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : forgotten, kRecordKey);
+  DeleteIfEmpty(scope, kRecordKey);
+  DeleteIfEmpty(scope, kVendorKey);
+  return failure;
+}
+
+std::wstring GuidText(const GUID& guid) {
+  wchar_t text[39];
+  StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
+  return text;
+}
+
+std::wstring Quoted(const std::wstring& text) {
+  std::wstring result = L"\"";
+  for (const wchar_t c : text) {
+    if (c == L'"' || c == L'\\') result += L'\\';
+    result += c;
+  }
+  return result + L'"';
+}
+
+}  // namespace
+
+Registration DescribeRegistration(const std::wstring& library_path) {
+  Registration result;
+  auto add = [&](const std::wstring& key, const wchar_t* name, std::optional<std::wstring> text) {
+    result.values.push_back({key, name, std::move(text)});
+  };
+
+  const std::wstring library = GuidText(kLibraryId);
+  for (const ServerClass& server_class : ServerClasses()) {
+    const ClassDescription& description = server_class.public_class->description();
+    const std::wstring name = windows::WideText(description.name());
+    const std::wstring help(description.help().begin(), description.help().end());
+    const std::wstring identifier = windows::WideText(kLibraryName) + L"." + name;
+    const std::wstring class_id = GuidText(server_class.class_id);
+
+    add(identifier, L"", help);
+    add(identifier + L"\\CLSID", L"", class_id);
+    result.shared_trees.push_back(identifier);
+
+    const std::wstring class_key = L"CLSID\\" + class_id;
+    add(class_key, L"", help);
+    add(class_key + L"\\InprocServer32", L"", library_path);
+    add(class_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    add(class_key + L"\\ProgID", L"", identifier);
+    add(class_key + L"\\Programmable", L"", std::nullopt);
+    add(class_key + L"\\TypeLib", L"", library);
+    add(class_key + L"\\Version", L"", kVersion);
+    result.own_trees.push_back(class_key);
+
+    const std::wstring interface_key = L"Interface\\" + GuidText(server_class.interface_id);
+    add(interface_key, L"", L"_" + name);
+    add(interface_key + L"\\ProxyStubClsid32", L"", kTypeLibraryMarshaller);
+    add(interface_key + L"\\TypeLib", L"", library);
+    add(interface_key + L"\\TypeLib", L"Version", kVersion);
+    result.own_trees.push_back(interface_key);
+  }
+
+  const std::wstring library_key = L"TypeLib\\" + library;
+  const std::wstring version_key = library_key + L"\\" + kVersion;
+  add(version_key, L"", windows::WideText(kLibraryName) + L" " + kVersion + L" report library");
+  add(version_key + L"\\0\\" + kBitness, L"", library_path);
+  add(version_key + L"\\FLAGS", L"", L"0");
+  add(version_key + L"\\HELPDIR", L"", library_path.substr(0, library_path.find_last_of(L'\\')));
+  result.own_trees.push_back(version_key + L"\\0\\" + kBitness);
+  result.shared_trees.push_back(library_key);
+  result.other_bitness = version_key + L"\\0\\" + kOtherBitness;
+  return result;
+}
+
+std::wstring RegistrationFailure::Message() const {
+  wchar_t* text = nullptr;
+  const DWORD length = FormatMessageW(
+      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+      static_cast<DWORD>(code), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+  std::wstring reason(text ? text : L"", length);
+  LocalFree(text);
+  while (!reason.empty() && reason.back() <= L' ') reason.pop_back();
+  return L"QVA_Varnholt: the registry key " + key + L" could not be changed: " + reason + L" (" +
+         std::to_wstring(code) + L")";
+}
+
+Scope ProbeScope() {
+  Key key;
+  const LSTATUS code = RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0,
+                                     KEY_CREATE_SUB_KEY | KEY_SET_VALUE | DELETE, key.receive());
+  return code == ERROR_SUCCESS ? Scope::Machine : Scope::User;
+}
+
+std::optional<RegistrationFailure> Register(const Registration& registration, Scope scope) {
+  Writer writer(scope);
+  std::optional<RegistrationFailure> failure;
+  auto write = [&](const std::wstring& path, const std::wstring& name,
+                   const std::optional<std::wstring>& text) {
+    if (failure) return;
+    if (const LSTATUS code = writer.Write(path, name, text)) failure = {code, FullName(scope, path)};
+  };
+  for (const RegistrationValue& value : registration.values)
+    write(kClasses + value.key, value.name, value.text);
+  write(kRecordKey, kBitness, scope == Scope::Machine ? L"machine" : L"user");
+  if (failure) {
+    writer.TakeBack();
+    return failure;
+  }
+  if (scope == Scope::Machine && IsRemembered(Scope::User)) return UnregisterFrom(registration, Scope::User);
+  return std::nullopt;
+}
+
+std::optional<RegistrationFailure> Unregister(const Registration& registration) {
+  std::optional<RegistrationFailure> failure;
+  for (const Scope scope : {Scope::Machine, Scope::User}) {
+    if (!IsRemembered(scope)) continue;
+    std::optional<RegistrationFailure> here = UnregisterFrom(registration, scope);
+    if (!failure) failure = std::move(here);
+  }
+  return failure;
+}
+
+std::wstring RegistryScript(const Registration& registration, Scope scope) {
+  std::wstring script = L"Windows Registry Editor Version 5.00\r\n";
+  std::wstring current;
+  for (const RegistrationValue& value : registration.values) {
+    if (value.key != current) script += L"\r\n[" + FullName(scope, kClasses + value.key) + L"]\r\n";
+    current = value.key;
+    if (value.text)
+      script += (value.name.empty() ? L"@" : Quoted(value.name)) + L"=" + Quoted(*value.text) + L"\r\n";
+  }
+  script += L"\r\n[" + FullName(scope, kRecordKey) + L"]\r\n" + Quoted(kBitness) + L"=" +
+            Quoted(scope == Scope::Machine ? L"machine" : L"user") + L"\r\n";
+  return script;
+}
+
+}  // namespace qva::com

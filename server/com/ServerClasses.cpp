@@ -1,0 +1,89 @@
+// Defines, rather than declares, the identifiers of the type library's header.
+#include <initguid.h>
+
+#include "server/com/ServerClasses.h"
+
+#include <stdexcept>
+#include <vector>
+
+#include "server/com/ExcelUiFaces.h"
+#include "server/com/GlobalFaces.h"
+#include "server/com/PeriodFaces.h"
+#include "server/com/ReportFaces.h"
+#include "server/com/StorageFaces.h"
+
+namespace qva::com {
+
+const GUID kLibraryId = LIBID_QVA_Varnholt;
+
+namespace {
+
+struct Face {
+  std::u16string_view name;
+  const CLSID& class_id;
+  const IID& interface_id;
+  IDispatch* (*make)(ObjectPtr object);
+};
+
+template <class T>
+IDispatch* Make(ObjectPtr object) {
+  return new T(std::move(object));
+}
+
+const Face kFaces[] = {
+    {u"gExcelObject", CLSID_gExcelObject, IID__gExcelObject, &Make<gExcelObject>},
+    {u"CTools", CLSID_CTools, IID__CTools, &Make<CTools>},
+    {u"CLockScreen", CLSID_CLockScreen, IID__CLockScreen, &Make<CLockScreen>},
+    {u"CRepPeriod", CLSID_CRepPeriod, IID__CRepPeriod, &Make<CRepPeriod>},
+    {u"CDatePic", CLSID_CDatePic, IID__CDatePic, &Make<CDatePic>},
+    {u"CReports", CLSID_CReports, IID__CReports, &Make<CReports>},
+    {u"CSaveForm", CLSID_CSaveForm, IID__CSaveForm, &Make<CSaveForm>},
+    {u"CSetPath", CLSID_CSetPath, IID__CSetPath, &Make<CSetPath>},
+    {u"CToolbar", CLSID_CToolbar, IID__CToolbar, &Make<CToolbar>},
+    {u"CButtonProperties", CLSID_CButtonProperties, IID__CButtonProperties, &Make<CButtonProperties>},
+    {u"CToolbars", CLSID_CToolbars, IID__CToolbars, &Make<CToolbars>},
+    {u"CDefaultButtons", CLSID_CDefaultButtons, IID__CDefaultButtons, &Make<CDefaultButtons>},
+    {u"CCommandsEvent", CLSID_CCommandsEvent, IID__CCommandsEvent, &Make<CCommandsEvent>},
+    {u"CEnvironment", CLSID_CEnvironment, IID__CEnvironment, &Make<CEnvironment>},
+};
+
+const Face& FaceOf(const PublicClass& public_class) {
+  for (const Face& face : kFaces) {
+    if (face.name == public_class.description().name()) return face;
+  }
+  throw std::logic_error("a public class has no face");
+}
+
+}  // namespace
+
+std::span<const ServerClass> ServerClasses() {
+  static const std::vector<ServerClass>& classes = []() -> const std::vector<ServerClass>& {
+    auto& made = *new std::vector<ServerClass>;
+    for (const PublicClass& public_class : PublicClasses()) {
+      const Face& face = FaceOf(public_class);
+      made.push_back({&public_class, face.class_id, face.interface_id, face.make});
+    }
+    return made;
+  }();
+  return classes;
+}
+
+const ServerClass* FindServerClass(REFCLSID class_id) {
+  for (const ServerClass& server_class : ServerClasses()) {
+    if (server_class.class_id == class_id) return &server_class;
+  }
+  return nullptr;
+}
+
+IDispatch* NewComObject(const ObjectPtr& object) {
+  for (const ServerClass& server_class : ServerClasses()) {
+    if (&server_class.public_class->description() != object->MemberTable()) continue;
+    IDispatch* face = server_class.make_face(object);
+    face->AddRef();
+    return face;
+  }
+  // An object of the library that no macro is meant to see.
+  throw AutomationError(kUnsupportedAction);
+}
+
+}  // namespace qva::com

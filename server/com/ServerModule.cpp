@@ -1,0 +1,107 @@
+#include "server/com/ServerModule.h"
+
+#include <unordered_map>
+
+#include "platform/member_table.h"
+#include "platform/windows/ComPtr.h"
+#include "platform/windows/WideText.h"
+
+namespace qva::com {
+namespace {
+
+HINSTANCE the_module = nullptr;
+long lock_count = 0;
+
+/// The COM object of each object that has one.
+std::unordered_map<Object*, IDispatch*>& ComObjects() {
+  static auto& objects = *new std::unordered_map<Object*, IDispatch*>;
+  return objects;
+}
+
+/// The class with the name of the object's member table.
+HRESULT FindClass(ITypeLib& library, const ClassDescription& table, ITypeInfo** result) {
+  std::wstring name = windows::WideText(table.name());
+  MEMBERID id = 0;
+  USHORT count = 1;
+  const HRESULT code = library.FindName(name.data(), 0, result, &id, &count);
+  return SUCCEEDED(code) && count == 0 ? TYPE_E_ELEMENTNOTFOUND : code;
+}
+
+}  // namespace
+
+IDispatch* WrapObject(const ObjectPtr& object) {
+  const auto found = ComObjects().find(object.get());
+  if (found == ComObjects().end()) return NewComObject(object);
+  found->second->AddRef();
+  return found->second;
+}
+
+void Remember(Object& object, IDispatch* com_object) {
+  ComObjects().emplace(&object, com_object);
+}
+
+void Forget(Object& object) noexcept {
+  ComObjects().erase(&object);
+}
+
+void Lock() noexcept {
+  InterlockedIncrement(&lock_count);
+}
+
+void Unlock() noexcept {
+  InterlockedDecrement(&lock_count);
+}
+
+long UseCount() noexcept {
+  return lock_count + static_cast<long>(ComObjects().size());
+}
+
+void SetModule(HINSTANCE module) noexcept {
+  the_module = module;
+}
+
+std::wstring ModulePath() {
+  std::wstring path(MAX_PATH, L'\0');
+  for (;;) {
+    const DWORD length = GetModuleFileNameW(the_module, path.data(), static_cast<DWORD>(path.size()));
+    if (length < path.size()) {
+      path.resize(length);
+      return path;
+    }
+    path.resize(path.size() * 2);
+  }
+}
+
+HRESULT LoadLibraryDescription(ITypeLib** result) noexcept {
+  try {
+    return LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, result);
+  } catch (...) {
+    return E_OUTOFMEMORY;
+  }
+}
+
+HRESULT LoadTypeInfo(REFIID interface_id, ITypeInfo** result) noexcept {
+  *result = nullptr;
+  windows::ComPtr<ITypeLib> library;
+  HRESULT code = library.Obtain(LoadLibraryDescription);
+  if (FAILED(code)) return code;
+  code = library->GetTypeInfoOfGuid(interface_id, result);
+  return code;
+}
+
+HRESULT LoadClassInfo(Object& object, ITypeInfo** result) noexcept {
+  *result = nullptr;
+  const ClassDescription* table = object.MemberTable();
+  if (!table) return E_NOTIMPL;
+  windows::ComPtr<ITypeLib> library;
+  HRESULT code = library.Obtain(LoadLibraryDescription);
+  if (FAILED(code)) return code;
+  try {
+    code = FindClass(*library, *table, result);
+  } catch (...) {
+    code = E_OUTOFMEMORY;
+  }
+  return code;
+}
+
+}  // namespace qva::com
