@@ -12,7 +12,7 @@ const ClassDescription& CLockScreen::Description() {
 }
 
 CLockScreen::CLockScreen() {
-  const excel::Application& application = TheGlobals().application;
+  const excel::Application application = TheGlobals().application;
   application.SetScreenUpdating(false);
   application.SetCursor(xlWait);
 }

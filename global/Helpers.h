@@ -18,8 +18,9 @@ std::u16string FormatMessage(std::u16string_view text, const Value& parameters);
 /// FormatMessage of host message `number` with one parameter, "%0".
 std::u16string HostMessage(std::int32_t number, std::u16string_view parameter);
 
-/// The separator that the user's regional settings put between year and month (`first`) or month and day of a
-/// date in the order year, month, day.
+/// The separator that the user's regional settings put into a date in the order year, month, day: between
+/// year and month (`first`), or between month and day. Where the short date pattern has two different ones,
+/// they are taken in its own order, whichever parts they stand between there.
 std::u16string GetDateSeparator(bool first);
 
 /// What stands between the first `before` and the first `after` in `text`: a single character, or the first

@@ -1,5 +1,7 @@
 #include "global/gExcelObject.h"
 
+#include <functional>
+
 #include "global/Globals.h"
 #include "global/Helpers.h"
 #include "global/StartUp.h"
@@ -12,15 +14,23 @@ namespace {
 constexpr std::int32_t kNoBookChosen = 16514;  ///< host message: the setting "P0" is empty
 constexpr std::int32_t kBookNotOpened = 842;   ///< host message: book %0 cannot be opened
 
-AutomationError ConnectionError(std::u16string description) {
-  return AutomationError(kObjectErrorBase, u"InitConnectEX", std::move(description));
+/// The reference itself, taken for the length of a call: what the call sets off in Excel may reset the
+/// connection. Raises 91 when it is Nothing.
+template <class T>
+Ref<T> Held(const Ref<T>& reference) {
+  if (!reference) throw AutomationError(kObjectNotSet);
+  return reference;
 }
 
-/// The object behind a reference; raises 91 when it is Nothing.
-template <class T>
-T& Set(const Ref<T>& reference) {
-  if (!reference) throw AutomationError(kObjectNotSet);
-  return *reference;
+/// An error of the connection. Where the host's text is not to be had, the reason stands in its place.
+AutomationError ConnectionError(const std::function<std::u16string()>& description) {
+  std::u16string text;
+  try {
+    text = description();
+  } catch (const AutomationError& error) {
+    text = error.description();
+  }
+  return AutomationError(kObjectErrorBase, u"InitConnectEX", std::move(text));
 }
 
 }  // namespace
@@ -70,8 +80,8 @@ void gExcelObject::ConnectToHost() {
                                        host::kFormsSection, u"P0", u"");
   host::Book book;
   IgnoreErrors([&] { book = host::CommonObjects::Create(*services.object_factory).CreateBook(p0); });
-  if (p0.empty()) throw ConnectionError(HostText(kNoBookChosen));
-  if (!book) throw ConnectionError(HostMessage(kBookNotOpened, p0));
+  if (p0.empty()) throw ConnectionError([] { return HostText(kNoBookChosen); });
+  if (!book) throw ConnectionError([&] { return HostMessage(kBookNotOpened, p0); });
 
   Globals& globals = TheGlobals();
   globals.oBook = book;
@@ -112,7 +122,8 @@ void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
   std::u16string description;
   IgnoreErrors([&] { description = Get(ExcelErr, u"Description").ToText(); });
   IgnoreErrors([&] { GetServices().message_box->Show(description, vbCritical | vbOKOnly, u""); });
-  const excel::Application& application = TheGlobals().application;
+  // A copy: an Excel that quits runs macros that may release the global object, and with it the application.
+  const excel::Application application = TheGlobals().application;
   if (!application) return;
   IgnoreErrors([&] {
     if (application.Visible()) {
@@ -134,11 +145,11 @@ void gExcelObject::ResetToolBars() {
 }
 
 void gExcelObject::cmdHelp() {
-  const Ref<CToolbar> toolbar = Set(TheGlobals().oToolBars).Item(1);
-  const Ref<CCommandsEvent> events = Set(toolbar).CmdEvent();
+  const Ref<CToolbar> toolbar = Held(TheGlobals().oToolBars)->Item(1);
+  const Ref<CCommandsEvent> events = Held(toolbar)->CmdEvent();
   std::u16string help_file;
   std::int32_t help_context = 0;
-  Set(events).cmdHelp(help_file, help_context);
+  Held(events)->cmdHelp(help_file, help_context);
 }
 
 void gExcelObject::InitEnvironment() {
@@ -147,12 +158,12 @@ void gExcelObject::InitEnvironment() {
     TheGlobals().oEnvironment = MakeRef<CEnvironment>();
     excel_state_ = MakeRef<CExcelState>();
   }
-  Set(excel_state_).SaveExcelState();
+  Held(excel_state_)->SaveExcelState();
 }
 
 void gExcelObject::ResetEnvironment() {
   Count(environment_count_, -1);
-  Set(excel_state_).RestoreExcelState();
+  Held(excel_state_)->RestoreExcelState();
   if (environment_count_ == 0) {
     TheGlobals().oEnvironment.reset();
     excel_state_.reset();

@@ -25,7 +25,8 @@ class gExcelObject : public Described<gExcelObject> {
   /// Nothing it becomes the host book; when there is no book even then, the one that the host setting "P0"
   /// names is opened. Result: how often this instance opened a book itself. Raises kObjectErrorBase with the
   /// source "InitConnectEX" when "P0" is empty (host message 16514) or the book cannot be opened (host
-  /// message 842); the application stays connected then, the book stays Nothing.
+  /// message 842); the application stays connected then, the book stays Nothing. Where the host's texts are
+  /// not to be had either, the description tells why.
   std::int16_t InitConnectEX(excel::Application App, Value objWB, host::Book oAppBook);
 
   host::Book oBook() const;

@@ -10,6 +10,7 @@
 
 #include "platform/automation.h"
 #include "platform/object_factory.h"
+#include "platform/text.h"
 
 namespace qva::host {
 
@@ -22,6 +23,14 @@ inline constexpr std::u16string_view kCompanyAttributes = u"NVXCommonObjects.Com
 inline constexpr std::u16string_view kDataAccess = u"NVXCommonObjects.DataAccess";
 inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
 inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
+
+/// True for an identifier of one of the host's libraries, whether the class is there or not.
+inline bool IsHostIdentifier(std::u16string_view programmatic_identifier) {
+  for (const std::u16string_view library : {u"NVXCommonObjects.", u"NVXClientTools.", u"QVA_Common."}) {
+    if (EqualIgnoringCase(programmatic_identifier.substr(0, library.size()), library)) return true;
+  }
+  return false;
+}
 
 /// The host's settings store: application and sections.
 inline constexpr std::u16string_view kSettingsApplication = u"Quillon Enterprise";

@@ -110,6 +110,8 @@ void StoreBack(const Member& member, Binding& binding, Arguments& arguments) {
     if (!member.parameters[i].by_reference || position == kOmitted) continue;
     Value& target = position >= 0 ? arguments.positional[static_cast<std::size_t>(position)]
                                   : arguments.named[static_cast<std::size_t>(-1 - position)].value;
+    // An omitted argument that was passed as such stays omitted, unless the member gave it a value.
+    if (target.Is(Value::Type::Missing) && binding.values[i] == member.parameters[i].default_value) continue;
     target = std::move(binding.values[i]);
   }
 }

@@ -199,12 +199,19 @@ inline constexpr bool kByReference =
 template <class R, class... A, class Function, std::size_t... I>
 Value CallConverted(Function&& function, std::span<Value> arguments, std::index_sequence<I...>) {
   std::tuple<std::remove_cvref_t<A>...> values{FromArgument<std::remove_cvref_t<A>>(arguments[I], I)...};
+  const auto before = values;
   auto store_back = [&] {
-    auto store = [](Value& argument, auto& value, auto by_reference) {
-      if constexpr (by_reference) argument = Marshal<std::remove_cvref_t<decltype(value)>>::To(value);
+    // A variable that the member left alone keeps its own type.
+    auto store = [](Value& argument, const auto& old_value, const auto& value, auto by_reference) {
+      if constexpr (by_reference) {
+        using T = std::remove_cvref_t<decltype(value)>;
+        if (Marshal<T>::To(value) != Marshal<T>::To(old_value)) argument = Marshal<T>::To(value);
+      }
     };
-    (store(arguments[I], std::get<I>(values), std::bool_constant<kByReference<A>>{}), ...);
+    (store(arguments[I], std::get<I>(before), std::get<I>(values), std::bool_constant<kByReference<A>>{}),
+     ...);
     (void)store;
+    (void)before;
   };
   try {
     if constexpr (std::is_void_v<R>) {

@@ -46,7 +46,7 @@ const ClassDescription& CReports::Description() {
 }
 
 void CReports::Init(std::u16string WCaption) {
-  const excel::Application& application = TheGlobals().application;
+  const excel::Application application = TheGlobals().application;
   workbook_ = application.ActiveWorkbook();
   application.ActiveWindow().SetCaption(WCaption);
   application.SetScreenUpdating(false);

@@ -51,6 +51,7 @@ void PrepareErrors(const Reference<css::uno::XComponentContext>& context) {
             "com.sun.star.script.ApplicationScriptLibraryContainer", context),
         css::uno::UNO_QUERY_THROW);
     const OUString library("QVA_VarnholtErrors");
+    if (libraries->hasByName(library)) libraries->removeLibrary(library);
     const Reference<css::container::XNameContainer> modules = libraries->createLibrary(library);
     modules->insertByName("HandOver", Any(OUString("Option VBASupport 1\n"
                                                    "Function Main(Taker)\n"

@@ -7,7 +7,9 @@
 
 #include "global/PublicClasses.h"
 #include "platform/calc/UnoText.h"
+#include "platform/host.h"
 #include "platform/posix/PosixPlatform.h"
+#include "platform/text.h"
 #include "server/calc/BasicError.h"
 #include "server/calc/PublishedObject.h"
 
@@ -33,6 +35,13 @@ PosixPlatform& ThePlatform() {
   return platform;
 }
 
+/// Basic asks for everything that it creates by name, UNO's own structures among it. What is not ours is its.
+bool IsOurs(std::u16string_view identifier) {
+  const std::u16string library = std::u16string(kLibraryName) + u".";
+  return EqualIgnoringCase(identifier.substr(0, library.size()), library) ||
+         host::IsHostIdentifier(identifier);
+}
+
 ObjectPtr CreateObject(std::u16string_view identifier) {
   if (const PublicClass* public_class = FindPublicClass(identifier)) return CreatePublicObject(*public_class);
   return ThePlatform().services().object_factory->Create(identifier);
@@ -56,9 +65,11 @@ ObjectFactoryService::ObjectFactoryService(const Reference<css::uno::XComponentC
 }
 
 Reference<XInterface> ObjectFactoryService::createInstance(const OUString& identifier) {
+  const std::u16string name = FromUno(identifier);
+  if (!IsOurs(name)) return {};
   PrepareErrors(Context());
   try {
-    return PublishedObject::Of(CreateObject(FromUno(identifier)));
+    return PublishedObject::Of(CreateObject(name));
   } catch (const AutomationError& error) {
     RaiseInMacro(error);
   } catch (const css::uno::Exception&) {

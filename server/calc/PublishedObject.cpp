@@ -3,6 +3,7 @@
 #include <com/sun/star/bridge/oleautomation/NamedArgument.hpp>
 #include <cppuhelper/supportsservice.hxx>
 #include <cppuhelper/weakref.hxx>
+#include <exception>
 #include <unordered_map>
 
 #include "platform/calc/UnoText.h"
@@ -119,48 +120,9 @@ Any PublishedObject::invokePutProperty(const OUString& name, const Sequence<Any>
 
 Any PublishedObject::Perform(Access access, const OUString& name, const Sequence<Any>& arguments,
                              Sequence<sal_Int16>& changed, Sequence<Any>& values) {
-  const std::u16string member_name = FromUno(name);
-  CallLog::Entry entry(*object_, access, member_name);
   try {
-    const ClassDescription* table = object_->MemberTable();
-    const Member* member = table ? table->Find(access, member_name) : nullptr;
-    Arguments converted;
-    for (sal_Int32 i = 0; i < arguments.getLength(); ++i) {
-      css::bridge::oleautomation::NamedArgument named;
-      if (arguments[i] >>= named) {
-        const std::u16string parameter = FromUno(named.Name);
-        converted.Named(parameter, FromArgument(named.Value, ParameterNamed(member, parameter)));
-      } else {
-        const auto position = static_cast<std::size_t>(i);
-        converted.positional.push_back(FromArgument(arguments[i], ParameterAt(member, position)));
-      }
-    }
-    const Arguments before = converted;
-    // What the member did to its arguments before it failed is visible to the macro, too.
-    const auto store_back = [&] {
-      std::vector<sal_Int16> positions;
-      std::vector<Any> results;
-      for (std::size_t i = 0; i < converted.positional.size(); ++i) {
-        const Parameter* parameter = ParameterAt(member, i);
-        if (!parameter || !parameter->by_reference || converted.positional[i] == before.positional[i])
-          continue;
-        positions.push_back(static_cast<sal_Int16>(i));
-        results.push_back(ToAny(converted.positional[i]));
-      }
-      changed = Sequence<sal_Int16>(positions.data(), static_cast<sal_Int32>(positions.size()));
-      values = Sequence<Any>(results.data(), static_cast<sal_Int32>(results.size()));
-    };
-    try {
-      const Value result = object_->Invoke(access, member_name, converted);
-      store_back();
-      entry.Returned(result);
-      return ToAny(result);
-    } catch (...) {
-      store_back();
-      throw;
-    }
+    return PerformUnguarded(access, FromUno(name), arguments, changed, values);
   } catch (const AutomationError& error) {
-    entry.Failed(error);
     RaiseInMacro(error);
   } catch (const std::bad_alloc&) {
     RaiseInMacro(AutomationError(kOutOfMemory));
@@ -170,6 +132,56 @@ Any PublishedObject::Perform(Access access, const OUString& name, const Sequence
     RaiseInMacro(AutomationError(kInternalError));
   }
   return {};
+}
+
+Any PublishedObject::PerformUnguarded(Access access, const std::u16string& name,
+                                      const Sequence<Any>& arguments, Sequence<sal_Int16>& changed,
+                                      Sequence<Any>& values) {
+  CallLog::Entry entry(*object_, access, name);
+  const ClassDescription* table = object_->MemberTable();
+  const Member* member = table ? table->Find(access, name) : nullptr;
+  Arguments converted;
+  std::vector<sal_Int16> named_positions;  // in the caller's arguments
+  for (sal_Int32 i = 0; i < arguments.getLength(); ++i) {
+    css::bridge::oleautomation::NamedArgument named;
+    if (arguments[i] >>= named) {
+      const std::u16string parameter = FromUno(named.Name);
+      converted.Named(parameter, FromArgument(named.Value, ParameterNamed(member, parameter)));
+      named_positions.push_back(static_cast<sal_Int16>(i));
+    } else {
+      const auto position = static_cast<std::size_t>(i);
+      converted.positional.push_back(FromArgument(arguments[i], ParameterAt(member, position)));
+    }
+  }
+
+  const Arguments before = converted;
+  Value result;
+  std::exception_ptr failure;
+  try {
+    result = object_->Invoke(access, name, converted);
+    entry.Returned(result);
+  } catch (const AutomationError& error) {
+    entry.Failed(error);
+    failure = std::current_exception();
+  }
+  // What the member did to the caller's variables before it failed is visible, as in a direct call.
+  std::vector<sal_Int16> positions;
+  std::vector<Any> results;
+  const auto store_back = [&](sal_Int16 position, const Value& old_value, const Value& value) {
+    if (value == old_value) return;
+    positions.push_back(position);
+    results.push_back(ToAny(value));
+  };
+  for (std::size_t i = 0; i < converted.positional.size(); ++i) {
+    store_back(static_cast<sal_Int16>(i), before.positional[i], converted.positional[i]);
+  }
+  for (std::size_t i = 0; i < converted.named.size(); ++i) {
+    store_back(named_positions[i], before.named[i].value, converted.named[i].value);
+  }
+  changed = Sequence<sal_Int16>(positions.data(), static_cast<sal_Int32>(positions.size()));
+  values = Sequence<Any>(results.data(), static_cast<sal_Int32>(results.size()));
+  if (failure) std::rethrow_exception(failure);
+  return ToAny(result);
 }
 
 OUString PublishedObject::getImplementationName() {

@@ -50,6 +50,10 @@ class PublishedObject
   css::uno::Any Perform(Access access, const rtl::OUString& name,
                         const css::uno::Sequence<css::uno::Any>& arguments,
                         css::uno::Sequence<sal_Int16>& changed, css::uno::Sequence<css::uno::Any>& values);
+  css::uno::Any PerformUnguarded(Access access, const std::u16string& name,
+                                 const css::uno::Sequence<css::uno::Any>& arguments,
+                                 css::uno::Sequence<sal_Int16>& changed,
+                                 css::uno::Sequence<css::uno::Any>& values);
 
   ObjectPtr object_;
 };

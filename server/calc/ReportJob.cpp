@@ -116,14 +116,21 @@ class OpenWorkbook {
     const Reference<css::script::provider::XScriptProviderSupplier> supplier(model_, UNO_QUERY_THROW);
     const auto script = supplier->getScriptProvider()->getScript(
         "vnd.sun.star.script:" + library_name + "." + kRunModule + ".Run?language=Basic&location=document");
-    Sequence<sal_Int16> changed;
-    Sequence<Any> values;
-    const Any outcome = script->invoke({}, changed, values);
+    Any outcome;
+    try {
+      Sequence<sal_Int16> changed;
+      Sequence<Any> values;
+      outcome = script->invoke({}, changed, values);
+    } catch (const css::uno::Exception&) {
+      modules->removeByName(kRunModule);
+      throw;
+    }
     modules->removeByName(kRunModule);
 
     Sequence<Any> error;
     if (!(outcome >>= error)) {
-      throw std::runtime_error("the macro " + macro + " does not compile, or was ended by an End statement");
+      throw std::runtime_error("the macro " + macro +
+                               " does not compile, or it was ended by an End statement or by quitting Excel");
     }
     if (error.getLength() != 3) return;
     throw AutomationError(FromAny(error[0]).ToInt32(), FromAny(error[1]).ToText(),

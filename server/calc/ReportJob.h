@@ -12,8 +12,8 @@ namespace qva::calc {
 /// UTF-8:
 ///   QVA_JOB_WORKBOOK  path of the workbook
 ///   QVA_JOB_MACRO     entry macro, as Library.Module.Procedure of the workbook
-///   QVA_JOB_PDF       path of the PDF to print the first sheet's pages to; nothing is printed without it
-///   QVA_JOB_RESULT    path of the file that gets one line when all is over: "ok", or "error" and what failed
+///   QVA_JOB_PDF       path of the PDF to print the workbook to; nothing is printed without it
+///   QVA_JOB_RESULT    path of the file that is written when all is over: "ok", or "error" and what failed
 /// Steps are written to the call log.
 class ReportJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
  public:

@@ -66,10 +66,11 @@ RunResult CalcTest::RunWorkbook(const fs::path& workbook, std::vector<std::strin
   const fs::path errors = folder / "errors.txt";
   // Through a shell for the output; everything that goes in is our own.
   std::string command = "exec '" QVA_REPORT_RUNNER "' --output-folder '" + output.string() +
-                        "' --host-resources '" QVA_SOURCE_DIR "/host'";
+                        "' --timeout 60 --host-resources '" QVA_SOURCE_DIR "/host'";
   for (const std::string& option : options) command += " '" + option + "'";
   command += " '" + workbook.string() + "' > '" + printed.string() + "'";
-  std::map<std::string, std::string> environment = {{"QVA_TEST_LOG", log.string()}, {"LC_ALL", "C.UTF-8"}};
+  std::map<std::string, std::string> environment = {{"QVA_TEST_LOG", log.string()}};
+  if (!getenv("LC_ALL")) environment["LC_ALL"] = "C.UTF-8";
 #ifdef QVA_SANITIZER_RUNTIME
   // LibreOffice itself is built without the sanitizers, which must be there before our component is; it
   // keeps memory to its end, and so do we for it.

@@ -82,6 +82,12 @@ TEST_F(Helpers, DateSeparatorsMayDiffer) {
   EXPECT_EQ(GetDateSeparator(false), u"-");
 }
 
+TEST_F(Helpers, DateSeparatorsAreTakenInThePatternsOrder) {
+  platform.locale.short_date_pattern = u"dd.MM-yyyy";
+  EXPECT_EQ(GetDateSeparator(true), u".");
+  EXPECT_EQ(GetDateSeparator(false), u"-");
+}
+
 TEST_F(Helpers, TextBetweenIsACharacterOrTheFirstAndTheLastOne) {
   EXPECT_EQ(GetTextBetween(u"2010.11.12", u"10", u"11"), u".");
   EXPECT_EQ(GetTextBetween(u"2010. 11. 12", u"11", u"12"), u". ");

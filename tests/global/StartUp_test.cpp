@@ -17,6 +17,7 @@ TEST_F(StartUpTest, RunsOnceAheadOfTheFirstObject) {
   EXPECT_THAT(trace.lines(), ElementsAre("CreateObject(\"QVA_Common.MessageResource\")",
                                          "MessageResource.Init(\"QVAFormRes\")",
                                          "CreateObject(\"NVXClientTools.ClientTools\")"));
+  EXPECT_TRUE(TheStartUpState().host_tools) << "it is kept";
   trace.Clear();
   Create(u"gExcelObject");
   EXPECT_THAT(trace.lines(), IsEmpty());

@@ -145,15 +145,19 @@ TEST_F(GlobalObject, InitConnectWithoutTheHostsComponentsRaises842) {
   EXPECT_EQ(error->description(), u"Tekstas 842: MEDVILNE");
 }
 
-TEST_F(GlobalObject, ConnectionCountOverflowIsAnError) {
+TEST_F(GlobalObject, ConnectionCountOverflowIsAnErrorAndMakesNoPlant) {
+  InstallServices(
+      platform.services());  // without the interceptor, which 32 767 connections would be slow with
   const ObjectPtr global = Create(u"gExcelObject");
   for (int i = 0; i < 32767; ++i) {
     Call(global, u"InitConnectEX", {ObjectPtr(), ObjectPtr()});
     TheGlobals().oBook = {};
   }
+  TheGlobals().oMyPlant = {};
   EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"InitConnectEX", {ObjectPtr(), ObjectPtr()}); }), kOverflow);
-  host.plants_made.clear();
-  host.books_set.clear();
+  EXPECT_EQ(Get(global, u"oMyPlant"), Nothing());
+  EXPECT_EQ(CountOf(Call(global, u"InitConnectEX", {ObjectPtr(), ObjectPtr()})), 32767)
+      << "the count is unchanged";
 }
 
 TEST_F(GlobalObject, ResetConnectLetsGoOfAllButTheApplicationAndTheCounts) {
@@ -186,6 +190,8 @@ TEST_F(GlobalObject, ResetConnectOnErrorResetsTheConnection) {
   Call(global, u"ResetConnectOnError");
   EXPECT_EQ(Get(global, u"oBook"), Nothing());
   EXPECT_EQ(Get(global, u"oMyPlant"), Nothing());
+  EXPECT_EQ(CountOf(Call(global, u"InitConnectEX", {application, ObjectPtr()})), 1)
+      << "the count was set to 0";
 }
 
 TEST_F(GlobalObject, ReleaseOfAnInstanceClearsTheApplicationAlone) {
@@ -244,9 +250,48 @@ TEST_F(GlobalObject, ExcelReportErrorWithoutAnApplicationOnlyShowsTheMessage) {
 TEST_F(GlobalObject, ExcelReportErrorNeverRaises) {
   const ObjectPtr global = Connected();
   EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ExcelReportError", {ObjectPtr()}); }), 0);
-  failure.Reset(1);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ExcelReportError", {MakeRef<ErrObject>()}); }), 0);
-  EXPECT_EQ(platform.message_box.boxes().size(), 2u);
+  for (const bool visible : {true, false}) {
+    Put(excel, u"Visible", visible);
+    // The error object's description, Visible, and ScreenUpdating or Quit.
+    for (long n = 1; n <= 3; ++n) {
+      failure.Reset(n);
+      const ObjectPtr error = interceptor.Wrap(MakeRef<ErrObject>(), u"Err");
+      EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ExcelReportError", {error}); }), 0) << n;
+      EXPECT_TRUE(failure.has_failed());
+    }
+  }
+  EXPECT_EQ(platform.message_box.boxes().size(), 7u) << "each time a message";
+}
+
+// An Excel whose end releases the workbook's global object, as its closing macros do.
+class QuittingExcel : public Described<QuittingExcel> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription description = ClassBuilder(u"Application", "")
+                                                    .Get<&QuittingExcel::Visible>(u"Visible")
+                                                    .Method<&QuittingExcel::Quit>(u"Quit");
+    return description;
+  }
+  explicit QuittingExcel(ObjectPtr& global) : global_(global) {}
+  bool Visible() const { return false; }
+  void Quit() {
+    global_.reset();
+    has_quit_ = true;
+  }
+
+ private:
+  ObjectPtr& global_;
+  bool has_quit_ = false;
+};
+
+TEST_F(GlobalObject, ExcelReportErrorSurvivesAnExcelWhoseEndReleasesTheGlobalObject) {
+  ObjectPtr global = Create(u"gExcelObject");
+  const ObjectPtr caller = global;  // a macro's call holds the object that it calls
+  ObjectPtr other = Create(u"gExcelObject");
+  Call(global, u"InitConnectEX", {MakeRef<QuittingExcel>(other), ObjectPtr()});
+  Call(caller, u"ExcelReportError", {MakeRef<ErrObject>()});
+  EXPECT_FALSE(TheGlobals().application);
+  EXPECT_EQ(platform.message_box.boxes().size(), 1u);
 }
 
 TEST_F(GlobalObject, ToolBarsSurviveUntilTheLastReset) {
@@ -297,10 +342,22 @@ TEST_F(GlobalObject, ResetEnvironmentWithoutSnapshotsCountsDownAndRaisesObjectNo
   EXPECT_NE(Get(global, u"oEnvironment"), Nothing());
 }
 
-TEST_F(GlobalObject, EnvironmentCountOverflowIsAnError) {
-  const ObjectPtr global = Create(u"gExcelObject");
-  for (int i = 0; i < 32768; ++i) ErrorOf([&] { Call(global, u"ResetEnvironment"); });
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ResetEnvironment"); }), kOverflow);
+TEST_F(GlobalObject, ResetEnvironmentRestoresOnNestedCallsToo) {
+  const ObjectPtr global = Connected();
+  Call(global, u"InitEnvironment");
+  Call(global, u"InitEnvironment");
+  Call(global, u"ResetConnectEX", {std::int16_t{0}});  // takes the snapshots away
+  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ResetEnvironment"); }), kObjectNotSet)
+      << "the first of two was to restore as well";
+}
+
+TEST_F(GlobalObject, EnvironmentCountOverflowsAtBothEnds) {
+  const ObjectPtr down = Create(u"gExcelObject");
+  for (int i = 0; i < 32768; ++i) ErrorOf([&] { Call(down, u"ResetEnvironment"); });
+  EXPECT_EQ(ErrorNumberOf([&] { Call(down, u"ResetEnvironment"); }), kOverflow);
+  const ObjectPtr up = Create(u"gExcelObject");
+  for (int i = 0; i < 32767; ++i) Call(up, u"InitEnvironment");
+  EXPECT_EQ(ErrorNumberOf([&] { Call(up, u"InitEnvironment"); }), kOverflow);
 }
 
 TEST_F(GlobalObject, HelpWithoutToolbarsRaisesObjectNotSet) {
@@ -366,19 +423,20 @@ TEST_F(GlobalObject, InitConnectEndsAsAgreedWhicheverHostCallFails) {
   }
 }
 
-TEST_F(GlobalObject, InitConnectWithEveryHostCallFailingRaisesTheHostsError) {
+TEST_F(GlobalObject, InitConnectWithNoHostAtAllKeepsNumberAndSourceAndTellsTheReason) {
+  for (const std::u16string_view identifier : kHostIdentifiers)
+    platform.object_factory.Unregister(identifier);
   const ObjectPtr global = Create(u"gExcelObject");
-  CallFailure all(1, AutomationError(kAutomationFailed, u"Server", u"Dead"), CallFailure::Repeat::ForEver);
-  Interceptor dead{&all};
-  InterceptedFactory dead_factory(dead, platform.object_factory);
-  Services services = GetServices();
-  services.object_factory = &dead_factory;
-  InstallServices(services);
-  ShutDown();
-  const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
-  ASSERT_TRUE(error);
-  EXPECT_EQ(error->number(), kAutomationFailed) << "not even the message text is to be had";
-  EXPECT_EQ(Get(global, u"oBook"), Nothing());
+  for (const auto* p0 : {u"MEDVILNE", u""}) {
+    SetSetting(u"Forms\\MDI", u"P0", p0);
+    const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->number(), kObjectErrorBase);
+    EXPECT_EQ(error->source(), u"InitConnectEX");
+    EXPECT_EQ(error->description(), StandardDescription(kCannotCreateObject))
+        << "the texts are not to be had";
+    EXPECT_EQ(Get(global, u"oBook"), Nothing());
+  }
 }
 
 }  // namespace

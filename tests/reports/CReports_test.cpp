@@ -194,10 +194,12 @@ TEST_F(Reports, InitWithoutAConnectionRaisesObjectNotSet) {
 
 TEST_F(Reports, ReleaseLetsGoOfTheWorkbook) {
   Call(Get(excel, u"Workbooks").ToObject(), u"Add");
+  const ObjectPtr workbook = GetObject(application, u"ActiveWorkbook");
+  const long before = workbook->ReferenceCount();
   Call(reports, u"Init", {u"Balansas"});
-  const long with_reports = Object::LiveCount();
+  EXPECT_EQ(workbook->ReferenceCount(), before + 1);
   reports.reset();
-  EXPECT_LT(Object::LiveCount(), with_reports);
+  EXPECT_EQ(workbook->ReferenceCount(), before);
 }
 
 }  // namespace

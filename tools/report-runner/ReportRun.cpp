@@ -1,5 +1,8 @@
 #include "tools/report-runner/ReportRun.h"
 
+#include <langinfo.h>
+#include <locale.h>
+
 #include <fstream>
 #include <map>
 #include <ostream>
@@ -127,11 +130,22 @@ class Follower {
   std::size_t read_ = 0;
 };
 
-std::string FirstLine(const fs::path& path) {
-  std::ifstream file(path);
-  std::string line;
-  std::getline(file, line);
-  return line;
+/// The file's text without the line feed at its end.
+std::string Contents(const fs::path& path) {
+  std::ostringstream contents;
+  contents << std::ifstream(path).rdbuf();
+  std::string text = contents.str();
+  if (text.ends_with('\n')) text.pop_back();
+  return text;
+}
+
+/// True when file names are UTF-8 in the user's locale. In any other one LibreOffice could not open some.
+bool LocaleIsUtf8() {
+  const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
+  if (!locale) return false;
+  const bool is_utf8 = std::string_view(nl_langinfo_l(CODESET, locale)) == "UTF-8";
+  freelocale(locale);
+  return is_utf8;
 }
 
 /// PNG of the PDF's first page, for whoever wants to look at the result quickly.
@@ -161,6 +175,11 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   const fs::path output = fs::absolute(options.output_folder).lexically_normal();
   fs::create_directories(output);
   const fs::path workbook = output / options.workbook.filename();
+  if (fs::exists(workbook) && fs::equivalent(workbook, options.workbook)) {
+    err << "The workbook stands in the output folder " << output.string() << ", where its copy would go\n";
+    return kMacroFailed;
+  }
+  if (!options.expect.empty()) fs::remove(output / options.expect);
   fs::copy_file(options.workbook, workbook, fs::copy_options::overwrite_existing);
   fs::path pdf = workbook;
   pdf.replace_extension(".pdf");
@@ -189,6 +208,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
       {"QVA_HOST_RESOURCES", fs::absolute(options.host_resources).string()},
       {"SAL_USE_VCLPLUGIN", "svp"},
   };
+  if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
   if (!options.answers.empty()) environment["QVA_VARNHOLT_ANSWERS"] = fs::absolute(options.answers).string();
 
   out << "Report " << options.workbook.filename().string() << ", book " << options.book << std::endl;
@@ -202,7 +222,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   Follower follower(steps, out);
   Follower message_follower(messages, out);
   const auto deadline = std::chrono::steady_clock::now() + options.timeout;
-  while (process.IsRunning() && std::chrono::steady_clock::now() < deadline) {
+  while (process.IsRunning() && std::chrono::steady_clock::now() < deadline && !options.interrupted()) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
     follower.Follow();
     message_follower.Follow();
@@ -211,11 +231,15 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   process.Kill();
   follower.Follow();
   message_follower.Follow();
+  if (options.interrupted()) {
+    err << "Interrupted; LibreOffice was stopped\n";
+    return kNoLibreOffice;
+  }
   if (timed_out) {
     err << "LibreOffice did not finish within " << options.timeout.count() << " seconds and was stopped\n";
     return kNoLibreOffice;
   }
-  const std::string outcome = FirstLine(result);
+  const std::string outcome = Contents(result);
   if (outcome.empty()) {
     err << "LibreOffice ended without running the report (exit status " << process.ExitStatus() << ")\n"
         << std::ifstream(errors).rdbuf();
@@ -223,6 +247,10 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   }
   if (outcome != "ok") {
     err << "The report failed: " << outcome << '\n';
+    return kMacroFailed;
+  }
+  if (!options.expect.empty() && !fs::exists(output / options.expect)) {
+    err << "The report failed: its macro did not leave " << options.expect << '\n';
     return kMacroFailed;
   }
   if (options.picture) MakePicture(pdf, errors, err);

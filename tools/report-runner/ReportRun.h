@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <iosfwd>
 #include <string>
 
@@ -18,13 +19,17 @@ struct ReportRunOptions {
   std::filesystem::path answers;                  ///< to message boxes; none when empty
   std::chrono::seconds timeout{120};
   bool picture = true;  ///< PDF and PNG of the workbook as the macro left it
+  std::string expect;   ///< name of a file that the macro must leave in the output folder; none when empty
+  /// Asked now and then; true ends the run at once.
+  std::function<bool()> interrupted = [] { return false; };
 };
 
 /// Copies the workbook into the output folder, runs its macro in a LibreOffice of its own - a private profile
 /// that goes again, our component, the embedded host - and prints each step to `out`, failures to `err`.
-/// Result: 0 when the macro went through, 1 when it failed, 3 when LibreOffice is missing, could not be
-/// started or had to be stopped at the time limit. Nothing that was started goes on afterwards. Raises
-/// std::exception when the output folder cannot be written.
+/// Result: 0 when the macro went through, 1 when it failed or did not leave the file that is expected of it,
+/// 3 when LibreOffice is missing, could not be started or had to be stopped at the time limit or on
+/// interruption. Nothing that was started goes on afterwards. Raises std::exception when the output folder
+/// cannot be written.
 int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& err);
 
 }  // namespace qva

@@ -1,6 +1,7 @@
 // Runs a report workbook in LibreOffice from the command line; see Usage below.
 #include <getopt.h>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -26,13 +27,14 @@ what the macro saved, and a PDF and a PNG of the workbook. Each step is printed.
   --answers PATH         answers to message boxes, one on each line; without it the first button is pressed
   --timeout SECONDS      how long LibreOffice may take (120)
   --no-picture           no PDF and no PNG
+  --expect NAME          the run failed unless the macro leaves a file of this name in the output folder
   --help                 this text
 
 Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong command line, 3 when LibreOffice is
 missing or had to be stopped.
 )";
 
-enum Option { kMacro = 1, kBook, kOutput, kBuild, kHost, kAnswers, kTimeout, kNoPicture, kHelp };
+enum Option { kMacro = 1, kBook, kOutput, kBuild, kHost, kAnswers, kTimeout, kNoPicture, kExpect, kHelp };
 
 constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"book", required_argument, nullptr, kBook},
@@ -42,8 +44,16 @@ constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"answers", required_argument, nullptr, kAnswers},
                                {"timeout", required_argument, nullptr, kTimeout},
                                {"no-picture", no_argument, nullptr, kNoPicture},
+                               {"expect", required_argument, nullptr, kExpect},
                                {"help", no_argument, nullptr, kHelp},
                                {nullptr, 0, nullptr, 0}};
+
+volatile std::sig_atomic_t interrupted = 0;
+
+/// Lets the run end in order: what was started must not outlive us.
+void CatchInterruptions() {
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int) { interrupted = 1; });
+}
 
 }  // namespace
 
@@ -81,6 +91,9 @@ int main(int argc, char** argv) {
       case kNoPicture:
         options.picture = false;
         break;
+      case kExpect:
+        options.expect = optarg;
+        break;
       case kHelp:
         std::cout << kUsage;
         return 0;
@@ -94,6 +107,8 @@ int main(int argc, char** argv) {
     return 2;
   }
   options.workbook = argv[optind];
+  options.interrupted = [] { return interrupted != 0; };
+  CatchInterruptions();
   try {
     return qva::RunReport(options, std::cout, std::cerr);
   } catch (const std::exception& error) {
