@@ -17,7 +17,10 @@ if(QVA_TESTS)
   target_include_directories(qva_windows_gtest PRIVATE ${googletest}/googletest ${googletest}/googlemock)
   target_compile_options(qva_windows_gtest PRIVATE -w)
 
-  file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp)
+  # The seam's own tests run here, too, but those that need Linux' files.
+  file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp
+       ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp)
+  list(FILTER windows_test_sources EXCLUDE REGEX "unattended_message_box_test")
   add_executable(qva_windows_tests ${windows_test_sources})
   target_link_libraries(qva_windows_tests PRIVATE qva_windows qva_memory qva_windows_gtest)
 endif()
@@ -73,3 +76,18 @@ add_custom_command(
           -DOUTPUT=${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest -P ${CMAKE_SOURCE_DIR}/cmake/Manifest.cmake
   DEPENDS ${idl} ${CMAKE_SOURCE_DIR}/cmake/Manifest.cmake VERBATIM)
 add_custom_target(qva_manifest ALL DEPENDS ${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest)
+
+# The test bench: the in-memory Excel and host as automation objects, and the clients that drive the library.
+if(QVA_TESTS)
+  qva_sources(bench_sources tests/com/bench)
+  add_library(QVA_TestBench SHARED ${bench_sources} tests/com/bench/QVA_TestBench.def)
+  set_target_properties(QVA_TestBench PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+  target_link_libraries(QVA_TestBench PRIVATE qva_com qva_memory)
+  target_link_options(QVA_TestBench PRIVATE -Wl,--enable-stdcall-fixup)
+
+  qva_sources(com_client_sources tests/com/client)
+  add_executable(qva_com_tests ${com_client_sources})
+  target_include_directories(qva_com_tests SYSTEM PRIVATE ${idl_output})
+  target_link_libraries(qva_com_tests PRIVATE qva_windows qva_library qva_windows_gtest psapi)
+  add_dependencies(qva_com_tests qva_idl QVA_Varnholt QVA_TestBench)
+endif()

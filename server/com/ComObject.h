@@ -83,6 +83,8 @@ class ComObject : public Interface,
  protected:
   virtual ~ComObject() { Forget(calls_.object()); }
 
+  Object& object() const { return calls_.object(); }
+
   /// Calls the member at a place of the member table. The arguments are those of the vtable member, in order.
   template <class... Arguments>
   HRESULT Forward(std::size_t place, void* result, Arguments... arguments) noexcept {

@@ -1,0 +1,35 @@
+// What the bench's objects share: the in-memory Excel and host, behind an interceptor that writes down every
+// call.
+#pragma once
+
+#include "platform/memory/CallFailure.h"
+#include "platform/memory/CallTrace.h"
+#include "platform/memory/Interceptor.h"
+#include "platform/memory/MemoryHost.h"
+#include "platform/memory/MemoryPlatform.h"
+
+namespace qva::bench {
+
+struct Bench {
+  Bench();
+
+  /// A new first state of host, message boxes and trace. Objects that are alive stay in use.
+  void Reset();
+  /// An Excel with one open workbook.
+  ObjectPtr NewExcel();
+  /// A component of the host. Raises 429 for an identifier that the host does not have.
+  ObjectPtr NewHostObject(std::u16string_view programmatic_identifier);
+
+  MemoryPlatform platform;
+  MemoryHost host;
+  CallTrace trace;
+  CallFailure failure{0, AutomationError(kApplicationDefined, u"Microsoft Excel", u"Refused")};
+  Interceptor interceptor{&trace, &failure};
+  InterceptedFactory factory{interceptor, platform.object_factory};
+  long lookups = 0;  ///< how often callers asked for the ids of names
+};
+
+/// The bench of this module, never destroyed.
+Bench& TheBench();
+
+}  // namespace qva::bench

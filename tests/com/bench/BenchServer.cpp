@@ -1,0 +1,183 @@
+// The bench as an in-process COM server: Excel's and the host's stand-ins under programmatic identifiers.
+#include <olectl.h>
+
+#include <string>
+#include <string_view>
+
+#include "platform/host.h"
+#include "platform/windows/OwnObject.h"
+#include "platform/windows/WideText.h"
+#include "server/com/ComObject.h"
+#include "server/com/ServerErrors.h"
+#include "tests/com/bench/Bench.h"
+#include "tests/com/bench/BenchTypeInfo.h"
+#include "tests/com/bench/Control.h"
+
+namespace qva::bench {
+namespace {
+
+constexpr std::u16string_view kExcel = u"QVA_TestBench.Excel";
+constexpr std::u16string_view kControl = u"QVA_TestBench.Control";
+
+struct BenchClass {
+  std::u16string_view programmatic_identifier;
+  CLSID class_id;
+};
+
+/// One family of identifiers, told apart by its last byte.
+constexpr CLSID ClassId(BYTE number) {
+  return {0x5e0c1a52, 0x9f0b, 0x4d0e, {0x8d, 0x53, 0x7f, 0x31, 0x0a, 0x64, 0xc9, number}};
+}
+
+constexpr BenchClass kClasses[] = {
+    {kControl, ClassId(1)},
+    {kExcel, ClassId(2)},
+    {host::kCommonObjects, ClassId(3)},
+    {host::kPlant, ClassId(4)},
+    {host::kClientTools, ClassId(5)},
+    {host::kSettingsCollection, ClassId(6)},
+    {host::kCompanyAttributes, ClassId(7)},
+    {host::kDataAccess, ClassId(8)},
+    {host::kMessage, ClassId(9)},
+    {host::kMessageResource, ClassId(10)},
+};
+
+/// Counts lookups, and tells its class as the objects of real servers do.
+class BenchObject final : public com::ComObject<IDispatch> {
+ public:
+  using ComObject::ComObject;
+
+  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
+                                          DISPID* ids) override {
+    ++TheBench().lookups;
+    return ComObject::GetIDsOfNames(reserved, names, count, locale, ids);
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+    if (!count) return E_POINTER;
+    *count = 1;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** result) override {
+    if (!result) return E_POINTER;
+    *result = index == 0 ? NewBenchTypeInfo(windows::WideText(object().TypeName())) : nullptr;
+    return index == 0 ? S_OK : DISP_E_BADINDEX;
+  }
+};
+
+ObjectPtr Create(std::u16string_view programmatic_identifier) {
+  if (programmatic_identifier == kControl) return MakeRef<Control>();
+  if (programmatic_identifier == kExcel) return TheBench().NewExcel();
+  return TheBench().NewHostObject(programmatic_identifier);
+}
+
+class ClassFactory final : public IClassFactory {
+ public:
+  explicit ClassFactory(const BenchClass& bench_class) : bench_class_(bench_class) { com::Lock(); }
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interface_id, void** result) override {
+    const bool is_known = interface_id == IID_IUnknown || interface_id == IID_IClassFactory;
+    *result = is_known ? static_cast<IClassFactory*>(this) : nullptr;
+    if (!is_known) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const LONG references = InterlockedDecrement(&references_);
+    if (references == 0) delete this;
+    return static_cast<ULONG>(references);
+  }
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID interface_id, void** result) override {
+    *result = nullptr;
+    if (outer) return CLASS_E_NOAGGREGATION;
+    try {
+      const auto object = windows::WrapObject(Create(bench_class_.programmatic_identifier));
+      return object->QueryInterface(interface_id, result);
+    } catch (...) {
+      return com::ReportEarly(interface_id);
+    }
+  }
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
+    lock ? com::Lock() : com::Unlock();
+    return S_OK;
+  }
+
+ private:
+  ~ClassFactory() { com::Unlock(); }
+
+  const BenchClass& bench_class_;
+  LONG references_ = 0;
+};
+
+std::wstring GuidText(const GUID& guid) {
+  wchar_t text[39];
+  StringFromGUID2(guid, text, 39);
+  return text;
+}
+
+/// Sets the default value of a key below the machine's classes, or another one.
+HRESULT SetClassesValue(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
+  const std::wstring path = L"Software\\Classes\\" + key;
+  return HRESULT_FROM_WIN32(
+      static_cast<DWORD>(RegSetKeyValueW(HKEY_LOCAL_MACHINE, path.c_str(), name, REG_SZ, text.c_str(),
+                                         static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)))));
+}
+
+}  // namespace
+}  // namespace qva::bench
+
+IDispatch* qva::com::NewComObject(const ObjectPtr& object) {
+  auto* com_object = new bench::BenchObject(object);
+  com_object->AddRef();
+  return com_object;
+}
+
+using namespace qva;
+using namespace qva::bench;
+
+extern "C" {
+
+BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
+  if (reason == DLL_PROCESS_ATTACH) com::SetModule(module);
+  return TRUE;
+}
+
+STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result) {
+  windows::InstallOwnObjectWrapper(&com::WrapObject);
+  TheBench();
+  for (const BenchClass& bench_class : kClasses) {
+    if (bench_class.class_id != class_id) continue;
+    const windows::ComPtr<IClassFactory> factory(new ClassFactory(bench_class));
+    return factory->QueryInterface(interface_id, result);
+  }
+  return CLASS_E_CLASSNOTAVAILABLE;
+}
+
+STDAPI DllCanUnloadNow() {
+  return com::UseCount() == 0 ? S_OK : S_FALSE;
+}
+
+STDAPI DllRegisterServer() {
+  for (const BenchClass& bench_class : kClasses) {
+    const std::wstring identifier = windows::WideText(bench_class.programmatic_identifier);
+    const std::wstring class_key = L"CLSID\\" + GuidText(bench_class.class_id);
+    SetClassesValue(identifier + L"\\CLSID", L"", GuidText(bench_class.class_id));
+    SetClassesValue(class_key, L"", identifier);
+    SetClassesValue(class_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    const HRESULT code = SetClassesValue(class_key + L"\\InprocServer32", L"", com::ModulePath());
+    if (FAILED(code)) return code;
+  }
+  return S_OK;
+}
+
+STDAPI DllUnregisterServer() {
+  for (const BenchClass& bench_class : kClasses) {
+    const std::wstring classes = L"Software\\Classes\\";
+    const std::wstring identifier = windows::WideText(bench_class.programmatic_identifier);
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + identifier).c_str());
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + L"CLSID\\" + GuidText(bench_class.class_id)).c_str());
+  }
+  return S_OK;
+}
+
+}  // extern "C"

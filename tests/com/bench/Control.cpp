@@ -1,0 +1,99 @@
+#include "tests/com/bench/Control.h"
+
+#include "platform/text.h"
+#include "tests/com/bench/Bench.h"
+
+namespace qva::bench {
+namespace {
+
+std::u16string Joined(const std::vector<std::u16string>& texts, std::u16string_view separator) {
+  std::u16string result;
+  for (const std::u16string& text : texts) {
+    if (&text != &texts.front()) result += separator;
+    result += text;
+  }
+  return result;
+}
+
+}  // namespace
+
+const ClassDescription& Control::Description() {
+  static const ClassDescription description =
+      ClassBuilder(u"Control", "Looks behind the bench's stand-ins and sets them up")
+          .Get<&Control::LiveObjects>(u"LiveObjects")
+          .Get<&Control::Lookups>(u"Lookups")
+          .Get<&Control::Trace>(u"Trace")
+          .Method<&Control::ClearTrace>(u"ClearTrace")
+          .Method<&Control::FailCall>(u"FailCall", {{u"number"}})
+          .Method<&Control::NewExcel>(u"NewExcel")
+          .Method<&Control::RemoveBook>(u"RemoveBook", {{u"code"}})
+          .Method<&Control::SetText>(u"SetText", {{u"number"}, {u"text"}})
+          .Get<&Control::BooksSet>(u"BooksSet")
+          .Get<&Control::PlantsMade>(u"PlantsMade")
+          .Get<&Control::Boxes>(u"Boxes")
+          .Method<&Control::Answer>(u"Answer", {{u"button"}})
+          .Method<&Control::Reset>(u"Reset")
+          .Method<&Control::Increment>(u"Increment", {{u"number"}});
+  return description;
+}
+
+std::int32_t Control::LiveObjects() const {
+  return static_cast<std::int32_t>(LiveCount());
+}
+
+std::int32_t Control::Lookups() const {
+  return static_cast<std::int32_t>(TheBench().lookups);
+}
+
+std::u16string Control::Trace() const {
+  return FromUtf8(TheBench().trace.Text());
+}
+
+void Control::ClearTrace() {
+  TheBench().trace.Clear();
+}
+
+void Control::FailCall(std::int32_t number) {
+  TheBench().failure.Reset(number);
+}
+
+ObjectPtr Control::NewExcel() {
+  return TheBench().NewExcel();
+}
+
+void Control::RemoveBook(std::u16string code) {
+  TheBench().host.books.erase(code);
+}
+
+void Control::SetText(std::int32_t number, std::u16string text) {
+  TheBench().host.texts[number] = std::move(text);
+}
+
+std::u16string Control::BooksSet() const {
+  return Joined(TheBench().host.books_set, u",");
+}
+
+std::u16string Control::PlantsMade() const {
+  return Joined(TheBench().host.plants_made, u",");
+}
+
+std::u16string Control::Boxes() const {
+  std::vector<std::u16string> texts;
+  for (const MemoryMessageBox::Shown& box : TheBench().platform.message_box.boxes())
+    texts.push_back(box.text);
+  return Joined(texts, u"\n");
+}
+
+void Control::Answer(std::int32_t button) {
+  TheBench().platform.message_box.Answer(button);
+}
+
+void Control::Reset() {
+  TheBench().Reset();
+}
+
+void Control::Increment(std::int32_t& number) {
+  ++number;
+}
+
+}  // namespace qva::bench

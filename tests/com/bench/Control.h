@@ -1,0 +1,45 @@
+// The automation object by which test scripts look behind the bench's stand-ins and set them up.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/member_table.h"
+
+namespace qva::bench {
+
+class Control : public Described<Control> {
+ public:
+  static const ClassDescription& Description();
+
+  /// Objects of the bench that are alive, in-memory Excel and host included; this one too.
+  std::int32_t LiveObjects() const;
+  /// How often callers asked any object of the bench for the ids of names.
+  std::int32_t Lookups() const;
+  /// Every call that reached Excel or the host since the last ClearTrace, a line each.
+  std::u16string Trace() const;
+  void ClearTrace();
+  /// Lets one call to Excel or the host fail with Excel's 1004 "Refused": the next one is number 1.
+  void FailCall(std::int32_t number);
+
+  /// An Excel with one open workbook.
+  ObjectPtr NewExcel();
+
+  void RemoveBook(std::u16string code);
+  void SetText(std::int32_t number, std::u16string text);
+  /// The codes of the books that client tools were given, and of those that plants were made for, by commas.
+  std::u16string BooksSet() const;
+  std::u16string PlantsMade() const;
+
+  /// Texts of the host's message boxes, by line feeds; the next box without an answer gets this one.
+  std::u16string Boxes() const;
+  void Answer(std::int32_t button);
+
+  /// A new first state of host, message boxes and trace.
+  void Reset();
+
+  /// Adds one: shows how an argument by reference travels.
+  void Increment(std::int32_t& number);
+};
+
+}  // namespace qva::bench

@@ -1,0 +1,243 @@
+// The IDispatch way in, with every shape of argument.
+#include "platform/error.h"
+#include "tests/com/client/client.h"
+
+namespace qva::com {
+namespace {
+
+class LateBinding : public ServerTest {
+ protected:
+  LateBinding() : list_(New<_CButtonProperties>(CLSID_CButtonProperties).Query<IDispatch>()) {}
+
+  DISPID Id(const wchar_t* name) const { return IdOf(*list_, name); }
+  Answer Call(const wchar_t* name, std::vector<VARIANT> arguments = {}) const {
+    return Invoke(*list_, Id(name), kCall, std::move(arguments));
+  }
+
+  ComPtr<IDispatch> list_;
+};
+
+TEST_F(LateBinding, FindsMembersInAnyLetterCase) {
+  EXPECT_EQ(Id(L"TotalButtons"), 1);
+  EXPECT_EQ(Id(L"TOTALBUTTONS"), 1);
+  EXPECT_EQ(Id(L"totalbuttons"), 1);
+  EXPECT_EQ(Id(L"sBCaption"), 4);
+  EXPECT_EQ(Id(L"TotalButton"), DISPID_UNKNOWN);
+}
+
+TEST_F(LateBinding, FindsTheNamesOfArguments) {
+  const auto global = New<_gExcelObject>(CLSID_gExcelObject);
+  wchar_t member[] = L"initconnectex";
+  wchar_t third[] = L"OAPPBOOK";
+  wchar_t first[] = L"App";
+  wchar_t* names[] = {member, third, first};
+  DISPID ids[3] = {};
+  EXPECT_EQ(global->GetIDsOfNames(IID_NULL, names, 3, LOCALE_USER_DEFAULT, ids), S_OK);
+  EXPECT_EQ(ids[0], 1);
+  EXPECT_EQ(ids[1], 2);
+  EXPECT_EQ(ids[2], 0);
+
+  wchar_t unknown[] = L"nobody";
+  names[1] = unknown;
+  EXPECT_EQ(global->GetIDsOfNames(IID_NULL, names, 3, LOCALE_USER_DEFAULT, ids), DISP_E_UNKNOWNNAME);
+  EXPECT_EQ(ids[0], 1);
+  EXPECT_EQ(ids[1], DISPID_UNKNOWN);
+}
+
+TEST_F(LateBinding, TakesNamedArgumentsInAnyOrder) {
+  const auto global = New<_gExcelObject>(CLSID_gExcelObject);
+  const auto excel = NewRegistered(L"QVA_TestBench.Excel");
+  const Answer answer = Invoke(
+      *global, 1, kCall, {ObjectArgument(excel.get()), Number(0), ObjectArgument(excel.get())}, {2, 1, 0});
+  EXPECT_EQ(answer.code, S_OK);
+  EXPECT_EQ(answer.value, Value(std::int16_t{0}));
+  EXPECT_EQ(Invoke(*global, 1, kCall, {Number(0), ObjectArgument(excel.get())}, {7}).code,
+            DISP_E_PARAMNOTFOUND);
+}
+
+TEST_F(LateBinding, ReadsPropertiesByMethodCallToo) {
+  EXPECT_EQ(Call(L"Add", {Number(3)}).code, S_OK);
+  for (const WORD flags : {WORD{DISPATCH_METHOD}, WORD{DISPATCH_PROPERTYGET}, kCall}) {
+    const Answer answer = Invoke(*list_, Id(L"TotalButtons"), flags);
+    EXPECT_EQ(answer.code, S_OK);
+    EXPECT_EQ(answer.value, Value(std::uint8_t{3}));
+  }
+}
+
+TEST_F(LateBinding, PutsAnIndexedProperty) {
+  Call(L"Add", {Number(1)});
+  const Bstr text(u"Žyma");
+  const Answer put =
+      Invoke(*list_, Id(L"sBTag"), DISPATCH_PROPERTYPUT, {Text(text), Number(1)}, {DISPID_PROPERTYPUT});
+  EXPECT_EQ(put.code, S_OK);
+  EXPECT_EQ(Call(L"sBTag", {Number(1)}).value, Value(u"Žyma"));
+}
+
+TEST_F(LateBinding, ConvertsArgumentsByAutomationsRules) {
+  const Bstr three(u"3");
+  EXPECT_EQ(Call(L"Add", {Text(three)}).code, S_OK);
+  VARIANT half{};
+  half.vt = VT_R8;
+  half.dblVal = 0.5;  // rounds to even
+  EXPECT_EQ(Call(L"Add", {half}).code, S_OK);
+  EXPECT_EQ(Call(L"TotalButtons").value, Value(std::uint8_t{3}));
+}
+
+TEST_F(LateBinding, ReadsArgumentsByReferenceOfEveryShape) {
+  LONG number = 1;
+  VARIANT inner = ReferenceTo(VT_I4, &number);
+  VARIANT outer = ReferenceTo(VT_VARIANT, &inner);
+  VARIANT outermost = ReferenceTo(VT_VARIANT, &outer);
+  BYTE byte = 1;
+  for (const VARIANT& argument :
+       {ReferenceTo(VT_I4, &number), outer, outermost, ReferenceTo(VT_UI1, &byte)}) {
+    EXPECT_EQ(Call(L"Add", {argument}).code, S_OK);
+  }
+  EXPECT_EQ(Call(L"TotalButtons").value, Value(std::uint8_t{4}));
+  EXPECT_EQ(number, 1);
+}
+
+TEST_F(LateBinding, AnswersAnUnknownMember) {
+  EXPECT_EQ(Invoke(*list_, 9999, kCall).code, DISP_E_MEMBERNOTFOUND);
+  EXPECT_EQ(Invoke(*list_, DISPID_VALUE, kCall).code, DISP_E_MEMBERNOTFOUND);
+  EXPECT_EQ(Invoke(*list_, Id(L"TotalButtons"), DISPATCH_PROPERTYPUT, {Number(1)}, {DISPID_PROPERTYPUT}).code,
+            DISP_E_MEMBERNOTFOUND);
+}
+
+TEST_F(LateBinding, AnswersAWrongNumberOfArguments) {
+  EXPECT_EQ(Call(L"Add").code, DISP_E_BADPARAMCOUNT);
+  EXPECT_EQ(Call(L"Add", {Number(1), Number(2)}).code, DISP_E_BADPARAMCOUNT);
+}
+
+TEST_F(LateBinding, TellsWhichArgumentDidNotConvert) {
+  Call(L"Add", {Number(1)});
+  const Bstr text(u"trys");
+  const Answer only = Call(L"Add", {Text(text)});
+  EXPECT_EQ(only.code, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(only.argument, 0u);
+
+  // The list runs from last to first: the new value stands before the index.
+  const Answer index =
+      Invoke(*list_, Id(L"nBID"), DISPATCH_PROPERTYPUT, {Number(5), Text(text)}, {DISPID_PROPERTYPUT});
+  EXPECT_EQ(index.code, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(index.argument, 1u);
+  const Answer value =
+      Invoke(*list_, Id(L"nBID"), DISPATCH_PROPERTYPUT, {Text(text), Number(1)}, {DISPID_PROPERTYPUT});
+  EXPECT_EQ(value.code, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(value.argument, 0u);
+
+  const auto toolbar = New<_CToolbar>(CLSID_CToolbar);
+  const Answer first = Invoke(*toolbar, IdOf(*toolbar, L"SetAction"), kCall, {Text(text), Text(text)});
+  EXPECT_EQ(first.code, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(first.argument, 1u);
+  // By name: ids of arguments are their places in the member.
+  const Answer named =
+      Invoke(*toolbar, IdOf(*toolbar, L"SetAction"), kCall, {Text(text), Text(text)}, {1, 0});
+  EXPECT_EQ(named.code, DISP_E_TYPEMISMATCH);
+  EXPECT_EQ(named.argument, 1u);
+}
+
+TEST_F(LateBinding, TellsOfAnArgumentOutOfRange) {
+  const Answer answer = Call(L"Add", {Number(256)});
+  EXPECT_EQ(answer.code, DISP_E_OVERFLOW);
+  EXPECT_EQ(answer.argument, 0u);
+}
+
+TEST_F(LateBinding, TellsOfAnArgumentThatMayNotBeLeftOut) {
+  const Answer answer = Call(L"Add", {LeftOut()});
+  EXPECT_EQ(answer.code, DISP_E_PARAMNOTOPTIONAL);
+  EXPECT_EQ(answer.argument, 0u);
+}
+
+TEST_F(LateBinding, ReportsAMembersErrorWithNumberSourceAndText) {
+  const Answer answer = Call(L"sBCaption", {Number(1)});
+  EXPECT_EQ(answer.code, DISP_E_EXCEPTION);
+  EXPECT_EQ(answer.error_code, ErrorResult(kSubscriptOutOfRange));
+  EXPECT_EQ(answer.source, u"QVA_Varnholt");
+  EXPECT_EQ(answer.description, u"Subscript out of range");
+}
+
+TEST_F(LateBinding, ReportsAMembersErrorToACallerWithoutEXCEPINFO) {
+  DISPPARAMS none{};
+  VARIANT index = Number(1);
+  DISPPARAMS one{&index, nullptr, 1, 0};
+  EXPECT_EQ(list_->Invoke(Id(L"sBCaption"), IID_NULL, 0, kCall, &one, nullptr, nullptr, nullptr),
+            DISP_E_EXCEPTION);
+  EXPECT_EQ(list_->Invoke(Id(L"Add"), IID_NULL, 0, kCall, &none, nullptr, nullptr, nullptr),
+            DISP_E_BADPARAMCOUNT);
+  EXPECT_EQ(list_->Invoke(Id(L"Add"), IID_NULL, 0, kCall, nullptr, nullptr, nullptr, nullptr), E_INVALIDARG);
+}
+
+TEST_F(LateBinding, SetsAnObjectByReferenceWhereTheCallerLeavesItOpen) {
+  const auto toolbar = New<_CToolbar>(CLSID_CToolbar);
+  const auto events = New<_CCommandsEvent>(CLSID_CCommandsEvent);
+  const DISPID id = IdOf(*toolbar, L"CmdEvent");
+  for (const WORD flags :
+       {WORD{DISPATCH_PROPERTYPUTREF}, WORD{DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF}}) {
+    EXPECT_EQ(Invoke(*toolbar, id, flags, {ObjectArgument(events.get())}, {DISPID_PROPERTYPUT}).code, S_OK);
+    ComPtr<_CCommandsEvent> read;
+    read.Obtain([&](_CCommandsEvent** received) { return toolbar->get_CmdEvent(received); });
+    EXPECT_EQ(read.get(), events.get());
+    EXPECT_EQ(toolbar->putref_CmdEvent(nullptr), S_OK);
+  }
+  EXPECT_EQ(
+      Invoke(*toolbar, id, DISPATCH_PROPERTYPUT, {ObjectArgument(events.get())}, {DISPID_PROPERTYPUT}).code,
+      DISP_E_MEMBERNOTFOUND);
+}
+
+/// The bench's control has a member that changes its argument; the calls take the same way as the library's.
+class ByReference : public ServerTest {
+ protected:
+  Answer Increment(VARIANT argument) {
+    return Invoke(*control_, IdOf(*control_, L"Increment"), kCall, {argument});
+  }
+
+  ComPtr<IDispatch> control_ = NewRegistered(L"QVA_TestBench.Control");
+};
+
+TEST_F(ByReference, WritesBackInTheVariablesOwnType) {
+  LONG whole = 41;
+  EXPECT_EQ(Increment(ReferenceTo(VT_I4, &whole)).code, S_OK);
+  EXPECT_EQ(whole, 42);
+  SHORT small = 41;
+  EXPECT_EQ(Increment(ReferenceTo(VT_I2, &small)).code, S_OK);
+  EXPECT_EQ(small, 42);
+  BYTE byte = 41;
+  EXPECT_EQ(Increment(ReferenceTo(VT_UI1, &byte)).code, S_OK);
+  EXPECT_EQ(byte, 42);
+  double number = 41;
+  EXPECT_EQ(Increment(ReferenceTo(VT_R8, &number)).code, S_OK);
+  EXPECT_EQ(number, 42);
+  BSTR text = Bstr(u"41").Detach();
+  EXPECT_EQ(Increment(ReferenceTo(VT_BSTR, &text)).code, S_OK);
+  EXPECT_EQ(Bstr::Adopt(text).Text(), u"42");
+}
+
+TEST_F(ByReference, GivesAVariantVariableTheResultsType) {
+  VARIANT variable = Number(41);
+  EXPECT_EQ(Increment(ReferenceTo(VT_VARIANT, &variable)).code, S_OK);
+  EXPECT_EQ(variable.vt, VT_I4);
+  EXPECT_EQ(variable.lVal, 42);
+}
+
+TEST_F(ByReference, FollowsAReferenceInAVariantVariable) {
+  LONG whole = 41;
+  VARIANT variable = ReferenceTo(VT_I4, &whole);
+  EXPECT_EQ(Increment(ReferenceTo(VT_VARIANT, &variable)).code, S_OK);
+  EXPECT_EQ(variable.vt, VT_I4 | VT_BYREF);
+  EXPECT_EQ(whole, 42);
+}
+
+TEST_F(ByReference, TellsWhenTheVariableCannotHoldTheResult) {
+  BYTE byte = 255;
+  const Answer answer = Increment(ReferenceTo(VT_UI1, &byte));
+  EXPECT_NE(answer.code, S_OK);
+  EXPECT_EQ(byte, 255);
+}
+
+TEST_F(ByReference, TakesAPlainValueAndForgetsTheResult) {
+  EXPECT_EQ(Increment(Number(41)).code, S_OK);
+}
+
+}  // namespace
+}  // namespace qva::com

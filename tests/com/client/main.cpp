@@ -1,0 +1,18 @@
+// The test program of the COM server: an early- and late-bound client in an apartment of its own, as Excel
+// is.
+#include <gmock/gmock.h>
+
+#include "platform/windows/WindowsPlatform.h"
+
+#include <initguid.h>
+
+#include "QVA_Varnholt_idl.h"
+
+int main(int count, char** arguments) {
+  testing::InitGoogleMock(&count, arguments);
+  if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;
+  qva::windows::InstallPlatform();
+  const int result = RUN_ALL_TESTS();
+  CoUninitialize();
+  return result;
+}
