@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <fstream>
-#include <sstream>
+#include <cstring>
+#include <memory>
+#include <string>
 
 #include "platform/date.h"
 #include "platform/text.h"
@@ -53,15 +54,31 @@ std::string PathText(const std::filesystem::path& path) {
   return {text.begin(), text.end()};
 }
 
+// The C library's files: streams would double the size of the Windows DLL.
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<std::FILE, CloseFile>;
+
+File Open(const std::filesystem::path& path, const char* mode) {
+#ifdef _WIN32
+  const std::wstring wide_mode(mode, mode + std::strlen(mode));
+  return File(_wfopen(path.c_str(), wide_mode.c_str()));
+#else
+  return File(std::fopen(path.c_str(), mode));
+#endif
+}
+
 /// Reads a whole file; nothing when it is not there or cannot be read.
 std::optional<std::string> ReadFile(const std::filesystem::path& path) {
-  std::error_code error;
-  if (std::filesystem::is_directory(path, error)) return std::nullopt;
-  const std::ifstream file(path, std::ios::binary);
+  const File file = Open(path, "rb");
   if (!file) return std::nullopt;
-  std::ostringstream content;
-  content << file.rdbuf();
-  return content.str();
+  std::string content;
+  char buffer[4096];
+  while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
+    content.append(buffer, count);
+  if (std::ferror(file.get())) return std::nullopt;  // a folder, for one
+  return content;
 }
 
 /// Adds to a file, creating it for its owner alone. In one piece, so that the boxes of several processes do
@@ -69,13 +86,14 @@ std::optional<std::string> ReadFile(const std::filesystem::path& path) {
 bool AppendToFile(const std::filesystem::path& path, const std::string& text) {
   std::error_code error;
   const bool is_new = !std::filesystem::exists(path, error);
-  std::ofstream file(path, std::ios::binary | std::ios::app);
-  if (file && is_new) {
+  const File file = Open(path, "ab");
+  if (!file) return false;
+  if (is_new) {
     using enum std::filesystem::perms;
     std::filesystem::permissions(path, owner_read | owner_write, error);
   }
-  file.write(text.data(), static_cast<std::streamsize>(text.size())).flush();
-  return static_cast<bool>(file);
+  std::setvbuf(file.get(), nullptr, _IOFBF, text.size() + 1);
+  return std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() && std::fflush(file.get()) == 0;
 }
 
 std::string Indented(std::u16string_view text) {
