@@ -7,6 +7,10 @@
 #include <memory>
 #include <string>
 
+#ifndef _WIN32
+#include <filesystem>
+#endif
+
 #include "platform/date.h"
 #include "platform/text.h"
 
@@ -49,9 +53,12 @@ std::vector<std::int32_t> ButtonSet(std::int32_t style) {
 }
 
 /// A path for people to read.
-std::string PathText(const std::filesystem::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
+std::string PathText(const NativePath& path) {
+#ifdef _WIN32
+  return ToUtf8(std::u16string(path.begin(), path.end()));
+#else
+  return path;
+#endif
 }
 
 // The C library's files: streams would double the size of the Windows DLL.
@@ -60,7 +67,7 @@ struct CloseFile {
 };
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
-File Open(const std::filesystem::path& path, const char* mode) {
+File Open(const NativePath& path, const char* mode) {
 #ifdef _WIN32
   const std::wstring wide_mode(mode, mode + std::strlen(mode));
   return File(_wfopen(path.c_str(), wide_mode.c_str()));
@@ -70,7 +77,7 @@ File Open(const std::filesystem::path& path, const char* mode) {
 }
 
 /// Reads a whole file; nothing when it is not there or cannot be read.
-std::optional<std::string> ReadFile(const std::filesystem::path& path) {
+std::optional<std::string> ReadFile(const NativePath& path) {
   const File file = Open(path, "rb");
   if (!file) return std::nullopt;
   std::string content;
@@ -83,15 +90,19 @@ std::optional<std::string> ReadFile(const std::filesystem::path& path) {
 
 /// Adds to a file, creating it for its owner alone. In one piece, so that the boxes of several processes do
 /// not mix in one log.
-bool AppendToFile(const std::filesystem::path& path, const std::string& text) {
-  std::error_code error;
-  const bool is_new = !std::filesystem::exists(path, error);
+bool AppendToFile(const NativePath& path, const std::string& text) {
+  const bool is_new = !Open(path, "rb");
   const File file = Open(path, "ab");
   if (!file) return false;
+#ifndef _WIN32
   if (is_new) {
     using enum std::filesystem::perms;
-    std::filesystem::permissions(path, owner_read | owner_write, error);
+    std::error_code ignored;
+    std::filesystem::permissions(path, owner_read | owner_write, ignored);
   }
+#else
+  (void)is_new;  // a user's files are the user's there
+#endif
   std::setvbuf(file.get(), nullptr, _IOFBF, text.size() + 1);
   return std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() && std::fflush(file.get()) == 0;
 }
@@ -102,8 +113,7 @@ std::string Indented(std::u16string_view text) {
 
 }  // namespace
 
-UnattendedMessageBox::UnattendedMessageBox(std::filesystem::path answers, std::filesystem::path log,
-                                           const Clock& clock)
+UnattendedMessageBox::UnattendedMessageBox(NativePath answers, NativePath log, const Clock& clock)
     : answers_path_(std::move(answers)), log_path_(std::move(log)), clock_(clock) {
 }
 

@@ -1,7 +1,6 @@
 // Message boxes where no user sits: answered from a file, written to a log.
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,6 +9,14 @@
 #include "platform/message_box.h"
 
 namespace qva {
+
+/// A path in the system's own characters; std::filesystem::path converts to it. That class itself would bring
+/// the C++ library's streams into the Windows DLL, half its size.
+#ifdef _WIN32
+using NativePath = std::wstring;
+#else
+using NativePath = std::string;
+#endif
 
 /// Answers every box from a file of answers and tells about it in a log.
 ///
@@ -24,7 +31,7 @@ namespace qva {
 class UnattendedMessageBox : public MessageBox {
  public:
   /// Empty paths mean no answers and the standard error output. The clock is borrowed.
-  UnattendedMessageBox(std::filesystem::path answers, std::filesystem::path log, const Clock& clock);
+  UnattendedMessageBox(NativePath answers, NativePath log, const Clock& clock);
 
   std::int32_t Show(std::u16string_view text, std::int32_t style, std::u16string_view title) override;
   std::int32_t Ask(std::u16string_view text, std::u16string_view title,
@@ -47,8 +54,8 @@ class UnattendedMessageBox : public MessageBox {
   void ReadAnswers();
   void Log(const std::string& entry) const;
 
-  std::filesystem::path answers_path_;
-  std::filesystem::path log_path_;
+  NativePath answers_path_;
+  NativePath log_path_;
   const Clock& clock_;
   std::optional<std::vector<Answer>> answers_;  ///< nothing until the first box
   std::size_t next_ = 0;

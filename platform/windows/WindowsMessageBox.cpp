@@ -1,6 +1,5 @@
 #include "platform/windows/WindowsMessageBox.h"
 
-#include <filesystem>
 
 #include "platform/windows/ButtonDialog.h"
 #include "platform/windows/WideText.h"
@@ -12,7 +11,7 @@ namespace {
 constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
 
 /// The path that an environment variable holds; empty when there is none.
-std::filesystem::path PathVariable(const wchar_t* name) {
+std::wstring PathVariable(const wchar_t* name) {
   std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
   const auto length = GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
   value.resize(length < value.size() ? length : 0);
