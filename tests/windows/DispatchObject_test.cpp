@@ -157,13 +157,15 @@ TEST_F(DispatchObjectTest, KeepsWhatTheObjectTellsOfItsError) {
   EXPECT_EQ(error->description(), u"Aprašymas");
 }
 
+HRESULT STDMETHODCALLTYPE FillInLater(EXCEPINFO* info) {
+  info->bstrDescription = Bstr(u"later").Detach();
+  return S_OK;
+}
+
 TEST_F(DispatchObjectTest, FetchesErrorInformationThatTheObjectPutOff) {
   dispatch->invoke = [](const InvokeCall& call) {
     call.info->scode = static_cast<SCODE>(0x800A03EC);
-    call.info->pfnDeferredFillIn = [](EXCEPINFO* info) -> HRESULT {
-      info->bstrDescription = Bstr(u"later").Detach();
-      return S_OK;
-    };
+    call.info->pfnDeferredFillIn = &FillInLater;
     return DISP_E_EXCEPTION;
   };
   const auto error = ErrorIn([&] { Get(object, u"Alpha"); });

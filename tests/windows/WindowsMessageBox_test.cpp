@@ -1,0 +1,160 @@
+#include "platform/windows/WindowsMessageBox.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <iterator>
+#include <thread>
+#include <vector>
+
+#include "platform/windows/ButtonDialog.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WindowsApi.h"
+#include "platform/windows/WindowsClock.h"
+
+namespace qva::windows {
+namespace {
+
+TEST(WindowsMessageBox, AnswersByTheFilesWhereNobodySits) {
+  const auto folder = std::filesystem::temp_directory_path();
+  const auto answers = folder / L"atsakymai ąž.txt";
+  const auto log = folder / L"langai ąž.txt";
+  std::filesystem::remove(log);
+  std::ofstream(answers, std::ios::binary) << "cancel\nNeįrašyti\n";
+  SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", answers.c_str());
+  SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", log.c_str());
+  const WindowsClock clock;
+  WindowsMessageBox box(clock);
+  SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", nullptr);
+  SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", nullptr);
+
+  EXPECT_EQ(box.Show(u"Tekstas", 1, u""), vbCancel);
+  const std::u16string captions[] = {u"Įrašyti", u"Neįrašyti"};
+  EXPECT_EQ(box.Ask(u"Ar?", u"Klausimas", captions), 2);
+  std::ifstream file(log, std::ios::binary);
+  const std::string content{std::istreambuf_iterator<char>(file), {}};
+  EXPECT_NE(content.find("answer:  2 Atšaukti"), content.npos);
+  EXPECT_NE(content.find("answer:  2 Neįrašyti"), content.npos);
+  file.close();
+  std::filesystem::remove(answers);
+  std::filesystem::remove(log);
+}
+
+/// Whether windows can be opened here at all; a run without a display proves nothing about them.
+bool HasDisplay() {
+  HWND window =
+      CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+  if (window) DestroyWindow(window);
+  return window != nullptr;
+}
+
+/// A user who waits for a box and does something with it.
+class User {
+ public:
+  User(const wchar_t* title, std::function<void(HWND)> action)
+      : thread_([=] {
+          for (int i = 0; i < 500; ++i) {
+            HWND window = FindWindowW(L"#32770", title);
+            // Filled and shown: the box's own thread may still be at it.
+            if (window && IsWindowVisible(window)) return action(window);
+            Sleep(10);
+          }
+          ADD_FAILURE() << "no box came";
+        }) {}
+  User(const User&) = delete;
+  User& operator=(const User&) = delete;
+  ~User() { thread_.join(); }
+
+ private:
+  std::thread thread_;
+};
+
+std::vector<std::wstring> TextsIn(HWND window, const wchar_t* control_class) {
+  std::vector<std::wstring> texts;
+  for (HWND control = nullptr; (control = FindWindowExW(window, control, control_class, nullptr));) {
+    wchar_t text[200];
+    texts.emplace_back(text, static_cast<std::size_t>(GetWindowTextW(control, text, std::size(text))));
+  }
+  return texts;
+}
+
+void Press(HWND window, const wchar_t* caption) {
+  HWND button = FindWindowExW(window, nullptr, L"BUTTON", caption);
+  ASSERT_TRUE(button);
+  PostMessageW(button, BM_CLICK, 0, 0);
+}
+
+class BoxOnScreenTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    if (!HasDisplay()) GTEST_SKIP() << "no display";
+  }
+  WindowsClock clock;
+  WindowsMessageBox box{clock};
+};
+
+TEST_F(BoxOnScreenTest, HasTheCaptionsOfTheCallerAndTellsWhichWasPressed) {
+  const std::u16string captions[] = {u"Įrašyti", u"A & B", u"Atšaukti"};
+  for (const int expected : {1, 2, 3}) {
+    const User user(L"Klausimas", [&](HWND window) {
+      EXPECT_EQ(TextsIn(window, L"BUTTON"), (std::vector<std::wstring>{L"Įrašyti", L"A && B", L"Atšaukti"}));
+      EXPECT_EQ(TextsIn(window, L"STATIC"), (std::vector<std::wstring>{L"Ar įrašyti & baigti?"}));
+      const wchar_t* const names[] = {L"Įrašyti", L"A && B", L"Atšaukti"};
+      Press(window, names[expected - 1]);
+    });
+    EXPECT_EQ(box.Ask(u"Ar įrašyti & baigti?", u"Klausimas", captions), expected);
+  }
+}
+
+TEST_F(BoxOnScreenTest, FitsItsTextAndButtonsIntoItsWindow) {
+  const std::u16string captions[] = {u"Gerai", u"Labai ilgas užrašas ant mygtuko", u"Ne"};
+  const User user(L"Klausimas", [&](HWND window) {
+    RECT inside;
+    GetClientRect(window, &inside);
+    RECT before{};
+    for (HWND control = nullptr; (control = FindWindowExW(window, control, nullptr, nullptr));) {
+      RECT place;
+      GetWindowRect(control, &place);
+      MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+      EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= inside.right &&
+                  place.bottom <= inside.bottom);
+      EXPECT_TRUE(place.right > place.left && place.bottom > place.top);
+      RECT common;
+      EXPECT_FALSE(IntersectRect(&common, &place, &before));
+      before = place;
+    }
+    PostMessageW(window, WM_CLOSE, 0, 0);
+  });
+  const std::u16string text =
+      std::u16string(400, u'ž') + u"\r\nantra eilutė " + std::u16string(30, u' ') + u"pabaiga";
+  EXPECT_EQ(box.Ask(text, u"Klausimas", captions), 3) << "closing presses the last button";
+}
+
+TEST_F(BoxOnScreenTest, ShowsWindowsOwnButtonsAndTheDefaultTitle) {
+  {
+    const User user(L"QVA_Varnholt", [](HWND window) { PostMessageW(window, WM_COMMAND, IDCANCEL, 0); });
+    EXPECT_EQ(box.Show(u"Tekstas", 1, u""), vbCancel);
+  }
+  const User user(L"Klaida", [](HWND window) { PostMessageW(window, WM_COMMAND, IDOK, 0); });
+  EXPECT_EQ(box.Show(u"Tekstas", vbCritical, u"Klaida"), vbOK);
+}
+
+TEST_F(BoxOnScreenTest, LeavesNoWindowsObjectBehind) {
+  const std::u16string captions[] = {u"Gerai"};
+  const auto show = [&] {
+    const User user(L"Klausimas", [&](HWND window) { Press(window, L"Gerai"); });
+    EXPECT_EQ(ShowButtonDialog(nullptr, u"Tekstas", u"Klausimas", captions), 1);
+  };
+  for (int i = 0; i < 3; ++i) show();
+  const DWORD fonts_and_contexts = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+  const DWORD windows = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+  for (int i = 0; i < 10; ++i) show();
+  EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS), fonts_and_contexts + 2);
+  EXPECT_LE(GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS), windows + 2);
+}
+
+}  // namespace
+}  // namespace qva::windows

@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "platform/date.h"
+#include "platform/settings.h"
+#include "platform/windows/AnsiText.h"
+#include "platform/windows/OwnFile.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WindowsApi.h"
+#include "platform/windows/WindowsPlatform.h"
+
+namespace qva::windows {
+namespace {
+
+TEST(WindowsEnvironment, ReadsAVariableAsWindowsDoes) {
+  SetEnvironmentVariableA("QVA_TEST_VARIABLE", "12345");
+  const WindowsEnvironment environment;
+  char buffer[16] = {};
+  EXPECT_EQ(environment.GetVariable(u"qva_test_variable", buffer), 5u);
+  EXPECT_STREQ(buffer, "12345");
+  EXPECT_EQ(environment.GetVariable(u"QVA_TEST_VARIABLE", std::span(buffer, 5)), 6u);
+  EXPECT_EQ(environment.GetVariable(u"QVA_NO_SUCH_VARIABLE", buffer), 0u);
+  SetEnvironmentVariableA("QVA_TEST_VARIABLE", nullptr);
+}
+
+TEST(WindowsLocale, TellsTheUsersSettingsAsTheyAreNow) {
+  const WindowsLocale locale;
+  const std::u16string before = locale.ShortDatePattern();
+  EXPECT_NE(before.find(u"yy"), before.npos);
+  EXPECT_NE(locale.LongTimePattern().find(u"mm"), before.npos);
+  EXPECT_EQ(locale.DecimalSeparator().size(), 1u);
+
+  ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, L"yyyy.MM.dd"));
+  EXPECT_EQ(locale.ShortDatePattern(), u"yyyy.MM.dd");
+  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, WideText(before).c_str());
+  EXPECT_EQ(locale.ShortDatePattern(), before);
+}
+
+TEST(AnsiText, GoesToTheSystemsCodePageAndBack) {
+  EXPECT_EQ(ToAnsi(u"C:\\Host"), "C:\\Host");
+  EXPECT_EQ(FromAnsi("C:\\Host"), u"C:\\Host");
+  EXPECT_EQ(ToAnsi(u""), "");
+  EXPECT_EQ(FromAnsi(""), u"");
+}
+
+TEST(AnsiText, HasTheLithuanianLettersOnALithuanianSystem) {
+  if (GetACP() != 1257) GTEST_SKIP() << "the system's code page is not the Lithuanian one";
+  EXPECT_EQ(ToAnsi(u"Ąž"), "\xC0\xFE");
+  EXPECT_EQ(FromAnsi("\xC0\xFE"), u"Ąž");
+}
+
+TEST(AnsiText, ACharacterThatTheCodePageLacksIsAQuestionMark) {
+  const bool has_everything = GetACP() == CP_UTF8;
+  EXPECT_EQ(ToAnsi(u"a漢b"), has_everything ? "a\xE6\xBC\xA2"
+                                              "b"
+                                            : "a?b");
+}
+
+TEST(WindowsClock, TellsTheLocalTime) {
+  SYSTEMTIME before;
+  GetLocalTime(&before);
+  const Date now = WindowsClock().Now();
+  double serial = 0;
+  ASSERT_TRUE(SystemTimeToVariantTime(&before, &serial));
+  EXPECT_NEAR(now.serial, serial, 2.0 / 86400);
+}
+
+TEST(OwnFile, IsThisProgram) {
+  const std::u16string file = OwnFile();
+  EXPECT_TRUE(std::filesystem::exists(file));
+  EXPECT_EQ(file, OwnFolder() + u"\\qva_windows_tests.exe");
+}
+
+TEST(WindowsPlatform, InstallsEveryServiceOnce) {
+  InstallPlatform();
+  const Services& services = GetServices();
+  const ObjectFactory* factory = services.object_factory;
+  EXPECT_TRUE(factory && services.registry && services.environment && services.locale && services.clock &&
+              services.message_box);
+  InstallPlatform();
+  EXPECT_EQ(GetServices().object_factory, factory);
+}
+
+TEST(GetSetting, ReadsTheUsersSettingsFromTheRegistry) {
+  constexpr const wchar_t* kSettings = L"Software\\VB and VBA Program Settings\\QVA Test";
+  HKEY key = nullptr;
+  ASSERT_EQ(RegCreateKeyW(HKEY_CURRENT_USER, (std::wstring(kSettings) + L"\\General").c_str(), &key),
+            ERROR_SUCCESS);
+  RegSetValueExW(key, L"Name", 0, REG_SZ, reinterpret_cast<const BYTE*>(L"C:\\Host"), 16);
+  RegCloseKey(key);
+  const Services& services = GetServices();
+  EXPECT_EQ(GetSetting(*services.registry, *services.locale, u"QVA Test", u"General", u"name", u"-"),
+            u"C:\\Host");
+  EXPECT_EQ(GetSetting(*services.registry, *services.locale, u"QVA Test", u"General", u"other", u"-"), u"-");
+  RegDeleteTreeW(HKEY_CURRENT_USER, kSettings);
+  RegDeleteKeyW(HKEY_CURRENT_USER, kSettings);
+}
+
+}  // namespace
+}  // namespace qva::windows
