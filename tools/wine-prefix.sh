@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Creates a private Wine prefix in the named folder, unless a whole one is there already: a Lithuanian Windows, code
-# page 1257 and regional settings included. Needs no display.
-#   tools/wine-prefix.sh <folder>
+# page 1257 and regional settings included. Needs no display. With the folder that tools/wine-i386.sh made, 32-bit
+# programs run in it, too.
+#   tools/wine-prefix.sh <folder> [<folder of the 32-bit libraries>]
 set -euo pipefail
 
-[[ $# -eq 1 ]] || { echo "usage: $0 <folder>" >&2; exit 2; }
+[[ $# -eq 1 || $# -eq 2 ]] || { echo "usage: $0 <folder> [<folder of the 32-bit libraries>]" >&2; exit 2; }
 mkdir -p "$1"
 folder=$(realpath "$1")
 here=$(dirname "$(realpath "$0")")
@@ -23,6 +24,8 @@ find "$folder" -mindepth 1 -maxdepth 1 ! -name .lock -exec rm -rf {} +
 mkdir "$folder/locale"
 localedef -i lt_LT -f UTF-8 "$folder/locale/lt_LT.UTF-8" \
   || { echo "$0: the Lithuanian locale could not be made; is the package locales installed?" >&2; exit 1; }
+
+[[ $# -eq 1 ]] || ln -s "$(realpath "$2")" "$folder/i386"
 
 log=$folder/wineboot.log
 {
