@@ -127,9 +127,10 @@ std::optional<RegistrationFailure> UnregisterFrom(const Registration& registrati
   if (!KeyExists(scope, kClasses + registration.other_bitness)) {
     std::ranges::for_each(registration.shared_trees, remove);
   }
-  // The per-user classes of a new account have none of these; the machine's are never empty.
-  for (const wchar_t* group : {L"CLSID", L"Interface", L"TypeLib"})
-    DeleteIfEmpty(scope, std::wstring(kClasses) + group);
+  // A new account's own classes have none of these, perhaps not even a place; the machine's are never empty.
+  for (const wchar_t* group : {L"\\CLSID", L"\\Interface", L"\\TypeLib", L""}) {
+    DeleteIfEmpty(scope, std::wstring(L"Software\\Classes") + group);
+  }
 
   const LSTATUS forgotten = RegDeleteKeyValueW(Hive(scope), kRecordKey, kBitness);
   check(forgotten == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : forgotten, kRecordKey);

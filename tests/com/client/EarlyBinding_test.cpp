@@ -6,7 +6,7 @@
 namespace qva::com {
 namespace {
 
-using EarlyBinding = ServerTest;
+class EarlyBinding : public ServerTest {};
 
 TEST_F(EarlyBinding, ReadsWhatItWrote) {
   const auto list = New<_CButtonProperties>(CLSID_CButtonProperties);

@@ -1,0 +1,207 @@
+#!/usr/bin/env bash
+# Tests the Windows library: both DLLs statically, then what Wine can run, in a private prefix that is removed
+# at the end. The last line sums the tests up.
+#   tools/test-windows.sh [<64-bit build folder> [<32-bit build folder>]]
+set -uo pipefail
+cd "$(dirname "$0")/.."
+
+x64=$(realpath "${1:-build/windows-x64}")
+x86=$(realpath "${2:-build/windows-x86}")
+passed=0 failed=0
+work=$(mktemp -d)
+prefix=$work/prefix
+trap 'WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
+
+report() {
+  local name=$1 status=$2
+  if [[ $status -eq 0 ]]; then
+    passed=$((passed + 1))
+    echo "passed: $name"
+  else
+    failed=$((failed + 1))
+    echo "FAILED: $name"
+  fi
+}
+check() {
+  local name=$1
+  shift
+  "$@"
+  report "$name" $?
+}
+wine_run() { tools/wine-run.sh "$prefix" "$@"; }
+# A path as Windows programs see it.
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
+
+# --- The files themselves ------------------------------------------------------------------------------------
+
+exports() { sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/s/.*\] //p' "$1" | grep -v Table | sort | tr '\n' ' '; }
+static_checks() {
+  local name=$1 dll=$2/QVA_Varnholt.dll tools=$3
+  local dump=$work/$name.dump
+  "$tools-objdump" -p "$dll" > "$dump" || { report "$name: the DLL can be read" 1; return; }
+  check "$name: exports the server's entries under their plain names" test "$(exports "$dump")" = \
+    "DllCanUnloadNow DllGetClassObject DllInstall DllRegisterServer DllUnregisterServer "
+  local foreign
+  foreign=$(sed -n 's/.*DLL Name: //p' "$dump" | tr 'A-Z' 'a-z' | \
+    grep -vxE '(advapi32|comctl32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|user32|version)\.dll')
+  [[ -n $foreign ]] && echo "imports $foreign"
+  check "$name: imports the system's own DLLs alone" test -z "$foreign"
+  check "$name: holds its type library" grep -q 'TYPELIB' "$dump"
+  check "$name: holds its version" grep -aq "$(printf 'V\0S\0_\0V\0E\0R\0' | sed 's/\x00/./g')" "$dll"
+  local size
+  size=$(stat -c %s "$dll")
+  echo "$name: $size bytes"
+  check "$name: is smaller than 1 MB" test "$size" -lt $((1024 * 1024))
+  check "$name: has a manifest of every class" test \
+    "$(grep -c '<comClass ' "$2/QVA_Varnholt.manifest")" = "$(grep -c '^  coclass ' server/com/QVA_Varnholt.idl)"
+}
+
+# --- Programs under Wine -------------------------------------------------------------------------------------
+
+# A Google Test program: its tests count one by one. A program that dies counts as a failure, too.
+google_test() {
+  local name=$1 program=$2 log=$work/test.log
+  shift 2
+  tools/wine-run.sh --timeout 300 "$prefix" "$program" --gtest_brief=1 "$@" 2>&1 | tr -d '\r' | tee "$log" | \
+    grep -v '^$'
+  local status=${PIPESTATUS[0]} good bad
+  good=$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\.?.*/\1/p' "$log" | tail -n 1)
+  bad=$(sed -nE 's/^\[  FAILED  \] ([0-9]+) tests?, listed below:.*/\1/p' "$log" | tail -n 1)
+  passed=$((passed + ${good:-0}))
+  failed=$((failed + ${bad:-0}))
+  [[ ${good:-0} -gt 0 || ${bad:-0} -gt 0 ]] || status=1
+  [[ $status -ne 0 && ${bad:-0} -eq 0 ]] && report "$name ended with status $status" 1
+}
+
+# Wine's script engine reads ASCII alone: other literals go into a file of their own, from which the scripts
+# take them (U in check.vbs).
+script() {
+  local name=$1 cscript=$2
+  cat tests/com/scripts/check.vbs "tests/com/scripts/$name.vbs" | \
+    TEXTS=$work/texts.txt TEXTS_PATH=$(windows_path "$work/texts.txt") perl -CS -e '
+      my @texts;
+      while (<>) {
+        s/"([^"]*[^\x00-\x7f"][^"]*)"/push @texts, $1; "U($#texts)"/ge unless /^\s*\x27/;
+        s/\@TEXTS\@/$ENV{TEXTS_PATH}/;
+        print;
+      }
+      open my $file, ">:raw:encoding(UTF-16LE)", $ENV{TEXTS} or die;
+      print $file "\x{feff}", map("$_\n", @texts), "\n";' > "$work/script.vbs"
+  local output
+  output=$(wine_run "$cscript" //nologo "$(windows_path "$work/script.vbs")" 2>&1 | tr -d '\r')
+  echo "$output"
+  grep -qxE 'OK [0-9]+ checks' <<< "$output"
+}
+
+# Everything that programs keep in the registry, as text. Wine's own settings come and go.
+registry() {
+  for hive in HKLM HKCU; do
+    wine_run reg export "$hive\\Software" "$(windows_path "$work/$hive.reg")" /y > /dev/null || return 1
+    iconv -f UTF-16 -t UTF-8 "$work/$hive.reg"
+  done | tr -d '\r' | awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^\[HKEY_CURRENT_USER\\Software\\Wine[\\\]]/' > "$1"
+}
+same_registry() {
+  registry "$work/now.reg" && diff "$1" "$work/now.reg" > "$work/difference"
+  local status=$?
+  head -n 20 "$work/difference"
+  return $status
+}
+
+# The keys that stand in one snapshot of the registry and did not stand in the first.
+new_keys() { comm -13 <(grep '^\[' "$work/before.reg" | sort) <(grep '^\[' "$work/$1.reg" | sort); }
+
+registration() {
+  local name=$1 dll=$2 regsvr32=$3
+  registry "$work/before.reg" || { report "$name: the registry can be exported" 1; return; }
+
+  wine_run "$regsvr32" /s /n /i:"dryrun:$(windows_path "$work/dry.reg")" "$dll"
+  report "$name: writes a registry script" $?
+  check "$name: a dry run changes nothing" same_registry "$work/before.reg"
+
+  wine_run "$regsvr32" /s "$dll"
+  report "$name: registers" $?
+  registry "$work/registered.reg"
+  check "$name: the registration is in the registry" grep -q 'QVA_Varnholt.gExcelObject' "$work/registered.reg"
+  wine_run "$regsvr32" /s "$dll"
+  report "$name: registers again" $?
+  check "$name: which changes nothing" same_registry "$work/registered.reg"
+  wine_run "$regsvr32" /s /u "$dll"
+  report "$name: unregisters" $?
+  check "$name: no key is left" same_registry "$work/before.reg"
+  wine_run "$regsvr32" /s /u "$dll"
+  report "$name: unregisters what is not registered" $?
+
+  wine_run reg import "$(windows_path "$work/dry.reg")" > /dev/null 2>&1
+  check "$name: the registry script says what registration writes" same_registry "$work/registered.reg"
+  wine_run "$regsvr32" /s /u "$dll"
+  check "$name: what a script registered is unregistered, too" same_registry "$work/before.reg"
+
+  wine_run "$regsvr32" /s /n /i:user "$dll"
+  report "$name: registers for the user" $?
+  registry "$work/user.reg"
+  check "$name: for the user alone" test "$(new_keys user | cut -d'\' -f1 | sort -u)" = "[HKEY_CURRENT_USER"
+  diff -i <(new_keys user | cut -d'\' -f2- | sort -f | grep -vE '^Software\\Classes(\\(CLSID|Interface|TypeLib))?]') \
+       <(new_keys registered | cut -d'\' -f2- | sort -f) > "$work/difference"
+  report "$name: with the same keys as for the machine" $?
+  head -n 10 "$work/difference"
+  wine_run "$regsvr32" /s "$dll"
+  check "$name: a registration for the machine takes over" same_registry "$work/registered.reg"
+  wine_run "$regsvr32" /s /u "$dll"
+  check "$name: and nothing is left of either" same_registry "$work/before.reg"
+}
+
+clients() {
+  local name=$1 build=$2 system=$3
+  local regsvr32=$system\\regsvr32.exe cscript=$system\\cscript.exe
+  local dll bench
+  dll=$(windows_path "$build/QVA_Varnholt.dll")
+  bench=$(windows_path "$build/QVA_TestBench.dll")
+
+  # Wine's script host registers itself when it is first used.
+  echo 'WScript.Echo "ready"' > "$work/script.vbs"
+  wine_run "$cscript" //nologo "$(windows_path "$work/script.vbs")" > /dev/null 2>&1
+
+  registration "$name" "$dll" "$regsvr32"
+  registry "$work/start.reg"
+  wine_run "$regsvr32" /s "$bench"
+  report "$name: the test bench registers" $?
+  if [[ -e $build/qva_windows_tests.exe ]]; then
+    google_test "$name: qva_windows_tests" "$(windows_path "$build/qva_windows_tests.exe")"
+  fi
+  google_test "$name: qva_com_tests" "$(windows_path "$build/qva_com_tests.exe")"
+
+  wine_run "$regsvr32" /s "$dll"
+  local source
+  for source in tests/com/scripts/*.vbs; do
+    local script_name
+    script_name=$(basename "$source" .vbs)
+    [[ $script_name == check ]] || check "$name: script $script_name" script "$script_name" "$cscript"
+  done
+  wine_run "$regsvr32" /s /u "$dll"
+  wine_run "$regsvr32" /s /u "$bench"
+  wine_run reg delete 'HKCU\Software\VB and VBA Program Settings' /f > /dev/null 2>&1
+  check "$name: all of it leaves the registry as it was" same_registry "$work/start.reg"
+}
+
+echo "== The DLLs"
+static_checks "64-bit" "$x64" x86_64-w64-mingw32
+static_checks "32-bit" "$x86" i686-w64-mingw32
+
+echo "== Clients under Wine"
+# Nobody answers boxes here.
+QVA_VARNHOLT_MESSAGE_LOG=$(windows_path "$work/boxes.log")
+export QVA_VARNHOLT_MESSAGE_LOG
+if tools/wine-prefix.sh "$prefix"; then
+  clients "64-bit" "$x64" 'C:\windows\system32'
+  if [[ -e $prefix/drive_c/windows/syswow64/regsvr32.exe ]] && \
+     wine_run 'C:\windows\syswow64\cscript.exe' //nologo > /dev/null 2>&1; then
+    clients "32-bit" "$x86" 'C:\windows\syswow64'
+  else
+    echo "NOT RUN: the 32-bit DLL - this Wine runs 64-bit programs alone; the DLL was checked statically"
+  fi
+else
+  report "a Wine prefix can be made" 1
+fi
+
+printf '\n%d passed, %d failed\n' "$passed" "$failed"
+[[ $failed -eq 0 && $passed -gt 0 ]]
