@@ -25,6 +25,14 @@ if(QVA_TESTS)
   target_link_libraries(qva_windows_tests PRIVATE qva_windows qva_memory qva_windows_gtest)
 endif()
 
+# The benchmarks, which run under Wine, too.
+if(QVA_BENCH)
+  foreach(bench calls load)
+    add_executable(qva_${bench}_bench ${CMAKE_SOURCE_DIR}/bench/windows/${bench}_bench.cpp)
+    target_link_libraries(qva_${bench}_bench PRIVATE qva_windows)
+  endforeach()
+endif()
+
 # The server.
 # The type library: the IDL compiler makes it and the C++ header from the written contract.
 find_program(WIDL widl REQUIRED)

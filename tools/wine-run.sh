@@ -21,11 +21,11 @@ shift
 export WINEPREFIX WINEDEBUG=-all WINEARCH=win64
 # Neither .NET nor a browser is wanted; the prefix is made without asking for them, and without menu entries.
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d'
-export LOCPATH=$WINEPREFIX/locale LC_ALL=lt_LT.UTF-8
 [[ ! -e $WINEPREFIX/i386 ]] || export WINEDLLPATH=$WINEPREFIX/i386
 unset DISPLAY WAYLAND_DISPLAY
 
 # The first program decides for all that run at the same time whether there is a display.
 [[ ${#display[@]} -eq 0 ]] || timeout 60 wineserver -w || true
 
-exec timeout --kill-after=10 "$limit" "${display[@]}" wine "$@"
+exec env LOCPATH="$WINEPREFIX/locale" LC_ALL=lt_LT.UTF-8 \
+  timeout --kill-after=10 "$limit" "${display[@]}" wine "$@"

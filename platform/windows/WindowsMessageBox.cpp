@@ -1,6 +1,5 @@
 #include "platform/windows/WindowsMessageBox.h"
 
-
 #include "platform/windows/ButtonDialog.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
