@@ -26,8 +26,8 @@ check() {
 google_test() {
   local name=$1 limit=$2
   shift 2
-  timeout --kill-after=10 "$limit" "$@" > "$results/$name.log" 2>&1
-  local status=$? good bad none
+  timeout --kill-after=10 "$limit" "$@" 2>&1 | tr -d '\r' > "$results/$name.log"
+  local status=${PIPESTATUS[0]} good bad none
   grep -vE '^\[( RUN      |       OK |----------)\]|^$' "$results/$name.log"
   good=$(grep -cE '^\[       OK \] ' "$results/$name.log")
   bad=$(grep -cE '^\[  FAILED  \] .*\([0-9]+ ms\)$' "$results/$name.log")
@@ -70,6 +70,25 @@ for preset in windows-x64 windows-x86; do
   cmake --preset $preset > /dev/null && cmake --build --preset $preset
   check "$preset build" test $? -eq 0
 done
+
+step "The 64-bit Windows library under Wine"
+wine=build/wine
+windows=build/windows-x64
+in_wine() { tools/wine-run.sh --timeout 240 "$wine" "$@"; }
+windows_path() { local path; path=$(realpath "$1"); echo "Z:${path//\//\\}"; }
+QVA_VARNHOLT_MESSAGE_LOG="Z:${results//\//\\}\\boxes.log"
+export QVA_VARNHOLT_MESSAGE_LOG  # nobody answers boxes here
+check "Wine prefix" tools/wine-prefix.sh "$wine"
+google_test qva_windows_tests 300 tools/wine-run.sh --timeout 240 "$wine" $windows/qva_windows_tests.exe
+check "registration of the test bench" in_wine regsvr32 /s "$(windows_path $windows/QVA_TestBench.dll)"
+google_test qva_com_tests 300 tools/wine-run.sh --timeout 240 "$wine" $windows/qva_com_tests.exe
+check "registration of the library" in_wine regsvr32 /s "$(windows_path $windows/QVA_Varnholt.dll)"
+check "unregistration of the library" in_wine regsvr32 /u /s "$(windows_path $windows/QVA_Varnholt.dll)"
+check "unregistration of the test bench" in_wine regsvr32 /u /s "$(windows_path $windows/QVA_TestBench.dll)"
+for build in windows-x64 windows-x86; do
+  check "$build: the DLL is smaller than 1 MB" test "$(stat -c %s build/$build/QVA_Varnholt.dll)" -lt 1048576
+done
+echo "The 32-bit library was built, not run."
 
 printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
 [[ $failed -eq 0 && $passed -gt 0 ]]
