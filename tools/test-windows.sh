@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 
 x64=$(realpath "${1:-build/windows-x64}")
 x86=$(realpath "${2:-build/windows-x86}")
-passed=0 failed=0
+passed=0 failed=0 skipped=0
 work=$(mktemp -d)
 prefix=$work/prefix
 trap 'WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
@@ -58,17 +58,19 @@ static_checks() {
 
 # --- Programs under Wine -------------------------------------------------------------------------------------
 
-# A Google Test program: its tests count one by one. A program that dies counts as a failure, too.
+# A Google Test program: its tests count one by one. A program that dies counts as a failure, too. More arguments
+# are options of tools/wine-run.sh.
 google_test() {
   local name=$1 program=$2 log=$work/test.log
   shift 2
-  tools/wine-run.sh --timeout 300 "$prefix" "$program" --gtest_brief=1 "$@" 2>&1 | tr -d '\r' | tee "$log" | \
+  tools/wine-run.sh --timeout 300 "$@" "$prefix" "$program" --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" | \
     grep -v '^$'
   local status=${PIPESTATUS[0]} good bad
   good=$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\.?.*/\1/p' "$log" | tail -n 1)
   bad=$(sed -nE 's/^\[  FAILED  \] ([0-9]+) tests?, listed below:.*/\1/p' "$log" | tail -n 1)
   passed=$((passed + ${good:-0}))
   failed=$((failed + ${bad:-0}))
+  skipped=$((skipped + $(sed -nE 's/^\[  SKIPPED \] ([0-9]+) tests?\.?.*/\1/p' "$log" | tail -n 1)+0))
   [[ ${good:-0} -gt 0 || ${bad:-0} -gt 0 ]] || status=1
   [[ $status -ne 0 && ${bad:-0} -eq 0 ]] && report "$name ended with status $status" 1
 }
@@ -166,7 +168,8 @@ clients() {
   wine_run "$regsvr32" /s "$bench"
   report "$name: the test bench registers" $?
   if [[ -e $build/qva_windows_tests.exe ]]; then
-    google_test "$name: qva_windows_tests" "$(windows_path "$build/qva_windows_tests.exe")"
+    google_test "$name: qva_windows_tests" "$(windows_path "$build/qva_windows_tests.exe")" \
+      $(command -v xvfb-run > /dev/null && echo --display)
   fi
   google_test "$name: qva_com_tests" "$(windows_path "$build/qva_com_tests.exe")"
 
@@ -203,5 +206,5 @@ else
   report "a Wine prefix can be made" 1
 fi
 
-printf '\n%d passed, %d failed\n' "$passed" "$failed"
+printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
 [[ $failed -eq 0 && $passed -gt 0 ]]
