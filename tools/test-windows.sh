@@ -113,7 +113,8 @@ same_registry() {
 new_keys() { comm -13 <(grep '^\[' "$work/before.reg" | sort) <(grep '^\[' "$work/$1.reg" | sort); }
 
 registration() {
-  local name=$1 dll=$2 regsvr32=$3
+  local name=$1 dll=$2 system=$3
+  local regsvr32=$system\\regsvr32.exe
   registry "$work/before.reg" || { report "$name: the registry can be exported" 1; return; }
 
   wine_run "$regsvr32" /s /n /i:"dryrun:$(windows_path "$work/dry.reg")" "$dll"
@@ -133,7 +134,7 @@ registration() {
   wine_run "$regsvr32" /s /u "$dll"
   report "$name: unregisters what is not registered" $?
 
-  wine_run reg import "$(windows_path "$work/dry.reg")" > /dev/null 2>&1
+  wine_run "$system\\reg.exe" import "$(windows_path "$work/dry.reg")" > /dev/null 2>&1
   check "$name: the registry script says what registration writes" same_registry "$work/registered.reg"
   wine_run "$regsvr32" /s /u "$dll"
   check "$name: what a script registered is unregistered, too" same_registry "$work/before.reg"
@@ -142,8 +143,10 @@ registration() {
   report "$name: registers for the user" $?
   registry "$work/user.reg"
   check "$name: for the user alone" test "$(new_keys user | cut -d'\' -f1 | sort -u)" = "[HKEY_CURRENT_USER"
-  diff -i <(new_keys user | cut -d'\' -f2- | sort -f | grep -vE '^Software\\Classes(\\(CLSID|Interface|TypeLib))?]') \
-       <(new_keys registered | cut -d'\' -f2- | sort -f) > "$work/difference"
+  # Wine shows a 32-bit program's keys, and those that both bitnesses share, in several places.
+  plain_keys() { new_keys "$1" | cut -d'\' -f2- | sed 's/Wow6432Node\\//' | sort -fu; }
+  diff -i <(plain_keys user | grep -vE '^Software\\Classes(\\(CLSID|Interface|TypeLib))?]') \
+       <(plain_keys registered) > "$work/difference"
   report "$name: with the same keys as for the machine" $?
   head -n 10 "$work/difference"
   wine_run "$regsvr32" /s "$dll"
@@ -163,7 +166,7 @@ clients() {
   echo 'WScript.Echo "ready"' > "$work/script.vbs"
   wine_run "$cscript" //nologo "$(windows_path "$work/script.vbs")" > /dev/null 2>&1
 
-  registration "$name" "$dll" "$regsvr32"
+  registration "$name" "$dll" "$system"
   registry "$work/start.reg"
   wine_run "$regsvr32" /s "$bench"
   report "$name: the test bench registers" $?
@@ -186,6 +189,29 @@ clients() {
   check "$name: all of it leaves the registry as it was" same_registry "$work/start.reg"
 }
 
+# Each bitness comes and goes without touching the other.
+side_by_side() {
+  local dll64 dll32
+  dll64=$(windows_path "$x64/QVA_Varnholt.dll")
+  dll32=$(windows_path "$x86/QVA_Varnholt.dll")
+  local regsvr64='C:\windows\system32\regsvr32.exe' regsvr32='C:\windows\syswow64\regsvr32.exe'
+  registry "$work/none.reg"
+  wine_run "$regsvr64" /s "$dll64"
+  registry "$work/only64.reg"
+  wine_run "$regsvr32" /s "$dll32"
+  check "side by side: both are registered" test "$(registry "$work/both.reg" && \
+    grep -cE '^"win(32|64)"="machine"' "$work/both.reg")" = 2
+  wine_run "$regsvr32" /s /u "$dll32"
+  check "side by side: the 64-bit one stays when the 32-bit one goes" same_registry "$work/only64.reg"
+  wine_run "$regsvr32" /s "$dll32"
+  wine_run "$regsvr64" /s /u "$dll64"
+  registry "$work/only32.reg"
+  check "side by side: the 32-bit one stays when the 64-bit one goes" \
+    grep -qF '[HKEY_LOCAL_MACHINE\Software\Classes\QVA_Varnholt.CTools\CLSID]' "$work/only32.reg"
+  wine_run "$regsvr32" /s /u "$dll32"
+  check "side by side: nothing is left of either" same_registry "$work/none.reg"
+}
+
 echo "== The DLLs"
 static_checks "64-bit" "$x64" x86_64-w64-mingw32
 static_checks "32-bit" "$x86" i686-w64-mingw32
@@ -194,13 +220,15 @@ echo "== Clients under Wine"
 # Nobody answers boxes here.
 QVA_VARNHOLT_MESSAGE_LOG=$(windows_path "$work/boxes.log")
 export QVA_VARNHOLT_MESSAGE_LOG
-if tools/wine-prefix.sh "$prefix"; then
+libraries=build/wine-i386
+tools/wine-i386.sh "$libraries" || libraries=
+if tools/wine-prefix.sh "$prefix" ${libraries:+"$libraries"}; then
   clients "64-bit" "$x64" 'C:\windows\system32'
-  if [[ -e $prefix/drive_c/windows/syswow64/regsvr32.exe ]] && \
-     wine_run 'C:\windows\syswow64\cscript.exe' //nologo > /dev/null 2>&1; then
+  if [[ -n $libraries ]]; then
     clients "32-bit" "$x86" 'C:\windows\syswow64'
+    side_by_side
   else
-    echo "NOT RUN: the 32-bit DLL - this Wine runs 64-bit programs alone; the DLL was checked statically"
+    echo "NOT RUN: the 32-bit DLL - Wine's 32-bit libraries are not at hand; the DLL was checked statically"
   fi
 else
   report "a Wine prefix can be made" 1
