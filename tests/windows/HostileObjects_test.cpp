@@ -133,8 +133,10 @@ TEST_F(HostileObjectTest, CannotResolveNamesForAReasonOfItsOwn) {
 TEST_F(HostileObjectTest, DiesDuringTheCall) {
   ObjectPtr object = ObjectOver(dispatch);
   dispatch->invoke = [&](const InvokeCall& call) {
+    const long alive = TestDispatch::LiveCount();
     object.reset();
     dispatch = {};
+    EXPECT_EQ(TestDispatch::LiveCount(), alive) << "the call itself keeps the object";
     *call.result = ToVariant(u"last words").Detach();
     return S_OK;
   };
