@@ -51,8 +51,8 @@ TEST_F(HostileObjectTest, SaysYesToEveryInterface) {
 
 TEST_F(HostileObjectTest, FailsAndLeavesAResultBehind) {
   dispatch->invoke = [](const InvokeCall& call) {
-    call.result->vt = VT_BSTR;
-    call.result->bstrVal = Nowhere<OLECHAR>();
+    call.result->vt = VT_DISPATCH;
+    call.result->pdispVal = Nowhere<IDispatch>();
     return E_FAIL;
   };
   EXPECT_EQ(ErrorNumberIn([&] { Get(ObjectOver(dispatch), u"Alpha"); }), E_FAIL);
