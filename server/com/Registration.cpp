@@ -197,7 +197,6 @@ Registration DescribeRegistration(const std::wstring& library_path) {
   add(version_key, L"", windows::WideText(kLibraryName) + L" " + kVersion + L" report library");
   add(version_key + L"\\0\\" + kBitness, L"", library_path);
   add(version_key + L"\\FLAGS", L"", L"0");
-  add(version_key + L"\\HELPDIR", L"", library_path.substr(0, library_path.find_last_of(L'\\')));
   result.own_trees.push_back(version_key + L"\\0\\" + kBitness);
   result.shared_trees.push_back(library_key);
   result.other_bitness = version_key + L"\\0\\" + kOtherBitness;
