@@ -69,6 +69,7 @@ class Manifest : public testing::Test {
 
 TEST_F(Manifest, MakesEveryClassCreatableWithoutRegistration) {
   ASSERT_FALSE(KeyExists(HKEY_CLASSES_ROOT, L"QVA_Varnholt.CTools")) << "the library is registered";
+  // All but CLockScreen, which cannot be made without an application.
   for (const wchar_t* identifier :
        {L"QVA_Varnholt.gExcelObject", L"QVA_Varnholt.CTools", L"QVA_Varnholt.CRepPeriod",
         L"QVA_Varnholt.CDatePic", L"QVA_Varnholt.CReports", L"QVA_Varnholt.CSaveForm",
