@@ -21,6 +21,9 @@ inline constexpr std::u16string_view kClientTools = u"NVXClientTools.ClientTools
 inline constexpr std::u16string_view kSettingsCollection = u"NVXCommonObjects.SettingsCollection";
 inline constexpr std::u16string_view kCompanyAttributes = u"NVXCommonObjects.CompanyAttributes";
 inline constexpr std::u16string_view kDataAccess = u"NVXCommonObjects.DataAccess";
+inline constexpr std::u16string_view kQuery = u"NVXCommonObjects.Query";
+inline constexpr std::u16string_view kConditionBuilder = u"NVXCommonObjects.ConditionBuilder";
+inline constexpr std::u16string_view kDocumentSelection = u"NVXCommonObjects.DocumentSelection";
 inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
 inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
 
@@ -37,12 +40,29 @@ inline constexpr std::u16string_view kSettingsApplication = u"Quillon Enterprise
 inline constexpr std::u16string_view kFormsSection = u"Forms\\MDI";
 inline constexpr std::u16string_view kGeneralSection = u"General";
 
+/// One of a book's tables.
+class Table : public Facade {
+ public:
+  using Facade::Facade;
+  /// Makes the record of a primary key the current one; false, and no current record, when there is none.
+  bool Seek(std::u16string_view key) const { return Call(u"Seek", {key}).ToBoolean(); }
+  /// A field of the current record. Raises 9 for a field that the table lacks, and when there is no record.
+  qva::Value Field(std::u16string_view name) const { return Get(u"Field", {name}); }
+  /// The named fields of all records in the order of the primary key: a block of records by fields, both from
+  /// 1. Empty when there are no records. Raises 9 for a field that the table lacks.
+  qva::Value Rows(const std::vector<Value>& fields) const { return Get(u"Rows", {Array::Of(fields)}); }
+};
+
 /// One company's books, as CreateBook returns them.
 class Book : public Facade {
  public:
   using Facade::Facade;
   /// The code that names the book.
   std::u16string BookCode() const { return Get(u"BookCode").ToText(); }
+  /// The table of a name. Raises when the book has none.
+  qva::host::Table Table(std::u16string_view name) const {
+    return qva::host::Table(GetObject(u"Table", {name}));
+  }
 };
 
 /// The host's common object.
@@ -153,6 +173,65 @@ class DataAccess : public Facade {
   qva::host::Lookup Lookup(std::u16string_view name, const Book& book) const {
     return qva::host::Lookup(GetObject(u"Lookup", {name, book.object()}));
   }
+};
+
+/// Makes the text of conditions, with every value quoted as the host's database wants it.
+class ConditionBuilder : public Facade {
+ public:
+  using Facade::Facade;
+  static ConditionBuilder Create(ObjectFactory& factory) {
+    return ConditionBuilder(factory.Create(kConditionBuilder));
+  }
+  /// "field = value"; whatever characters the value has, it stays one value.
+  std::u16string Equal(std::u16string_view field, Value value) const {
+    return Call(u"Equal", {field, std::move(value)}).ToText();
+  }
+  /// Both conditions, joined with AND.
+  std::u16string And(std::u16string_view first, std::u16string_view second) const {
+    return Call(u"And", {first, second}).ToText();
+  }
+  /// "field IN sub-query"; the sub-query stands in parentheses.
+  std::u16string In(std::u16string_view field, std::u16string_view sub_query) const {
+    return Call(u"In", {field, sub_query}).ToText();
+  }
+};
+
+/// A query on a book's tables and views, put together part by part.
+class Query : public Facade {
+ public:
+  using Facade::Facade;
+  static Query Create(ObjectFactory& factory) { return Query(factory.Create(kQuery)); }
+  void Init(const Book& book) const { Call(u"Init", {book.object()}); }
+  /// The table or view that the query reads, under an alias.
+  void From(std::u16string_view table, std::u16string_view alias) const { Call(u"From", {table, alias}); }
+  /// One more table or view, with the condition that ties it to the others.
+  void Join(std::u16string_view table, std::u16string_view alias, std::u16string_view condition) const {
+    Call(u"Join", {table, alias, condition});
+  }
+  /// One more field of the result, such as "AccPost.DocId".
+  void Select(std::u16string_view field) const { Call(u"Select", {field}); }
+  /// Whether equal rows of the result count once.
+  void SetDistinct(bool distinct) const { Put(u"Distinct", distinct); }
+  /// The condition that rows must meet, as the condition builder makes it.
+  void SetCondition(std::u16string_view condition) const { Put(u"Condition", condition); }
+  std::u16string Sql() const { return Get(u"Sql").ToText(); }
+};
+
+/// Lets the user select one of a book's documents.
+class DocumentSelection : public Facade {
+ public:
+  using Facade::Facade;
+  static DocumentSelection Create(ObjectFactory& factory) {
+    return DocumentSelection(factory.Create(kDocumentSelection));
+  }
+  void Init(const Book& book) const { Call(u"Init", {book.object()}); }
+  /// Shows the documents of a type whose date lies within the range (both days included) and which meet the
+  /// condition. Result: the identifier (a number above 0) of the one that the user selected, 0 when none.
+  Value Open(std::u16string_view document_type, Date from, Date to, std::u16string_view condition) const {
+    return Call(u"Open", {document_type, from, to, condition});
+  }
+  /// A field of the selected document, such as "Code".
+  qva::Value Field(std::u16string_view name) const { return Get(u"Field", {name}); }
 };
 
 /// One named item of a settings collection.

@@ -2,7 +2,9 @@
 #pragma once
 
 #include "platform/clock.h"
+#include "platform/controls.h"
 #include "platform/environment.h"
+#include "platform/list_chooser.h"
 #include "platform/locale.h"
 #include "platform/message_box.h"
 #include "platform/object_factory.h"
@@ -18,6 +20,8 @@ struct Services {
   Locale* locale = nullptr;
   Clock* clock = nullptr;
   MessageBox* message_box = nullptr;
+  ui::FormFactory* forms = nullptr;
+  ListChooser* list_chooser = nullptr;
 };
 
 /// Sets the services that the library uses from now on. A front door does this once, before it creates the

@@ -1,0 +1,243 @@
+// Windows of the library's own and the controls on them. The library describes a form; the platform builds it
+// from its own controls, or answers it from a file where no user sits.
+//
+// Events are raised exactly when a desktop control raises them: also when the program changes the value, and
+// not when the new value is the old one. A handler must not raise.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/error.h"
+#include "platform/value.h"
+
+namespace qva::ui {
+
+enum class ControlKind {
+  Label,
+  TextBox,
+  OptionButton,
+  Frame,
+  ComboBox,
+  DatePicker,
+  MonthView,
+  TabControl,
+  Grid,
+  Button
+};
+
+/// A place in pixels of a display at 100 % scale; the platform scales it.
+struct Bounds {
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+};
+
+/// One control of a form.
+struct ControlDescription {
+  ControlKind kind = ControlKind::Label;
+  std::u16string name;
+  std::u16string caption;  ///< of a Label, OptionButton, Frame or Button
+  Bounds bounds;           ///< within the parent
+  std::u16string parent;   ///< the Frame or TabControl that it stands in; empty for the form itself
+  int page = 0;            ///< of a TabControl, from 0
+};
+
+/// A form. The order of the controls is the tab order.
+struct FormDescription {
+  std::u16string name;
+  std::u16string caption;
+  int width = 0;  ///< of the inner area, in pixels at 100 % scale; also the smallest size
+  int height = 0;
+  bool resizable = false;
+  std::vector<std::u16string> pages;  ///< captions of the TabControl's pages
+  std::u16string default_button;      ///< pressed by Enter
+  std::u16string cancel_button;       ///< pressed by Escape and by closing the window
+  std::vector<ControlDescription> controls;
+};
+
+/// What becomes of a control when its form is resized, by the numbers that the host's resizer knows.
+enum class ResizeMode : std::int32_t {
+  MoveWithWidth = 4,     ///< keeps its size and its distance from the right edge
+  StretchWithWidth = 5,  ///< keeps its distances from both sides
+};
+
+/// Base of all controls. They live as long as their form.
+class Control {
+ public:
+  virtual ~Control() = default;
+  virtual std::u16string Name() const = 0;
+  virtual bool Enabled() const = 0;
+  virtual void SetEnabled(bool enabled) = 0;
+  /// Moves the keyboard's focus here, to another page, too.
+  virtual void SetFocus() = 0;
+};
+
+/// Text that the user only reads.
+class Label : public virtual Control {
+ public:
+  virtual std::u16string Caption() const = 0;
+  virtual void SetCaption(std::u16string_view caption) = 0;
+};
+
+/// One line of text.
+class TextBox : public virtual Control {
+ public:
+  virtual std::u16string Text() const = 0;
+  /// A text that is too long is cut.
+  virtual void SetText(std::u16string_view text) = 0;
+  /// In UTF-16 units; 0 means no limit. Concerns what is set or typed from now on.
+  virtual void SetMaxLength(int length) = 0;
+  virtual void SetReadOnly(bool read_only) = 0;
+
+  std::function<void()> on_change;  ///< the text has changed
+};
+
+/// One of a group of options: those of one frame. Selecting one clears the others.
+class OptionButton : public virtual Control {
+ public:
+  virtual bool Selected() const = 0;
+  virtual void Select() = 0;
+
+  std::function<void()> on_click;  ///< it has become the selected one
+};
+
+/// A list that drops down, of codes with a text each.
+class ComboBox : public virtual Control {
+ public:
+  struct Item {
+    std::u16string code;
+    std::u16string text;
+  };
+  virtual void SetItems(std::vector<Item> items) = 0;
+  /// The code that is selected or typed; empty when none is.
+  virtual std::u16string Value() const = 0;
+  /// A code that is no item's stands in the field all the same.
+  virtual void SetValue(std::u16string_view code) = 0;
+};
+
+/// A field for a date, without time.
+class DatePicker : public virtual Control {
+ public:
+  virtual Date Value() const = 0;
+  /// Raises 380 (Invalid property value) outside 1 January 1753 … 31 December 9999, which no picker can show.
+  virtual void SetValue(Date value) = 0;
+  /// The custom format of what is shown: "yyyy", "MM" and "dd", other characters as they stand.
+  virtual void SetFormat(std::u16string_view format) = 0;
+
+  std::function<void()> on_change;  ///< the date has changed
+};
+
+/// A month of days, of which one is selected.
+class MonthView : public virtual Control {
+ public:
+  virtual Date Value() const = 0;
+  /// Raises 380 as DatePicker::SetValue does.
+  virtual void SetValue(Date value) = 0;
+
+  std::function<void()> on_day_double_click;        ///< a day was picked; it is the value already
+  std::function<void(int character)> on_key_press;  ///< a key with a character, Enter is 13, Escape 27
+};
+
+/// Pages, one of which is in front.
+class TabControl : public virtual Control {
+ public:
+  virtual int Page() const = 0;
+  virtual void SetPage(int page) = 0;
+};
+
+class Button : public virtual Control {
+ public:
+  std::function<void()> on_click;
+};
+
+struct GridColumn {
+  std::u16string name;
+  std::u16string caption;
+  int width = 0;  ///< in pixels at 100 % scale
+  bool read_only = false;
+  bool cell_button = false;  ///< the current cell shows a button
+  bool check_box = false;    ///< a Boolean, shown as a mark
+};
+
+/// What a grid shows, and what happens to what the user does in it. Rows and columns count from 0. No member
+/// raises.
+class GridModel {
+ public:
+  virtual ~GridModel() = default;
+  virtual std::size_t RowCount() const = 0;
+  virtual std::u16string CellText(std::size_t row, std::size_t column) const = 0;
+  /// Stores what was typed; false refuses it, and the cell keeps its value.
+  virtual bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) = 0;
+  /// Adds a row at the end, for the grid's empty last line.
+  virtual void AppendRow() = 0;
+  virtual void DeleteRow(std::size_t row) = 0;
+  /// The button of a cell was pressed.
+  virtual void PressCellButton(std::size_t row, std::size_t column) = 0;
+};
+
+/// A table of cells that can be edited. One row is the current one, if there is any.
+class Grid : public virtual Control {
+ public:
+  virtual void SetColumns(std::vector<GridColumn> columns) = 0;
+  /// The model is borrowed. Null shows nothing.
+  virtual void SetModel(GridModel* model) = 0;
+  /// Shows the model anew. A current row that is gone becomes the last one.
+  virtual void Refresh() = 0;
+  /// Nothing when there are no rows, and on the empty last line.
+  virtual std::optional<std::size_t> CurrentRow() const = 0;
+  virtual void SetCurrentRow(std::size_t row) = 0;
+};
+
+/// A window with controls. It is hidden at first; its owner destroys it.
+class Form {
+ public:
+  virtual ~Form() = default;
+
+  /// The control of a name; null when there is none.
+  virtual Control* Find(std::u16string_view name) = 0;
+
+  /// Shows the form above Excel's window, which is disabled meanwhile, until Hide is called or the user
+  /// closes the window. Raises when the form cannot be shown.
+  virtual void ShowModal() = 0;
+  /// Ends ShowModal. Does nothing when the form is not shown.
+  virtual void Hide() = 0;
+  virtual bool Visible() const = 0;
+
+  /// Inner width and height in pixels at 100 % scale.
+  virtual int Width() const = 0;
+  virtual int Height() const = 0;
+  /// From now on the controls follow the form's size, starting from the given one. `mode` gives a control's
+  /// resize mode by its name; nothing means the default of its kind: tab controls and grids stretch both
+  /// ways, buttons of the form keep to the lower right corner, everything else keeps its place.
+  virtual void StartResizer(int width, int height,
+                            std::function<std::optional<ResizeMode>(std::u16string_view name)> mode) = 0;
+};
+
+/// The control of a form that a program knows to be there. Raises 51 (Internal error) when it is not.
+template <class T>
+T& Get(Form& form, std::u16string_view name) {
+  auto* control = dynamic_cast<T*>(form.Find(name));
+  if (!control) {
+    throw AutomationError(kInternalError, u"QVA_Varnholt",
+                          u"The form has no control " + std::u16string(name));
+  }
+  return *control;
+}
+
+/// Builds forms.
+class FormFactory {
+ public:
+  virtual ~FormFactory() = default;
+  /// A form as described, hidden. Raises 51 for a description that contradicts itself, 7 when the platform
+  /// has no windows left to give.
+  virtual std::unique_ptr<Form> Create(const FormDescription& description) = 0;
+};
+
+}  // namespace qva::ui
