@@ -2,19 +2,89 @@
 // for each member, so that library code reads like the model. Each raises Excel's own AutomationError.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "platform/automation.h"
+#include "platform/excel_constants.h"
 
 namespace qva::excel {
 
-/// One or more cells.
+/// The text of cells.
+class Font : public Facade {
+ public:
+  using Facade::Facade;
+  /// The palette's colour 1 to 56 or an XlColorIndex; Null when the cells differ.
+  Value ColorIndex() const { return Get(u"ColorIndex"); }
+  void SetColorIndex(std::int32_t color) const { Put(u"ColorIndex", color); }
+};
+
+/// One or more cells. What leads to other cells gives a new Range; Excel raises 1004 outside the sheet.
 class Range : public Facade {
  public:
   using Facade::Facade;
+  /// What a single cell holds, Empty for an empty one; of several cells, an array of rows by columns, both
+  /// from 1.
   qva::Value Value() const { return Get(u"Value"); }
+  /// One value for all cells, or an array of rows by columns with any bounds.
   void SetValue(qva::Value value) const { Put(u"Value", std::move(value)); }
+  /// "$A$1" or "$A$1:$B$2".
+  std::u16string Address() const { return Get(u"Address").ToText(); }
+  /// Of cells; of whole columns where the range came from Columns.
+  std::int32_t Count() const { return Get(u"Count").ToInt32(); }
+  /// The columns of the range as units of their own.
+  Range Columns() const { return Range(GetObject(u"Columns")); }
+  /// The cell at a position from 1, counted along the rows.
+  Range Cells(std::int32_t position) const { return Range(GetObject(u"Cells", {position})); }
+  /// The cell at a row and a column of the range, both from 1.
+  Range Cells(std::int32_t row, std::int32_t column) const {
+    return Range(GetObject(u"Cells", {row, column}));
+  }
+  /// The range moved by rows down and columns to the right.
+  Range Offset(std::int32_t rows, std::int32_t columns) const {
+    return Range(GetObject(u"Offset", {rows, columns}));
+  }
+  /// The range from the same top left cell in another size.
+  Range Resize(std::int32_t rows, std::int32_t columns) const {
+    return Range(GetObject(u"Resize", {rows, columns}));
+  }
+  /// The cell at the end of the run of filled or empty cells, as the End key finds it.
+  Range End(XlDirection direction) const { return Range(GetObject(u"End", {std::int32_t{direction}})); }
+  excel::Font Font() const { return excel::Font(GetObject(u"Font")); }
+  /// Empties the cells; formats stay.
+  void ClearContents() const { Call(u"ClearContents"); }
+  /// Writes the values of a recordset's records, from its current one to its end, from the top left cell on;
+  /// gives their number.
+  std::int32_t CopyFromRecordset(const Facade& recordset) const {
+    return Call(u"CopyFromRecordset", {recordset.object()}).ToInt32();
+  }
+};
+
+/// A name that stands for cells or a constant.
+class DefinedName : public Facade {
+ public:
+  using Facade::Facade;
+  /// With "Sheet1!" in front when it is a sheet's own name.
+  std::u16string Name() const { return Get(u"Name").ToText(); }
+  /// The formula, such as "=Sheet1!$A$1"; "#REF!" stands in it for cells that are gone.
+  std::u16string RefersTo() const { return Get(u"RefersTo").ToText(); }
+  /// Excel raises 1004 when the name does not stand for cells.
+  Range RefersToRange() const { return Range(GetObject(u"RefersToRange")); }
+  void Delete() const { Call(u"Delete"); }
+};
+
+/// A workbook's names, those of its sheets included.
+class Names : public Facade {
+ public:
+  using Facade::Facade;
+  std::int32_t Count() const { return Get(u"Count").ToInt32(); }
+  /// By position from 1; positions close up when a name is deleted.
+  DefinedName Item(std::int32_t position) const { return DefinedName(GetObject(u"Item", {position})); }
+  /// Defines a name, in place of an older one. `refers_to` begins with "=".
+  DefinedName Add(std::u16string_view name, std::u16string_view refers_to) const {
+    return DefinedName(GetObject(u"Add", Arguments().Named(u"Name", name).Named(u"RefersTo", refers_to)));
+  }
 };
 
 /// A window on a workbook.
@@ -28,12 +98,26 @@ class Window : public Facade {
 class Workbook : public Facade {
  public:
   using Facade::Facade;
+  excel::Names Names() const { return excel::Names(GetObject(u"Names")); }
 };
 
 /// A sheet of cells.
 class Worksheet : public Facade {
  public:
   using Facade::Facade;
+  std::u16string Name() const { return Get(u"Name").ToText(); }
+  /// The workbook that the sheet belongs to.
+  Workbook Parent() const { return Workbook(GetObject(u"Parent")); }
+  /// The area around all cells that are filled or formatted; A1 of an untouched sheet.
+  excel::Range UsedRange() const { return excel::Range(GetObject(u"UsedRange")); }
+  /// Cells by their address or name.
+  excel::Range Range(std::u16string_view address) const {
+    return excel::Range(GetObject(u"Range", {address}));
+  }
+  /// The rectangle around two corners.
+  excel::Range Range(const excel::Range& first, const excel::Range& last) const {
+    return excel::Range(GetObject(u"Range", {first.object(), last.object()}));
+  }
 };
 
 /// Excel itself.
