@@ -23,10 +23,11 @@ windows:  ## Cross-compile for 64-bit and 32-bit Windows
 	@cmake --preset windows-x86 > /dev/null && cmake --build --preset windows-x86
 
 bench:  ## Build and run the benchmarks
-	@tools/install-packages.sh run bench
+	@tools/install-packages.sh run bench windows
 	@cmake --preset release -DQVA_TESTS=OFF -DQVA_BENCH=ON > /dev/null
 	@cmake --build --preset release
 	@build/release/bench/qva_bench
+	@tools/bench-windows.sh
 
 format:  ## Format all sources
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
