@@ -11,6 +11,15 @@
 
 namespace qva::excel {
 
+/// Base of what has settings of the user: plain properties that are read and written as they are. Which ones
+/// the library touches, and with what values, stands in excelui/ExcelSettings.h.
+class Settings : public Facade {
+ public:
+  using Facade::Facade;
+  qva::Value Setting(std::u16string_view name) const { return Get(name); }
+  void SetSetting(std::u16string_view name, qva::Value value) const { Put(name, std::move(value)); }
+};
+
 /// The text of cells.
 class Font : public Facade {
  public:
@@ -52,6 +61,8 @@ class Range : public Facade {
   /// The cell at the end of the run of filled or empty cells, as the End key finds it.
   Range End(XlDirection direction) const { return Range(GetObject(u"End", {std::int32_t{direction}})); }
   excel::Font Font() const { return excel::Font(GetObject(u"Font")); }
+  /// Makes the range's first cell the active one. Excel raises 1004 when the sheet is not the active one.
+  void Activate() const { Call(u"Activate"); }
   /// Empties the cells; formats stay.
   void ClearContents() const { Call(u"ClearContents"); }
   /// Writes the values of a recordset's records, from its current one to its end, from the top left cell on;
@@ -71,6 +82,8 @@ class DefinedName : public Facade {
   std::u16string RefersTo() const { return Get(u"RefersTo").ToText(); }
   /// Excel raises 1004 when the name does not stand for cells.
   Range RefersToRange() const { return Range(GetObject(u"RefersToRange")); }
+  /// Whether the user sees the name in Excel's lists.
+  void SetVisible(bool visible) const { Put(u"Visible", visible); }
   void Delete() const { Call(u"Delete"); }
 };
 
@@ -88,9 +101,9 @@ class Names : public Facade {
 };
 
 /// A window on a workbook.
-class Window : public Facade {
+class Window : public Settings {
  public:
-  using Facade::Facade;
+  using Settings::Settings;
   void SetCaption(std::u16string_view caption) const { Put(u"Caption", caption); }
 };
 
@@ -101,13 +114,20 @@ class Workbook : public Facade {
   excel::Names Names() const { return excel::Names(GetObject(u"Names")); }
 };
 
-/// A sheet of cells.
-class Worksheet : public Facade {
+/// How a sheet is printed.
+class PageSetup : public Settings {
  public:
-  using Facade::Facade;
+  using Settings::Settings;
+};
+
+/// A sheet of cells.
+class Worksheet : public Settings {
+ public:
+  using Settings::Settings;
   std::u16string Name() const { return Get(u"Name").ToText(); }
   /// The workbook that the sheet belongs to.
   Workbook Parent() const { return Workbook(GetObject(u"Parent")); }
+  excel::PageSetup PageSetup() const { return excel::PageSetup(GetObject(u"PageSetup")); }
   /// The area around all cells that are filled or formatted; A1 of an untouched sheet.
   excel::Range UsedRange() const { return excel::Range(GetObject(u"UsedRange")); }
   /// Cells by their address or name.
@@ -120,13 +140,70 @@ class Worksheet : public Facade {
   }
 };
 
-/// Excel itself.
-class Application : public Facade {
+/// A button or box of a command bar.
+class CommandBarControl : public Facade {
  public:
   using Facade::Facade;
+  /// A text that macros may keep with a control; empty for Excel's own controls.
+  std::u16string Parameter() const { return Get(u"Parameter").ToText(); }
+};
+
+/// The controls of a command bar.
+class CommandBarControls : public Facade {
+ public:
+  using Facade::Facade;
+  /// By position from 1.
+  CommandBarControl Item(std::int32_t position) const {
+    return CommandBarControl(GetObject(u"Item", {position}));
+  }
+};
+
+/// A toolbar or menu bar.
+class CommandBar : public Facade {
+ public:
+  using Facade::Facade;
+  /// Excel's own bars have English names in every language.
+  std::u16string Name() const { return Get(u"Name").ToText(); }
+  /// False for every bar that is disabled.
+  bool Visible() const { return Get(u"Visible").ToBoolean(); }
+  /// Excel refuses to show a bar that is disabled.
+  void SetVisible(bool visible) const { Put(u"Visible", visible); }
+  bool Enabled() const { return Get(u"Enabled").ToBoolean(); }
+  void SetEnabled(bool enabled) const { Put(u"Enabled", enabled); }
+  CommandBarControls Controls() const { return CommandBarControls(GetObject(u"Controls")); }
+};
+
+/// All toolbars and menu bars of Excel, Excel's own and those of macros.
+class CommandBars : public Facade {
+ public:
+  using Facade::Facade;
+  std::int32_t Count() const { return Get(u"Count").ToInt32(); }
+  /// By position from 1.
+  CommandBar Item(std::int32_t position) const { return CommandBar(GetObject(u"Item", {position})); }
+  /// By name in any letter case. Raises when there is none.
+  CommandBar Item(std::u16string_view name) const { return CommandBar(GetObject(u"Item", {name})); }
+};
+
+/// Excel itself.
+class Application : public Settings {
+ public:
+  using Settings::Settings;
   Workbook ActiveWorkbook() const { return Workbook(GetObject(u"ActiveWorkbook")); }
   /// Empty when no window is open.
   Window ActiveWindow() const { return Window(GetObject(u"ActiveWindow")); }
+  /// Empty when no workbook is open.
+  Worksheet ActiveSheet() const { return Worksheet(GetObject(u"ActiveSheet")); }
+  /// Cells of the active sheet by their address or name.
+  excel::Range Range(std::u16string_view address) const {
+    return excel::Range(GetObject(u"Range", {address}));
+  }
+  excel::CommandBars CommandBars() const { return excel::CommandBars(GetObject(u"CommandBars")); }
+  /// Lets a key run a macro, or do nothing when `procedure` is empty.
+  void OnKey(std::u16string_view key, std::u16string_view procedure) const {
+    Call(u"OnKey", {key, procedure});
+  }
+  /// Gives a key the meaning back that it has in Excel.
+  void ResetKey(std::u16string_view key) const { Call(u"OnKey", {key}); }
   bool Visible() const { return Get(u"Visible").ToBoolean(); }
   void SetScreenUpdating(bool on) const { Put(u"ScreenUpdating", on); }
   void SetDisplayFormulaBar(bool on) const { Put(u"DisplayFormulaBar", on); }
