@@ -111,7 +111,22 @@ class Window : public Settings {
 class Workbook : public Facade {
  public:
   using Facade::Facade;
+  /// The file name without its folder; "Book1" before the first save.
+  std::u16string Name() const { return Get(u"Name").ToText(); }
   excel::Names Names() const { return excel::Names(GetObject(u"Names")); }
+};
+
+/// The workbooks that are open.
+class Workbooks : public Facade {
+ public:
+  using Facade::Facade;
+  std::int32_t Count() const { return Get(u"Count").ToInt32(); }
+  /// By position from 1 in the order of opening. Excel raises 9 when there is none.
+  Workbook Item(std::int32_t position) const { return Workbook(GetObject(u"Item", {position})); }
+  /// By file name in any letter case. Excel raises 9 when no such workbook is open.
+  Workbook Item(std::u16string_view name) const { return Workbook(GetObject(u"Item", {name})); }
+  /// Opens the file and makes it the active workbook. Excel raises 1004 when it cannot.
+  Workbook Open(std::u16string_view full_name) const { return Workbook(GetObject(u"Open", {full_name})); }
 };
 
 /// How a sheet is printed.
@@ -138,6 +153,33 @@ class Worksheet : public Settings {
   excel::Range Range(const excel::Range& first, const excel::Range& last) const {
     return excel::Range(GetObject(u"Range", {first.object(), last.object()}));
   }
+  /// Protects what Excel protects by default (objects, contents, scenarios) from the user, not from macros.
+  void ProtectFromUser(std::u16string_view password) const {
+    Call(u"Protect", Arguments{password}.Named(u"UserInterfaceOnly", true));
+  }
+  /// Excel raises 1004 for a wrong password (letter case counts).
+  void Unprotect(std::u16string_view password) const { Call(u"Unprotect", {password}); }
+};
+
+/// The sheets of a workbook.
+class Sheets : public Facade {
+ public:
+  using Facade::Facade;
+  /// By name in any letter case. Excel raises 9 when there is none.
+  Worksheet Item(std::u16string_view name) const { return Worksheet(GetObject(u"Item", {name})); }
+};
+
+/// Excel's search for files, one for the whole application: what is set here stays set. Excel 2003 is the
+/// last one that has it.
+class FileSearch : public Facade {
+ public:
+  using Facade::Facade;
+  /// The folder to search.
+  void SetLookIn(std::u16string_view folder) const { Put(u"LookIn", folder); }
+  /// A file name; "*" and "?" stand for any characters.
+  void SetFileName(std::u16string_view pattern) const { Put(u"FileName", pattern); }
+  /// The number of files found.
+  std::int32_t Execute() const { return Call(u"Execute").ToInt32(); }
 };
 
 /// A button or box of a command bar.
@@ -188,6 +230,11 @@ class CommandBars : public Facade {
 class Application : public Settings {
  public:
   using Settings::Settings;
+  excel::Workbooks Workbooks() const { return excel::Workbooks(GetObject(u"Workbooks")); }
+  /// Those of the active workbook. Excel raises 1004 when no workbook is open.
+  excel::Sheets Sheets() const { return excel::Sheets(GetObject(u"Sheets")); }
+  /// Raises 438 or 445 in an Excel that has none.
+  excel::FileSearch FileSearch() const { return excel::FileSearch(GetObject(u"FileSearch")); }
   Workbook ActiveWorkbook() const { return Workbook(GetObject(u"ActiveWorkbook")); }
   /// Empty when no window is open.
   Window ActiveWindow() const { return Window(GetObject(u"ActiveWindow")); }
