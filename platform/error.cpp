@@ -18,8 +18,30 @@ std::u16string StandardDescription(std::int32_t number) {
       return u"Type mismatch";
     case kInternalError:
       return u"Internal error";
+    case kBadFileNameOrNumber:
+      return u"Bad file name or number";
     case kFileNotFound:
       return u"File not found";
+    case kBadFileMode:
+      return u"Bad file mode";
+    case kFileAlreadyOpen:
+      return u"File already open";
+    case kDeviceError:
+      return u"Device I/O error";
+    case kFileAlreadyExists:
+      return u"File already exists";
+    case kDiskFull:
+      return u"Disk full";
+    case kInputPastEnd:
+      return u"Input past end of file";
+    case kTooManyFiles:
+      return u"Too many files";
+    case kPermissionDenied:
+      return u"Permission denied";
+    case kOtherDrive:
+      return u"Can't rename with different drive";
+    case kPathFileAccess:
+      return u"Path/File access error";
     case kPathNotFound:
       return u"Path not found";
     case kObjectNotSet:

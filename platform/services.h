@@ -4,6 +4,7 @@
 #include "platform/clock.h"
 #include "platform/controls.h"
 #include "platform/environment.h"
+#include "platform/files.h"
 #include "platform/list_chooser.h"
 #include "platform/locale.h"
 #include "platform/message_box.h"
@@ -22,6 +23,7 @@ struct Services {
   MessageBox* message_box = nullptr;
   ui::FormFactory* forms = nullptr;
   ListChooser* list_chooser = nullptr;
+  Files* files = nullptr;
 };
 
 /// Sets the services that the library uses from now on. A front door does this once, before it creates the

@@ -12,10 +12,14 @@ namespace {
 
 TEST(AutomationError, OfATrappableNumberHasThePlatformsText) {
   for (const ErrorNumber number :
-       {kInvalidProcedureCall, kOverflow, kOutOfMemory, kSubscriptOutOfRange, kTypeMismatch, kInternalError,
-        kFileNotFound, kPathNotFound, kObjectNotSet, kInvalidUseOfNull, kCannotCreateObject,
-        kAutomationFailed, kUnsupportedAction, kUnsupportedMember, kNamedArgumentNotFound,
-        kArgumentNotOptional, kWrongArgumentCount, kApplicationDefined}) {
+       {kInvalidProcedureCall, kOverflow,           kOutOfMemory,           kSubscriptOutOfRange,
+        kTypeMismatch,         kInternalError,      kFileNotFound,          kPathNotFound,
+        kObjectNotSet,         kInvalidUseOfNull,   kCannotCreateObject,    kAutomationFailed,
+        kUnsupportedAction,    kUnsupportedMember,  kNamedArgumentNotFound, kArgumentNotOptional,
+        kWrongArgumentCount,   kApplicationDefined, kBadFileNameOrNumber,   kBadFileMode,
+        kFileAlreadyOpen,      kDeviceError,        kFileAlreadyExists,     kDiskFull,
+        kInputPastEnd,         kTooManyFiles,       kPermissionDenied,      kOtherDrive,
+        kPathFileAccess}) {
     const AutomationError error(number);
     EXPECT_EQ(error.number(), number);
     EXPECT_EQ(error.source(), u"QVA_Varnholt");
