@@ -31,6 +31,7 @@ enum ErrorNumber : std::int32_t {
   kPathNotFound = 76,
   kObjectNotSet = 91,
   kInvalidUseOfNull = 94,
+  kInvalidPropertyValue = 380,
   kCannotCreateObject = 429,
   kAutomationFailed = 440,
   kUnsupportedAction = 445,

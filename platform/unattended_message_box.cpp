@@ -2,14 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <cstring>
-#include <memory>
 #include <string>
-
-#ifndef _WIN32
-#include <filesystem>
-#endif
 
 #include "platform/date.h"
 #include "platform/text.h"
@@ -50,61 +43,6 @@ std::vector<std::int32_t> ButtonSet(std::int32_t style) {
     default:
       return {1};
   }
-}
-
-/// A path for people to read.
-std::string PathText(const NativePath& path) {
-#ifdef _WIN32
-  return ToUtf8(std::u16string(path.begin(), path.end()));
-#else
-  return path;
-#endif
-}
-
-// The C library's files: streams would double the size of the Windows DLL.
-struct CloseFile {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
-
-File Open(const NativePath& path, const char* mode) {
-#ifdef _WIN32
-  const std::wstring wide_mode(mode, mode + std::strlen(mode));
-  return File(_wfopen(path.c_str(), wide_mode.c_str()));
-#else
-  return File(std::fopen(path.c_str(), mode));
-#endif
-}
-
-/// Reads a whole file; nothing when it is not there or cannot be read.
-std::optional<std::string> ReadFile(const NativePath& path) {
-  const File file = Open(path, "rb");
-  if (!file) return std::nullopt;
-  std::string content;
-  char buffer[4096];
-  while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
-    content.append(buffer, count);
-  if (std::ferror(file.get())) return std::nullopt;  // a folder, for one
-  return content;
-}
-
-/// Adds to a file, creating it for its owner alone. In one piece, so that the boxes of several processes do
-/// not mix in one log.
-bool AppendToFile(const NativePath& path, const std::string& text) {
-  const bool is_new = !Open(path, "rb");
-  const File file = Open(path, "ab");
-  if (!file) return false;
-#ifndef _WIN32
-  if (is_new) {
-    using enum std::filesystem::perms;
-    std::error_code ignored;
-    std::filesystem::permissions(path, owner_read | owner_write, ignored);
-  }
-#else
-  (void)is_new;  // a user's files are the user's there
-#endif
-  std::setvbuf(file.get(), nullptr, _IOFBF, text.size() + 1);
-  return std::fwrite(text.data(), 1, text.size(), file.get()) == text.size() && std::fflush(file.get()) == 0;
 }
 
 std::string Indented(std::u16string_view text) {
@@ -168,7 +106,7 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
   for (const Button& button : buttons) {
     entry += (&button == &buttons.front() ? " " : " | ") + name(button);
   }
-  Log(entry + "\n  answer:  " + name(*pressed) + " (" + reason + ")\n");
+  AppendToLog(log_path_, entry + "\n  answer:  " + name(*pressed) + " (" + reason + ")\n");
   return pressed->number;
 }
 
@@ -184,26 +122,15 @@ void UnattendedMessageBox::ReadAnswers() {
     problem_ = "no answers file";
     return;
   }
-  const auto content = ReadFile(answers_path_);
-  if (!content) {
+  const auto lines = ReadLines(answers_path_);
+  if (!lines) {
     problem_ = "ERROR: cannot read the answers file " + PathText(answers_path_);
     return;
   }
-  const std::u16string text = ReplaceAll(FromUtf8(*content), u"\r\n", u"\n");
-  std::u16string_view rest = text;
-  if (rest.starts_with(u'\uFEFF')) rest.remove_prefix(1);
-  for (int line = 1; !rest.empty(); ++line) {
-    const std::u16string_view content_of_line = rest.substr(0, rest.find(u'\n'));
-    rest.remove_prefix(std::min(content_of_line.size() + 1, rest.size()));
-    const std::u16string_view answer = Trim(content_of_line);
-    if (!answer.empty() && answer.front() != u'#') answers_->push_back({std::u16string(answer), line});
+  for (std::size_t line = 0; line < lines->size(); ++line) {
+    const std::u16string& answer = (*lines)[line];
+    if (!answer.empty() && answer.front() != u'#') answers_->push_back({answer, static_cast<int>(line) + 1});
   }
-}
-
-void UnattendedMessageBox::Log(const std::string& entry) const {
-  if (!log_path_.empty() && AppendToFile(log_path_, entry)) return;
-  std::fwrite(entry.data(), 1, entry.size(), stderr);
-  std::fflush(stderr);
 }
 
 }  // namespace qva

@@ -7,16 +7,9 @@
 
 #include "platform/clock.h"
 #include "platform/message_box.h"
+#include "platform/native_file.h"
 
 namespace qva {
-
-/// A path in the system's own characters; std::filesystem::path converts to it. That class itself would bring
-/// the C++ library's streams into the Windows DLL, half its size.
-#ifdef _WIN32
-using NativePath = std::wstring;
-#else
-using NativePath = std::string;
-#endif
 
 /// Answers every box from a file of answers and tells about it in a log.
 ///
@@ -52,7 +45,6 @@ class UnattendedMessageBox : public MessageBox {
   std::int32_t Press(std::u16string_view text, std::u16string_view title, const std::vector<Button>& buttons);
   std::optional<Answer> NextAnswer();
   void ReadAnswers();
-  void Log(const std::string& entry) const;
 
   NativePath answers_path_;
   NativePath log_path_;

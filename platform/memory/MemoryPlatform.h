@@ -3,6 +3,7 @@
 
 #include "platform/memory/MemoryClock.h"
 #include "platform/memory/MemoryEnvironment.h"
+#include "platform/memory/MemoryForms.h"
 #include "platform/memory/MemoryLocale.h"
 #include "platform/memory/MemoryMessageBox.h"
 #include "platform/memory/MemoryObjectFactory.h"
@@ -23,6 +24,8 @@ struct MemoryPlatform {
   MemoryLocale locale;
   MemoryClock clock;
   MemoryMessageBox message_box;
+  MemoryForms forms;
+  MemoryListChooser list_chooser;
 
   /// Borrows the members: they must outlive the use of the result.
   Services services() {
@@ -31,7 +34,9 @@ struct MemoryPlatform {
             .environment = &environment,
             .locale = &locale,
             .clock = &clock,
-            .message_box = &message_box};
+            .message_box = &message_box,
+            .forms = &forms,
+            .list_chooser = &list_chooser};
   }
 };
 

@@ -17,13 +17,17 @@ PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
     : registry_(UserRegistryPath()),
       message_box_(PathFromEnvironment("QVA_VARNHOLT_ANSWERS"),
                    PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_),
+      forms_(PathFromEnvironment("QVA_VARNHOLT_FORM_ANSWERS"),
+             PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_, locale_),
       object_factory_(services_, std::move(factories), std::move(modules)),
       services_{.object_factory = &object_factory_,
                 .registry = &registry_,
                 .environment = &environment_,
                 .locale = &locale_,
                 .clock = &clock_,
-                .message_box = &message_box_} {
+                .message_box = &message_box_,
+                .forms = &forms_,
+                .list_chooser = &forms_} {
 }
 
 }  // namespace qva

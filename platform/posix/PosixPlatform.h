@@ -9,12 +9,13 @@
 #include "platform/posix/RegistryFile.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/posix/SystemLocale.h"
+#include "platform/unattended_forms.h"
 #include "platform/unattended_message_box.h"
 
 namespace qva {
 
-/// Owns one of each service. Message boxes are unattended, by the files that the environment variables
-/// QVA_VARNHOLT_ANSWERS and QVA_VARNHOLT_MESSAGE_LOG name.
+/// Owns one of each service. Message boxes and forms are unattended, by the files that the environment
+/// variables QVA_VARNHOLT_ANSWERS, QVA_VARNHOLT_FORM_ANSWERS and QVA_VARNHOLT_MESSAGE_LOG name.
 class PosixPlatform {
  public:
   /// Objects come from `factories` (borrowed), then from `modules` (see ModuleFactory).
@@ -33,6 +34,7 @@ class PosixPlatform {
   SystemLocale locale_;
   SystemClock clock_;
   UnattendedMessageBox message_box_;
+  UnattendedForms forms_;
   ModuleFactory object_factory_;
   Services services_;
 };

@@ -1,6 +1,7 @@
 #include "platform/windows/WindowsMessageBox.h"
 
 #include "platform/windows/ButtonDialog.h"
+#include "platform/windows/PathVariable.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 
@@ -8,14 +9,6 @@ namespace qva::windows {
 namespace {
 
 constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
-
-/// The path that an environment variable holds; empty when there is none.
-std::wstring PathVariable(const wchar_t* name) {
-  std::wstring value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
-  const auto length = GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size()));
-  value.resize(length < value.size() ? length : 0);
-  return value;
-}
 
 /// Whether somebody can see the windows of this process.
 bool HasVisibleDesktop() {

@@ -1,14 +1,20 @@
 #include "platform/windows/WindowsPlatform.h"
 
+#include "platform/windows/PathVariable.h"
+
 namespace qva::windows {
 
 WindowsPlatform::WindowsPlatform()
-    : services_{.object_factory = &object_factory_,
+    : forms_(PathVariable(L"QVA_VARNHOLT_FORM_ANSWERS"), PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG"), clock_,
+             locale_),
+      services_{.object_factory = &object_factory_,
                 .registry = &registry_,
                 .environment = &environment_,
                 .locale = &locale_,
                 .clock = &clock_,
-                .message_box = &message_box_} {
+                .message_box = &message_box_,
+                .forms = &forms_,
+                .list_chooser = &forms_} {
 }
 
 void InstallPlatform() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/services.h"
+#include "platform/unattended_forms.h"
 #include "platform/windows/AnsiRegistry.h"
 #include "platform/windows/ComObjectFactory.h"
 #include "platform/windows/WindowsClock.h"
@@ -27,6 +28,7 @@ class WindowsPlatform {
   WindowsLocale locale_;
   WindowsClock clock_;
   WindowsMessageBox message_box_{clock_};
+  UnattendedForms forms_;
   Services services_;
 };
 

@@ -1,0 +1,95 @@
+// Forms that exist in memory alone: for tests, and for reports that are made where no user sits.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/controls.h"
+
+namespace qva {
+
+/// A form whose controls behave as desktop controls do, without a window. While it is shown, a function takes
+/// the user's place. It works the form through the operations below, which do what mouse and keyboard would
+/// do and so reach only controls that are there, enabled and of a kind that takes the gesture; otherwise they
+/// raise 5 (Invalid procedure call) with a description that names the control.
+class MemoryForm : public ui::Form {
+ public:
+  using User = std::function<void(MemoryForm& form)>;
+
+  /// Raises 51 for a description in which a name stands twice or a parent is missing.
+  MemoryForm(const ui::FormDescription& description, User user);
+  ~MemoryForm() override;
+
+  const ui::FormDescription& description() const { return description_; }
+
+  ui::Control* Find(std::u16string_view name) override;
+  /// Lets the user act; one who leaves the form open closes its window in the end. What the user raises
+  /// passes on; the form is hidden then.
+  void ShowModal() override;
+  void Hide() override { visible_ = false; }
+  bool Visible() const override { return visible_; }
+  int Width() const override { return description_.width; }
+  int Height() const override { return description_.height; }
+  void StartResizer(int width, int height,
+                    std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) override;
+
+  /// Clicks an option or a button.
+  void Click(std::u16string_view name);
+  /// Replaces the content of a text box or combo box, character by character.
+  void Type(std::u16string_view name, std::u16string_view text);
+  /// Chooses a date in a date picker or clicks a day of a month.
+  void PickDate(std::u16string_view name, Date date);
+  /// Double-clicks a day of a month.
+  void DoubleClickDay(std::u16string_view name, Date day);
+  /// Presses a key with a character in a month.
+  void PressKey(std::u16string_view name, int character);
+  /// Types into a cell of a grid and leaves it; the row behind the last one makes a new row. False when the
+  /// text was refused.
+  bool TypeCell(std::u16string_view grid, std::size_t row, std::u16string_view column,
+                std::u16string_view text);
+  /// Presses the button in a cell of a grid.
+  void PressCellButton(std::u16string_view grid, std::size_t row, std::u16string_view column);
+  /// Makes a row of a grid the current one.
+  void SelectRow(std::u16string_view grid, std::size_t row);
+  /// Closes the window: presses the cancel button, or hides a form that has none.
+  void CloseWindow();
+
+  /// What a control shows: caption, text, code, date, or "1" and "0" of an option.
+  std::u16string Text(std::u16string_view name);
+  /// What a cell of a grid shows.
+  std::u16string CellText(std::u16string_view grid, std::size_t row, std::u16string_view column);
+  std::size_t RowCount(std::u16string_view grid);
+  const std::vector<ui::GridColumn>& Columns(std::u16string_view grid);
+
+  /// The control that has the focus; empty when none was given it.
+  const std::u16string& focused() const { return focused_; }
+  /// What the program said of the controls' resize modes; those left at their default are not in it.
+  const std::map<std::u16string, ui::ResizeMode>& resize_modes() const { return resize_modes_; }
+  bool resizer_started() const { return resizer_started_; }
+
+ private:
+  friend class MemoryControl;
+  struct Entry {
+    const ui::ControlDescription* description;
+    std::unique_ptr<ui::Control> control;
+  };
+
+  template <class T>
+  T& Usable(std::u16string_view name, const char16_t* gesture);
+  template <class T>
+  T* As(std::u16string_view name);
+
+  ui::FormDescription description_;
+  User user_;
+  std::vector<Entry> controls_;
+  bool visible_ = false;
+  std::u16string focused_;
+  std::map<std::u16string, ui::ResizeMode> resize_modes_;
+  bool resizer_started_ = false;
+};
+
+}  // namespace qva
