@@ -107,6 +107,35 @@ bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
   return std::ranges::equal(a, b, {}, LowerOf, LowerOf);
 }
 
+bool ContainsIgnoringCase(std::u16string_view text, std::u16string_view what) {
+  return what.empty() || !std::ranges::search(text, what, {}, LowerOf, LowerOf).empty();
+}
+
+bool FitsPattern(std::u16string_view name, std::u16string_view pattern) {
+  if (pattern == u"*.*") return true;
+  // Only the latest asterisk is ever tried anew: what an earlier one takes, the latest could take as well.
+  std::size_t at = 0;
+  std::size_t fitted = 0;
+  std::size_t after_star = pattern.npos;
+  std::size_t taken = 0;
+  while (at < name.size()) {
+    if (fitted < pattern.size() && pattern[fitted] == u'*') {
+      after_star = ++fitted;
+      taken = at;
+    } else if (fitted < pattern.size() &&
+               (pattern[fitted] == u'?' || LowerOf(pattern[fitted]) == LowerOf(name[at]))) {
+      ++fitted;
+      ++at;
+    } else if (after_star != pattern.npos) {
+      fitted = after_star;
+      at = ++taken;
+    } else {
+      return false;
+    }
+  }
+  return pattern.find_first_not_of(u'*', fitted) == pattern.npos;
+}
+
 std::u16string_view Trim(std::u16string_view text) {
   const std::size_t first = text.find_first_not_of(u' ');
   if (first == text.npos) return {};

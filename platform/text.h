@@ -17,6 +17,13 @@ std::u16string ToLower(std::u16string_view text);
 /// Equality ignoring letter case.
 bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
 
+/// Whether `text` contains `what`, ignoring letter case. The empty text is contained everywhere.
+bool ContainsIgnoringCase(std::u16string_view text, std::u16string_view what);
+
+/// Whether a file name fits a pattern, in any letter case: "*" stands for any characters, also none, "?" for
+/// exactly one. "*.*" fits every name, also one without a point.
+bool FitsPattern(std::u16string_view name, std::u16string_view pattern);
+
 /// Without blanks (U+0020 alone) at either end.
 std::u16string_view Trim(std::u16string_view text);
 

@@ -65,6 +65,34 @@ TEST(LetterCase, IsIgnoredInComparisons) {
   EXPECT_FALSE(EqualIgnoringCase(u"s", u"š"));
 }
 
+TEST(LetterCase, IsIgnoredWhenLookingForAText) {
+  EXPECT_TRUE(ContainsIgnoringCase(u"C:\\Bin;C:\\ŠALTINIS;D:\\", u"c:\\šaltinis"));
+  EXPECT_FALSE(ContainsIgnoringCase(u"C:\\Saltinis", u"c:\\šaltinis"));
+  EXPECT_TRUE(ContainsIgnoringCase(u"", u""));
+  EXPECT_TRUE(ContainsIgnoringCase(u"a", u""));
+  EXPECT_FALSE(ContainsIgnoringCase(u"", u"a"));
+}
+
+TEST(Pattern, FitsNamesInAnyLetterCase) {
+  EXPECT_TRUE(FitsPattern(u"Ataskaita_Š.xls", u"ATASKAITA_š.XLS"));
+  EXPECT_FALSE(FitsPattern(u"Ataskaita.xls", u"Ataskaita"));
+  EXPECT_FALSE(FitsPattern(u"Ataskaita", u"Ataskaita.xls"));
+  EXPECT_TRUE(FitsPattern(u"", u""));
+  EXPECT_FALSE(FitsPattern(u"a", u""));
+}
+
+TEST(Pattern, TakesAnAsteriskForAnyCharactersAndAQuestionMarkForOne) {
+  for (const auto* pattern :
+       {u"*", u"*.*", u"B*", u"*.xls", u"B*_20??*.xls", u"**", u"*s*s", u"Balansas_2024.xl?"}) {
+    EXPECT_TRUE(FitsPattern(u"Balansas_2024.xls", pattern)) << ToUtf8(pattern);
+  }
+  for (const auto* pattern : {u"?", u"*.doc", u"A*", u"*_2024.xls?", u"Balansas?2024.xl", u"*x", u"*ss*ss"}) {
+    EXPECT_FALSE(FitsPattern(u"Balansas_2024.xls", pattern)) << ToUtf8(pattern);
+  }
+  EXPECT_TRUE(FitsPattern(u"Balansas", u"*.*"));
+  EXPECT_FALSE(FitsPattern(u"", u"?"));
+}
+
 TEST(Trim, DropsBlanksAtBothEndsAndNothingElse) {
   EXPECT_EQ(Trim(u"  a b  "), u"a b");
   EXPECT_EQ(Trim(u"   "), u"");

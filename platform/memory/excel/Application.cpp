@@ -1,6 +1,7 @@
 #include "platform/memory/excel/Application.h"
 
 #include "platform/memory/excel/CommandBars.h"
+#include "platform/memory/excel/FileSearch.h"
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/Range.h"
 #include "platform/memory/excel/Sheets.h"
@@ -51,6 +52,7 @@ const ClassDescription& Application::Description() {
         .Get<&Application::Sheets>(u"Worksheets")
         .Get<&Application::Names>(u"Names")
         .Get<&Application::CommandBars>(u"CommandBars")
+        .Get<&Application::FileSearch>(u"FileSearch")
         .Get<&Application::ActiveWorkbook>(u"ActiveWorkbook")
         .Get<&Application::ActiveSheet>(u"ActiveSheet")
         .Get<&Application::ActiveWindow>(u"ActiveWindow")
@@ -149,6 +151,11 @@ ObjectPtr Application::Names() {
 
 ObjectPtr Application::CommandBars() {
   return MakeRef<memory::CommandBars>(data());
+}
+
+ObjectPtr Application::FileSearch() {
+  if (!data()->file_search) throw AutomationError(kUnsupportedAction);
+  return ObjectOf<memory::FileSearch>(data(), data()->file_search);
 }
 
 ObjectPtr Application::ActiveWorkbook() {

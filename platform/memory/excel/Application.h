@@ -35,6 +35,8 @@ class Application : public ModelObject<Application, ApplicationData> {
   bool HasFile(std::u16string_view full_name) const;
   /// Says whose macros run: what ThisWorkbook gives. Otherwise that is the first open workbook.
   void SetThisWorkbook(const ObjectPtr& workbook);
+  /// Makes it an Excel without FileSearch, as those after 2003 are: asking for it raises 445.
+  void RemoveFileSearch() { data()->file_search.reset(); }
   /// Quit was called. The workbooks stay open, so that a test can look at them.
   bool HasQuit() const { return data()->has_quit; }
   /// The macro that OnKey bound to a key, empty for a key that does nothing; nothing where Excel's own
@@ -58,6 +60,7 @@ class Application : public ModelObject<Application, ApplicationData> {
   ObjectPtr Sheets();
   ObjectPtr Names();
   ObjectPtr CommandBars();
+  ObjectPtr FileSearch();
   ObjectPtr ActiveWorkbook();
   ObjectPtr ActiveSheet();
   ObjectPtr ActiveWindow();

@@ -21,6 +21,13 @@ struct CommandBarData {
   bool enabled = true;
 };
 
+/// What the search for files looks for.
+struct FileSearchData {
+  Object* automation = nullptr;  ///< the FileSearch that is alive, not owned
+  std::u16string look_in;        ///< a folder
+  std::u16string file_name;      ///< "*" and "?" stand for any characters
+};
+
 struct ApplicationData {
   Object* automation = nullptr;  ///< the Application that is alive, not owned
 
@@ -52,6 +59,7 @@ struct ApplicationData {
   std::shared_ptr<WorkbookData> active_workbook;         ///< one of them, null when there is none
   std::weak_ptr<WorkbookData> this_workbook;             ///< whose macros run; nothing: the first open one
   std::vector<std::shared_ptr<CommandBarData>> command_bars;
+  std::shared_ptr<FileSearchData> file_search = std::make_shared<FileSearchData>();  ///< null: has none
 
   /// Keys that OnKey changed, as written: the macro that a key runs, empty when it does nothing.
   std::map<std::u16string, std::u16string> key_bindings;
@@ -68,10 +76,12 @@ struct ApplicationData {
   std::shared_ptr<WorkbookData> FindWorkbook(std::u16string_view name) const;
 };
 
-// Neither goes before the program does.
+// None goes before the program does.
 inline void RequireAlive(const ApplicationData&) {
 }
 inline void RequireAlive(const CommandBarData&) {
+}
+inline void RequireAlive(const FileSearchData&) {
 }
 
 /// Opens a workbook that belongs to no application yet, and makes it the active one.
