@@ -71,27 +71,31 @@ class Files {
 
   /// Opens a channel under a free number. The result is the caller's. Raises 52 for a number out of range and
   /// 55 for one that is taken. While a file is open for output or appending, opening it in any mode raises
-  /// 55, and so does opening it for these while it is open for input. The folder must be there.
+  /// 55, and so does opening it for these while it is open for input. A file that a stream has open
+  /// raises 70.
   virtual std::unique_ptr<TextChannel> OpenChannel(std::int16_t number, std::u16string_view path,
                                                    ChannelMode mode) = 0;
 
   /// Creates or empties a file and opens it for writing in UTF-16 with its mark (FF FE). The result is the
-  /// caller's; nothing when the platform gives no stream without calling it an error.
+  /// caller's; nothing when the platform gives no stream without calling it an error. Raises 70 for a file
+  /// that a channel or another stream has open. Where the mark cannot be written the file is left empty.
   virtual std::unique_ptr<TextStream> CreateTextStream(std::u16string_view path) = 0;
   /// Opens a file, created when missing, as an ANSI text stream, whatever its content is. The result as
-  /// above.
+  /// above. Raises 70 for a file that a channel or another stream has open, unless both only read.
   virtual std::unique_ptr<TextStream> OpenTextStream(std::u16string_view path, StreamMode mode) = 0;
 
   /// The folder that relative paths start from. Without "\" at its end but for a drive's root, "C:\".
   virtual std::u16string CurrentFolder() const = 0;
 
-  /// Deletes a file. Raises 55 for one that a channel has open.
+  /// Deletes a file. Raises 55 for one that a channel has open, 70 for one that a stream has.
   virtual void Delete(std::u16string_view path) = 0;
   /// Gives a file another path on the same drive. Raises 58 (File already exists) when there is a file or
-  /// folder of that path, 74 for another drive, 55 for a file that a channel has open.
+  /// folder of that path, 74 for another drive, 55 for a file that a channel has open, 70 for one that a
+  /// stream has.
   virtual void Rename(std::u16string_view from, std::u16string_view to) = 0;
-  /// Copies a file with its time of last change, over an existing one. Raises 70 when a channel has either
-  /// open. The target holds its old content or the whole new one at any time.
+  /// Copies a file with its time of last change, over an existing one. Raises 70 when a channel or stream
+  /// has either open, and for a file onto itself. The target holds its old content or the whole new one at
+  /// any time.
   virtual void Copy(std::u16string_view from, std::u16string_view to) = 0;
   /// Creates a folder; the path may end in "\". Raises 76 when the folder above is missing, 75 when a folder
   /// or file of that path is there.
@@ -99,12 +103,11 @@ class Files {
 
   /// Whether there is a folder of that path, which may end in "\". Does not raise.
   virtual bool FolderExists(std::u16string_view path) const = 0;
-  /// The names of the files of a folder, not of those below it, that match a name in which "*" stands for any
-  /// characters and "?" for any one. In no certain order; nothing when there is no such folder. Does not
-  /// raise.
+  /// The names of the files of a folder, not of those below it, that fit a name with "*" and "?" (FitsPattern
+  /// in platform/text.h). In no certain order; nothing when there is no such folder. Does not raise.
   virtual std::vector<std::u16string> Find(std::u16string_view folder, std::u16string_view name) const = 0;
 
-  /// When a file was changed last, in local time to the second.
+  /// When a file or folder was changed last, in local time to the second.
   virtual Date LastModified(std::u16string_view path) const = 0;
   /// A file's length in bytes.
   virtual double Length(std::u16string_view path) const = 0;

@@ -3,6 +3,7 @@
 
 #include "platform/memory/MemoryClock.h"
 #include "platform/memory/MemoryEnvironment.h"
+#include "platform/memory/MemoryFiles.h"
 #include "platform/memory/MemoryForms.h"
 #include "platform/memory/MemoryLocale.h"
 #include "platform/memory/MemoryMessageBox.h"
@@ -26,6 +27,7 @@ struct MemoryPlatform {
   MemoryMessageBox message_box;
   MemoryForms forms;
   MemoryListChooser list_chooser;
+  MemoryFiles files{locale, clock};
 
   /// Borrows the members: they must outlive the use of the result.
   Services services() {
@@ -36,7 +38,8 @@ struct MemoryPlatform {
             .clock = &clock,
             .message_box = &message_box,
             .forms = &forms,
-            .list_chooser = &list_chooser};
+            .list_chooser = &list_chooser,
+            .files = &files};
   }
 };
 

@@ -19,6 +19,7 @@ PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
                    PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_),
       forms_(PathFromEnvironment("QVA_VARNHOLT_FORM_ANSWERS"),
              PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_, locale_),
+      files_(UserDrivesPath(), locale_),
       object_factory_(services_, std::move(factories), std::move(modules)),
       services_{.object_factory = &object_factory_,
                 .registry = &registry_,
@@ -27,7 +28,8 @@ PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
                 .clock = &clock_,
                 .message_box = &message_box_,
                 .forms = &forms_,
-                .list_chooser = &forms_} {
+                .list_chooser = &forms_,
+                .files = &files_} {
 }
 
 }  // namespace qva

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/posix/ModuleFactory.h"
+#include "platform/posix/PosixFiles.h"
 #include "platform/posix/ProcessEnvironment.h"
 #include "platform/posix/RegistryFile.h"
 #include "platform/posix/SystemClock.h"
@@ -35,6 +36,7 @@ class PosixPlatform {
   SystemClock clock_;
   UnattendedMessageBox message_box_;
   UnattendedForms forms_;
+  PosixFiles files_;
   ModuleFactory object_factory_;
   Services services_;
 };

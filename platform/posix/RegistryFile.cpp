@@ -1,13 +1,11 @@
 #include "platform/posix/RegistryFile.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdlib>
 
 #include "platform/code_page.h"
 #include "platform/posix/FileAccess.h"
+#include "platform/posix/UserFolder.h"
 
 namespace qva {
 namespace {
@@ -40,23 +38,10 @@ bool IsThere(const RegistryText& registry, std::u16string_view path) {
 }  // namespace
 
 std::filesystem::path UserRegistryPath() {
-  const auto variable = [](const char* name) -> std::string {
-    const char* value = std::getenv(name);
-    return value ? value : "";
-  };
-  if (const std::string path = variable("QVA_VARNHOLT_REGISTRY"); !path.empty()) return path;
-  std::filesystem::path folder = variable("XDG_CONFIG_HOME");
-  // A relative path in the variable counts as none at all (XDG Base Directory).
-  if (!folder.is_absolute()) {
-    std::string home = variable("HOME");
-    if (home.empty()) {
-      const passwd* user = ::getpwuid(::getuid());
-      if (user && user->pw_dir) home = user->pw_dir;
-    }
-    if (home.empty()) return {};
-    folder = std::filesystem::path(home) / ".config";
-  }
-  return folder / "qva-varnholt" / "registry.reg";
+  const char* path = std::getenv("QVA_VARNHOLT_REGISTRY");
+  if (path && *path) return path;
+  const std::filesystem::path folder = UserFolder("XDG_CONFIG_HOME", ".config");
+  return folder.empty() ? folder : folder / "qva-varnholt" / "registry.reg";
 }
 
 RegistryFile::RegistryFile(std::filesystem::path path) : path_(std::move(path)), last_key_(kBeforeFirstKey) {

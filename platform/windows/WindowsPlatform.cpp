@@ -14,7 +14,8 @@ WindowsPlatform::WindowsPlatform()
                 .clock = &clock_,
                 .message_box = &message_box_,
                 .forms = &forms_,
-                .list_chooser = &forms_} {
+                .list_chooser = &forms_,
+                .files = &files_} {
 }
 
 void InstallPlatform() {

@@ -7,6 +7,7 @@
 #include "platform/windows/ComObjectFactory.h"
 #include "platform/windows/WindowsClock.h"
 #include "platform/windows/WindowsEnvironment.h"
+#include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsLocale.h"
 #include "platform/windows/WindowsMessageBox.h"
 
@@ -29,6 +30,7 @@ class WindowsPlatform {
   WindowsClock clock_;
   WindowsMessageBox message_box_{clock_};
   UnattendedForms forms_;
+  WindowsFiles files_{object_factory_, locale_};
   Services services_;
 };
 
