@@ -48,4 +48,10 @@ const host::ClientTools& TheClientTools() {
   return kept;
 }
 
+const host::DataAccess& TheDataAccess() {
+  host::DataAccess& kept = TheStartUpState().data_access;
+  if (!kept) kept = host::DataAccess::Create(*GetServices().object_factory);
+  return kept;
+}
+
 }  // namespace qva

@@ -16,6 +16,7 @@ struct StartUpState {
   host::MessageResource message_resource;  ///< through TheMessageResource, which creates it on first use
   host::ClientTools host_tools;    ///< created at start-up and only kept; empty where the host has none
   host::ClientTools client_tools;  ///< through TheClientTools, which creates it on first use
+  host::DataAccess data_access;    ///< through TheDataAccess, which creates it on first use
   bool form_debug = false;         ///< the host setting "AppFormDebug"; read here and nowhere consulted
   std::int32_t initialised = 0;    ///< 1 after a start-up that went through
 };
@@ -39,5 +40,8 @@ std::u16string HostText(std::int32_t number);
 
 /// The host's client-tools object of the library. Raises what its creation raises.
 const host::ClientTools& TheClientTools();
+
+/// The host's data-access object of the library. Raises what its creation raises.
+const host::DataAccess& TheDataAccess();
 
 }  // namespace qva
