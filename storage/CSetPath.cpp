@@ -1,6 +1,43 @@
 #include "storage/CSetPath.h"
 
+#include <array>
+
+#include "global/Helpers.h"
+#include "platform/host.h"
+#include "platform/services.h"
+#include "platform/settings.h"
+#include "platform/text.h"
+#include "storage/CWinRegistry.h"
+
 namespace qva {
+namespace {
+
+constexpr std::u16string_view kFolder = u"Varnholt";
+constexpr std::u16string_view kVariable = u"PATH";
+constexpr std::u16string_view kEnvironmentKey = u"Environment";  ///< where the user's variables are kept
+constexpr std::size_t kBufferSize = 1024;   ///< of the process's PATH, its terminating zero included
+constexpr std::int32_t kPathChanged = 800;  ///< host message: folder %0 was added
+constexpr std::u16string_view kOk = u"Gerai";
+
+/// The library's folder below the path of a host setting.
+std::u16string FolderOf(std::u16string_view path_key) {
+  const Services& services = GetServices();
+  const std::u16string setting = GetSetting(*services.registry, *services.locale, host::kSettingsApplication,
+                                            host::kGeneralSection, path_key, u"");
+  std::u16string folder(Trim(setting));
+  if (!folder.ends_with(u'\\')) folder += u'\\';
+  return folder.append(kFolder);
+}
+
+bool IsOnProcessPath(std::u16string_view folder) {
+  std::array<char, kBufferSize> buffer{};
+  const std::uint32_t length = GetServices().environment->GetVariable(kVariable, buffer);
+  // A path that is too long leaves the buffer empty and gives the size that it needs.
+  if (length == 0 || length > buffer.size()) return false;
+  return ContainsIgnoringCase(GetServices().locale->FromAnsi({buffer.data(), length}), folder);
+}
+
+}  // namespace
 
 const ClassDescription& CSetPath::Description() {
   static const ClassDescription description =
@@ -10,8 +47,22 @@ const ClassDescription& CSetPath::Description() {
   return description;
 }
 
-bool CSetPath::RegPath(std::u16string&) {
-  throw AutomationError(kUnsupportedAction);
+bool CSetPath::RegPath(std::u16string& PathKey) {
+  const std::u16string folder = FolderOf(PathKey);
+  if (IsOnProcessPath(folder)) return false;
+
+  const CWinRegistry registry;
+  const std::u16string key(kEnvironmentKey);
+  const std::u16string variable(kVariable);
+  std::int32_t type = kRegSz;
+  std::u16string path = registry.GetRegSetting(HKEY_CURRENT_USER_VALUE, key, variable, type);
+  if (ContainsIgnoringCase(path, folder)) return false;
+  if (!path.empty()) path += u';';
+  path += folder;
+  if (!registry.SaveRegSetting(HKEY_CURRENT_USER_VALUE, key, variable, path, kRegSz)) return false;
+
+  host::Message::Create(*GetServices().object_factory).Show(HostMessage(kPathChanged, folder), u"", {kOk});
+  return true;
 }
 
 }  // namespace qva

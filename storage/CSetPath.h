@@ -7,12 +7,21 @@
 
 namespace qva {
 
-/// Puts the library's folder on the user's search path. Not built yet: RegPath raises 445 (Object doesn't
-/// support this action).
+/// Puts the library's folder on the user's search path. Keeps nothing between calls.
 class CSetPath : public Described<CSetPath> {
  public:
   static const ClassDescription& Description();
 
+  /// Appends the folder "Varnholt" below the path that the host's general setting `PathKey` names to the
+  /// user's PATH in the registry, and tells the user by host message 800. An empty or missing setting gives
+  /// the folder "\Varnholt". Does nothing when the folder stands, in any letter case, on the process's search
+  /// path or in the user's PATH already. Programs that start afterwards see the change; nobody is notified.
+  /// Result: true when PATH was changed; failures of the registry are silent. Raises what the host's message
+  /// raises, when PATH has been changed already.
+  ///
+  /// A search path of the process of more than 1023 characters is not looked into, on purpose. A user's PATH
+  /// of more than 254 characters counts as empty (CWinRegistry::GetRegSetting) and is replaced. PATH becomes
+  /// a plain text (REG_SZ), whatever it was.
   bool RegPath(std::u16string& PathKey);
 };
 

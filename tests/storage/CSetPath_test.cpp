@@ -1,0 +1,210 @@
+#include "storage/CSetPath.h"
+
+#include "tests/library_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+using Operation = MemoryRegistry::Operation;
+
+class SetPath : public LibraryTest {
+ protected:
+  SetPath() {
+    SetSetting(u"General", u"Kelias", u"C:\\Buhalterija");
+    count.Reset();
+    trace.Clear();
+  }
+
+  bool RegPath(std::u16string_view key = u"Kelias") { return Call(path, u"RegPath", {key}).ToBoolean(); }
+  void SetUserPath(std::string_view text, std::uint32_t type = kRegSz) {
+    platform.registry.SetText(u"Environment", u"PATH", text, type);
+  }
+  std::optional<std::string> UserPath() const { return platform.registry.Text(u"Environment", u"PATH"); }
+  std::size_t MessagesShown() const { return platform.message_box.boxes().size(); }
+
+  /// The type of the user's PATH.
+  std::uint32_t UserPathType() {
+    RegistryKey key = 0;
+    std::uint32_t type = 0;
+    std::uint32_t size = 0;
+    platform.registry.OpenKey(HKEY_CURRENT_USER_VALUE, u"Environment", kKeyQueryValue, key);
+    platform.registry.QueryValue(key, u"PATH", type, {}, size);
+    platform.registry.CloseKey(key);
+    return type;
+  }
+
+  ObjectPtr path = Create(u"CSetPath");
+};
+
+TEST_F(SetPath, MakesTheFolderTheWholePathWhereThereWasNone) {
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(UserPathType(), kRegSz);
+}
+
+TEST_F(SetPath, AppendsTheFolderAtTheEndBehindASemicolon) {
+  SetUserPath("C:\\Bin;D:\\Tools");
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bin;D:\\Tools;C:\\Buhalterija\\Varnholt");
+}
+
+TEST_F(SetPath, AddsASemicolonEvenBehindOne) {
+  SetUserPath("C:\\Bin;");
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bin;;C:\\Buhalterija\\Varnholt");
+}
+
+TEST_F(SetPath, TellsTheUserWithOneButton) {
+  EXPECT_TRUE(RegPath());
+  ASSERT_EQ(MessagesShown(), 1u);
+  const MemoryMessageBox::Shown& box = platform.message_box.boxes()[0];
+  EXPECT_EQ(box.text, u"Tekstas 800: C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(box.title, u"");
+  EXPECT_THAT(box.captions, ElementsAre(u"Gerai"));
+}
+
+TEST_F(SetPath, AddsTheFolderOnce) {
+  EXPECT_TRUE(RegPath());
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(MessagesShown(), 1u);
+}
+
+TEST_F(SetPath, LeavesAPathThatHoldsTheFolderInOtherLetterCaseUntouched) {
+  SetSetting(u"General", u"Kelias", u"C:\\Ąžuolas");
+  SetUserPath("C:\\Bin;c:\\\xE0\xFEUOLAS\\VARNHOLT;D:\\");
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bin;c:\\\xE0\xFEUOLAS\\VARNHOLT;D:\\");
+  EXPECT_EQ(MessagesShown(), 0u);
+}
+
+TEST_F(SetPath, TakesTheFolderAnywhereInThePathForPresent) {
+  SetUserPath("C:\\Buhalterija\\Varnholt2\\Bin");
+  EXPECT_FALSE(RegPath());
+}
+
+TEST_F(SetPath, AnEmptyOrMissingSettingGivesAFolderOfTheRoot) {
+  EXPECT_TRUE(RegPath(u"Nera"));
+  EXPECT_EQ(UserPath(), "\\Varnholt");
+  SetUserPath("C:\\Bin");
+  SetSetting(u"General", u"Kelias", u"   ");
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bin;\\Varnholt");
+}
+
+TEST_F(SetPath, TrimsTheSettingAndAddsItsSeparatorWhereItIsMissing) {
+  SetSetting(u"General", u"Kelias", u" C:\\Host ");
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Host\\Varnholt");
+  SetUserPath("");
+  SetSetting(u"General", u"Kelias", u"C:\\Host\\");
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Host\\Varnholt");
+}
+
+TEST_F(SetPath, DoesNothingWhenTheFolderIsOnTheProcessPathInAnyLetterCase) {
+  platform.environment.Set(u"PATH", "C:\\Windows;c:\\BUHALTERIJA\\varnholt");
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), std::nullopt);
+  EXPECT_FALSE(platform.registry.HasKey(u"Environment"));
+  EXPECT_EQ(MessagesShown(), 0u);
+}
+
+TEST_F(SetPath, LooksIntoAProcessPathOfUpTo1023Characters) {
+  const std::string folder = "C:\\Buhalterija\\Varnholt";
+  platform.environment.Set(u"PATH", std::string(1023 - folder.size(), ';') + folder);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), std::nullopt);
+}
+
+TEST_F(SetPath, NeverLooksIntoALongerProcessPath) {
+  const std::string folder = "C:\\Buhalterija\\Varnholt";
+  platform.environment.Set(u"PATH", folder + std::string(1024 - folder.size(), ';'));
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), folder);
+}
+
+TEST_F(SetPath, ReplacesAUserPathThatIsTooLongToBeRead) {
+  SetUserPath(std::string(255, 'a'));
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
+}
+
+TEST_F(SetPath, AppendsToTheLongestUserPathThatCanBeRead) {
+  SetUserPath(std::string(254, 'a'));
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), std::string(254, 'a') + ";C:\\Buhalterija\\Varnholt");
+}
+
+TEST_F(SetPath, MakesAPathWithReferencesAPlainText) {
+  SetUserPath("%USERPROFILE%\\bin", kRegExpandSz);
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "%USERPROFILE%\\bin;C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(UserPathType(), kRegSz);
+}
+
+TEST_F(SetPath, TakesAPathThatCannotBeReadForEmpty) {
+  SetUserPath("C:\\Bin");
+  platform.registry.Refuse(Operation::Query, kRegistryAccessDenied);
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "\\Varnholt");  // the setting is not to be read either
+}
+
+TEST_F(SetPath, IsSilentWhenThePathCannotBeWritten) {
+  SetUserPath("C:\\Bin");
+  platform.registry.Refuse(Operation::Create, kRegistryAccessDenied);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bin");
+  EXPECT_EQ(MessagesShown(), 0u);
+}
+
+TEST_F(SetPath, LeavesTheKeyOpenWhenTheWriteFails) {
+  SetUserPath("C:\\Bin");
+  platform.registry.Refuse(Operation::Set, kRegistryAccessDenied);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bin");
+  EXPECT_EQ(MessagesShown(), 0u);
+  EXPECT_EQ(platform.registry.OpenHandles(), 1u);
+  // The next key that is opened has the next number.
+  RegistryKey next = 0;
+  platform.registry.OpenKey(HKEY_CURRENT_USER_VALUE, u"Environment", kKeyQueryValue, next);
+  EXPECT_EQ(platform.registry.CloseKey(next), kRegistrySuccess);
+  EXPECT_EQ(platform.registry.CloseKey(next - 1), kRegistrySuccess);
+}
+
+TEST_F(SetPath, IsSilentWhenTheKeyCannotBeClosed) {
+  platform.registry.Refuse(Operation::Close, kRegistryInvalidHandle);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(MessagesShown(), 0u);
+  platform.registry.Refuse(Operation::Close, kRegistrySuccess);
+  for (RegistryKey key = 1; platform.registry.OpenHandles() > 0; ++key) platform.registry.CloseKey(key);
+}
+
+TEST_F(SetPath, RaisesTheHostsErrorAfterThePathWasChanged) {
+  host.texts.erase(800);
+  EXPECT_EQ(ErrorNumberOf([&] { RegPath(); }), kSubscriptOutOfRange);
+  EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(MessagesShown(), 0u);
+}
+
+TEST_F(SetPath, LeavesTheCallersKeyAlone) {
+  Arguments arguments{u"Kelias"};
+  path->Invoke(Access::Call, u"RegPath", arguments);
+  EXPECT_EQ(arguments.positional[0], Value(u"Kelias"));
+}
+
+TEST_F(SetPath, CostsThreeCallsForTheMessageAndNoneWhenNothingChanges) {
+  EXPECT_TRUE(RegPath());
+  EXPECT_THAT(trace.lines(), ElementsAre("CreateObject(\"QVA_Common.Message\")",
+                                         "MessageResource.Text(800) -> \"Tekstas 800: %0\"",
+                                         "Message.Show(\"Tekstas 800: C:\\Buhalterija\\Varnholt\", \"\", "
+                                         "Array(\"Gerai\")) -> 1"));
+  EXPECT_EQ(count.calls(), 3);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(count.calls(), 3);
+}
+
+}  // namespace
+}  // namespace qva
