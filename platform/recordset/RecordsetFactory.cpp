@@ -1,0 +1,19 @@
+#include "platform/recordset/RecordsetFactory.h"
+
+#include "platform/ado.h"
+#include "platform/recordset/Recordset.h"
+#include "platform/text.h"
+
+namespace qva::recordset {
+
+ObjectPtr NewRecordset() {
+  return MakeRef<Recordset>();
+}
+
+ObjectPtr RecordsetFactory::Create(std::u16string_view programmatic_identifier) {
+  if (!EqualIgnoringCase(programmatic_identifier, ado::kRecordset))
+    throw AutomationError(kCannotCreateObject);
+  return NewRecordset();
+}
+
+}  // namespace qva::recordset
