@@ -13,13 +13,30 @@
 
 namespace qva::memory {
 
+struct CommandBarData;
+
+/// A button or box of a command bar.
+struct CommandBarControlData {
+  Object* automation = nullptr;  ///< the CommandBarControl that is alive, not owned
+  std::weak_ptr<CommandBarData> bar;
+  std::u16string caption;
+  std::u16string parameter;  ///< a text that macros may keep with the control
+};
+
 /// A toolbar or menu bar.
 struct CommandBarData {
   Object* automation = nullptr;  ///< the CommandBar that is alive, not owned
   std::u16string name;
-  bool visible = true;  ///< what it is while enabled
+  bool built_in = false;  ///< Excel's own, which cannot be deleted
+  bool visible = false;   ///< what it is while enabled
   bool enabled = true;
+  bool is_deleted = false;
+  std::vector<std::shared_ptr<CommandBarControlData>> controls;
 };
+
+/// Adds a control at the end of a bar.
+std::shared_ptr<CommandBarControlData> AddControl(const std::shared_ptr<CommandBarData>& bar,
+                                                  std::u16string caption);
 
 /// What the search for files looks for.
 struct FileSearchData {
@@ -79,10 +96,13 @@ struct ApplicationData {
 // None goes before the program does.
 inline void RequireAlive(const ApplicationData&) {
 }
-inline void RequireAlive(const CommandBarData&) {
-}
 inline void RequireAlive(const FileSearchData&) {
 }
+
+/// Raises kObjectGone when the bar was deleted.
+void RequireAlive(const CommandBarData& bar);
+/// Raises kObjectGone when the control's bar was deleted.
+void RequireAlive(const CommandBarControlData& control);
 
 /// Opens a workbook that belongs to no application yet, and makes it the active one.
 void AddWorkbook(const std::shared_ptr<ApplicationData>& application,

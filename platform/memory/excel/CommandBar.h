@@ -6,7 +6,7 @@
 
 namespace qva::memory {
 
-/// A toolbar or menu bar.
+/// A toolbar or menu bar. Every member raises kObjectGone once the bar was deleted.
 class CommandBar : public ModelObject<CommandBar, CommandBarData> {
  public:
   using ModelObject::ModelObject;
@@ -19,6 +19,10 @@ class CommandBar : public ModelObject<CommandBar, CommandBarData> {
   /// it is what it was.
   bool Visible();
   void SetVisible(bool visible);
+  bool BuiltIn();
+  ObjectPtr Controls();
+  /// Raises the automation error 80004005 for one of Excel's own bars.
+  void Delete();
 };
 
 }  // namespace qva::memory

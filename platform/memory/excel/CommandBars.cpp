@@ -5,10 +5,22 @@
 
 namespace qva::memory {
 
+namespace {
+
+AutomationError InvalidCall() {
+  return {kInvalidProcedureCall, u"Microsoft Office", StandardDescription(kInvalidProcedureCall)};
+}
+
+}  // namespace
+
 const ClassDescription& CommandBars::Description() {
   static const ClassDescription description = ClassBuilder(u"CommandBars", "The toolbars and menu bars")
                                                   .Get<&CommandBars::Count>(u"Count")
                                                   .Get<&CommandBars::Item>(u"Item", {{u"Index"}})
+                                                  .Method<&CommandBars::Add>(u"Add", {Optional(u"Name"),
+                                                                                      Optional(u"Position"),
+                                                                                      Optional(u"MenuBar"),
+                                                                                      Optional(u"Temporary")})
                                                   .Default(u"Item");
   return description;
 }
@@ -18,18 +30,35 @@ std::int32_t CommandBars::Count() {
 }
 
 ObjectPtr CommandBars::Item(const Value& index) {
-  const bool is_name = index.Is(Value::Type::Text);
-  const std::u16string name = is_name ? index.ToText() : std::u16string();
-  const std::int32_t number = is_name ? 0 : index.ToInt32();
-  std::int32_t position = 0;
-  for (const auto& bar : application_->command_bars) {
-    ++position;
-    if (is_name ? EqualIgnoringCase(bar->name, name) : position == number) {
-      return ObjectOf<CommandBar>(application_, bar);
-    }
+  if (index.Is(Value::Type::Text)) {
+    const auto bar = Find(index.ToText());
+    if (!bar) throw InvalidCall();
+    return ObjectOf<CommandBar>(application_, bar);
   }
-  throw AutomationError(kInvalidProcedureCall, u"Microsoft Office",
-                        StandardDescription(kInvalidProcedureCall));
+  const std::int32_t number = index.ToInt32();
+  if (number < 1 || number > Count()) throw InvalidCall();
+  return ObjectOf<CommandBar>(application_, application_->command_bars[static_cast<std::size_t>(number) - 1]);
+}
+
+ObjectPtr CommandBars::Add(const Value& name, const Value&, const Value&, const Value&) {
+  const auto bar = std::make_shared<CommandBarData>();
+  if (name.Is(Value::Type::Missing)) {
+    int number = 1;
+    while (Find(u"Custom " + NumberText(number))) ++number;
+    bar->name = u"Custom " + NumberText(number);
+  } else {
+    bar->name = name.ToText();
+    if (Find(bar->name)) throw InvalidCall();
+  }
+  application_->command_bars.push_back(bar);
+  return ObjectOf<CommandBar>(application_, bar);
+}
+
+std::shared_ptr<CommandBarData> CommandBars::Find(std::u16string_view name) const {
+  for (const auto& bar : application_->command_bars) {
+    if (EqualIgnoringCase(bar->name, name)) return bar;
+  }
+  return nullptr;
 }
 
 }  // namespace qva::memory

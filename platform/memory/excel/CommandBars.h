@@ -17,6 +17,11 @@ class CommandBars : public Described<CommandBars> {
   std::int32_t Count();
   /// By position from 1, or by name in any letter case. Raises 5 (Invalid procedure call) when there is none.
   ObjectPtr Item(const Value& index);
+  /// A new bar without controls, enabled but not shown; "Custom <n>" without a name. Raises 5 when there is a
+  /// bar of the name. The place, the kind and the life of the bar are not modelled.
+  ObjectPtr Add(const Value& name, const Value& position, const Value& menu_bar, const Value& temporary);
+
+  std::shared_ptr<CommandBarData> Find(std::u16string_view name) const;
 
   std::shared_ptr<ApplicationData> application_;
 };

@@ -23,6 +23,7 @@ namespace qva::memory {
 
 struct WorkbookData;
 struct NameData;
+struct CellEntry;
 
 /// A cell that is not empty.
 struct Cell {
@@ -49,6 +50,7 @@ struct SheetData {
   std::u16string name;
   std::int32_t visible = xlSheetVisible;
   bool print_gridlines = false;
+  bool display_page_breaks = false;
   Protection protection;
   std::vector<std::shared_ptr<NameData>> names;  ///< those of this sheet's own scope, sorted
 
@@ -67,9 +69,12 @@ struct SheetData {
   /// number, date, Boolean, error or formula (CellInput.h). Does not look at the protection.
   /// Raises 1004 for a formula that cannot be read or a value that no cell holds.
   void Enter(std::int32_t row, std::int32_t column, const Value& value);
+  /// Sets what a cell holds as Enter, except that a text stays the text that it is.
+  void EnterPlain(std::int32_t row, std::int32_t column, const Value& value);
   /// Empties all cells of the area, at the cost of those that are not empty.
   void Clear(const Area& area);
-  /// The smallest area around all cells that are not empty; A1 of an empty sheet.
+  /// The smallest area around all cells that are not empty or were given a format of their own, also when
+  /// they have lost it again; A1 of a sheet without such cells.
   Area UsedArea() const;
 
   /// Calls `visit(row, column, cell)` for the cells of an area that are not empty, in no certain order.
@@ -89,6 +94,7 @@ struct SheetData {
   }
 
  private:
+  void Hold(std::int32_t row, std::int32_t column, CellEntry entry);
   static std::int32_t KeyOf(std::int32_t row, std::int32_t column) {
     return (row - 1) * kColumnCount + column - 1;
   }

@@ -40,7 +40,9 @@ const ClassDescription& Worksheet::Description() {
               u"Protect", {Optional(u"Password"), Optional(u"DrawingObjects"), Optional(u"Contents", true),
                            Optional(u"Scenarios"), Optional(u"UserInterfaceOnly")})
           .Method<&Worksheet::Unprotect>(u"Unprotect", {Optional(u"Password")})
-          .Get<&Worksheet::ProtectContents>(u"ProtectContents");
+          .Get<&Worksheet::ProtectContents>(u"ProtectContents")
+          .Get<&Worksheet::DisplayPageBreaks>(u"DisplayPageBreaks")
+          .Put<&Worksheet::SetDisplayPageBreaks>(u"DisplayPageBreaks");
   return description;
 }
 
@@ -152,6 +154,14 @@ void Worksheet::Unprotect(const Value& password) {
 
 bool Worksheet::ProtectContents() {
   return Open().protection.is_on;
+}
+
+bool Worksheet::DisplayPageBreaks() {
+  return Open().display_page_breaks;
+}
+
+void Worksheet::SetDisplayPageBreaks(bool on) {
+  Open().display_page_breaks = on;
 }
 
 }  // namespace qva::memory

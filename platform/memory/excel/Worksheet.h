@@ -43,6 +43,10 @@ class Worksheet : public ModelObject<Worksheet, SheetData> {
   /// Raises 1004 for a wrong password (letter case counts).
   void Unprotect(const Value& password);
   bool ProtectContents();
+
+  /// Whether the window shows where pages break.
+  bool DisplayPageBreaks();
+  void SetDisplayPageBreaks(bool on);
 };
 
 }  // namespace qva::memory

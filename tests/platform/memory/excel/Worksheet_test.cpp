@@ -183,5 +183,12 @@ TEST_F(WorksheetTest, RemembersWhetherGridlinesArePrinted) {
   EXPECT_EQ(Get(GetObject(sheet, u"PageSetup"), u"PrintGridlines"), Value(true));
 }
 
+TEST_F(WorksheetTest, ShowsPageBreaksWhenToldTo) {
+  EXPECT_EQ(Get(sheet, u"DisplayPageBreaks"), Value(false));
+  Put(sheet, u"DisplayPageBreaks", true);
+  EXPECT_EQ(Get(sheet, u"DisplayPageBreaks"), Value(true));
+  EXPECT_EQ(Get(GetObject(GetObject(workbook, u"Sheets"), u"Item", {2}), u"DisplayPageBreaks"), Value(false));
+}
+
 }  // namespace
 }  // namespace qva::memory
