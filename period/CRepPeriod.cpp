@@ -1,6 +1,118 @@
 #include "period/CRepPeriod.h"
 
+#include <string>
+#include <vector>
+
+#include "global/Globals.h"
+#include "platform/date.h"
+#include "platform/services.h"
+#include "platform/text.h"
+
 namespace qva {
+namespace {
+
+constexpr std::int32_t kBlue = 5;          ///< of Excel's palette
+constexpr std::int32_t kTypeObject = 100;  ///< the settings collection's own code of an object
+
+struct Setting {
+  std::u16string_view name;
+  std::int32_t type;  ///< the settings collection's own code
+};
+constexpr std::array<Setting, 15> kSettings = {{{u"Plan", 7},
+                                                {u"Year", 3},
+                                                {u"Quarter", 3},
+                                                {u"Month", 3},
+                                                {u"RepPeriodType", 3},
+                                                {u"LastPerBeg", 9},
+                                                {u"LastPerEnd", 9},
+                                                {u"CurrPerBeg", 9},
+                                                {u"CurrPerEnd", 9},
+                                                {u"CurrBudgetDocId", 3},
+                                                {u"CurrBudgetDocCode", 15},
+                                                {u"LastBudgetDocId", 3},
+                                                {u"LastBudgetDocCode", 15},
+                                                {u"IsBudgetPlan", 14},
+                                                {u"BudgetCount", 2}}};
+
+/// A field of the budget recordset, which is also a column of the table on the sheet.
+struct BudgetField {
+  std::u16string_view name;
+  ado::DataTypeEnum type;
+  std::int32_t size;
+  ado::FieldAttributeEnum attributes;
+};
+constexpr std::array<BudgetField, 7> kBudgetFields = {
+    {{u"BookCode", ado::adVarChar, 25, ado::adFldUnspecified},
+     {u"PlanCode", ado::adVarChar, 25, ado::adFldUnspecified},
+     {u"PlanIsBudget", ado::adInteger, 0, ado::adFldUnspecified},
+     {u"BudgetCurrDocId", ado::adCurrency, 0, ado::adFldIsNullable},
+     {u"BudgetCurrDocCode", ado::adVarChar, 250, ado::adFldIsNullable},
+     {u"BudgetLastDocId", ado::adCurrency, 0, ado::adFldIsNullable},
+     {u"BudgetLastDocCode", ado::adVarChar, 250, ado::adFldIsNullable}}};
+constexpr auto kBudgetColumns = static_cast<std::int32_t>(kBudgetFields.size());
+
+Value BudgetFieldNames() {
+  std::vector<Value> names;
+  for (const BudgetField& field : kBudgetFields) names.emplace_back(field.name);
+  return Array::Of(std::move(names));
+}
+
+/// What a budget field takes for the value of a cell: an empty cell is no value, or the type's zero where the
+/// field needs one.
+Value BudgetValue(const BudgetField& field, const Value& cell) {
+  if (!cell.Is(Value::Type::Empty)) return cell;
+  if (field.attributes == ado::adFldIsNullable) return Null{};
+  return field.type == ado::adVarChar ? Value(u"") : Value(std::int32_t{0});
+}
+
+bool IsNumber(const Value& value) {
+  switch (value.type()) {
+    case Value::Type::Byte:
+    case Value::Type::Int16:
+    case Value::Type::Int32:
+    case Value::Type::Double:
+    case Value::Type::Currency:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool IsBlank(const Value& value) {
+  return value.Is(Value::Type::Empty) || (value.Is(Value::Type::Text) && value.ToText().empty());
+}
+
+/// An identifier above zero; what is no number is no identifier.
+bool IsIdentifier(const Value& value) {
+  bool result = false;
+  if (!IsBlank(value)) IgnoreErrors([&] { result = value.ToDouble() > 0; });
+  return result;
+}
+
+}  // namespace
+
+struct CRepPeriod::NamedCell {
+  std::u16string_view name;
+  std::u16string_view setting;  ///< the item that the cell exchanges with; empty for the table's head
+};
+
+const std::array<CRepPeriod::NamedCell, CRepPeriod::kCellCount> CRepPeriod::kNamedCells = {
+    {{u"AccPlan", u"Plan"},
+     {u"RepYear", u"Year"},
+     {u"RepQuarter", u"Quarter"},
+     {u"RepMon", u"Month"},
+     {u"RepType", u"RepPeriodType"},
+     {u"RepLastPerBeg", u"LastPerBeg"},
+     {u"RepLastPerEnd", u"LastPerEnd"},
+     {u"RepCurrPerBeg", u"CurrPerBeg"},
+     {u"RepCurrPerEnd", u"CurrPerEnd"},
+     {u"CurrBudgetDocId", u"CurrBudgetDocId"},
+     {u"CurrBudgetDocCode", u"CurrBudgetDocCode"},
+     {u"LastBudgetDocId", u"LastBudgetDocId"},
+     {u"LastBudgetDocCode", u"LastBudgetDocCode"},
+     {u"IsBudgetPlan", u"IsBudgetPlan"},
+     {u"BudgetCount", u"BudgetCount"},
+     {u"BookCode", u""}}};
 
 const ClassDescription& CRepPeriod::Description() {
   static const ClassDescription description =
@@ -10,11 +122,162 @@ const ClassDescription& CRepPeriod::Description() {
   return description;
 }
 
-void CRepPeriod::Init(excel::Worksheet) {
-  throw AutomationError(kUnsupportedAction);
+CRepPeriod::CRepPeriod() : oParams_(host::SettingsCollection::Create(*GetServices().object_factory)) {
+  for (const Setting& setting : kSettings) oParams_.Add(setting.name, setting.type);
+  BuildBudgets();
+  oParams_.Add(u"BudgetRS", kTypeObject, budgets_.object());
 }
+
+// --- Binding -----------------------------------------------------------------------------------------------
+
+void CRepPeriod::Init(excel::Worksheet pWorkSheet) {
+  if (!pWorkSheet) throw AutomationError(kObjectErrorBase + 1, u"Wrong parameter", u"");
+  sheet_ = std::move(pWorkSheet);
+  book_ = sheet_.Parent();
+
+  // One walk serves all cells: a name that one of them creates is never what another one looks for.
+  struct Found {
+    std::u16string name;  // in lower case
+    excel::DefinedName object;
+  };
+  std::vector<Found> found;
+  const excel::Names names = book_.Names();
+  const std::int32_t count = names.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    excel::DefinedName name = names.Item(i);
+    std::u16string lower_name = ToLower(name.Name());
+    found.push_back({std::move(lower_name), std::move(name)});
+  }
+
+  for (std::size_t i = 0; i < kCellCount; ++i) {
+    cells_[i] = {};
+    const std::u16string wanted = ToLower(kNamedCells[i].name);
+    for (const Found& candidate : found) {
+      if (candidate.name != wanted) continue;
+      // A deleted cell leaves "#REF!". A sheet whose own name holds these letters loses its names here, too.
+      if (candidate.object.RefersTo().find(u"REF") == std::u16string::npos) {
+        cells_[i] = candidate.object.RefersToRange();
+        break;
+      }
+      candidate.object.Delete();
+    }
+    if (!cells_[i]) cells_[i] = CreateName(kNamedCells[i].name);
+  }
+}
+
+excel::Range CRepPeriod::CreateName(std::u16string_view name) const {
+  const excel::Range used = sheet_.UsedRange();
+  const excel::Range cell = used.Offset(0, used.Columns().Count()).Cells(1);
+  // The sheet's name stands without quotation marks, so a sheet that needs them cannot be given names:
+  // intended.
+  const excel::DefinedName created = book_.Names().Add(name, u"=" + sheet_.Name() + u"!" + cell.Address());
+  excel::Range range = created.RefersToRange();
+  // The colour also makes the cell part of the used range, so that the next name gets a cell of its own.
+  range.Font().SetColorIndex(kBlue);
+  return range;
+}
+
+// --- Editing -----------------------------------------------------------------------------------------------
+
 bool CRepPeriod::Edit() {
-  throw AutomationError(kUnsupportedAction);
+  bool confirmed = false;
+  const bool went_through = IgnoreErrors([&] {
+    if (!dialog_) dialog_ = std::make_unique<frmReportPeriod>();
+    Load();
+    if (!dialog_->Run(oParams_, TheGlobals().oBook)) return;
+    Save();
+    confirmed = true;
+  });
+  return went_through && confirmed;
+}
+
+void CRepPeriod::BuildBudgets() {
+  budgets_ = ado::Recordset::Create(*GetServices().object_factory);
+  const ado::Fields fields = budgets_.Fields();
+  for (const BudgetField& field : kBudgetFields) {
+    fields.Append(field.name, field.type, field.size, field.attributes);
+  }
+  budgets_.Open();
+}
+
+void CRepPeriod::Load() {
+  for (const Cell cell : {kAccPlan, kRepYear, kRepQuarter, kRepMon, kCurrBudgetDocId, kCurrBudgetDocCode,
+                          kLastBudgetDocId, kLastBudgetDocCode, kIsBudgetPlan}) {
+    SetItem(kNamedCells[cell].setting, cells_[cell].Value());
+  }
+
+  const Value type = cells_[kRepType].Value();
+  const bool is_kind = IsNumber(type) && type.ToDouble() >= 1 && type.ToDouble() <= 6;
+  SetItem(u"RepPeriodType", is_kind ? type : Value(std::int32_t{1}));
+
+  // The defaults are whole calendar years. Without a year it is this one, which stays unsaid in the item.
+  const auto year = [this] {
+    const Value item = Item(u"Year");
+    return IsBlank(item) ? PartsOf(GetServices().clock->Now()).year : item.ToInt32();
+  };
+  const auto load_date = [&](Cell cell, int years, int month) {
+    const Value value = cells_[cell].Value();
+    SetItem(kNamedCells[cell].setting,
+            value.Is(Value::Type::Empty) ? DateFromParts(year() + years, 1, month) : value.ToDate());
+  };
+  load_date(kRepLastPerBeg, -1, 1);
+  load_date(kRepLastPerEnd, 0, 0);
+  load_date(kRepCurrPerBeg, 0, 1);
+  load_date(kRepCurrPerEnd, 1, 0);
+
+  LoadBudgets();
+  oParams_.Item(u"BudgetRS").SetObject(budgets_.object());
+}
+
+void CRepPeriod::LoadBudgets() {
+  const std::int32_t count = cells_[kBudgetCount].Value().ToInt32();
+  BuildBudgets();
+  const Value names = BudgetFieldNames();
+  if (count > 0) {
+    const Value block = cells_[kBookCode].Offset(1, 0).Resize(count, kBudgetColumns).Value();
+    const std::vector<Value>& table = block.ToArray().elements;
+    for (std::size_t row = 0; row < table.size(); row += kBudgetFields.size()) {
+      std::vector<Value> values;
+      for (std::size_t i = 0; i < kBudgetFields.size(); ++i) {
+        values.push_back(BudgetValue(kBudgetFields[i], table[row + i]));
+      }
+      budgets_.AddNew(names, Array::Of(std::move(values)));
+    }
+  } else if (count == 0 &&
+             (IsIdentifier(Item(u"CurrBudgetDocId")) || IsIdentifier(Item(u"LastBudgetDocId")))) {
+    std::vector<Value> values = {TheGlobals().oBook.BookCode()};
+    for (const std::u16string_view item : {u"Plan", u"IsBudgetPlan", u"CurrBudgetDocId", u"CurrBudgetDocCode",
+                                           u"LastBudgetDocId", u"LastBudgetDocCode"}) {
+      values.push_back(BudgetValue(kBudgetFields[values.size()], Item(item)));
+    }
+    budgets_.AddNew(names, Array::Of(std::move(values)));
+  }
+  if (budgets_.RecordCount() > 0) budgets_.MoveFirst();
+}
+
+void CRepPeriod::Save() const {
+  for (const Cell cell : {kAccPlan, kRepYear, kRepQuarter, kRepMon, kRepType, kRepLastPerBeg, kRepLastPerEnd,
+                          kRepCurrPerBeg, kRepCurrPerEnd, kBudgetCount}) {
+    cells_[cell].SetValue(Item(kNamedCells[cell].setting));
+  }
+
+  // From the first save on, a workbook has its budgets in the table alone.
+  cells_[kCurrBudgetDocId].SetValue(std::int32_t{0});
+  cells_[kCurrBudgetDocCode].SetValue(u"");
+  cells_[kLastBudgetDocId].SetValue(std::int32_t{0});
+  cells_[kLastBudgetDocCode].SetValue(u"");
+  cells_[kIsBudgetPlan].SetValue(std::int32_t{0});
+
+  const excel::Range first = cells_[kBookCode].Offset(1, 0);
+  if (!IsBlank(first.Value())) {
+    // A table of one row, with nothing below it, ends at the sheet's bottom: everything down there is
+    // cleared.
+    sheet_.Range(first, first.End(xlDown).Offset(0, kBudgetColumns - 1)).ClearContents();
+  }
+  // The dialog may have put another recordset in the place of the loaded one.
+  const ado::Recordset budgets(Item(u"BudgetRS").ToObject());
+  first.CopyFromRecordset(budgets.Clone());
+  cells_[kBudgetCount].SetValue(budgets.RecordCount());
 }
 
 }  // namespace qva

@@ -50,12 +50,21 @@ inline std::int32_t ErrorNumberOf(const std::function<void()>& step) {
 /// programmatic identifier and member name.
 class LibraryTest : public testing::Test {
  protected:
-  static constexpr std::u16string_view kHostIdentifiers[] = {
-      host::kCommonObjects,     host::kPlant,      host::kClientTools, host::kSettingsCollection,
-      host::kCompanyAttributes, host::kDataAccess, host::kMessage,     host::kMessageResource};
+  static constexpr std::u16string_view kHostIdentifiers[] = {host::kCommonObjects,
+                                                             host::kPlant,
+                                                             host::kClientTools,
+                                                             host::kSettingsCollection,
+                                                             host::kCompanyAttributes,
+                                                             host::kDataAccess,
+                                                             host::kMessage,
+                                                             host::kMessageResource,
+                                                             host::kQuery,
+                                                             host::kConditionBuilder,
+                                                             host::kDocumentSelection};
 
   LibraryTest() {
     host.message_box = &platform.message_box;
+    host.list_chooser = &platform.list_chooser;
     for (const std::u16string_view identifier : kHostIdentifiers) {
       platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
     }

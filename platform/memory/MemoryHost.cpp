@@ -1,7 +1,9 @@
 #include "platform/memory/MemoryHost.h"
 
+#include "platform/date.h"
 #include "platform/host.h"
 #include "platform/member_table.h"
+#include "platform/memory/MemoryHostTables.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -21,12 +23,19 @@ const T& Find(const std::map<std::u16string, T>& map, std::u16string_view key, s
 class BookObject : public Described<BookObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
-        ClassBuilder(u"Book", "").Get<&BookObject::BookCode>(u"BookCode").Default(u"BookCode");
+    static const ClassDescription description = ClassBuilder(u"Book", "")
+                                                    .Get<&BookObject::BookCode>(u"BookCode")
+                                                    .Get<&BookObject::Table>(u"Table", {{u"Name"}})
+                                                    .Default(u"BookCode");
     return description;
   }
   BookObject(MemoryHost& host, std::u16string code) : host_(host), code_(std::move(code)) {}
   std::u16string BookCode() const { return code_; }
+  ObjectPtr Table(std::u16string name) const {
+    ObjectPtr table = MakeHostTable(host_, code_, name);
+    if (!table) throw HostError(u"No table '" + name + u"'");
+    return table;
+  }
   const MemoryHost::Company& company() const { return Find(host_.books, code_, u"book"); }
 
  private:
@@ -305,6 +314,17 @@ MemoryHost MemoryHost::Sample() {
                       .contacts = {{u"TEL", u"(8 5) 212 3456"}, {u"FA", u"(8 5) 212 3457"}}}}},
       .persons = {{u"DIR", u"Žygimantas Ąžuolaitis"}, {u"FDIR", u"Eglė Čepėnienė"}},
   };
+  host.books[u"BALTIJA"] = {.code = u"399503183",
+                            .vat_code = u"",
+                            .name = u"AB „Baltija“",
+                            .addresses = {{u"", {}}},
+                            .persons = {}};
+  host.account_sets[u"MEDVILNE"] = {{u"F1", u"Finansinė apskaita", false}, {u"B1", u"Biudžetas", true}};
+  host.account_sets[u"BALTIJA"] = {{u"F2", u"Finansinė apskaita", false}};
+  host.documents = {{11, u"MEDVILNE", u"BOBN", u"BIU-2023", DateFromParts(2023, 6, 30)},
+                    {12, u"MEDVILNE", u"BOBN", u"BIU-2024", DateFromParts(2024, 6, 30)},
+                    {13, u"MEDVILNE", u"SASK", u"S-1", DateFromParts(2024, 6, 30)},
+                    {14, u"BALTIJA", u"BOBN", u"BIU-B", DateFromParts(2024, 6, 30)}};
   host.path_keys[u"BookRepSave"] = u"C:\\Ataskaitos";
   const std::int32_t numbers[] = {800, 801, 802, 803, 804, 805, 806, 807, 808, 810,  811,
                                   813, 814, 815, 816, 817, 818, 819, 820, 828, 836,  840,
@@ -324,7 +344,7 @@ ObjectPtr MemoryHost::Create(std::u16string_view programmatic_identifier) {
   if (is(host::kDataAccess)) return MakeRef<DataAccessObject>(*this);
   if (is(host::kMessage)) return MakeRef<MessageObject>(*this);
   if (is(host::kMessageResource)) return MakeRef<MessageResourceObject>(*this);
-  return {};
+  return MakeHostQueryObject(*this, programmatic_identifier);
 }
 
 }  // namespace qva

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/automation.h"
+#include "platform/list_chooser.h"
 #include "platform/services.h"
 
 namespace qva {
@@ -23,15 +24,30 @@ struct MemoryHost {
     std::map<std::u16string, std::u16string> persons;  ///< by role
   };
 
+  struct AccountSet {
+    std::u16string code, name;
+    bool is_budget = false;
+  };
+  struct Document {
+    std::int32_t id = 0;
+    std::u16string book_code, type, code;
+    Date date;
+  };
+
   std::map<std::u16string, Company> books;             ///< by book code; CreateBook knows these alone
   std::map<std::u16string, std::u16string> path_keys;  ///< folder by key
-  std::map<std::int32_t, std::u16string> texts;        ///< message texts by number
-  MessageBox* message_box = nullptr;                   ///< shows the messages of the message object
+  std::map<std::u16string, std::vector<AccountSet>> account_sets;  ///< by book code
+  std::vector<Document> documents;
+  std::map<std::int32_t, std::u16string> texts;  ///< message texts by number
+  MessageBox* message_box = nullptr;             ///< shows the messages of the message object
+  ListChooser* list_chooser = nullptr;           ///< shows the documents to select from
 
   // What the library did to the components.
   std::vector<std::u16string> books_set;    ///< codes of the books handed to the client tools
   std::vector<std::u16string> plants_made;  ///< codes of the books that plants were initialised with
-  std::u16string resource_library;          ///< the name that the message resource was initialised with
+  std::vector<std::u16string>
+      selection_conditions;         ///< of the document selections, which do not execute them
+  std::u16string resource_library;  ///< the name that the message resource was initialised with
 
   /// A host of one book, "MEDVILNE", with every attribute set and a text for each number that the library
   /// uses.

@@ -1,0 +1,230 @@
+#include "period/AccountSetGrid.h"
+
+#include "platform/services.h"
+
+namespace qva {
+namespace {
+
+// The host's tables.
+constexpr std::u16string_view kCarrierTable = u"REFBankAccountRole";
+constexpr std::u16string_view kBookTable = u"Book";
+constexpr std::u16string_view kAccountSetTable = u"GLAccountSet";
+constexpr std::u16string_view kDocumentTable = u"THDocument";
+constexpr std::u16string_view kPostingView = u"GLContAccountPostBBN";
+
+constexpr std::u16string_view kBudgetDocument = u"BOBN";  ///< the document type of budgets
+
+// The host's own numbers of field kinds.
+enum FieldKind : std::int32_t { kIdentifier = 4, kCode = 7, kFlag = 14, kDocumentCode = 16 };
+
+}  // namespace
+
+void AccountSetGrid::Prepare(ui::Grid& grid, host::Book book, ado::Recordset budgets) {
+  book_ = std::move(book);
+  budgets_ = std::move(budgets);
+  m_BaselList.on_add_fields = [this] { m_BaselList_OnAddFields(); };
+  m_BaselList.on_add_column = [this](BaselList::Column& column) { m_BaselList_OnAddColumn(column); };
+  m_BaselList.after_fill_list = [this] { m_BaselList_AfterFillList(); };
+  m_BaselList.on_show_look_up = [this](std::u16string_view column, BaselList::Lookup& lookup) {
+    m_BaselList_OnShowLookUp(column, lookup);
+  };
+  m_BaselList.after_change_col_value = [this](std::u16string_view column) {
+    m_BaselList_AfterChangeColValue(column);
+  };
+  m_BaselList.button_click = [this](std::u16string_view column) { SpecGrid_ButtonClick(column); };
+  m_BaselList.before_column_update = [this](std::u16string_view column, const Value& value, bool& cancel) {
+    SpecGrid_BeforeColUpdate(column, value, cancel);
+  };
+  m_BaselList.Init(grid, book_.Table(kCarrierTable));
+  m_BaselList.SetOptions({.edit = true, .add_rows = true, .delete_rows = true, .lookups = true});
+  // The table lends its structure alone: all rows come from the budgets.
+  m_BaselList.SetCondition(u"1=0");
+  m_BaselList.Fill();
+}
+
+void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
+  if (budgets.RecordCount() > 0) budgets.MoveFirst();
+  while (!budgets.EndOfFile()) {
+    budgets.Delete();
+    budgets.MoveNext();
+  }
+  if (m_BaselList.RowCount() == 0) return;
+
+  std::vector<std::u16string> shared;
+  const ado::Fields fields = budgets.Fields();
+  const std::int32_t count = fields.Count();
+  for (std::int32_t i = 0; i < count; ++i) {
+    std::u16string name = fields.Item(i).Name();
+    if (m_BaselList.HasField(name)) shared.push_back(std::move(name));
+  }
+  const Value names = Array::Of({shared.begin(), shared.end()});
+  for (std::size_t row = 0; row < m_BaselList.RowCount(); ++row) {
+    m_BaselList.MoveTo(row);
+    std::vector<Value> values;
+    for (const std::u16string& name : shared) values.push_back(m_BaselList.Get(name));
+    budgets.AddNew(names, Array::Of(std::move(values)));
+  }
+  budgets.MoveFirst();
+}
+
+void AccountSetGrid::m_BaselList_OnAddFields() {
+  IgnoreErrors([&] {
+    m_BaselList.AppendField(u"BookCode", kCode, u"IsNull(null,'')");
+    m_BaselList.AppendField(u"PlanCode", kCode, u"IsNull(null,'')");
+    m_BaselList.AppendField(u"PlanIsBudget", kFlag, u"IsNull(null,0)");
+    m_BaselList.AppendField(u"BudgetCurrDocId", kIdentifier, u"Coalesce(0,null)");
+    m_BaselList.AppendField(u"BudgetCurrDocCode", kDocumentCode, u"Coalesce('',null)");
+    m_BaselList.AppendField(u"BudgetLastDocId", kIdentifier, u"Coalesce(0,null)");
+    m_BaselList.AppendField(u"BudgetLastDocCode", kDocumentCode, u"Coalesce('',null)");
+  });
+}
+
+void AccountSetGrid::m_BaselList_OnAddColumn(BaselList::Column& column) {
+  if (column.name == u"BookCode") {
+    column.lookup_table = kBookTable;
+    column.cell_button = true;
+  } else if (column.name == u"PlanCode") {
+    column.lookup_table = kAccountSetTable;
+    column.cell_button = true;
+  } else if (column.name.find(u"DocCode") != column.name.npos) {
+    column.cell_button = true;
+  } else if (column.name == u"PlanIsBudget") {
+    column.read_only = true;
+  }
+  if (column.caption.empty()) {
+    column.read_only = true;
+    column.hidden = true;
+  }
+}
+
+void AccountSetGrid::m_BaselList_AfterFillList() {
+  IgnoreErrors([&] {
+    const ado::Recordset budgets = budgets_.Clone();
+    if (budgets.RecordCount() == 0) return;
+    budgets.MoveFirst();
+    const ado::Fields fields = budgets.Fields();
+    std::vector<std::pair<std::size_t, std::u16string>> shared;  // number in the records and name
+    const std::int32_t count = fields.Count();
+    for (std::int32_t i = 0; i < count; ++i) {
+      std::u16string name = fields.Item(i).Name();
+      if (m_BaselList.HasField(name)) shared.emplace_back(i, std::move(name));
+    }
+    const Value block = budgets.GetRows();
+    const Array& records = block.ToArray();  // fields by records
+    const auto record_count = static_cast<std::size_t>(records.dimensions.at(1).count);
+    for (std::size_t record = 0; record < record_count; ++record) {
+      m_BaselList.AddRow();
+      for (const auto& [field, name] : shared) {
+        m_BaselList.Set(name, records.elements.at(field * record_count + record));
+      }
+    }
+    m_BaselList.MoveTo(0);
+  });
+}
+
+void AccountSetGrid::m_BaselList_OnShowLookUp(std::u16string_view column, BaselList::Lookup& lookup) {
+  IgnoreErrors([&] {
+    if (column == u"BookCode") {
+      lookup.Init(book_, kBookTable);
+    } else if (column == u"PlanCode") {
+      const host::Book book = books_.Get(Text(u"BookCode"));
+      if (!book) return;
+      if (lookup.is_bound()) {
+        lookup.SetBook(book);
+      } else {
+        lookup.Init(book, kAccountSetTable);
+      }
+    }
+    lookup.Reload();
+  });
+}
+
+void AccountSetGrid::m_BaselList_AfterChangeColValue(std::u16string_view column) {
+  IgnoreErrors([&] {
+    if (column == u"BookCode") {
+      m_BaselList.Clear(u"PlanCode");
+      m_BaselList.Clear(u"PlanIsBudget");
+    } else if (column == u"PlanCode") {
+      const std::u16string book_code = Text(u"BookCode");
+      if (book_code.empty()) return;
+      m_BaselList.Clear(u"PlanIsBudget");
+      const host::Table account_sets = books_.Get(book_code).Table(kAccountSetTable);
+      if (account_sets.Seek(Text(u"PlanCode"))) {
+        m_BaselList.Set(u"PlanIsBudget", account_sets.Field(u"IsBudget"));
+      }
+    } else {
+      return;
+    }
+    // Documents belong to one account set.
+    m_BaselList.Clear(u"BudgetCurrDocCode");
+    m_BaselList.Clear(u"BudgetCurrDocId");
+    m_BaselList.Clear(u"BudgetLastDocCode");
+    m_BaselList.Clear(u"BudgetLastDocId");
+  });
+}
+
+void AccountSetGrid::SpecGrid_ButtonClick(std::u16string_view column) {
+  IgnoreErrors([&] {
+    // At the end of the name, while a column's button is there for a name that has it anywhere: intended.
+    if (!column.ends_with(u"DocCode")) return;
+    const std::u16string book_code = Text(u"BookCode");
+    const std::u16string account_set = Text(u"PlanCode");
+    if (book_code.empty() || account_set.empty()) return;
+    const bool is_current = column == u"BudgetCurrDocCode";
+    const SelectedDocument document =
+        SelectBudgetDocument(books_.Get(book_code), account_set, dates_(is_current));
+    if (!document.chosen) return;
+    m_BaselList.Set(is_current ? u"BudgetCurrDocId" : u"BudgetLastDocId", document.id);
+    m_BaselList.Set(is_current ? u"BudgetCurrDocCode" : u"BudgetLastDocCode", document.code);
+  });
+}
+
+void AccountSetGrid::SpecGrid_BeforeColUpdate(std::u16string_view column, const Value& value, bool& cancel) {
+  const bool went_through = IgnoreErrors([&] {
+    if (column == u"BookCode") {
+      cancel = !books_.Get(value.ToText());
+    } else if (column == u"PlanCode") {
+      const host::Book book = books_.Get(Text(u"BookCode"));
+      cancel = !book || !book.Table(kAccountSetTable).Seek(value.ToText());
+    }
+  });
+  if (!went_through) cancel = true;  // the host has no such book, or cannot tell
+}
+
+void AccountSetGrid::btSpecDelete_Click() {
+  IgnoreErrors([&] {
+    if (m_BaselList.RowCount() > 0) m_BaselList.DeleteCurrentRow();
+  });
+}
+
+AccountSetGrid::SelectedDocument AccountSetGrid::SelectBudgetDocument(const host::Book& book,
+                                                                      std::u16string_view account_set,
+                                                                      const DateRange& dates) const {
+  ObjectFactory& factory = *GetServices().object_factory;
+  const auto selection = host::DocumentSelection::Create(factory);
+  selection.Init(book);
+  const std::u16string condition =
+      host::ConditionBuilder::Create(factory).In(u"IDC", BudgetDocumentSubQuery(book, account_set));
+  SelectedDocument document;
+  document.id = selection.Open(kBudgetDocument, dates.from, dates.to, condition);
+  if (document.id.ToDouble() <= 0) return document;
+  document.code = selection.Field(u"Code").ToText();
+  document.chosen = true;
+  return document;
+}
+
+std::u16string BudgetDocumentSubQuery(const host::Book& book, std::u16string_view account_set) {
+  ObjectFactory& factory = *GetServices().object_factory;
+  const auto conditions = host::ConditionBuilder::Create(factory);
+  const auto query = host::Query::Create(factory);
+  query.Init(book);
+  query.From(kPostingView, u"AccPost");
+  query.SetCondition(conditions.And(conditions.Equal(u"AccPost.AccSetCode", account_set),
+                                    conditions.Equal(u"Doc.DocTypeCode", kBudgetDocument)));
+  query.SetDistinct(true);
+  query.Select(u"AccPost.DocId");
+  query.Join(kDocumentTable, u"Doc", u"AccPost.DocId = Doc.IDC");
+  return u"(" + query.Sql() + u")";
+}
+
+}  // namespace qva

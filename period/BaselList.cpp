@@ -1,0 +1,220 @@
+#include "period/BaselList.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/services.h"
+#include "platform/text.h"
+
+namespace qva {
+namespace {
+
+constexpr std::u16string_view kNoRows = u"1=0";
+
+struct Caption {
+  std::u16string_view field;
+  std::u16string_view text;
+  int width;  ///< in pixels at 100 % scale
+};
+
+// Fields that are not here have no caption: users do not know them.
+constexpr std::array<Caption, 5> kCaptions = {
+    {{u"BookCode", u"Knyga", 90},
+     {u"PlanCode", u"Sąskaitų planas", 110},
+     {u"PlanIsBudget", u"Biudžeto", 70},
+     {u"BudgetCurrDocCode", u"Einamojo laikotarpio biudžetas", 160},
+     {u"BudgetLastDocCode", u"Praeito laikotarpio biudžetas", 160}}};
+
+const Caption* FindCaption(std::u16string_view field) {
+  const auto found = std::ranges::find(kCaptions, field, &Caption::field);
+  return found == kCaptions.end() ? nullptr : &*found;
+}
+
+AutomationError ExpressionError(std::u16string_view expression) {
+  return AutomationError(kInvalidProcedureCall, u"QVA_Varnholt",
+                         u"The list cannot work out " + std::u16string(expression));
+}
+
+/// The first of the two literals of "IsNull(a,b)" or "Coalesce(a,b)" that is not null; Null when both are.
+Value StartingValue(std::u16string_view expression) {
+  std::u16string_view rest = expression;
+  for (const std::u16string_view function : {u"IsNull(", u"Coalesce("}) {
+    if (rest.starts_with(function) && rest.ends_with(u')')) {
+      rest.remove_prefix(function.size());
+      rest.remove_suffix(1);
+      const std::size_t comma = rest.find(u',');
+      if (comma == rest.npos) break;
+      for (const std::u16string_view literal : {rest.substr(0, comma), rest.substr(comma + 1)}) {
+        if (literal == u"null") continue;
+        if (literal == u"''") return u"";
+        if (literal == u"0") return std::int32_t{0};
+        throw ExpressionError(expression);
+      }
+      return Null{};
+    }
+  }
+  throw ExpressionError(expression);
+}
+
+}  // namespace
+
+void BaselList::Lookup::Init(host::Book book, std::u16string_view table) {
+  book_ = std::move(book);
+  table_ = table;
+}
+
+void BaselList::Lookup::Reload() {
+  rows_.clear();
+  const Value rows = book_.Table(table_).Rows({u"Code", u"Name"});
+  if (rows.Is(Value::Type::Empty)) return;
+  const std::vector<Value>& cells = rows.ToArray().elements;
+  for (std::size_t i = 0; i + 1 < cells.size(); i += 2) {
+    rows_.push_back({cells[i].ToText(), cells[i + 1].ToText()});
+  }
+}
+
+void BaselList::Init(ui::Grid& grid, host::Table carrier) {
+  if (!carrier) throw AutomationError(kObjectNotSet);
+  grid_ = &grid;
+  carrier_ = std::move(carrier);
+  fields_.clear();
+  columns_.clear();
+  if (on_add_fields) on_add_fields();
+  std::vector<ui::GridColumn> shown;
+  for (const Field& field : fields_) {
+    const Caption* caption = FindCaption(field.name);
+    Column column{.name = field.name,
+                  .caption = std::u16string(caption ? caption->text : u""),
+                  .lookup_table = u"",
+                  .cell_button = false,
+                  .read_only = false,
+                  .hidden = false};
+    if (on_add_column) on_add_column(column);
+    if (column.hidden) continue;
+    shown.push_back({.name = column.name,
+                     .caption = column.caption,
+                     .width = caption ? caption->width : 100,
+                     .read_only = column.read_only,
+                     .cell_button = column.cell_button,
+                     .check_box = column.name == u"PlanIsBudget"});
+    columns_.push_back({std::move(column), {}});
+  }
+  grid.SetColumns(std::move(shown));
+  grid.SetModel(this);
+}
+
+void BaselList::Fill() {
+  rows_.clear();
+  current_.reset();
+  if (condition_ != kNoRows) throw AutomationError(kUnsupportedAction);
+  if (after_fill_list) after_fill_list();
+  ShowRows();
+}
+
+void BaselList::AppendField(std::u16string_view name, std::int32_t kind, std::u16string_view expression) {
+  fields_.push_back({std::u16string(name), kind, StartingValue(expression)});
+}
+
+bool BaselList::HasField(std::u16string_view name) const {
+  return std::ranges::any_of(fields_,
+                             [&](const Field& field) { return EqualIgnoringCase(field.name, name); });
+}
+
+void BaselList::MoveTo(std::size_t row) {
+  if (row >= rows_.size()) throw AutomationError(kSubscriptOutOfRange);
+  current_ = row;
+}
+
+void BaselList::AddRow() {
+  std::vector<Value> row;
+  for (const Field& field : fields_) row.push_back(field.starting_value);
+  rows_.push_back(std::move(row));
+  current_ = rows_.size() - 1;
+}
+
+void BaselList::DeleteCurrentRow() {
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(Row()));
+  if (rows_.empty()) {
+    current_.reset();
+  } else {
+    current_ = std::min(*current_, rows_.size() - 1);
+  }
+  ShowRows();
+}
+
+void BaselList::Clear(std::u16string_view field) {
+  Set(field, fields_[FieldNumber(field)].starting_value);
+}
+
+std::u16string BaselList::CellText(std::size_t row, std::size_t column) const {
+  const Value& value = rows_.at(row)[FieldNumber(columns_.at(column).column.name)];
+  return value.Is(Value::Type::Null) ? std::u16string() : value.ToText();
+}
+
+bool BaselList::SetCellText(std::size_t row, std::size_t column, std::u16string_view text) {
+  const Column& target = columns_.at(column).column;
+  if (!options_.edit || target.read_only) return false;
+  MoveTo(row);
+  const Value value = text;
+  bool cancel = false;
+  if (before_column_update) before_column_update(target.name, value, cancel);
+  if (cancel) return false;
+  Set(target.name, value);
+  if (after_change_col_value) after_change_col_value(target.name);
+  ShowRows();
+  return true;
+}
+
+void BaselList::AppendRow() {
+  if (!options_.add_rows) return;
+  AddRow();
+  ShowRows();
+}
+
+void BaselList::DeleteRow(std::size_t row) {
+  if (!options_.delete_rows || row >= rows_.size()) return;
+  current_ = row;
+  DeleteCurrentRow();
+}
+
+void BaselList::PressCellButton(std::size_t row, std::size_t column) {
+  if (row >= rows_.size()) return;
+  current_ = row;
+  if (!columns_.at(column).column.lookup_table.empty()) {
+    OpenLookup(row, column);
+  } else if (button_click) {
+    button_click(columns_[column].column.name);
+    ShowRows();
+  }
+}
+
+void BaselList::OpenLookup(std::size_t row, std::size_t column) {
+  if (!options_.lookups) return;
+  ShownColumn& shown = columns_[column];
+  shown.lookup.rows_.clear();
+  if (on_show_look_up) on_show_look_up(shown.column.name, shown.lookup);
+  if (shown.lookup.rows_.empty()) return;
+  const ChoiceList list{shown.column.caption, {u"Kodas", u"Pavadinimas"}, shown.lookup.rows_};
+  const auto chosen = GetServices().list_chooser->Choose(list, CellText(row, column));
+  if (chosen && *chosen < list.rows.size()) SetCellText(row, column, list.rows[*chosen].front());
+}
+
+void BaselList::ShowRows() {
+  if (!grid_) return;
+  grid_->Refresh();
+  if (current_) grid_->SetCurrentRow(*current_);
+}
+
+std::size_t BaselList::FieldNumber(std::u16string_view name) const {
+  for (std::size_t i = 0; i < fields_.size(); ++i) {
+    if (EqualIgnoringCase(fields_[i].name, name)) return i;
+  }
+  throw AutomationError(kSubscriptOutOfRange);
+}
+
+std::size_t BaselList::Row() const {
+  if (!current_) throw AutomationError(kSubscriptOutOfRange);
+  return *current_;
+}
+
+}  // namespace qva
