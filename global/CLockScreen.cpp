@@ -14,7 +14,13 @@ const ClassDescription& CLockScreen::Description() {
 CLockScreen::CLockScreen() {
   const excel::Application application = TheGlobals().application;
   application.SetScreenUpdating(false);
-  application.SetCursor(xlWait);
+  try {
+    application.SetCursor(xlWait);
+  } catch (...) {
+    // There will be no instance whose release could thaw the screen.
+    IgnoreErrors([&] { application.SetScreenUpdating(true); });
+    throw;
+  }
 }
 
 CLockScreen::~CLockScreen() {

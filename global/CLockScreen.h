@@ -5,14 +5,18 @@
 
 namespace qva {
 
-/// Has no members; a macro holds an instance and lets it go.
+/// Has no members; a macro holds an instance and lets it go, also when it leaves through an error. Works on
+/// the library's application (Globals::application), on purpose the one of the moment: what was connected
+/// when the screen froze is not remembered.
 class CLockScreen : public Described<CLockScreen> {
  public:
   static const ClassDescription& Description();
 
-  /// Freezes the screen and shows the wait cursor. Raises 91 without an application, and Excel's errors.
+  /// Freezes the screen and shows the wait cursor. Raises 91 without an application, and Excel's errors; the
+  /// screen is live then.
   CLockScreen();
-  /// Thaws the screen, and gives the cursor and the status bar back to Excel. Errors are ignored.
+  /// Thaws the screen, and gives the cursor and the status bar back to Excel. Errors are ignored,
+  /// each step is tried.
   ~CLockScreen() override;
 };
 

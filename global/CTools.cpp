@@ -1,6 +1,34 @@
 #include "global/CTools.h"
 
+#include "global/Globals.h"
+#include "platform/services.h"
+#include "platform/text.h"
+
 namespace qva {
+namespace {
+
+constexpr std::u16string_view kExtension = u".xls";
+constexpr std::u16string_view kNotInFileNames = u"\\/?*[].:";
+
+bool Contains(const excel::Workbooks& books, std::u16string_view file) {
+  const std::int32_t count = books.Count();
+  for (std::int32_t position = 1; position <= count; ++position) {
+    if (EqualIgnoringCase(books.Item(position).Name(), file)) return true;
+  }
+  return false;
+}
+
+/// Excel's search for files; empty in an Excel that has none.
+excel::FileSearch FileSearchOf(const excel::Application& application) {
+  try {
+    return application.FileSearch();
+  } catch (const AutomationError& error) {
+    if (error.number() != kUnsupportedMember && error.number() != kUnsupportedAction) throw;
+    return {};
+  }
+}
+
+}  // namespace
 
 const ClassDescription& CTools::Description() {
   static const ClassDescription description =
@@ -12,35 +40,79 @@ const ClassDescription& CTools::Description() {
           .Method<&CTools::LockScreen>(u"LockScreen", {{u"pLock"}}, "Freezes or thaws the screen")
           .Method<&CTools::SheetLock>(u"SheetLock", {{u"Status"}, {u"sPassword"}, {u"sWhatSheet"}},
                                       "Protects a sheet for the user, or takes the protection off")
-          .Method<&CTools::ConvertStr2Str>(u"ConvertStr2Str", {{u"sString"}, Optional(u"ToChar")},
+          .Method<&CTools::ConvertStr2Str>(u"ConvertStr2Str", {{u"sString"}, Optional(u"ToChar", u"_")},
                                            "Replaces the characters that a file name cannot hold")
           .Method<&CTools::FileExist>(u"FileExist", {{u"Path"}, {u"File"}}, "Whether a file exists");
   return description;
 }
 
-void CTools::Init(excel::Application) {
-  throw AutomationError(kUnsupportedAction);
+void CTools::Init(excel::Application p_objExcelApp) {
+  application_ = p_objExcelApp ? std::move(p_objExcelApp) : TheGlobals().application;
 }
-bool CTools::BookIsOpen(std::u16string&) {
-  throw AutomationError(kUnsupportedAction);
+
+bool CTools::BookIsOpen(std::u16string& sFile) {
+  CheckFileName(sFile);
+  return Contains(application_.Workbooks(), sFile);
 }
-void CTools::CheckFileName(std::u16string&) {
-  throw AutomationError(kUnsupportedAction);
+
+void CTools::CheckFileName(std::u16string& FileName) {
+  if (!ToLower(FileName).ends_with(kExtension)) FileName += kExtension;
 }
-excel::Workbook CTools::OpenBook(std::u16string, std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+excel::Workbook CTools::OpenBook(std::u16string sPath, std::u16string sFile) {
+  CheckFileName(sFile);
+  excel::Workbook book;
+  IgnoreErrors([&] {
+    const excel::Workbooks books = application_.Workbooks();
+    // What cannot be told counts as open: opening a changed workbook again would lose the changes.
+    bool is_open = true;
+    IgnoreErrors([&] { is_open = Contains(books, sFile); });
+    book = is_open ? books.Item(sFile) : books.Open(sPath + sFile);
+  });
+  return book;
 }
-void CTools::LockScreen(bool) {
-  throw AutomationError(kUnsupportedAction);
+
+void CTools::LockScreen(bool pLock) {
+  if (pLock && !is_screen_locked_) {
+    application_.SetScreenUpdating(false);
+    application_.SetCursor(xlWait);
+    is_screen_locked_ = true;
+  } else if (!pLock && is_screen_locked_) {
+    application_.SetScreenUpdating(true);
+    application_.SetCursor(xlDefault);
+    application_.ResetStatusBar();
+  }
 }
-void CTools::SheetLock(bool, std::u16string, std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+void CTools::SheetLock(bool Status, std::u16string sPassword, std::u16string sWhatSheet) {
+  IgnoreErrors([&] {
+    const excel::Worksheet sheet = application_.Sheets().Item(sWhatSheet);
+    if (Status) {
+      sheet.ProtectFromUser(sPassword);
+    } else {
+      sheet.Unprotect(sPassword);
+    }
+  });
 }
-std::u16string CTools::ConvertStr2Str(std::u16string, std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+std::u16string CTools::ConvertStr2Str(std::u16string sString, std::u16string ToChar) {
+  std::u16string result;
+  for (const char16_t c : sString) {
+    if (kNotInFileNames.find(c) == kNotInFileNames.npos) {
+      result += c;
+    } else {
+      result += ToChar;
+    }
+  }
+  return result;
 }
-bool CTools::FileExist(std::u16string, std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+bool CTools::FileExist(std::u16string Path, std::u16string File) {
+  const excel::FileSearch search = FileSearchOf(application_);
+  if (!search) return !GetServices().files->Find(Path, File).empty();
+  search.SetLookIn(Path);
+  search.SetFileName(File);
+  return search.Execute() > 0;
 }
 
 }  // namespace qva

@@ -16,6 +16,7 @@ namespace fs = std::filesystem;
 /// built moves here, and gets tests of its own.
 const std::set<std::string> kBuilt = {
     "gExcelObject.*",
+    "CTools.*",
     "CReports.Init",
     "CReports.FillAttr",
     "CReports.FillBnksAcc",
@@ -23,6 +24,7 @@ const std::set<std::string> kBuilt = {
     "CSaveForm.ErrorDescr",
     "CSaveForm.FileFullPath",
     "CSaveForm.GeneralPath",
+    "CSetPath.*",
     "CToolbar.CmdEvent",
     "CToolbar.IDCollection",
     "CToolbars.Item",

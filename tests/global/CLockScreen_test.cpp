@@ -24,14 +24,67 @@ TEST_F(LockScreen, CannotBeMadeWithoutAnApplication) {
   EXPECT_EQ(ErrorNumberOf([] { Create(u"CLockScreen"); }), kObjectNotSet);
 }
 
-TEST_F(LockScreen, ThawsWhatItCanWhenExcelRefuses) {
+TEST_F(LockScreen, LeavesTheScreenLiveWhenItCannotBeMade) {
+  const ObjectPtr global = Connected();
+  for (long n = 1; n <= 2; ++n) {
+    failure.Reset(n);
+    EXPECT_EQ(ErrorNumberOf([] { Create(u"CLockScreen"); }), kAutomationFailed);
+    EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true)) << "call " << n;
+    EXPECT_EQ(Get(excel, u"Cursor"), Value(std::int32_t{-4143}));
+  }
+}
+
+TEST_F(LockScreen, TriesEveryStepOfTheThawWhicheverFails) {
+  const ObjectPtr global = Connected();
+  for (long n = 1; n <= 3; ++n) {
+    Put(excel, u"StatusBar", u"Skaičiuojama");
+    ObjectPtr lock = Create(u"CLockScreen");
+    trace.Clear();
+    failure.Reset(n);
+    lock.reset();
+    EXPECT_EQ(trace.lines().size(), 3u);
+    EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(n != 1));
+    EXPECT_EQ(Get(excel, u"Cursor"), Value(std::int32_t{n == 2 ? 2 : -4143}));
+    EXPECT_EQ(Get(excel, u"StatusBar").Is(Value::Type::Text), n == 3);
+  }
+}
+
+TEST_F(LockScreen, ThawsTheApplicationThatIsConnectedByThen) {
   const ObjectPtr global = Connected();
   ObjectPtr lock = Create(u"CLockScreen");
-  trace.Clear();
-  failure.Reset(1);
+  const Ref<memory::Application> other = MakeRef<memory::Application>();
+  Put(other, u"ScreenUpdating", false);
+  Call(global, u"InitConnectEX", {ObjectPtr(other), ObjectPtr()});
   lock.reset();
-  EXPECT_EQ(trace.lines().size(), 3u);
-  EXPECT_EQ(Get(excel, u"Cursor"), Value(std::int32_t{-4143}));
+  EXPECT_EQ(Get(other, u"ScreenUpdating"), Value(true));
+  EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(false));
+}
+
+TEST_F(LockScreen, CannotThawOnceTheGlobalObjectIsGone) {
+  ObjectPtr global = Connected();
+  ObjectPtr lock = Create(u"CLockScreen");
+  global.reset();
+  lock.reset();
+  EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(false));
+}
+
+TEST_F(LockScreen, CostsTwoCallsToMakeAndThreeToRelease) {
+  const ObjectPtr global = Connected();
+  count.Reset();
+  ObjectPtr lock = Create(u"CLockScreen");
+  EXPECT_EQ(count.calls(), 2);
+  lock.reset();
+  EXPECT_EQ(count.calls(), 5);
+}
+
+TEST_F(LockScreen, ThawsWhenTheHolderLeavesThroughAnError) {
+  const ObjectPtr global = Connected();
+  EXPECT_EQ(ErrorNumberOf([] {
+              const ObjectPtr lock = Create(u"CLockScreen");
+              throw AutomationError(kSubscriptOutOfRange);
+            }),
+            kSubscriptOutOfRange);
+  EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true));
 }
 
 }  // namespace
