@@ -1,5 +1,6 @@
 #include "platform/value.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -58,6 +59,22 @@ Currency ScaledCurrency(double amount) {
   return {scaled_whole + scaled_rest};
 }
 
+/// Whether a number that is no double is too great for one; otherwise it is too small. `number` is written
+/// with a point and has a digit other than 0.
+bool IsTooGreat(std::string_view number) {
+  const std::string_view mantissa = number.substr(0, number.find('e'));
+  int exponent = 0;
+  if (mantissa.size() < number.size()) {
+    std::string_view digits = number.substr(mantissa.size() + 1);
+    if (digits.starts_with('+')) digits.remove_prefix(1);
+    const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+    if (parsed.ec == std::errc::result_out_of_range) return !digits.starts_with('-');
+  }
+  const auto point = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
+  const auto first_digit = static_cast<long long>(mantissa.find_first_of("123456789"));
+  return point - first_digit + exponent > 0;
+}
+
 /// A number written by the regional settings, or in &H hexadecimal notation; nothing when it is none.
 std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view decimal_separator) {
   text = Trim(text);
@@ -104,9 +121,7 @@ std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view 
   double number = 0;
   const auto parsed = std::from_chars(plain.data(), plain.data() + plain.size(), number);
   if (parsed.ec == std::errc::result_out_of_range) {
-    const bool is_too_small =
-        plain.find("e-") != plain.npos || plain.find_first_of("123456789") > plain.find('.');
-    if (!is_too_small) throw AutomationError(kOverflow);
+    if (IsTooGreat(plain)) throw AutomationError(kOverflow);
     return 0.0;
   }
   return is_negative ? -number : number;

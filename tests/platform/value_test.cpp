@@ -253,8 +253,27 @@ TEST_F(ValueTest, NumbersBeyondATypesBoundsOverflow) {
   EXPECT_EQ(RaisedBy([] { Value(-922337203685477.625).ToCurrency(); }), kOverflow);
   EXPECT_EQ(RaisedBy([] { Value(922337203685478.0).ToCurrency(); }), kOverflow);
   EXPECT_EQ(RaisedBy([] { Value(-922337203685478.0).ToCurrency(); }), kOverflow);
-  EXPECT_EQ(RaisedBy([] { Value(u"1e400").ToDouble(); }), kOverflow);
-  EXPECT_EQ(Value(u"1e-400").ToDouble(), 0.0);
+}
+
+TEST_F(ValueTest, ATextWithANumberTooGreatForADoubleOverflows) {
+  const std::u16string zeros(400, u'0');
+  for (const std::u16string& text :
+       {std::u16string(u"1e400"), std::u16string(u"-1E+400"), std::u16string(u"0,5e400"),
+        std::u16string(u"0,001e400"), u"1" + zeros, u"1" + zeros + u"e-50", u"0," + zeros + u"1e800",
+        std::u16string(u"0,1e99999999999999999999")}) {
+    EXPECT_EQ(RaisedBy([&] { Value(text).ToDouble(); }), kOverflow) << ToUtf8(text);
+  }
+}
+
+TEST_F(ValueTest, ATextWithANumberTooSmallForADoubleIsZero) {
+  const std::u16string zeros(400, u'0');
+  for (const std::u16string& text :
+       {std::u16string(u"1e-400"), std::u16string(u"100e-400"), std::u16string(u"0,5e-400"),
+        u"0," + zeros + u"1", u"0," + zeros + u"1e10", u"1" + zeros + u"e-800", std::u16string(u"0e400"),
+        std::u16string(u"0,0e99999999999999999999"), std::u16string(u"1e-99999999999999999999")}) {
+    EXPECT_EQ(Value(text).ToDouble(), 0.0) << ToUtf8(text);
+  }
+  EXPECT_EQ(Value(u"0," + zeros + u"1e401").ToDouble(), 1.0) << "the exponent makes up for the zeros";
 }
 
 TEST_F(ValueTest, WhatIsNoNumberOverflowsWholeNumbers) {
