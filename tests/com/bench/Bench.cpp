@@ -21,7 +21,7 @@ void Bench::Reset() {
   host.message_box = &platform.message_box;
   trace.Clear();
   failure.Reset(0);
-  lookups = 0;
+  lookups.clear();
 }
 
 ObjectPtr Bench::NewExcel() {

@@ -2,6 +2,10 @@
 // call.
 #pragma once
 
+#include <cstdint>
+#include <map>
+#include <string>
+
 #include "platform/memory/CallFailure.h"
 #include "platform/memory/CallTrace.h"
 #include "platform/memory/Interceptor.h"
@@ -26,7 +30,8 @@ struct Bench {
   CallFailure failure{0, AutomationError(kApplicationDefined, u"Microsoft Excel", u"Refused")};
   Interceptor interceptor{&trace, &failure};
   InterceptedFactory factory{interceptor, platform.object_factory};
-  long lookups = 0;  ///< how often callers asked for the ids of names
+  /// How often callers asked for the id of each "Type.member", arguments' names included, in lower case.
+  std::map<std::u16string, std::int32_t> lookups;
 };
 
 /// The bench of this module, never destroyed.

@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "platform/host.h"
+#include "platform/text.h"
+#include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
 #include "platform/windows/WideText.h"
 #include "server/com/ComObject.h"
@@ -49,7 +51,9 @@ class BenchObject final : public com::ComObject<IDispatch> {
 
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID locale,
                                           DISPID* ids) override {
-    ++TheBench().lookups;
+    std::u16string asked = object().TypeName();
+    for (UINT i = 0; i < count; ++i) asked += (i == 0 ? u"." : u" ") + windows::TextOf(names[i]);
+    ++TheBench().lookups[ToLower(asked)];
     return ComObject::GetIDsOfNames(reserved, names, count, locale, ids);
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
@@ -137,11 +141,6 @@ using namespace qva::bench;
 
 extern "C" {
 
-BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
-  if (reason == DLL_PROCESS_ATTACH) com::SetModule(module);
-  return TRUE;
-}
-
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result) {
   windows::InstallOwnObjectWrapper(&com::WrapObject);
   TheBench();
@@ -164,7 +163,8 @@ STDAPI DllRegisterServer() {
     SetClassesValue(identifier + L"\\CLSID", L"", GuidText(bench_class.class_id));
     SetClassesValue(class_key, L"", identifier);
     SetClassesValue(class_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
-    const HRESULT code = SetClassesValue(class_key + L"\\InprocServer32", L"", com::ModulePath());
+    const HRESULT code =
+        SetClassesValue(class_key + L"\\InprocServer32", L"", windows::WideText(windows::OwnFile()));
     if (FAILED(code)) return code;
   }
   return S_OK;

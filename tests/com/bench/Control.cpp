@@ -1,5 +1,8 @@
 #include "tests/com/bench/Control.h"
 
+#include <new>
+#include <stdexcept>
+
 #include "platform/text.h"
 #include "tests/com/bench/Bench.h"
 
@@ -22,6 +25,8 @@ const ClassDescription& Control::Description() {
       ClassBuilder(u"Control", "Looks behind the bench's stand-ins and sets them up")
           .Get<&Control::LiveObjects>(u"LiveObjects")
           .Get<&Control::Lookups>(u"Lookups")
+          .Get<&Control::RepeatedLookups>(u"RepeatedLookups")
+          .Method<&Control::ClearLookups>(u"ClearLookups")
           .Get<&Control::Trace>(u"Trace")
           .Method<&Control::ClearTrace>(u"ClearTrace")
           .Method<&Control::FailCall>(u"FailCall", {{u"number"}})
@@ -33,7 +38,8 @@ const ClassDescription& Control::Description() {
           .Get<&Control::Boxes>(u"Boxes")
           .Method<&Control::Answer>(u"Answer", {{u"button"}})
           .Method<&Control::Reset>(u"Reset")
-          .Method<&Control::Increment>(u"Increment", {{u"number"}});
+          .Method<&Control::Increment>(u"Increment", {{u"number"}})
+          .Method<&Control::Throw>(u"Throw", {{u"what"}});
   return description;
 }
 
@@ -42,7 +48,21 @@ std::int32_t Control::LiveObjects() const {
 }
 
 std::int32_t Control::Lookups() const {
-  return static_cast<std::int32_t>(TheBench().lookups);
+  std::int32_t count = 0;
+  for (const auto& [asked, times] : TheBench().lookups) count += times;
+  return count;
+}
+
+std::u16string Control::RepeatedLookups() const {
+  std::vector<std::u16string> repeated;
+  for (const auto& [asked, times] : TheBench().lookups) {
+    if (times > 1) repeated.push_back(asked);
+  }
+  return Joined(repeated, u",");
+}
+
+void Control::ClearLookups() {
+  TheBench().lookups.clear();
 }
 
 std::u16string Control::Trace() const {
@@ -94,6 +114,12 @@ void Control::Reset() {
 
 void Control::Increment(std::int32_t& number) {
   ++number;
+}
+
+void Control::Throw(std::u16string what) {
+  if (what == u"bad_alloc") throw std::bad_alloc();
+  if (what == u"logic_error") throw std::logic_error("an exception of the language's own library");
+  throw 7;
 }
 
 }  // namespace qva::bench

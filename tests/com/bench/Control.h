@@ -16,6 +16,9 @@ class Control : public Described<Control> {
   std::int32_t LiveObjects() const;
   /// How often callers asked any object of the bench for the ids of names.
   std::int32_t Lookups() const;
+  /// Those that asked for the same of the same type more than once, by commas; both since ClearLookups.
+  std::u16string RepeatedLookups() const;
+  void ClearLookups();
   /// Every call that reached Excel or the host since the last ClearTrace, a line each.
   std::u16string Trace() const;
   void ClearTrace();
@@ -40,6 +43,9 @@ class Control : public Described<Control> {
 
   /// Adds one: shows how an argument by reference travels.
   void Increment(std::int32_t& number);
+  /// Throws what no member should: std::bad_alloc for "bad_alloc", std::logic_error for "logic_error", else a
+  /// number.
+  [[noreturn]] void Throw(std::u16string what);
 };
 
 }  // namespace qva::bench

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <gmock/gmock.h>
+#include <windows.h>
+
+#include <psapi.h>
 
 #include <string>
 #include <string_view>
@@ -46,6 +49,13 @@ inline ErrorObject TakeErrorObject() {
   info->GetSource(source.Receive());
   info->GetDescription(description.Receive());
   return {source.Text(), description.Text()};
+}
+
+/// The memory that this process alone holds.
+inline SIZE_T PrivateBytes() {
+  PROCESS_MEMORY_COUNTERS counters{.cb = sizeof counters};
+  GetProcessMemoryInfo(GetCurrentProcess(), &counters, sizeof counters);
+  return counters.PagefileUsage;
 }
 
 /// What a late-bound call gave.
