@@ -7,7 +7,9 @@
 #include "global/Globals.h"
 #include "global/StartUp.h"
 #include "platform/windows/ComPtr.h"
+#include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
+#include "platform/windows/WideText.h"
 #include "platform/windows/WindowsPlatform.h"
 #include "server/com/Registration.h"
 #include "server/com/ServerClasses.h"
@@ -64,6 +66,11 @@ class ClassFactory final : public IClassFactory {
   LONG references_ = 0;
 };
 
+/// The registration of this file, from where it lies now.
+Registration OwnRegistration() {
+  return DescribeRegistration(windows::WideText(windows::OwnFile()));
+}
+
 /// Tells the user's tool (regsvr32 shows the code alone, debuggers and installers the text) what failed.
 HRESULT ReportRegistration(const std::optional<RegistrationFailure>& failure) {
   if (!failure) return S_OK;
@@ -105,12 +112,6 @@ using namespace qva::com;
 
 extern "C" {
 
-/// Only remembers the handle: neither COM nor anything that takes a lock may run here.
-BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
-  if (reason == DLL_PROCESS_ATTACH) SetModule(module);
-  return TRUE;
-}
-
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result) {
   if (!result) return E_POINTER;
   *result = nullptr;
@@ -137,11 +138,11 @@ STDAPI DllCanUnloadNow() {
 
 /// Registers for the machine where this process may, otherwise for the user.
 STDAPI DllRegisterServer() {
-  return Guard([] { return ReportRegistration(Register(DescribeRegistration(ModulePath()), ProbeScope())); });
+  return Guard([] { return ReportRegistration(RegisterWherePermitted(OwnRegistration())); });
 }
 
 STDAPI DllUnregisterServer() {
-  return Guard([] { return ReportRegistration(Unregister(DescribeRegistration(ModulePath()))); });
+  return Guard([] { return ReportRegistration(Unregister(OwnRegistration())); });
 }
 
 /// As the two above; L"user" registers for the user even where the machine could be had, and
@@ -152,12 +153,12 @@ STDAPI DllInstall(BOOL install, LPCWSTR command_line) {
     const std::wstring_view command = command_line ? command_line : L"";
     if (command.starts_with(kDryRun)) {
       return WriteScript(std::wstring(command.substr(kDryRun.size())),
-                         RegistryScript(DescribeRegistration(ModulePath()), ProbeScope()));
+                         RegistryScript(OwnRegistration(), ProbeScope()));
     }
     if (!install) return DllUnregisterServer();
     if (command.empty()) return DllRegisterServer();
     if (command != L"user") return E_INVALIDARG;
-    return ReportRegistration(Register(DescribeRegistration(ModulePath()), Scope::User));
+    return ReportRegistration(Register(OwnRegistration(), Scope::User));
   });
 }
 

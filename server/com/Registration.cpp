@@ -47,7 +47,7 @@ class Key {
   HKEY key_ = nullptr;
 };
 
-/// Creates keys and remembers which ones were not there before.
+/// Writes into one hive and remembers what was there before.
 class Writer {
  public:
   explicit Writer(Scope scope) : scope_(scope) {}
@@ -60,22 +60,52 @@ class Writer {
     Key key;
     if (const LSTATUS code = Create(path, &key)) return code;
     if (!text) return ERROR_SUCCESS;
+    replaced_.push_back(Read(key, path, name));
     return RegSetValueExW(key.get(), name.c_str(), 0, REG_SZ, reinterpret_cast<const BYTE*>(text->c_str()),
                           static_cast<DWORD>((text->size() + 1) * sizeof(wchar_t)));
   }
 
   void TakeBack() {
+    for (auto value = replaced_.rbegin(); value != replaced_.rend(); ++value) {
+      if (value->was_there) {
+        RegSetKeyValueW(Hive(scope_), value->path.c_str(), value->name.c_str(), value->type,
+                        value->data.data(), static_cast<DWORD>(value->data.size()));
+      } else {
+        RegDeleteKeyValueW(Hive(scope_), value->path.c_str(), value->name.c_str());
+      }
+    }
     for (auto path = created_.rbegin(); path != created_.rend(); ++path) {
       RegDeleteTreeW(Hive(scope_), path->c_str());
     }
+    replaced_.clear();
     created_.clear();
   }
 
  private:
+  /// A value as it was before it was written.
+  struct Replaced {
+    std::wstring path;
+    std::wstring name;
+    bool was_there = false;
+    DWORD type = REG_NONE;
+    std::vector<BYTE> data;
+  };
+
+  static Replaced Read(const Key& key, const std::wstring& path, const std::wstring& name) {
+    Replaced value{.path = path, .name = name};
+    DWORD size = 0;
+    if (RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, nullptr, &size) != ERROR_SUCCESS)
+      return value;
+    value.data.resize(size);
+    value.was_there = RegQueryValueExW(key.get(), name.c_str(), nullptr, &value.type, value.data.data(),
+                                       &size) == ERROR_SUCCESS;
+    return value;
+  }
+
   LSTATUS Create(const std::wstring& path, Key* result) {
     // Predefined levels need no rights of ours: an existing key is opened with as few as will do.
     Key existing;
-    const REGSAM rights = result ? KEY_SET_VALUE | KEY_CREATE_SUB_KEY : KEY_QUERY_VALUE;
+    const REGSAM rights = result ? KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_CREATE_SUB_KEY : KEY_QUERY_VALUE;
     Key& key = result ? *result : existing;
     const LSTATUS opened = RegOpenKeyExW(Hive(scope_), path.c_str(), 0, rights, key.receive());
     if (opened != ERROR_FILE_NOT_FOUND) return opened;
@@ -87,6 +117,7 @@ class Writer {
 
   Scope scope_;
   std::vector<std::wstring> created_;
+  std::vector<Replaced> replaced_;
 };
 
 bool KeyExists(Scope scope, const std::wstring& path) {
@@ -120,7 +151,7 @@ void DeleteIfEmpty(Scope scope, const std::wstring& path) {
 std::optional<RegistrationFailure> UnregisterFrom(const Registration& registration, Scope scope) {
   std::optional<RegistrationFailure> failure;
   auto check = [&](LSTATUS code, const std::wstring& path) {
-    if (code != ERROR_SUCCESS && !failure) failure = {code, FullName(scope, path)};
+    if (code != ERROR_SUCCESS && !failure) failure = {code, scope, FullName(scope, path)};
   };
   auto remove = [&](const std::wstring& tree) { check(DeleteTree(scope, kClasses + tree), kClasses + tree); };
   std::ranges::for_each(registration.own_trees, remove);
@@ -132,6 +163,7 @@ std::optional<RegistrationFailure> UnregisterFrom(const Registration& registrati
     DeleteIfEmpty(scope, std::wstring(L"Software\\Classes") + group);
   }
 
+  if (failure) return failure;
   const LSTATUS forgotten = RegDeleteKeyValueW(Hive(scope), kRecordKey, kBitness);
   check(forgotten == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : forgotten, kRecordKey);
   DeleteIfEmpty(scope, kRecordKey);
@@ -228,17 +260,25 @@ std::optional<RegistrationFailure> Register(const Registration& registration, Sc
   auto write = [&](const std::wstring& path, const std::wstring& name,
                    const std::optional<std::wstring>& text) {
     if (failure) return;
-    if (const LSTATUS code = writer.Write(path, name, text)) failure = {code, FullName(scope, path)};
+    if (const LSTATUS code = writer.Write(path, name, text)) failure = {code, scope, FullName(scope, path)};
   };
   for (const RegistrationValue& value : registration.values)
     write(kClasses + value.key, value.name, value.text);
   write(kRecordKey, kBitness, scope == Scope::Machine ? L"machine" : L"user");
-  if (failure) {
-    writer.TakeBack();
-    return failure;
+  if (!failure && scope == Scope::Machine && IsRemembered(Scope::User)) {
+    failure = UnregisterFrom(registration, Scope::User);
   }
-  if (scope == Scope::Machine && IsRemembered(Scope::User)) return UnregisterFrom(registration, Scope::User);
-  return std::nullopt;
+  if (failure) writer.TakeBack();
+  return failure;
+}
+
+std::optional<RegistrationFailure> RegisterWherePermitted(const Registration& registration) {
+  if (ProbeScope() == Scope::Machine) {
+    std::optional<RegistrationFailure> failure = Register(registration, Scope::Machine);
+    // A failure about the user's own hive would only come again.
+    if (!failure || failure->code != ERROR_ACCESS_DENIED || failure->scope == Scope::User) return failure;
+  }
+  return Register(registration, Scope::User);
 }
 
 std::optional<RegistrationFailure> Unregister(const Registration& registration) {

@@ -35,9 +35,11 @@ struct Registration {
 /// type library.
 Registration DescribeRegistration(const std::wstring& library_path);
 
-/// A step that the registry refused: the Windows code, and the full name of the key that it was about.
+/// A step that the registry refused: the Windows code, and the hive and the full name of the key that it was
+/// about.
 struct RegistrationFailure {
   LSTATUS code = ERROR_SUCCESS;
+  Scope scope = Scope::Machine;
   std::wstring key;
 
   /// One sentence for the user.
@@ -48,13 +50,17 @@ struct RegistrationFailure {
 /// nothing is written.
 Scope ProbeScope();
 
-/// Writes all values into one hive and remembers the hive under Software\QVA_Varnholt\Registration there. On
-/// a failure every key that was made is removed again, and the failure is returned. A per-user registration
-/// that an earlier call left is removed when the machine's takes over.
+/// Writes all values into one hive and remembers the hive under Software\QVA_Varnholt\Registration there. A
+/// per-user registration that an earlier call left is removed when the machine's takes over. On a failure,
+/// which is returned, the hive is as it was before: new keys are removed again, replaced values put back.
 std::optional<RegistrationFailure> Register(const Registration& registration, Scope scope);
 
+/// Registers for the machine, or for the user when the machine's hive denies access as a whole or on the way.
+std::optional<RegistrationFailure> RegisterWherePermitted(const Registration& registration);
+
 /// Removes the registration of this bitness from every hive that remembers one, leaving no key behind. No
-/// registration is no failure. Goes on after a failure; the first one is returned.
+/// registration is no failure. Goes on after a failure; the first one is returned, and the hive stays
+/// remembered, so that a later call finds what is left.
 std::optional<RegistrationFailure> Unregister(const Registration& registration);
 
 /// What Register would write, as the text of a registry script (.reg).

@@ -4,12 +4,12 @@
 
 #include "platform/member_table.h"
 #include "platform/windows/ComPtr.h"
+#include "platform/windows/OwnFile.h"
 #include "platform/windows/WideText.h"
 
 namespace qva::com {
 namespace {
 
-HINSTANCE the_module = nullptr;
 long lock_count = 0;
 
 /// The COM object of each object that has one.
@@ -56,25 +56,9 @@ long UseCount() noexcept {
   return lock_count + static_cast<long>(ComObjects().size());
 }
 
-void SetModule(HINSTANCE module) noexcept {
-  the_module = module;
-}
-
-std::wstring ModulePath() {
-  std::wstring path(MAX_PATH, L'\0');
-  for (;;) {
-    const DWORD length = GetModuleFileNameW(the_module, path.data(), static_cast<DWORD>(path.size()));
-    if (length < path.size()) {
-      path.resize(length);
-      return path;
-    }
-    path.resize(path.size() * 2);
-  }
-}
-
 HRESULT LoadLibraryDescription(ITypeLib** result) noexcept {
   try {
-    return LoadTypeLibEx(ModulePath().c_str(), REGKIND_NONE, result);
+    return LoadTypeLibEx(windows::WideText(windows::OwnFile()).c_str(), REGKIND_NONE, result);
   } catch (...) {
     return E_OUTOFMEMORY;
   }

@@ -1,8 +1,6 @@
 // The loaded module as a COM server: its COM objects, its locks and its type library.
 #pragma once
 
-#include <string>
-
 #include "platform/object.h"
 #include "platform/windows/WindowsApi.h"
 
@@ -26,10 +24,6 @@ void Forget(Object& object) noexcept;
 void Lock() noexcept;
 void Unlock() noexcept;
 long UseCount() noexcept;
-
-/// The handle that DllMain remembers, and the file that the module was loaded from.
-void SetModule(HINSTANCE module) noexcept;
-std::wstring ModulePath();
 
 /// The type library in the module's resources; its description of an interface, or of the class of an object.
 HRESULT LoadLibraryDescription(ITypeLib** result) noexcept;

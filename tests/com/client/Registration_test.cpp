@@ -1,10 +1,24 @@
-// What registration leaves when it fails, and the library without any registration.
+// What registration does where it is refused, what it leaves when it fails, and the library without any.
+#include <windows.h>
+
+#include <sddl.h>
+
+#include <utility>
+
 #include "platform/error.h"
 #include "platform/text.h"
 #include "tests/com/client/client.h"
 
 namespace qva::com {
 namespace {
+
+using testing::HasSubstr;
+
+constexpr wchar_t kClasses[] = L"Software\\Classes";
+constexpr wchar_t kRecord[] = L"Software\\QVA_Varnholt\\Registration";
+constexpr wchar_t kFirstClass[] = L"Software\\Classes\\QVA_Varnholt.gExcelObject";
+/// A class in the middle: something is written before it and after it.
+constexpr wchar_t kMiddleClass[] = L"Software\\Classes\\QVA_Varnholt.CSetPath";
 
 bool KeyExists(HKEY hive, const wchar_t* path) {
   HKEY key = nullptr;
@@ -13,37 +27,231 @@ bool KeyExists(HKEY hive, const wchar_t* path) {
   return true;
 }
 
-class RegistrationFailures : public ServerTest {
- protected:
-  // A key that ends with the session may hold no lasting one: whoever tries is refused.
-  RegistrationFailures() {
-    HKEY key = nullptr;
-    EXPECT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, kObstacle, 0, nullptr, REG_OPTION_VOLATILE, KEY_READ,
-                              nullptr, &key, nullptr),
-              ERROR_SUCCESS);
-    RegCloseKey(key);
-  }
-  ~RegistrationFailures() override { RegDeleteTreeW(HKEY_LOCAL_MACHINE, kObstacle); }
-
-  static constexpr wchar_t kObstacle[] = L"Software\\Classes\\QVA_Varnholt.CSetPath";
-};
-
-TEST_F(RegistrationFailures, NameTheKeyAndTakeEverythingBack) {
-  EXPECT_EQ(Export<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer")(),
-            HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
-  const std::string text = ToUtf8(TakeErrorObject().description);
-  EXPECT_THAT(text,
-              testing::HasSubstr("HKEY_LOCAL_MACHINE\\Software\\Classes\\QVA_Varnholt.CSetPath\\CLSID"));
-  EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, L"Software\\Classes\\QVA_Varnholt.gExcelObject"))
-      << "it came before the failure";
-  EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, L"Software\\QVA_Varnholt"));
-  EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, L"Software\\QVA_Varnholt"));
+std::wstring TextIn(HKEY hive, const wchar_t* path, const wchar_t* name) {
+  wchar_t text[1024] = {};
+  DWORD bytes = sizeof text;
+  RegGetValueW(hive, path, name, RRF_RT_REG_SZ, nullptr, text, &bytes);
+  return text;
 }
 
-class Install : public ServerTest {};
+/// A key that registration needs, made for a while.
+class TemporaryKey {
+ public:
+  TemporaryKey(HKEY hive, const wchar_t* path, DWORD options) : hive_(hive), path_(path) {
+    HKEY key = nullptr;
+    DWORD disposition = 0;
+    EXPECT_EQ(RegCreateKeyExW(hive, path, 0, nullptr, options, KEY_READ, nullptr, &key, &disposition),
+              ERROR_SUCCESS);
+    RegCloseKey(key);
+    is_ours_ = disposition == REG_CREATED_NEW_KEY;
+  }
+  TemporaryKey(const TemporaryKey&) = delete;
+  TemporaryKey& operator=(const TemporaryKey&) = delete;
+  ~TemporaryKey() {
+    if (is_ours_) RegDeleteTreeW(hive_, path_);
+  }
 
-TEST_F(Install, RefusesAnUnknownManner) {
-  EXPECT_EQ(Export<HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR)>("DllInstall")(TRUE, L"everywhere"), E_INVALIDARG);
+ private:
+  HKEY hive_;
+  const wchar_t* path_;
+  bool is_ours_ = false;
+};
+
+/// A key that ends with the session may hold no lasting one: whoever tries is refused.
+class Obstacle : public TemporaryKey {
+ public:
+  explicit Obstacle(HKEY hive) : TemporaryKey(hive, kMiddleClass, REG_OPTION_VOLATILE) {}
+};
+
+/// Takes rights to a key away from everybody for a while.
+class Refusal {
+ public:
+  static constexpr wchar_t kWriting[] = L"0x6";  // setting values and creating keys
+  static constexpr wchar_t kEverything[] = L"KA";
+
+  Refusal(HKEY hive, const wchar_t* path, const wchar_t* rights) {
+    EXPECT_EQ(RegOpenKeyExW(hive, path, 0, READ_CONTROL | WRITE_DAC, &key_), ERROR_SUCCESS);
+    DWORD size = 0;
+    RegGetKeySecurity(key_, DACL_SECURITY_INFORMATION, nullptr, &size);
+    before_.resize(size);
+    EXPECT_EQ(RegGetKeySecurity(key_, DACL_SECURITY_INFORMATION, before_.data(), &size), ERROR_SUCCESS);
+    const std::wstring text = std::wstring(L"D:(D;;") + rights + L";;;WD)(A;;KA;;;WD)";
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    EXPECT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorW(text.c_str(), SDDL_REVISION_1,
+                                                                     &descriptor, nullptr));
+    EXPECT_EQ(RegSetKeySecurity(key_, DACL_SECURITY_INFORMATION, descriptor), ERROR_SUCCESS);
+    LocalFree(descriptor);
+  }
+  Refusal(const Refusal&) = delete;
+  Refusal& operator=(const Refusal&) = delete;
+  ~Refusal() {
+    EXPECT_EQ(RegSetKeySecurity(key_, DACL_SECURITY_INFORMATION, before_.data()), ERROR_SUCCESS);
+    RegCloseKey(key_);
+  }
+
+ private:
+  HKEY key_ = nullptr;
+  std::vector<char> before_;
+};
+
+class Registration : public ServerTest {
+ protected:
+  ~Registration() override {
+    EXPECT_EQ(Unregister(), S_OK);
+    ExpectNothingIn(HKEY_LOCAL_MACHINE);
+    ExpectNothingIn(HKEY_CURRENT_USER);
+  }
+
+  HRESULT Register() const { return Export<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer")(); }
+  HRESULT Unregister() const { return Export<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer")(); }
+  HRESULT Install(const std::wstring& manner) const {
+    return Export<HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR)>("DllInstall")(TRUE, manner.c_str());
+  }
+  static std::string FailureText() { return ToUtf8(TakeErrorObject().description); }
+
+  static void ExpectNothingIn(HKEY hive) {
+    EXPECT_FALSE(KeyExists(hive, kFirstClass));
+    EXPECT_FALSE(KeyExists(hive, kMiddleClass));
+    EXPECT_FALSE(KeyExists(hive, ClassKey().c_str()));
+    EXPECT_FALSE(KeyExists(hive, L"Software\\QVA_Varnholt"));
+  }
+  static void ExpectAllIn(HKEY hive, const wchar_t* remembered_as) {
+    EXPECT_TRUE(KeyExists(hive, kFirstClass));
+    EXPECT_TRUE(KeyExists(hive, kMiddleClass));
+    EXPECT_EQ(TextIn(hive, (ClassKey() + L"\\InprocServer32").c_str(), L""), LibraryPath());
+    EXPECT_EQ(TextIn(hive, kRecord, sizeof(void*) == 8 ? L"win64" : L"win32"), remembered_as);
+  }
+  /// The key of the class that is registered last.
+  static std::wstring ClassKey() {
+    wchar_t text[39];
+    StringFromGUID2(CLSID_CEnvironment, text, 39);
+    return std::wstring(L"Software\\Classes\\CLSID\\") + text;
+  }
+};
+
+TEST_F(Registration, StandsInTheMachinesHiveAndRemembersIt) {
+  EXPECT_EQ(Register(), S_OK);
+  ExpectAllIn(HKEY_LOCAL_MACHINE, L"machine");
+  ExpectNothingIn(HKEY_CURRENT_USER);
+}
+
+TEST_F(Registration, StandsInTheUsersHiveWhereTheMachinesIsRefused) {
+  {
+    const Refusal refusal(HKEY_LOCAL_MACHINE, kClasses, Refusal::kWriting);
+    EXPECT_EQ(Register(), S_OK);
+  }
+  ExpectAllIn(HKEY_CURRENT_USER, L"user");
+  ExpectNothingIn(HKEY_LOCAL_MACHINE);
+}
+
+TEST_F(Registration, StandsInTheUsersHiveWhereASingleKeyOfTheMachinesIsRefused) {
+  {
+    const TemporaryKey key(HKEY_LOCAL_MACHINE, kMiddleClass, REG_OPTION_NON_VOLATILE);
+    const Refusal refusal(HKEY_LOCAL_MACHINE, kMiddleClass, Refusal::kWriting);
+    EXPECT_EQ(Register(), S_OK);
+    EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, kFirstClass)) << "what came before the refusal is taken back";
+  }
+  ExpectAllIn(HKEY_CURRENT_USER, L"user");
+  ExpectNothingIn(HKEY_LOCAL_MACHINE);
+}
+
+TEST_F(Registration, ForTheUserLeavesTheMachinesWhole) {
+  EXPECT_EQ(Register(), S_OK);
+  EXPECT_EQ(Install(L"user"), S_OK);
+  ExpectAllIn(HKEY_LOCAL_MACHINE, L"machine");
+  ExpectAllIn(HKEY_CURRENT_USER, L"user");
+}
+
+TEST_F(Registration, ForTheMachineTakesOverFromTheUsers) {
+  EXPECT_EQ(Install(L"user"), S_OK);
+  EXPECT_EQ(Register(), S_OK);
+  ExpectAllIn(HKEY_LOCAL_MACHINE, L"machine");
+  ExpectNothingIn(HKEY_CURRENT_USER);
+}
+
+TEST_F(Registration, IsTakenBackWhenTheUsersCannotBeTakenOver) {
+  EXPECT_EQ(Install(L"user"), S_OK);
+  {
+    const Refusal refusal(HKEY_CURRENT_USER, kMiddleClass, Refusal::kEverything);
+    EXPECT_EQ(Register(), HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));
+    EXPECT_THAT(FailureText(), HasSubstr("HKEY_CURRENT_USER\\Software\\Classes\\QVA_Varnholt.CSetPath "));
+    ExpectNothingIn(HKEY_LOCAL_MACHINE);
+  }
+  // The next one finds what is left.
+}
+
+TEST_F(Registration, NamesTheKeyAndTakesEverythingBackWhenItFails) {
+  const Obstacle obstacle(HKEY_LOCAL_MACHINE);
+  EXPECT_EQ(Register(), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+  EXPECT_THAT(FailureText(),
+              HasSubstr("HKEY_LOCAL_MACHINE\\Software\\Classes\\QVA_Varnholt.CSetPath\\CLSID "));
+  EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, kFirstClass)) << "it came before the failure";
+  EXPECT_FALSE(KeyExists(HKEY_LOCAL_MACHINE, L"Software\\QVA_Varnholt"));
+  ExpectNothingIn(HKEY_CURRENT_USER);
+}
+
+TEST_F(Registration, NamesTheUsersKeyWhenBothHivesRefuse) {
+  const TemporaryKey classes(HKEY_CURRENT_USER, kClasses, REG_OPTION_NON_VOLATILE);
+  const Obstacle obstacle(HKEY_CURRENT_USER);
+  const Refusal refusal(HKEY_LOCAL_MACHINE, kClasses, Refusal::kWriting);
+  EXPECT_EQ(Register(), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+  EXPECT_THAT(FailureText(),
+              HasSubstr("HKEY_CURRENT_USER\\Software\\Classes\\QVA_Varnholt.CSetPath\\CLSID "));
+  EXPECT_FALSE(KeyExists(HKEY_CURRENT_USER, kFirstClass));
+  ExpectNothingIn(HKEY_LOCAL_MACHINE);
+}
+
+TEST_F(Registration, LeavesAnEarlierOneAsItWasWhenItFails) {
+  EXPECT_EQ(Register(), S_OK);
+  const std::wstring server = ClassKey() + L"\\InprocServer32";
+  const std::pair<const wchar_t*, std::wstring> earlier[] = {{kFirstClass, L"earlier text"},
+                                                             {server.c_str(), L"C:\\earlier\\file.dll"}};
+  for (const auto& [key, text] : earlier) {
+    RegSetKeyValueW(HKEY_LOCAL_MACHINE, key, L"", REG_SZ, text.c_str(),
+                    static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+  }
+  const std::wstring version = ClassKey() + L"\\Version";
+  RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, version.c_str(), L"");
+  {
+    // Refused at the very last step, and for the user, too.
+    const Refusal refusal(HKEY_LOCAL_MACHINE, kRecord, Refusal::kWriting);
+    const TemporaryKey classes(HKEY_CURRENT_USER, kClasses, REG_OPTION_NON_VOLATILE);
+    const Obstacle obstacle(HKEY_CURRENT_USER);
+    EXPECT_EQ(Register(), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+  }
+  for (const auto& [key, text] : earlier) EXPECT_EQ(TextIn(HKEY_LOCAL_MACHINE, key, L""), text);
+  EXPECT_EQ(RegGetValueW(HKEY_LOCAL_MACHINE, version.c_str(), L"", RRF_RT_ANY, nullptr, nullptr, nullptr),
+            ERROR_FILE_NOT_FOUND);
+  EXPECT_TRUE(KeyExists(HKEY_LOCAL_MACHINE, kMiddleClass));
+}
+
+TEST_F(Registration, RefusesAnUnknownManner) {
+  EXPECT_EQ(Install(L"everywhere"), E_INVALIDARG);
+}
+
+TEST_F(Registration, GoesToTheSameHiveInADryRun) {
+  wchar_t file[MAX_PATH + 20];
+  file[GetTempPathW(MAX_PATH, file)] = L'\0';
+  wcscat(file, L"qva_dry_run.reg");
+  const auto script = [&] {
+    EXPECT_EQ(Install(std::wstring(L"dryrun:") + file), S_OK);
+    HANDLE handle = CreateFileW(file, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    std::wstring text(100000, L'\0');
+    DWORD read = 0;
+    EXPECT_TRUE(
+        ReadFile(handle, text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &read, nullptr));
+    CloseHandle(handle);
+    DeleteFileW(file);
+    text.resize(read / sizeof(wchar_t));
+    return text;
+  };
+  const std::wstring machine = script();
+  EXPECT_NE(machine.find(L"[HKEY_LOCAL_MACHINE\\"), machine.npos);
+  EXPECT_EQ(machine.find(L"[HKEY_CURRENT_USER\\"), machine.npos);
+  const Refusal refusal(HKEY_LOCAL_MACHINE, kClasses, Refusal::kWriting);
+  const std::wstring user = script();
+  EXPECT_EQ(user.find(L"[HKEY_LOCAL_MACHINE\\"), user.npos);
+  EXPECT_NE(user.find(L"[HKEY_CURRENT_USER\\"), user.npos);
 }
 
 /// Puts the manifest beside the library in force.
