@@ -1,6 +1,7 @@
 #include "server/com/ObjectCalls.h"
 
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -19,11 +20,24 @@ struct LateArguments {
   Arguments before;                     ///< as the call brought them
   std::vector<UINT> positional_places;  ///< where each one stands in the caller's list
   std::vector<UINT> named_places;
+  std::optional<UINT> unreadable_place;  ///< of the argument whose type has no value
 };
 
+bool IsSound(const DISPPARAMS& list) {
+  return list.cNamedArgs <= list.cArgs && (list.cArgs == 0 || list.rgvarg) &&
+         (list.cNamedArgs == 0 || list.rgdispidNamedArgs);
+}
+
 /// Takes the caller's list, which begins with the named arguments and holds the others from last to first.
-LateArguments Read(const DISPPARAMS& list, const MemberIds& ids, DISPID member) {
-  LateArguments late;
+void Read(const DISPPARAMS& list, const MemberIds& ids, DISPID member, LateArguments& late) {
+  const auto value_at = [&](UINT place) {
+    try {
+      return windows::FromVariant(list.rgvarg[place]);
+    } catch (const AutomationError& error) {
+      if (error.number() == kTypeMismatch) late.unreadable_place = place;
+      throw;
+    }
+  };
   std::vector<UINT> new_value;
   for (UINT place = 0; place < list.cNamedArgs; ++place) {
     const DISPID id = list.rgdispidNamedArgs[place];
@@ -33,16 +47,15 @@ LateArguments Read(const DISPPARAMS& list, const MemberIds& ids, DISPID member) 
     }
     const std::u16string_view name = ids.ArgumentName(member, id);
     if (name.empty()) throw AutomationError(kNamedArgumentNotFound);
-    late.values.Named(name, windows::FromVariant(list.rgvarg[place]));
+    late.values.Named(name, value_at(place));
     late.named_places.push_back(place);
   }
   for (UINT place = list.cArgs; place > list.cNamedArgs; --place) late.positional_places.push_back(place - 1);
   late.positional_places.insert(late.positional_places.end(), new_value.begin(), new_value.end());
   for (const UINT place : late.positional_places) {
-    late.values.positional.push_back(windows::FromVariant(list.rgvarg[place]));
+    late.values.positional.push_back(value_at(place));
   }
   late.before = late.values;
-  return late;
 }
 
 /// Writes what the member left in the arguments back into the caller's variables.
@@ -120,7 +133,7 @@ HRESULT ObjectCalls::IdsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const 
 
 HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* error,
                             UINT* argument) const noexcept {
-  if (!arguments) return E_INVALIDARG;
+  if (!arguments || !IsSound(*arguments)) return E_INVALIDARG;
   if (result) VariantInit(result);
   const ObjectPtr object = object_;
   LateArguments late;
@@ -129,7 +142,7 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
     const MemberIds ids(table_);
     if (!ids.IsMember(id)) return DISP_E_MEMBERNOTFOUND;
     const std::u16string_view name = ids.MemberName(id);
-    late = Read(*arguments, ids, id);
+    Read(*arguments, ids, id, late);
     const Access access = AccessOf(flags, table_, name, late.values);
     if (table_) member = table_->Find(access, name);
     Value value;
@@ -143,6 +156,10 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
     if (result) *result = windows::ToVariant(value).Detach();
     return S_OK;
   } catch (...) {
+    if (late.unreadable_place) {
+      if (argument) *argument = *late.unreadable_place;
+      return DISP_E_TYPEMISMATCH;
+    }
     int parameter = -1;
     const HRESULT code = ReportLate(error, parameter);
     if (argument && parameter >= 0) *argument = PlaceOf(late, member, parameter);

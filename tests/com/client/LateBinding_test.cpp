@@ -137,6 +137,32 @@ TEST_F(LateBinding, TellsWhichArgumentDidNotConvert) {
   EXPECT_EQ(named.argument, 1u);
 }
 
+TEST_F(LateBinding, TellsWhichArgumentIsOfATypeWithoutAValue) {
+  VARIANT record{};
+  record.vt = VT_RECORD;
+  const auto toolbar = New<_CToolbar>(CLSID_CToolbar);
+  const DISPID id = IdOf(*toolbar, L"SetAction");
+  for (const UINT place : {0u, 1u}) {
+    std::vector<VARIANT> arguments(2, Number(1));
+    arguments[place] = record;
+    for (const std::vector<DISPID>& named : {std::vector<DISPID>{}, std::vector<DISPID>{1, 0}}) {
+      const Answer answer = Invoke(*toolbar, id, kCall, arguments, named);
+      EXPECT_EQ(answer.code, DISP_E_TYPEMISMATCH);
+      EXPECT_EQ(answer.argument, place);
+    }
+  }
+}
+
+TEST_F(LateBinding, RefusesAListOfArgumentsThatContradictsItself) {
+  VARIANT one = Number(1);
+  DISPID names[] = {0, 1};
+  for (DISPPARAMS list :
+       {DISPPARAMS{&one, names, 1, 2}, DISPPARAMS{nullptr, nullptr, 1, 0}, DISPPARAMS{&one, nullptr, 1, 1}}) {
+    EXPECT_EQ(list_->Invoke(Id(L"Add"), IID_NULL, 0, kCall, &list, nullptr, nullptr, nullptr), E_INVALIDARG);
+  }
+  EXPECT_EQ(Call(L"TotalButtons").value, Value(std::uint8_t{0}));
+}
+
 TEST_F(LateBinding, TellsOfAnArgumentOutOfRange) {
   const Answer answer = Call(L"Add", {Number(256)});
   EXPECT_EQ(answer.code, DISP_E_OVERFLOW);
@@ -235,8 +261,58 @@ TEST_F(ByReference, TellsWhenTheVariableCannotHoldTheResult) {
   EXPECT_EQ(byte, 255);
 }
 
+TEST_F(ByReference, LeavesAVariableThatTheMemberLeavesAlone) {
+  const auto global = New<_gExcelObject>(CLSID_gExcelObject);
+  const auto excel = NewRegistered(L"QVA_TestBench.Excel");
+  const auto host = NewRegistered(L"NVXCommonObjects.CommonObjects");
+  const Bstr code(u"MEDVILNE");
+  const Answer book = Invoke(*host, IdOf(*host, L"CreateBook"), kCall, {Text(code)});
+  const ComPtr<IDispatch> own_book = windows::ToDispatch(book.value.ToObject());
+  short count = 0;
+  ASSERT_EQ(global->InitConnectEX(excel.get(), LeftOut(), own_book.get(), &count), S_OK);
+
+  // A Long by reference, for which a text that reads as a number will do.
+  const auto reports = New<_CReports>(CLSID_CReports);
+  const Bstr text(u"17");
+  VARIANT variable = Text(text);
+  wchar_t member[] = L"FillAttr";
+  wchar_t argument[] = L"ID";
+  wchar_t* names[] = {member, argument};
+  DISPID ids[2] = {};
+  ASSERT_EQ(reports->GetIDsOfNames(IID_NULL, names, 2, 0, ids), S_OK);
+  EXPECT_EQ(Invoke(*reports, ids[0], kCall, {ReferenceTo(VT_VARIANT, &variable)}, {ids[1]}).code, S_OK);
+  EXPECT_EQ(variable.vt, VT_BSTR);
+  EXPECT_EQ(variable.bstrVal, text.get());
+}
+
 TEST_F(ByReference, TakesAPlainValueAndForgetsTheResult) {
   EXPECT_EQ(Increment(Number(41)).code, S_OK);
+}
+
+/// What is no automation error stops at the boundary.
+class Boundary : public ByReference {
+ protected:
+  Answer Throw(std::u16string_view what) {
+    const Bstr text(what);
+    return Invoke(*control_, IdOf(*control_, L"Throw"), kCall, {Text(text)});
+  }
+};
+
+TEST_F(Boundary, ReportsALackOfMemoryAs7) {
+  const Answer answer = Throw(u"bad_alloc");
+  EXPECT_EQ(answer.code, DISP_E_EXCEPTION);
+  EXPECT_EQ(answer.error_code, ErrorResult(kOutOfMemory));
+  EXPECT_EQ(answer.description, u"Out of memory");
+}
+
+TEST_F(Boundary, ReportsAnyOtherExceptionAs51) {
+  for (const std::u16string_view what : {u"logic_error", u"number"}) {
+    const Answer answer = Throw(what);
+    EXPECT_EQ(answer.code, DISP_E_EXCEPTION);
+    EXPECT_EQ(answer.error_code, ErrorResult(kInternalError));
+    EXPECT_EQ(answer.source, u"QVA_Varnholt");
+    EXPECT_EQ(answer.description, u"Internal error");
+  }
 }
 
 }  // namespace
