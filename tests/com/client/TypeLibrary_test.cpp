@@ -198,6 +198,53 @@ TEST_F(TypeLibrary, GivesEachClassItsDualInterface) {
   }
 }
 
+TEST_F(TypeLibrary, ExplainsEachClassAsItsMemberTableDoes) {
+  for (const PublicClass& public_class : PublicClasses()) {
+    const std::u16string name(public_class.description().name());
+    for (const std::u16string& described : {name, u"_" + name}) {
+      Bstr help;
+      ASSERT_EQ(Find(described)->GetDocumentation(MEMBERID_NIL, nullptr, help.Receive(), nullptr, nullptr),
+                S_OK);
+      EXPECT_EQ(ToUtf8(help.Text()), public_class.description().help()) << ToUtf8(described);
+    }
+  }
+}
+
+TEST_F(TypeLibrary, IsWhatTheObjectsOfEachClassSayOfThemselves) {
+  const auto excel = NewRegistered(L"QVA_TestBench.Excel");
+  const auto global = New<_gExcelObject>(CLSID_gExcelObject);
+  for (const PublicClass& public_class : PublicClasses()) {
+    // With an application at hand every class can be created; the end of a gExcelObject takes it away.
+    short count = 0;
+    ASSERT_EQ(global->InitConnectEX(excel.get(), LeftOut(), excel.get(), &count), S_OK);
+    const std::u16string name(public_class.description().name());
+    SCOPED_TRACE(ToUtf8(name));
+    const IID interface_id = AttributesOf(*Find(u"_" + name))->guid;
+    const CLSID class_id = AttributesOf(*Find(name))->guid;
+    const auto object = New<IDispatch>(class_id);
+    ASSERT_TRUE(object) << ToUtf8(TakeErrorObject().description);
+
+    ComPtr<IUnknown> early;
+    EXPECT_EQ(early.Obtain([&](IUnknown** received) {
+      return object->QueryInterface(interface_id, reinterpret_cast<void**>(received));
+    }),
+              S_OK);
+    ComPtr<ITypeInfo> type;
+    ASSERT_EQ(type.Obtain([&](ITypeInfo** received) { return object->GetTypeInfo(0, 0, received); }), S_OK);
+    EXPECT_EQ(AttributesOf(*type)->guid, interface_id);
+    ASSERT_EQ(type.Obtain([&](ITypeInfo** received) {
+      return object.Query<IProvideClassInfo>()->GetClassInfo(received);
+    }),
+              S_OK);
+    EXPECT_EQ(AttributesOf(*type)->guid, class_id);
+
+    const auto support = object.Query<ISupportErrorInfo>();
+    ASSERT_TRUE(support);
+    EXPECT_EQ(support->InterfaceSupportsErrorInfo(interface_id), S_OK);
+    EXPECT_EQ(support->InterfaceSupportsErrorInfo(class_id), S_FALSE);
+  }
+}
+
 TEST_F(TypeLibrary, SaysOfEveryMemberWhatTheMemberTableSays) {
   std::size_t members_seen = 0;
   for (const PublicClass& public_class : PublicClasses()) {
