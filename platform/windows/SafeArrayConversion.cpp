@@ -44,6 +44,18 @@ ULONG ElementSize(VARTYPE type) {
   }
 }
 
+/// Whether the elements of an array can be read as `declared`. Numbers that are as wide as an address pass
+/// for nothing else; an array that does not tell its type is believed.
+bool HasElementsOf(SAFEARRAY* array, VARTYPE declared) {
+  const ULONG size = ElementSize(declared);
+  // Reading wider elements would leave the array.
+  if (size == 0 || SafeArrayGetElemsize(array) != size) return false;
+  const bool is_address = declared == VT_BSTR || declared == VT_DISPATCH || declared == VT_UNKNOWN;
+  VARTYPE actual = VT_EMPTY;
+  if (!is_address || FAILED(SafeArrayGetVartype(array, &actual))) return true;
+  return actual == declared || (actual == VT_DISPATCH && declared == VT_UNKNOWN);
+}
+
 /// The elements of an array, locked as long as this lives.
 class LockedElements {
  public:
@@ -108,9 +120,8 @@ void ForEachElement(const std::vector<Array::Dimension>& dimensions, Visit&& vis
 Array FromSafeArray(SAFEARRAY* array, VARTYPE element_type, int depth) {
   Array result;
   if (!array || array->cDims == 0) return result;
-  const ULONG element_size = ElementSize(element_type);
-  // The sender's word for the element type is not enough: reading wider elements would leave the array.
-  if (element_size == 0 || SafeArrayGetElemsize(array) != element_size) throw AutomationError(kTypeMismatch);
+  // The sender's word for the element type is not enough.
+  if (!HasElementsOf(array, element_type)) throw AutomationError(kTypeMismatch);
 
   for (USHORT d = array->cDims; d-- > 0;) {  // stored from the last dimension to the first
     const SAFEARRAYBOUND& bound = array->rgsabound[d];

@@ -276,6 +276,17 @@ TEST_F(DispatchObjectTest, AsksABusyServerAgain) {
   }
 }
 
+TEST_F(DispatchObjectTest, AsksABusyServerAgainForTheIdOfAName) {
+  dispatch->resolve = [&](DISPID* ids) {
+    if (dispatch->lookups < 3) return RPC_E_SERVERCALL_RETRYLATER;
+    ids[0] = 2;
+    return S_OK;
+  };
+  EXPECT_EQ(Get(object, u"Beta"), Value(u"result"));
+  EXPECT_EQ(seen.id, 2);
+  EXPECT_EQ(dispatch->lookups, 3);
+}
+
 TEST_F(DispatchObjectTest, GivesUpOnAServerThatStaysBusy) {
   Fail(RPC_E_CALL_REJECTED);
   const ULONGLONG start = GetTickCount64();

@@ -93,6 +93,33 @@ TEST_F(SafeArrayConversionTest, RefusesAnArrayThatIsDeclaredWithWiderElementsTha
   EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_RECORD, array)); }), kTypeMismatch);
 }
 
+TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseNumbersAreDeclaredAsAddresses) {
+  const VARTYPE number = sizeof(void*) == 8 ? VT_I8 : VT_I4;  // as wide as an address
+  const SafeArray numbers = SafeArray::Adopt(SafeArrayCreateVector(number, 0, 1));
+  const SafeArray texts = SafeArray::Adopt(SafeArrayCreateVector(VT_BSTR, 0, 1));
+  LONG index = 0;
+  LONGLONG address = 0x10;
+  ASSERT_EQ(SafeArrayPutElement(numbers.get(), &index, &address), S_OK);
+  ASSERT_EQ(SafeArrayPutElement(texts.get(), &index, Bstr(u"text").get()), S_OK);
+  for (const VARTYPE declared : {VT_BSTR, VT_DISPATCH, VT_UNKNOWN}) {
+    EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(declared, numbers)); }), kTypeMismatch)
+        << declared;
+  }
+  for (const VARTYPE declared : {VT_DISPATCH, VT_UNKNOWN}) {
+    EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(declared, texts)); }), kTypeMismatch) << declared;
+  }
+}
+
+TEST_F(SafeArrayConversionTest, ReadsObjectsDeclaredAsThePlainerInterfaceThatTheyHaveToo) {
+  const auto dispatch = NewDispatch();
+  const SafeArray objects = SafeArray::Adopt(SafeArrayCreateVector(VT_DISPATCH, 0, 1));
+  LONG index = 0;
+  ASSERT_EQ(SafeArrayPutElement(objects.get(), &index, static_cast<IDispatch*>(dispatch.get())), S_OK);
+  const Value value = FromVariant(ArrayVariant(VT_UNKNOWN, objects));
+  EXPECT_EQ(ToDispatch(value.AsArray().elements.at(0).ToObject()).get(),
+            static_cast<IDispatch*>(dispatch.get()));
+}
+
 TEST_F(SafeArrayConversionTest, UnlocksTheArrayAlsoWhenAnElementIsRefused) {
   const SafeArray array = SafeArray::Adopt(SafeArrayCreateVector(VT_VARIANT, 0, 1));
   static_cast<VARIANT*>(array.get()->pvData)->vt = VT_BYREF | VT_I4;  // a reference to nowhere

@@ -37,6 +37,20 @@ TEST(WindowsLocale, TellsTheUsersSettingsAsTheyAreNow) {
   EXPECT_EQ(locale.ShortDatePattern(), before);
 }
 
+TEST(WindowsLocale, TakesTheSeparatorAndTheTimeFromTheUserNotFromTheLanguage) {
+  const WindowsLocale locale;
+  const auto expect_setting = [](LCTYPE type, const wchar_t* text, auto read) {
+    const std::u16string before = read();
+    ASSERT_NE(before, TextOf(text)) << "the setting proves nothing";
+    ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, type, text));
+    EXPECT_EQ(read(), TextOf(text));
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, type, WideText(before).c_str());
+    EXPECT_EQ(read(), before);
+  };
+  expect_setting(LOCALE_SDECIMAL, L";", [&] { return locale.DecimalSeparator(); });
+  expect_setting(LOCALE_STIMEFORMAT, L"H-mm-ss", [&] { return locale.LongTimePattern(); });
+}
+
 TEST(AnsiText, GoesToTheSystemsCodePageAndBack) {
   EXPECT_EQ(ToAnsi(u"C:\\Host"), "C:\\Host");
   EXPECT_EQ(FromAnsi("C:\\Host"), u"C:\\Host");
