@@ -45,6 +45,7 @@ void FormatLayer::Set(const Area& area, const Value& value) {
     cells_.clear();
     rows_.clear();
     columns_.clear();
+    cells_set_.reset();
     initial_ = value;
   } else if (area.IsWholeColumns()) {
     for (std::int32_t column = area.column; column <= area.last_column(); ++column)
@@ -52,6 +53,7 @@ void FormatLayer::Set(const Area& area, const Value& value) {
   } else if (area.IsWholeRows()) {
     for (std::int32_t row = area.row; row <= area.last_row(); ++row) rows_[row] = setting;
   } else {
+    cells_set_ = cells_set_ ? Around(*cells_set_, area) : area;
     for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
       for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
         cells_[CellKey(row, column)] = setting;
@@ -63,6 +65,15 @@ void FormatLayer::Set(const Area& area, const Value& value) {
 CellFormats::CellFormats()
     : layers_{FormatLayer(true), FormatLayer(std::int32_t{xlColorIndexAutomatic}),
               FormatLayer(std::int32_t{xlColorIndexNone}), FormatLayer(u"General")} {
+}
+
+std::optional<Area> CellFormats::CellsSet() const {
+  std::optional<Area> all;
+  for (const FormatLayer& layer : layers_) {
+    if (!layer.CellsSet()) continue;
+    all = all ? Around(*all, *layer.CellsSet()) : *layer.CellsSet();
+  }
+  return all;
 }
 
 }  // namespace qva::memory

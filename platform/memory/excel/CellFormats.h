@@ -21,6 +21,8 @@ class FormatLayer {
   /// The value that all cells of the area have; nothing when they differ.
   std::optional<Value> Common(const Area& area) const;
   void Set(const Area& area, const Value& value);
+  /// The area around all cells that were set, but for whole rows and columns; nothing when there are none.
+  const std::optional<Area>& CellsSet() const { return cells_set_; }
 
  private:
   struct Setting {
@@ -34,6 +36,7 @@ class FormatLayer {
   Settings cells_;  // by (row − 1) · 256 + column − 1
   Settings rows_;
   Settings columns_;
+  std::optional<Area> cells_set_;
 };
 
 enum class FormatProperty { Locked, FontColorIndex, InteriorColorIndex, NumberFormat };
@@ -46,6 +49,8 @@ class CellFormats {
   const FormatLayer& operator[](FormatProperty property) const {
     return layers_[static_cast<std::size_t>(property)];
   }
+  /// FormatLayer::CellsSet of all properties together.
+  std::optional<Area> CellsSet() const;
 
  private:
   std::array<FormatLayer, 4> layers_;  // in the order of FormatProperty

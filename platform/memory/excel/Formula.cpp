@@ -277,6 +277,9 @@ class Evaluator {
     const auto error = ParseErrorPrefix(text_.substr(position_));
     if (!error) throw SyntaxError();
     position_ += ErrorText(*error).size();
+    // "#REF!$A$1" is what is left of a reference to a sheet that was deleted.
+    const std::u16string_view address = error->code == xlErrRef ? Word() : std::u16string_view();
+    if (!address.empty() && !ParseArea(address)) throw SyntaxError();
     return Value(*error);
   }
 

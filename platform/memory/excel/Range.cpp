@@ -1,8 +1,10 @@
 #include "platform/memory/excel/Range.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
+#include "platform/ado.h"
 #include "platform/memory/excel/Application.h"
 #include "platform/memory/excel/Calculation.h"
 #include "platform/memory/excel/CellInput.h"
@@ -99,6 +101,7 @@ const ClassDescription& Range::Description() {
           .Get<&Range::Cells>(u"Cells", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Get<&Range::Item>(u"Item", {{u"RowIndex"}, Optional(u"ColumnIndex")})
           .Get<&Range::Offset>(u"Offset", {Optional(u"RowOffset"), Optional(u"ColumnOffset")})
+          .Get<&Range::Resize>(u"Resize", {Optional(u"RowSize"), Optional(u"ColumnSize")})
           .Get<&Range::End>(u"End", {{u"Direction"}})
           .Get<&Range::Application>(u"Application")
           .Get<&Range::Worksheet>(u"Parent")
@@ -112,6 +115,7 @@ const ClassDescription& Range::Description() {
           .Get<&Range::NumberFormat>(u"NumberFormat")
           .Put<&Range::SetNumberFormat>(u"NumberFormat")
           .Method<&Range::ClearContents>(u"ClearContents")
+          .Method<&Range::CopyFromRecordset>(u"CopyFromRecordset", {{u"Data"}})
           .Method<&Range::Activate>(u"Activate")
           .Method<&Range::Select>(u"Select");
   return description;
@@ -122,10 +126,10 @@ SheetData& Range::Open() const {
   return *reference_.sheet;
 }
 
-void Range::RequireUnprotected(const std::u16string& refusal) const {
+void Range::RequireUnprotected(const Area& changed, const std::u16string& refusal) const {
   const SheetData& sheet = Open();
   if (!sheet.protection.is_on || sheet.protection.user_interface_only) return;
-  const auto locked = sheet.formats[FormatProperty::Locked].Common(area());
+  const auto locked = sheet.formats[FormatProperty::Locked].Common(changed);
   if (!locked || *locked == qva::Value(true)) throw Refusal(refusal);
 }
 
@@ -153,7 +157,7 @@ Value Range::Value() {
 }
 
 void Range::SetValue(const qva::Value& value) {
-  RequireUnprotected(kProtectedRefusal);
+  RequireUnprotected(area(), kProtectedRefusal);
   SheetData& sheet = Open();
   // The default value of an object is asked for once, not for each cell.
   const qva::Value given = value.Is(qva::Value::Type::Object) ? Get(value.ToObject(), u"") : value;
@@ -276,6 +280,16 @@ ObjectPtr Range::Offset(std::int32_t rows, std::int32_t columns) {
   return Part(*moved, unit_);
 }
 
+ObjectPtr Range::Resize(const qva::Value& rows, const qva::Value& columns) {
+  Open();
+  const std::int32_t row_count = rows.Is(qva::Value::Type::Missing) ? area().rows : rows.ToInt32();
+  const std::int32_t column_count =
+      columns.Is(qva::Value::Type::Missing) ? area().columns : columns.ToInt32();
+  const auto resized = AreaInGrid(area().row, area().column, row_count, column_count);
+  if (!resized) throw Refusal();
+  return Part(*resized);
+}
+
 ObjectPtr Range::End(std::int32_t direction) {
   const SheetData& sheet = Open();
   std::int32_t down = 0;
@@ -347,7 +361,7 @@ Value Range::Format(FormatProperty property) const {
 }
 
 void Range::SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal) {
-  RequireUnprotected(refusal);
+  RequireUnprotected(area(), refusal);
   Open().formats[property].Set(area(), value);
   OpenWorkbook(reference_.sheet->workbook)->saved = false;
 }
@@ -378,9 +392,32 @@ void Range::SetNumberFormat(const std::u16string& format) {
 }
 
 bool Range::ClearContents() {
-  RequireUnprotected(kProtectedRefusal);
+  RequireUnprotected(area(), kProtectedRefusal);
   Open().Clear(area());
   return true;
+}
+
+std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
+  SheetData& sheet = Open();
+  const ado::Recordset recordset(data);
+  if (recordset.EndOfFile()) return 0;
+  const qva::Value content = recordset.GetRows();
+  const Array& fields_by_records = content.ToArray();
+  if (fields_by_records.dimensions.size() != 2) throw Refusal();
+  const std::int32_t record_count = fields_by_records.dimensions[1].count;
+  const std::int32_t rows = std::min(record_count, kRowCount - area().row + 1);
+  const std::int32_t columns =
+      std::min(fields_by_records.dimensions[0].count, kColumnCount - area().column + 1);
+  const Area target{area().row, area().column, rows, columns};
+  RequireUnprotected(target, kProtectedRefusal);
+  for (std::int32_t row = 0; row < rows; ++row) {
+    for (std::int32_t column = 0; column < columns; ++column) {
+      const auto element = static_cast<std::size_t>(column) * static_cast<std::size_t>(record_count) +
+                           static_cast<std::size_t>(row);
+      sheet.EnterPlain(target.row + row, target.column + column, fields_by_records.elements[element]);
+    }
+  }
+  return rows;
 }
 
 bool Range::Activate() {

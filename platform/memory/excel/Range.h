@@ -39,8 +39,8 @@ class Range : public Described<Range> {
   const Area& area() const { return reference_.area; }
   /// The sheet, whose workbook must be open.
   SheetData& Open() const;
-  /// Raises 1004 when the protection keeps macros from changing one of the cells.
-  void RequireUnprotected(const std::u16string& refusal) const;
+  /// Raises 1004 when the protection keeps macros from changing one of the cells of the sheet.
+  void RequireUnprotected(const Area& changed, const std::u16string& refusal) const;
   ObjectPtr Part(const Area& part, Unit unit = Unit::Cells) const;
   /// `read(row, column)` of the one cell, or of all as a block with both indexes from 1.
   template <class Read>
@@ -68,6 +68,9 @@ class Range : public Described<Range> {
   ObjectPtr Cells(const qva::Value& row, const qva::Value& column);
   /// Raises 1004 when the result is not wholly on the sheet.
   ObjectPtr Offset(std::int32_t rows, std::int32_t columns);
+  /// The area from the same first cell; a number that is left out stays as it is. Raises 1004 for less than
+  /// one row or column and when the result is not wholly on the sheet.
+  ObjectPtr Resize(const qva::Value& rows, const qva::Value& columns);
   /// Where Ctrl+arrow goes from the first cell. `direction` is an XlDirection.
   ObjectPtr End(std::int32_t direction);
   ObjectPtr Application();
@@ -86,6 +89,11 @@ class Range : public Described<Range> {
   void SetNumberFormat(const std::u16string& format);
 
   bool ClearContents();
+  /// Writes the records of a recordset, from its current one to its end, into the rows from the first cell
+  /// on: values only, texts as they are, Null as an empty cell. What does not fit on the sheet is left out.
+  /// The recordset stands at its end afterwards. Result: the number of records written, 0 where it stood at
+  /// its end already. Raises 1004 where cells are protected, and what the recordset raises.
+  std::int32_t CopyFromRecordset(const ObjectPtr& data);
   /// Both raise 1004 unless the sheet is the active one of the active workbook.
   bool Activate();
   bool Select();

@@ -19,7 +19,14 @@ const Cell* SheetData::Find(std::int32_t row, std::int32_t column) const {
 
 void SheetData::Enter(std::int32_t row, std::int32_t column, const Value& value) {
   const bool as_text = formats[FormatProperty::NumberFormat].At(row, column) == Value(u"@");
-  CellEntry entry = ReadEntry(value, as_text);
+  Hold(row, column, ReadEntry(value, as_text));
+}
+
+void SheetData::EnterPlain(std::int32_t row, std::int32_t column, const Value& value) {
+  Hold(row, column, ReadEntry(value, true));
+}
+
+void SheetData::Hold(std::int32_t row, std::int32_t column, CellEntry entry) {
   const std::int32_t key = KeyOf(row, column);
   if (entry.value.Is(Value::Type::Empty) && entry.formula.empty()) {
     cells_.erase(key);
@@ -47,11 +54,12 @@ void SheetData::Clear(const Area& area) {
 }
 
 Area SheetData::UsedArea() const {
-  if (cells_.empty()) return {};
-  const std::int32_t first = cells_.begin()->first;
-  Area used{RowOf(first), ColumnOf(first), 1, 1};
-  for (const auto& [key, cell] : cells_) used = Around(used, {RowOf(key), ColumnOf(key), 1, 1});
-  return used;
+  std::optional<Area> used = formats.CellsSet();
+  for (const auto& [key, cell] : cells_) {
+    const Area place{RowOf(key), ColumnOf(key), 1, 1};
+    used = used ? Around(*used, place) : place;
+  }
+  return used.value_or(Area());
 }
 
 void SheetData::Changed() {

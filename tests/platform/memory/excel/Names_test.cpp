@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/excel.h"
 #include "tests/platform/memory/excel/excel_test.h"
 
 namespace qva::memory {
@@ -46,6 +47,42 @@ TEST_F(NamesTest, ReferToWhatAnObjectOrConstantMeans) {
   EXPECT_EQ(Text(Add(u"e", true), u"RefersTo"), u"=TRUE");
   EXPECT_EQ(Evaluate(u"=d"), Value(u"tekstas \"x\""));
   EXPECT_EQ(RaisedBy([&] { Get(GetObject(names, u"Item", {u"b"}), u"RefersToRange"); }), 1004);
+}
+
+TEST_F(NamesTest, MayHaveLostTheirCells) {
+  for (const char16_t* lost : {u"=#REF!", u"=Sheet1!#REF!", u"=#REF!$A$1", u"=#REF!$A$1:$B$2"}) {
+    const ObjectPtr name = Add(u"Metai", lost);
+    EXPECT_EQ(Text(name, u"RefersTo"), lost);
+    EXPECT_EQ(RaisedBy([&] { Get(name, u"RefersToRange"); }), 1004);
+  }
+  EXPECT_EQ(RaisedBy([&] { Add(u"Metai", u"=#REF!Metai"); }), 1004);
+  EXPECT_EQ(RaisedBy([&] { Add(u"Metai", u"=#N/A$A$1"); }), 1004);
+}
+
+TEST_F(NamesTest, AreAddedByArgumentsThatAreNamed) {
+  const excel::Workbook book(workbook);
+  const excel::DefinedName name = book.Names().Add(u"Metai", u"=Sheet1!$B$1");
+  EXPECT_EQ(name.Name(), u"Metai");
+  EXPECT_EQ(name.RefersToRange().Address(), u"$B$1");
+  Put(sheet, u"Name", u"Mano lapas");
+  EXPECT_EQ(RaisedBy([&] { book.Names().Add(u"Kiti", u"=Mano lapas!$B$1"); }), 1004) << "quotes are missing";
+  EXPECT_EQ(book.Names().Count(), 1);
+}
+
+TEST_F(NamesTest, CloseUpWhenOneIsDeletedOnTheWay) {
+  const excel::Names all = excel::Workbook(workbook).Names();
+  for (const char16_t* name : {u"a", u"b", u"d", u"e"}) all.Add(name, u"=Sheet1!$B$1");
+  std::u16string seen;
+  for (std::int32_t i = 1; i <= all.Count();) {
+    seen += all.Item(i).Name();
+    if (seen.back() == u'b') {
+      all.Item(i).Delete();
+    } else {
+      ++i;
+    }
+  }
+  EXPECT_EQ(seen, u"abde");
+  EXPECT_EQ(all.Count(), 3);
 }
 
 TEST_F(NamesTest, AreReplacedWithinTheirScope) {

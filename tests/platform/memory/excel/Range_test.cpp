@@ -159,6 +159,17 @@ TEST_F(RangeTest, MovesWithinTheSheetOnly) {
   EXPECT_EQ(RaisedBy([&] { GetObject(range, u"Offset", {2147483647}); }), 1004);
 }
 
+TEST_F(RangeTest, TakesAnotherSizeFromItsFirstCell) {
+  EXPECT_EQ(AddressOf(GetObject(Range(u"B2:C3"), u"Resize", {4, 1})), u"$B$2:$B$5");
+  EXPECT_EQ(AddressOf(GetObject(Range(u"B2:C3"), u"Resize", {1})), u"$B$2:$C$2");
+  EXPECT_EQ(AddressOf(GetObject(Range(u"B2:C3"), u"Resize", {Missing(), 7})), u"$B$2:$H$3");
+  EXPECT_EQ(AddressOf(GetObject(Range(u"A1"), u"Resize", {65536, 256})), u"$1:$65536");
+  for (const Arguments& arguments :
+       {Arguments{0, 1}, Arguments{1, -1}, Arguments{65536, 1}, Arguments{1, 256}}) {
+    EXPECT_EQ(RaisedBy([&] { GetObject(Range(u"B2"), u"Resize", arguments); }), 1004);
+  }
+}
+
 TEST_F(RangeTest, GoesToTheEndOfARunOrOverAGap) {
   Set(u"A1:A3", 1);
   Set(u"A6:A7", 1);

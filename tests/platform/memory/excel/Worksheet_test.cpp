@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/excel.h"
 #include "tests/platform/memory/excel/excel_test.h"
 
 namespace qva::memory {
@@ -124,6 +125,32 @@ TEST_F(WorksheetTest, KnowsWhichCellsAreUsed) {
   EXPECT_EQ(AddressOf(GetObject(sheet, u"UsedRange")), u"$C$2:$E$5");
   Set(u"C5", u"");
   EXPECT_EQ(AddressOf(GetObject(sheet, u"UsedRange")), u"$E$2");
+}
+
+TEST_F(WorksheetTest, UsesCellsThatHaveAFormatOfTheirOwn) {
+  Put(GetObject(Range(u"B1"), u"Font"), u"ColorIndex", 5);
+  EXPECT_EQ(AddressOf(GetObject(sheet, u"UsedRange")), u"$B$1");
+  Set(u"C4", 1);
+  EXPECT_EQ(AddressOf(GetObject(sheet, u"UsedRange")), u"$B$1:$C$4");
+  Put(GetObject(Range(u"E2:F3"), u"Interior"), u"ColorIndex", 3);
+  Set(u"C4", Value());
+  EXPECT_EQ(AddressOf(GetObject(sheet, u"UsedRange")), u"$B$1:$F$3");
+  Put(GetObject(Range(u"E2:F3"), u"Interior"), u"ColorIndex", std::int32_t{xlColorIndexNone});
+  EXPECT_EQ(AddressOf(GetObject(sheet, u"UsedRange")), u"$B$1:$F$3") << "also when it is lost again";
+  Put(GetObject(sheet, u"Columns", {10}), u"Locked", false);
+  Put(GetObject(sheet, u"Rows", {10}), u"NumberFormat", u"@");
+  EXPECT_EQ(AddressOf(GetObject(sheet, u"UsedRange")), u"$B$1:$F$3") << "whole columns and rows do not count";
+}
+
+TEST_F(WorksheetTest, HasRoomForOneMoreColumnBesideWhatIsUsed) {
+  // Names are given to coloured cells, one after the other, each beside the range that is used so far.
+  const excel::Worksheet cells(sheet);
+  for (const char16_t* expected : {u"$B$1", u"$C$1", u"$D$1"}) {
+    const excel::Range used = cells.UsedRange();
+    const excel::Range next = used.Offset(0, used.Columns().Count()).Cells(1);
+    EXPECT_EQ(next.Address(), expected);
+    next.Font().SetColorIndex(5);
+  }
 }
 
 TEST_F(WorksheetTest, KeepsLockedCellsFromChangesWhileItIsProtected) {
