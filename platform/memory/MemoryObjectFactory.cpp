@@ -1,8 +1,14 @@
 #include "platform/memory/MemoryObjectFactory.h"
 
+#include "platform/ado.h"
+#include "platform/recordset/RecordsetFactory.h"
 #include "platform/text.h"
 
 namespace qva {
+
+MemoryObjectFactory::MemoryObjectFactory() {
+  Register(ado::kRecordset, &recordset::NewRecordset);
+}
 
 ObjectPtr MemoryObjectFactory::Create(std::u16string_view programmatic_identifier) {
   const auto found = creators_.find(ToLower(programmatic_identifier));

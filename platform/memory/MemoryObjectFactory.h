@@ -9,9 +9,12 @@
 
 namespace qva {
 
+/// Recordsets (ADODB.Recordset) are registered from the start.
 class MemoryObjectFactory : public ObjectFactory {
  public:
   using Creator = std::function<ObjectPtr()>;
+
+  MemoryObjectFactory();
 
   /// Raises 429 for an identifier that was not registered and where the creator gives nothing. What a
   /// creator raises passes on.

@@ -10,6 +10,11 @@ std::filesystem::path PathFromEnvironment(const char* variable) {
   return path ? path : "";
 }
 
+std::vector<ObjectFactory*> With(std::vector<ObjectFactory*> factories, ObjectFactory& last) {
+  factories.push_back(&last);
+  return factories;
+}
+
 }  // namespace
 
 PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
@@ -20,7 +25,7 @@ PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
       forms_(PathFromEnvironment("QVA_VARNHOLT_FORM_ANSWERS"),
              PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_, locale_),
       files_(UserDrivesPath(), locale_),
-      object_factory_(services_, std::move(factories), std::move(modules)),
+      object_factory_(services_, With(std::move(factories), recordset_factory_), std::move(modules)),
       services_{.object_factory = &object_factory_,
                 .registry = &registry_,
                 .environment = &environment_,

@@ -10,6 +10,7 @@
 #include "platform/posix/RegistryFile.h"
 #include "platform/posix/SystemClock.h"
 #include "platform/posix/SystemLocale.h"
+#include "platform/recordset/RecordsetFactory.h"
 #include "platform/unattended_forms.h"
 #include "platform/unattended_message_box.h"
 
@@ -19,7 +20,8 @@ namespace qva {
 /// variables QVA_VARNHOLT_ANSWERS, QVA_VARNHOLT_FORM_ANSWERS and QVA_VARNHOLT_MESSAGE_LOG name.
 class PosixPlatform {
  public:
-  /// Objects come from `factories` (borrowed), then from `modules` (see ModuleFactory).
+  /// Objects come from `factories` (borrowed), then from `modules` (see ModuleFactory); recordsets, which no
+  /// machine of this kind has, are the ones in memory unless a factory makes others.
   explicit PosixPlatform(std::vector<std::filesystem::path> modules,
                          std::vector<ObjectFactory*> factories = {});
   PosixPlatform(const PosixPlatform&) = delete;
@@ -37,6 +39,7 @@ class PosixPlatform {
   UnattendedMessageBox message_box_;
   UnattendedForms forms_;
   PosixFiles files_;
+  recordset::RecordsetFactory recordset_factory_;
   ModuleFactory object_factory_;
   Services services_;
 };

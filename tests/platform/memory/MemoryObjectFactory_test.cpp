@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/ado.h"
 #include "platform/memory/excel/Application.h"
 #include "tests/platform/core_test.h"
 
@@ -31,6 +32,13 @@ TEST_F(MemoryObjectFactoryTest, Raises429ForACreatorThatGivesNothingAndPassesOnW
                                    []() -> ObjectPtr { throw AutomationError(5, u"A", u"refused"); });
   EXPECT_EQ(RaisedBy([&] { platform.object_factory.Create(u"A.Nothing"); }), kCannotCreateObject);
   EXPECT_EQ(RaisedBy([&] { platform.object_factory.Create(u"A.Failure"); }), 5);
+}
+
+TEST_F(MemoryObjectFactoryTest, KnowsRecordsetsFromTheStart) {
+  const ado::Recordset recordset = ado::Recordset::Create(platform.object_factory);
+  recordset.Fields().Append(u"Code", ado::adVarChar, 5, ado::adFldUnspecified);
+  recordset.Open();
+  EXPECT_EQ(recordset.RecordCount(), 0);
 }
 
 TEST_F(MemoryObjectFactoryTest, ReplacesAnEarlierRegistration) {

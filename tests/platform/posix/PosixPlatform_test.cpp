@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/ado.h"
 #include "platform/host.h"
 #include "platform/settings.h"
 #include "tests/platform/posix/temporary_folder.h"
@@ -59,6 +60,22 @@ TEST_F(PosixPlatformTest, ModulesAreOpenedOnTheServicesAsTheFrontDoorLeftThem) {
   Call(platform.services().object_factory->Create(host::kMessage), u"Show",
        {u"Klausimas", u"", Array::Of({u"Gerai"})});
   EXPECT_EQ(box.asked, u"Klausimas");
+}
+
+TEST_F(PosixPlatformTest, RecordsetsAreInMemoryUnlessAFactoryMakesOthers) {
+  PosixPlatform platform({QVA_HOST_MODULE});
+  InstallServices(platform.services());
+  const ado::Recordset recordset = ado::Recordset::Create(*platform.services().object_factory);
+  recordset.Fields().Append(u"Code", ado::adVarChar, 5, ado::adFldUnspecified);
+  recordset.Open();
+  EXPECT_EQ(recordset.RecordCount(), 0);
+
+  class Refusing : public ObjectFactory {
+   public:
+    ObjectPtr Create(std::u16string_view) override { throw AutomationError(kInternalError); }
+  } other;
+  PosixPlatform with_other({}, {&other});
+  EXPECT_THROW(with_other.services().object_factory->Create(ado::kRecordset), AutomationError);
 }
 
 }  // namespace
