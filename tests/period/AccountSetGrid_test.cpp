@@ -1,0 +1,387 @@
+#include "period/AccountSetGrid.h"
+
+#include "tests/period/period_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class AccountSets : public PeriodTest {
+ protected:
+  static constexpr std::u16string_view kGrid = u"SpecGrid";
+
+  /// The cells of a row by their shown columns.
+  static std::vector<std::u16string> Row(MemoryForm& form, std::size_t row) {
+    std::vector<std::u16string> cells;
+    for (const ui::GridColumn& column : form.Columns(kGrid))
+      cells.push_back(form.CellText(kGrid, row, column.name));
+    return cells;
+  }
+  /// A row of the book MEDVILNE and an account set.
+  static void TypeRow(MemoryForm& form, std::size_t row, std::u16string_view account_set = u"B1") {
+    EXPECT_TRUE(form.TypeCell(kGrid, row, u"BookCode", u"MEDVILNE"));
+    EXPECT_TRUE(form.TypeCell(kGrid, row, u"PlanCode", account_set));
+  }
+  /// Lets the user pick the code from the next list.
+  void Pick(std::u16string code) {
+    platform.list_chooser.user = [code](const ChoiceList& list,
+                                        std::u16string_view) -> std::optional<std::size_t> {
+      for (std::size_t i = 0; i < list.rows.size(); ++i) {
+        if (list.rows[i][0] == code) return i;
+      }
+      return std::nullopt;
+    };
+  }
+  std::vector<std::u16string> OfferedCodes() const {
+    std::vector<std::u16string> codes;
+    for (const auto& row : platform.list_chooser.shown.back().rows) codes.push_back(row[0]);
+    return codes;
+  }
+  /// The fields of the budgets' records.
+  std::vector<std::vector<Value>> Records() const {
+    std::vector<std::vector<Value>> records;
+    if (budgets.RecordCount() == 0) return records;
+    budgets.MoveFirst();
+    const Value rows = budgets.GetRows();
+    const Array& block = rows.ToArray();
+    const auto count = static_cast<std::size_t>(block.dimensions[1].count);
+    for (std::size_t i = 0; i < count; ++i) {
+      std::vector<Value>& record = records.emplace_back();
+      for (std::size_t field = 0; field < 8; ++field) record.push_back(block.elements[field * count + i]);
+    }
+    return records;
+  }
+};
+
+TEST_F(AccountSets, ShowFiveColumnsAndHideTheIdentifiers) {
+  Show([](MemoryForm& form) {
+    std::vector<std::u16string> names;
+    for (const ui::GridColumn& column : form.Columns(kGrid)) names.push_back(column.name);
+    EXPECT_THAT(names, ElementsAre(u"BookCode", u"PlanCode", u"PlanIsBudget", u"BudgetCurrDocCode",
+                                   u"BudgetLastDocCode"));
+  });
+}
+
+TEST_F(AccountSets, HaveTheirColumnRules) {
+  BookCache books;
+  AccountSetGrid grid(books, {});
+  const auto column = [&](std::u16string name, std::u16string caption = u"x") {
+    BaselList::Column result;
+    result.name = std::move(name);
+    result.caption = std::move(caption);
+    grid.m_BaselList_OnAddColumn(result);
+    return result;
+  };
+  EXPECT_EQ(column(u"BookCode").lookup_table, u"Book");
+  EXPECT_TRUE(column(u"BookCode").cell_button);
+  EXPECT_EQ(column(u"PlanCode").lookup_table, u"GLAccountSet");
+  EXPECT_TRUE(column(u"PlanCode").cell_button);
+  EXPECT_TRUE(column(u"BudgetCurrDocCode").cell_button);
+  EXPECT_FALSE(column(u"BudgetCurrDocCode").read_only);
+  EXPECT_TRUE(column(u"PlanIsBudget").read_only);
+  EXPECT_FALSE(column(u"PlanIsBudget").cell_button);
+  EXPECT_TRUE(column(u"BudgetCurrDocId", u"").hidden);
+  EXPECT_TRUE(column(u"BudgetCurrDocId", u"").read_only);
+}
+
+TEST_F(AccountSets, GiveAButtonToAnyColumnWithDocCodeButAnswerItAtTheNamesEndOnly) {
+  BookCache books;
+  AccountSetGrid grid(books, [](bool) {
+    return DateRange{DateFromParts(2024, 1, 1), DateFromParts(2024, 12, 31)};
+  });
+  BaselList::Column column;
+  column.name = u"MyDocCodeNote";
+  column.caption = u"x";
+  grid.m_BaselList_OnAddColumn(column);
+  EXPECT_TRUE(column.cell_button);
+
+  grid.m_BaselList_OnAddFields();
+  grid.list().AddRow();
+  grid.list().Set(u"BookCode", u"MEDVILNE");
+  grid.list().Set(u"PlanCode", u"B1");
+  grid.SpecGrid_ButtonClick(u"MyDocCodeNote");
+  EXPECT_THAT(platform.list_chooser.shown, IsEmpty());
+  grid.SpecGrid_ButtonClick(u"MyDocCode");
+  EXPECT_THAT(platform.list_chooser.shown, SizeIs(1));
+}
+
+TEST_F(AccountSets, OpenEmptyWithoutBudgets) {
+  Show([](MemoryForm& form) {
+    EXPECT_EQ(form.RowCount(kGrid), 0u);
+    form.Click(u"btSpecDelete");  // does nothing
+    EXPECT_EQ(form.RowCount(kGrid), 0u);
+  });
+}
+
+TEST_F(AccountSets, ShowTheBudgets) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u"pastaba"});
+  AddBudget({u"BALTIJA", u"F2", 0, Null{}, Null{}, Null{}, Null{}, Null{}});
+  Show([](MemoryForm& form) {
+    ASSERT_EQ(form.RowCount(kGrid), 2u);
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"));
+    EXPECT_THAT(Row(form, 1), ElementsAre(u"BALTIJA", u"F2", u"0", u"", u""));
+    EXPECT_EQ(ui::Get<ui::Grid>(form, kGrid).CurrentRow(), 0u);
+  });
+}
+
+TEST_F(AccountSets, WriteTheRowsInPlaceOfTheBudgets) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u"pastaba"});
+  AddBudget({u"BALTIJA", u"F2", 0, Null{}, Null{}, Null{}, Null{}, Null{}});
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) {
+    form.SelectRow(kGrid, 1);
+    EXPECT_TRUE(form.TypeCell(kGrid, 2, u"BookCode", u"MEDVILNE"));
+  }));
+  EXPECT_EQ(Setting(u"BudgetCount"), Value(3));
+  const auto records = Records();
+  ASSERT_THAT(records, SizeIs(3));
+  // A field that the list lacks stays empty in the rewritten rows.
+  EXPECT_THAT(records[0], ElementsAre(u"MEDVILNE", u"B1", 1, Currency{120000}, u"BIU-2024", Currency{110000},
+                                      u"BIU-2023", Null{}));
+  EXPECT_THAT(records[2], ElementsAre(u"MEDVILNE", u"", 0, Currency{0}, u"", Currency{0}, u"", Null{}));
+}
+
+TEST_F(AccountSets, LeaveTheBudgetsEmptyWithoutRows) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u"pastaba"});
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) { form.Click(u"btSpecDelete"); }));
+  EXPECT_EQ(Setting(u"BudgetCount"), Value(0));
+  EXPECT_TRUE(budgets.EndOfFile());
+}
+
+TEST_F(AccountSets, DeleteTheCurrentRow) {
+  for (const char16_t* set : {u"F1", u"B1", u"F1"}) AddBudget({u"MEDVILNE", set, 0, 0, u"", 0, u"", Null{}});
+  Show([](MemoryForm& form) {
+    form.SelectRow(kGrid, 1);
+    form.Click(u"btSpecDelete");
+    ASSERT_EQ(form.RowCount(kGrid), 2u);
+    EXPECT_EQ(form.CellText(kGrid, 1, u"PlanCode"), u"F1");
+  });
+}
+
+// --- Typed values
+
+TEST_F(AccountSets, TakeKnownCodesAndTheBudgetFlagOfTheAccountSet) {
+  Show([](MemoryForm& form) {
+    TypeRow(form, 0, u"B1");
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"True", u"", u""));
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"PlanCode", u"F1"));
+    EXPECT_EQ(form.CellText(kGrid, 0, u"PlanIsBudget"), u"False");
+  });
+}
+
+TEST_F(AccountSets, RefuseUnknownBooks) {
+  Show([](MemoryForm& form) {
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BookCode", u"MEDVILNE"));
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"BookCode", u"NĖRA"));
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"BookCode", u""));
+    EXPECT_EQ(form.CellText(kGrid, 0, u"BookCode"), u"MEDVILNE");
+  });
+}
+
+TEST_F(AccountSets, RefuseAccountSetsWithoutABookAndThoseThatTheBookLacks) {
+  Show([](MemoryForm& form) {
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"PlanCode", u"F1"));  // the row has no book
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BookCode", u"BALTIJA"));
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"PlanCode", u"F1"));
+    EXPECT_EQ(form.CellText(kGrid, 0, u"PlanCode"), u"");
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"PlanCode", u"F2"));
+  });
+}
+
+TEST_F(AccountSets, ClearTheRestOfARowWithItsBook) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) {
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BookCode", u"BALTIJA"));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"BALTIJA", u"", u"0", u"", u""));
+  }));
+  EXPECT_EQ(Records()[0][3], Value(Currency{0}));
+  EXPECT_EQ(Records()[0][5], Value(Currency{0}));
+}
+
+TEST_F(AccountSets, ClearTheDocumentsWithTheAccountSetAlsoWhenItIsTypedAgain) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) {
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"PlanCode", u"B1"));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"True", u"", u""));
+  }));
+  EXPECT_EQ(Records()[0][3], Value(Currency{0}));
+  EXPECT_EQ(Records()[0][5], Value(Currency{0}));
+}
+
+TEST_F(AccountSets, ChangeNothingElseWithADocumentCode) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  Show([](MemoryForm& form) {
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BudgetCurrDocCode", u"kitas"));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"kitas", u"BIU-2023"));
+  });
+}
+
+// --- Lookups
+
+TEST_F(AccountSets, LookBooksUpInTheCurrentBook) {
+  Pick(u"BALTIJA");
+  Show([&](MemoryForm& form) {
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BookCode", u"MEDVILNE"));
+    form.PressCellButton(kGrid, 0, u"BookCode");
+    EXPECT_THAT(OfferedCodes(), ElementsAre(u"BALTIJA", u"MEDVILNE"));
+    EXPECT_EQ(form.CellText(kGrid, 0, u"BookCode"), u"BALTIJA");
+  });
+}
+
+TEST_F(AccountSets, LookAccountSetsUpInTheBookOfTheRow) {
+  Pick(u"F2");
+  AddBudget({u"MEDVILNE", u"", 0, 0, u"", 0, u"", u""});
+  AddBudget({u"BALTIJA", u"", 0, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    EXPECT_THAT(OfferedCodes(), ElementsAre(u"B1", u"F1"));
+    EXPECT_EQ(form.CellText(kGrid, 0, u"PlanCode"), u"");
+    form.PressCellButton(kGrid, 1, u"PlanCode");  // the lookup changes its book
+    EXPECT_THAT(OfferedCodes(), ElementsAre(u"F2"));
+    EXPECT_EQ(form.CellText(kGrid, 1, u"PlanCode"), u"F2");
+  });
+}
+
+TEST_F(AccountSets, OfferNothingToARowWithoutABook) {
+  AddBudget({u"", u"", 0, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+    EXPECT_THAT(platform.list_chooser.shown, IsEmpty());
+  });
+}
+
+TEST_F(AccountSets, OfferNoDocumentsWithoutAnAccountSet) {
+  AddBudget({u"MEDVILNE", u"", 0, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"BudgetLastDocCode");
+    EXPECT_THAT(platform.list_chooser.shown, IsEmpty());
+  });
+}
+
+// --- Documents
+
+TEST_F(AccountSets, OfferTheDocumentsOfTheCurrentPeriod) {
+  Pick(u"BIU-2024");
+  EXPECT_TRUE(ShowAndConfirm([&](MemoryForm& form) {
+    TypeRow(form, 0);
+    form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+    EXPECT_THAT(OfferedCodes(), ElementsAre(u"BIU-2024"));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"True", u"BIU-2024", u""));
+  }));
+  EXPECT_EQ(Records()[0][3], Value(Currency{120000}));
+  EXPECT_EQ(Records()[0][5], Value(Currency{0}));
+}
+
+TEST_F(AccountSets, OfferTheDocumentsOfThePreviousPeriod) {
+  Pick(u"BIU-2023");
+  EXPECT_TRUE(ShowAndConfirm([&](MemoryForm& form) {
+    TypeRow(form, 0);
+    form.PressCellButton(kGrid, 0, u"BudgetLastDocCode");
+    EXPECT_THAT(OfferedCodes(), ElementsAre(u"BIU-2023"));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"True", u"", u"BIU-2023"));
+  }));
+  EXPECT_EQ(Records()[0][5], Value(Currency{110000}));
+}
+
+TEST_F(AccountSets, KeepTheCellsWhenNoDocumentIsChosen) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 99, u"SENAS", 11, u"BIU-2023", u""});
+  Show([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+    EXPECT_THAT(platform.list_chooser.shown, SizeIs(1));
+    EXPECT_EQ(form.CellText(kGrid, 0, u"BudgetCurrDocCode"), u"SENAS");
+  });
+}
+
+TEST_F(AccountSets, RestrictTheDocumentsToThoseWithPostingsOnTheAccountSet) {
+  Show([&](MemoryForm& form) {
+    TypeRow(form, 0);
+    form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+  });
+  EXPECT_THAT(host.selection_conditions,
+              ElementsAre(u"IDC IN (SELECT DISTINCT AccPost.DocId FROM GLContAccountPostBBN AccPost "
+                          u"JOIN THDocument Doc ON AccPost.DocId = Doc.IDC "
+                          u"WHERE AccPost.AccSetCode = 'B1' AND Doc.DocTypeCode = 'BOBN')"));
+}
+
+TEST_F(AccountSets, QuoteTheAccountSetInTheSubQuery) {
+  EXPECT_EQ(BudgetDocumentSubQuery(TheGlobals().oBook, u"X' OR '1'='1"),
+            u"(SELECT DISTINCT AccPost.DocId FROM GLContAccountPostBBN AccPost "
+            u"JOIN THDocument Doc ON AccPost.DocId = Doc.IDC "
+            u"WHERE AccPost.AccSetCode = 'X'' OR ''1''=''1' AND Doc.DocTypeCode = 'BOBN')");
+}
+
+TEST_F(AccountSets, EndSilentlyWhenTheHostFails) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  Pick(u"BIU-2024");
+  Show([&](MemoryForm& form) {
+    platform.object_factory.Unregister(host::kQuery);
+    form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+    EXPECT_THAT(platform.list_chooser.shown, IsEmpty());
+    EXPECT_EQ(form.CellText(kGrid, 0, u"BudgetCurrDocCode"), u"BIU-2024");
+  });
+}
+
+// --- Book cache
+
+TEST_F(AccountSets, OpenEachBookOnce) {
+  BookCache books;
+  const host::Book first = books.Get(u"MEDVILNE");
+  EXPECT_EQ(books.Get(u"MEDVILNE").object(), first.object());
+  EXPECT_NE(books.Get(u"BALTIJA").object(), first.object());
+  EXPECT_EQ(books.Get(u"MEDVILNE").object(), first.object());
+  EXPECT_FALSE(books.Get(u""));
+  EXPECT_NE(ErrorNumberOf([&] { books.Get(u"NĖRA"); }), 0);
+}
+
+// --- The list
+
+TEST(BaselList, WorksOutTheFirstLiteralThatIsNotNull) {
+  BaselList list;
+  list.AppendField(u"A", 7, u"IsNull(null,'')");
+  list.AppendField(u"B", 14, u"IsNull(null,0)");
+  list.AppendField(u"C", 4, u"Coalesce(0,null)");
+  list.AppendField(u"D", 16, u"Coalesce('',null)");
+  list.AppendField(u"E", 16, u"Coalesce(null,null)");
+  list.AddRow();
+  EXPECT_EQ(list.Get(u"A"), Value(u""));
+  EXPECT_EQ(list.Get(u"B"), Value(0));
+  EXPECT_EQ(list.Get(u"C"), Value(0));
+  EXPECT_EQ(list.Get(u"d"), Value(u""));
+  EXPECT_EQ(list.Get(u"E"), Value(Null{}));
+  for (const std::u16string_view wrong : {u"Sum(0,1)", u"IsNull(1,2)", u"IsNull(null)", u""}) {
+    EXPECT_EQ(ErrorNumberOf([&] { list.AppendField(u"X", 4, wrong); }), kInvalidProcedureCall)
+        << ToUtf8(wrong);
+  }
+}
+
+TEST(BaselList, LetsTheUserDoNothingUntilTurnedOn) {
+  BaselList list;
+  list.AppendField(u"A", 7, u"IsNull(null,'')");
+  list.AppendRow();
+  EXPECT_EQ(list.RowCount(), 0u);
+  list.AddRow();
+  list.DeleteRow(0);
+  EXPECT_EQ(list.RowCount(), 1u);
+}
+
+TEST(BaselList, ReadsRowsOfNoTable) {
+  BaselList list;
+  list.SetCondition(u"Code = 'F1'");
+  EXPECT_EQ(ErrorNumberOf([&] { list.Fill(); }), kUnsupportedAction);
+}
+
+TEST(BaselList, KnowsNoFieldAndNoRowThatIsNotThere) {
+  BaselList list;
+  list.AppendField(u"A", 7, u"IsNull(null,'')");
+  EXPECT_EQ(ErrorNumberOf([&] { list.Get(u"A"); }), kSubscriptOutOfRange);
+  EXPECT_EQ(ErrorNumberOf([&] { list.MoveTo(0); }), kSubscriptOutOfRange);
+  EXPECT_EQ(ErrorNumberOf([&] { list.DeleteCurrentRow(); }), kSubscriptOutOfRange);
+  list.AddRow();
+  EXPECT_EQ(ErrorNumberOf([&] { list.Get(u"B"); }), kSubscriptOutOfRange);
+}
+
+}  // namespace
+}  // namespace qva

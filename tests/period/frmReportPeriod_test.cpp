@@ -1,0 +1,513 @@
+#include "period/frmReportPeriod.h"
+
+#include "tests/period/period_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class ReportPeriodDialog : public PeriodTest {
+ protected:
+  /// What the last refused OK said and where it put the focus; empty when OK was not refused.
+  struct Refused {
+    std::u16string message;
+    std::u16string focus;
+    bool operator==(const Refused&) const = default;
+  };
+
+  /// Lets the user act and press OK once.
+  Refused Confirm(const User& user) {
+    Refused refused;
+    Show([&](MemoryForm& form) {
+      user(form);
+      const std::size_t before = platform.message_box.boxes().size();
+      form.Click(u"btOk");
+      if (!form.Visible()) return;
+      refused.focus = form.focused();
+      if (platform.message_box.boxes().size() > before)
+        refused.message = platform.message_box.boxes().back().text;
+    });
+    return refused;
+  }
+};
+
+TEST_F(ReportPeriodDialog, ShowsTheSettings) {
+  Show([&](MemoryForm& form) {
+    EXPECT_EQ(form.description().caption, u"Ataskaitinio periodo nustatymai");
+    EXPECT_EQ(form.Text(u"cbAccPlan"), u"F1");
+    EXPECT_EQ(form.Text(u"txtYear"), u"2024");
+    EXPECT_EQ(form.Text(u"txtQuater"), u"2");
+    EXPECT_EQ(form.Text(u"txtMonth"), u"5");
+    EXPECT_EQ(form.Text(u"optYear"), u"1");
+    EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-01..2023-12");
+    EXPECT_EQ(form.Text(u"Text1"), u"Tekstas 828");
+  });
+}
+
+TEST_F(ReportPeriodDialog, ShowsDatesWithTheUsersDateSeparator) {
+  platform.locale.short_date_pattern = u"yyyy.MM.dd";
+  Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"edCurrBegDate"), u"2024.01"); });
+}
+
+TEST_F(ReportPeriodDialog, HasItsCaptions) {
+  const std::pair<std::u16string_view, std::u16string_view> captions[] = {
+      {u"Label1", u"Sąskaitų planas : "},
+      {u"Label2", u"Metai : "},
+      {u"Label4", u"Ketvertis : "},
+      {u"Label3", u"Mėnuo : "},
+      {u"Frame2", u" Ataskaitos periodiškūmas "},
+      {u"optYear", u"Metinės"},
+      {u"optQuarter", u"Ketvirčio"},
+      {u"optMonth", u"Mėnesio"},
+      {u"optHalfYearOwn", u"I  pusmečio"},
+      {u"optHalfYearTwo", u"II pusmečio"},
+      {u"optUser", u"Nustatytas"},
+      {u"Label8", u"Praeitas ataskaitinis periodas : "},
+      {u"Label9", u"Einamasis ataskaitinis periodas : "},
+      {u"Label6", u"Nuo : "},
+      {u"Label11", u"Nuo : "},
+      {u"Label7", u"iki : "},
+      {u"Label10", u"iki : "},
+      {u"Text1", u"Ataskaitos už nurodytą laikotarpį"},
+      {u"btSpecDelete", u"DelRec"},
+      {u"btOk", u"OK"},
+      {u"btCancel", u"Cancel"}};
+  const ui::FormDescription layout = ReportPeriodLayout();
+  for (const auto& [name, caption] : captions) {
+    const auto control = std::ranges::find(layout.controls, name, &ui::ControlDescription::name);
+    ASSERT_NE(control, layout.controls.end()) << ToUtf8(name);
+    EXPECT_EQ(control->caption, caption) << ToUtf8(name);
+  }
+  EXPECT_THAT(layout.pages, ElementsAre(u"#1626 Pagrindiniai parametrai", u"#14058 Papilduomi parametrai"));
+}
+
+TEST_F(ReportPeriodDialog, IsTaggedWithItsFolderWord) {
+  EXPECT_EQ(dialog.ImpTag(), u"\\Brisvane");
+}
+
+TEST_F(ReportPeriodDialog, SelectsTheOptionOfEachKind) {
+  const std::u16string_view options[] = {u"optYear",        u"optQuarter",     u"optMonth",
+                                         u"optHalfYearOwn", u"optHalfYearTwo", u"optUser"};
+  for (std::int32_t kind = 1; kind <= 6; ++kind) {
+    SetSettingItem(u"RepPeriodType", kind);
+    Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(options[kind - 1]), u"1") << kind; });
+  }
+}
+
+TEST_F(ReportPeriodDialog, OpensOnYearForAnUnknownKindWithTheStoredDatesInWholeMonths) {
+  SetSettingItem(u"CurrPerBeg", DateFromParts(2024, 2, 15));
+  SetSettingItem(u"CurrPerEnd", DateFromParts(2024, 2, 15));
+  SetSettingItem(u"LastPerBeg", DateFromParts(2023, 3, 31));
+  SetSettingItem(u"LastPerEnd", DateFromParts(2023, 4, 1));
+  for (const std::int32_t kind : {0, 7}) {
+    SetSettingItem(u"RepPeriodType", kind);
+    Show([&](MemoryForm& form) {
+      EXPECT_EQ(form.Text(u"optYear"), u"1");
+      EXPECT_EQ(PickerDate(form, u"edCurrBegDate"), DateFromParts(2024, 2, 1));
+      EXPECT_EQ(PickerDate(form, u"edCurrEndDate"), DateFromParts(2024, 2, 29));
+      EXPECT_EQ(PickerDate(form, u"edPrevBegDate"), DateFromParts(2023, 3, 1));
+      EXPECT_EQ(PickerDate(form, u"edPrevEndDate"), DateFromParts(2023, 4, 30));
+    });
+  }
+}
+
+TEST_F(ReportPeriodDialog, LimitsWhatCanBeTyped) {
+  Show([&](MemoryForm& form) {
+    form.Type(u"txtYear", u"20245");
+    form.Type(u"txtQuater", u"34");
+    form.Type(u"txtMonth", u"123");
+    EXPECT_EQ(form.Text(u"txtYear"), u"2024");
+    EXPECT_EQ(form.Text(u"txtQuater"), u"3");
+    EXPECT_EQ(form.Text(u"txtMonth"), u"12");
+  });
+}
+
+TEST_F(ReportPeriodDialog, TellsTheResizerTheModesOfTwoControls) {
+  Show([&](MemoryForm& form) {
+    EXPECT_TRUE(form.resizer_started());
+    EXPECT_EQ(form.resize_modes(), (std::map<std::u16string, ui::ResizeMode>{{u"Frame2", ui::ResizeMode{4}},
+                                                                             {u"Text1", ui::ResizeMode{5}}}));
+  });
+}
+
+// --- Enabling
+
+TEST_F(ReportPeriodDialog, LeavesDatesToTheProgramUnlessTheUserSetsThem) {
+  Show([&](MemoryForm& form) {
+    const auto enabled = [&](std::u16string_view name) { return form.Find(name)->Enabled(); };
+    for (const std::u16string_view name : {u"txtYear", u"txtQuater", u"txtMonth"}) EXPECT_TRUE(enabled(name));
+    for (const std::u16string_view name : {u"edCurrBegDate", u"edCurrEndDate", u"edPrevBegDate"}) {
+      EXPECT_FALSE(enabled(name)) << ToUtf8(name);
+    }
+    form.Click(u"optUser");
+    for (const std::u16string_view name : {u"txtYear", u"txtQuater", u"txtMonth"})
+      EXPECT_FALSE(enabled(name));
+    for (const std::u16string_view name : {u"edCurrBegDate", u"edCurrEndDate", u"edPrevBegDate"}) {
+      EXPECT_TRUE(enabled(name)) << ToUtf8(name);
+    }
+    form.Click(u"optMonth");
+    EXPECT_TRUE(enabled(u"txtYear"));
+    EXPECT_FALSE(enabled(u"edCurrBegDate"));
+  });
+}
+
+TEST_F(ReportPeriodDialog, KeepsThePreviousEndEditableInEveryKind) {
+  Show([&](MemoryForm& form) {
+    for (const std::u16string_view option : {u"optUser", u"optQuarter", u"optHalfYearOwn", u"optYear"}) {
+      form.Click(option);
+      EXPECT_TRUE(form.Find(u"edPrevEndDate")->Enabled()) << ToUtf8(option);
+    }
+  });
+}
+
+// --- Recomputation
+
+TEST_F(ReportPeriodDialog, ComputesThePeriodOfEachKind) {
+  Show([&](MemoryForm& form) {
+    form.Click(u"optQuarter");
+    EXPECT_EQ(Periods(form), "2024-04..2024-06 after 2024-01..2024-03");
+    form.Click(u"optMonth");
+    EXPECT_EQ(Periods(form), "2024-05..2024-05 after 2024-04..2024-04");
+    form.Click(u"optHalfYearOwn");
+    EXPECT_EQ(Periods(form), "2024-01..2024-06 after 2023-07..2023-12");
+    form.Click(u"optHalfYearTwo");
+    EXPECT_EQ(Periods(form), "2024-07..2024-12 after 2024-01..2024-06");
+    form.Click(u"optYear");
+    EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-01..2023-12");
+  });
+}
+
+TEST_F(ReportPeriodDialog, ComputesQuarter4AndMonth3AsTyped) {
+  Show([&](MemoryForm& form) {
+    form.Type(u"txtQuater", u"4");
+    EXPECT_EQ(PickerDate(form, u"edCurrBegDate"), DateFromParts(2024, 10, 1));
+    EXPECT_EQ(PickerDate(form, u"edCurrEndDate"), DateFromParts(2024, 12, 31));
+    EXPECT_EQ(PickerDate(form, u"edPrevBegDate"), DateFromParts(2024, 7, 1));
+    EXPECT_EQ(PickerDate(form, u"edPrevEndDate"), DateFromParts(2024, 9, 30));
+    form.Type(u"txtMonth", u"3");
+    EXPECT_EQ(PickerDate(form, u"edCurrBegDate"), DateFromParts(2024, 3, 1));
+    EXPECT_EQ(PickerDate(form, u"edCurrEndDate"), DateFromParts(2024, 3, 31));
+    EXPECT_EQ(PickerDate(form, u"edPrevBegDate"), DateFromParts(2024, 2, 1));
+    EXPECT_EQ(PickerDate(form, u"edPrevEndDate"), DateFromParts(2024, 2, 29));
+  });
+}
+
+TEST_F(ReportPeriodDialog, SelectsTheKindOfWhatIsTyped) {
+  Show([&](MemoryForm& form) {
+    form.Type(u"txtQuater", u"3");
+    EXPECT_EQ(form.Text(u"optQuarter"), u"1");
+    form.Type(u"txtMonth", u"12");
+    EXPECT_EQ(form.Text(u"optMonth"), u"1");
+    EXPECT_EQ(Periods(form), "2024-12..2024-12 after 2024-11..2024-11");
+  });
+}
+
+TEST_F(ReportPeriodDialog, LetsTheUsersKindChangeNothing) {
+  Show([&](MemoryForm& form) {
+    form.Click(u"optUser");
+    EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-01..2023-12");
+  });
+}
+
+TEST_F(ReportPeriodDialog, WaitsForTheFourthDigitOfAYear) {
+  Show([&](MemoryForm& form) {
+    for (const std::u16string_view text : {u"2", u"20", u"202"}) {
+      form.Type(u"txtYear", text);
+      EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-01..2023-12");
+    }
+    form.Type(u"txtYear", u"2026");
+    EXPECT_EQ(Periods(form), "2026-01..2026-12 after 2025-01..2025-12");
+  });
+}
+
+TEST_F(ReportPeriodDialog, ComparesANewYearWithTwelveMonthsWhicheverKindIsSelected) {
+  Show([&](MemoryForm& form) {
+    form.Click(u"optMonth");
+    form.Type(u"txtYear", u"2025");
+    EXPECT_EQ(form.Text(u"optMonth"), u"1");
+    EXPECT_EQ(Periods(form), "2025-05..2025-05 after 2024-05..2025-04");
+  });
+}
+
+TEST_F(ReportPeriodDialog, TakesALeapDayIntoAnotherYear) {
+  Show([&](MemoryForm& form) {
+    form.Type(u"txtMonth", u"2");
+    form.Type(u"txtYear", u"2023");
+    EXPECT_EQ(PickerDate(form, u"edCurrBegDate"), DateFromParts(2023, 2, 1));
+    EXPECT_EQ(PickerDate(form, u"edCurrEndDate"), DateFromParts(2023, 2, 28));
+  });
+}
+
+TEST_F(ReportPeriodDialog, ReadsTheBeginOfTheUsersPeriodIntoTheBoxes) {
+  Show([&](MemoryForm& form) {
+    form.Click(u"optUser");
+    form.PickDate(u"edCurrBegDate", DateFromParts(2022, 11, 1));
+    EXPECT_EQ(form.Text(u"txtYear"), u"2022");
+    EXPECT_EQ(form.Text(u"txtQuater"), u"4");
+    EXPECT_EQ(form.Text(u"txtMonth"), u"11");
+    // The boxes changed under the busy flag: the kind and the other dates stay.
+    EXPECT_EQ(form.Text(u"optUser"), u"1");
+    EXPECT_EQ(Periods(form), "2022-11..2024-12 after 2023-01..2023-12");
+  });
+}
+
+TEST_F(ReportPeriodDialog, ChangesNothingWithTheOtherDatesOfTheUser) {
+  Show([&](MemoryForm& form) {
+    form.Click(u"optUser");
+    form.PickDate(u"edCurrEndDate", DateFromParts(2024, 10, 1));
+    form.PickDate(u"edPrevBegDate", DateFromParts(2023, 2, 1));
+    EXPECT_EQ(Periods(form), "2024-01..2024-10 after 2023-02..2023-12");
+    EXPECT_EQ(form.Text(u"txtYear"), u"2024");
+  });
+}
+
+TEST_F(ReportPeriodDialog, DragsThePreviousBeginAlongUnlessTheUserSetsThePeriod) {
+  Show([&](MemoryForm& form) {
+    form.Click(u"optQuarter");
+    form.PickDate(u"edPrevEndDate", DateFromParts(2023, 6, 30));
+    EXPECT_EQ(Periods(form), "2024-04..2024-06 after 2023-04..2023-06");
+    form.Click(u"optUser");
+    form.PickDate(u"edPrevEndDate", DateFromParts(2023, 9, 30));
+    EXPECT_EQ(Periods(form), "2024-04..2024-06 after 2023-04..2023-09");
+  });
+}
+
+TEST_F(ReportPeriodDialog, TakesNoMonthsBackBeforeTheFirstComputation) {
+  // Zero months back: the begin lands in the month behind the end.
+  Show([&](MemoryForm& form) {
+    form.PickDate(u"edPrevEndDate", DateFromParts(2023, 6, 30));
+    EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-07..2023-06");
+  });
+}
+
+TEST_F(ReportPeriodDialog, StaysBusyAfterAFailedRecomputation) {
+  Show([&](MemoryForm& form) {
+    form.Type(u"txtYear", u"abcd");
+    EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-01..2023-12");
+    form.Click(u"optMonth");
+    EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-01..2023-12");
+    EXPECT_FALSE(form.Find(u"edCurrBegDate")->Enabled());  // the enabling still follows the options
+  });
+  // A new showing begins afresh.
+  Show([&](MemoryForm& form) {
+    form.Click(u"optMonth");
+    EXPECT_EQ(Periods(form), "2024-05..2024-05 after 2024-04..2024-04");
+  });
+}
+
+// --- Confirmation
+
+TEST_F(ReportPeriodDialog, RefusesAMissingAccountPlan) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"cbAccPlan", u""); }),
+            (Refused{u"Tekstas 810", u"cbAccPlan"}));
+}
+
+TEST_F(ReportPeriodDialog, RefusesNoKindAtAll) {
+  bool verdict = true;
+  std::u16string message;
+  Show([&](MemoryForm&) {
+    // No user can clear an option; a form that failed to fill has none selected.
+  });
+  SetSettingItem(u"LastPerBeg", u"jokia data");  // the filling ends before the options
+  Show([&](MemoryForm& form) {
+    form.Type(u"cbAccPlan", u"F1");
+    dialog.m_oForm_btOKClick(verdict, message);
+  });
+  EXPECT_FALSE(verdict);
+  EXPECT_EQ(message, u"Tekstas 836");
+}
+
+TEST_F(ReportPeriodDialog, RefusesAnEmptyYear) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtYear", u""); }),
+            (Refused{u"Tekstas 811", u"txtYear"}));
+}
+
+TEST_F(ReportPeriodDialog, AcceptsAYearOfTwoDigitsAndAnyFourCharacters) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtYear", u"12"); }), (Refused{}));
+  EXPECT_EQ(Setting(u"Year"), Value(12.0));
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtYear", u"abcd"); }), (Refused{}));
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtYear", u"abc"); }),
+            (Refused{u"Tekstas 811", u"txtYear"}));
+}
+
+TEST_F(ReportPeriodDialog, RefusesTheFourthQuarterAndAcceptsTheThird) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtQuater", u"4"); }),
+            (Refused{u"Tekstas 811", u"txtQuater"}));
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtQuater", u"0"); }),
+            (Refused{u"Tekstas 811", u"txtQuater"}));
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtQuater", u"3"); }), (Refused{}));
+}
+
+TEST_F(ReportPeriodDialog, ChecksTheQuarterForQuartersOnly) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) {
+              form.Type(u"txtQuater", u"4");
+              form.Click(u"optYear");
+            }),
+            (Refused{}));
+}
+
+TEST_F(ReportPeriodDialog, RefusesMonthsThatAreNone) {
+  for (const std::u16string_view month : {u"13", u"0", u"x"}) {
+    EXPECT_EQ(Confirm([&](MemoryForm& form) { form.Type(u"txtMonth", month); }),
+              (Refused{u"Tekstas 811", u"txtMonth"}))
+        << ToUtf8(month);
+  }
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtMonth", u"12"); }), (Refused{}));
+}
+
+TEST_F(ReportPeriodDialog, RefusesACurrentPeriodThatEndsBeforeItBegins) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) {
+              form.Click(u"optUser");
+              form.PickDate(u"edCurrEndDate", DateFromParts(2023, 12, 1));
+            }),
+            (Refused{u"Tekstas 811", u"edCurrBegDate"}));
+}
+
+TEST_F(ReportPeriodDialog, RefusesAPreviousPeriodThatEndsBeforeItBegins) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) {
+              form.Click(u"optUser");
+              form.PickDate(u"edPrevEndDate", DateFromParts(2022, 12, 1));
+            }),
+            (Refused{u"Tekstas 811", u"edPrevBegDate"}));
+}
+
+TEST_F(ReportPeriodDialog, RefusesAPreviousPeriodThatBeginsAfterTheCurrentOne) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) {
+              form.Click(u"optUser");
+              form.PickDate(u"edPrevEndDate", DateFromParts(2024, 12, 1));
+              form.PickDate(u"edPrevBegDate", DateFromParts(2024, 2, 1));
+            }),
+            (Refused{u"Tekstas 811", u"edPrevBegDate"}));
+}
+
+TEST_F(ReportPeriodDialog, ShowsARefusalUnderItsCaptionWithOneButton) {
+  Confirm([](MemoryForm& form) { form.Type(u"txtYear", u""); });
+  ASSERT_EQ(platform.message_box.boxes().size(), 1u);
+  EXPECT_EQ(platform.message_box.boxes()[0].title, u"Ataskaitinio periodo nustatymai");
+  EXPECT_THAT(platform.message_box.boxes()[0].captions, ElementsAre(u"Gerai"));
+}
+
+TEST_F(ReportPeriodDialog, StaysOpenAfterARefusal) {
+  EXPECT_TRUE(Show([](MemoryForm& form) {
+    form.Type(u"txtQuater", u"4");
+    form.Click(u"btOk");
+    EXPECT_TRUE(form.Visible());
+    form.Type(u"txtQuater", u"3");
+    form.Click(u"btOk");
+    EXPECT_FALSE(form.Visible());
+  }));
+  EXPECT_EQ(Setting(u"Quarter"), Value(3.0));
+}
+
+TEST_F(ReportPeriodDialog, LeavesTheSettingsAloneWhenCancelled) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", Null{}, Null{}, u"x"});
+  EXPECT_FALSE(Show([](MemoryForm& form) {
+    form.Type(u"cbAccPlan", u"B1");
+    form.Type(u"txtQuater", u"1");
+    form.Click(u"btSpecDelete");
+    form.Click(u"btCancel");
+  }));
+  EXPECT_EQ(Setting(u"Plan"), Value(u"F1"));
+  EXPECT_EQ(Setting(u"Quarter"), Value(2));
+  EXPECT_EQ(Setting(u"RepPeriodType"), Value(1));
+  EXPECT_EQ(Setting(u"BudgetCount"), Value());
+  EXPECT_EQ(budgets.RecordCount(), 1);
+}
+
+TEST_F(ReportPeriodDialog, WritesBackWhatTheUserChose) {
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) {
+    form.Type(u"cbAccPlan", u"B1");
+    form.Type(u"txtMonth", u"7");
+  }));
+  EXPECT_EQ(Setting(u"Plan"), Value(u"B1"));
+  EXPECT_EQ(Setting(u"Year"), Value(2024.0));
+  EXPECT_EQ(Setting(u"Quarter"), Value(2.0));
+  EXPECT_EQ(Setting(u"Month"), Value(7.0));
+  EXPECT_EQ(Setting(u"RepPeriodType"), Value(3));
+  EXPECT_EQ(Setting(u"CurrPerBeg"), Value(DateFromParts(2024, 7, 1)));
+  EXPECT_EQ(Setting(u"CurrPerEnd"), Value(DateFromParts(2024, 7, 31)));
+  EXPECT_EQ(Setting(u"LastPerBeg"), Value(DateFromParts(2024, 6, 1)));
+  EXPECT_EQ(Setting(u"LastPerEnd"), Value(DateFromParts(2024, 6, 30)));
+  EXPECT_EQ(Setting(u"IsBudgetPlan"), Value(true));
+  EXPECT_EQ(Setting(u"BudgetCount"), Value(0));
+}
+
+TEST_F(ReportPeriodDialog, WritesWholeMonthsOfTheUsersDates) {
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) {
+    form.Click(u"optUser");
+    form.PickDate(u"edCurrBegDate", DateFromParts(2024, 2, 20));
+    form.PickDate(u"edCurrEndDate", DateFromParts(2024, 4, 3));
+  }));
+  EXPECT_EQ(Setting(u"RepPeriodType"), Value(6));
+  EXPECT_EQ(Setting(u"CurrPerBeg"), Value(DateFromParts(2024, 2, 1)));
+  EXPECT_EQ(Setting(u"CurrPerEnd"), Value(DateFromParts(2024, 4, 30)));
+}
+
+TEST_F(ReportPeriodDialog, TakesAPlanThatTheBookLacksForNoBudgetPlan) {
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) { form.Type(u"cbAccPlan", u"NĖRA"); }));
+  EXPECT_EQ(Setting(u"IsBudgetPlan"), Value(false));
+}
+
+// --- Failures
+
+TEST_F(ReportPeriodDialog, RaisesWithoutABook) {
+  EXPECT_EQ(ErrorNumberOf([&] { dialog.Run(settings, {}); }), kObjectNotSet);
+}
+
+TEST_F(ReportPeriodDialog, RaisesWhenItCannotBeShown) {
+  platform.forms.refuse = true;
+  EXPECT_EQ(ErrorNumberOf([&] { dialog.Run(settings, TheGlobals().oBook); }), kOutOfMemory);
+}
+
+TEST_F(ReportPeriodDialog, OpensHalfFilledWhenFillingFails) {
+  SetSettingItem(u"CurrPerBeg", u"jokia data");
+  bool shown = false;
+  EXPECT_FALSE(Show([&](MemoryForm& form) {
+    shown = true;
+    EXPECT_EQ(form.Text(u"txtYear"), u"2024");
+    EXPECT_EQ(form.Text(u"edPrevEndDate"), u"2023-12");
+    EXPECT_EQ(form.Text(u"optYear"), u"0");
+  }));
+  EXPECT_TRUE(shown);
+}
+
+TEST_F(ReportPeriodDialog, FillsTheControlsWhenTheAccountPlansCannotBeListed) {
+  host.account_sets.clear();
+  Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"cbAccPlan"), u"F1"); });
+}
+
+TEST_F(ReportPeriodDialog, KeepsTheDialogOpenWhenTheMessageTextIsMissing) {
+  host.texts.erase(811);
+  EXPECT_FALSE(Show([](MemoryForm& form) {
+    form.Type(u"txtYear", u"");
+    form.Click(u"btOk");
+    EXPECT_TRUE(form.Visible());
+  }));
+}
+
+TEST_F(ReportPeriodDialog, ReleasesEverythingWhateverCallFails) {
+  platform.forms.user = [](MemoryForm& form) {
+    form.Type(u"txtMonth", u"7");
+    form.Click(u"btOk");
+  };
+  const auto run = [&](long at) {
+    failure.Reset(at);
+    const auto error = ErrorOf([&] { dialog.Run(settings, TheGlobals().oBook); });
+    const bool failed = failure.has_failed();
+    failure.Reset(0);
+    return failed;
+  };
+  run(0);
+  const long alive = Object::LiveCount();
+  long calls = 1;
+  while (run(calls)) {
+    EXPECT_EQ(Object::LiveCount(), alive) << "after the failure of call " << calls;
+    ++calls;
+  }
+  EXPECT_GT(calls, 50);
+}
+
+}  // namespace
+}  // namespace qva
