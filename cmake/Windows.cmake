@@ -19,7 +19,8 @@ if(QVA_TESTS)
 
   # The seam's own tests run here, too, but those that need Linux' files.
   file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp
-       ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp)
+       ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp
+       ${CMAKE_SOURCE_DIR}/tests/platform/recordset/*.cpp)
   list(FILTER windows_test_sources EXCLUDE REGEX "unattended_message_box_test")
   add_executable(qva_windows_tests ${windows_test_sources})
   target_link_libraries(qva_windows_tests PRIVATE qva_windows qva_memory qva_windows_gtest)

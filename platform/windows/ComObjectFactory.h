@@ -5,7 +5,8 @@
 
 namespace qva::windows {
 
-/// The thread that creates objects must have entered an apartment.
+/// The thread that creates objects must have entered an apartment. Recordsets are ADO's; where ADO is not
+/// installed or cannot be reached by automation, the ones in memory.
 class ComObjectFactory : public ObjectFactory {
  public:
   ObjectPtr Create(std::u16string_view programmatic_identifier) override;

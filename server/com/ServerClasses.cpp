@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "server/com/ComObject.h"
 #include "server/com/ExcelUiFaces.h"
 #include "server/com/GlobalFaces.h"
 #include "server/com/PeriodFaces.h"
@@ -17,6 +18,12 @@ namespace qva::com {
 const GUID kLibraryId = LIBID_QVA_Varnholt;
 
 namespace {
+
+/// An object that the type library does not describe: late-bound alone.
+class PlainComObject final : public ComObject<IDispatch> {
+ public:
+  using ComObject::ComObject;
+};
 
 struct Face {
   std::u16string_view name;
@@ -82,8 +89,10 @@ IDispatch* NewComObject(const ObjectPtr& object) {
     face->AddRef();
     return face;
   }
-  // An object of the library that no macro is meant to see.
-  throw AutomationError(kUnsupportedAction);
+  // No public class, such as a recordset in memory.
+  IDispatch* plain = new PlainComObject(object);
+  plain->AddRef();
+  return plain;
 }
 
 }  // namespace qva::com
