@@ -31,6 +31,7 @@ const std::set<std::string> kBuilt = {
     "CToolbars.Count",
     "CToolbars.cmdGoToAppCaption",
     "CButtonProperties.*",
+    "CEnvironment.*",
 };
 
 class PublicMembers : public LibraryTest {
