@@ -41,8 +41,10 @@ const ClassDescription& Names::Description() {
 std::vector<std::shared_ptr<NameData>> Names::All() const {
   if (!workbook_->is_open) throw GoneRefusal();
   if (sheet_) return sheet_->names;
-  std::vector<std::shared_ptr<NameData>> all = workbook_->names;
+  std::vector<std::shared_ptr<NameData>> all = workbook_->names;  // in their order already
+  const std::size_t own = all.size();
   for (const auto& sheet : workbook_->sheets) all.insert(all.end(), sheet->names.begin(), sheet->names.end());
+  if (all.size() == own) return all;
   std::stable_sort(all.begin(), all.end(),
                    [](const auto& a, const auto& b) { return ToLower(a->name) < ToLower(b->name); });
   return all;
