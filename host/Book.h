@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "host/HostDatabase.h"
+#include "host/Table.h"
 #include "platform/member_table.h"
 
 namespace qva::embedded {
@@ -16,6 +17,8 @@ class Book : public Described<Book> {
 
   std::u16string BookCode() const { return row_.code; }
   std::u16string Name() const { return row_.name; }
+  /// The table of a name in any letter case. Raises Failure::UnknownTable.
+  Ref<embedded::Table> Table(std::u16string name) const;
 
  private:
   BookRow row_;

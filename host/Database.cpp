@@ -15,7 +15,12 @@ AutomationError Unusable(std::u16string_view file, const char* cause) {
                    u"The host database \"" + std::u16string(file) + u"\" cannot be used: " + FromUtf8(cause));
 }
 
-AutomationError Unusable(sqlite3* database) {
+/// What the last operation on a connection failed of.
+AutomationError LastError(sqlite3* database, Author author) {
+  if (author == Author::Caller && sqlite3_errcode(database) == SQLITE_ERROR) {
+    return HostError(Failure::WrongCondition, kCommonLibrary,
+                     u"The condition cannot be used: " + FromUtf8(sqlite3_errmsg(database)));
+  }
   const char* file = sqlite3_db_filename(database, nullptr);
   return Unusable(FromUtf8(file ? file : ""), sqlite3_errmsg(database));
 }
@@ -24,34 +29,43 @@ AutomationError Unusable(sqlite3* database) {
 
 Cursor::~Cursor() {
   // The result of the reset repeats that of the last step, which was reported there.
-  sqlite3_reset(query_);
-  sqlite3_clear_bindings(query_);
+  sqlite3_reset(statement_);
+  sqlite3_clear_bindings(statement_);
 }
 
 bool Cursor::Next() {
-  const int result = sqlite3_step(query_);
-  if (result != SQLITE_ROW && result != SQLITE_DONE) throw Unusable(sqlite3_db_handle(query_));
+  const int result = sqlite3_step(statement_);
+  if (result != SQLITE_ROW && result != SQLITE_DONE) throw LastError(sqlite3_db_handle(statement_), author_);
   return result == SQLITE_ROW;
 }
 
 std::u16string Cursor::Text(int column) const {
   // The text is asked for first: only then is the length that of UTF-16.
-  const auto* text = static_cast<const char16_t*>(sqlite3_column_text16(query_, column));
-  const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(query_, column));
+  const auto* text = static_cast<const char16_t*>(sqlite3_column_text16(statement_, column));
+  const auto bytes = static_cast<std::size_t>(sqlite3_column_bytes16(statement_, column));
   return text ? std::u16string(text, bytes / sizeof(char16_t)) : std::u16string();
 }
 
-Cursor Query::Run(std::initializer_list<std::u16string_view> parameters) const {
+std::int32_t Cursor::Number(int column) const {
+  return sqlite3_column_int(statement_, column);
+}
+
+Cursor Statement::Run(std::initializer_list<std::u16string_view> parameters) const {
   int index = 0;
   for (const std::u16string_view text : parameters) {
     // A null pointer would bind a database null, which equals nothing.
     const char16_t* start = text.data() ? text.data() : u"";
-    if (sqlite3_bind_text16(query_.get(), ++index, start, static_cast<int>(text.size() * sizeof(char16_t)),
+    if (sqlite3_bind_text16(statement_.get(), ++index, start,
+                            static_cast<int>(text.size() * sizeof(char16_t)),
                             SQLITE_TRANSIENT) != SQLITE_OK) {
-      throw Unusable(sqlite3_db_handle(query_.get()));
+      throw LastError(sqlite3_db_handle(statement_.get()), author_);
     }
   }
-  return Cursor(query_.get());
+  return Cursor(statement_.get(), author_);
+}
+
+int Statement::ParameterCount() const {
+  return sqlite3_bind_parameter_count(statement_.get());
 }
 
 Database::Database(const std::filesystem::path& file, Mode mode) {
@@ -65,19 +79,25 @@ Database::Database(const std::filesystem::path& file, Mode mode) {
 
 void Database::Execute(const std::string& script) const {
   if (sqlite3_exec(database_.get(), script.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-    throw Unusable(database_.get());
+    throw LastError(database_.get(), Author::Host);
   }
 }
 
-Query Database::Prepare(const char* sql) const {
-  sqlite3_stmt* statement = nullptr;
-  if (sqlite3_prepare_v3(database_.get(), sql, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr) !=
-      SQLITE_OK) {
-    throw Unusable(database_.get());
+Statement Database::Prepare(std::string_view sql, Author author) const {
+  sqlite3_stmt* prepared = nullptr;
+  const char* rest = nullptr;
+  const int result = sqlite3_prepare_v3(database_.get(), sql.data(), static_cast<int>(sql.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &prepared, &rest);
+  Statement statement;
+  statement.statement_.reset(prepared);
+  statement.author_ = author;
+  if (result != SQLITE_OK) throw LastError(database_.get(), author);
+  // SQLite reads one statement, or up to a null character, and passes over whatever follows.
+  if (author == Author::Caller && rest != sql.data() + sql.size()) {
+    throw HostError(Failure::WrongCondition, kCommonLibrary,
+                    u"The condition cannot be used: more text follows after its end");
   }
-  Query query;
-  query.query_.reset(statement);
-  return query;
+  return statement;
 }
 
 }  // namespace qva::embedded

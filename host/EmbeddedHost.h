@@ -15,7 +15,8 @@ namespace qva::embedded {
 /// the factory.
 class EmbeddedHost : public ObjectFactory {
  public:
-  /// Borrows the message box of the services, which must outlive the objects.
+  /// Borrows the message box and the list chooser of the services, which must outlive the objects. There may
+  /// be no list chooser; a selection then refuses to open.
   EmbeddedHost(HostOptions options, const Services& services);
 
   ObjectPtr Create(std::u16string_view programmatic_identifier) override;
@@ -23,6 +24,7 @@ class EmbeddedHost : public ObjectFactory {
  private:
   std::shared_ptr<HostStore> store_;
   MessageBox& message_box_;
+  ListChooser* list_chooser_;
 };
 
 }  // namespace qva::embedded

@@ -2,16 +2,20 @@
 
 #include "host/HostError.h"
 #include "host/ReadFile.h"
+#include "host/SqlText.h"
+#include "platform/text.h"
 
 namespace qva::embedded {
 namespace {
 
+using Type = FieldType;
+
 /// The version of the schema, kept in the database's user_version.
-constexpr std::u16string_view kSchemaVersion = u"1";
+constexpr std::u16string_view kSchemaVersion = u"2";
 
 Database OpenChecked(const std::filesystem::path& file) {
   Database database(file, Database::Mode::Read);
-  const Query query = database.Prepare("PRAGMA user_version");
+  const Statement query = database.Prepare("PRAGMA user_version");
   Cursor row = query.Run({});
   const std::u16string version = row.Next() ? row.Text(0) : std::u16string();
   if (version != kSchemaVersion) {
@@ -43,7 +47,26 @@ HostDatabase::HostDatabase(const std::filesystem::path& file)
       person_(database_.Prepare("SELECT FullName FROM ResponsiblePerson "
                                 "WHERE CompanyCode = ?1 AND Role = ?2")),
       folder_(database_.Prepare("SELECT Folder FROM PathKey WHERE Code = ?1 AND BookCode IN (?2, '') "
-                                "ORDER BY BookCode DESC LIMIT 1")) {
+                                "ORDER BY BookCode DESC LIMIT 1")),
+      document_type_(database_.Prepare("SELECT Name FROM DocumentType WHERE Code = ?1")),
+      books_(database_, u"Book", TableReader::Scope::AllBooks, u"Code",
+             {{u"Code", Type::Text}, {u"Name", Type::Text}, {u"CompanyCode", Type::Text}}),
+      account_sets_(database_, u"GLAccountSet", TableReader::Scope::OneBook, u"Code",
+                    {{u"BookCode", Type::Text},
+                     {u"Code", Type::Text},
+                     {u"Name", Type::Text},
+                     {u"IsBudget", Type::Flag}}),
+      bank_account_roles_(database_, u"REFBankAccountRole", TableReader::Scope::OneBook, u"Code",
+                          {{u"BookCode", Type::Text}, {u"Code", Type::Text}, {u"Name", Type::Text}}),
+      documents_(database_, u"THDocument", TableReader::Scope::OneBook, u"IDC",
+                 {{u"IDC", Type::Number},
+                  {u"BookCode", Type::Text},
+                  {u"DocTypeCode", Type::Text},
+                  {u"Code", Type::Text},
+                  {u"DocDate", Type::Day},
+                  {u"Name", Type::Text}}) {
+  // Callers' conditions alone query the view; whether it is there shows here.
+  database_.Prepare("SELECT DocId, AccSetCode FROM GLContAccountPostBBN");
 }
 
 std::optional<BookRow> HostDatabase::FindBook(std::u16string_view book_code) const {
@@ -79,6 +102,36 @@ std::optional<std::u16string> HostDatabase::FindPerson(std::u16string_view compa
 std::optional<std::u16string> HostDatabase::FindFolder(std::u16string_view path_key,
                                                        std::u16string_view book_code) const {
   return FirstText(folder_.Run({path_key, book_code}));
+}
+
+const TableReader* HostDatabase::FindTable(std::u16string_view name) const {
+  for (const TableReader* table : {&books_, &account_sets_, &bank_account_roles_, &documents_}) {
+    if (EqualIgnoringCase(table->name(), name)) return table;
+  }
+  return nullptr;
+}
+
+std::optional<std::u16string> HostDatabase::FindDocumentTypeName(std::u16string_view document_type) const {
+  return FirstText(document_type_.Run({document_type}));
+}
+
+std::vector<Record> HostDatabase::FindDocuments(std::u16string_view book_code,
+                                                std::u16string_view document_type, Date from, Date to,
+                                                std::u16string_view condition) const {
+  const std::string expression = ToUtf8(condition);
+  // A text could close the parentheses that it is put into, or stand there without being an expression. As
+  // the end of a statement of its own it passes only when its parentheses match, and within parentheses only
+  // when no clause or statement follows the expression: a text that passes both is one expression.
+  const Statement alone = database_.Prepare("SELECT 1 FROM THDocument WHERE " + expression, Author::Caller);
+  if (alone.ParameterCount() != 0) {
+    throw HostError(Failure::WrongCondition, kCommonLibrary,
+                    u"The condition cannot be used: it has parameters");
+  }
+  const Statement documents = database_.Prepare(
+      documents_.Select() + " WHERE BookCode = ?1 AND DocTypeCode = ?2 AND DocDate BETWEEN ?3 AND ?4 AND (" +
+          expression + ") ORDER BY DocDate, Code",
+      Author::Caller);
+  return documents_.ReadAll(documents.Run({book_code, document_type, DayText(from), DayText(to)}));
 }
 
 }  // namespace qva::embedded

@@ -1,12 +1,15 @@
-// The host's database: every query on it in one place.
+// The host's database: every query on it, but for those on tables as such (host/TableReader.h).
 #pragma once
 
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/Database.h"
+#include "host/TableReader.h"
+#include "platform/value.h"
 
 namespace qva::embedded {
 
@@ -47,16 +50,34 @@ class HostDatabase {
   /// The folder of a path key: the book's own, else the common one. The empty code means no book.
   std::optional<std::u16string> FindFolder(std::u16string_view path_key, std::u16string_view book_code) const;
 
+  /// The table that books give out under a name in any letter case; null when there is none.
+  const TableReader* FindTable(std::u16string_view name) const;
+  /// The table of all documents.
+  const TableReader& documents() const { return documents_; }
+  /// What the documents of a type are called together.
+  std::optional<std::u16string> FindDocumentTypeName(std::u16string_view document_type) const;
+  /// The records of documents() of a book and type, from day to day with both included, that meet a condition
+  /// on their fields; by date, then code. The condition is run as it is given, as one expression of SQL: it
+  /// can leave documents out and cannot bring any in. Raises Failure::WrongCondition for any other text, and
+  /// when its evaluation fails.
+  std::vector<Record> FindDocuments(std::u16string_view book_code, std::u16string_view document_type,
+                                    Date from, Date to, std::u16string_view condition) const;
+
  private:
-  // All queries are prepared at once, so that a database that lacks something is refused when it is opened.
-  // The connection comes first: it must outlive them.
+  // All statements are prepared at once, so that a database that lacks something is refused when it is
+  // opened. The connection comes first: it must outlive them.
   Database database_;
-  Query book_;
-  Query company_;
-  Query address_;
-  Query contact_;
-  Query person_;
-  Query folder_;
+  Statement book_;
+  Statement company_;
+  Statement address_;
+  Statement contact_;
+  Statement person_;
+  Statement folder_;
+  Statement document_type_;
+  TableReader books_;
+  TableReader account_sets_;
+  TableReader bank_account_roles_;
+  TableReader documents_;
 };
 
 }  // namespace qva::embedded

@@ -23,6 +23,9 @@ enum class Failure : std::int32_t {
   UnknownLookup = 6,       ///< no lookup has the name
   NoResourceLibrary = 7,   ///< no resource library has the name, or it cannot be read
   MalformedResource = 8,   ///< the resource library's file breaks its format
+  UnknownTable = 9,        ///< a book has no table of the name
+  WrongCondition = 10,     ///< a condition that is not one expression of the database's SQL
+  NoListChooser = 11,      ///< nothing can show a list to the user
 };
 
 inline AutomationError HostError(Failure failure, std::u16string_view source, std::u16string description) {

@@ -13,6 +13,9 @@ TEST_F(EmbeddedHostTest, CreatesEveryClassOfTheHostInAnyLetterCase) {
       {host::kSettingsCollection, u"SettingsCollection"},
       {host::kCompanyAttributes, u"CompanyAttributes"},
       {host::kDataAccess, u"DataAccess"},
+      {host::kQuery, u"Query"},
+      {host::kConditionBuilder, u"ConditionBuilder"},
+      {host::kDocumentSelection, u"DocumentSelection"},
       {host::kMessage, u"Message"},
       {host::kMessageResource, u"MessageResource"},
   };

@@ -60,6 +60,20 @@ inline void ExpectFailure(const std::function<void()>& step, Failure failure, st
   EXPECT_THAT(ToUtf8(error->description()), testing::HasSubstr(ToUtf8(cause)));
 }
 
+/// A user who picks the row that a test chose, and keeps what was shown.
+class FakeListChooser : public ListChooser {
+ public:
+  std::optional<std::size_t> Choose(const ChoiceList& list, std::u16string_view selected) override {
+    lists.push_back(list);
+    marked.emplace_back(selected);
+    return choice;
+  }
+
+  std::optional<std::size_t> choice;  ///< the answer to each list; nothing leaves it
+  std::vector<ChoiceList> lists;
+  std::vector<std::u16string> marked;  ///< the code of the row marked at first, for each list
+};
+
 /// The embedded host on a database that does not exist yet, reached through the façades as the library does.
 class HostTest : public testing::Test {
  protected:
@@ -76,6 +90,12 @@ class HostTest : public testing::Test {
     const auto attributes = host::CompanyAttributes::Create(factory_);
     attributes.Init(OpenBook(book_code));
     return attributes;
+  }
+  /// The services with a list chooser of the test's own.
+  Services ServicesWithChooser() {
+    Services services = platform_.services();
+    services.list_chooser = &chooser_;
+    return services;
   }
   /// The names of the files in the database's folder.
   std::vector<std::string> Files() const {
@@ -94,7 +114,8 @@ class HostTest : public testing::Test {
   HostOptions options_{.database = folder_.path() / "host.sqlite",
                        .sample = kHostFolder / "sample.sql",
                        .resources = kHostFolder};
-  EmbeddedHost factory_{options_, platform_.services()};
+  FakeListChooser chooser_;
+  EmbeddedHost factory_{options_, ServicesWithChooser()};
 };
 
 }  // namespace qva::embedded
