@@ -44,6 +44,11 @@ class Session : public ServerTest {
     EXPECT_EQ(global->InitConnectEX(excel.get(), LeftOut(), book.get(), &count), S_OK);
     EXPECT_EQ(global->InitToolBars(), S_OK);
     EXPECT_EQ(global->InitEnvironment(), S_OK);
+    ComPtr<_CEnvironment> environment;
+    environment.Obtain([&](_CEnvironment** received) { return global->get_oEnvironment(received); });
+    EXPECT_EQ(environment->SetDefaultAppState(VARIANT_FALSE), S_OK);
+    EXPECT_EQ(environment->SetDefaultExcelState(), S_OK);
+    environment = {};
     EXPECT_TRUE(New<_CLockScreen>(CLSID_CLockScreen));
     EXPECT_EQ(reports->Init(caption.get()), S_OK);
     IDispatch* name = cell.get();
