@@ -1,9 +1,11 @@
 #include "platform/calc/UnoValue.h"
 
+#include <rtl/uuid.h>
 #include <com/sun/star/bridge/oleautomation/Currency.hpp>
 #include <com/sun/star/bridge/oleautomation/Date.hpp>
 #include <com/sun/star/bridge/oleautomation/Decimal.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/lang/XUnoTunnel.hpp>
 #include <com/sun/star/script/Converter.hpp>
 #include <limits>
 
@@ -30,6 +32,16 @@ Installed& TheInstalled() {
   return installed;
 }
 
+/// What our tunnels answer to and no other one does.
+const Sequence<sal_Int8>& CarrierIdentifier() {
+  static const auto& identifier = *[] {
+    auto* made = new Sequence<sal_Int8>(16);
+    rtl_createUuid(reinterpret_cast<sal_uInt8*>(made->getArray()), nullptr, false);
+    return made;
+  }();
+  return identifier;
+}
+
 Value FromInteger(sal_Int64 number) {
   if (number < std::numeric_limits<std::int32_t>::min() ||
       number > std::numeric_limits<std::int32_t>::max()) {
@@ -41,7 +53,7 @@ Value FromInteger(sal_Int64 number) {
 Value FromInterface(const Any& any) {
   const auto& object = *static_cast<const Reference<XInterface>*>(any.getValue());
   if (!object.is()) return ObjectPtr();
-  if (auto* carrier = dynamic_cast<CarriesObject*>(object.get())) return carrier->Carried();
+  if (const CarriesObject* carrier = CarriesObject::Of(object)) return carrier->Carried();
   return MakeRef<UnoObject>(any);
 }
 
@@ -102,6 +114,16 @@ Any ToSequence(const Array& array) {
 }
 
 }  // namespace
+
+const CarriesObject* CarriesObject::Of(const Reference<XInterface>& object) {
+  const Reference<css::lang::XUnoTunnel> tunnel(object, css::uno::UNO_QUERY);
+  return tunnel.is() ? reinterpret_cast<const CarriesObject*>(tunnel->getSomething(CarrierIdentifier()))
+                     : nullptr;
+}
+
+sal_Int64 CarriesObject::Tunnel(const Sequence<sal_Int8>& identifier) const {
+  return identifier == CarrierIdentifier() ? reinterpret_cast<sal_Int64>(this) : 0;
+}
 
 void InstallConversion(const Reference<css::uno::XComponentContext>& context, PublishFunction publish) {
   TheInstalled() = {context, publish};

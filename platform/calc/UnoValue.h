@@ -9,13 +9,19 @@
 namespace qva::calc {
 
 /// A UNO object that carries one of our own objects; the front door's published objects are of this kind. So
-/// an object that went out to a macro comes back as itself.
+/// an object that went out to a macro comes back as itself. It is known by its XUnoTunnel: the proxies that
+/// LibreOffice puts before workbooks and sheets lack C++ type information, and a dynamic_cast of one crashes.
 class CarriesObject {
  public:
+  /// The carrier that a UNO object is; null when it is none of ours.
+  static const CarriesObject* Of(const css::uno::Reference<css::uno::XInterface>& object);
+
   virtual const ObjectPtr& Carried() const = 0;
 
  protected:
   ~CarriesObject() = default;
+  /// The carrier's XUnoTunnel::getSomething.
+  sal_Int64 Tunnel(const css::uno::Sequence<sal_Int8>& identifier) const;
 };
 
 /// Makes the UNO object that publishes one of our own objects. Set once by the front door.

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/lang/XUnoTunnel.hpp>
 #include <com/sun/star/script/XAutomationInvocation.hpp>
-#include <cppuhelper/implbase2.hxx>
+#include <cppuhelper/implbase3.hxx>
 
 #include "platform/calc/UnoValue.h"
 
@@ -13,14 +14,17 @@ namespace qva::calc {
 /// ones and arguments by reference work as in VBA. An argument that was given without a value is taken as
 /// left out where the parameter is optional, as Nothing where it is an object. Errors are raised in the
 /// calling macro. While it is published, the same object is the same UNO object.
-class PublishedObject
-    : public cppu::WeakImplHelper2<css::script::XAutomationInvocation, css::lang::XServiceInfo>,
-      public CarriesObject {
+class PublishedObject : public cppu::WeakImplHelper3<css::script::XAutomationInvocation,
+                                                     css::lang::XServiceInfo, css::lang::XUnoTunnel>,
+                        public CarriesObject {
  public:
   /// The UNO object of an object that is not null.
   static css::uno::Reference<css::uno::XInterface> Of(const ObjectPtr& object);
 
   const ObjectPtr& Carried() const override { return object_; }
+  sal_Int64 SAL_CALL getSomething(const css::uno::Sequence<sal_Int8>& identifier) override {
+    return Tunnel(identifier);
+  }
 
   css::uno::Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override { return {}; }
   sal_Bool SAL_CALL hasMethod(const rtl::OUString& name) override;
