@@ -10,12 +10,14 @@ namespace {
 constexpr std::u16string_view kExtension = u".xls";
 constexpr std::u16string_view kNotInFileNames = u"\\/?*[].:";
 
-bool Contains(const excel::Workbooks& books, std::u16string_view file) {
+/// The open workbook of a file name in any letter case; empty when there is none.
+excel::Workbook Find(const excel::Workbooks& books, std::u16string_view file) {
   const std::int32_t count = books.Count();
   for (std::int32_t position = 1; position <= count; ++position) {
-    if (EqualIgnoringCase(books.Item(position).Name(), file)) return true;
+    excel::Workbook book = books.Item(position);
+    if (EqualIgnoringCase(book.Name(), file)) return book;
   }
-  return false;
+  return {};
 }
 
 /// Excel's search for files; empty in an Excel that has none.
@@ -52,7 +54,7 @@ void CTools::Init(excel::Application p_objExcelApp) {
 
 bool CTools::BookIsOpen(std::u16string& sFile) {
   CheckFileName(sFile);
-  return Contains(application_.Workbooks(), sFile);
+  return static_cast<bool>(Find(application_.Workbooks(), sFile));
 }
 
 void CTools::CheckFileName(std::u16string& FileName) {
@@ -64,10 +66,12 @@ excel::Workbook CTools::OpenBook(std::u16string sPath, std::u16string sFile) {
   excel::Workbook book;
   IgnoreErrors([&] {
     const excel::Workbooks books = application_.Workbooks();
-    // What cannot be told counts as open: opening a changed workbook again would lose the changes.
-    bool is_open = true;
-    IgnoreErrors([&] { is_open = Contains(books, sFile); });
-    book = is_open ? books.Item(sFile) : books.Open(sPath + sFile);
+    if (!IgnoreErrors([&] { book = Find(books, sFile); })) {
+      // It may be open: only looked for, as opening a changed workbook again would lose the changes.
+      book = books.Item(sFile);
+    } else if (!book) {
+      book = books.Open(sPath + sFile);
+    }
   });
   return book;
 }

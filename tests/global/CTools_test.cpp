@@ -209,8 +209,7 @@ TEST_F(Tools, AskForTheOpenBooksOnceWhenTheyOpenOne) {
                           "Application.Workbooks.Open(\"C:\\Report.xls\").Name -> \"Report.xls\""));
   StartOver();
   EXPECT_FALSE(Call(tools, u"OpenBook", {u"C:\\", u"A"}).IsNothing());
-  EXPECT_EQ(count.calls(), 5);
-  EXPECT_EQ(trace.lines().back(), "Application.Workbooks.Item(\"A.xls\")");
+  EXPECT_EQ(count.calls(), 4) << "the book that was found is not asked for again";
 }
 
 TEST_F(Tools, NeverRaiseWhenTheyOpenABook) {
