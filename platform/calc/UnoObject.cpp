@@ -17,6 +17,7 @@
 #include <com/sun/star/script/XDefaultProperty.hpp>
 #include <cppuhelper/exc_hlp.hxx>
 
+#include "platform/calc/MemberOverrides.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/text.h"
@@ -90,6 +91,10 @@ Sequence<Any> Align(css::reflection::XIdlMethod& method, const Arguments& argume
 }  // namespace
 
 Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& arguments) {
+  const bool is_read = access == Access::Get || access == Access::Call;
+  if (const MemberOverride stand_in = is_read ? FindOverride(*this, member) : nullptr) {
+    return stand_in(ObjectPtr(this), arguments);
+  }
   try {
     return InvokeUnguarded(access, member, arguments);
   } catch (const css::uno::Exception&) {

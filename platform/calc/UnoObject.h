@@ -10,8 +10,9 @@ namespace qva::calc {
 
 /// Late-bound access to a UNO object by member names in any letter case. Arguments that are left out are
 /// passed as nothing at all, which LibreOffice's model takes as omitted. Arguments by reference do not come
-/// back. Errors keep the text that LibreOffice gives; one without a number is 440 (Automation error), an
-/// element that a collection lacks 9 (Subscript out of range).
+/// back. What LibreOffice lacks of Excel's model is filled in by platform/calc/MemberOverrides.h. Errors keep
+/// the text that LibreOffice gives; one without a number is 440 (Automation error), an element that a
+/// collection lacks 9 (Subscript out of range).
 class UnoObject : public Object {
  public:
   /// Takes the value that the object came in.

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "global/PublicClasses.h"
+#include "platform/ado.h"
 #include "platform/calc/UnoText.h"
 #include "platform/host.h"
 #include "platform/posix/PosixPlatform.h"
@@ -39,7 +40,7 @@ PosixPlatform& ThePlatform() {
 bool IsOurs(std::u16string_view identifier) {
   const std::u16string library = std::u16string(kLibraryName) + u".";
   return EqualIgnoringCase(identifier.substr(0, library.size()), library) ||
-         host::IsHostIdentifier(identifier);
+         host::IsHostIdentifier(identifier) || EqualIgnoringCase(identifier, ado::kRecordset);
 }
 
 ObjectPtr CreateObject(std::u16string_view identifier) {

@@ -8,10 +8,11 @@
 
 namespace qva::calc {
 
-/// Creates objects by programmatic identifier: the library's public classes, and the classes of the modules
-/// that stand beside the component, such as the embedded host's. A class that these lack is error 429 in
-/// the macro, and what the library's start-up raises is raised there, too. For the identifiers of other
-/// libraries it gives nothing: Basic asks it for UNO's own structures as well, and goes on looking.
+/// Creates objects by programmatic identifier: the library's public classes, recordsets (ADODB.Recordset),
+/// and the classes of the modules that stand beside the component, such as the embedded host's. A class that
+/// these lack is error 429 in the macro, and what the library's start-up raises is raised there, too. For the
+/// identifiers of other libraries it gives nothing: Basic asks it for UNO's own structures as well, and goes
+/// on looking.
 class ObjectFactoryService
     : public cppu::WeakImplHelper2<css::lang::XMultiServiceFactory, css::lang::XServiceInfo> {
  public:

@@ -1,0 +1,80 @@
+#include "platform/calc/MemberOverrides.h"
+
+#include <utility>
+#include <vector>
+
+#include "platform/ado.h"
+#include "platform/date.h"
+#include "platform/excel.h"
+#include "platform/text.h"
+
+namespace qva::calc {
+namespace {
+
+/// A field's value as the cell gets it in a block.
+Value ForCell(const Value& value) {
+  if (value.Is(Value::Type::Null)) return {};
+  // LibreOffice would read a text in a block as if it were typed.
+  if (value.Is(Value::Type::Text)) return u"'" + value.As<std::u16string>();
+  // It takes no dates and amounts in a block, but reads dates in this notation whatever the locale.
+  if (value.Is(Value::Type::Date)) return FormatByWindowsPattern(value.As<Date>(), u"yyyy-MM-dd HH:mm:ss");
+  if (value.Is(Value::Type::Currency)) return value.ToDouble();
+  return value;
+}
+
+/// Range.CopyFromRecordset(Data). All records travel in one block.
+Value CopyFromRecordset(const ObjectPtr& object, const Arguments& arguments) {
+  if (arguments.positional.size() != 1 || !arguments.named.empty()) {
+    throw AutomationError(kWrongArgumentCount);
+  }
+  const ado::Recordset recordset(arguments.positional[0].ToObject());
+  if (recordset.EndOfFile()) return 0;
+  const Value content = recordset.GetRows();
+  const Array& fields_by_records = content.ToArray();
+  if (fields_by_records.dimensions.size() != 2) throw AutomationError(kTypeMismatch);
+  const auto fields = static_cast<std::size_t>(fields_by_records.dimensions[0].count);
+  const auto records = static_cast<std::size_t>(fields_by_records.dimensions[1].count);
+  std::vector<Value> cells;
+  cells.reserve(records * fields);
+  for (std::size_t record = 0; record < records; ++record) {
+    for (std::size_t field = 0; field < fields; ++field) {
+      cells.push_back(ForCell(fields_by_records.elements[field * records + record]));
+    }
+  }
+  const auto rows = static_cast<std::int32_t>(records);
+  const auto columns = static_cast<std::int32_t>(fields);
+  const excel::Range target = excel::Range(object).Cells(1, 1).Resize(rows, columns);
+  // LibreOffice leaves a cell as it is whose element in the block is empty.
+  target.ClearContents();
+  target.SetValue(Array::Block(rows, columns, std::move(cells)));
+  return rows;
+}
+
+/// Application.Sheets, which LibreOffice answers for a workbook alone.
+Value Sheets(const ObjectPtr& object, const Arguments& arguments) {
+  return Get(excel::Application(object).ActiveWorkbook().object(), u"Sheets", arguments);
+}
+
+struct Override {
+  std::u16string_view type;
+  std::u16string_view member;
+  MemberOverride function;
+};
+
+constexpr Override kOverrides[] = {
+    {u"Application", u"Sheets", &Sheets},
+    {u"Range", u"CopyFromRecordset", &CopyFromRecordset},
+};
+
+}  // namespace
+
+MemberOverride FindOverride(const Object& object, std::u16string_view member) {
+  for (const Override& candidate : kOverrides) {
+    if (EqualIgnoringCase(candidate.member, member) && candidate.type == object.TypeName()) {
+      return candidate.function;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace qva::calc

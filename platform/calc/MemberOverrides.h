@@ -1,0 +1,17 @@
+// The gaps of LibreOffice's Excel object model, filled: one table of members, by type.
+#pragma once
+
+#include <string_view>
+
+#include "platform/automation.h"
+
+namespace qva::calc {
+
+/// Does what Excel's member does on an object of LibreOffice's model, by that model's other members.
+using MemberOverride = Value (*)(const ObjectPtr& object, const Arguments& arguments);
+
+/// What stands in for a member that is got or called, by its name in any letter case; null where
+/// LibreOffice's own member serves. `object` is asked for its type where there is a member of that name.
+MemberOverride FindOverride(const Object& object, std::u16string_view member);
+
+}  // namespace qva::calc

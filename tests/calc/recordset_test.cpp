@@ -1,0 +1,39 @@
+// Recordsets in LibreOffice: made by macros, and written into cells, which its Excel model cannot do itself.
+#include "tests/calc/calc_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+
+namespace fs = std::filesystem;
+
+class CalcRecordset : public CalcTest {
+ protected:
+  /// A build folder with the test's module in the host's place.
+  fs::path FolderWithModule() const {
+    const fs::path build = folder / "build";
+    fs::create_directory(build);
+    fs::create_symlink(QVA_CALC_COMPONENT, build / "libqva_calc.so");
+    fs::create_symlink(QVA_EXCEL_CALLS_MODULE, build / "libqva_host.so");
+    return build;
+  }
+};
+
+TEST_F(CalcRecordset, IsWrittenIntoCellsFromItsCurrentRecordOn) {
+  const RunResult run = RunMacro("recordset", {"--build-folder", FolderWithModule().string()});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre(
+          "state: 0", "records: 4, current: ąčę", "written: 3",
+          "String ąčę; Double 5; Double 2.5; Empty ; Empty ; ",
+          "String 007; Double 6; Empty ; Date 2024-06-12; Boolean -1; ",
+          "String =1+1; Double 7; Empty ; Empty ; Empty ; ", "Empty ; Empty ; Empty ; Empty ; Empty ; ",
+          "at the end: -1", "again: 0", "kept: ąčę",
+          "behind the end: 3021 | ADODB.Recordset | Either BOF or EOF is True, or the current record has "
+          "been deleted. Requested operation requires a current record."));
+}
+
+}  // namespace
+}  // namespace qva
