@@ -17,6 +17,7 @@ namespace fs = std::filesystem;
 const std::set<std::string> kBuilt = {
     "gExcelObject.*",
     "CTools.*",
+    "CRepPeriod.*",
     "CReports.Init",
     "CReports.FillAttr",
     "CReports.FillBnksAcc",
