@@ -21,9 +21,9 @@ if(QVA_TESTS)
   file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp
        ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp
        ${CMAKE_SOURCE_DIR}/tests/platform/recordset/*.cpp)
-  list(FILTER windows_test_sources EXCLUDE REGEX "unattended_message_box_test")
+  list(FILTER windows_test_sources EXCLUDE REGEX "unattended_")
   add_executable(qva_windows_tests ${windows_test_sources})
-  target_link_libraries(qva_windows_tests PRIVATE qva_windows qva_memory qva_windows_gtest)
+  target_link_libraries(qva_windows_tests PRIVATE qva_library qva_windows qva_memory qva_windows_gtest)
 endif()
 
 # The benchmarks, which run under Wine, too.
