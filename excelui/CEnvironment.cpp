@@ -117,7 +117,7 @@ const ClassDescription& CEnvironment::Description() {
 void CEnvironment::SetDefaultAppState(bool) {
   // A copy: what a setting sets off in Excel may reset the connection.
   const excel::Application application = TheGlobals().application;
-  IgnoreErrors([&] { application.SetCaption(Value()); });
+  IgnoreErrors([&] { application.SetCaption(u""); });
   IgnoreErrors([&] { application.Range(u"A1").Activate(); });
   ActiveSettings settings(application);
   Apply(settings, &FixedSetting::report);
@@ -128,7 +128,7 @@ void CEnvironment::SetDefaultAppState(bool) {
 
 void CEnvironment::SetDefaultExcelState() {
   const excel::Application application = TheGlobals().application;
-  IgnoreErrors([&] { application.SetCaption(Value()); });
+  IgnoreErrors([&] { application.SetCaption(u""); });
   ActiveSettings settings(application);
   Apply(settings, &FixedSetting::ordinary);
   ShowExcelsBars(settings);

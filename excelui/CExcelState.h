@@ -43,7 +43,7 @@ class CExcelState : public Object {
   /// What Excel gave of its settings; what it refused is missing.
   struct Snapshot {
     std::vector<SavedValue> settings;
-    Value caption;  ///< nothing fills it, on purpose: Empty gives Excel its own caption back
+    std::u16string caption;  ///< nothing fills it, on purpose: empty, it gives Excel its own caption back
     std::vector<SavedBar> bars;
     std::optional<bool> menu_bar_enabled;
   };

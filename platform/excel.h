@@ -251,8 +251,8 @@ class Application : public Settings {
   }
   /// Gives a key the meaning back that it has in Excel.
   void ResetKey(std::u16string_view key) const { Call(u"OnKey", {key}); }
-  /// Empty gives Excel its own caption back.
-  void SetCaption(qva::Value caption) const { Put(u"Caption", std::move(caption)); }
+  /// The empty text gives Excel its own caption back.
+  void SetCaption(std::u16string_view caption) const { Put(u"Caption", caption); }
   bool Visible() const { return Get(u"Visible").ToBoolean(); }
   void SetScreenUpdating(bool on) const { Put(u"ScreenUpdating", on); }
   void SetDisplayFormulaBar(bool on) const { Put(u"DisplayFormulaBar", on); }

@@ -25,7 +25,7 @@ class Environment : public ExcelStateTest {
 };
 
 const std::vector<std::string> kReportCalls = {
-    "Application.Caption = Empty",
+    "Application.Caption = \"\"",
     "Application.Range(\"A1\")",
     "Application.Range(\"A1\").Activate() -> True",
     "Application.DisplayAlerts = True",
@@ -111,7 +111,7 @@ const std::vector<std::string> kReportCalls = {
     "Application.ActiveWorkbook.Names.Item(2).Visible = False"};
 
 const std::vector<std::string> kOrdinaryCalls = {
-    "Application.Caption = Empty",
+    "Application.Caption = \"\"",
     "Application.DisplayAlerts = True",
     "Application.CellDragAndDrop = True",
     "Application.EditDirectlyInCell = True",

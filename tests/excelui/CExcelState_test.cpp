@@ -88,7 +88,7 @@ const std::vector<std::string> kSaveCalls = {
     "Application.CommandBars.Item(\"WorkSheet Menu Bar\").Enabled -> True"};
 
 const std::vector<std::string> kRestoreCalls = {
-    "Application.Caption = Empty",
+    "Application.Caption = \"\"",
     "Application.DisplayAlerts = True",
     "Application.CellDragAndDrop = True",
     "Application.EditDirectlyInCell = True",
