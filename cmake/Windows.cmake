@@ -65,12 +65,13 @@ add_library(qva_com STATIC server/com/MemberIds.cpp server/com/ObjectCalls.cpp s
 target_link_libraries(qva_com PUBLIC qva_windows qva_library)
 
 # A small file loads fast, and nothing here computes for long.
-set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
+set(CMAKE_CXX_FLAGS_RELEASE "-Os -flto -DNDEBUG -ffunction-sections -fdata-sections")
 
 # The product.
 enable_language(RC)
 add_library(QVA_Varnholt SHARED server/com/Exports.cpp server/com/Registration.cpp server/com/ServerClasses.cpp
-                                server/com/QVA_Varnholt.def server/com/QVA_Varnholt.rc)
+                                server/com/Terminate.cpp server/com/QVA_Varnholt.def
+                                server/com/QVA_Varnholt.rc)
 set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 set_source_files_properties(server/com/QVA_Varnholt.rc PROPERTIES OBJECT_DEPENDS ${idl_output}/QVA_Varnholt.tlb)
 target_include_directories(QVA_Varnholt SYSTEM PRIVATE ${idl_output})

@@ -9,6 +9,7 @@
 #include <ocidl.h>
 #include <oleauto.h>
 
+#undef CopyFile
 #undef FormatMessage
 #undef GetObject
 #undef MessageBox

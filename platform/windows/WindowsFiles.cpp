@@ -214,11 +214,13 @@ std::unique_ptr<TextChannel> WindowsFiles::OpenChannel(std::int16_t number, std:
 }
 
 std::unique_ptr<TextStream> WindowsFiles::CreateTextStream(std::u16string_view path) {
+  open_.RequireStream(WholePath(path), false);
   const ObjectPtr files = factory_.Create(kFileSystemObject);
   return StreamOf(Call(files, u"CreateTextFile", Arguments{path}.Named(u"Unicode", true)));
 }
 
 std::unique_ptr<TextStream> WindowsFiles::OpenTextStream(std::u16string_view path, StreamMode mode) {
+  open_.RequireStream(WholePath(path), mode == StreamMode::ForReading);
   const ObjectPtr files = factory_.Create(kFileSystemObject);
   return StreamOf(Call(files, u"OpenTextFile", {path, static_cast<std::int32_t>(mode), true}));
 }
@@ -246,6 +248,10 @@ void WindowsFiles::Copy(std::u16string_view from, std::u16string_view to) {
   open_.RequireCopyable(target);
   if (EqualIgnoringCase(source, target)) throw AutomationError(kPermissionDenied);
   if (AttributesOf(source) == INVALID_FILE_ATTRIBUTES) throw LastError();
+  const DWORD replaced = AttributesOf(target);
+  if (replaced != INVALID_FILE_ATTRIBUTES && (replaced & FILE_ATTRIBUTE_READONLY)) {
+    throw AutomationError(kPathFileAccess);
+  }
   // Under another name first, so that a copy that breaks off does not stand in the old one's place.
   TemporaryFile copy(FolderOf(target));
   if (!CopyFileW(WideText(source).c_str(), copy.path(), FALSE)) throw LastError();

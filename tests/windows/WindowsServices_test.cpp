@@ -91,7 +91,7 @@ TEST(WindowsPlatform, InstallsEveryServiceOnce) {
   const Services& services = GetServices();
   const ObjectFactory* factory = services.object_factory;
   EXPECT_TRUE(factory && services.registry && services.environment && services.locale && services.clock &&
-              services.message_box);
+              services.message_box && services.files);
   InstallPlatform();
   EXPECT_EQ(GetServices().object_factory, factory);
 }

@@ -72,6 +72,12 @@ TEST_F(MemoryFilesTest, RelativePathsFollowTheCurrentFolder) {
   EXPECT_EQ(Raised([&] { files.SetCurrentFolder(u"C:\\none"); }), kPathNotFound);
 }
 
+TEST_F(MemoryFilesTest, RenamesAFileToOtherLetterCase) {
+  files.SetFile(u"C:\\x.txt", "x");
+  files.Rename(u"C:\\x.txt", u"C:\\X.TXT");
+  EXPECT_THAT(files.Find(u"C:\\", u"*"), testing::ElementsAre(u"X.TXT"));
+}
+
 TEST_F(MemoryFilesTest, RenamesNothingToAnotherDrive) {
   files.SetFolder(u"D:\\");
   files.SetFile(u"C:\\x", "x");

@@ -17,6 +17,7 @@ TEST_F(MemoryPlatformTest, GivesEveryService) {
   EXPECT_EQ(services.locale, &platform.locale);
   EXPECT_EQ(services.clock, &platform.clock);
   EXPECT_EQ(services.message_box, &platform.message_box);
+  EXPECT_EQ(services.files, &platform.files);
 }
 
 TEST_F(MemoryPlatformTest, IsLithuanianUntilToldOtherwise) {

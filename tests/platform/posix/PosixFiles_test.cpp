@@ -239,6 +239,12 @@ TEST_F(PosixFilesTest, TimesAreLocal) {
   EXPECT_DOUBLE_EQ(files.LastModified(u"C:\\x.txt").serial, noon);
 }
 
+TEST_F(PosixFilesTest, RenamesAFileToOtherLetterCase) {
+  Open(u"C:\\x.txt", ChannelMode::Output);
+  files.Rename(u"C:\\x.txt", u"C:\\X.TXT");
+  EXPECT_THAT(files.Find(u"C:\\", u"*"), testing::ElementsAre(u"X.TXT"));
+}
+
 TEST_F(PosixFilesTest, RenamesNothingToAnotherDrive) {
   fs::create_directories(folder / "drives/C");
   fs::create_directory_symlink("/dev/shm", folder / "drives/D");

@@ -16,6 +16,7 @@ class PosixPlatformTest : public testing::Test {
     environment.Set("QVA_VARNHOLT_REGISTRY", (folder / "registry.reg").string());
     environment.Set("QVA_VARNHOLT_ANSWERS", (folder / "answers").string());
     environment.Set("QVA_VARNHOLT_MESSAGE_LOG", (folder / "log").string());
+    environment.Set("QVA_VARNHOLT_DRIVES", (folder / "drives").string());
     environment.Set("QVA_HOST_DATABASE", (folder / "host.sqlite").string());
   }
   ~PosixPlatformTest() override { InstallServices({}); }
@@ -40,6 +41,8 @@ TEST_F(PosixPlatformTest, ServicesUseThePlacesThatTheEnvironmentNames) {
   EXPECT_EQ(services.message_box->Ask(u"?", u"", captions), 2);
   EXPECT_THAT(FileContent(folder / "log"), testing::HasSubstr("answer:  2 Ne"));
   EXPECT_GT(services.clock->Now().serial, 45000);
+  services.files->OpenChannel(1, u"C:\\x.txt", ChannelMode::Output)->PrintLine(u"Ąžuolas");
+  EXPECT_EQ(FileContent(folder / "drives" / "C" / "x.txt"), "\xC0\xFEuolas\r\n");
   EXPECT_NE(services.environment->GetVariable(u"QVA_VARNHOLT_ANSWERS", {}), 0u);
 }
 

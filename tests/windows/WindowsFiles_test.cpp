@@ -1,0 +1,308 @@
+// Windows' own files, and the file and log utility on them.
+#include "platform/windows/WindowsFiles.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "platform/date.h"
+#include "platform/memory/MemoryClock.h"
+#include "platform/services.h"
+#include "platform/windows/ComObjectFactory.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WindowsApi.h"
+#include "platform/windows/WindowsLocale.h"
+#include "storage/CFile.h"
+#include "tests/platform/files_contract.h"
+#include "tests/windows/windows_test.h"
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A new folder with Lithuanian letters in its name, removed with all its content.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    static int made = 0;
+    const std::u16string name =
+        u"qva-bandymas " + NumberText(GetCurrentProcessId()) + u" " + NumberText(++made) + u" ąčęėįšųūž";
+    path_ = fs::temp_directory_path() / name;
+    fs::create_directories(path_);
+  }
+  ~TemporaryFolder() {
+    std::error_code error;
+    for (const auto& entry : fs::recursive_directory_iterator(path_, error)) {
+      SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
+    }
+    fs::remove_all(path_, error);
+  }
+
+  std::u16string path() const { return path_.u16string(); }
+
+ private:
+  fs::path path_;
+};
+
+void WriteContent(const std::u16string& path, std::string_view bytes) {
+  std::ofstream(fs::path(path), std::ios::binary) << bytes;
+}
+
+/// The file's bytes; nothing when it cannot be read.
+std::optional<std::string> ReadContent(const std::u16string& path) {
+  std::ifstream file(fs::path(path), std::ios::binary);
+  if (!file) return std::nullopt;
+  return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+struct WindowsDrive {
+  Files& files() { return windows; }
+  std::u16string root() { return folder.path(); }
+  void SetContent(const std::u16string& path, std::string bytes) { WriteContent(path, bytes); }
+  std::optional<std::string> Content(const std::u16string& path) { return ReadContent(path); }
+
+  TemporaryFolder folder;
+  windows::ComObjectFactory factory;
+  windows::WindowsLocale locale;
+  windows::WindowsFiles windows{factory, locale};
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Windows, FilesContract, WindowsDrive);
+
+namespace windows {
+namespace {
+
+class WindowsFilesTest : public NothingLeftTest {
+ protected:
+  std::u16string At(std::u16string_view name) const { return folder.path() + u"\\" + std::u16string(name); }
+
+  TemporaryFolder folder;
+  ComObjectFactory factory;
+  WindowsLocale locale;
+  WindowsFiles files{factory, locale};
+};
+
+TEST_F(WindowsFilesTest, TheCurrentFolderIsTheProcesss) {
+  const std::u16string before = files.CurrentFolder();
+  ASSERT_TRUE(SetCurrentDirectoryW(WideText(folder.path()).c_str()));
+  EXPECT_EQ(files.CurrentFolder(), folder.path());
+  files.OpenChannel(1, u"x.txt", ChannelMode::Output)->PrintLine(u"1");
+  SetCurrentDirectoryW(WideText(before).c_str());
+  EXPECT_EQ(ReadContent(At(u"x.txt")), "1\r\n");
+}
+
+TEST_F(WindowsFilesTest, AReadOnlyFileIsNeitherDeletedNorReplaced) {
+  WriteContent(At(u"x.txt"), "old");
+  WriteContent(At(u"y.txt"), "new");
+  SetFileAttributesW(WideText(At(u"x.txt")).c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(ErrorNumberIn([&] { files.Delete(At(u"x.txt")); }), kPathFileAccess);
+  EXPECT_EQ(ErrorNumberIn([&] { files.Copy(At(u"y.txt"), At(u"x.txt")); }), kPathFileAccess);
+  EXPECT_EQ(ReadContent(At(u"x.txt")), "old");
+  EXPECT_EQ(files.Find(folder.path(), u"*").size(), 2u) << "something is left behind";
+}
+
+TEST_F(WindowsFilesTest, ACopyOfAReadOnlyFileThatFailsLeavesNothingBehind) {
+  WriteContent(At(u"x.txt"), "new");
+  WriteContent(At(u"y.txt"), "old");
+  SetFileAttributesW(WideText(At(u"x.txt")).c_str(), FILE_ATTRIBUTE_READONLY);
+  // The copy can be made and not be put in its place.
+  const HANDLE other = CreateFileW(WideText(At(u"y.txt")).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(other, INVALID_HANDLE_VALUE);
+  const std::int32_t raised = ErrorNumberIn([&] { files.Copy(At(u"x.txt"), At(u"y.txt")); });
+  CloseHandle(other);
+  EXPECT_TRUE(raised == kPermissionDenied || raised == kPathFileAccess) << raised;
+  EXPECT_EQ(ReadContent(At(u"y.txt")), "old");
+  EXPECT_EQ(files.Find(folder.path(), u"*").size(), 2u);
+}
+
+TEST_F(WindowsFilesTest, AFileThatSomebodyElseKeepsToHimselfIsError70) {
+  WriteContent(At(u"x.txt"), "old");
+  WriteContent(At(u"y.txt"), "new");
+  const HANDLE other = CreateFileW(WideText(At(u"x.txt")).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                   FILE_ATTRIBUTE_NORMAL, nullptr);
+  ASSERT_NE(other, INVALID_HANDLE_VALUE);
+  for (const ChannelMode mode : {ChannelMode::Input, ChannelMode::Output, ChannelMode::Append}) {
+    EXPECT_EQ(ErrorNumberIn([&] { files.OpenChannel(1, At(u"x.txt"), mode); }), kPermissionDenied);
+  }
+  EXPECT_EQ(ErrorNumberIn([&] { files.Delete(At(u"x.txt")); }), kPermissionDenied);
+  EXPECT_EQ(ErrorNumberIn([&] { files.Rename(At(u"x.txt"), At(u"z.txt")); }), kPermissionDenied);
+  EXPECT_EQ(ErrorNumberIn([&] { files.Copy(At(u"x.txt"), At(u"z.txt")); }), kPermissionDenied);
+  CloseHandle(other);
+  EXPECT_EQ(files.FreeNumber(), 1);
+  EXPECT_EQ(ReadContent(At(u"x.txt")), "old");
+  EXPECT_EQ(files.Find(folder.path(), u"*").size(), 2u);
+}
+
+TEST_F(WindowsFilesTest, OthersMayReadWhatAChannelWritesAndNothingElse) {
+  const auto channel = files.OpenChannel(1, At(u"x.txt"), ChannelMode::Output);
+  channel->PrintLine(u"1");
+  EXPECT_EQ(ReadContent(At(u"x.txt")), "1\r\n");
+  const HANDLE other = CreateFileW(WideText(At(u"x.txt")).c_str(), GENERIC_WRITE,
+                                   FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+  EXPECT_EQ(other, INVALID_HANDLE_VALUE);
+  EXPECT_FALSE(DeleteFileW(WideText(At(u"x.txt")).c_str()));
+}
+
+TEST_F(WindowsFilesTest, AMissingFileSystemObjectIsError429) {
+  class NoObjects : public ObjectFactory {
+    ObjectPtr Create(std::u16string_view) override { throw AutomationError(kCannotCreateObject); }
+  } none;
+  WindowsFiles without(none, locale);
+  EXPECT_EQ(ErrorNumberIn([&] { without.CreateTextStream(At(u"x.txt")); }), kCannotCreateObject);
+  EXPECT_EQ(ErrorNumberIn([&] { without.OpenTextStream(At(u"x.txt"), StreamMode::ForReading); }),
+            kCannotCreateObject);
+}
+
+TEST_F(WindowsFilesTest, AFileSystemObjectThatGivesNothingGivesNoStream) {
+  class Silent : public ObjectFactory {
+    ObjectPtr Create(std::u16string_view) override {
+      const ComPtr<TestDispatch> object = NewDispatch();
+      object->names = {u"CreateTextFile", u"Unicode", u"OpenTextFile"};
+      object->invoke = [](const InvokeCall& call) {
+        call.result->vt = VT_DISPATCH;
+        call.result->pdispVal = nullptr;
+        return S_OK;
+      };
+      return ObjectOver(object);
+    }
+  } silent;
+  WindowsFiles with(silent, locale);
+  EXPECT_FALSE(with.CreateTextStream(At(u"x.txt")));
+  EXPECT_FALSE(with.OpenTextStream(At(u"x.txt"), StreamMode::ForAppending));
+}
+
+/// CFile on Windows' own services, at a time that is known, in the date format of the user "yyyy.MM.dd".
+class WindowsCFile : public WindowsFilesTest {
+ protected:
+  WindowsCFile() {
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, L"yyyy.MM.dd");
+    clock.Set(*ParseDate(u"2010.11.12 14:05:09", locale));
+    Services services = installed;
+    services.clock = &clock;
+    InstallServices(services);
+    file.SetPath(folder.path());
+    file.SetFileName(u"Žurnalas.txt");
+  }
+  ~WindowsCFile() override {
+    SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, WideText(short_date).c_str());
+    InstallServices(installed);
+  }
+
+  /// Closes the stream by moving it to another file: whether others may read what a stream has open differs.
+  void CloseStream() {
+    const std::u16string name = file.FileName();
+    file.SetFileName(u"kitas.txt");
+    file.CrFile();
+    file.SetFileName(name);
+  }
+
+  const Services installed = GetServices();
+  const std::u16string short_date = locale.ShortDatePattern();
+  MemoryClock clock;
+  std::u16string no_name;
+  CFile file;
+};
+
+TEST_F(WindowsCFile, WritesALogInTheAnsiCodePage) {
+  EXPECT_TRUE(file.StartLog());
+  EXPECT_TRUE(file.WriteStrLog(u"Išsaugota „Forma“ 漢"));
+  EXPECT_TRUE(file.EndLog());
+  EXPECT_EQ(ReadContent(At(u"Žurnalas.txt")),
+            "--- New sesion ----- [2010.11.12 14:05:09] -------------------------------\r\n"
+            "2010.11.12 14:05:09  :  I\xF0saugota \x84"
+            "Forma\x93 ?\r\n"
+            "--- End sesion ----- [2010.11.12 14:05:09] -------------------------------\r\n");
+}
+
+TEST_F(WindowsCFile, WritesALogInUtf16) {
+  file.SetIsUnicode(true);
+  EXPECT_TRUE(file.StartLog());
+  EXPECT_TRUE(file.WriteStrLog(u"Išsaugota 漢"));
+  EXPECT_TRUE(file.EndLog());
+  CloseStream();
+  const std::u16string_view expected =
+      u"\uFEFF--- New sesion ----- [2010.11.12 14:05:09] -------------------------------\r\n"
+      u"2010.11.12 14:05:09  :  Išsaugota 漢\r\n"
+      u"--- End sesion ----- [2010.11.12 14:05:09] -------------------------------\r\n";
+  std::string bytes;
+  for (const char16_t c : expected) {
+    bytes += static_cast<char>(c & 0xFF);
+    bytes += static_cast<char>(c >> 8);
+  }
+  EXPECT_EQ(ReadContent(At(u"Žurnalas.txt")), bytes);
+}
+
+TEST_F(WindowsCFile, ReadsBackWhatItWrote) {
+  file.WriteStr(u"Ąžuolas");
+  file.WriteStr(u"");
+  EXPECT_TRUE(file.OpenFile(no_name));
+  EXPECT_EQ(no_name, At(u"Žurnalas.txt"));
+  std::u16string line;
+  EXPECT_TRUE(file.ReadStr(line));
+  EXPECT_EQ(line, u"Ąžuolas");
+  EXPECT_TRUE(file.ReadStr(line));
+  EXPECT_EQ(line, u"");
+  EXPECT_FALSE(file.ReadStr(line));
+}
+
+TEST_F(WindowsCFile, TheResultsOfUnicodeModeAreInverted) {
+  file.SetIsUnicode(true);
+  EXPECT_FALSE(file.CrFile());
+  CloseStream();
+  EXPECT_EQ(ReadContent(At(u"Žurnalas.txt")), "\xFF\xFE");
+  EXPECT_FALSE(file.OpenFileForAppend(no_name));
+  EXPECT_FALSE(file.OpenFile(no_name));
+}
+
+TEST_F(WindowsCFile, BacksAFileUp) {
+  file.WriteStr(u"1");
+  file.SetPath(folder.path() + u"\\");
+  EXPECT_TRUE(file.SaveFileAsBackup());
+  EXPECT_EQ(file.FileName(), u"Žurnalas.txt.bak");
+  EXPECT_TRUE(file.SaveFileAsBackup());
+  EXPECT_EQ(ReadContent(At(u"Žurnalas.txt.bak.bak")), "1\r\n");
+  EXPECT_EQ(files.Find(folder.path(), u"*").size(), 1u);
+}
+
+TEST_F(WindowsCFile, AFileWhoseStreamIsOpenCannotBeBackedUp) {
+  file.SetIsUnicode(true);
+  file.WriteStr(u"1");
+  file.SetPath(folder.path() + u"\\");
+  EXPECT_EQ(ErrorNumberIn([&] { file.SaveFileAsBackup(); }), kPermissionDenied);
+  EXPECT_EQ(file.FileName(), u"Žurnalas.txt");
+}
+
+TEST_F(WindowsCFile, MovesAFileToBackup) {
+  WriteContent(At(u"Ataskaita.xls"), "1");
+  EXPECT_TRUE(CFile::MoveFileToBackup(At(u"Ataskaita.xls"), u""));
+  EXPECT_EQ(ReadContent(At(u"Ataskaita.xls")), std::nullopt);
+  EXPECT_EQ(ReadContent(At(u"BACKUP\\Ataskaita.xls")), "1");
+  WriteContent(At(u"Ataskaita.xls"), "2");
+  EXPECT_TRUE(CFile::MoveFileToBackup(At(u"Ataskaita.xls"), At(u"BACKUP")));
+  EXPECT_EQ(ReadContent(At(u"BACKUP\\Ataskaita.xls")), "2");
+}
+
+TEST_F(WindowsCFile, CopiesOnlyWhatChanged) {
+  WriteContent(At(u"x.xls"), "new");
+  WriteContent(At(u"y.xls"), "older");
+  const auto copy = [&] {
+    CFile::CopyFile(At(u"x.xls"), CFile::FileDateTimeAttr(At(u"x.xls")),
+                    static_cast<std::int32_t>(CFile::FileLenAttr(At(u"x.xls"))), At(u"y.xls"));
+  };
+  copy();
+  EXPECT_EQ(ReadContent(At(u"y.xls")), "new");
+  EXPECT_EQ(CFile::FileDateTimeAttr(At(u"y.xls")), CFile::FileDateTimeAttr(At(u"x.xls")));
+  // Other content of the same length and time, by which one sees whether it is copied over.
+  WriteContent(At(u"y.xls"), "NEW");
+  fs::last_write_time(At(u"y.xls"), fs::last_write_time(At(u"x.xls")));
+  copy();
+  EXPECT_EQ(ReadContent(At(u"y.xls")), "NEW");
+}
+
+}  // namespace
+}  // namespace windows
+}  // namespace qva
