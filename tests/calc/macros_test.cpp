@@ -62,6 +62,25 @@ TEST_F(CalcMacros, AReportLivesFromConnectionToReset) {
   EXPECT_THAT(run.messages, HasSubstr("Klaida ąčę"));
 }
 
+TEST_F(CalcMacros, ToolsFindBooksFreezeTheScreenAndProtectSheets) {
+  const RunResult run = RunMacro("tools");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines,
+              ElementsAre("open: True ATASKAITA ĄČ.xls", "found: Ataskaita ąč.xls", "not open: False",
+                          "opened: Kita.xls True", "not opened: True", "locked: False 2",
+                          "unlocked: True -4143 False", "locked again: True -4143", "held: False 2",
+                          "released: True -4143", "protected: True", "changed: 5", "wrong password: True",
+                          "unprotected: False", "no sheet: False", "file: True True", "no file: False False",
+                          "text: a_b_c_d ą_č__"));
+}
+
+TEST_F(CalcMacros, TheSearchPathGainsTheFolderOnce) {
+  const RunResult run = RunMacro("set_path");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("added: True", "again: False"));
+  EXPECT_THAT(run.messages, HasSubstr("Aplankas „\\Varnholt“ įtrauktas"));
+}
+
 TEST_F(CalcMacros, MessagesAreAnsweredFromTheAnswersFileAndLogged) {
   std::ofstream(folder / "answers.txt") << "# the only question\nNe\n";
   const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
