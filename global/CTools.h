@@ -32,7 +32,8 @@ class CTools : public Described<CTools> {
   /// True freezes the screen and shows the wait cursor; false thaws it and gives the cursor and the status
   /// bar back to Excel. Only the first lock of an instance takes effect, on purpose: afterwards every unlock
   /// restores the screen, whoever froze it, and no later lock can leave it frozen. An unlock before the first
-  /// lock does nothing. A lock that raises counts as none.
+  /// lock does nothing. A lock that raises counts as none, though the screen may be frozen already; locking
+  /// again makes up for it.
   void LockScreen(bool pLock);
 
   /// Protects a sheet of the active workbook for the user, macros still may change it; or takes the

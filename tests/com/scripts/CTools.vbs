@@ -1,5 +1,7 @@
 ' CTools, as a workbook's macro uses it.
-Dim tools, excel, name, book, sheet, path
+Class OtherExcel
+End Class
+Dim tools, excel, name, book, sheet, path, files, folder
 Set tools = CreateObject("QVA_Varnholt.CTools")
 CheckError "creation", 0
 Check "the class", TypeName(tools), "_CTools"
@@ -55,6 +57,19 @@ Check "an empty replacement", tools.ConvertStr2Str("a/b", ""), "ab"
 Check "a file", tools.FileExist("C:\Arch", "Report_*.x?s"), True
 Check "no file", tools.FileExist("C:\Arch", "Balansas.xls"), False
 
+Set files = CreateObject("Scripting.FileSystemObject")
+folder = files.GetSpecialFolder(2) & "\Archyvas ąč"
+files.CreateFolder folder
+files.CreateTextFile(folder & "\Ataskaita_Š.xls").Close
+tools.Init New OtherExcel
+Check "a file without Excel's search", tools.FileExist(folder, "ATASKAITA_š.xls"), True
+Check "a pattern without it", tools.FileExist(folder & "\", "Ataskaita_?.x*"), True
+Check "no file without it", tools.FileExist(folder, "Balansas*"), False
+files.DeleteFolder folder, True
+CheckError "searching without Excel", 0
+tools.Init excel
+Set files = Nothing
+
 control.FailCall 1
 tools.BookIsOpen "Balansas"
 CheckErrorText "an error of Excel", 1004, "Microsoft Excel", "Refused"
@@ -77,4 +92,4 @@ Set sheet = Nothing
 Set book = Nothing
 Set tools = Nothing
 Set excel = Nothing
-Finish 39
+Finish 43
