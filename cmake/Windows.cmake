@@ -65,7 +65,7 @@ add_library(qva_com STATIC server/com/MemberIds.cpp server/com/ObjectCalls.cpp s
 target_link_libraries(qva_com PUBLIC qva_windows qva_library)
 
 # A small file loads fast, and nothing here computes for long.
-set(CMAKE_CXX_FLAGS_RELEASE "-Os -flto -DNDEBUG -ffunction-sections -fdata-sections")
+set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
 
 # The product.
 enable_language(RC)
