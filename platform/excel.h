@@ -29,6 +29,16 @@ class Font : public Facade {
   void SetColorIndex(std::int32_t color) const { Put(u"ColorIndex", color); }
 };
 
+/// The ground of cells.
+class Interior : public Facade {
+ public:
+  using Facade::Facade;
+  /// The palette's colour 1 to 56 or an XlColorIndex.
+  void SetColorIndex(std::int32_t color) const { Put(u"ColorIndex", color); }
+};
+
+class Areas;
+
 /// One or more cells. What leads to other cells gives a new Range; Excel raises 1004 outside the sheet.
 class Range : public Facade {
  public:
@@ -38,10 +48,19 @@ class Range : public Facade {
   qva::Value Value() const { return Get(u"Value"); }
   /// One value for all cells, or an array of rows by columns with any bounds.
   void SetValue(qva::Value value) const { Put(u"Value", std::move(value)); }
+  /// Formulas as they were entered, constants as text; of a single cell a text, of several an array of rows
+  /// by columns. Of several areas those of the first.
+  qva::Value Formula() const { return Get(u"Formula"); }
+  /// A formula or constant in the user's own language; the empty text empties the cells.
+  void SetFormulaLocal(std::u16string_view formula) const { Put(u"FormulaLocal", formula); }
+  /// The rectangles that the range is made of.
+  excel::Areas Areas() const;
   /// "$A$1" or "$A$1:$B$2".
   std::u16string Address() const { return Get(u"Address").ToText(); }
   /// Of cells; of whole columns where the range came from Columns.
   std::int32_t Count() const { return Get(u"Count").ToInt32(); }
+  /// The rows of the range as units of their own.
+  Range Rows() const { return Range(GetObject(u"Rows")); }
   /// The columns of the range as units of their own.
   Range Columns() const { return Range(GetObject(u"Columns")); }
   /// The cell at a position from 1, counted along the rows.
@@ -61,6 +80,11 @@ class Range : public Facade {
   /// The cell at the end of the run of filled or empty cells, as the End key finds it.
   Range End(XlDirection direction) const { return Range(GetObject(u"End", {std::int32_t{direction}})); }
   excel::Font Font() const { return excel::Font(GetObject(u"Font")); }
+  excel::Interior Interior() const { return excel::Interior(GetObject(u"Interior")); }
+  /// Whether the cells cannot be changed while their sheet is protected.
+  void SetLocked(bool locked) const { Put(u"Locked", locked); }
+  /// Makes the cells the selection. Excel raises 1004 when the sheet is not the active one.
+  void Select() const { Call(u"Select"); }
   /// Makes the range's first cell the active one. Excel raises 1004 when the sheet is not the active one.
   void Activate() const { Call(u"Activate"); }
   /// Empties the cells; formats stay.
@@ -71,6 +95,19 @@ class Range : public Facade {
     return Call(u"CopyFromRecordset", {recordset.object()}).ToInt32();
   }
 };
+
+/// The rectangles of a range.
+class Areas : public Facade {
+ public:
+  using Facade::Facade;
+  std::int32_t Count() const { return Get(u"Count").ToInt32(); }
+  /// By position from 1.
+  Range Item(std::int32_t position) const { return Range(GetObject(u"Item", {position})); }
+};
+
+inline Areas Range::Areas() const {
+  return excel::Areas(GetObject(u"Areas"));
+}
 
 /// A name that stands for cells or a constant.
 class DefinedName : public Facade {
@@ -87,13 +124,15 @@ class DefinedName : public Facade {
   void Delete() const { Call(u"Delete"); }
 };
 
-/// A workbook's names, those of its sheets included.
+/// A workbook's names, those of its sheets included; or the names of one sheet.
 class Names : public Facade {
  public:
   using Facade::Facade;
   std::int32_t Count() const { return Get(u"Count").ToInt32(); }
   /// By position from 1; positions close up when a name is deleted.
   DefinedName Item(std::int32_t position) const { return DefinedName(GetObject(u"Item", {position})); }
+  /// By name in any letter case. Excel raises 1004 when there is none.
+  DefinedName Item(std::u16string_view name) const { return DefinedName(GetObject(u"Item", {name})); }
   /// Defines a name, in place of an older one. `refers_to` begins with "=".
   DefinedName Add(std::u16string_view name, std::u16string_view refers_to) const {
     return DefinedName(GetObject(u"Add", Arguments().Named(u"Name", name).Named(u"RefersTo", refers_to)));
@@ -107,13 +146,29 @@ class Window : public Settings {
   void SetCaption(std::u16string_view caption) const { Put(u"Caption", caption); }
 };
 
+/// A workbook's project of macros.
+class VBProject : public Facade {
+ public:
+  using Facade::Facade;
+  std::u16string Name() const { return Get(u"Name").ToText(); }
+};
+
 /// A workbook that is open in the application.
 class Workbook : public Facade {
  public:
   using Facade::Facade;
   /// The file name without its folder; "Book1" before the first save.
   std::u16string Name() const { return Get(u"Name").ToText(); }
+  /// The file name with its folder.
+  std::u16string FullName() const { return Get(u"FullName").ToText(); }
   excel::Names Names() const { return excel::Names(GetObject(u"Names")); }
+  /// Excel raises 1004 where macros may not look at their projects.
+  excel::VBProject VBProject() const { return excel::VBProject(GetObject(u"VBProject")); }
+  /// Whether it may be closed without asking about changes.
+  void SetSaved(bool saved) const { Put(u"Saved", saved); }
+  void Save() const { Call(u"Save"); }
+  /// Saves under another name, in Excel's default format. Excel raises 1004 when it cannot.
+  void SaveAs(std::u16string_view full_name) const { Call(u"SaveAs", {full_name}); }
 };
 
 /// The workbooks that are open.
@@ -133,6 +188,8 @@ class Workbooks : public Facade {
 class PageSetup : public Settings {
  public:
   using Settings::Settings;
+  /// The address of the cells to print, which gives the sheet its name "Print_Area".
+  void SetPrintArea(std::u16string_view address) const { Put(u"PrintArea", address); }
 };
 
 /// A sheet of cells.
@@ -153,6 +210,20 @@ class Worksheet : public Settings {
   excel::Range Range(const excel::Range& first, const excel::Range& last) const {
     return excel::Range(GetObject(u"Range", {first.object(), last.object()}));
   }
+  /// The sheet's own names.
+  excel::Names Names() const { return excel::Names(GetObject(u"Names")); }
+  /// One of XlSheetVisibility.
+  std::int32_t Visible() const { return Get(u"Visible").ToInt32(); }
+  void SetVisible(std::int32_t visibility) const { Put(u"Visible", visibility); }
+  void SetDisplayPageBreaks(bool on) const { Put(u"DisplayPageBreaks", on); }
+  /// Prints the print area on the user's printer.
+  void PrintOut() const { Call(u"PrintOut"); }
+  /// Prints one copy of one page, counted from 1.
+  void PrintOut(std::int32_t page) const {
+    Call(u"PrintOut", Arguments().Named(u"From", page).Named(u"To", page).Named(u"Copies", std::int32_t{1}));
+  }
+  /// Shows how the sheet will print, until the user closes the preview.
+  void PrintPreview() const { Call(u"PrintPreview"); }
   /// Protects what Excel protects by default (objects, contents, scenarios) from the user, not from macros.
   void ProtectFromUser(std::u16string_view password) const {
     Call(u"Protect", Arguments{password}.Named(u"UserInterfaceOnly", true));
@@ -240,6 +311,10 @@ class Application : public Settings {
   Window ActiveWindow() const { return Window(GetObject(u"ActiveWindow")); }
   /// Empty when no workbook is open.
   Worksheet ActiveSheet() const { return Worksheet(GetObject(u"ActiveSheet")); }
+  /// Nothing when no workbook is open.
+  excel::Range ActiveCell() const { return excel::Range(GetObject(u"ActiveCell")); }
+  /// The selected cells of the active sheet, which the user may have made something else than cells.
+  excel::Range Selection() const { return excel::Range(GetObject(u"Selection")); }
   /// Cells of the active sheet by their address or name.
   excel::Range Range(std::u16string_view address) const {
     return excel::Range(GetObject(u"Range", {address}));
@@ -254,6 +329,9 @@ class Application : public Settings {
   /// The empty text gives Excel its own caption back.
   void SetCaption(std::u16string_view caption) const { Put(u"Caption", caption); }
   bool Visible() const { return Get(u"Visible").ToBoolean(); }
+  /// Whether Excel asks before it overwrites a file, and the like.
+  void SetDisplayAlerts(bool on) const { Put(u"DisplayAlerts", on); }
+  bool ScreenUpdating() const { return Get(u"ScreenUpdating").ToBoolean(); }
   void SetScreenUpdating(bool on) const { Put(u"ScreenUpdating", on); }
   void SetDisplayFormulaBar(bool on) const { Put(u"DisplayFormulaBar", on); }
   /// One of XlMousePointer.
