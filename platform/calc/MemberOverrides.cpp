@@ -77,4 +77,15 @@ MemberOverride FindOverride(const Object& object, std::u16string_view member) {
   return nullptr;
 }
 
+void RefuseCrash(const ObjectPtr& object, Access access, std::u16string_view member) {
+  const bool is_write = access == Access::Put || access == Access::PutRef;
+  const bool needs_view =
+      EqualIgnoringCase(member, u"WindowState") || (is_write && EqualIgnoringCase(member, u"Zoom"));
+  // For these, LibreOffice follows the view of a window without looking whether there is one; a workbook that
+  // was opened hidden has none.
+  if (needs_view && object->TypeName() == u"Window" && !Get(object, u"Visible").ToBoolean()) {
+    throw AutomationError(kApplicationDefined, u"LibreOffice", u"The window is hidden");
+  }
+}
+
 }  // namespace qva::calc

@@ -14,4 +14,7 @@ using MemberOverride = Value (*)(const ObjectPtr& object, const Arguments& argum
 /// LibreOffice's own member serves. `object` is asked for its type where there is a member of that name.
 MemberOverride FindOverride(const Object& object, std::u16string_view member);
 
+/// Raises 1004 for the use of a member on which LibreOffice would crash.
+void RefuseCrash(const ObjectPtr& object, Access access, std::u16string_view member);
+
 }  // namespace qva::calc

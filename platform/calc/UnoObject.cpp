@@ -91,6 +91,7 @@ Sequence<Any> Align(css::reflection::XIdlMethod& method, const Arguments& argume
 }  // namespace
 
 Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& arguments) {
+  RefuseCrash(ObjectPtr(this), access, member);
   const bool is_read = access == Access::Get || access == Access::Call;
   if (const MemberOverride stand_in = is_read ? FindOverride(*this, member) : nullptr) {
     return stand_in(ObjectPtr(this), arguments);

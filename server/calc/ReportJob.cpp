@@ -61,8 +61,9 @@ PropertyValue Property(const char* name, const Any& value) {
 class OpenWorkbook {
  public:
   OpenWorkbook(const Reference<css::uno::XComponentContext>& context, const OUString& url) {
+    // Not hidden, since LibreOffice refuses part of its Excel model to the window of a hidden workbook, or
+    // crashes on it; without a display nothing is seen of it anyway.
     std::vector<PropertyValue> properties{
-        Property("Hidden", Any(true)),
         Property("MacroExecutionMode", Any(sal_Int16{css::document::MacroExecMode::ALWAYS_EXECUTE_NO_WARN})),
     };
     // LibreOffice takes a flat document for one of another format when it meets certain words in its macros.
