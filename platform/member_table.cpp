@@ -6,14 +6,6 @@
 
 namespace qva {
 
-Parameter Optional(std::u16string_view name) {
-  return {.name = name, .optional = true, .default_value = Missing{}};
-}
-
-Parameter Optional(std::u16string_view name, Value default_value) {
-  return {.name = name, .optional = true, .default_value = std::move(default_value)};
-}
-
 namespace {
 
 /// The value of an omitted optional argument when the table names none.
@@ -42,6 +34,22 @@ Value ZeroOf(ParameterType type) {
       break;
   }
   return Missing{};
+}
+
+Value ValueOf(const DefaultValue& value, ParameterType type) {
+  switch (value.kind) {
+    case DefaultValue::Kind::OfType:
+      return ZeroOf(type);
+    case DefaultValue::Kind::Empty:
+      break;
+    case DefaultValue::Kind::Boolean:
+      return value.number != 0;
+    case DefaultValue::Kind::Number:
+      return value.number;
+    case DefaultValue::Kind::Text:
+      return value.text;
+  }
+  return {};
 }
 
 bool Answers(MemberKind kind, Access access) {
@@ -159,20 +167,39 @@ Value ClassDescription::Invoke(Object& self, Access access, std::u16string_view 
   }
 }
 
-namespace member_table_detail {
-
-Member CompleteMember(Member member, std::size_t signature_count, void (*complete)(std::vector<Parameter>&)) {
-  if (member.parameters.size() != signature_count) {
+ClassBuilder&& ClassBuilder::Add(std::u16string_view name, MemberKind kind, Parameters parameters,
+                                 std::string_view help, const member_table_detail::MemberCode& code) {
+  Member member{.name = name, .kind = kind, .result = code.result, .help = help, .invoke = code.invoke};
+  member.result_class = code.result_class();
+  for (const ParameterEntry& entry : parameters) {
+    member.parameters.push_back({.name = entry.name, .optional = entry.optional});
+  }
+  if (kind == MemberKind::Put || kind == MemberKind::PutRef) member.parameters.push_back({.name = u"value"});
+  if (member.parameters.size() != code.parameters.size()) {
     throw std::logic_error("member table and signature differ in the number of parameters");
   }
-  complete(member.parameters);
-  for (Parameter& parameter : member.parameters) {
-    if (parameter.optional && parameter.default_value.Is(Value::Type::Missing)) {
-      parameter.default_value = ZeroOf(parameter.type);
+  for (std::size_t i = 0; i < code.parameters.size(); ++i) {
+    Parameter& parameter = member.parameters[i];
+    parameter.type = code.parameters[i].type;
+    parameter.by_reference = code.parameters[i].by_reference;
+    parameter.object_class = code.parameters[i].object_class();
+    if (parameter.optional) {
+      parameter.default_value = ValueOf((parameters.begin() + i)->default_value, parameter.type);
     }
   }
-  return member;
+  description_.Add(std::move(member));
+  return std::move(*this);
 }
 
-}  // namespace member_table_detail
+ClassBuilder&& ClassBuilder::AddProperty(std::u16string_view name, std::string_view help, ParameterType type,
+                                         Invoke get, Invoke put) {
+  description_.Add({.name = name, .kind = MemberKind::Get, .result = type, .help = help, .invoke = get});
+  description_.Add({.name = name,
+                    .kind = MemberKind::Put,
+                    .parameters = {{.name = u"value", .type = type}},
+                    .help = help,
+                    .invoke = put});
+  return std::move(*this);
+}
+
 }  // namespace qva

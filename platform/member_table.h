@@ -21,24 +21,49 @@ namespace qva {
 /// The type of a parameter or result as the caller sees it.
 enum class ParameterType { None, Any, Boolean, Byte, Int16, Int32, Double, Currency, Date, Text, Object };
 
-/// One parameter. A table gives its name and whether it may be left out; the rest comes from the signature.
+/// What the member gets when an argument is left out, as a table writes it down.
+struct DefaultValue {
+  enum class Kind { OfType, Empty, Boolean, Number, Text };
+
+  constexpr DefaultValue() = default;
+  constexpr DefaultValue(bool value) : kind(Kind::Boolean), number(value) {}
+  constexpr DefaultValue(std::int32_t value) : kind(Kind::Number), number(value) {}
+  constexpr DefaultValue(const char16_t* value) : kind(Kind::Text), text(value) {}
+  static constexpr DefaultValue Empty() {
+    DefaultValue result;
+    result.kind = Kind::Empty;
+    return result;
+  }
+
+  /// Of Kind::OfType: Missing for ParameterType::Any, Nothing for an object, otherwise the type's zero.
+  Kind kind = Kind::OfType;
+  std::int32_t number = 0;
+  std::u16string_view text;
+};
+
+/// One parameter as a table gives it; the rest comes from the signature. Plain data, so that a table is not
+/// code.
+struct ParameterEntry {
+  std::u16string_view name;
+  bool optional = false;
+  DefaultValue default_value;
+};
+
+/// A parameter that may be left out.
+constexpr ParameterEntry Optional(std::u16string_view name, DefaultValue default_value = {}) {
+  return {name, true, default_value};
+}
+
+/// One parameter.
 struct Parameter {
   std::u16string_view name;
   bool optional = false;
-  /// What the member gets when the argument is left out. Unless the table says otherwise: Missing for
-  /// ParameterType::Any, Nothing for an object, otherwise the type's zero.
-  Value default_value;
-
+  Value default_value;  ///< of an optional one
   ParameterType type = ParameterType::None;
   bool by_reference = false;
   /// The class of the library that an object must belong to; empty for any automation object.
   std::u16string_view object_class = u"";
 };
-
-/// A parameter that may be left out, with the type's zero as its default.
-Parameter Optional(std::u16string_view name);
-/// A parameter that may be left out, with a default of its own.
-Parameter Optional(std::u16string_view name, Value default_value);
 
 enum class MemberKind { Method, Get, Put, PutRef };
 
@@ -195,38 +220,46 @@ template <class A>
 inline constexpr bool kByReference =
     std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
 
-/// Calls `function(self, arguments…)` with the arguments converted, and stores by-reference ones back.
+/// The result of a function as a value; Empty for none.
+template <class R, class Function, class Values>
+Value CallForValue(Function& function, Values& values) {
+  if constexpr (std::is_void_v<R>) {
+    std::apply(function, values);
+    return {};
+  } else {
+    return Marshal<std::remove_cvref_t<R>>::To(std::apply(function, values));
+  }
+}
+
+/// Stores a variable that the member changed; one that it left alone keeps its own type.
+template <class A, class T>
+void StoreBack(Value& argument, const T& before, const T& after) {
+  if constexpr (kByReference<A>) {
+    if (Marshal<T>::To(after) != Marshal<T>::To(before)) argument = Marshal<T>::To(after);
+  }
+}
+
+/// Calls `function(arguments…)` with the arguments converted, and stores by-reference ones back.
 template <class R, class... A, class Function, std::size_t... I>
 Value CallConverted(Function&& function, std::span<Value> arguments, std::index_sequence<I...>) {
   std::tuple<std::remove_cvref_t<A>...> values{FromArgument<std::remove_cvref_t<A>>(arguments[I], I)...};
-  const auto before = values;
-  auto store_back = [&] {
-    // A variable that the member left alone keeps its own type.
-    auto store = [](Value& argument, const auto& old_value, const auto& value, auto by_reference) {
-      if constexpr (by_reference) {
-        using T = std::remove_cvref_t<decltype(value)>;
-        if (Marshal<T>::To(value) != Marshal<T>::To(old_value)) argument = Marshal<T>::To(value);
-      }
+  if constexpr ((kByReference<A> || ...)) {
+    const auto before = values;
+    const auto store_back = [&] {
+      (StoreBack<A>(arguments[I], std::get<I>(before), std::get<I>(values)), ...);
     };
-    (store(arguments[I], std::get<I>(before), std::get<I>(values), std::bool_constant<kByReference<A>>{}),
-     ...);
-    (void)store;
-    (void)before;
-  };
-  try {
-    if constexpr (std::is_void_v<R>) {
-      function(std::get<I>(values)...);
-      store_back();
-      return {};
-    } else {
-      Value result = Marshal<std::remove_cvref_t<R>>::To(function(std::get<I>(values)...));
+    try {
+      Value result = CallForValue<R>(function, values);
       store_back();
       return result;
+    } catch (...) {
+      // What the member did to the caller's variables before it failed is visible, as with a direct call.
+      store_back();
+      throw;
     }
-  } catch (...) {
-    // What the member did to the caller's variables before it failed is visible, as with a direct call.
-    store_back();
-    throw;
+  } else {
+    (void)arguments;  // of a member without any
+    return CallForValue<R>(function, values);
   }
 }
 
@@ -239,6 +272,13 @@ constexpr ParameterType ResultType() {
   }
 }
 
+/// A parameter as a signature gives it.
+struct SignatureParameter {
+  ParameterType type = ParameterType::None;
+  bool by_reference = false;
+  std::u16string_view (*object_class)() = nullptr;
+};
+
 template <class C, class R, class... A>
 struct Signature {
   static constexpr std::size_t kCount = sizeof...(A);
@@ -247,17 +287,11 @@ struct Signature {
     if constexpr (kResult == ParameterType::Object) return Marshal<std::remove_cvref_t<R>>::ObjectClass();
     return u"";
   }
-  static void Complete(std::vector<Parameter>& parameters) {
-    std::size_t i = 0;
-    (Complete(parameters.at(i++), std::type_identity<A>{}), ...);
-  }
-  template <class Arg>
-  static void Complete(Parameter& parameter, std::type_identity<Arg>) {
-    using T = std::remove_cvref_t<Arg>;
-    parameter.type = Marshal<T>::Type();
-    parameter.by_reference = kByReference<Arg>;
-    parameter.object_class = Marshal<T>::ObjectClass();
-  }
+  /// What the signature says of each parameter; one more entry, so that the array is never empty.
+  static constexpr SignatureParameter kParameters[sizeof...(A) + 1] = {
+      {Marshal<std::remove_cvref_t<A>>::Type(), kByReference<A>,
+       &Marshal<std::remove_cvref_t<A>>::ObjectClass}...,
+      {}};
 };
 
 template <auto F>
@@ -293,8 +327,19 @@ struct Field<M> {
   }
 };
 
-/// Checks a table's parameters against the signature's number, and completes them.
-Member CompleteMember(Member member, std::size_t signature_count, void (*complete)(std::vector<Parameter>&));
+/// All that the compiler knows of a member.
+struct MemberCode {
+  std::span<const SignatureParameter> parameters;
+  ParameterType result = ParameterType::None;
+  std::u16string_view (*result_class)() = nullptr;
+  Value (*invoke)(Object& self, std::span<Value> arguments) = nullptr;
+};
+
+template <auto F>
+inline constexpr MemberCode kCodeOf = {.parameters = {Thunk<F>::kParameters, Thunk<F>::kCount},
+                                       .result = Thunk<F>::kResult,
+                                       .result_class = &Thunk<F>::ResultClass,
+                                       .invoke = &Thunk<F>::Invoke};
 
 }  // namespace member_table_detail
 
@@ -302,49 +347,36 @@ Member CompleteMember(Member member, std::size_t signature_count, void (*complet
 ///   static const ClassDescription description =
 ///       ClassBuilder(u"CSetPath", "The user's search path").Method<&CSetPath::RegPath>(u"RegPath",
 ///       {{u"PathKey"}}, "…");
+/// Raises std::logic_error for a member whose table and signature differ in the number of parameters.
 class ClassBuilder {
  public:
+  using Parameters = std::initializer_list<ParameterEntry>;
+
   ClassBuilder(std::u16string_view name, std::string_view help) : description_(name, help) {}
 
   template <auto F>
-  ClassBuilder&& Method(std::u16string_view name, std::vector<Parameter> parameters = {},
-                        std::string_view help = "") {
-    return AddMember<F>(name, MemberKind::Method, std::move(parameters), help);
+  ClassBuilder&& Method(std::u16string_view name, Parameters parameters = {}, std::string_view help = "") {
+    return Add(name, MemberKind::Method, parameters, help, member_table_detail::kCodeOf<F>);
   }
   template <auto F>
-  ClassBuilder&& Get(std::u16string_view name, std::vector<Parameter> parameters = {},
-                     std::string_view help = "") {
-    return AddMember<F>(name, MemberKind::Get, std::move(parameters), help);
+  ClassBuilder&& Get(std::u16string_view name, Parameters parameters = {}, std::string_view help = "") {
+    return Add(name, MemberKind::Get, parameters, help, member_table_detail::kCodeOf<F>);
   }
   /// The parameter of the new value is added here.
   template <auto F>
-  ClassBuilder&& Put(std::u16string_view name, std::vector<Parameter> parameters = {},
-                     std::string_view help = "") {
-    parameters.push_back({u"value"});
-    return AddMember<F>(name, MemberKind::Put, std::move(parameters), help);
+  ClassBuilder&& Put(std::u16string_view name, Parameters parameters = {}, std::string_view help = "") {
+    return Add(name, MemberKind::Put, parameters, help, member_table_detail::kCodeOf<F>);
   }
   /// `Set object.Name = …`. The parameter of the new value is added here.
   template <auto F>
-  ClassBuilder&& PutRef(std::u16string_view name, std::vector<Parameter> parameters = {},
-                        std::string_view help = "") {
-    parameters.push_back({u"value"});
-    return AddMember<F>(name, MemberKind::PutRef, std::move(parameters), help);
+  ClassBuilder&& PutRef(std::u16string_view name, Parameters parameters = {}, std::string_view help = "") {
+    return Add(name, MemberKind::PutRef, parameters, help, member_table_detail::kCodeOf<F>);
   }
   /// A property that reads and writes a data member.
   template <auto M>
   ClassBuilder&& Property(std::u16string_view name, std::string_view help = "") {
     using F = member_table_detail::Field<M>;
-    Member get{.name = name,
-               .kind = MemberKind::Get,
-               .parameters = {},
-               .result = F::kType,
-               .help = help,
-               .invoke = &F::Get};
-    description_.Add(std::move(get));
-    Parameter value{.name = u"value", .default_value = {}, .type = F::kType};
-    Member put{.name = name, .kind = MemberKind::Put, .parameters = {value}, .help = help, .invoke = &F::Put};
-    description_.Add(std::move(put));
-    return std::move(*this);
+    return AddProperty(name, help, F::kType, &F::Get, &F::Put);
   }
   /// The member that stands for the object where a plain value is wanted.
   ClassBuilder&& Default(std::u16string_view name) {
@@ -355,21 +387,12 @@ class ClassBuilder {
   operator ClassDescription() && { return std::move(description_); }
 
  private:
-  template <auto F>
-  ClassBuilder&& AddMember(std::u16string_view name, MemberKind kind, std::vector<Parameter> parameters,
-                           std::string_view help) {
-    using T = member_table_detail::Thunk<F>;
-    description_.Add(member_table_detail::CompleteMember({.name = name,
-                                                          .kind = kind,
-                                                          .parameters = std::move(parameters),
-                                                          .result = T::kResult,
-                                                          .result_class = T::ResultClass(),
-                                                          .help = help,
-                                                          .invoke = &T::Invoke},
-                                                         T::kCount,
-                                                         [](std::vector<Parameter>& p) { T::Complete(p); }));
-    return std::move(*this);
-  }
+  using Invoke = Value (*)(Object& self, std::span<Value> arguments);
+
+  ClassBuilder&& Add(std::u16string_view name, MemberKind kind, Parameters parameters, std::string_view help,
+                     const member_table_detail::MemberCode& code);
+  ClassBuilder&& AddProperty(std::u16string_view name, std::string_view help, ParameterType type, Invoke get,
+                             Invoke put);
 
   ClassDescription description_;
 };
