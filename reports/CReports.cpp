@@ -5,6 +5,11 @@
 #include "platform/services.h"
 
 namespace qva {
+namespace {
+
+constexpr std::u16string_view kOk = u"Gerai";
+
+}  // namespace
 
 const ClassDescription& CReports::Description() {
   static const ClassDescription description =
@@ -82,20 +87,15 @@ void CReports::FillBnksAcc(excel::Range, excel::Range, excel::Range, excel::Rang
 bool CReports::ReadDate(excel::Range, excel::Range, excel::Range, excel::Range, std::int32_t) {
   throw AutomationError(kUnsupportedAction);
 }
-void CReports::Spauzd(excel::Worksheet, bool, bool, std::uint8_t) {
-  throw AutomationError(kUnsupportedAction);
+
+std::int32_t CReports::Show(std::u16string_view text, std::u16string_view title,
+                            const std::vector<Value>& captions) {
+  if (!message_) message_ = host::Message::Create(*GetServices().object_factory);
+  return message_.Show(text, title, captions);
 }
-void CReports::Locking(excel::Range) {
-  throw AutomationError(kUnsupportedAction);
-}
-void CReports::ClearFormulas(excel::Range) {
-  throw AutomationError(kUnsupportedAction);
-}
-void CReports::SaveDoc(excel::Range, excel::Range, bool&, bool) {
-  throw AutomationError(kUnsupportedAction);
-}
-void CReports::ColorRanges(excel::Range, excel::Range, excel::Range, bool) {
-  throw AutomationError(kUnsupportedAction);
+
+void CReports::Tell(std::u16string_view text, std::u16string_view title) {
+  Show(text, title, {kOk});
 }
 
 }  // namespace qva

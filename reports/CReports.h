@@ -3,16 +3,18 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/excel.h"
+#include "platform/host.h"
 #include "platform/member_table.h"
 #include "reports/enDateType.h"
 
 namespace qva {
 
-/// Takes over the active workbook and fills the company's attributes into the cells that the macros pass.
-/// Reading the date, printing, locking, clearing formulas, saving and colouring are not built yet: these
-/// members raise 445 (Object doesn't support this action).
+/// Takes over the active workbook, fills the company's attributes into the cells that the macros pass, and
+/// finishes the report: prints, locks, freezes, saves and colours it. Reading the date is not built yet: it
+/// raises 445 (Object doesn't support this action).
 class CReports : public Described<CReports> {
  public:
   static const ClassDescription& Description();
@@ -42,14 +44,54 @@ class CReports : public Described<CReports> {
   void FillBnksAcc(excel::Range rBankas, excel::Range rBKodas, excel::Range rBSaskaita, excel::Range rSlaveId,
                    excel::Range rSlaveCode);
 
+  /// Prints a sheet (`Out`) or previews it, by the workbook's name "Print", which becomes the sheet's print
+  /// area. A sheet without print area is not printed, the user is told so. With AskBeforePage the user may
+  /// choose to get the pages 1 to `Count` one by one, each announced from the second on; page 1 always comes.
+  /// Names that take part are hidden afterwards, the sheet is as visible as before. An error ends it there
+  /// and is shown; what was done by then stays.
   void Spauzd(excel::Worksheet sh, bool Out, bool AskBeforePage, std::uint8_t Count);
+
+  /// Locks or unlocks the cells of a zone on the active sheet, each call of the instance the other way than
+  /// the one before, whatever the zone is; the first one locks. The active cell stays, the selection becomes
+  /// the zone. Excel's errors reach the caller; such a call counts, too.
   void Locking(excel::Range rZona);
+
+  /// Puts the values of formulas in their place. A constant text that holds "=" is written anew, too. Excel's
+  /// errors reach the caller; cells done by then stay so.
   void ClearFormulas(excel::Range ScanArrea);
+
+  /// Saves the workbook in the archive as the report of a year and quarter or, where `rYear` holds the full
+  /// date, of its year and month; the report's name is that of the workbook's macro project. An earlier
+  /// report is replaced when the user agrees. The outcome is shown. `Saved` becomes False when the save was
+  /// refused or failed, and True otherwise, also when the user does not agree. An error ends it there and is
+  /// shown; `Saved` is then True, or untouched when the cells could not be read.
   void SaveDoc(excel::Range rYear, excel::Range rQuater, bool& Saved, bool FullDateInOneRange);
+
+  /// Gives `rGrey`, which may be Nothing, a grey fill (`pColor`) or none. The other two ranges are accepted
+  /// and left alone on purpose. The screen stands still meanwhile. An error is shown.
   void ColorRanges(excel::Range rGrey, excel::Range rYellow, excel::Range rColorErr, bool pColor);
 
  private:
+  void PrintPages(const excel::Worksheet& sheet, std::int32_t count);
+
+  /// Shows a text with a button for each caption; the result is the pressed one's number, from 1. Raises what
+  /// the host's message object raises.
+  std::int32_t Show(std::u16string_view text, std::u16string_view title, const std::vector<Value>& captions);
+  /// Shows a text with the one button "Gerai".
+  void Tell(std::u16string_view text, std::u16string_view title = u"");
+  /// Runs an operation; an error ends it and is shown by its description.
+  template <class Operation>
+  void ShowingErrors(Operation operation) {
+    try {
+      operation();
+    } catch (const AutomationError& error) {
+      if (error.number() != 0) Tell(error.description());
+    }
+  }
+
   excel::Workbook workbook_;
+  host::Message message_;    ///< from the first message on
+  bool is_locking_ = false;  ///< what the last Locking did
 };
 
 }  // namespace qva

@@ -1,11 +1,39 @@
 #include "storage/CSaveForm.h"
 
+#include "global/Globals.h"
 #include "global/StartUp.h"
+#include "platform/date.h"
+#include "platform/services.h"
+#include "platform/text.h"
+#include "storage/CFile.h"
 
 namespace qva {
 namespace {
 
 constexpr std::int32_t kFirstErrorText = 800;  ///< host message of code n: this plus n
+
+/// What ErrorStatus tells. 6 and 7 are not used.
+enum Failure : std::uint8_t {
+  kNoName = 1,
+  kNoType = 2,
+  kNoIdentifier = 3,
+  kWrongDate = 4,  ///< no date, or a year or period out of range
+  kNoWorkbook = 5,
+  kNotSaved = 8,  ///< the folder cannot be created, or Excel could not save
+};
+
+constexpr std::u16string_view kArchiveKey = u"BookRepSave";
+constexpr std::u16string_view kReplacement = u"_";  ///< of what a file name cannot hold
+constexpr std::u16string_view kExtension = u".xls";
+constexpr std::int16_t kFirstYear = 1970;
+constexpr std::int16_t kLastPeriod = 12;
+
+/// "Name_Year" of a whole year, otherwise "Name_Year_PP", with the extension.
+std::u16string ReportFileName(const std::u16string& name, std::int16_t year, std::int16_t period) {
+  std::u16string file = name + u"_" + NumberText(year);
+  if (period > 0) file += (period < 10 ? u"_0" : u"_") + NumberText(period);
+  return file.append(kExtension);
+}
 
 }  // namespace
 
@@ -39,31 +67,135 @@ const ClassDescription& CSaveForm::Description() {
   return description;
 }
 
+void CSaveForm::Init() {
+  SetErrorStatus(0);
+  tools_ = MakeRef<CTools>();
+  tools_->Init(TheGlobals().application);
+  const std::u16string archive = CFile::PathByPathKey(kArchiveKey);
+  std::u16string_view folder = Trim(archive);
+  if (folder.ends_with(u'\\') || folder.ends_with(u'/')) folder.remove_suffix(1);
+  general_path_ = folder;
+  report_root_ = folder;
+}
+
+void CSaveForm::Save(excel::Workbook wb, std::u16string BlankName, std::u16string BlankType,
+                     std::u16string BlankID, Date BlankDate) {
+  SetErrorStatus(0);
+  file_full_path_.clear();
+  FileExist(std::move(wb), std::move(BlankName), std::move(BlankType), std::move(BlankID), BlankDate);
+  if (error_status_ == 0) SaveWorkbook();
+}
+
+void CSaveForm::SaveReport(excel::Workbook wb, std::u16string ReportName, std::int16_t intYear,
+                           std::int16_t intQuater) {
+  SetErrorStatus(0);
+  file_full_path_.clear();
+  ReportExist(std::move(wb), std::move(ReportName), intYear, intQuater);
+  if (error_status_ == 0) SaveWorkbook();
+}
+
+bool CSaveForm::FileExist(excel::Workbook wb, std::u16string BlankName, std::u16string BlankType,
+                          std::u16string BlankID, Date BlankDate) {
+  SetErrorStatus(0);
+  SetForm(std::move(wb), std::move(BlankName), std::move(BlankType), std::move(BlankID), BlankDate);
+  if (error_status_ != 0) return false;
+  file_name_ = FormFileName();
+  // No separator after GeneralPath, on purpose: "C:\Arch" and the type "PVM" give "C:\ArchPVM\". A workbook
+  // that wants a folder below ends GeneralPath in "\".
+  folder_ = general_path_ + blank_type_ + u"\\";
+  file_full_path_ = folder_ + file_name_;
+  return IsInFolder();
+}
+
+std::u16string CSaveForm::FileName(excel::Workbook wb, std::u16string BlankName, std::u16string BlankType,
+                                   std::u16string BlankID, Date BlankDate) {
+  SetErrorStatus(0);
+  SetForm(std::move(wb), std::move(BlankName), std::move(BlankType), std::move(BlankID), BlankDate);
+  if (error_status_ != 0) return {};
+  file_name_ = FormFileName();
+  return file_name_;
+}
+
+bool CSaveForm::ReportExist(excel::Workbook wb, std::u16string ReportName, std::int16_t intYear,
+                            std::int16_t intQuater) {
+  SetErrorStatus(0);
+  SetWorkbook(std::move(wb));
+  return error_status_ == 0 && ReportExistEx(std::move(ReportName), intYear, intQuater);
+}
+
+bool CSaveForm::ReportExistEx(std::u16string ReportName, std::int16_t intYear, std::int16_t intQuater) {
+  blank_name_ = Clean(std::move(ReportName), kNoName);
+  if (intYear < kFirstYear) SetErrorStatus(kWrongDate);
+  if (intQuater > kLastPeriod) SetErrorStatus(kWrongDate);
+  if (error_status_ != 0) return false;
+  file_name_ = ReportFileName(blank_name_, intYear, intQuater);
+  folder_ = report_root_ + u"\\" + NumberText(intYear) + u"\\";
+  file_full_path_ = folder_ + file_name_;
+  return IsInFolder();
+}
+
 void CSaveForm::SetErrorStatus(std::uint8_t code) {
   error_status_ = code;
   if (code != 0) error_description_ = HostText(kFirstErrorText + code);
 }
 
-void CSaveForm::Init() {
-  throw AutomationError(kUnsupportedAction);
+void CSaveForm::SetWorkbook(excel::Workbook workbook) {
+  workbook_ = std::move(workbook);
+  if (!workbook_) SetErrorStatus(kNoWorkbook);
 }
-void CSaveForm::Save(excel::Workbook, std::u16string, std::u16string, std::u16string, Date) {
-  throw AutomationError(kUnsupportedAction);
+
+std::u16string CSaveForm::Clean(std::u16string text, std::uint8_t code) {
+  if (!tools_) throw AutomationError(kObjectNotSet);
+  std::u16string cleaned = tools_->ConvertStr2Str(std::move(text), std::u16string(kReplacement));
+  if (Trim(cleaned).empty()) SetErrorStatus(code);
+  return cleaned;
 }
-void CSaveForm::SaveReport(excel::Workbook, std::u16string, std::int16_t, std::int16_t) {
-  throw AutomationError(kUnsupportedAction);
+
+void CSaveForm::SetBlankDate(Date date) {
+  if (date == Date()) {
+    SetErrorStatus(kWrongDate);
+  } else {
+    blank_date_ = FormatDate(date, u"yyyymmdd", *GetServices().locale);
+  }
 }
-bool CSaveForm::FileExist(excel::Workbook, std::u16string, std::u16string, std::u16string, Date) {
-  throw AutomationError(kUnsupportedAction);
+
+void CSaveForm::SetForm(excel::Workbook workbook, std::u16string name, std::u16string type, std::u16string id,
+                        Date date) {
+  SetWorkbook(std::move(workbook));
+  blank_name_ = Clean(std::move(name), kNoName);
+  blank_type_ = Clean(std::move(type), kNoType);
+  blank_id_ = Clean(std::move(id), kNoIdentifier);
+  SetBlankDate(date);
 }
-std::u16string CSaveForm::FileName(excel::Workbook, std::u16string, std::u16string, std::u16string, Date) {
-  throw AutomationError(kUnsupportedAction);
+
+std::u16string CSaveForm::FormFileName() const {
+  std::u16string name = blank_name_ + u"_" + blank_type_ + u"_" + blank_id_ + u"_" + blank_date_;
+  return name.append(kExtension);
 }
-bool CSaveForm::ReportExist(excel::Workbook, std::u16string, std::int16_t, std::int16_t) {
-  throw AutomationError(kUnsupportedAction);
+
+bool CSaveForm::IsInFolder() {
+  Files& files = *GetServices().files;
+  if (!files.FolderExists(folder_)) IgnoreErrors([&] { files.CreateFolder(folder_); });
+  if (files.FolderExists(folder_)) return tools_->FileExist(folder_, file_name_);
+  SetErrorStatus(kNotSaved);
+  error_description_ += u"\r\n" + folder_;
+  return false;
 }
-bool CSaveForm::ReportExistEx(std::u16string, std::int16_t, std::int16_t) {
-  throw AutomationError(kUnsupportedAction);
+
+void CSaveForm::SaveWorkbook() {
+  const bool is_saved = IgnoreErrors([&] {
+    const excel::Application application = TheGlobals().application;
+    application.SetDisplayAlerts(false);
+    workbook_.SaveAs(folder_ + file_name_);
+    // Not set back after a failure, on purpose: the workbook that handles it goes on unasked.
+    application.SetDisplayAlerts(true);
+  });
+  if (is_saved) {
+    file_full_path_ = folder_ + file_name_;
+  } else {
+    // The code alone: the description keeps what it held.
+    error_status_ = kNotSaved;
+  }
 }
 
 }  // namespace qva

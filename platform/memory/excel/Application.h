@@ -39,6 +39,8 @@ class Application : public ModelObject<Application, ApplicationData> {
   void RemoveFileSearch() { data()->file_search.reset(); }
   /// Quit was called. The workbooks stay open, so that a test can look at them.
   bool HasQuit() const { return data()->has_quit; }
+  /// Everything that was printed or previewed, in order.
+  const std::vector<PrintJob>& PrintJobs() const { return data()->print_jobs; }
   /// The macro that OnKey bound to a key, empty for a key that does nothing; nothing where Excel's own
   /// meaning holds. The key as it was written ("^{s}" and "^{S}" are two).
   std::optional<std::u16string> KeyBinding(std::u16string_view key) const;

@@ -45,6 +45,18 @@ struct FileSearchData {
   std::u16string file_name;      ///< "*" and "?" stand for any characters
 };
 
+/// A sheet as it was printed or previewed.
+struct PrintJob {
+  std::u16string sheet;
+  std::u16string print_area;  ///< as PageSetup.PrintArea gives it
+  bool is_preview = false;
+  std::int32_t from = 0;  ///< first and last page; 0 where all are printed
+  std::int32_t to = 0;
+  std::int32_t copies = 1;
+
+  friend bool operator==(const PrintJob&, const PrintJob&) = default;
+};
+
 struct ApplicationData {
   Object* automation = nullptr;  ///< the Application that is alive, not owned
 
@@ -80,6 +92,7 @@ struct ApplicationData {
 
   /// Keys that OnKey changed, as written: the macro that a key runs, empty when it does nothing.
   std::map<std::u16string, std::u16string> key_bindings;
+  std::vector<PrintJob> print_jobs;  ///< what was printed or previewed, in order
   bool has_quit = false;
   int workbooks_made = 0;
 

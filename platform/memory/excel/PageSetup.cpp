@@ -21,13 +21,7 @@ const ClassDescription& PageSetup::Description() {
 }
 
 std::u16string PageSetup::PrintArea() {
-  const auto workbook = OpenWorkbook(sheet_->workbook);
-  for (const auto& name : sheet_->names) {
-    if (!EqualIgnoringCase(name->name, kPrintAreaName)) continue;
-    const auto cells = FindReference(name->refers_to, *workbook, sheet_);
-    return cells ? AreaText(cells->area) : std::u16string();
-  }
-  return {};
+  return PrintAreaOf(sheet_);
 }
 
 void PageSetup::SetPrintArea(const std::u16string& address) {
@@ -42,6 +36,16 @@ void PageSetup::SetPrintArea(const std::u16string& address) {
     throw Refusal(u"Unable to set the PrintArea property of the PageSetup class");
   }
   DefineName(workbook, sheet_, kPrintAreaName, ReferenceFormula(*cells));
+}
+
+std::u16string PrintAreaOf(const std::shared_ptr<SheetData>& sheet) {
+  const auto workbook = OpenWorkbook(sheet->workbook);
+  for (const auto& name : sheet->names) {
+    if (!EqualIgnoringCase(name->name, kPrintAreaName)) continue;
+    const auto cells = FindReference(name->refers_to, *workbook, sheet);
+    return cells ? AreaText(cells->area) : std::u16string();
+  }
+  return {};
 }
 
 bool PageSetup::PrintGridlines() {

@@ -8,6 +8,10 @@
 
 namespace qva::memory {
 
+/// The address of the cells that the sheet's own name "Print_Area" refers to; empty when there is no such
+/// name or it refers to none.
+std::u16string PrintAreaOf(const std::shared_ptr<SheetData>& sheet);
+
 /// Worksheet.PageSetup. Made anew when it is asked for.
 class PageSetup : public Described<PageSetup> {
  public:
@@ -15,9 +19,8 @@ class PageSetup : public Described<PageSetup> {
   static const ClassDescription& Description();
 
  private:
-  /// The address of the cells that the sheet's own name "Print_Area" refers to; empty when there is no such
-  /// name. Setting it defines the name, the empty text deletes it; a text that means no cells of the sheet
-  /// raises 1004.
+  /// As PrintAreaOf. Setting it defines the name, the empty text deletes it; a text that means no cells of
+  /// the sheet raises 1004.
   std::u16string PrintArea();
   void SetPrintArea(const std::u16string& address);
   bool PrintGridlines();

@@ -6,6 +6,7 @@
 
 #include "platform/ado.h"
 #include "platform/memory/excel/Application.h"
+#include "platform/memory/excel/Areas.h"
 #include "platform/memory/excel/Calculation.h"
 #include "platform/memory/excel/CellInput.h"
 #include "platform/memory/excel/Name.h"
@@ -90,6 +91,8 @@ const ClassDescription& Range::Description() {
           .Put<&Range::SetValue>(u"Value")
           .Get<&Range::Formula>(u"Formula")
           .Put<&Range::SetValue>(u"Formula")
+          .Get<&Range::Formula>(u"FormulaLocal")
+          .Put<&Range::SetValue>(u"FormulaLocal")
           .Get<&Range::Text>(u"Text")
           .Get<&Range::Address>(u"Address",
                                 {Optional(u"RowAbsolute", true), Optional(u"ColumnAbsolute", true)})
@@ -98,6 +101,7 @@ const ClassDescription& Range::Description() {
           .Get<&Range::Rows>(u"Rows", {Optional(u"Index")})
           .Get<&Range::Columns>(u"Columns", {Optional(u"Index")})
           .Get<&Range::Count>(u"Count")
+          .Get<&Range::Areas>(u"Areas")
           .Get<&Range::Cells>(u"Cells", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Get<&Range::Item>(u"Item", {{u"RowIndex"}, Optional(u"ColumnIndex")})
           .Get<&Range::Offset>(u"Offset", {Optional(u"RowOffset"), Optional(u"ColumnOffset")})
@@ -230,6 +234,11 @@ std::int32_t Range::Column() {
 std::int32_t Range::Count() {
   Open();
   return unit_ == Unit::Rows ? area().rows : unit_ == Unit::Columns ? area().columns : area().count();
+}
+
+ObjectPtr Range::Areas() {
+  Open();
+  return MakeRef<memory::Areas>(Ref<Range>(this));
 }
 
 ObjectPtr Range::Item(const qva::Value& row, const qva::Value& column) {

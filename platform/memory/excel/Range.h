@@ -54,7 +54,8 @@ class Range : public Described<Range> {
   /// One value for all cells, or an array: rows by columns, or one row for all rows. What lies outside of the
   /// array gets #N/A, unless the array has one row or column only, which is repeated.
   void SetValue(const qva::Value& value);
-  /// Formulas as they were entered, constants as text in the notation of the United States.
+  /// Formulas as they were entered, constants as text in the notation of the United States. FormulaLocal is
+  /// the same: this Excel's own language is that of the United States.
   qva::Value Formula();
   /// What the cell shows, in the general format; of several cells Null unless all show the same.
   qva::Value Text();
@@ -65,6 +66,7 @@ class Range : public Described<Range> {
   std::int32_t Row();
   std::int32_t Column();
   std::int32_t Count();
+  ObjectPtr Areas();
   ObjectPtr Cells(const qva::Value& row, const qva::Value& column);
   /// Raises 1004 when the result is not wholly on the sheet.
   ObjectPtr Offset(std::int32_t rows, std::int32_t columns);

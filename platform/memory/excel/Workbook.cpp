@@ -3,6 +3,7 @@
 #include "platform/memory/excel/Application.h"
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/Sheets.h"
+#include "platform/memory/excel/VBProject.h"
 #include "platform/memory/excel/Windows.h"
 #include "platform/memory/excel/Worksheet.h"
 #include "platform/text.h"
@@ -31,6 +32,7 @@ const ClassDescription& Workbook::Description() {
           .Get<&Workbook::Names>(u"Names")
           .Get<&Workbook::ActiveSheet>(u"ActiveSheet")
           .Get<&Workbook::Windows>(u"Windows")
+          .Get<&Workbook::VBProject>(u"VBProject")
           .Method<&Workbook::Activate>(u"Activate")
           .Method<&Workbook::Save>(u"Save")
           .Method<&Workbook::SaveAs>(u"SaveAs", {{u"Filename"}, Optional(u"FileFormat")})
@@ -86,6 +88,11 @@ ObjectPtr Workbook::ActiveSheet() {
 ObjectPtr Workbook::Windows() {
   Open();
   return MakeRef<memory::Windows>(application(), data());
+}
+
+ObjectPtr Workbook::VBProject() {
+  Open();
+  return MakeRef<memory::VBProject>(data());
 }
 
 void Workbook::Activate() {

@@ -24,6 +24,7 @@ class Workbook : public ModelObject<Workbook, WorkbookData> {
   ObjectPtr Names();
   ObjectPtr ActiveSheet();
   ObjectPtr Windows();
+  ObjectPtr VBProject();
   void Activate();
   /// Writes the file of the workbook's name; one that was never saved goes to the default folder.
   void Save();

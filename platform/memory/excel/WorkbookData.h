@@ -56,6 +56,7 @@ struct WorkbookData {
   std::u16string name;  ///< "Book1", or the file name with its extension
   std::u16string path;  ///< the folder without a separator at its end; empty before the first save
   bool saved = true;
+  std::u16string project_name = u"VBAProject";  ///< of its macros
   std::vector<std::shared_ptr<SheetData>> sheets;  ///< at least one
   std::shared_ptr<SheetData> active_sheet;         ///< one of them
   std::vector<std::shared_ptr<NameData>> names;    ///< those of the workbook's scope, sorted

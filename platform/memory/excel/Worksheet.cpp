@@ -40,6 +40,9 @@ const ClassDescription& Worksheet::Description() {
               u"Protect", {Optional(u"Password"), Optional(u"DrawingObjects"), Optional(u"Contents", true),
                            Optional(u"Scenarios"), Optional(u"UserInterfaceOnly")})
           .Method<&Worksheet::Unprotect>(u"Unprotect", {Optional(u"Password")})
+          .Method<&Worksheet::PrintOut>(
+              u"PrintOut", {Optional(u"From"), Optional(u"To"), Optional(u"Copies", std::int32_t{1})})
+          .Method<&Worksheet::PrintPreview>(u"PrintPreview")
           .Get<&Worksheet::ProtectContents>(u"ProtectContents")
           .Get<&Worksheet::DisplayPageBreaks>(u"DisplayPageBreaks")
           .Put<&Worksheet::SetDisplayPageBreaks>(u"DisplayPageBreaks");
@@ -150,6 +153,23 @@ void Worksheet::Unprotect(const Value& password) {
         u"the correct capitalization.");
   }
   protection = {};
+}
+
+void Worksheet::PrintOut(const Value& from, const Value& to, std::int32_t copies) {
+  PrintJob job{.sheet = Open().name, .print_area = PrintAreaOf(data()), .copies = copies};
+  if (!from.Is(Value::Type::Missing)) job.from = from.ToInt32();
+  if (!to.Is(Value::Type::Missing)) job.to = to.ToInt32();
+  const bool has_pages = from.Is(Value::Type::Missing) || job.from >= 1;
+  if (data()->visible != xlSheetVisible || !has_pages || (job.to != 0 && job.to < job.from) || copies < 1) {
+    throw Refusal(u"PrintOut method of Worksheet class failed");
+  }
+  application()->print_jobs.push_back(std::move(job));
+}
+
+void Worksheet::PrintPreview() {
+  if (Open().visible != xlSheetVisible) throw Refusal(u"PrintPreview method of Worksheet class failed");
+  application()->print_jobs.push_back(
+      {.sheet = data()->name, .print_area = PrintAreaOf(data()), .is_preview = true});
 }
 
 bool Worksheet::ProtectContents() {

@@ -44,6 +44,10 @@ class Worksheet : public ModelObject<Worksheet, SheetData> {
   void Unprotect(const Value& password);
   bool ProtectContents();
 
+  /// Both raise 1004 for a hidden sheet, PrintOut also for pages that cannot be.
+  void PrintOut(const Value& from, const Value& to, std::int32_t copies);
+  void PrintPreview();
+
   /// Whether the window shows where pages break.
   bool DisplayPageBreaks();
   void SetDisplayPageBreaks(bool on);

@@ -1,0 +1,45 @@
+// CReports: the protection flag and the fill of zones.
+#include "global/Globals.h"
+#include "reports/CReports.h"
+
+namespace qva {
+namespace {
+
+constexpr std::int32_t kGrey = 15;  ///< of Excel's palette
+
+/// Takes a step while the screen stands still, and lets it go on as told, also after an error.
+template <class Step>
+void WithScreenFrozen(const excel::Application& application, bool updating_afterwards, Step step) {
+  try {
+    application.SetScreenUpdating(false);
+    step();
+  } catch (const AutomationError&) {
+    IgnoreErrors([&] { application.SetScreenUpdating(updating_afterwards); });
+    throw;
+  }
+  application.SetScreenUpdating(updating_afterwards);
+}
+
+}  // namespace
+
+void CReports::Locking(excel::Range rZona) {
+  is_locking_ = !is_locking_;
+  const excel::Application application = TheGlobals().application;
+  const excel::Range active_cell = application.ActiveCell();
+  WithScreenFrozen(application, true, [&] {
+    rZona.Select();
+    application.Selection().SetLocked(is_locking_);
+    active_cell.Activate();
+  });
+}
+
+void CReports::ColorRanges(excel::Range rGrey, excel::Range, excel::Range, bool pColor) {
+  ShowingErrors([&] {
+    const excel::Application application = TheGlobals().application;
+    WithScreenFrozen(application, application.ScreenUpdating(), [&] {
+      if (rGrey) rGrey.Interior().SetColorIndex(pColor ? kGrey : xlColorIndexNone);
+    });
+  });
+}
+
+}  // namespace qva
