@@ -73,6 +73,8 @@ class Range : public Facade {
   Range Offset(std::int32_t rows, std::int32_t columns) const {
     return Range(GetObject(u"Offset", {rows, columns}));
   }
+  /// The range from the same top left cell with another number of rows.
+  Range Resize(std::int32_t rows) const { return Range(GetObject(u"Resize", {rows})); }
   /// The range from the same top left cell in another size.
   Range Resize(std::int32_t rows, std::int32_t columns) const {
     return Range(GetObject(u"Resize", {rows, columns}));
@@ -144,6 +146,11 @@ class Window : public Settings {
  public:
   using Settings::Settings;
   void SetCaption(std::u16string_view caption) const { Put(u"Caption", caption); }
+  /// The row on top of the window.
+  std::int32_t ScrollRow() const { return Get(u"ScrollRow").ToInt32(); }
+  void SetScrollRow(std::int32_t row) const { Put(u"ScrollRow", row); }
+  /// Whether the rows and columns before the active cell stay where they are when the others scroll.
+  void SetFreezePanes(bool frozen) const { Put(u"FreezePanes", frozen); }
 };
 
 /// A workbook's project of macros.
@@ -192,6 +199,14 @@ class PageSetup : public Settings {
   void SetPrintArea(std::u16string_view address) const { Put(u"PrintArea", address); }
 };
 
+/// A picture or another shape that lies on a sheet.
+class Shape : public Facade {
+ public:
+  using Facade::Facade;
+  /// Puts it on the clipboard.
+  void Copy() const { Call(u"Copy"); }
+};
+
 /// A sheet of cells.
 class Worksheet : public Settings {
  public:
@@ -212,6 +227,8 @@ class Worksheet : public Settings {
   }
   /// The sheet's own names.
   excel::Names Names() const { return excel::Names(GetObject(u"Names")); }
+  /// By name in any letter case. Raises when there is none.
+  Shape Shapes(std::u16string_view name) const { return Shape(GetObject(u"Shapes", {name})); }
   /// One of XlSheetVisibility.
   std::int32_t Visible() const { return Get(u"Visible").ToInt32(); }
   void SetVisible(std::int32_t visibility) const { Put(u"Visible", visibility); }
@@ -253,21 +270,46 @@ class FileSearch : public Facade {
   std::int32_t Execute() const { return Call(u"Execute").ToInt32(); }
 };
 
-/// A button or box of a command bar.
-class CommandBarControl : public Facade {
+/// A button or box of a command bar. Captions, faces and the like are plain properties, which are set as
+/// settings; a box has no face, style and state, and raises 438 for them.
+class CommandBarControl : public Settings {
  public:
-  using Facade::Facade;
+  using Settings::Settings;
   /// A text that macros may keep with a control; empty for Excel's own controls.
   std::u16string Parameter() const { return Get(u"Parameter").ToText(); }
+  /// The position on its bar, from 1.
+  std::int32_t Index() const { return Get(u"Index").ToInt32(); }
+  bool Visible() const { return Get(u"Visible").ToBoolean(); }
+  bool Enabled() const { return Get(u"Enabled").ToBoolean(); }
+  /// The macro that it runs.
+  std::u16string OnAction() const { return Get(u"OnAction").ToText(); }
+  /// One of MsoButtonState.
+  std::int32_t State() const { return Get(u"State").ToInt32(); }
+  void SetState(std::int32_t state) const { Put(u"State", state); }
+  /// Takes the picture on the clipboard as the button's face. Raises when there is none.
+  void PasteFace() const { Call(u"PasteFace"); }
+  /// Excel refuses when the bar may not be customised.
+  void Delete() const { Call(u"Delete"); }
 };
 
-/// The controls of a command bar.
+/// The controls of a command bar. Excel refuses to add one to a bar that may not be customised.
 class CommandBarControls : public Facade {
  public:
   using Facade::Facade;
+  std::int32_t Count() const { return Get(u"Count").ToInt32(); }
   /// By position from 1.
   CommandBarControl Item(std::int32_t position) const {
     return CommandBarControl(GetObject(u"Item", {position}));
+  }
+  /// A control that lives until Excel ends, in front of the one at position `before`. `type` is an
+  /// MsoControlType, `id` one of Excel's built-in controls or 1 for an empty one of that type.
+  CommandBarControl Add(std::int32_t type, std::int32_t id, std::u16string_view parameter,
+                        std::int32_t before) const {
+    return CommandBarControl(GetObject(u"Add", {type, id, parameter, before, true}));
+  }
+  /// An empty control at the end, which lives until Excel ends.
+  CommandBarControl Add(std::int32_t type) const {
+    return CommandBarControl(GetObject(u"Add", Arguments{type}.Named(u"Temporary", true)));
   }
 };
 
@@ -277,13 +319,30 @@ class CommandBar : public Facade {
   using Facade::Facade;
   /// Excel's own bars have English names in every language.
   std::u16string Name() const { return Get(u"Name").ToText(); }
+  void SetName(std::u16string_view name) const { Put(u"Name", name); }
+  /// The position among all bars, from 1.
+  std::int32_t Index() const { return Get(u"Index").ToInt32(); }
   /// False for every bar that is disabled.
   bool Visible() const { return Get(u"Visible").ToBoolean(); }
   /// Excel refuses to show a bar that is disabled.
   void SetVisible(bool visible) const { Put(u"Visible", visible); }
   bool Enabled() const { return Get(u"Enabled").ToBoolean(); }
   void SetEnabled(bool enabled) const { Put(u"Enabled", enabled); }
+  /// One of MsoBarPosition.
+  void SetPosition(std::int32_t position) const { Put(u"Position", position); }
+  /// MsoBarProtection values added up.
+  void SetProtection(std::int32_t protection) const { Put(u"Protection", protection); }
   CommandBarControls Controls() const { return CommandBarControls(GetObject(u"Controls")); }
+  /// One control: by position from 1, or by caption in any letter case and without regard to "&".
+  CommandBarControl Controls(qva::Value index) const {
+    return CommandBarControl(GetObject(u"Controls", {std::move(index)}));
+  }
+  /// The first control whose `property` ("Tag" or "Id") has a value; Nothing when there is none.
+  CommandBarControl FindControl(std::u16string_view property, qva::Value value) const {
+    return CommandBarControl(GetObject(u"FindControl", Arguments().Named(property, std::move(value))));
+  }
+  /// Excel refuses to delete its own bars.
+  void Delete() const { Call(u"Delete"); }
 };
 
 /// All toolbars and menu bars of Excel, Excel's own and those of macros.
@@ -295,6 +354,12 @@ class CommandBars : public Facade {
   CommandBar Item(std::int32_t position) const { return CommandBar(GetObject(u"Item", {position})); }
   /// By name in any letter case. Raises when there is none.
   CommandBar Item(std::u16string_view name) const { return CommandBar(GetObject(u"Item", {name})); }
+  /// An empty bar that lives until Excel ends. A menu bar takes the place of Excel's own while it is shown.
+  /// Raises when there is a bar of the name.
+  CommandBar Add(std::u16string_view name, bool is_menu_bar) const {
+    return CommandBar(GetObject(
+        u"Add", Arguments().Named(u"Name", name).Named(u"MenuBar", is_menu_bar).Named(u"Temporary", true)));
+  }
 };
 
 /// Excel itself.
@@ -306,6 +371,8 @@ class Application : public Settings {
   excel::Sheets Sheets() const { return excel::Sheets(GetObject(u"Sheets")); }
   /// Raises 438 or 445 in an Excel that has none.
   excel::FileSearch FileSearch() const { return excel::FileSearch(GetObject(u"FileSearch")); }
+  /// The one whose macros run.
+  Workbook ThisWorkbook() const { return Workbook(GetObject(u"ThisWorkbook")); }
   Workbook ActiveWorkbook() const { return Workbook(GetObject(u"ActiveWorkbook")); }
   /// Empty when no window is open.
   Window ActiveWindow() const { return Window(GetObject(u"ActiveWindow")); }
@@ -320,6 +387,10 @@ class Application : public Settings {
     return excel::Range(GetObject(u"Range", {address}));
   }
   excel::CommandBars CommandBars() const { return excel::CommandBars(GetObject(u"CommandBars")); }
+  /// One bar by its name in any letter case. Raises when there is none.
+  CommandBar CommandBars(std::u16string_view name) const {
+    return CommandBar(GetObject(u"CommandBars", {name}));
+  }
   /// Lets a key run a macro, or do nothing when `procedure` is empty.
   void OnKey(std::u16string_view key, std::u16string_view procedure) const {
     Call(u"OnKey", {key, procedure});
@@ -338,6 +409,12 @@ class Application : public Settings {
   void SetCursor(std::int32_t pointer) const { Put(u"Cursor", pointer); }
   /// Hands the status bar back to Excel.
   void ResetStatusBar() const { Put(u"StatusBar", false); }
+  /// One of XlCommentDisplayMode.
+  void SetDisplayCommentIndicator(std::int32_t mode) const { Put(u"DisplayCommentIndicator", mode); }
+  /// Whether what happens in Excel runs the macros that are bound to it.
+  void SetEnableEvents(bool on) const { Put(u"EnableEvents", on); }
+  /// Shows a topic of a help file.
+  void Help(std::u16string_view file, std::int32_t context) const { Call(u"Help", {file, context}); }
   void Quit() const { Call(u"Quit"); }
 };
 

@@ -37,6 +37,46 @@ enum XlSheetVisibility : std::int32_t { xlSheetVisible = -1, xlSheetHidden = 0, 
 /// Font.ColorIndex and Interior.ColorIndex beside the palette's 1 to 56
 enum XlColorIndex : std::int32_t { xlColorIndexAutomatic = -4105, xlColorIndexNone = -4142 };
 
+/// CommandBars.Add and CommandBar.Position
+enum MsoBarPosition : std::int32_t {
+  msoBarLeft = 0,
+  msoBarTop = 1,
+  msoBarRight = 2,
+  msoBarBottom = 3,
+  msoBarFloating = 4,
+  msoBarPopup = 5,
+  msoBarMenuBar = 6
+};
+
+/// CommandBar.Protection: what the user, and macros with him, may not change; added up
+enum MsoBarProtection : std::int32_t {
+  msoBarNoProtection = 0,
+  msoBarNoCustomize = 1,
+  msoBarNoResize = 2,
+  msoBarNoMove = 4,
+  msoBarNoChangeVisible = 8
+};
+
+/// CommandBarControls.Add
+enum MsoControlType : std::int32_t {
+  msoControlButton = 1,
+  msoControlEdit = 2,
+  msoControlDropdown = 3,
+  msoControlComboBox = 4,
+  msoControlPopup = 10
+};
+
+/// CommandBarButton.Style
+enum MsoButtonStyle : std::int32_t {
+  msoButtonAutomatic = 0,
+  msoButtonIcon = 1,
+  msoButtonCaption = 2,
+  msoButtonIconAndCaption = 3
+};
+
+/// CommandBarButton.State
+enum MsoButtonState : std::int32_t { msoButtonUp = 0, msoButtonDown = -1, msoButtonMixed = 2 };
+
 /// The numbers of error values in cells (CVErr)
 enum XlCVError : std::int32_t {
   xlErrNull = 2000,

@@ -1,9 +1,11 @@
 #include "platform/posix/ProcessEnvironment.h"
 
+#include <dlfcn.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <string>
 
 #include "platform/code_page.h"
@@ -34,6 +36,12 @@ std::uint32_t ProcessEnvironment::GetVariable(std::u16string_view name, std::spa
   if (buffer.size() < needed) return static_cast<std::uint32_t>(needed);
   std::copy_n(bytes.c_str(), needed, buffer.begin());
   return static_cast<std::uint32_t>(bytes.size());
+}
+
+std::u16string ProcessEnvironment::LibraryFolder() const {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&FindVariable), &info) == 0 || !info.dli_fname) return {};
+  return std::filesystem::path(info.dli_fname).parent_path().u16string();
 }
 
 }  // namespace qva

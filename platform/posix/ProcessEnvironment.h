@@ -1,4 +1,4 @@
-// The process's environment variables on Linux, whose text is UTF-8.
+// The process on Linux, whose text is UTF-8.
 #pragma once
 
 #include "platform/environment.h"
@@ -10,6 +10,8 @@ namespace qva {
 class ProcessEnvironment : public Environment {
  public:
   std::uint32_t GetVariable(std::u16string_view name, std::span<char> buffer) const override;
+  /// Of the file that this code was loaded from.
+  std::u16string LibraryFolder() const override;
 };
 
 }  // namespace qva

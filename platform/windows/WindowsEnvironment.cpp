@@ -1,6 +1,7 @@
 #include "platform/windows/WindowsEnvironment.h"
 
 #include "platform/windows/AnsiText.h"
+#include "platform/windows/OwnFile.h"
 #include "platform/windows/WindowsApi.h"
 
 namespace qva::windows {
@@ -11,6 +12,10 @@ std::uint32_t WindowsEnvironment::GetVariable(std::u16string_view name, std::spa
   } catch (const std::bad_alloc&) {
     return 0;
   }
+}
+
+std::u16string WindowsEnvironment::LibraryFolder() const {
+  return OwnFolder();
 }
 
 }  // namespace qva::windows
