@@ -61,6 +61,8 @@ const ClassDescription& Application::Description() {
         .Get<&Application::ThisWorkbook>(u"ThisWorkbook")
         .Get<&Application::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")});
     builder.Method<&Application::OnKey>(u"OnKey", {{u"Key"}, Optional(u"Procedure")})
+        .Method<&Application::SendKeys>(u"SendKeys", {{u"Keys"}, Optional(u"Wait")})
+        .Method<&Application::Help>(u"Help", {Optional(u"HelpFile"), Optional(u"HelpContextID")})
         .Method<&Application::Quit>(u"Quit");
     return ClassDescription(std::move(builder).Default(u"Name"));
   }();
@@ -102,6 +104,28 @@ std::optional<std::u16string> Application::KeyBinding(std::u16string_view key) c
   const auto found = data()->key_bindings.find(std::u16string(key));
   if (found == data()->key_bindings.end()) return std::nullopt;
   return found->second;
+}
+
+bool Application::Press(std::u16string_view key) {
+  const auto macro = KeyBinding(key);
+  if (!macro || macro->empty()) return false;
+  data()->RunMacro(*macro);
+  return true;
+}
+
+void Application::DefineMacro(std::u16string_view name, std::function<void()> macro) {
+  data()->macros[ToLower(name)] = std::move(macro);
+}
+
+void Application::Restart() {
+  const auto is_temporary = [](const auto& part) { return part->temporary; };
+  const auto drop = [&](auto& parts) {
+    for (const auto& part : parts) part->is_deleted = part->is_deleted || part->temporary;
+    std::erase_if(parts, is_temporary);
+  };
+  drop(data()->command_bars);
+  for (const auto& bar : data()->command_bars) drop(bar->controls);
+  data()->key_bindings.clear();
 }
 
 Value Application::Caption() {
@@ -201,6 +225,14 @@ void Application::OnKey(const std::u16string& key, const Value& procedure) {
   } else {
     data()->key_bindings[key] = procedure.ToText();
   }
+}
+
+void Application::SendKeys(const std::u16string& keys, const Value&) {
+  Press(keys);
+}
+
+void Application::Help(const std::u16string& file, std::int32_t context) {
+  data()->help_shown.push_back({file, context});
 }
 
 void Application::Quit() {

@@ -37,6 +37,19 @@ class Application : public ModelObject<Application, ApplicationData> {
   void SetThisWorkbook(const ObjectPtr& workbook);
   /// Makes it an Excel without FileSearch, as those after 2003 are: asking for it raises 445.
   void RemoveFileSearch() { data()->file_search.reset(); }
+  /// Does what pressing a key does that is written as for OnKey: runs the macro that is bound to it. True
+  /// when the key was bound to one; false when it does nothing or has Excel's own meaning.
+  bool Press(std::u16string_view key);
+  /// Says what a macro does, named as in OnAction ("Book1!cmdHelp"), in any letter case.
+  void DefineMacro(std::u16string_view name, std::function<void()> macro);
+  /// The macros that keys and controls ran, in order.
+  const std::vector<std::u16string>& MacrosRun() const { return data()->macros_run; }
+  /// What Help showed, in order.
+  const std::vector<HelpShown>& HelpThatWasShown() const { return data()->help_shown; }
+  /// The name of the shape whose picture is on the clipboard; empty when there is none.
+  const std::u16string& ClipboardPicture() const { return data()->clipboard_picture; }
+  /// What is left of bars, controls and keys when the user closes Excel and starts it again.
+  void Restart();
   /// Quit was called. The workbooks stay open, so that a test can look at them.
   bool HasQuit() const { return data()->has_quit; }
   /// Everything that was printed or previewed, in order.
@@ -71,6 +84,9 @@ class Application : public ModelObject<Application, ApplicationData> {
   ObjectPtr ThisWorkbook();
   ObjectPtr Range(const Value& cell1, const Value& cell2);
   void OnKey(const std::u16string& key, const Value& procedure);
+  /// Presses one key at once.
+  void SendKeys(const std::u16string& keys, const Value& wait);
+  void Help(const std::u16string& file, std::int32_t context);
   void Quit();
 };
 

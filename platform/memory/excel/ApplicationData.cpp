@@ -2,26 +2,11 @@
 
 #include <algorithm>
 
-#include "platform/memory/excel/Refusals.h"
 #include "platform/text.h"
 
 namespace qva::memory {
 
-ApplicationData::ApplicationData() {
-  // Excel's built-in bars, as far as anything asks for them, each with its first control.
-  struct BuiltIn {
-    const char16_t* name;
-    const char16_t* first_control;
-  };
-  for (const BuiltIn& built_in : {BuiltIn{u"Worksheet Menu Bar", u"&File"}, BuiltIn{u"Standard", u"&New"},
-                                  BuiltIn{u"Formatting", u"&Font:"}}) {
-    const auto bar = std::make_shared<CommandBarData>();
-    bar->name = built_in.name;
-    bar->built_in = true;
-    bar->visible = true;
-    AddControl(bar, built_in.first_control);
-    command_bars.push_back(bar);
-  }
+ApplicationData::ApplicationData() : command_bars(BuiltInBars()) {
 }
 
 std::shared_ptr<WorkbookData> ApplicationData::FindWorkbook(std::u16string_view name) const {
@@ -30,22 +15,12 @@ std::shared_ptr<WorkbookData> ApplicationData::FindWorkbook(std::u16string_view 
   return found == workbooks.end() ? nullptr : *found;
 }
 
-std::shared_ptr<CommandBarControlData> AddControl(const std::shared_ptr<CommandBarData>& bar,
-                                                  std::u16string caption) {
-  const auto control = std::make_shared<CommandBarControlData>();
-  control->bar = bar;
-  control->caption = std::move(caption);
-  bar->controls.push_back(control);
-  return control;
-}
-
-void RequireAlive(const CommandBarData& bar) {
-  if (bar.is_deleted) throw GoneRefusal();
-}
-
-void RequireAlive(const CommandBarControlData& control) {
-  const auto bar = control.bar.lock();
-  if (!bar || bar->is_deleted) throw GoneRefusal();
+void ApplicationData::RunMacro(const std::u16string& name) {
+  macros_run.push_back(name);
+  const auto found = macros.find(ToLower(name));
+  if (found == macros.end()) return;
+  const std::function<void()> macro = found->second;  // it may define itself anew
+  macro();
 }
 
 void AddWorkbook(const std::shared_ptr<ApplicationData>& application,

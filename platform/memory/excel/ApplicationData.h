@@ -1,6 +1,7 @@
 // What Excel is, below the automation objects (ownership: SheetData.h).
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -8,35 +9,19 @@
 #include <vector>
 
 #include "platform/excel_constants.h"
+#include "platform/memory/excel/CommandBarData.h"
 #include "platform/memory/excel/WorkbookData.h"
 #include "platform/value.h"
 
 namespace qva::memory {
 
-struct CommandBarData;
+/// What the user sees when he asked for help.
+struct HelpShown {
+  std::u16string file;
+  std::int32_t context = 0;
 
-/// A button or box of a command bar.
-struct CommandBarControlData {
-  Object* automation = nullptr;  ///< the CommandBarControl that is alive, not owned
-  std::weak_ptr<CommandBarData> bar;
-  std::u16string caption;
-  std::u16string parameter;  ///< a text that macros may keep with the control
+  friend bool operator==(const HelpShown&, const HelpShown&) = default;
 };
-
-/// A toolbar or menu bar.
-struct CommandBarData {
-  Object* automation = nullptr;  ///< the CommandBar that is alive, not owned
-  std::u16string name;
-  bool built_in = false;  ///< Excel's own, which cannot be deleted
-  bool visible = false;   ///< what it is while enabled
-  bool enabled = true;
-  bool is_deleted = false;
-  std::vector<std::shared_ptr<CommandBarControlData>> controls;
-};
-
-/// Adds a control at the end of a bar.
-std::shared_ptr<CommandBarControlData> AddControl(const std::shared_ptr<CommandBarData>& bar,
-                                                  std::u16string caption);
 
 /// What the search for files looks for.
 struct FileSearchData {
@@ -92,7 +77,12 @@ struct ApplicationData {
 
   /// Keys that OnKey changed, as written: the macro that a key runs, empty when it does nothing.
   std::map<std::u16string, std::u16string> key_bindings;
-  std::vector<PrintJob> print_jobs;  ///< what was printed or previewed, in order
+  /// What macros do, by lower-case name; one that is not here does nothing.
+  std::map<std::u16string, std::function<void()>> macros;
+  std::vector<std::u16string> macros_run;  ///< in order, as they were named
+  std::vector<HelpShown> help_shown;       ///< in order
+  std::u16string clipboard_picture;        ///< name of the shape on the clipboard; empty: there is none
+  std::vector<PrintJob> print_jobs;        ///< what was printed or previewed, in order
   bool has_quit = false;
   int workbooks_made = 0;
 
@@ -104,6 +94,8 @@ struct ApplicationData {
   }
   /// Null when no such workbook is open; names ignore letter case.
   std::shared_ptr<WorkbookData> FindWorkbook(std::u16string_view name) const;
+  /// Runs a macro that a key or a control is bound to.
+  void RunMacro(const std::u16string& name);
 };
 
 // None goes before the program does.
@@ -111,11 +103,6 @@ inline void RequireAlive(const ApplicationData&) {
 }
 inline void RequireAlive(const FileSearchData&) {
 }
-
-/// Raises kObjectGone when the bar was deleted.
-void RequireAlive(const CommandBarData& bar);
-/// Raises kObjectGone when the control's bar was deleted.
-void RequireAlive(const CommandBarControlData& control);
 
 /// Opens a workbook that belongs to no application yet, and makes it the active one.
 void AddWorkbook(const std::shared_ptr<ApplicationData>& application,

@@ -2,27 +2,34 @@
 
 #include <algorithm>
 
+#include "platform/memory/excel/CommandBarControl.h"
 #include "platform/memory/excel/CommandBarControls.h"
+#include "platform/text.h"
 
 namespace qva::memory {
 namespace {
 
-constexpr std::int32_t kUnspecifiedError = -2147467259;  // hexadecimal 80004005 (E_FAIL)
+constexpr std::u16string_view kClass = u"CommandBar";
 
-AutomationError OfficeRefusal(std::u16string_view member) {
-  return {kUnspecifiedError, u"Microsoft Office",
-          u"Method '" + std::u16string(member) + u"' of object 'CommandBar' failed"};
+bool IsGiven(const Value& criterion) {
+  return !criterion.Is(Value::Type::Missing);
 }
 
 }  // namespace
 
 const ClassDescription& CommandBar::Description() {
   static const ClassDescription description = [] {
-    ClassBuilder builder(u"CommandBar", "A toolbar or menu bar");
-    builder.Get<&CommandBar::Name>(u"Name").Get<&CommandBar::Index>(u"Index");
+    ClassBuilder builder(std::u16string_view(kClass), "A toolbar or menu bar");
+    builder.Get<&CommandBar::Name>(u"Name").Put<&CommandBar::SetName>(u"Name");
+    builder.Get<&CommandBar::Index>(u"Index");
     builder.Get<&CommandBar::Visible>(u"Visible").Put<&CommandBar::SetVisible>(u"Visible");
     AddProperty<&CommandBarData::enabled>(builder, u"Enabled");
-    builder.Get<&CommandBar::BuiltIn>(u"BuiltIn").Get<&CommandBar::Controls>(u"Controls");
+    AddProperty<&CommandBarData::protection>(builder, u"Protection");
+    builder.Get<&CommandBar::Position>(u"Position").Put<&CommandBar::SetPosition>(u"Position");
+    builder.Get<&CommandBar::BuiltIn>(u"BuiltIn").Get<&CommandBar::Type>(u"Type");
+    builder.Get<&CommandBar::Controls>(u"Controls");
+    builder.Method<&CommandBar::FindControl>(
+        u"FindControl", {Optional(u"Type"), Optional(u"Id"), Optional(u"Tag"), Optional(u"Visible")});
     builder.Method<&CommandBar::Delete>(u"Delete");
     return ClassDescription(std::move(builder).Default(u"Name"));
   }();
@@ -32,6 +39,15 @@ const ClassDescription& CommandBar::Description() {
 std::u16string CommandBar::Name() {
   RequireAlive(*data());
   return data()->name;
+}
+
+void CommandBar::SetName(const std::u16string& name) {
+  RequireAlive(*data());
+  if (data()->built_in) throw OfficeRefusal(u"Name", kClass);
+  for (const auto& bar : application()->command_bars) {
+    if (bar != data() && EqualIgnoringCase(bar->name, name)) throw InvalidOfficeCall();
+  }
+  data()->name = name;
 }
 
 std::int32_t CommandBar::Index() {
@@ -47,8 +63,21 @@ bool CommandBar::Visible() {
 
 void CommandBar::SetVisible(bool visible) {
   RequireAlive(*data());
-  if (visible && !data()->enabled) throw OfficeRefusal(u"Visible");
+  const bool is_protected = (data()->protection & msoBarNoChangeVisible) != 0 && visible != data()->visible;
+  if (is_protected || (visible && !data()->enabled)) throw OfficeRefusal(u"Visible", kClass);
   data()->visible = visible;
+}
+
+std::int32_t CommandBar::Position() {
+  RequireAlive(*data());
+  return data()->position;
+}
+
+void CommandBar::SetPosition(std::int32_t position) {
+  RequireAlive(*data());
+  if (position < msoBarLeft || position > msoBarFloating) throw InvalidOfficeCall();
+  if ((data()->protection & msoBarNoMove) != 0) throw OfficeRefusal(u"Position", kClass);
+  data()->position = position;
 }
 
 bool CommandBar::BuiltIn() {
@@ -56,14 +85,31 @@ bool CommandBar::BuiltIn() {
   return data()->built_in;
 }
 
+std::int32_t CommandBar::Type() {
+  RequireAlive(*data());
+  return data()->is_menu_bar ? 1 : 0;
+}
+
 ObjectPtr CommandBar::Controls() {
   RequireAlive(*data());
   return MakeRef<CommandBarControls>(application(), data());
 }
 
+ObjectPtr CommandBar::FindControl(const Value& type, const Value& id, const Value& tag, bool visible) {
+  RequireAlive(*data());
+  for (const auto& control : data()->controls) {
+    if (IsGiven(type) && control->type != type.ToInt32()) continue;
+    if (IsGiven(id) && control->id != id.ToInt32()) continue;
+    if (IsGiven(tag) && control->tag != tag.ToText()) continue;
+    if (visible && !control->visible) continue;
+    return ObjectOf<CommandBarControl>(application(), control);
+  }
+  return {};
+}
+
 void CommandBar::Delete() {
   RequireAlive(*data());
-  if (data()->built_in) throw OfficeRefusal(u"Delete");
+  if (data()->built_in) throw OfficeRefusal(u"Delete", kClass);
   data()->is_deleted = true;
   std::erase(application()->command_bars, data());
 }

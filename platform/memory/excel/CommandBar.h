@@ -6,7 +6,8 @@
 
 namespace qva::memory {
 
-/// A toolbar or menu bar. Every member raises kObjectGone once the bar was deleted.
+/// A toolbar or menu bar. Every member raises kObjectGone once the bar was deleted, and the automation error
+/// 80004005 for what its protection does not allow.
 class CommandBar : public ModelObject<CommandBar, CommandBarData> {
  public:
   using ModelObject::ModelObject;
@@ -14,14 +15,21 @@ class CommandBar : public ModelObject<CommandBar, CommandBarData> {
 
  private:
   std::u16string Name();
+  /// Raises 80004005 for one of Excel's own bars, and 5 for the name of another bar.
+  void SetName(const std::u16string& name);
   std::int32_t Index();
-  /// A disabled bar is not visible, and showing it raises the automation error 80004005; once enabled again
-  /// it is what it was.
+  /// A disabled bar is not visible, and showing it raises 80004005; once enabled again it is what it was.
   bool Visible();
   void SetVisible(bool visible);
+  std::int32_t Position();
+  void SetPosition(std::int32_t position);
   bool BuiltIn();
+  /// 0 for a toolbar, 1 for a menu bar.
+  std::int32_t Type();
   ObjectPtr Controls();
-  /// Raises the automation error 80004005 for one of Excel's own bars.
+  /// The first control that fits all criteria which are given; Nothing when there is none.
+  ObjectPtr FindControl(const Value& type, const Value& id, const Value& tag, bool visible);
+  /// Raises 80004005 for one of Excel's own bars.
   void Delete();
 };
 

@@ -1,8 +1,16 @@
 #include "platform/memory/excel/CommandBarControls.h"
 
 #include "platform/memory/excel/CommandBarControl.h"
+#include "platform/text.h"
 
 namespace qva::memory {
+namespace {
+
+std::int32_t NumberOr(std::int32_t otherwise, const Value& number) {
+  return number.Is(Value::Type::Missing) ? otherwise : number.ToInt32();
+}
+
+}  // namespace
 
 const ClassDescription& CommandBarControls::Description() {
   static const ClassDescription description =
@@ -21,18 +29,31 @@ std::int32_t CommandBarControls::Count() {
   return static_cast<std::int32_t>(bar_->controls.size());
 }
 
-ObjectPtr CommandBarControls::Item(std::int32_t index) {
-  if (index < 1 || index > Count()) {
-    throw AutomationError(kInvalidProcedureCall, u"Microsoft Office",
-                          StandardDescription(kInvalidProcedureCall));
+ObjectPtr CommandBarControls::Item(const Value& index) {
+  RequireAlive(*bar_);
+  if (index.Is(Value::Type::Text)) {
+    const std::u16string wanted = ReplaceAll(index.ToText(), u"&", u"");
+    for (const auto& control : bar_->controls) {
+      if (EqualIgnoringCase(ReplaceAll(control->caption, u"&", u""), wanted)) {
+        return ObjectOf<CommandBarControl>(application_, control);
+      }
+    }
+    throw InvalidOfficeCall();
   }
-  return ObjectOf<CommandBarControl>(application_, bar_->controls[static_cast<std::size_t>(index) - 1]);
+  const std::int32_t number = index.ToInt32();
+  if (number < 1 || number > Count()) throw InvalidOfficeCall();
+  return ObjectOf<CommandBarControl>(application_, bar_->controls[static_cast<std::size_t>(number) - 1]);
 }
 
-ObjectPtr CommandBarControls::Add(const Value&, const Value&, const Value& parameter, const Value&,
-                                  const Value&) {
-  RequireAlive(*bar_);
-  const auto control = AddControl(bar_, u"");
+ObjectPtr CommandBarControls::Add(const Value& type, const Value& id, const Value& parameter,
+                                  const Value& before, bool temporary) {
+  const std::int32_t end = Count() + 1;
+  if ((bar_->protection & msoBarNoCustomize) != 0) throw OfficeRefusal(u"Add", u"CommandBarControls");
+  const std::int32_t position = NumberOr(end, before);
+  if (position < 1 || position > end) throw InvalidOfficeCall();
+  const auto control = AddControl(bar_, static_cast<std::size_t>(position) - 1,
+                                  NumberOr(msoControlButton, type), NumberOr(1, id));
+  control->temporary = temporary;
   if (!parameter.Is(Value::Type::Missing)) control->parameter = parameter.ToText();
   return ObjectOf<CommandBarControl>(application_, control);
 }

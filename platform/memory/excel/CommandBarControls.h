@@ -7,7 +7,8 @@
 
 namespace qva::memory {
 
-/// CommandBar.Controls. Made anew when it is asked for.
+/// CommandBar.Controls. Made anew when it is asked for. Every member raises kObjectGone once the bar was
+/// deleted.
 class CommandBarControls : public Described<CommandBarControls> {
  public:
   CommandBarControls(std::shared_ptr<ApplicationData> application, std::shared_ptr<CommandBarData> bar)
@@ -16,12 +17,14 @@ class CommandBarControls : public Described<CommandBarControls> {
 
  private:
   std::int32_t Count();
-  /// By position from 1. Raises 5 (Invalid procedure call) when there is none.
-  ObjectPtr Item(std::int32_t index);
-  /// A new control at the end, with that parameter. Its type, its id, its place and its life are not
-  /// modelled.
+  /// By position from 1, or by caption in any letter case and without regard to "&". Raises 5 (Invalid
+  /// procedure call) when there is none.
+  ObjectPtr Item(const Value& index);
+  /// A new control: an empty button when nothing is said, at the end unless in front of position `before`.
+  /// Raises 5 when Excel has no such control or the bar no such position, and the automation error 80004005
+  /// while the bar may not be customised.
   ObjectPtr Add(const Value& type, const Value& id, const Value& parameter, const Value& before,
-                const Value& temporary);
+                bool temporary);
 
   std::shared_ptr<ApplicationData> application_;
   std::shared_ptr<CommandBarData> bar_;

@@ -5,23 +5,15 @@
 
 namespace qva::memory {
 
-namespace {
-
-AutomationError InvalidCall() {
-  return {kInvalidProcedureCall, u"Microsoft Office", StandardDescription(kInvalidProcedureCall)};
-}
-
-}  // namespace
-
 const ClassDescription& CommandBars::Description() {
-  static const ClassDescription description = ClassBuilder(u"CommandBars", "The toolbars and menu bars")
-                                                  .Get<&CommandBars::Count>(u"Count")
-                                                  .Get<&CommandBars::Item>(u"Item", {{u"Index"}})
-                                                  .Method<&CommandBars::Add>(u"Add", {Optional(u"Name"),
-                                                                                      Optional(u"Position"),
-                                                                                      Optional(u"MenuBar"),
-                                                                                      Optional(u"Temporary")})
-                                                  .Default(u"Item");
+  static const ClassDescription description =
+      ClassBuilder(u"CommandBars", "The toolbars and menu bars")
+          .Get<&CommandBars::Count>(u"Count")
+          .Get<&CommandBars::Item>(u"Item", {{u"Index"}})
+          .Method<&CommandBars::Add>(u"Add",
+                                     {Optional(u"Name"), Optional(u"Position", std::int32_t{msoBarTop}),
+                                      Optional(u"MenuBar"), Optional(u"Temporary")})
+          .Default(u"Item");
   return description;
 }
 
@@ -32,15 +24,15 @@ std::int32_t CommandBars::Count() {
 ObjectPtr CommandBars::Item(const Value& index) {
   if (index.Is(Value::Type::Text)) {
     const auto bar = Find(index.ToText());
-    if (!bar) throw InvalidCall();
+    if (!bar) throw InvalidOfficeCall();
     return ObjectOf<CommandBar>(application_, bar);
   }
   const std::int32_t number = index.ToInt32();
-  if (number < 1 || number > Count()) throw InvalidCall();
+  if (number < 1 || number > Count()) throw InvalidOfficeCall();
   return ObjectOf<CommandBar>(application_, application_->command_bars[static_cast<std::size_t>(number) - 1]);
 }
 
-ObjectPtr CommandBars::Add(const Value& name, const Value&, const Value&, const Value&) {
+ObjectPtr CommandBars::Add(const Value& name, std::int32_t position, bool menu_bar, bool temporary) {
   const auto bar = std::make_shared<CommandBarData>();
   if (name.Is(Value::Type::Missing)) {
     int number = 1;
@@ -48,8 +40,11 @@ ObjectPtr CommandBars::Add(const Value& name, const Value&, const Value&, const 
     bar->name = u"Custom " + NumberText(number);
   } else {
     bar->name = name.ToText();
-    if (Find(bar->name)) throw InvalidCall();
+    if (Find(bar->name)) throw InvalidOfficeCall();
   }
+  bar->position = position;
+  bar->is_menu_bar = menu_bar;
+  bar->temporary = temporary;
   application_->command_bars.push_back(bar);
   return ObjectOf<CommandBar>(application_, bar);
 }

@@ -18,8 +18,8 @@ class CommandBars : public Described<CommandBars> {
   /// By position from 1, or by name in any letter case. Raises 5 (Invalid procedure call) when there is none.
   ObjectPtr Item(const Value& index);
   /// A new bar without controls, enabled but not shown; "Custom <n>" without a name. Raises 5 when there is a
-  /// bar of the name. The place, the kind and the life of the bar are not modelled.
-  ObjectPtr Add(const Value& name, const Value& position, const Value& menu_bar, const Value& temporary);
+  /// bar of the name. That a menu bar takes the place of Excel's own is not modelled.
+  ObjectPtr Add(const Value& name, std::int32_t position, bool menu_bar, bool temporary);
 
   std::shared_ptr<CommandBarData> Find(std::u16string_view name) const;
 

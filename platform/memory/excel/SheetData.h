@@ -37,6 +37,13 @@ struct Cell {
   std::uint64_t calculating_in = 0;  ///< WorkbookData::calculations when its computation began
 };
 
+/// A picture or another shape that lies on a sheet.
+struct ShapeData {
+  Object* automation = nullptr;  ///< the Shape that is alive, not owned
+  std::weak_ptr<WorkbookData> workbook;
+  std::u16string name;
+};
+
 struct Protection {
   bool is_on = false;
   bool user_interface_only = false;
@@ -53,6 +60,7 @@ struct SheetData {
   bool display_page_breaks = false;
   Protection protection;
   std::vector<std::shared_ptr<NameData>> names;  ///< those of this sheet's own scope, sorted
+  std::vector<std::shared_ptr<ShapeData>> shapes;
 
   Area selection;
   std::int32_t active_row = 1;

@@ -108,6 +108,11 @@ std::shared_ptr<WorkbookData> CopyWorkbook(const WorkbookData& workbook) {
     sheet->automation = nullptr;
     sheet->workbook = copy;
     CopyNames(original->names, sheet->names, copy, sheet);
+    for (std::shared_ptr<ShapeData>& shape : sheet->shapes) {
+      shape = std::make_shared<ShapeData>(*shape);
+      shape->automation = nullptr;
+      shape->workbook = copy;
+    }
     if (copy->active_sheet == original) copy->active_sheet = sheet;
   }
   CopyNames(workbook.names, copy->names, copy, nullptr);

@@ -56,7 +56,7 @@ struct WorkbookData {
   std::u16string name;  ///< "Book1", or the file name with its extension
   std::u16string path;  ///< the folder without a separator at its end; empty before the first save
   bool saved = true;
-  std::u16string project_name = u"VBAProject";  ///< of its macros
+  std::u16string project_name = u"VBAProject";     ///< of its macros
   std::vector<std::shared_ptr<SheetData>> sheets;  ///< at least one
   std::shared_ptr<SheetData> active_sheet;         ///< one of them
   std::vector<std::shared_ptr<NameData>> names;    ///< those of the workbook's scope, sorted
@@ -86,6 +86,11 @@ std::shared_ptr<WorkbookData> OpenWorkbook(const std::weak_ptr<WorkbookData>& wo
 /// Raises kObjectGone when the window's workbook was closed.
 inline void RequireAlive(const WindowData& window) {
   OpenWorkbook(window.workbook);
+}
+
+/// Raises kObjectGone when the shape's workbook was closed.
+inline void RequireAlive(const ShapeData& shape) {
+  OpenWorkbook(shape.workbook);
 }
 
 /// A workbook of empty sheets "Sheet1", "Sheet2" …, the first one active, with its window.

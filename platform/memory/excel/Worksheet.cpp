@@ -6,6 +6,7 @@
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/PageSetup.h"
 #include "platform/memory/excel/Range.h"
+#include "platform/memory/excel/Shapes.h"
 #include "platform/memory/excel/Workbook.h"
 
 namespace qva::memory {
@@ -34,6 +35,7 @@ const ClassDescription& Worksheet::Description() {
           .Get<&Worksheet::UsedRange>(u"UsedRange")
           .Get<&Worksheet::PageSetup>(u"PageSetup")
           .Get<&Worksheet::Names>(u"Names")
+          .Get<&Worksheet::Shapes>(u"Shapes")
           .Method<&Worksheet::Activate>(u"Activate")
           .Method<&Worksheet::Activate>(u"Select")
           .Method<&Worksheet::Protect>(
@@ -131,6 +133,11 @@ ObjectPtr Worksheet::PageSetup() {
 
 ObjectPtr Worksheet::Names() {
   return MakeRef<memory::Names>(application(), OpenWorkbook(data()->workbook), data());
+}
+
+ObjectPtr Worksheet::Shapes() {
+  Open();
+  return MakeRef<memory::Shapes>(application(), data());
 }
 
 void Worksheet::Activate() {

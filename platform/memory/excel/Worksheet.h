@@ -33,6 +33,7 @@ class Worksheet : public ModelObject<Worksheet, SheetData> {
   ObjectPtr UsedRange();
   ObjectPtr PageSetup();
   ObjectPtr Names();
+  ObjectPtr Shapes();
 
   /// Makes the sheet and its workbook the active ones. Raises 1004 for a hidden sheet.
   void Activate();
