@@ -11,7 +11,7 @@ run:  ## Set up, build, and run the sample report in LibreOffice; results under 
 	@cmake --preset release -DQVA_TESTS=OFF > /dev/null
 	@cmake --build --preset release
 	@build/release/tools/report-runner --build-folder build/release --output-folder out \
-	  --expect Balansas.xls samples/balance.fods
+	  --form-answers samples/balance.answers --expect Balansas.xls samples/balance.fods
 
 test:  ## Set up, build everything and run all tests
 	@tools/install-packages.sh run test windows

@@ -76,7 +76,7 @@ google_test() {
 }
 
 # Wine's script engine reads ASCII alone: other literals go into a file of their own, from which the scripts
-# take them (U in check.vbs).
+# take them (U in check.vbs). Dialogs are answered by the script's own answers file.
 script() {
   local name=$1 cscript=$2
   cat tests/com/scripts/check.vbs "tests/com/scripts/$name.vbs" | \
@@ -90,7 +90,7 @@ script() {
       open my $file, ">:raw:encoding(UTF-16LE)", $ENV{TEXTS} or die;
       print $file "\x{feff}", map("$_\n", @texts), "\n";' > "$work/script.vbs"
   local output
-  output=$(wine_run "$cscript" //nologo "$(windows_path "$work/script.vbs")" 2>&1 | tr -d '\r')
+  output=$(QVA_VARNHOLT_FORM_ANSWERS=$(windows_path "$PWD/tests/com/scripts/$name.answers") wine_run "$cscript" //nologo "$(windows_path "$work/script.vbs")" 2>&1 | tr -d '\r')
   echo "$output"
   grep -qxE 'OK [0-9]+ checks' <<< "$output"
 }

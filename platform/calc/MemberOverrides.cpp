@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/ado.h"
+#include "platform/calc/FormattedArea.h"
 #include "platform/date.h"
 #include "platform/excel.h"
 #include "platform/text.h"
@@ -55,6 +56,39 @@ Value Sheets(const ObjectPtr& object, const Arguments& arguments) {
   return Get(excel::Application(object).ActiveWorkbook().object(), u"Sheets", arguments);
 }
 
+/// Worksheet.Parent. A sheet does not keep the object of its workbook alive: what a macro took from
+/// ThisWorkbook loses it as soon as the macro uses ThisWorkbook again. The workbook is then found anew by the
+/// sheet's name, the active one first.
+Value WorkbookOf(const ObjectPtr& object, Value result) {
+  if (!result.IsNothing()) return result;
+  const std::u16string name = excel::Worksheet(object).Name();
+  const excel::Application application(GetObject(object, u"Application"));
+  const auto has_sheet = [&](const excel::Workbook& workbook) {
+    return workbook && IgnoreErrors([&] { Get(workbook.object(), u"Sheets", {name}).ToObject(); });
+  };
+  const excel::Workbook active = application.ActiveWorkbook();
+  if (has_sheet(active)) return active.object();
+  const excel::Workbooks workbooks = application.Workbooks();
+  const std::int32_t count = workbooks.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    const excel::Workbook workbook = workbooks.Item(i);
+    if (has_sheet(workbook)) return workbook.object();
+  }
+  return result;
+}
+
+/// Worksheet.UsedRange, of which LibreOffice leaves cells out that have a format alone.
+Value WithFormattedCells(const ObjectPtr& object, Value result) {
+  const std::optional<CellArea> formatted = FormattedArea(GetObject(result.ToObject(), u"CellRange"));
+  if (!formatted) return result;
+  const auto cell = [&](std::int32_t row, std::int32_t column) {
+    return excel::Range(GetObject(object, u"Cells", {row, column}));
+  };
+  const excel::Range corners = excel::Worksheet(object).Range(
+      cell(formatted->first_row, formatted->first_column), cell(formatted->last_row, formatted->last_column));
+  return excel::Worksheet(object).Range(excel::Range(result.ToObject()), corners).object();
+}
+
 struct Override {
   std::u16string_view type;
   std::u16string_view member;
@@ -66,6 +100,18 @@ constexpr Override kOverrides[] = {
     {u"Range", u"CopyFromRecordset", &CopyFromRecordset},
 };
 
+/// Makes a member's result whole.
+struct Completion {
+  std::u16string_view type;
+  std::u16string_view member;
+  Value (*function)(const ObjectPtr& object, Value result);
+};
+
+constexpr Completion kCompletions[] = {
+    {u"Worksheet", u"Parent", &WorkbookOf},
+    {u"Worksheet", u"UsedRange", &WithFormattedCells},
+};
+
 }  // namespace
 
 MemberOverride FindOverride(const Object& object, std::u16string_view member) {
@@ -75,6 +121,15 @@ MemberOverride FindOverride(const Object& object, std::u16string_view member) {
     }
   }
   return nullptr;
+}
+
+Value Complete(const ObjectPtr& object, std::u16string_view member, Value result) {
+  for (const Completion& candidate : kCompletions) {
+    if (EqualIgnoringCase(candidate.member, member) && candidate.type == object->TypeName()) {
+      return candidate.function(object, std::move(result));
+    }
+  }
+  return result;
 }
 
 void RefuseCrash(const ObjectPtr& object, Access access, std::u16string_view member) {

@@ -14,6 +14,9 @@ using MemberOverride = Value (*)(const ObjectPtr& object, const Arguments& argum
 /// LibreOffice's own member serves. `object` is asked for its type where there is a member of that name.
 MemberOverride FindOverride(const Object& object, std::u16string_view member);
 
+/// What a member that was got or called should have given, made from what LibreOffice's own member gave.
+Value Complete(const ObjectPtr& object, std::u16string_view member, Value result);
+
 /// Raises 1004 for the use of a member on which LibreOffice would crash.
 void RefuseCrash(const ObjectPtr& object, Access access, std::u16string_view member);
 

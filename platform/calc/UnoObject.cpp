@@ -1,5 +1,6 @@
 #include "platform/calc/UnoObject.h"
 
+#include <cmath>
 #include <com/sun/star/beans/MethodConcept.hpp>
 #include <com/sun/star/beans/PropertyConcept.hpp>
 #include <com/sun/star/beans/UnknownPropertyException.hpp>
@@ -20,6 +21,7 @@
 #include "platform/calc/MemberOverrides.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
+#include "platform/date.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -70,6 +72,25 @@ AutomationError Translate(Any exception) {
   return AutomationError(kAutomationFailed, std::u16string(kSource), std::move(text));
 }
 
+/// A value for a member of LibreOffice's. Some take whole numbers only as short as Basic's own literals are
+/// (Range.Offset its columns, for one); all take such numbers for longer ones.
+Any ToArgument(const Value& value) {
+  if (value.Is(Value::Type::Int32)) {
+    const std::int32_t number = value.As<std::int32_t>();
+    if (number >= INT16_MIN && number <= INT16_MAX) return Any(static_cast<sal_Int16>(number));
+  }
+  return ToAny(value);
+}
+
+/// A new value for a property of LibreOffice's. Cells take no dates, but read them in this notation whatever
+/// the locale, and then show them as dates.
+Any ToProperty(const Value& value) {
+  if (!value.Is(Value::Type::Date)) return ToArgument(value);
+  const Date date = value.As<Date>();
+  const bool is_day = std::floor(date.serial) == date.serial;
+  return Any(ToUno(FormatByWindowsPattern(date, is_day ? u"yyyy-MM-dd" : u"yyyy-MM-dd HH:mm:ss")));
+}
+
 /// The arguments in the order and number of the method's parameters.
 Sequence<Any> Align(css::reflection::XIdlMethod& method, const Arguments& arguments) {
   const Sequence<css::reflection::ParamInfo> parameters = method.getParameterInfos();
@@ -78,12 +99,12 @@ Sequence<Any> Align(css::reflection::XIdlMethod& method, const Arguments& argume
   Any* out = aligned.getArray();
   if (arguments.positional.size() > static_cast<std::size_t>(count))
     throw AutomationError(kWrongArgumentCount);
-  for (std::size_t i = 0; i < arguments.positional.size(); ++i) out[i] = ToAny(arguments.positional[i]);
+  for (std::size_t i = 0; i < arguments.positional.size(); ++i) out[i] = ToArgument(arguments.positional[i]);
   for (const NamedArgument& argument : arguments.named) {
     sal_Int32 i = 0;
     while (i < count && !EqualIgnoringCase(FromUno(parameters[i].aName), argument.name)) ++i;
     if (i == count) throw AutomationError(kNamedArgumentNotFound);
-    out[i] = ToAny(argument.value);
+    out[i] = ToArgument(argument.value);
   }
   return aligned;
 }
@@ -97,7 +118,8 @@ Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& ar
     return stand_in(ObjectPtr(this), arguments);
   }
   try {
-    return InvokeUnguarded(access, member, arguments);
+    Value result = InvokeUnguarded(access, member, arguments);
+    return is_read ? Complete(ObjectPtr(this), member, std::move(result)) : result;
   } catch (const css::uno::Exception&) {
     throw Translate(cppu::getCaughtException());
   }
@@ -138,7 +160,7 @@ void UnoObject::Write(const OUString& name, const Arguments& arguments) {
   const Reference<css::beans::XPropertySet> properties(
       Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()),
       css::uno::UNO_QUERY_THROW);
-  properties->setPropertyValue(name, ToAny(arguments.positional[0]));
+  properties->setPropertyValue(name, ToProperty(arguments.positional[0]));
 }
 
 bool UnoObject::HasMethod(const OUString& name) {

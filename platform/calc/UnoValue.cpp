@@ -6,6 +6,7 @@
 #include <com/sun/star/bridge/oleautomation/Decimal.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/lang/XUnoTunnel.hpp>
+#include <com/sun/star/script/ArrayWrapper.hpp>
 #include <com/sun/star/script/Converter.hpp>
 #include <limits>
 
@@ -57,7 +58,17 @@ Value FromInterface(const Any& any) {
   return MakeRef<UnoObject>(any);
 }
 
+/// An array with bounds from 0 or 1, as the cells of a range travel.
+Value FromArrayWrapper(const css::script::ArrayWrapper& wrapper) {
+  const Value array = FromAny(wrapper.Array);
+  Array moved = array.ToArray();
+  for (Array::Dimension& dimension : moved.dimensions) dimension.lower = wrapper.IsZeroIndex ? 0 : 1;
+  return moved;
+}
+
 Value FromStructure(const Any& any) {
+  css::script::ArrayWrapper wrapper;
+  if (any >>= wrapper) return FromArrayWrapper(wrapper);
   css::bridge::oleautomation::Date date;
   if (any >>= date) return Date{date.Value};
   css::bridge::oleautomation::Currency currency;

@@ -210,6 +210,9 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   };
   if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
   if (!options.answers.empty()) environment["QVA_VARNHOLT_ANSWERS"] = fs::absolute(options.answers).string();
+  if (!options.form_answers.empty()) {
+    environment["QVA_VARNHOLT_FORM_ANSWERS"] = fs::absolute(options.form_answers).string();
+  }
 
   out << "Report " << options.workbook.filename().string() << ", book " << options.book << std::endl;
   const fs::path office_folder = fs::canonical(*office).parent_path();

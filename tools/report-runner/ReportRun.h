@@ -17,6 +17,7 @@ struct ReportRunOptions {
   std::filesystem::path build_folder;             ///< of libqva_calc.so and libqva_host.so
   std::filesystem::path host_resources = "host";  ///< of sample.sql and QVAFormRes.txt
   std::filesystem::path answers;                  ///< to message boxes; none when empty
+  std::filesystem::path form_answers;             ///< to dialogs; none when empty
   std::chrono::seconds timeout{120};
   bool picture = true;  ///< PDF and PNG of the workbook as the macro left it
   std::string expect;   ///< name of a file that the macro must leave in the output folder; none when empty

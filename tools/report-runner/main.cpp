@@ -25,6 +25,7 @@ what the macro saved, and a PDF and a PNG of the workbook. Each step is printed.
   --build-folder PATH    where libqva_calc.so and libqva_host.so stand (the folder above this program)
   --host-resources PATH  the embedded host's texts and sample company (host)
   --answers PATH         answers to message boxes, one on each line; without it the first button is pressed
+  --form-answers PATH    answers to the library's dialogs (README.md); without it they are left
   --timeout SECONDS      how long LibreOffice may take (120)
   --no-picture           no PDF and no PNG
   --expect NAME          the run failed unless the macro leaves a file of this name in the output folder
@@ -34,7 +35,7 @@ Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong comm
 missing or had to be stopped.
 )";
 
-enum Option { kMacro = 1, kBook, kOutput, kBuild, kHost, kAnswers, kTimeout, kNoPicture, kExpect, kHelp };
+enum Option { kMacro = 1, kBook, kOutput, kBuild, kHost, kAnswers, kFormAnswers, kTimeout, kNoPicture, kExpect, kHelp };
 
 constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"book", required_argument, nullptr, kBook},
@@ -42,6 +43,7 @@ constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"build-folder", required_argument, nullptr, kBuild},
                                {"host-resources", required_argument, nullptr, kHost},
                                {"answers", required_argument, nullptr, kAnswers},
+                               {"form-answers", required_argument, nullptr, kFormAnswers},
                                {"timeout", required_argument, nullptr, kTimeout},
                                {"no-picture", no_argument, nullptr, kNoPicture},
                                {"expect", required_argument, nullptr, kExpect},
@@ -80,6 +82,9 @@ int main(int argc, char** argv) {
         break;
       case kAnswers:
         options.answers = optarg;
+        break;
+      case kFormAnswers:
+        options.form_answers = optarg;
         break;
       case kTimeout:
         options.timeout = std::chrono::seconds(std::atoi(optarg));

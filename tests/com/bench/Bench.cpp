@@ -9,7 +9,8 @@ Bench::Bench() {
   InstallServices(platform.services());
   for (const std::u16string_view identifier :
        {host::kCommonObjects, host::kPlant, host::kClientTools, host::kSettingsCollection,
-        host::kCompanyAttributes, host::kDataAccess, host::kMessage, host::kMessageResource}) {
+        host::kCompanyAttributes, host::kDataAccess, host::kMessage, host::kMessageResource, host::kQuery,
+        host::kConditionBuilder, host::kDocumentSelection}) {
     platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
   }
   Reset();
@@ -19,6 +20,7 @@ void Bench::Reset() {
   host = MemoryHost::Sample();
   platform.message_box = {};
   host.message_box = &platform.message_box;
+  host.list_chooser = &platform.list_chooser;
   trace.Clear();
   failure.Reset(0);
   lookups.clear();

@@ -42,6 +42,9 @@ constexpr BenchClass kClasses[] = {
     {host::kDataAccess, ClassId(8)},
     {host::kMessage, ClassId(9)},
     {host::kMessageResource, ClassId(10)},
+    {host::kQuery, ClassId(11)},
+    {host::kConditionBuilder, ClassId(12)},
+    {host::kDocumentSelection, ClassId(13)},
 };
 
 /// Counts lookups, and tells its class as the objects of real servers do.

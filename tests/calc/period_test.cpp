@@ -1,0 +1,50 @@
+// The report period asked for by a macro in LibreOffice, unattended, on the embedded host.
+#include <fstream>
+
+#include "tests/calc/calc_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class CalcPeriod : public CalcTest {};
+
+TEST_F(CalcPeriod, IsChosenKeptAndLeftAlone) {
+  std::ofstream(folder / "forms") << "[frmReportPeriod]\n"
+                                     "txtQuater = 3\n"
+                                     "SpecGrid 2 BookCode = MEDVILNE\n"
+                                     "SpecGrid 2 PlanCode = O'BRIEN\n"
+                                     "optYear\n"
+                                     "SpecGrid 2 BudgetCurrDocCode\n"
+                                     "list = BIU-2024-01\n"
+                                     "optQuarter\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
+                                     "txtYear = 2026\n"
+                                     "btSpecDelete\n"
+                                     "btCancel\n"
+                                     "[frmReportPeriod]\n"
+                                     "txtQuater = 4\n"
+                                     "btOk\n";
+  const RunResult run = RunMacro("period", {"--form-answers", (folder / "forms").string()});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  const std::string kept = ": BIUDZ 2024 3 0 2 2024-04-01 2024-06-30 2024-07-01 2024-09-30 0,,2";
+  const std::string first = " 1: MEDVILNE BIUDZ 0 102 BIU-2024-01  ";
+  const std::string second = " 2: MEDVILNE O'BRIEN -1 102 BIU-2024-01 0 ";
+  EXPECT_THAT(run.lines,
+              ElementsAre("no sheet: -2147221503 Wrong parameter|", "names: 16", "year: $A$3 2024",
+                          "created: $B$3 $P$3 5", "before: BIUDZ 2024        102,BIU-2024-01,",
+                          "before 1:       ", "before 2:       ", "confirmed: True", "after" + kept,
+                          "after" + first, "after" + second, "cancelled: False", "cancelled" + kept,
+                          "cancelled" + first, "cancelled" + second, "refused: False", "refused" + kept,
+                          "refused" + first, "refused" + second, "no answers: False", "no answers" + kept,
+                          "no answers" + first, "no answers" + second));
+  EXPECT_THAT(run.messages, HasSubstr("Neteisingai nurodytas ataskaitinis laikotarpis."));
+  EXPECT_THAT(run.messages, HasSubstr("(btOk): The form refuses what it was given"));
+  EXPECT_THAT(run.messages, HasSubstr("There are no answers for the form frmReportPeriod"));
+}
+
+}  // namespace
+}  // namespace qva
