@@ -1,6 +1,18 @@
 #include "excelui/CCommandsEvent.h"
 
+#include "global/Globals.h"
+#include "platform/services.h"
+
 namespace qva {
+namespace {
+
+constexpr std::u16string_view kHelpFile = u"FReport.chm";
+
+bool IsPressed(std::int32_t state) {
+  return state == msoButtonDown || state == msoButtonMixed;
+}
+
+}  // namespace
 
 const ClassDescription& CCommandsEvent::Description() {
   static const ClassDescription description =
@@ -15,17 +27,62 @@ const ClassDescription& CCommandsEvent::Description() {
   return description;
 }
 
-void CCommandsEvent::cmdHelp(std::u16string&, std::int32_t&) {
-  throw AutomationError(kUnsupportedAction);
+void CCommandsEvent::Init(excel::CommandBar pCmdBar, Ref<CDefaultButtons> pDefButton) {
+  bar_ = std::move(pCmdBar);
+  default_buttons_ = std::move(pDefButton);
 }
+
+excel::CommandBarControl CCommandsEvent::Control(std::int32_t (CDefaultButtons::*index)() const) const {
+  // Copies: what a call sets off in Excel may reach Init.
+  const excel::CommandBar bar = bar_;
+  const Ref<CDefaultButtons> buttons = default_buttons_;
+  if (!buttons) throw AutomationError(kObjectNotSet);
+  return bar.Controls((*buttons.*index)());
+}
+
+void CCommandsEvent::cmdHelp(std::u16string& sHelpFile, std::int32_t& iHelpContextID) {
+  if (sHelpFile.empty()) {
+    sHelpFile = GetServices().environment->LibraryFolder().append(u"\\").append(kHelpFile);
+  }
+  const excel::Application application = TheGlobals().application;
+  application.Help(sHelpFile, iHelpContextID);
+}
+
 void CCommandsEvent::cmdComment() {
-  throw AutomationError(kUnsupportedAction);
+  const excel::Application application = TheGlobals().application;
+  const excel::CommandBarControl control = Control(&CDefaultButtons::cmdIndexComment);
+  const std::int32_t state = control.State();
+  if (IsPressed(state)) {
+    control.SetState(msoButtonUp);
+    application.SetDisplayCommentIndicator(xlNoIndicator);
+  } else if (state == msoButtonUp) {
+    control.SetState(msoButtonDown);
+    application.SetDisplayCommentIndicator(xlCommentIndicatorOnly);
+  }
 }
-void CCommandsEvent::cmdFreeze(excel::Range, std::int16_t&) {
-  throw AutomationError(kUnsupportedAction);
-}
-void CCommandsEvent::Init(ObjectPtr, Ref<CDefaultButtons>) {
-  throw AutomationError(kUnsupportedAction);
+
+void CCommandsEvent::cmdFreeze(excel::Range rnStart, std::int16_t& ScrollRow) {
+  const excel::Application application = TheGlobals().application;
+  const excel::CommandBarControl control = Control(&CDefaultButtons::cmdIndexFreeze);
+  application.SetScreenUpdating(false);
+  application.SetEnableEvents(false);
+  const excel::Window window = application.ActiveWindow();
+  if (ScrollRow == 0) ScrollRow = Value(window.ScrollRow()).ToInt16();
+  const std::int32_t state = control.State();
+  if (IsPressed(state)) {
+    control.SetState(msoButtonUp);
+    window.SetFreezePanes(false);
+    window.SetScrollRow(1);
+  } else if (state == msoButtonUp) {
+    control.SetState(msoButtonDown);
+    const excel::Range active_cell = application.ActiveCell();
+    rnStart.Activate();
+    window.SetScrollRow(ScrollRow);
+    window.SetFreezePanes(true);
+    active_cell.Activate();
+  }
+  application.SetScreenUpdating(true);
+  application.SetEnableEvents(true);
 }
 
 }  // namespace qva

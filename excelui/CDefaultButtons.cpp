@@ -1,6 +1,42 @@
 #include "excelui/CDefaultButtons.h"
 
+#include "global/Globals.h"
+#include "global/StartUp.h"
+
 namespace qva {
+namespace {
+
+constexpr std::int32_t kFirstCaption = 843;  ///< host messages from here on: the captions, in order
+constexpr std::int32_t kEmptyControl = 1;    ///< Excel's id of a control without a function of its own
+constexpr std::int32_t kComboBoxWidth = 52;  ///< pixels
+constexpr std::u16string_view kHelpMacro = u"cmdHelp";
+
+/// A default button beside its caption, which is its tooltip, too. All of them are visible.
+struct DefaultButton {
+  std::int32_t face_id;
+  std::int32_t id;
+  std::u16string_view tag;
+  std::u16string_view on_key;
+  std::u16string_view on_action;
+  bool begin_group;
+  MsoControlType type = msoControlButton;
+};
+
+constexpr DefaultButton kDefaultButtons[kDefaultButtonCount] = {
+    {1593, kEmptyControl, u"TagComment", u"", u"cmdComment", true},
+    {443, kEmptyControl, u"TagFreeze", u"", u"cmdFreeze", false},
+    {2521, CDefaultButtons::kPrintControl, u"TagPrint", u"", u"", true},
+    {109, CDefaultButtons::kPrintPreviewControl, u"TagPrintP", u"", u"", false},
+    {1733, 1733, u"Tag01", u"", u"", true, msoControlComboBox},
+    {263, kEmptyControl, u"TagExcel", u"", u"", false},
+    {984, kEmptyControl, u"TagHelp", u"{F1}", kHelpMacro, false},
+};
+
+std::u16string MacroOf(const excel::Workbook& workbook, std::u16string_view macro) {
+  return workbook.Name().append(u"!").append(macro);
+}
+
+}  // namespace
 
 const ClassDescription& CDefaultButtons::Description() {
   static const ClassDescription description =
@@ -19,29 +55,76 @@ const ClassDescription& CDefaultButtons::Description() {
   return description;
 }
 
+CDefaultButtons::CDefaultButtons() {
+  std::int32_t number = kFirstCaption;
+  for (std::u16string& caption : captions_) caption = HostText(number++);
+}
+
+void CDefaultButtons::Init(excel::Worksheet pwsSeting, excel::CommandBar pCmdBar,
+                           Ref<CButtonProperties> pBProperties) {
+  sheet_ = std::move(pwsSeting);
+  bar_ = std::move(pCmdBar);
+  buttons_ = std::move(pBProperties);
+}
+
 void CDefaultButtons::AddButtons() {
-  throw AutomationError(kUnsupportedAction);
+  if (!buttons_) throw AutomationError(kObjectNotSet);
+  // Copies: what a call sets off in Excel may reach Init. The others are asked for when they are first
+  // needed.
+  const Ref<CButtonProperties> buttons = buttons_;
+  const excel::CommandBar bar = bar_;
+  excel::CommandBarControls controls;
+  std::u16string bar_name;
+  excel::Workbook workbook;
+
+  for (std::size_t row = 0; row < kDefaultButtonCount; ++row) {
+    const DefaultButton& button = kDefaultButtons[row];
+    const std::u16string& caption = captions_[row];
+    buttons->Add(1);
+    const std::uint8_t number = buttons->TotalButtons();
+    ButtonEntry& entry = buttons->Button(number);
+    entry.id = button.id;
+    entry.face_id = button.face_id;
+    entry.caption = caption;
+    entry.tag = button.tag;
+    // Caption alone, on purpose: the key never shows.
+    entry.tooltip_text = caption;
+    entry.on_key = button.on_key;
+    entry.visible = true;
+    entry.begin_group = button.begin_group;
+
+    if (!controls) {
+      controls = bar.Controls();
+      bar_name = bar.Name();
+    }
+    const excel::CommandBarControl control = controls.Add(button.type, button.id, bar_name, number);
+    const bool is_button = button.type == msoControlButton;
+    if (is_button) control.SetSetting(u"FaceId", button.face_id);
+    control.SetSetting(u"Caption", caption);
+    control.SetSetting(u"Tag", button.tag);
+    control.SetSetting(u"ToolTipText", caption);
+    control.SetSetting(u"Visible", true);
+    control.SetSetting(u"BeginGroup", button.begin_group);
+    if (!is_button) {
+      control.SetSetting(u"Width", kComboBoxWidth);
+      continue;
+    }
+    std::u16string macro;
+    if (!button.on_action.empty()) {
+      if (!workbook) workbook = sheet_.Parent();
+      macro = MacroOf(workbook, button.on_action);
+    }
+    control.SetSetting(u"OnAction", std::move(macro));
+  }
+
+  const excel::Application application = TheGlobals().application;
+  buttons->Button(buttons->TotalButtons()).on_action = MacroOf(application.ThisWorkbook(), kHelpMacro);
 }
-std::int32_t CDefaultButtons::cmdIndexComment() const {
-  throw AutomationError(kUnsupportedAction);
-}
-std::int32_t CDefaultButtons::cmdIndexFreeze() const {
-  throw AutomationError(kUnsupportedAction);
-}
-std::int32_t CDefaultButtons::cmdIndexPrintP() const {
-  throw AutomationError(kUnsupportedAction);
-}
-std::int32_t CDefaultButtons::cmdIndexPrint() const {
-  throw AutomationError(kUnsupportedAction);
-}
-std::int32_t CDefaultButtons::cmdIndexExcel() const {
-  throw AutomationError(kUnsupportedAction);
-}
-std::int32_t CDefaultButtons::cmdIndexHelp() const {
-  throw AutomationError(kUnsupportedAction);
-}
-void CDefaultButtons::Init(excel::Worksheet, ObjectPtr, Ref<CButtonProperties>) {
-  throw AutomationError(kUnsupportedAction);
+
+std::int32_t CDefaultButtons::IndexOf(std::u16string_view property, Value value) const {
+  const excel::CommandBar bar = bar_;
+  const excel::CommandBarControl control = bar.FindControl(property, std::move(value));
+  return control ? control.Index() : 0;
 }
 
 }  // namespace qva

@@ -1,6 +1,36 @@
 #include "excelui/CToolbar.h"
 
+#include "global/Globals.h"
+#include "platform/text.h"
+
 namespace qva {
+namespace {
+
+// The byte results.
+constexpr std::uint8_t kDone = 0;
+constexpr std::uint8_t kNotDone = 1;
+
+/// The one key that is bound for both letter cases, so that it also works with Caps Lock on.
+constexpr std::u16string_view kSaveKey = u"^{s}";
+constexpr std::u16string_view kSaveKeyWithCapsLock = u"^{S}";
+
+/// Lets a key run a macro; null gives it back to Excel. Ignores what Excel raises.
+void SetKey(std::u16string_view key, const std::u16string* macro) {
+  const excel::Application application = TheGlobals().application;
+  const bool is_save_key = ToLower(key) == kSaveKey;
+  for (const std::u16string_view each : {is_save_key ? kSaveKey : key, kSaveKeyWithCapsLock}) {
+    IgnoreErrors([&] {
+      if (macro) {
+        application.OnKey(each, *macro);
+      } else {
+        application.ResetKey(each);
+      }
+    });
+    if (!is_save_key) break;
+  }
+}
+
+}  // namespace
 
 const ClassDescription& CToolbar::Description() {
   static const ClassDescription description =
@@ -41,71 +71,171 @@ const ClassDescription& CToolbar::Description() {
   return description;
 }
 
-std::int32_t CToolbar::iComment() {
-  throw AutomationError(kUnsupportedAction);
+CToolbar::~CToolbar() {
+  try {
+    if (bar_) {
+      IgnoreErrors([&] { bar_.SetEnabled(true); });
+      IgnoreErrors([&] { bar_.Delete(); });
+    }
+    if (buttons_) {
+      ReleaseHotKeys();
+      buttons_->Reset();
+    }
+  } catch (...) {
+    // Out of memory: Excel drops the bar when it ends.
+  }
 }
-std::int32_t CToolbar::iFreeze() {
-  throw AutomationError(kUnsupportedAction);
+
+std::uint8_t CToolbar::VisibleButton(std::uint8_t Index, bool Visible) {
+  if (SetOnControl(Index, u"Visible", Visible) == kNotDone) return kNotDone;
+  BindHotKey(Index);
+  return kDone;
 }
-std::int32_t CToolbar::iPrintP() {
-  throw AutomationError(kUnsupportedAction);
+
+std::uint8_t CToolbar::EnabledButton(std::uint8_t Index, bool Enabled) {
+  if (SetOnControl(Index, u"EnabledButton", Enabled) == kNotDone) return kNotDone;
+  BindHotKey(Index);
+  return kDone;
 }
-std::int32_t CToolbar::iPrint() {
-  throw AutomationError(kUnsupportedAction);
+
+std::uint8_t CToolbar::ButtonFaceID(std::uint8_t Index, std::int32_t ID) {
+  return SetOnControl(Index, u"FaceId", ID);
 }
-std::int32_t CToolbar::iExcel() {
-  throw AutomationError(kUnsupportedAction);
+
+std::uint8_t CToolbar::ButtonFace(std::uint8_t Index, ObjectPtr Picture) {
+  if (FindBar() == 0) return kNotDone;
+  excel::Shape(std::move(Picture)).Copy();
+  Control(Index).PasteFace();
+  return kDone;
 }
-std::int32_t CToolbar::iHelp() {
-  throw AutomationError(kUnsupportedAction);
-}
-std::uint8_t CToolbar::VisibleButton(std::uint8_t, bool) {
-  throw AutomationError(kUnsupportedAction);
-}
-std::uint8_t CToolbar::EnabledButton(std::uint8_t, bool) {
-  throw AutomationError(kUnsupportedAction);
-}
-std::uint8_t CToolbar::ButtonFaceID(std::uint8_t, std::int32_t) {
-  throw AutomationError(kUnsupportedAction);
-}
-std::uint8_t CToolbar::ButtonFace(std::uint8_t, ObjectPtr) {
-  throw AutomationError(kUnsupportedAction);
-}
+
 std::uint8_t CToolbar::PositinTop() {
-  throw AutomationError(kUnsupportedAction);
+  const excel::CommandBar bar = bar_;
+  if (!bar) return kNotDone;
+  bar.SetPosition(msoBarTop);
+  return kDone;
 }
+
 void CToolbar::Refresh() {
-  throw AutomationError(kUnsupportedAction);
+  if (FindBar() == 0) return;
+  const excel::CommandBar bar = bar_;
+  if (!bar.Visible()) {
+    ReleaseHotKeys();
+    return;
+  }
+  const int count = buttons_->TotalButtons();
+  for (int button = 1; button <= count; ++button) BindHotKey(static_cast<std::uint8_t>(button));
 }
-std::uint8_t CToolbar::ButtonToolTipText(std::uint8_t, std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+std::uint8_t CToolbar::ButtonToolTipText(std::uint8_t Index, std::u16string sText) {
+  return SetOnControl(Index, u"ToolTipText", std::move(sText));
 }
-void CToolbar::SetVisibleToolbar(bool) {
-  throw AutomationError(kUnsupportedAction);
+
+void CToolbar::SetVisibleToolbar(bool value) {
+  if (FindBar() != 0) {
+    const excel::CommandBar bar = bar_;
+    if (bar.Visible() != value) {
+      bar.SetEnabled(value);
+      bar.SetVisible(value);
+    }
+  }
+  Refresh();
 }
+
 bool CToolbar::VisibleToolbar() {
-  throw AutomationError(kUnsupportedAction);
+  const excel::CommandBar bar = bar_;
+  const bool is_visible = bar && bar.Visible();
+  Refresh();
+  return is_visible;
 }
+
 std::u16string CToolbar::Caption() const {
-  throw AutomationError(kUnsupportedAction);
+  const excel::CommandBar bar = bar_;
+  return bar.Name();
 }
-void CToolbar::SetCaption(std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+void CToolbar::SetCaption(std::u16string value) {
+  const excel::CommandBar bar = bar_;
+  IgnoreErrors([&] { bar.SetName(value); });
 }
-std::uint8_t CToolbar::SetAction(std::uint8_t, std::u16string&) {
-  throw AutomationError(kUnsupportedAction);
+
+std::uint8_t CToolbar::SetAction(std::uint8_t nButton, std::u16string& sRunMacros) {
+  if (FindBar() == 0) return kNotDone;
+  if (sRunMacros.empty()) return kDone;
+  sRunMacros = workbook_.Name().append(u"!").append(sRunMacros);
+  Control(nButton).SetSetting(u"OnAction", sRunMacros);
+  buttons_->Button(nButton).on_action = sRunMacros;
+  return kDone;
 }
-std::uint8_t CToolbar::SetHotKey(std::uint8_t, std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+std::uint8_t CToolbar::SetHotKey(std::uint8_t nButton, std::u16string sOnKey) {
+  if (FindBar() == 0) return kNotDone;
+  buttons_->Button(nButton).on_key = std::move(sOnKey);
+  return BindHotKey(nButton);
 }
+
 std::int32_t CToolbar::ToolbarID() const {
-  throw AutomationError(kUnsupportedAction);
+  const excel::CommandBar bar = bar_;
+  return bar ? bar.Index() : 0;
 }
+
 std::uint8_t CToolbar::TotalButtons() const {
-  throw AutomationError(kUnsupportedAction);
+  const excel::CommandBar bar = bar_;
+  return bar ? Value(bar.Controls().Count()).ToByte() : std::uint8_t{0};
 }
-void CToolbar::Init(excel::Workbook, excel::Worksheet) {
-  throw AutomationError(kUnsupportedAction);
+
+std::int32_t CToolbar::FindBar() {
+  const excel::Application application = TheGlobals().application;
+  excel::CommandBar bar;
+  std::int32_t index = 0;
+  IgnoreErrors([&] {
+    bar = application.CommandBars(caption_);
+    index = bar.Index();
+  });
+  bar_ = std::move(bar);
+  return index;
+}
+
+excel::CommandBarControl CToolbar::Control(std::uint8_t button) const {
+  // A copy: what the call sets off in Excel may make the toolbar look for its bar.
+  const excel::CommandBar bar = bar_;
+  return bar.Controls(std::int32_t{button});
+}
+
+std::uint8_t CToolbar::SetOnControl(std::uint8_t button, std::u16string_view property, Value value) {
+  if (FindBar() == 0) return kNotDone;
+  Control(button).SetSetting(property, std::move(value));
+  return kDone;
+}
+
+std::uint8_t CToolbar::BindHotKey(std::uint8_t button) {
+  std::uint8_t result = kNotDone;
+  IgnoreErrors([&] {
+    const std::u16string key = buttons_->Button(button).on_key;
+    if (key.empty()) return;
+    const excel::CommandBarControl control = Control(button);
+    std::u16string macro;
+    if (control.Visible() && control.Enabled()) {
+      result = kDone;
+      macro = control.OnAction();
+    }
+    SetKey(key, &macro);
+  });
+  return result;
+}
+
+void CToolbar::ReleaseHotKeys() {
+  const Ref<CButtonProperties> buttons = buttons_;
+  const int count = buttons->TotalButtons();
+  for (int button = 1; button <= count; ++button) {
+    const std::u16string key = buttons->Button(static_cast<std::uint8_t>(button)).on_key;
+    if (!key.empty()) SetKey(key, nullptr);
+  }
+}
+
+Ref<CDefaultButtons> CToolbar::DefaultButtons() const {
+  if (!default_buttons_) throw AutomationError(kObjectNotSet);
+  return default_buttons_;
 }
 
 }  // namespace qva

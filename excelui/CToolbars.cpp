@@ -1,11 +1,34 @@
 #include "excelui/CToolbars.h"
 
+#include <limits>
+#include <utility>
+
+#include "excelui/ExcelSettings.h"
+#include "global/Globals.h"
 #include "global/StartUp.h"
 
 namespace qva {
 namespace {
 
 constexpr std::int32_t kGoToAppCaption = 841;  ///< host message: caption of the go-to-application command
+constexpr std::int32_t kGoToAppFace = 1017;
+
+/// The go-to-application command and the bar that it is on; each may be empty.
+struct GoToApp {
+  explicit GoToApp(const std::u16string& caption) {
+    IgnoreErrors([&] {
+      bar = MenuBar();
+      command = bar.Controls(caption);
+    });
+  }
+  static excel::CommandBar MenuBar() {
+    const excel::Application application = TheGlobals().application;
+    return application.CommandBars(kWorksheetMenuBar);
+  }
+
+  excel::CommandBar bar;
+  excel::CommandBarControl command;
+};
 
 }  // namespace
 
@@ -27,28 +50,75 @@ const ClassDescription& CToolbars::Description() {
   return description;
 }
 
-std::uint8_t CToolbars::CreateToolbar(excel::Worksheet) {
-  throw AutomationError(kUnsupportedAction);
+CToolbars::~CToolbars() {
+  try {
+    // Taken out first: what a toolbar sets off in Excel when it goes may look at the set.
+    std::exchange(toolbars_, {});
+    IgnoreErrors([&] { cmdGoToAppDelete(); });
+  } catch (...) {
+    // Out of memory: Excel drops the command when it ends.
+  }
 }
 
-Ref<CToolbar> CToolbars::Item(std::uint8_t ToolbarID) const {
-  for (const Entry& entry : toolbars_) {
-    if (entry.id == ToolbarID) return entry.toolbar;
+std::uint8_t CToolbars::CreateToolbar(excel::Worksheet oSheet) {
+  const auto toolbar = MakeRef<CToolbar>();
+  toolbar->Init(oSheet.Parent(), oSheet);
+  if (toolbar->TotalButtons() == 0) return 0;
+  toolbars_.push_back(toolbar);
+  if (last_id_ == std::numeric_limits<std::uint8_t>::max()) throw AutomationError(kOverflow);
+  toolbar->SetIDCollection(++last_id_);
+  return last_id_;
+}
+
+Ref<CToolbar> CToolbars::Item(std::uint8_t ToolbarID) {
+  for (position_ = 1; position_ <= Count(); ++position_) {
+    const Ref<CToolbar>& toolbar = toolbars_[static_cast<std::size_t>(position_) - 1];
+    if (toolbar->IDCollection() == ToolbarID) return toolbar;
   }
+  position_ = 0;
   return {};
 }
 
-void CToolbars::DeleteToolbar(std::uint8_t) {
-  throw AutomationError(kUnsupportedAction);
+void CToolbars::DeleteToolbar(std::uint8_t ToolbarID) {
+  // Held beyond its place in the set: what it sets off in Excel when it goes may look at the set.
+  const Ref<CToolbar> toolbar = Item(ToolbarID);
+  if (toolbar) toolbars_.erase(toolbars_.begin() + position_ - 1);
 }
+
 void CToolbars::Refresh() {
-  throw AutomationError(kUnsupportedAction);
+  // Counted in 8 bits, which one beyond the last must fit, too.
+  const std::uint8_t count = Value(Count()).ToByte();
+  for (int pass = 1; pass <= count; ++pass) {
+    if (position_ < 1 || position_ > Count()) throw AutomationError(kInvalidProcedureCall);
+    const Ref<CToolbar> toolbar = toolbars_[static_cast<std::size_t>(position_) - 1];
+    if (toolbar->VisibleToolbar()) toolbar->Refresh();
+  }
+  if (count == std::numeric_limits<std::uint8_t>::max()) throw AutomationError(kOverflow);
 }
-void CToolbars::cmdGoToAppShow(std::u16string) {
-  throw AutomationError(kUnsupportedAction);
+
+void CToolbars::cmdGoToAppShow(std::u16string sMacros) {
+  const std::u16string caption = cmdGoToAppCaption();
+  GoToApp found(caption);
+  if (!found.command) {
+    if (!found.bar) found.bar = GoToApp::MenuBar();
+    found.bar.SetProtection(msoBarNoProtection);
+    found.command = found.bar.Controls().Add(msoControlButton);
+    found.bar.SetProtection(msoBarNoCustomize | msoBarNoChangeVisible);
+  }
+  found.command.SetSetting(u"FaceId", kGoToAppFace);
+  found.command.SetSetting(u"BeginGroup", true);
+  found.command.SetSetting(u"OnAction", std::move(sMacros));
+  found.command.SetSetting(u"Caption", caption);
+  found.command.SetSetting(u"Parameter", caption);
+  found.command.SetSetting(u"Style", std::int32_t{msoButtonIconAndCaption});
+  found.command.SetSetting(u"Visible", true);
 }
+
 void CToolbars::cmdGoToAppDelete() {
-  throw AutomationError(kUnsupportedAction);
+  const GoToApp found(cmdGoToAppCaption());
+  if (!found.command) return;
+  found.bar.SetProtection(msoBarNoProtection);
+  found.command.Delete();
 }
 
 std::u16string CToolbars::cmdGoToAppCaption() const {

@@ -9,30 +9,42 @@
 
 namespace qva {
 
-/// The set of report toolbars, numbered by the set itself. So far the set stays empty: the members that
-/// create, delete and refresh toolbars, and those that add and remove the go-to-application command, are not
-/// built yet and raise 445 (Object doesn't support this action).
+/// The set of report toolbars, numbered by the set itself, and the go-to-application command on Excel's
+/// worksheet menu bar. Both go with the object: the toolbars first. Raises whatever Excel raises, unless a
+/// member says otherwise.
 class CToolbars : public Described<CToolbars> {
  public:
   static const ClassDescription& Description();
+  CToolbars() = default;
+  ~CToolbars() override;
 
+  /// Builds a toolbar from a settings sheet. Result: its id, or 0 when the sheet describes none. An id is
+  /// never used again, and after 255 comes 6 (Overflow), on purpose; the toolbar stays in the set, without an
+  /// id.
   std::uint8_t CreateToolbar(excel::Worksheet oSheet);
   /// The toolbar of an id; Nothing when there is none.
-  Ref<CToolbar> Item(std::uint8_t ToolbarID) const;
+  Ref<CToolbar> Item(std::uint8_t ToolbarID);
   std::int32_t Count() const { return static_cast<std::int32_t>(toolbars_.size()); }
+  /// Drops the toolbar of an id, if there is one.
   void DeleteToolbar(std::uint8_t ToolbarID);
+  /// Refreshes the toolbar at the shared position, if it is shown, as often as there are toolbars. On purpose
+  /// it visits no other one: which it is, Item and DeleteToolbar decide. Raises 5 (Invalid procedure call)
+  /// when there are toolbars and none at that position, and 6 (Overflow) with more than 254 toolbars.
   void Refresh();
+
+  /// Adds the command, which runs a macro, or changes it where it is there already. The menu bar cannot be
+  /// customised afterwards.
   void cmdGoToAppShow(std::u16string sMacros);
+  /// Removes the command, if it is there. The menu bar stays without protection afterwards, on purpose.
   void cmdGoToAppDelete();
-  /// The caption of the go-to-application command, a host message. Raises what the resource object raises.
+  /// The caption of the command, a host message. Raises what the resource object raises.
   std::u16string cmdGoToAppCaption() const;
 
  private:
-  struct Entry {
-    std::uint8_t id;
-    Ref<CToolbar> toolbar;
-  };
-  std::vector<Entry> toolbars_;
+  std::vector<Ref<CToolbar>> toolbars_;
+  /// The position from 1 of the toolbar that was last looked for, 0 when there was none.
+  std::int16_t position_ = 0;
+  std::uint8_t last_id_ = 0;
 };
 
 }  // namespace qva

@@ -28,12 +28,11 @@ const std::set<std::string> kBuilt = {
     "CReports.ColorRanges",
     "CSaveForm.*",
     "CSetPath.*",
-    "CToolbar.CmdEvent",
-    "CToolbar.IDCollection",
-    "CToolbars.Item",
-    "CToolbars.Count",
-    "CToolbars.cmdGoToAppCaption",
+    "CToolbar.*",
     "CButtonProperties.*",
+    "CToolbars.*",
+    "CDefaultButtons.*",
+    "CCommandsEvent.*",
     "CEnvironment.*",
 };
 
