@@ -1,0 +1,141 @@
+// What tests of toolbars share: a connected library, a workbook with a settings sheet, and short ways to the
+// bars that come of it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/excel_constants.h"
+#include "tests/library_fixture.h"
+
+namespace qva {
+
+/// A row of the settings sheet.
+struct TestButton {
+  Value id = 1;
+  Value face_id = 59;
+  Value caption = u"Mygtukas";
+  Value picture = {};
+  Value tag = {};
+  Value tooltip = u"Užuomina";
+  Value key = {};
+  Value visible = true;
+  Value begin_group = false;
+  Value action = u"Veiksmas";
+};
+
+/// Columns of the settings sheet, in the order of TestButton.
+inline constexpr std::u16string_view kColumnNames[] = {
+    u"Button_ID",          u"Button_FaceID", u"Button_Captions", u"Button_Pictures",   u"Button_Tag",
+    u"Button_TooltipText", u"Button_OnKey",  u"Button_Visible",  u"Button_BeginGroup", u"Button_OnAction"};
+/// The other named cells.
+inline constexpr std::u16string_view kCellNames[] = {u"nTotalButtons", u"sToolBarCaption", u"bMenuBar"};
+
+/// The workbook is "Book1", its settings sheet "Sheet2"; a toolbar of it is called "Ataskaita(Book1)".
+class ToolbarTest : public LibraryTest {
+ protected:
+  static constexpr std::u16string_view kBar = u"Ataskaita(Book1)";
+  static constexpr int kDefaults = 7;
+
+  ToolbarTest() {
+    // A first object, so that the host's objects that stay are there.
+    global = Connected();
+    trace.Clear();
+    count.Reset();
+  }
+  ~ToolbarTest() override {
+    toolbar.reset();
+    toolbars.reset();
+  }
+
+  ObjectPtr Cell(std::int32_t row, std::int32_t column) const {
+    return GetObject(sheet, u"Cells", {row, column});
+  }
+  static void Name(const ObjectPtr& cell, std::u16string_view name) { Put(cell, u"Name", name); }
+
+  /// Fills the settings sheet: the single cells in row 1, the headers in row 3.
+  void Describe(const std::vector<TestButton>& buttons, bool is_menu_bar = false) const {
+    DescribeCells(static_cast<std::int32_t>(buttons.size()), is_menu_bar);
+    std::int32_t row = 3;
+    for (std::int32_t column = 1; column <= 10; ++column) {
+      Put(Cell(row, column), u"Value", u"Antraštė");
+      Name(Cell(row, column), kColumnNames[column - 1]);
+    }
+    for (const TestButton& b : buttons) {
+      ++row;
+      std::int32_t column = 0;
+      for (const Value& value : {b.id, b.face_id, b.caption, b.picture, b.tag, b.tooltip, b.key, b.visible,
+                                 b.begin_group, b.action}) {
+        ++column;
+        if (!value.Is(Value::Type::Empty)) Put(Cell(row, column), u"Value", value);
+      }
+    }
+  }
+  void DescribeCells(const Value& total, bool is_menu_bar = false) const {
+    const Value values[] = {total, u"Ataskaita", is_menu_bar};
+    for (std::int32_t column = 1; column <= 3; ++column) {
+      Put(Cell(1, column), u"Value", values[column - 1]);
+      Name(Cell(1, column), kCellNames[column - 1]);
+    }
+  }
+  void AddShape(std::u16string_view name) const {
+    const ObjectPtr shape = Call(GetObject(sheet, u"Shapes"), u"AddShape", {1, 0, 0, 16, 16}).ToObject();
+    Put(shape, u"Name", name);
+  }
+
+  /// A toolbar of the settings sheet, outside of any collection.
+  ObjectPtr NewToolbar() const {
+    const ObjectPtr created = qva::LibraryTest::Create(u"CToolbar");
+    Call(created, u"Init", {observed_workbook, observed_sheet});
+    return created;
+  }
+  /// The toolbar of the settings sheet, with these buttons.
+  void Build(const std::vector<TestButton>& buttons) {
+    Describe(buttons);
+    toolbar = NewToolbar();
+    trace.Clear();
+    count.Reset();
+  }
+
+  // Of Excel, past all observers.
+  bool HasBar(std::u16string_view name = kBar) const {
+    return ErrorNumberOf([&] { GetObject(excel, u"CommandBars", {name}); }) == 0;
+  }
+  ObjectPtr Bar(std::u16string_view name = kBar) const { return GetObject(excel, u"CommandBars", {name}); }
+  ObjectPtr Control(std::int32_t index) const { return GetObject(Bar(), u"Controls", {index}); }
+  std::int32_t ControlCount() const { return Get(GetObject(Bar(), u"Controls"), u"Count").ToInt32(); }
+  Value Of(std::int32_t index, std::u16string_view property) const { return Get(Control(index), property); }
+  std::int32_t BarCount() const { return Get(GetObject(excel, u"CommandBars"), u"Count").ToInt32(); }
+  std::u16string PastedFace(std::int32_t index) const {
+    return excel->data()->command_bars.back()->controls[static_cast<std::size_t>(index) - 1]->pasted_face;
+  }
+  /// The macro that a key runs, "off" for none, "Excel" for Excel's own meaning.
+  std::string Key(std::u16string_view key) const {
+    const auto macro = excel->KeyBinding(key);
+    if (!macro) return "Excel";
+    return macro->empty() ? "off" : ToUtf8(*macro);
+  }
+
+  /// The byte result of an operation.
+  int Result(std::u16string_view member, Arguments arguments) const {
+    return Call(toolbar, member, std::move(arguments)).As<std::uint8_t>();
+  }
+  int Create(const ObjectPtr& settings) const {
+    return Call(toolbars, u"CreateToolbar", {settings}).As<std::uint8_t>();
+  }
+
+  static std::vector<TestButton> Buttons(int number) {
+    return std::vector<TestButton>(static_cast<std::size_t>(number));
+  }
+
+  ObjectPtr global;
+  ObjectPtr workbook = excel->AddWorkbook();
+  ObjectPtr sheet = GetObject(workbook, u"Sheets", {u"Sheet2"});
+  ObjectPtr observed_workbook = interceptor.Wrap(workbook, u"Book");
+  ObjectPtr observed_sheet = interceptor.Wrap(sheet, u"Sheet");
+  ObjectPtr toolbar;
+  ObjectPtr toolbars = qva::LibraryTest::Create(u"CToolbars");
+};
+
+}  // namespace qva
