@@ -1,6 +1,17 @@
 #include "period/CDatePic.h"
 
+#include <cmath>
+
+#include "period/frmDatePic.h"
+#include "platform/services.h"
+
 namespace qva {
+namespace {
+
+constexpr int kEnter = 13;
+constexpr int kEscape = 27;
+
+}  // namespace
 
 const ClassDescription& CDatePic::Description() {
   static const ClassDescription description =
@@ -9,8 +20,29 @@ const ClassDescription& CDatePic::Description() {
   return description;
 }
 
-bool CDatePic::Show(Date&) {
-  throw AutomationError(kUnsupportedAction);
+bool CDatePic::Show(Date& Selectdate) {
+  confirmed_ = false;
+  if (Selectdate.serial == 0) Selectdate = {std::floor(GetServices().clock->Now().serial)};
+
+  frmDatePic& form = frmDatePic::Load();
+  struct UnloadForm {
+    ~UnloadForm() { frmDatePic::Unload(); }
+  } const unload;
+  ui::MonthView& calendar = form.MonthView1();
+  calendar.on_day_double_click = [&] {
+    confirmed_ = true;
+    form.Hide();
+  };
+  calendar.on_key_press = [&](int character) {
+    // Any other key takes a confirmation back.
+    confirmed_ = character == kEnter;
+    if (character == kEnter || character == kEscape) form.Hide();
+  };
+  calendar.SetValue(Selectdate);
+  calendar.SetFocus();
+  form.ShowModal();
+  if (confirmed_) Selectdate = calendar.Value();
+  return confirmed_;
 }
 
 }  // namespace qva

@@ -48,6 +48,10 @@ std::u16string StandardDescription(std::int32_t number) {
       return u"Object variable or With block variable not set";
     case kInvalidUseOfNull:
       return u"Invalid use of Null";
+    case kInvalidPropertyValue:
+      return u"Invalid property value";
+    case kFormAlreadyDisplayed:
+      return u"Form already displayed; can't show modally";
     case kCannotCreateObject:
       return u"ActiveX component can't create object";
     case kUnsupportedMember:

@@ -32,6 +32,7 @@ enum ErrorNumber : std::int32_t {
   kObjectNotSet = 91,
   kInvalidUseOfNull = 94,
   kInvalidPropertyValue = 380,
+  kFormAlreadyDisplayed = 400,
   kCannotCreateObject = 429,
   kAutomationFailed = 440,
   kUnsupportedAction = 445,

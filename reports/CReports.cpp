@@ -84,10 +84,6 @@ void CReports::FillAttr(excel::Range& rIMKodas, excel::Range& rPVMKodas, excel::
 void CReports::FillBnksAcc(excel::Range, excel::Range, excel::Range, excel::Range, excel::Range) {
 }
 
-bool CReports::ReadDate(excel::Range, excel::Range, excel::Range, excel::Range, std::int32_t) {
-  throw AutomationError(kUnsupportedAction);
-}
-
 std::int32_t CReports::Show(std::u16string_view text, std::u16string_view title,
                             const std::vector<Value>& captions) {
   if (!message_) message_ = host::Message::Create(*GetServices().object_factory);

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "period/CDatePic.h"
 #include "platform/excel.h"
 #include "platform/host.h"
 #include "platform/member_table.h"
@@ -12,9 +13,8 @@
 
 namespace qva {
 
-/// Takes over the active workbook, fills the company's attributes into the cells that the macros pass, and
-/// finishes the report: prints, locks, freezes, saves and colours it. Reading the date is not built yet: it
-/// raises 445 (Object doesn't support this action).
+/// Takes over the active workbook, asks for the report's date, fills the company's attributes into the cells
+/// that the macros pass, and finishes the report: prints, locks, freezes, saves and colours it.
 class CReports : public Described<CReports> {
  public:
   static const ClassDescription& Description();
@@ -23,7 +23,11 @@ class CReports : public Described<CReports> {
   /// as that of a missing window, reach the caller.
   void Init(std::u16string WCaption);
 
-  /// `DateType` is one of enDateType; the cells that its form of date does not use may be Nothing.
+  /// Shows the date that the cells hold in a date picker and writes the one that the user confirms back; true
+  /// then. `DateType` is one of enDateType; the cells that its form of date does not use may be Nothing and
+  /// stay as they are. A month or quarter stands for the 12th of its (last) month. Any other `DateType` shows
+  /// today and writes nothing. Raises 6 and 13 for cells that hold no 16-bit whole numbers, 5 for numbers
+  /// that make no date, and what Excel and the picker raise.
   bool ReadDate(excel::Range rYear, excel::Range rMonth, excel::Range rDay, excel::Range rQuater,
                 std::int32_t DateType);
 
@@ -90,8 +94,9 @@ class CReports : public Described<CReports> {
   }
 
   excel::Workbook workbook_;
-  host::Message message_;    ///< from the first message on
-  bool is_locking_ = false;  ///< what the last Locking did
+  Ref<CDatePic> date_picker_;  ///< from the first ReadDate on
+  host::Message message_;      ///< from the first message on
+  bool is_locking_ = false;    ///< what the last Locking did
 };
 
 }  // namespace qva

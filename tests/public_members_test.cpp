@@ -18,6 +18,8 @@ const std::set<std::string> kBuilt = {
     "gExcelObject.*",
     "CTools.*",
     "CRepPeriod.*",
+    "CDatePic.*",
+    "CReports.ReadDate",
     "CReports.Init",
     "CReports.FillAttr",
     "CReports.FillBnksAcc",

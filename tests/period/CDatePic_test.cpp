@@ -1,0 +1,118 @@
+#include "period/CDatePic.h"
+
+#include "period/frmDatePic.h"
+#include "platform/date.h"
+#include "tests/library_fixture.h"
+
+namespace qva {
+namespace {
+
+constexpr std::u16string_view kMonth = u"MonthView1";
+
+class DatePicker : public LibraryTest {
+ protected:
+  /// Shows the picker on `date`, which becomes what the picker made of it.
+  bool Show(const MemoryForm::User& user) {
+    platform.forms.user = user;
+    Arguments arguments{date};
+    const Value result = picker->Invoke(Access::Call, u"Show", arguments);
+    date = arguments.positional[0].ToDate();
+    return result.ToBoolean();
+  }
+
+  ObjectPtr picker = Create(u"CDatePic");
+  Date date = DateFromParts(2024, 2, 12);
+};
+
+TEST_F(DatePicker, ShowsItsDateUnderItsCaption) {
+  Show([](MemoryForm& form) {
+    EXPECT_EQ(form.description().caption, u"Pasirinkite data");
+    EXPECT_EQ(form.Text(kMonth), u"2024-02-12");
+    EXPECT_EQ(form.focused(), kMonth);
+  });
+  EXPECT_EQ(platform.forms.created, 1);
+}
+
+TEST_F(DatePicker, ConfirmsADayWithADoubleClick) {
+  EXPECT_TRUE(Show([](MemoryForm& form) {
+    form.DoubleClickDay(kMonth, DateFromParts(2024, 11, 3));
+    EXPECT_FALSE(form.Visible());
+  }));
+  EXPECT_EQ(date, DateFromParts(2024, 11, 3));
+}
+
+TEST_F(DatePicker, ConfirmsTheDateShownWithEnter) {
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
+  EXPECT_EQ(date, DateFromParts(2024, 2, 12));
+}
+
+TEST_F(DatePicker, ConfirmsAClickedDayWithEnter) {
+  EXPECT_TRUE(Show([](MemoryForm& form) {
+    form.PickDate(kMonth, DateFromParts(2025, 1, 31));
+    EXPECT_TRUE(form.Visible());
+    form.PressKey(kMonth, 13);
+  }));
+  EXPECT_EQ(date, DateFromParts(2025, 1, 31));
+}
+
+TEST_F(DatePicker, IsLeftWithEscape) {
+  EXPECT_FALSE(Show([](MemoryForm& form) {
+    form.PickDate(kMonth, DateFromParts(2025, 1, 31));
+    form.PressKey(kMonth, 27);
+    EXPECT_FALSE(form.Visible());
+  }));
+  EXPECT_EQ(date, DateFromParts(2024, 2, 12));
+}
+
+TEST_F(DatePicker, StaysOpenForAnyOtherKey) {
+  EXPECT_FALSE(Show([](MemoryForm& form) {
+    form.PressKey(kMonth, 'a');
+    EXPECT_TRUE(form.Visible());
+    form.PressKey(kMonth, 27);
+  }));
+}
+
+TEST_F(DatePicker, IsNotConfirmedWhenItsWindowIsClosed) {
+  EXPECT_FALSE(Show([](MemoryForm& form) {
+    form.PickDate(kMonth, DateFromParts(2025, 1, 31));
+    form.CloseWindow();
+  }));
+  EXPECT_EQ(date, DateFromParts(2024, 2, 12));
+}
+
+TEST_F(DatePicker, ShowsTodayForTheZeroDateAndKeepsIt) {
+  date = {};
+  EXPECT_FALSE(Show([](MemoryForm& form) { EXPECT_EQ(form.Text(kMonth), u"2024-06-12"); }));
+  EXPECT_EQ(date, DateFromParts(2024, 6, 12));  // without the time of day
+}
+
+TEST_F(DatePicker, BeginsEachShowingUnconfirmed) {
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
+  EXPECT_FALSE(Show([](MemoryForm& form) { form.CloseWindow(); }));
+  EXPECT_EQ(platform.forms.created, 2);  // unloaded after each
+}
+
+TEST_F(DatePicker, IsShownOnceAtATime) {
+  EXPECT_FALSE(Show([this](MemoryForm&) {
+    const ObjectPtr other = Create(u"CDatePic");
+    EXPECT_EQ(ErrorNumberOf([&] { Call(other, u"Show", {date}); }), kFormAlreadyDisplayed);
+  }));
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
+}
+
+TEST_F(DatePicker, RaisesForADateThatNoCalendarShowsAndCanBeShownAgain) {
+  date = DateFromParts(1600, 1, 1);
+  EXPECT_EQ(ErrorNumberOf([&] { Call(picker, u"Show", {date}); }), kInvalidPropertyValue);
+  date = DateFromParts(2024, 2, 12);
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
+}
+
+TEST_F(DatePicker, RaisesWhenThereAreNoWindows) {
+  platform.forms.refuse = true;
+  EXPECT_EQ(ErrorNumberOf([&] { Call(picker, u"Show", {date}); }), kOutOfMemory);
+  platform.forms.refuse = false;
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
+}
+
+}  // namespace
+}  // namespace qva

@@ -1,0 +1,175 @@
+#include "platform/date.h"
+#include "platform/excel.h"
+#include "reports/CReports.h"
+#include "tests/library_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr std::u16string_view kMonth = u"MonthView1";
+
+/// A report with the year in A1, the month in A2, the day in A3 and the quarter in A4.
+class ReadDate : public LibraryTest {
+ protected:
+  ReadDate() {
+    global = Connected();
+    const excel::Worksheet sheet(GetObject(excel->AddWorkbook(), u"ActiveSheet"));
+    for (const std::u16string_view address : {u"A1", u"A2", u"A3", u"A4"})
+      cells.push_back(sheet.Range(address));
+    Set({2024, 2, 29, 2});
+    reports = Create(u"CReports");
+  }
+
+  void Set(const std::vector<Value>& values) {
+    for (std::size_t i = 0; i < values.size(); ++i) cells[i].SetValue(values[i]);
+  }
+  std::vector<Value> Cells() const {
+    std::vector<Value> values;
+    for (const excel::Range& cell : cells) values.push_back(cell.Value());
+    return values;
+  }
+  bool Read(std::int32_t type) {
+    Arguments arguments;
+    for (const excel::Range& cell : cells)
+      arguments.positional.push_back(interceptor.Wrap(cell.object(), u"Range"));
+    arguments.positional.push_back(type);
+    return Call(reports, u"ReadDate", std::move(arguments)).ToBoolean();
+  }
+  /// The date that the picker opens on; the user leaves it.
+  std::u16string Shown(std::int32_t type) {
+    std::u16string shown = u"nothing";
+    platform.forms.user = [&](MemoryForm& form) { shown = form.Text(kMonth); };
+    EXPECT_FALSE(Read(type));
+    return shown;
+  }
+  /// Lets the user choose a date.
+  bool Choose(std::int32_t type, Date date) {
+    platform.forms.user = [=](MemoryForm& form) { form.DoubleClickDay(kMonth, date); };
+    return Read(type);
+  }
+
+  ObjectPtr global;
+  ObjectPtr reports;
+  std::vector<excel::Range> cells;
+};
+
+TEST_F(ReadDate, ShowsAFullDate) {
+  EXPECT_EQ(Shown(FullDate), u"2024-02-29");
+}
+
+TEST_F(ReadDate, ShowsThe12thOfAMonth) {
+  EXPECT_EQ(Shown(YearAndMonth), u"2024-02-12");
+}
+
+TEST_F(ReadDate, ShowsThe12thOfTheLastMonthOfAQuarter) {
+  EXPECT_EQ(Shown(YearAndQuater), u"2024-06-12");
+}
+
+TEST_F(ReadDate, WritesAFullDate) {
+  EXPECT_TRUE(Choose(FullDate, DateFromParts(2025, 11, 3)));
+  EXPECT_THAT(Cells(), ElementsAre(2025.0, 11.0, 3.0, 2.0));
+}
+
+TEST_F(ReadDate, WritesYearAndMonthAndLeavesTheDayAlone) {
+  EXPECT_TRUE(Choose(YearAndMonth, DateFromParts(2025, 1, 31)));
+  EXPECT_THAT(Cells(), ElementsAre(2025.0, 1.0, 29.0, 2.0));
+}
+
+TEST_F(ReadDate, WritesYearAndQuarter) {
+  EXPECT_TRUE(Choose(YearAndQuater, DateFromParts(2024, 11, 3)));
+  EXPECT_THAT(Cells(), ElementsAre(2024.0, 2.0, 29.0, 4.0));
+}
+
+TEST_F(ReadDate, WritesTheQuarterOfEveryMonth) {
+  for (int month = 1; month <= 12; ++month) {
+    EXPECT_TRUE(Choose(YearAndQuater, DateFromParts(2024, month, 1)));
+    EXPECT_EQ(Cells()[3], Value((month + 2) / 3 * 1.0)) << month;
+  }
+}
+
+TEST_F(ReadDate, LeavesEveryCellWhenTheUserCancels) {
+  const auto before = Cells();
+  for (const std::int32_t type : {FullDate, YearAndMonth, YearAndQuater}) Shown(type);
+  EXPECT_EQ(Cells(), before);
+}
+
+TEST_F(ReadDate, ShowsTodayForAnUnknownTypeAndWritesNothing) {
+  const auto before = Cells();
+  for (const std::int32_t type : {0, 4, -1}) {
+    EXPECT_EQ(Shown(type), u"2024-06-12");
+    EXPECT_TRUE(Choose(type, DateFromParts(2020, 1, 1)));
+  }
+  EXPECT_EQ(Cells(), before);
+}
+
+TEST_F(ReadDate, TakesPartsAsWholeNumbers) {
+  Set({2024.4, u"3", 10.5, 1});
+  EXPECT_EQ(Shown(FullDate), u"2024-03-10");
+}
+
+TEST_F(ReadDate, CarriesPartsOverAsDatesDo) {
+  Set({24, 14, 0, 5});
+  EXPECT_EQ(Shown(FullDate), u"2025-01-31");
+  EXPECT_EQ(Shown(YearAndQuater), u"2025-03-12");
+}
+
+TEST_F(ReadDate, RaisesForPartsThatAreNoSmallNumbers) {
+  Set({40000});
+  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kOverflow);
+  Set({u"metai"});
+  EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndMonth); }), kTypeMismatch);
+  Set({2024, 1, 1, 20000});
+  EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndQuater); }), kOverflow);
+  EXPECT_EQ(platform.forms.created, 0);
+}
+
+TEST_F(ReadDate, NeedsOnlyTheCellsOfItsType) {
+  platform.forms.user = [](MemoryForm& form) { form.PressKey(kMonth, 13); };
+  const Value year = cells[0].object();
+  const Value month = cells[1].object();
+  EXPECT_TRUE(Call(reports, u"ReadDate", {year, month, Nothing(), Nothing(), 2}).ToBoolean());
+  EXPECT_EQ(ErrorNumberOf([&] {
+              Call(reports, u"ReadDate", {year, month, Nothing(), Nothing(), 1});
+            }),
+            kObjectNotSet);
+}
+
+TEST_F(ReadDate, RaisesWithoutAnApplication) {
+  global.reset();
+  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kObjectNotSet);
+}
+
+TEST_F(ReadDate, LetsTheScreenBeSeenAndReadsBeforeItWrites) {
+  application = {};
+  trace.Clear();
+  Choose(YearAndMonth, DateFromParts(2025, 1, 31));
+  EXPECT_THAT(trace.lines(), ElementsAre("Application.ScreenUpdating = True", "Range.Value -> 2024",
+                                         "Range.Value -> 2", "Range.Value = 2025", "Range.Value = 1"));
+}
+
+TEST_F(ReadDate, CostsFewCalls) {
+  count.Reset();
+  Choose(FullDate, DateFromParts(2025, 1, 31));
+  EXPECT_EQ(count.calls(), 1 + 3 + 3);
+}
+
+TEST_F(ReadDate, PassesEveryFailureOnAndLeaksNothing) {
+  Choose(FullDate, DateFromParts(2025, 1, 31));
+  const long alive = Object::LiveCount();
+  long calls = 1;
+  for (;; ++calls) {
+    failure.Reset(calls);
+    const std::int32_t error = ErrorNumberOf([&] { Choose(FullDate, DateFromParts(2025, 1, 31)); });
+    const bool failed = failure.has_failed();
+    failure.Reset(0);
+    EXPECT_EQ(Object::LiveCount(), alive) << "call " << calls;
+    if (!failed) break;
+    EXPECT_EQ(error, kAutomationFailed) << "call " << calls;
+  }
+  EXPECT_EQ(calls, 8);
+}
+
+}  // namespace
+}  // namespace qva
