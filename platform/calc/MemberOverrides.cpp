@@ -5,6 +5,7 @@
 
 #include "platform/ado.h"
 #include "platform/calc/FormattedArea.h"
+#include "platform/calc/ReportMembers.h"
 #include "platform/date.h"
 #include "platform/excel.h"
 #include "platform/text.h"
@@ -89,15 +90,27 @@ Value WithFormattedCells(const ObjectPtr& object, Value result) {
   return excel::Worksheet(object).Range(excel::Range(result.ToObject()), corners).object();
 }
 
+/// What a member is asked for: to give something, or to take a new value.
+enum class Use { Read, Write };
+
 struct Override {
   std::u16string_view type;
   std::u16string_view member;
+  Use use;
   MemberOverride function;
 };
 
 constexpr Override kOverrides[] = {
-    {u"Application", u"Sheets", &Sheets},
-    {u"Range", u"CopyFromRecordset", &CopyFromRecordset},
+    {u"Application", u"Sheets", Use::Read, &Sheets},
+    {u"Range", u"CopyFromRecordset", Use::Read, &CopyFromRecordset},
+    {u"Range", u"Value", Use::Write, &SetCellValue},
+    {u"Workbook", u"SaveAs", Use::Read, &SaveAs},
+    {u"Workbook", u"VBProject", Use::Read, &VBProject},
+    {u"Workbooks", u"Open", Use::Read, &Open},
+    {u"Worksheet", u"DisplayPageBreaks", Use::Write, &SetDisplayPageBreaks},
+    {u"Worksheet", u"Names", Use::Read, &WorksheetNames},
+    {u"Worksheet", u"PrintOut", Use::Read, &PrintOut},
+    {u"Worksheet", u"PrintPreview", Use::Read, &PrintPreview},
 };
 
 /// Makes a member's result whole.
@@ -108,15 +121,20 @@ struct Completion {
 };
 
 constexpr Completion kCompletions[] = {
+    {u"Range", u"Value", &WithCellError},
+    {u"Workbook", u"FullName", &WithFolder},
     {u"Worksheet", u"Parent", &WorkbookOf},
+    {u"Worksheet", u"Range", &OnSheet},
     {u"Worksheet", u"UsedRange", &WithFormattedCells},
 };
 
 }  // namespace
 
-MemberOverride FindOverride(const Object& object, std::u16string_view member) {
+MemberOverride FindOverride(const Object& object, Access access, std::u16string_view member) {
+  const Use use = access == Access::Get || access == Access::Call ? Use::Read : Use::Write;
   for (const Override& candidate : kOverrides) {
-    if (EqualIgnoringCase(candidate.member, member) && candidate.type == object.TypeName()) {
+    if (candidate.use == use && EqualIgnoringCase(candidate.member, member) &&
+        candidate.type == object.TypeName()) {
       return candidate.function;
     }
   }

@@ -113,13 +113,21 @@ Sequence<Any> Align(css::reflection::XIdlMethod& method, const Arguments& argume
 
 Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& arguments) {
   RefuseCrash(ObjectPtr(this), access, member);
-  const bool is_read = access == Access::Get || access == Access::Call;
-  if (const MemberOverride stand_in = is_read ? FindOverride(*this, member) : nullptr) {
-    return stand_in(ObjectPtr(this), arguments);
-  }
   try {
+    if (const MemberOverride stand_in = FindOverride(*this, access, member)) {
+      return stand_in(ObjectPtr(this), arguments);
+    }
     Value result = InvokeUnguarded(access, member, arguments);
+    const bool is_read = access == Access::Get || access == Access::Call;
     return is_read ? Complete(ObjectPtr(this), member, std::move(result)) : result;
+  } catch (const css::uno::Exception&) {
+    throw Translate(cppu::getCaughtException());
+  }
+}
+
+Value UnoObject::InvokeOwn(Access access, std::u16string_view member, const Arguments& arguments) {
+  try {
+    return InvokeUnguarded(access, member, arguments);
   } catch (const css::uno::Exception&) {
     throw Translate(cppu::getCaughtException());
   }

@@ -23,6 +23,9 @@ class UnoObject : public Object {
   Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override;
   std::u16string TypeName() const override;
 
+  /// LibreOffice's own member, whatever stands in for it.
+  Value InvokeOwn(Access access, std::u16string_view member, const Arguments& arguments);
+
  private:
   Value InvokeUnguarded(Access access, std::u16string_view member, const Arguments& arguments);
   Value Read(const rtl::OUString& name, const Arguments& arguments);

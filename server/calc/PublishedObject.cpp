@@ -169,6 +169,13 @@ Any PublishedObject::PerformUnguarded(Access access, const std::u16string& name,
   std::vector<Any> results;
   const auto store_back = [&](sal_Int16 position, const Value& old_value, const Value& value) {
     if (value == old_value) return;
+    // Basic takes the results for those of the first parameters, whatever the positions say; so it gets what
+    // it gave for all in front of the one that changed.
+    for (auto i = static_cast<sal_Int16>(positions.size()); i < position; ++i) {
+      css::bridge::oleautomation::NamedArgument named;
+      positions.push_back(i);
+      results.push_back((arguments[i] >>= named) ? named.Value : arguments[i]);
+    }
     positions.push_back(position);
     results.push_back(ToAny(value));
   };

@@ -82,6 +82,28 @@ std::string ProfileSettings() {
          item("Office.Common/Misc", "FirstRun", "false") + "</oor:items>\n";
 }
 
+/// The one printer of the private profile: each job becomes a PDF file, printed-1.pdf and so on, whose path
+/// without number and ending the environment variable QVA_JOB_PRINTED gives.
+constexpr std::string_view kPrinterSettings =
+    "[__Global_Printer_Defaults__]\n"
+    "DisableCUPS=1\n"
+    "PDFDevice=1\n"
+    "PPD_PageSize=A4\n"
+    "[PDF]\n"
+    "Printer=SGENPRT/PDF\n"
+    "DefaultPrinter=1\n"
+    "PDFDevice=1\n"
+    "PPD_PageSize=A4\n"
+    "Command=n=1; while [ -e \"$QVA_JOB_PRINTED-$n.pdf\" ]; do n=$((n+1)); done; "
+    "cat > \"$QVA_JOB_PRINTED-$n.pdf\"\n";
+constexpr std::string_view kPrinted = "printed";
+
+/// Removes what an earlier run printed.
+void RemovePrinted(const fs::path& folder) {
+  for (int n = 1; fs::remove(folder / (std::string(kPrinted) + "-" + std::to_string(n) + ".pdf")); ++n) {
+  }
+}
+
 /// What LibreOffice reads to find our services.
 std::string Components(const fs::path& library) {
   const auto implementation = [](const char* name, const char* constructor, const char* service,
@@ -188,6 +210,8 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   const fs::path profile = folder.path() / "profile";
   fs::create_directories(profile / "user");
   Write(profile / "user" / "registrymodifications.xcu", ProfileSettings());
+  fs::create_directories(profile / "user" / "psprint");
+  Write(profile / "user" / "psprint" / "psprint.conf", std::string(kPrinterSettings));
   Write(folder.path() / "qva.components", Components(component));
   Write(folder.path() / "registry.reg", RegistryWithBook(options.book));
   const fs::path steps = folder.path() / "steps.txt";
@@ -195,11 +219,13 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   const fs::path errors = folder.path() / "errors.txt";
   const fs::path messages = output / "messages.txt";
   fs::remove(messages);
+  RemovePrinted(output);
 
   std::map<std::string, std::string> environment = {
       {"QVA_JOB_WORKBOOK", workbook.string()},
       {"QVA_JOB_MACRO", options.macro},
       {"QVA_JOB_PDF", options.picture ? pdf.string() : ""},
+      {"QVA_JOB_PRINTED", (output / kPrinted).string()},
       {"QVA_JOB_RESULT", result.string()},
       {"QVA_VARNHOLT_CALL_LOG", steps.string()},
       {"QVA_VARNHOLT_REGISTRY", (folder.path() / "registry.reg").string()},
