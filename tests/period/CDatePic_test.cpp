@@ -66,9 +66,15 @@ TEST_F(DatePicker, IsLeftWithEscape) {
 
 TEST_F(DatePicker, StaysOpenForAnyOtherKey) {
   EXPECT_FALSE(Show([](MemoryForm& form) {
-    form.PressKey(kMonth, 'a');
-    EXPECT_TRUE(form.Visible());
+    for (const int character : {0x61, 0x20, 8, 9, 10, 127}) {
+      form.PressKey(kMonth, character);
+      EXPECT_TRUE(form.Visible()) << character;
+    }
     form.PressKey(kMonth, 27);
+  }));
+  EXPECT_TRUE(Show([](MemoryForm& form) {
+    form.PressKey(kMonth, 'a');
+    form.PressKey(kMonth, 13);
   }));
 }
 
@@ -84,6 +90,46 @@ TEST_F(DatePicker, ShowsTodayForTheZeroDateAndKeepsIt) {
   date = {};
   EXPECT_FALSE(Show([](MemoryForm& form) { EXPECT_EQ(form.Text(kMonth), u"2024-06-12"); }));
   EXPECT_EQ(date, DateFromParts(2024, 6, 12));  // without the time of day
+}
+
+TEST_F(DatePicker, ConfirmsTodayForTheZeroDateWithEnter) {
+  date = {};
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
+  EXPECT_EQ(date, DateFromParts(2024, 6, 12));
+}
+
+TEST_F(DatePicker, DoesNotTakeAnHourForTheZeroDate) {
+  date = {0.25};  // not the zero date
+  EXPECT_FALSE(Show([](MemoryForm& form) { EXPECT_EQ(form.Text(kMonth), u"1899-12-30"); }));
+  EXPECT_EQ(date, Date{0.25});
+}
+
+TEST_F(DatePicker, TakesTheTimeOfDayFromAConfirmedDateAlone) {
+  const Date afternoon = {DateFromParts(2024, 2, 12).serial + 0.625};
+  date = afternoon;
+  EXPECT_FALSE(Show([](MemoryForm& form) { form.PressKey(kMonth, 27); }));
+  EXPECT_EQ(date, afternoon);
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
+  EXPECT_EQ(date, DateFromParts(2024, 2, 12));
+}
+
+TEST_F(DatePicker, ClosingTheWindowLeavesAConfirmationAsItIs) {
+  EXPECT_TRUE(Show([](MemoryForm& form) {
+    form.DoubleClickDay(kMonth, DateFromParts(2024, 11, 3));
+    form.CloseWindow();
+  }));
+  EXPECT_EQ(date, DateFromParts(2024, 11, 3));
+}
+
+// A key may be under way while the window hides.
+TEST_F(DatePicker, AnyOtherKeyTakesAConfirmationBack) {
+  for (const int character : {0x61, 0x20, 27}) {
+    EXPECT_FALSE(Show([=](MemoryForm& form) {
+      form.DoubleClickDay(kMonth, DateFromParts(2024, 11, 3));
+      dynamic_cast<ui::MonthView&>(*form.Find(kMonth)).on_key_press(character);
+    })) << character;
+    EXPECT_EQ(date, DateFromParts(2024, 2, 12));
+  }
 }
 
 TEST_F(DatePicker, BeginsEachShowingUnconfirmed) {

@@ -105,8 +105,25 @@ TEST_F(ReadDate, ShowsTodayForAnUnknownTypeAndWritesNothing) {
 }
 
 TEST_F(ReadDate, TakesPartsAsWholeNumbers) {
-  Set({2024.4, u"3", 10.5, 1});
+  Set({2024.5, u"3", 10.5, u"2"});  // halves go to the even number
   EXPECT_EQ(Shown(FullDate), u"2024-03-10");
+  EXPECT_EQ(Shown(YearAndMonth), u"2024-03-12");
+  EXPECT_EQ(Shown(YearAndQuater), u"2024-06-12");
+}
+
+// The month is the part that becomes a whole number, not the quarter.
+TEST_F(ReadDate, TakesThreeTimesTheQuarterBeforeItIsAWholeNumber) {
+  for (const auto& [quarter, shown] : {std::pair(1.5, u"2024-04-12"), {2.4, u"2024-07-12"}}) {
+    Set({2024, 1, 1, quarter});
+    EXPECT_EQ(Shown(YearAndQuater), shown);
+  }
+}
+
+TEST_F(ReadDate, TakesEmptyCellsAsZero) {
+  Set({Value(), Value(), Value(), Value()});
+  EXPECT_EQ(Shown(FullDate), u"1999-11-30");  // the day before the first, of the month before January 2000
+  EXPECT_EQ(Shown(YearAndMonth), u"1999-12-12");
+  EXPECT_EQ(Shown(YearAndQuater), u"1999-12-12");
 }
 
 TEST_F(ReadDate, CarriesPartsOverAsDatesDo) {
@@ -120,9 +137,31 @@ TEST_F(ReadDate, RaisesForPartsThatAreNoSmallNumbers) {
   EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kOverflow);
   Set({u"metai"});
   EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndMonth); }), kTypeMismatch);
-  Set({2024, 1, 1, 20000});
-  EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndQuater); }), kOverflow);
+  for (const double quarter : {20000.0, 1e308, -1e308}) {
+    Set({2024, 1, 1, quarter});
+    EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndQuater); }), kOverflow) << quarter;
+  }
+  Set({2024, 1, 40000, 1});
+  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kOverflow);
+  Set({2024, 40000, 1, 1});
+  EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndMonth); }), kOverflow);
   EXPECT_EQ(platform.forms.created, 0);
+}
+
+TEST_F(ReadDate, LooksAtThePartsOfItsTypeAlone) {
+  Set({2024, 2, u"diena", u"ketvirtis"});
+  EXPECT_EQ(Shown(YearAndMonth), u"2024-02-12");
+  Set({2024, u"mėnuo", u"diena", 2});
+  EXPECT_EQ(Shown(YearAndQuater), u"2024-06-12");
+  Set({u"metai", u"mėnuo", u"diena", u"ketvirtis"});
+  EXPECT_EQ(Shown(0), u"2024-06-12");
+}
+
+TEST_F(ReadDate, RaisesForPartsThatMakeNoDate) {
+  Set({20000, 1, 1, 1});
+  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kInvalidProcedureCall);
+  Set({1700, 1, 1, 1});
+  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kInvalidPropertyValue) << "no calendar shows it";
 }
 
 TEST_F(ReadDate, NeedsOnlyTheCellsOfItsType) {
@@ -142,17 +181,58 @@ TEST_F(ReadDate, RaisesWithoutAnApplication) {
 }
 
 TEST_F(ReadDate, LetsTheScreenBeSeenAndReadsBeforeItWrites) {
-  application = {};
-  trace.Clear();
-  Choose(YearAndMonth, DateFromParts(2025, 1, 31));
-  EXPECT_THAT(trace.lines(), ElementsAre("Application.ScreenUpdating = True", "Range.Value -> 2024",
-                                         "Range.Value -> 2", "Range.Value = 2025", "Range.Value = 1"));
+  const std::string screen = "Application.ScreenUpdating = True";
+  const auto calls_of = [&](std::int32_t type) {
+    Set({2024, 5, 29, 2});
+    trace.Clear();
+    Choose(type, DateFromParts(2025, 1, 31));
+    return trace.lines();
+  };
+  EXPECT_THAT(calls_of(FullDate),
+              ElementsAre(screen, "Range.Value -> 2024", "Range.Value -> 5", "Range.Value -> 29",
+                          "Range.Value = 2025", "Range.Value = 1", "Range.Value = 31"));
+  EXPECT_THAT(calls_of(YearAndMonth), ElementsAre(screen, "Range.Value -> 2024", "Range.Value -> 5",
+                                                  "Range.Value = 2025", "Range.Value = 1"));
+  EXPECT_THAT(calls_of(YearAndQuater), ElementsAre(screen, "Range.Value -> 2024", "Range.Value -> 2",
+                                                   "Range.Value = 2025", "Range.Value = 1"));
+  EXPECT_THAT(calls_of(7), ElementsAre(screen));
+}
+
+TEST_F(ReadDate, ShowsThePickerOverAScreenThatIsUpdated) {
+  Put(excel, u"ScreenUpdating", false);
+  bool updated = false;
+  platform.forms.user = [&](MemoryForm&) { updated = Get(excel, u"ScreenUpdating").ToBoolean(); };
+  EXPECT_FALSE(Read(FullDate));
+  EXPECT_TRUE(updated);
+  EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true));
 }
 
 TEST_F(ReadDate, CostsFewCalls) {
-  count.Reset();
-  Choose(FullDate, DateFromParts(2025, 1, 31));
-  EXPECT_EQ(count.calls(), 1 + 3 + 3);
+  const auto calls_of = [&](std::int32_t type, const MemoryForm::User& user) {
+    platform.forms.user = user;
+    count.Reset();
+    Read(type);
+    return count.calls();
+  };
+  const MemoryForm::User confirm = [](MemoryForm& form) { form.PressKey(kMonth, 13); };
+  const MemoryForm::User leave = [](MemoryForm& form) { form.PressKey(kMonth, 27); };
+  EXPECT_EQ(calls_of(FullDate, confirm), 1 + 3 + 3);
+  EXPECT_EQ(calls_of(FullDate, leave), 1 + 3);
+  EXPECT_EQ(calls_of(YearAndMonth, confirm), 1 + 2 + 2);
+  EXPECT_EQ(calls_of(YearAndMonth, leave), 1 + 2);
+  EXPECT_EQ(calls_of(YearAndQuater, confirm), 1 + 2 + 2);
+  EXPECT_EQ(calls_of(YearAndQuater, leave), 1 + 2);
+  EXPECT_EQ(calls_of(0, confirm), 1);
+}
+
+TEST_F(ReadDate, KeepsOnePickerForTheReportsLife) {
+  const long without = Object::LiveCount();
+  Shown(FullDate);
+  EXPECT_EQ(Object::LiveCount(), without + 1);
+  Shown(YearAndMonth);
+  EXPECT_EQ(Object::LiveCount(), without + 1);
+  reports.reset();
+  EXPECT_EQ(Object::LiveCount(), without - 1);
 }
 
 TEST_F(ReadDate, PassesEveryFailureOnAndLeaksNothing) {
