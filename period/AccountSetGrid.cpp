@@ -22,6 +22,7 @@ enum FieldKind : std::int32_t { kIdentifier = 4, kCode = 7, kFlag = 14, kDocumen
 void AccountSetGrid::Prepare(ui::Grid& grid, host::Book book, ado::Recordset budgets) {
   book_ = std::move(book);
   budgets_ = std::move(budgets);
+  has_budgets_ = false;
   m_BaselList.on_add_fields = [this] { m_BaselList_OnAddFields(); };
   m_BaselList.on_add_column = [this](BaselList::Column& column) { m_BaselList_OnAddColumn(column); };
   m_BaselList.after_fill_list = [this] { m_BaselList_AfterFillList(); };
@@ -43,8 +44,10 @@ void AccountSetGrid::Prepare(ui::Grid& grid, host::Book book, ado::Recordset bud
 }
 
 void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
-  if (budgets.RecordCount() > 0) budgets.MoveFirst();
-  while (!budgets.EndOfFile()) {
+  if (!has_budgets_) throw AutomationError(kObjectNotSet);
+  const std::int32_t old_count = budgets.RecordCount();
+  if (old_count > 0) budgets.MoveFirst();
+  for (std::int32_t i = 0; i < old_count; ++i) {
     budgets.Delete();
     budgets.MoveNext();
   }
@@ -98,7 +101,7 @@ void AccountSetGrid::m_BaselList_OnAddColumn(BaselList::Column& column) {
 }
 
 void AccountSetGrid::m_BaselList_AfterFillList() {
-  IgnoreErrors([&] {
+  has_budgets_ = IgnoreErrors([&] {
     const ado::Recordset budgets = budgets_.Clone();
     if (budgets.RecordCount() == 0) return;
     budgets.MoveFirst();

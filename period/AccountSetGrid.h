@@ -32,7 +32,8 @@ class AccountSetGrid {
   BaselList& list() { return m_BaselList; }
 
   /// Puts the list's rows in the place of the records: every field that the list also has takes the list's
-  /// value.
+  /// value. Raises 91, with all records in place, when the list never got them all: a failure that the user
+  /// did not see must not empty the workbook's table. Raises what the recordset raises.
   void WriteBack(const ado::Recordset& budgets);
 
   // The events.
@@ -60,6 +61,7 @@ class AccountSetGrid {
   std::function<DateRange(bool current)> dates_;
   host::Book book_;
   ado::Recordset budgets_;
+  bool has_budgets_ = false;  ///< the list was filled with all of them
   BaselList m_BaselList;
 };
 

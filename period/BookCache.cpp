@@ -9,8 +9,9 @@ host::Book BookCache::Get(std::u16string_view code) {
   for (const host::Book& book : books_) {
     if (book.BookCode() == code) return book;
   }
-  books_.push_back(host::CommonObjects::Create(*GetServices().object_factory).CreateBook(code));
-  return books_.back();
+  host::Book book = host::CommonObjects::Create(*GetServices().object_factory).CreateBook(code);
+  if (book) books_.push_back(book);
+  return book;
 }
 
 }  // namespace qva

@@ -11,7 +11,7 @@ namespace qva {
 class BookCache {
  public:
   /// The book of a code, compared exactly; opened on first use. The empty code gives no book. Raises what the
-  /// host raises when it has no such book.
+  /// host raises when it has no such book; a host that gives none without a word is asked again next time.
   host::Book Get(std::u16string_view code);
 
   void Clear() { books_.clear(); }

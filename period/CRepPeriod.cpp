@@ -180,15 +180,15 @@ excel::Range CRepPeriod::CreateName(std::u16string_view name) const {
 // --- Editing -----------------------------------------------------------------------------------------------
 
 bool CRepPeriod::Edit() {
-  bool confirmed = false;
-  const bool went_through = IgnoreErrors([&] {
+  try {
     if (!dialog_) dialog_ = std::make_unique<frmReportPeriod>();
     Load();
-    if (!dialog_->Run(oParams_, TheGlobals().oBook)) return;
+    if (!dialog_->Run(oParams_, TheGlobals().oBook)) return false;
     Save();
-    confirmed = true;
-  });
-  return went_through && confirmed;
+    return true;
+  } catch (...) {  // want of memory included: macros call this without an error handler
+    return false;
+  }
 }
 
 void CRepPeriod::BuildBudgets() {
@@ -272,7 +272,8 @@ void CRepPeriod::Save() const {
   if (!IsBlank(first.Value())) {
     // A table of one row, with nothing below it, ends at the sheet's bottom: everything down there is
     // cleared.
-    sheet_.Range(first, first.End(xlDown).Offset(0, kBudgetColumns - 1)).ClearContents();
+    // The name may stand for a cell of another sheet than the one that was given.
+    first.Worksheet().Range(first, first.End(xlDown).Offset(0, kBudgetColumns - 1)).ClearContents();
   }
   // The dialog may have put another recordset in the place of the loaded one.
   const ado::Recordset budgets(Item(u"BudgetRS").ToObject());

@@ -38,6 +38,7 @@ class Interior : public Facade {
 };
 
 class Areas;
+class Worksheet;
 
 /// One or more cells. What leads to other cells gives a new Range; Excel raises 1004 outside the sheet.
 class Range : public Facade {
@@ -55,6 +56,7 @@ class Range : public Facade {
   void SetFormulaLocal(std::u16string_view formula) const { Put(u"FormulaLocal", formula); }
   /// The rectangles that the range is made of.
   excel::Areas Areas() const;
+  excel::Worksheet Worksheet() const;
   /// "$A$1" or "$A$1:$B$2".
   std::u16string Address() const { return Get(u"Address").ToText(); }
   /// Of cells; of whole columns where the range came from Columns.
@@ -248,6 +250,10 @@ class Worksheet : public Settings {
   /// Excel raises 1004 for a wrong password (letter case counts).
   void Unprotect(std::u16string_view password) const { Call(u"Unprotect", {password}); }
 };
+
+inline Worksheet Range::Worksheet() const {
+  return excel::Worksheet(GetObject(u"Worksheet"));
+}
 
 /// The sheets of a workbook.
 class Sheets : public Facade {

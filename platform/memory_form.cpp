@@ -342,9 +342,15 @@ bool MemoryForm::TypeCell(std::u16string_view grid, std::size_t row, std::u16str
   if (control.columns().at(control.ColumnNumber(column)).read_only) {
     Refuse(grid, u"has the read-only column " + std::u16string(column));
   }
-  if (control.model() && row == control.RowCount()) control.model()->AppendRow();
+  const bool is_new = control.model() && row == control.RowCount();
+  if (is_new) control.model()->AppendRow();
   const std::size_t number = control.Enter(row, column);
-  return control.model()->SetCellText(row, number, text);
+  const bool taken = control.model()->SetCellText(row, number, text);
+  if (is_new && !taken) {
+    control.model()->DeleteRow(row);
+    control.Refresh();
+  }
+  return taken;
 }
 
 void MemoryForm::PressCellButton(std::u16string_view grid, std::size_t row, std::u16string_view column) {

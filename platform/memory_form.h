@@ -47,8 +47,8 @@ class MemoryForm : public ui::Form {
   void DoubleClickDay(std::u16string_view name, Date day);
   /// Presses a key with a character in a month.
   void PressKey(std::u16string_view name, int character);
-  /// Types into a cell of a grid and leaves it; the row behind the last one makes a new row. False when the
-  /// text was refused.
+  /// Types into a cell of a grid and leaves it; the row behind the last one makes a new row, which goes again
+  /// when its first text is refused. False when the text was refused.
   bool TypeCell(std::u16string_view grid, std::size_t row, std::u16string_view column,
                 std::u16string_view text);
   /// Presses the button in a cell of a grid.

@@ -180,6 +180,16 @@ TEST_F(AccountSets, RefuseUnknownBooks) {
   });
 }
 
+TEST_F(AccountSets, MakeNoRowOfARefusedCode) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) {
+    EXPECT_FALSE(form.TypeCell(kGrid, 1, u"BookCode", u"NĖRA"));
+    EXPECT_EQ(form.RowCount(kGrid), 1u);
+    EXPECT_EQ(ui::Get<ui::Grid>(form, kGrid).CurrentRow(), 0u);
+  }));
+  EXPECT_EQ(Setting(u"BudgetCount"), Value(1));
+}
+
 TEST_F(AccountSets, RefuseAccountSetsWithoutABookAndThoseThatTheBookLacks) {
   Show([](MemoryForm& form) {
     EXPECT_FALSE(form.TypeCell(kGrid, 0, u"PlanCode", u"F1"));  // the row has no book
@@ -334,6 +344,35 @@ TEST_F(AccountSets, OpenEachBookOnce) {
   EXPECT_EQ(books.Get(u"MEDVILNE").object(), first.object());
   EXPECT_FALSE(books.Get(u""));
   EXPECT_NE(ErrorNumberOf([&] { books.Get(u"NĖRA"); }), 0);
+}
+
+TEST_F(AccountSets, KeepNoBookThatTheHostDoesNotGive) {
+  /// Gives the books that it has, and nothing for the others.
+  class Giving : public Described<Giving> {
+   public:
+    static const ClassDescription& Description() {
+      static const ClassDescription description =
+          ClassBuilder(u"CommonObjects", "").Method<&Giving::CreateBook>(u"CreateBook", {{u"BookCode"}});
+      return description;
+    }
+    ObjectPtr CreateBook(std::u16string code) {
+      return code == u"MEDVILNE" ? TheGlobals().oBook.object() : ObjectPtr();
+    }
+  };
+  platform.object_factory.Register(host::kCommonObjects, [] { return MakeRef<Giving>(); });
+  BookCache books;
+  EXPECT_FALSE(books.Get(u"NĖRA"));
+  EXPECT_TRUE(books.Get(u"MEDVILNE"));
+  EXPECT_FALSE(books.Get(u"NĖRA"));
+  EXPECT_TRUE(books.Get(u"MEDVILNE"));
+}
+
+TEST_F(AccountSets, AreNotWrittenBackBeforeTheyWereShown) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  BookCache books;
+  AccountSetGrid grid(books, {});
+  EXPECT_EQ(ErrorNumberOf([&] { grid.WriteBack(budgets); }), kObjectNotSet);
+  EXPECT_EQ(budgets.RecordCount(), 1);
 }
 
 // --- The list

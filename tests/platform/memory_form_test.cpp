@@ -142,6 +142,33 @@ TEST_F(MemoryFormTest, LetsNobodyWorkWhatIsNotThereDisabledOrOfAnotherKind) {
   });
 }
 
+TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
+  struct Model : ui::GridModel {
+    std::size_t RowCount() const override { return rows.size(); }
+    std::u16string CellText(std::size_t row, std::size_t) const override { return rows[row]; }
+    bool SetCellText(std::size_t row, std::size_t, std::u16string_view text) override {
+      if (text == u"bloga") return false;
+      rows[row] = text;
+      return true;
+    }
+    void AppendRow() override { rows.emplace_back(); }
+    void DeleteRow(std::size_t row) override { rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row)); }
+    void PressCellButton(std::size_t, std::size_t) override {}
+    std::vector<std::u16string> rows;
+  } model;
+  Show([&](MemoryForm&) {
+    auto& grid = Control<ui::Grid>(u"grid");
+    grid.SetColumns({{.name = u"A", .caption = u""}});
+    grid.SetModel(&model);
+    EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));
+    EXPECT_EQ(form->RowCount(u"grid"), 0u);
+    EXPECT_EQ(grid.CurrentRow(), std::nullopt);
+    EXPECT_TRUE(form->TypeCell(u"grid", 0, u"A", u"gera"));
+    EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));  // a row that was there stays
+    EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera");
+  });
+}
+
 TEST_F(MemoryFormTest, GivesTheFocusToWhatIsWorked) {
   Show([&](MemoryForm&) {
     form->Type(u"cb", u"F1");
