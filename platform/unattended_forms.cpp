@@ -50,12 +50,15 @@ void UnattendedForms::Work(MemoryForm& form) {
   if (!answers_) ReadAnswers();
   const std::string name = ToUtf8(form.description().name);
   Log("form " + name);
+  const std::optional<Answer> left_over = NextAnswer();
+  SkipShowing();
   try {
     if (next_ == answers_->size() || (*answers_)[next_].text != u"[" + form.description().name + u"]") {
       throw AnswerError("There are no answers for the form " + name +
                         (answers_path_.empty() ? "" : " in " + PathText(answers_path_)));
     }
     ++next_;
+    if (left_over) throw AnswerError(Place(*left_over) + ": no form was open for it");
     while (form.Visible()) {
       const std::optional<Answer> answer = NextAnswer();
       if (!answer) throw AnswerError("The answers end while the form " + name + " is still open");
@@ -65,6 +68,7 @@ void UnattendedForms::Work(MemoryForm& form) {
     }
   } catch (const AutomationError& error) {
     Log("ERROR: " + ToUtf8(error.description()));
+    SkipShowing();
     throw;
   }
 }
@@ -142,6 +146,10 @@ std::optional<std::size_t> UnattendedForms::Choose(const ChoiceList& list, std::
 std::optional<UnattendedForms::Answer> UnattendedForms::NextAnswer() {
   if (next_ == answers_->size() || (*answers_)[next_].text.front() == u'[') return std::nullopt;
   return (*answers_)[next_++];
+}
+
+void UnattendedForms::SkipShowing() {
+  while (NextAnswer()) continue;
 }
 
 void UnattendedForms::ReadAnswers() {

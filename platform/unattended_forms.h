@@ -31,7 +31,8 @@ namespace qva {
 ///
 /// A form without answers, an answer that names no control, that the control does not take or that the form
 /// refuses, and answers that leave the form open raise 5 (Invalid procedure call) with a description that
-/// tells the line. The form is hidden then. Everything is told in the log, as
+/// tells the line. The form is hidden then, and the next showing goes on with the next answers. Answers left
+/// over when a form closes raise the same from the next showing. Everything is told in the log, as
 /// UnattendedMessageBox does.
 class UnattendedForms : public ui::FormFactory, public ListChooser {
  public:
@@ -53,6 +54,8 @@ class UnattendedForms : public ui::FormFactory, public ListChooser {
   void Do(MemoryForm& form, const Answer& answer);
   /// The next answer of this showing; nothing when there is none.
   std::optional<Answer> NextAnswer();
+  /// Passes over the rest of this showing's answers.
+  void SkipShowing();
   void ReadAnswers();
   std::string Place(const Answer& answer) const;
   void Log(const std::string& entry) const;

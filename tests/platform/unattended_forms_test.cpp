@@ -132,6 +132,19 @@ TEST_F(UnattendedFormsTest, RefusesAnswersThatLeaveTheFormOpen) {
   EXPECT_THAT(Show("[frmTest]\ntxt = 1\n[frmTest]\nbtOk\n"), HasSubstr("still open"));
 }
 
+TEST_F(UnattendedFormsTest, GoesOnWithTheNextShowingAfterARefusedOne) {
+  EXPECT_THAT(Show("[frmTest]\nnera = 1\ntxt = 1\nbtOk\n[frmTest]\ntxt = 2\nbtOk\n"), HasSubstr("line 2"));
+  EXPECT_EQ(ShowAgain(), "");
+  EXPECT_EQ(ui::Get<ui::TextBox>(*form, u"txt").Text(), u"2");
+}
+
+TEST_F(UnattendedFormsTest, TellsOfAnswersLeftOverFromTheFormBefore) {
+  EXPECT_EQ(Show("[frmTest]\nbtOk\ntxt = 1\nopt\n[frmTest]\nbtOk\n[frmTest]\nbtOk\n"), "");
+  EXPECT_EQ(ShowAgain(), "line 3 of " + answers.string() + " (txt = 1): no form was open for it");
+  EXPECT_FALSE(form->Visible());
+  EXPECT_EQ(ShowAgain(), "");
+}
+
 TEST_F(UnattendedFormsTest, RefusesAnswersForAnotherForm) {
   EXPECT_THAT(Show("[frmDatePic]\nbtOk\n"), HasSubstr("There are no answers for the form frmTest"));
 }
