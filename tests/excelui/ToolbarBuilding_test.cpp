@@ -90,16 +90,6 @@ const std::vector<std::string> kInitCalls = {
     R"~(BAR.Controls(2).OnAction = "")~",
 };
 
-/// The bar's long path as BAR.
-std::vector<std::string> Shortened(std::vector<std::string> lines) {
-  const std::string bar =
-      R"~(Application.CommandBars.Add(Name:="Ataskaita(Book1)", MenuBar:=False, Temporary:=True).)~";
-  for (std::string& line : lines) {
-    if (line.starts_with(bar)) line.replace(0, bar.size() - 1, "BAR");
-  }
-  return lines;
-}
-
 TEST_F(ToolbarBuilding, ReadsTheSheetThenMakesTheBarThenTheControlsThenTheirProperties) {
   AddShape(u"Picture02");
   Describe({{.caption = u"Saugoti", .tag = u"TagSave", .key = u"^{s}"},

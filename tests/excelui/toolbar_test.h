@@ -117,6 +117,18 @@ class ToolbarTest : public LibraryTest {
     return macro->empty() ? "off" : ToUtf8(*macro);
   }
 
+  /// Lines of a trace with the long path of the bar as BAR.
+  static std::vector<std::string> Shortened(std::vector<std::string> lines) {
+    const std::string bar =
+        R"~(Application.CommandBars.Add(Name:="Ataskaita(Book1)", MenuBar:=False, Temporary:=True))~";
+    for (std::string& line : lines) {
+      for (const std::string& path : {bar, std::string(R"~(Application.CommandBars("Ataskaita(Book1)"))~")}) {
+        if (line.starts_with(path + ".")) line.replace(0, path.size(), "BAR");
+      }
+    }
+    return lines;
+  }
+
   /// The byte result of an operation.
   int Result(std::u16string_view member, Arguments arguments) const {
     return Call(toolbar, member, std::move(arguments)).As<std::uint8_t>();
