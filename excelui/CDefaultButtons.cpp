@@ -32,8 +32,8 @@ constexpr DefaultButton kDefaultButtons[kDefaultButtonCount] = {
     {984, kEmptyControl, u"TagHelp", u"{F1}", kHelpMacro, false},
 };
 
-std::u16string MacroOf(const excel::Workbook& workbook, std::u16string_view macro) {
-  return workbook.Name().append(u"!").append(macro);
+std::u16string MacroOf(std::u16string workbook_name, std::u16string_view macro) {
+  return workbook_name.append(u"!").append(macro);
 }
 
 }  // namespace
@@ -75,7 +75,7 @@ void CDefaultButtons::AddButtons() {
   const excel::CommandBar bar = bar_;
   excel::CommandBarControls controls;
   std::u16string bar_name;
-  excel::Workbook workbook;
+  std::u16string workbook_name;
 
   for (std::size_t row = 0; row < kDefaultButtonCount; ++row) {
     const DefaultButton& button = kDefaultButtons[row];
@@ -111,14 +111,14 @@ void CDefaultButtons::AddButtons() {
     }
     std::u16string macro;
     if (!button.on_action.empty()) {
-      if (!workbook) workbook = sheet_.Parent();
-      macro = MacroOf(workbook, button.on_action);
+      if (workbook_name.empty()) workbook_name = sheet_.Parent().Name();
+      macro = MacroOf(workbook_name, button.on_action);
     }
     control.SetSetting(u"OnAction", std::move(macro));
   }
 
   const excel::Application application = TheGlobals().application;
-  buttons->Button(buttons->TotalButtons()).on_action = MacroOf(application.ThisWorkbook(), kHelpMacro);
+  buttons->Button(buttons->TotalButtons()).on_action = MacroOf(application.ThisWorkbook().Name(), kHelpMacro);
 }
 
 std::int32_t CDefaultButtons::IndexOf(std::u16string_view property, Value value) const {
