@@ -6,6 +6,7 @@
 #include "platform/ado.h"
 #include "platform/calc/FormattedArea.h"
 #include "platform/calc/ReportMembers.h"
+#include "platform/calc/SheetDocument.h"
 #include "platform/date.h"
 #include "platform/excel.h"
 #include "platform/text.h"
@@ -58,14 +59,20 @@ Value Sheets(const ObjectPtr& object, const Arguments& arguments) {
 }
 
 /// Worksheet.Parent. A sheet does not keep the object of its workbook alive: what a macro took from
-/// ThisWorkbook loses it as soon as the macro uses ThisWorkbook again. The workbook is then found anew by the
-/// sheet's name, the active one first.
+/// ThisWorkbook loses it as soon as the macro uses ThisWorkbook again. The workbook is then found anew among
+/// the open ones, the active one first.
 Value WorkbookOf(const ObjectPtr& object, Value result) {
   if (!result.IsNothing()) return result;
   const std::u16string name = excel::Worksheet(object).Name();
   const excel::Application application(GetObject(object, u"Application"));
+  // Its name alone would not do: any workbook may have a sheet of that name.
   const auto has_sheet = [&](const excel::Workbook& workbook) {
-    return workbook && IgnoreErrors([&] { Get(workbook.object(), u"Sheets", {name}).ToObject(); });
+    bool found = false;
+    if (workbook) {
+      IgnoreErrors(
+          [&] { found = AreInOneDocument(object, Get(workbook.object(), u"Sheets", {name}).ToObject()); });
+    }
+    return found;
   };
   const excel::Workbook active = application.ActiveWorkbook();
   if (has_sheet(active)) return active.object();

@@ -27,23 +27,41 @@ TEST_F(CalcPeriod, IsChosenKeptAndLeftAlone) {
                                      "btCancel\n"
                                      "[frmReportPeriod]\n"
                                      "txtQuater = 4\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
+                                     "SpecGrid 1\n"
+                                     "btSpecDelete\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
                                      "btOk\n";
   const RunResult run = RunMacro("period", {"--form-answers", (folder / "forms").string()});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
-  const std::string kept = ": BIUDZ 2024 3 0 2 2024-04-01 2024-06-30 2024-07-01 2024-09-30 0,,2";
+  const std::string period = ": BIUDZ 2024 3 0 2 2024-04-01 2024-06-30 2024-07-01 2024-09-30 0,,";
+  const std::string kept = period + "2";
   const std::string first = " 1: MEDVILNE BIUDZ 0 102 BIU-2024-01  ";
   const std::string second = " 2: MEDVILNE O'BRIEN -1 102 BIU-2024-01 0 ";
-  EXPECT_THAT(run.lines,
-              ElementsAre("no sheet: -2147221503 Wrong parameter|", "names: 16", "year: $A$3 2024",
-                          "created: $B$3 $P$3 5", "before: BIUDZ 2024        102,BIU-2024-01,",
-                          "before 1:       ", "before 2:       ", "confirmed: True", "after" + kept,
-                          "after" + first, "after" + second, "cancelled: False", "cancelled" + kept,
-                          "cancelled" + first, "cancelled" + second, "refused: False", "refused" + kept,
-                          "refused" + first, "refused" + second, "no answers: False", "no answers" + kept,
-                          "no answers" + first, "no answers" + second));
+  const std::string fewer = period + "1";
+  const std::string only = " 1: MEDVILNE O'BRIEN -1 102 BIU-2024-01 0 ";
+  const std::string cleared = " 2:       ";
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre("no sheet: -2147221503 Wrong parameter|", "names: 16", "year: $A$3 2024",
+                  "created: $B$3 $P$3 5", "before: BIUDZ 2024        102,BIU-2024-01,",
+                  "before 1:       ", "before 2:       ", "confirmed: True", "after" + kept, "after" + first,
+                  "after" + second, "cancelled: False", "cancelled" + kept, "cancelled" + first,
+                  "cancelled" + second, "refused: False", "refused" + kept, "refused" + first,
+                  "refused" + second, "fewer: True", "fewer" + fewer, "fewer" + only, "fewer" + cleared,
+                  "again: True", "again" + fewer, "again" + only, "again" + cleared, "below: |kept",
+                  "no answers: False", "no answers" + fewer, "no answers" + only, "no answers" + cleared));
   EXPECT_THAT(run.messages, HasSubstr("Neteisingai nurodytas ataskaitinis laikotarpis."));
   EXPECT_THAT(run.messages, HasSubstr("(btOk): The form refuses what it was given"));
   EXPECT_THAT(run.messages, HasSubstr("There are no answers for the form frmReportPeriod"));
+}
+
+TEST_F(CalcPeriod, StaysInItsWorkbookWhenAnotherOneHasASheetOfThatName) {
+  const RunResult run = RunMacro("two_books");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("active: True, before: 0", "own: 16", "other: 0"));
 }
 
 }  // namespace

@@ -26,6 +26,13 @@ Sub Main()
     ShowPeriod "cancelled"
     WriteLine "refused: " & p.Edit
     ShowPeriod "refused"
+    WriteLine "fewer: " & p.Edit
+    ShowPeriod "fewer"
+    Range("BookCode").Offset(500, 1).Value = "cleared"
+    Range("BookCode").Offset(500, 7).Value = "kept"
+    WriteLine "again: " & p.Edit
+    ShowPeriod "again"
+    WriteLine "below: " & Range("BookCode").Offset(500, 1).Value & "|" & Range("BookCode").Offset(500, 7).Value
     WriteLine "no answers: " & p.Edit
     ShowPeriod "no answers"
     g.ResetConnectEX 0

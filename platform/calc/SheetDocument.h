@@ -1,0 +1,12 @@
+// The document that a sheet of LibreOffice stands in.
+#pragma once
+
+#include "platform/object.h"
+
+namespace qva::calc {
+
+/// True when two worksheets stand in one document. Raises 438 for objects that are no worksheets, and what
+/// LibreOffice raises.
+bool AreInOneDocument(const ObjectPtr& sheet1, const ObjectPtr& sheet2);
+
+}  // namespace qva::calc
