@@ -71,6 +71,16 @@ Check "a cancelled period", period.Edit, False
 Check "the cells after it", Cells(), before
 Check "a refused period", period.Edit, False
 Check "the cells after that", Cells(), before
+Check "a period with a budget less", period.Edit, True
+Check "the cells with one budget", Cells(), "B1|2024|3|0|2|2024-04-01|2024-06-30|2024-07-01|2024-09-30|0||1|" & _
+  " BALTIJA F2 0 0  0 ;       ;"
+before = Cells()
+excel.Range("BookCode").Offset(500, 1).Value = "cleared"
+excel.Range("BookCode").Offset(500, 7).Value = "kept"
+Check "the same period again", period.Edit, True
+Check "the cells after that period", Cells(), before
+Check "the sheet below a table of one row", CStr(excel.Range("BookCode").Offset(500, 1).Value), ""
+Check "the sheet beside it", excel.Range("BookCode").Offset(500, 7).Value, "kept"
 Check "a period without answers", period.Edit, False
 Check "the cells in the end", Cells(), before
 control.FailCall 20
@@ -84,4 +94,4 @@ global.ResetConnectEX 0
 Set global = Nothing
 Set excel = Nothing
 CheckError "the end of the report", 0
-Finish 28
+Finish 34
