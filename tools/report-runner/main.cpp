@@ -35,7 +35,19 @@ Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong comm
 missing or had to be stopped.
 )";
 
-enum Option { kMacro = 1, kBook, kOutput, kBuild, kHost, kAnswers, kFormAnswers, kTimeout, kNoPicture, kExpect, kHelp };
+enum Option {
+  kMacro = 1,
+  kBook,
+  kOutput,
+  kBuild,
+  kHost,
+  kAnswers,
+  kFormAnswers,
+  kTimeout,
+  kNoPicture,
+  kExpect,
+  kHelp
+};
 
 constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"book", required_argument, nullptr, kBook},
