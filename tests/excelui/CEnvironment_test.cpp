@@ -384,28 +384,19 @@ TEST_F(Environment, EveryMemberMayBeRefusedForGood) {
   EXPECT_GT(refusal.refused, 0);
 }
 
-/// Resets the connection while a setting is set, as a macro that an event runs may do.
-class ResetBetween : public CallObserver {
- public:
-  void Starting(const HostCall& call) override {
-    if (global && call.member == u"DisplayFormulas") {
-      Call(global, u"ResetConnectEX", {std::int16_t{0}});
-      global.reset();  // the last one: its application goes, too
-    }
-  }
-  ObjectPtr global;
-};
-
 TEST_F(Environment, ConnectionThatIsResetInBetweenDoesNotStopTheState) {
-  ResetBetween reset;
-  Interceptor resetting({&trace, &reset});
-  const ObjectPtr other = resetting.Wrap(excel, u"Application");
-  Call(global, u"InitConnectEX", {other, ObjectPtr()});
-  reset.global = std::move(global);
-  trace.Clear();
-  Call(environment, kReport);
-  EXPECT_FALSE(TheGlobals().application);
-  EXPECT_THAT(trace.lines(), ElementsAreArray(kReportCalls));
+  for (const auto& [operation, calls] :
+       {std::pair(kReport, kReportCalls), std::pair(kOrdinary, kOrdinaryCalls)}) {
+    ResetBetween reset;
+    Interceptor resetting({&trace, &reset});
+    ObjectPtr other = Create(u"gExcelObject");
+    Call(other, u"InitConnectEX", {resetting.Wrap(excel, u"Application"), ObjectPtr()});
+    reset.global = std::move(other);  // the last reference: its application goes, too
+    trace.Clear();
+    Call(environment, operation);
+    EXPECT_FALSE(TheGlobals().application);
+    EXPECT_THAT(trace.lines(), ElementsAreArray(calls));
+  }
 }
 
 TEST_F(Environment, HoldsNothingAfterwards) {

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "excelui/CExcelState.h"
 #include "platform/excel_constants.h"
 #include "tests/library_fixture.h"
 
@@ -25,6 +26,18 @@ class MemberRefusal : public CallObserver {
 
   std::u16string member;  ///< empty: none
   int refused = 0;
+};
+
+/// Resets the connection while a setting is read or set, as a macro that an event runs may do.
+class ResetBetween : public CallObserver {
+ public:
+  void Starting(const HostCall& call) override {
+    if (global && call.member == u"DisplayFormulas") {
+      Call(global, u"ResetConnectEX", {std::int16_t{0}});
+      global.reset();
+    }
+  }
+  ObjectPtr global;
 };
 
 /// A setting and two values, neither of which is both states' value.
@@ -203,6 +216,27 @@ class ExcelStateTest : public LibraryTest {
     Call(object, u"InitConnectEX", {observed, ObjectPtr()});
     return object;
   }();
+};
+
+/// What a snapshot does not bring back: the caption becomes Excel's own, the others stay.
+inline const std::set<std::string> kNotPutBack = {"Caption",     "Calculation", "ReferenceStyle",
+                                                  "WindowState", "ScrollRow",   "ScrollColumn",
+                                                  "active cell", "name rMetai", "name Sheet2!Saved"};
+
+/// Snapshots of that Excel.
+class ExcelState : public ExcelStateTest {
+ protected:
+  /// What Excel is after a snapshot of `saved` was put back over `current`.
+  static Settings PutBack(const Settings& saved, const Settings& current) {
+    Settings result = current;
+    for (const auto& [name, value] : saved) {
+      if (!kNotPutBack.contains(name) && !name.starts_with("key ")) result[name] = value;
+    }
+    result["Caption"] = u"Microsoft Excel";
+    return result;
+  }
+
+  Ref<CExcelState> state = MakeRef<CExcelState>();
 };
 
 }  // namespace qva
