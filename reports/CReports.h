@@ -76,7 +76,11 @@ class CReports : public Described<CReports> {
   void ColorRanges(excel::Range rGrey, excel::Range rYellow, excel::Range rColorErr, bool pColor);
 
  private:
+  /// Asks how to print: all at once, otherwise page by page.
+  bool WantsAllAtOnce();
   void PrintPages(const excel::Worksheet& sheet, std::int32_t count);
+  /// Asks whether the report that is in the archive may be replaced.
+  bool MayReplace();
 
   /// Shows a text with a button for each caption; the result is the pressed one's number, from 1. Raises what
   /// the host's message object raises.

@@ -54,8 +54,7 @@ void CReports::Spauzd(excel::Worksheet sh, bool Out, bool AskBeforePage, std::ui
     print_area.SetVisible(true);
     if (!Out) {
       sh.PrintPreview();
-    } else if (!AskBeforePage || Show(HostText(kHowToPrint), u"",
-                                      {HostText(kAllAtOnce), HostText(kPageByPage)}) == kAllAtOnceChosen) {
+    } else if (!AskBeforePage || WantsAllAtOnce()) {
       sh.PrintOut();
     } else {
       PrintPages(sh, Count);
@@ -64,6 +63,13 @@ void CReports::Spauzd(excel::Worksheet sh, bool Out, bool AskBeforePage, std::ui
     sh.SetDisplayPageBreaks(false);
     sh.SetVisible(visibility);
   });
+}
+
+bool CReports::WantsAllAtOnce() {
+  const std::u16string question = HostText(kHowToPrint);
+  const std::u16string all_at_once = HostText(kAllAtOnce);
+  const std::u16string page_by_page = HostText(kPageByPage);
+  return Show(question, u"", {all_at_once, page_by_page}) == kAllAtOnceChosen;
 }
 
 void CReports::PrintPages(const excel::Worksheet& sheet, std::int32_t count) {

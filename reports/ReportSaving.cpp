@@ -35,6 +35,10 @@ Period PeriodOfDate(const excel::Range& cell) {
 
 }  // namespace
 
+bool CReports::MayReplace() {
+  return Show(HostText(kReplaceReport), u"", {kYes, kNo}) != kNoChosen;
+}
+
 void CReports::SaveDoc(excel::Range rYear, excel::Range rQuater, bool& Saved, bool FullDateInOneRange) {
   ShowingErrors([&] {
     Period period;
@@ -51,11 +55,8 @@ void CReports::SaveDoc(excel::Range rYear, excel::Range rQuater, bool& Saved, bo
     const auto form = MakeRef<CSaveForm>();
     form->Init();
     const std::u16string name = workbook_.VBProject().Name();
-    if (form->ReportExistEx(name, period.year, period.part) &&
-        Show(HostText(kReplaceReport), u"", {kYes, kNo}) == kNoChosen) {
-      // `Saved` stays True, on purpose: the report of the period is in the archive.
-      return;
-    }
+    // `Saved` stays True when the user refuses, on purpose: the report of the period is in the archive.
+    if (form->ReportExistEx(name, period.year, period.part) && !MayReplace()) return;
     form->SaveReport(workbook_, name, period.year, period.part);
     if (form->ErrorStatus() != 0) {
       Saved = false;

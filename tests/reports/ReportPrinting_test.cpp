@@ -1,0 +1,235 @@
+// CReports: Spauzd.
+#include "tests/reports/report_fixture.h"
+
+namespace qva {
+namespace {
+
+using memory::PrintJob;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// The first sheet is to be printed by the hidden name "Print", A3:C20.
+class Printing : public ReportTest {
+ protected:
+  Printing() {
+    AddName(u"Print", u"=Sheet1!$A$3:$C$20");
+    Put(Name(u"Print"), u"Visible", false);
+  }
+
+  void Print(const ObjectPtr& sheet, const Value& out, const Value& ask = Missing(),
+             const Value& pages = Missing()) {
+    Call(reports, u"Spauzd", {Traced(sheet, u"Sheet"), out, ask, pages});
+  }
+  const std::vector<PrintJob>& Jobs() const { return excel->PrintJobs(); }
+  static PrintJob Whole() { return {.sheet = u"Sheet1", .print_area = u"$A$3:$C$20"}; }
+  static PrintJob Preview() { return {.sheet = u"Sheet1", .print_area = u"$A$3:$C$20", .is_preview = true}; }
+  static PrintJob Page(std::int32_t page) {
+    return {.sheet = u"Sheet1", .print_area = u"$A$3:$C$20", .from = page, .to = page};
+  }
+  std::int32_t Visibility(std::int32_t sheet = 1) const { return Get(Sheet(sheet), u"Visible").ToInt32(); }
+  bool IsVisible(std::u16string_view name) const { return Get(Name(name), u"Visible").ToBoolean(); }
+
+  static constexpr std::int32_t kPageByPage = 2;
+};
+
+TEST_F(Printing, PrintsTheWholeSheetWithinTheRangePrint) {
+  Print(Sheet(), true);
+  EXPECT_THAT(Jobs(), ElementsAre(Whole()));
+  EXPECT_THAT(BoxTexts(), IsEmpty());
+}
+
+TEST_F(Printing, TakesSeventeenCalls) {
+  Print(Sheet(), true);
+  EXPECT_THAT(
+      trace.lines(),
+      ElementsAre("Sheet.Visible -> -1", "Sheet.Parent", "Application.ActiveWorkbook.Names",
+                  "Application.ActiveWorkbook.Names.Item(\"Print\")",
+                  "Application.ActiveWorkbook.Names.Item(\"Print\").Visible = True", "Sheet.PageSetup",
+                  "Sheet.Range(\"Print\")", "Sheet.Range(\"Print\").Address -> \"$A$3:$C$20\"",
+                  "Sheet.PageSetup.PrintArea = \"$A$3:$C$20\"",
+                  "Application.ActiveWorkbook.Names.Item(\"Print\").Visible = False", "Sheet.Names",
+                  "Sheet.Names.Item(\"Print_Area\")", "Sheet.Names.Item(\"Print_Area\").Visible = True",
+                  "Sheet.Names.Item(\"Print_Area\").Visible = True", "Sheet.PrintOut()",
+                  "Sheet.Names.Item(\"Print_Area\").Visible = False", "Sheet.DisplayPageBreaks = False",
+                  "Sheet.Visible = -1"));
+}
+
+TEST_F(Printing, PreviewsAndNeverAsks) {
+  Print(Sheet(), false, true, 5);
+  EXPECT_THAT(Jobs(), ElementsAre(Preview()));
+  EXPECT_THAT(BoxTexts(), IsEmpty());
+}
+
+TEST_F(Printing, HidesTheNamesAndPageBreaksAfterwards) {
+  Put(Sheet(), u"DisplayPageBreaks", true);
+  for (const bool out : {true, false}) {
+    Put(Name(u"Print"), u"Visible", true);
+    Print(Sheet(), out);
+    EXPECT_FALSE(IsVisible(u"Print"));
+    EXPECT_FALSE(IsVisible(u"Sheet1!Print_Area"));
+    EXPECT_EQ(Get(Sheet(), u"DisplayPageBreaks"), Value(false));
+  }
+}
+
+TEST_F(Printing, TakesTheRangePrintAnewEachTime) {
+  Print(Sheet(), true);
+  AddName(u"Print", u"=Sheet1!$B$1:$B$2");
+  Print(Sheet(), true);
+  EXPECT_EQ(Jobs()[1].print_area, u"$B$1:$B$2");
+}
+
+TEST_F(Printing, GivesAHiddenSheetItsVisibilityBack) {
+  for (const std::int32_t visibility : {xlSheetHidden, xlSheetVeryHidden}) {
+    Put(Sheet(), u"Visible", visibility);
+    Print(Sheet(), true);
+    EXPECT_EQ(Visibility(), visibility);
+  }
+  EXPECT_THAT(Jobs(), ElementsAre(Whole(), Whole()));
+}
+
+// --- Without a print area
+// -------------------------------------------------------------------------------------
+
+TEST_F(Printing, ASheetWithoutAPrintAreaIsNotPrintedAndTheUserIsTold) {
+  Put(Sheet(), u"DisplayPageBreaks", true);
+  Call(Name(u"Print"), u"Delete");
+  Print(Sheet(), true, true, 3);
+  EXPECT_THAT(Jobs(), IsEmpty());
+  ASSERT_EQ(Boxes().size(), 1u);
+  EXPECT_EQ(Boxes()[0].text, u"tekstas 815");
+  EXPECT_THAT(Boxes()[0].captions, ElementsAre(u"Gerai"));
+  EXPECT_EQ(Get(Sheet(), u"DisplayPageBreaks"), Value(true)) << "the last step is skipped";
+}
+
+TEST_F(Printing, AHiddenSheetWithoutAPrintAreaStaysVisible) {
+  Put(Sheet(2), u"Visible", xlSheetHidden);
+  Print(Sheet(2), true);
+  EXPECT_THAT(BoxTexts(), ElementsAre(u"tekstas 815"));
+  EXPECT_EQ(Visibility(2), xlSheetVisible);
+}
+
+TEST_F(Printing, AnOlderPrintAreaServesWhereTheRangePrintIsMissing) {
+  Put(GetObject(Sheet(), u"PageSetup"), u"PrintArea", u"$A$1:$B$2");
+  Call(Name(u"Print"), u"Delete");
+  Print(Sheet(), true);
+  EXPECT_THAT(Jobs(), ElementsAre(PrintJob{.sheet = u"Sheet1", .print_area = u"$A$1:$B$2"}));
+}
+
+TEST_F(Printing, ARangePrintOfAnotherSheetIsHiddenAgain) {
+  Put(Name(u"Print"), u"Visible", true);
+  Print(Sheet(2), true);
+  EXPECT_FALSE(IsVisible(u"Print"));
+  EXPECT_THAT(Jobs(), IsEmpty());
+}
+
+// --- Page by page
+// ---------------------------------------------------------------------------------------------
+
+TEST_F(Printing, AsksHowToPrintWithTheTwoChoicesAsButtons) {
+  Print(Sheet(), true, true, 3);
+  ASSERT_EQ(Boxes().size(), 1u);
+  EXPECT_EQ(Boxes()[0].text, u"tekstas 816");
+  EXPECT_THAT(Boxes()[0].captions, ElementsAre(u"tekstas 817", u"tekstas 818"));
+  EXPECT_THAT(Jobs(), ElementsAre(Whole())) << "the first choice";
+}
+
+TEST_F(Printing, PageByPageEachFurtherPageIsAnnounced) {
+  platform.message_box.Answer(kPageByPage);
+  Print(Sheet(), true, true, 3);
+  EXPECT_THAT(Jobs(), ElementsAre(Page(1), Page(2), Page(3)));
+  EXPECT_THAT(BoxTexts(), ElementsAre(u"tekstas 816", u"2 puslapis", u"3 puslapis"));
+  EXPECT_EQ(Boxes()[1].title, u"tekstas 820");
+  EXPECT_THAT(Boxes()[1].captions, ElementsAre(u"Gerai"));
+}
+
+TEST_F(Printing, OneOrNoPageStillPrintsPage1WithoutAPrompt) {
+  for (const Value& pages : {Value(1), Value(0), Value(Missing())}) {
+    platform.message_box = {};
+    platform.message_box.Answer(kPageByPage);
+    Print(Sheet(), true, true, pages);
+    EXPECT_EQ(Jobs().back(), Page(1));
+    EXPECT_THAT(BoxTexts(), ElementsAre(u"tekstas 816"));
+  }
+  EXPECT_EQ(Jobs().size(), 3u);
+}
+
+TEST_F(Printing, TheMostPagesAre255) {
+  platform.message_box.Answer(kPageByPage);
+  Print(Sheet(), true, true, 255);
+  EXPECT_EQ(Jobs().size(), 255u);
+  EXPECT_EQ(Jobs().back(), Page(255));
+  EXPECT_EQ(ErrorNumberOf([&] { Print(Sheet(), true, true, 256); }), kOverflow);
+}
+
+TEST_F(Printing, OutDecidesByItsTruthAndAskingIsLeftOutAsFalse) {
+  Print(Sheet(), 1);
+  Print(Sheet(), true, false, 7);
+  EXPECT_THAT(Jobs(), ElementsAre(Whole(), Whole()));
+  EXPECT_THAT(BoxTexts(), IsEmpty());
+}
+
+// --- Errors
+// ---------------------------------------------------------------------------------------------------
+
+TEST_F(Printing, NothingInPlaceOfASheetIsShownAsAnError) {
+  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Spauzd", {Nothing(), true}); }), 0);
+  EXPECT_THAT(BoxTexts(), ElementsAre(StandardDescription(kObjectNotSet)));
+}
+
+TEST_F(Printing, AnErrorWithoutANumberIsNotShown) {
+  failure = CallFailure(15, AutomationError(0, u"Excel", u"nothing"));
+  Print(Sheet(), true);
+  EXPECT_TRUE(failure.has_failed());
+  EXPECT_THAT(BoxTexts(), IsEmpty());
+}
+
+// Calls of a print page by page with two pages: 1 visibility; 2 to 10 the copy of the range, errors ignored;
+// 11 to 13 the check; 14 to 18 name, texts and the message object; 19 the question; 20 page 1; 21 to 23 the
+// prompt; 24 page 2; 25 to 27 the last step.
+TEST_F(Printing, EndsAsAgreedWhicheverCallFails) {
+  const long live = Object::LiveCount();
+  constexpr long kCalls = 27;
+  for (long n = 1; n <= kCalls + 1; ++n) {
+    SCOPED_TRACE(n);
+    platform.message_box = {};
+    platform.message_box.Answer(kPageByPage);
+    const std::size_t printed = Jobs().size();
+    Put(Sheet(), u"Visible", xlSheetVisible);
+    Put(GetObject(Sheet(), u"PageSetup"), u"PrintArea", u"$A$1");
+    const ObjectPtr fresh = Create(u"CReports");
+    const ObjectPtr sheet = Traced(Sheet(), u"Sheet");
+    StartOver(n);
+    EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"Spauzd", {sheet, true, true, 2}); }), 0);
+    EXPECT_EQ(failure.has_failed(), n <= kCalls);
+    failure.Reset(0);
+
+    const bool copied = n < 6 || n > 9;
+    const bool checked = n < 11 || n > 13;
+    const std::u16string shown = Boxes().empty() ? u"" : Boxes().back().text;
+    if (n == 1 || (n >= 14 && n <= kCalls)) {
+      EXPECT_EQ(shown, u"The call failed");
+      EXPECT_THAT(Boxes().back().captions, ElementsAre(u"Gerai"));
+    } else {
+      EXPECT_EQ(shown, checked ? u"2 puslapis" : u"tekstas 815");
+    }
+    const std::size_t pages = n == 1 || !checked || (n >= 14 && n <= 20) ? 0 : n >= 21 && n <= 24 ? 1 : 2;
+    ASSERT_EQ(Jobs().size(), printed + pages);
+    for (std::size_t page = 1; page <= pages; ++page) {
+      EXPECT_EQ(Jobs()[printed + page - 1].from, static_cast<std::int32_t>(page));
+      EXPECT_EQ(Jobs()[printed + page - 1].print_area, copied ? u"$A$3:$C$20" : u"$A$1");
+    }
+  }
+  EXPECT_EQ(Object::LiveCount(), live);
+}
+
+TEST_F(Printing, WhatAnErrorLeavesBehindIsWhatWasDoneByThen) {
+  Put(Sheet(), u"Visible", xlSheetHidden);
+  StartOver(16);  // the print itself, behind making the sheet visible
+  Print(Sheet(), true);
+  EXPECT_THAT(BoxTexts(), ElementsAre(u"The call failed"));
+  EXPECT_EQ(Visibility(), xlSheetVisible);
+  EXPECT_TRUE(IsVisible(u"Sheet1!Print_Area"));
+}
+
+}  // namespace
+}  // namespace qva
