@@ -3,6 +3,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "platform/memory/excel/Application.h"
 #include "platform/text.h"
 #include "tests/com/bench/Bench.h"
 
@@ -31,6 +32,7 @@ const ClassDescription& Control::Description() {
           .Method<&Control::ClearTrace>(u"ClearTrace")
           .Method<&Control::FailCall>(u"FailCall", {{u"number"}})
           .Method<&Control::NewExcel>(u"NewExcel")
+          .Method<&Control::MacrosRun>(u"MacrosRun", {{u"excel"}})
           .Method<&Control::RemoveBook>(u"RemoveBook", {{u"code"}})
           .Method<&Control::SetText>(u"SetText", {{u"number"}, {u"text"}})
           .Get<&Control::BooksSet>(u"BooksSet")
@@ -79,6 +81,13 @@ void Control::FailCall(std::int32_t number) {
 
 ObjectPtr Control::NewExcel() {
   return TheBench().NewExcel();
+}
+
+std::u16string Control::MacrosRun(ObjectPtr excel) const {
+  const ObjectPtr object = Unwrap(excel);
+  const auto* application = dynamic_cast<const memory::Application*>(object.get());
+  if (!application) throw AutomationError(kTypeMismatch);
+  return Joined(application->MacrosRun(), u",");
 }
 
 void Control::RemoveBook(std::u16string code) {

@@ -28,6 +28,9 @@ class Control : public Described<Control> {
   /// An Excel with one open workbook.
   ObjectPtr NewExcel();
 
+  /// The macros that keys and controls of an Excel ran, by commas.
+  std::u16string MacrosRun(ObjectPtr excel) const;
+
   void RemoveBook(std::u16string code);
   void SetText(std::int32_t number, std::u16string text);
   /// The codes of the books that client tools were given, and of those that plants were made for, by commas.

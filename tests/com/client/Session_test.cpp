@@ -18,20 +18,85 @@ class Session : public ServerTest {
     return windows::ToDispatch(answer.value.ToObject());
   }
 
+  static void Put(const ComPtr<IDispatch>& object, const wchar_t* member, VARIANT value) {
+    EXPECT_EQ(
+        Invoke(*object, IdOf(*object, member), DISPATCH_PROPERTYPUT, {value}, {DISPID_PROPERTYPUT}).code,
+        S_OK);
+  }
+
+  /// Describes a toolbar of one button with a hot key on the sheet.
+  static void DescribeToolbar(const ComPtr<IDispatch>& sheet) {
+    struct Named {
+      const char16_t* address;
+      const char16_t* name;
+      const char16_t* text;
+      LONG number;
+    };
+    for (const Named& cell : {Named{u"H1", u"nTotalButtons", nullptr, 1},
+                              {u"I1", u"sToolBarCaption", u"Ataskaita", 0},
+                              {u"J1", u"bMenuBar", nullptr, 0},
+                              {u"H4", nullptr, nullptr, 1},
+                              {u"I4", nullptr, nullptr, 59},
+                              {u"J4", nullptr, u"Saugoti", 0},
+                              {u"N4", nullptr, u"^{s}", 0},
+                              {u"O4", nullptr, nullptr, 1},
+                              {u"Q4", nullptr, u"Saugoti", 0},
+                              {u"H3", u"Button_ID", nullptr, 0},
+                              {u"I3", u"Button_FaceID", nullptr, 0},
+                              {u"J3", u"Button_Captions", nullptr, 0},
+                              {u"K3", u"Button_Pictures", nullptr, 0},
+                              {u"L3", u"Button_Tag", nullptr, 0},
+                              {u"M3", u"Button_TooltipText", nullptr, 0},
+                              {u"N3", u"Button_OnKey", nullptr, 0},
+                              {u"O3", u"Button_Visible", nullptr, 0},
+                              {u"P3", u"Button_BeginGroup", nullptr, 0},
+                              {u"Q3", u"Button_OnAction", nullptr, 0}}) {
+      const Bstr address(cell.address);
+      const Bstr text(cell.text ? cell.text : u"");
+      const ComPtr<IDispatch> range = Object(sheet, L"Range", {Text(address)});
+      Put(range, L"Value", cell.text ? Text(text) : Number(cell.number));
+      if (!cell.name) continue;
+      const Bstr name(cell.name);
+      Put(range, L"Name", Text(name));
+    }
+  }
+
+  /// Builds the toolbar, shows it, hides its button, and adds the command to the menu.
+  static void UseToolbar(_gExcelObject& global, const ComPtr<IDispatch>& sheet) {
+    ComPtr<_CToolbars> toolbars;
+    toolbars.Obtain([&](_CToolbars** received) { return global.get_oToolBars(received); });
+    unsigned char id = 0;
+    EXPECT_EQ(toolbars->CreateToolbar(sheet.get(), &id), S_OK);
+    EXPECT_EQ(id, 1);
+    ComPtr<_CToolbar> toolbar;
+    toolbar.Obtain([&](_CToolbar** received) { return toolbars->Item(id, received); });
+    EXPECT_EQ(toolbar->put_VisibleToolbar(VARIANT_TRUE), S_OK);
+    unsigned char result = 9;
+    EXPECT_EQ(toolbar->VisibleButton(1, VARIANT_FALSE, &result), S_OK);
+    EXPECT_EQ(result, 0);
+    LONG index = 0;
+    EXPECT_EQ(toolbar->iHelp(&index), S_OK);
+    EXPECT_EQ(index, 8);
+    const Bstr macro(u"RestoreApp");
+    EXPECT_EQ(toolbars->cmdGoToAppShow(macro.get()), S_OK);
+  }
+
   /// What the library asked for, of all objects together.
   struct Lookups {
     std::int32_t count;
     std::u16string repeated;  ///< "type.member" that it asked for more than once
   };
 
-  /// Connects, prepares and fills a report, with toolbars, environment and locked screen.
+  /// Connects, prepares and fills a report, with a toolbar, environment and locked screen.
   Lookups Run() const {
     const ComPtr<IDispatch> excel = NewRegistered(L"QVA_TestBench.Excel");
     const ComPtr<IDispatch> host = NewRegistered(L"NVXCommonObjects.CommonObjects");
     const Bstr code(u"MEDVILNE");
     const Bstr address(u"B2");
     const ComPtr<IDispatch> book = Object(host, L"CreateBook", {Text(code)});
-    const ComPtr<IDispatch> cell = Object(Object(excel, L"ActiveSheet"), L"Range", {Text(address)});
+    const ComPtr<IDispatch> sheet = Object(excel, L"ActiveSheet");
+    const ComPtr<IDispatch> cell = Object(sheet, L"Range", {Text(address)});
+    DescribeToolbar(sheet);
     const auto global = New<_gExcelObject>(CLSID_gExcelObject);
     const auto reports = New<_CReports>(CLSID_CReports);
     const Bstr caption(u"Balansas");
@@ -43,6 +108,7 @@ class Session : public ServerTest {
     short count = 0;
     EXPECT_EQ(global->InitConnectEX(excel.get(), LeftOut(), book.get(), &count), S_OK);
     EXPECT_EQ(global->InitToolBars(), S_OK);
+    UseToolbar(*global.get(), sheet);
     EXPECT_EQ(global->InitEnvironment(), S_OK);
     ComPtr<_CEnvironment> environment;
     environment.Obtain([&](_CEnvironment** received) { return global->get_oEnvironment(received); });

@@ -26,6 +26,14 @@ list.Add "x"
 CheckError "a text that is no number", 13
 list.Add 254
 CheckError "more than 255 buttons", 6
+Check "the buttons stay", list.TotalButtons, CByte(2)
+list.sBCaption(0) = "x"
+CheckError "the index 0", 9
+list.nBID(256) = 1
+CheckError "an index beyond 8 bits", 6
+list.Add 0
+Check "adding none", list.TotalButtons, CByte(2)
+Check "and nothing is lost", list.sBTag(1), "TagPrint"
 list.Reset
 Check "the buttons after Reset", list.TotalButtons, CByte(0)
 list.Add 1
@@ -33,4 +41,4 @@ Check "Reset keeps the count", list.TotalButtons, CByte(3)
 list.NoSuchMember
 CheckError "an unknown name", 438
 Set list = Nothing
-Finish 26
+Finish 31
