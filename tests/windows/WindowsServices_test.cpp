@@ -80,6 +80,10 @@ TEST(WindowsClock, TellsTheLocalTime) {
   EXPECT_NEAR(now.serial, serial, 2.0 / 86400);
 }
 
+TEST(WindowsEnvironment, KnowsWhereTheLibraryLies) {
+  EXPECT_EQ(WindowsEnvironment().LibraryFolder(), OwnFolder());
+}
+
 TEST(OwnFile, IsThisProgram) {
   const std::u16string file = OwnFile();
   EXPECT_TRUE(std::filesystem::exists(file));

@@ -66,5 +66,12 @@ TEST_F(ProcessEnvironmentTest, NamesIgnoreLetterCaseButTheExactSpellingWins) {
   EXPECT_EQ(buffer[0], 'a');
 }
 
+TEST_F(ProcessEnvironmentTest, KnowsWhereTheLibraryLies) {
+  // Here that is this program; the loader may name it by a path from the folder it was started in.
+  const auto folder = std::filesystem::absolute(std::filesystem::path(environment.LibraryFolder()));
+  EXPECT_EQ(std::filesystem::weakly_canonical(folder),
+            std::filesystem::read_symlink("/proc/self/exe").parent_path());
+}
+
 }  // namespace
 }  // namespace qva

@@ -142,6 +142,25 @@ TEST_F(ApplicationTest, RemembersKeyBindings) {
   EXPECT_EQ(excel->KeyBinding(u"{F1}"), std::nullopt) << "Excel's own meaning is back";
 }
 
+TEST_F(ApplicationTest, RunsTheMacroOfAKeyThatIsPressed) {
+  int runs = 0;
+  excel->DefineMacro(u"Book1!cmdHelp", [&] { ++runs; });
+  EXPECT_FALSE(excel->Press(u"{F1}")) << "Excel's own help";
+  Call(application, u"OnKey", {u"{F1}", u"Book1!cmdHelp"});
+  Call(application, u"OnKey", {u"{F3}", u""});
+  EXPECT_TRUE(excel->Press(u"{F1}"));
+  Call(application, u"SendKeys", {u"{F1}"});
+  EXPECT_FALSE(excel->Press(u"{F3}"));
+  EXPECT_EQ(runs, 2);
+  EXPECT_THAT(excel->MacrosRun(), testing::ElementsAre(u"Book1!cmdHelp", u"Book1!cmdHelp"));
+}
+
+TEST_F(ApplicationTest, RemembersTheHelpThatItShowed) {
+  Call(application, u"Help", {u"a.chm", 7});
+  Call(application, u"Help");
+  EXPECT_THAT(excel->HelpThatWasShown(), testing::ElementsAre(HelpShown{u"a.chm", 7}, HelpShown{u"", 0}));
+}
+
 TEST_F(ApplicationTest, RemembersQuitAndKeepsItsWorkbooks) {
   EXPECT_FALSE(excel->HasQuit());
   Call(application, u"Quit");

@@ -8,6 +8,8 @@
 namespace qva::memory {
 namespace {
 
+constexpr std::int32_t kRefused = -2147467259;  // hexadecimal 80004005
+
 class CommandBarsTest : public ExcelTest {
  protected:
   ObjectPtr bars = GetObject(application, u"CommandBars");
@@ -100,6 +102,74 @@ TEST_F(CommandBarsTest, OfExcelItselfAreNotDeleted) {
   const ObjectPtr menu = GetObject(bars, u"Item", {1});
   EXPECT_EQ(RaisedBy([&] { Call(menu, u"Delete"); }), -2147467259);
   EXPECT_EQ(Get(bars, u"Count"), Value(3));
+}
+
+TEST_F(CommandBarsTest, AreRenamedUnlessTheyAreExcelsOrTheNameIsTaken) {
+  const ObjectPtr bar = Call(bars, u"Add", {u"Ataskaita"}).ToObject();
+  Put(bar, u"Name", u"Kita");
+  EXPECT_TRUE(GetObject(bars, u"Item", {u"kita"}) == bar);
+  Put(bar, u"Name", u"KITA");
+  EXPECT_EQ(Text(bar, u"Name"), u"KITA");
+  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Name", u"standard"); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { Put(GetObject(bars, u"Item", {1}), u"Name", u"x"); }), kRefused);
+}
+
+TEST_F(CommandBarsTest, StandWhereTheyAreAskedTo) {
+  const ObjectPtr bar = Call(bars, u"Add", Arguments{u"Ataskaita"}.Named(u"MenuBar", true)).ToObject();
+  EXPECT_EQ(Get(bar, u"Type"), Value(1));
+  EXPECT_EQ(Get(bar, u"Position"), Value(std::int32_t{msoBarTop}));
+  Put(bar, u"Position", std::int32_t{msoBarFloating});
+  EXPECT_EQ(Get(bar, u"Position"), Value(std::int32_t{msoBarFloating}));
+  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Position", 9); }), kInvalidProcedureCall);
+}
+
+TEST_F(CommandBarsTest, RefuseWhatTheirProtectionForbids) {
+  const ObjectPtr bar = Call(bars, u"Add", {u"Ataskaita"}).ToObject();
+  const ObjectPtr controls = GetObject(bar, u"Controls");
+  const ObjectPtr control = Call(controls, u"Add").ToObject();
+  Put(bar, u"Protection", msoBarNoCustomize | msoBarNoMove | msoBarNoChangeVisible);
+  EXPECT_EQ(RaisedBy([&] { Call(controls, u"Add"); }), kRefused);
+  EXPECT_EQ(RaisedBy([&] { Call(control, u"Delete"); }), kRefused);
+  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Position", std::int32_t{msoBarLeft}); }), kRefused);
+  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Visible", true); }), kRefused);
+  Put(bar, u"Visible", false);
+  Put(control, u"Caption", u"x");
+  Put(bar, u"Protection", std::int32_t{msoBarNoProtection});
+  Call(control, u"Delete");
+  EXPECT_EQ(Get(controls, u"Count"), Value(0));
+}
+
+TEST_F(CommandBarsTest, FindTheirFirstControlThatFits) {
+  const ObjectPtr bar = Call(bars, u"Add", {u"Ataskaita"}).ToObject();
+  const ObjectPtr controls = GetObject(bar, u"Controls");
+  const ObjectPtr first = Call(controls, u"Add", {1, 109}).ToObject();
+  const ObjectPtr second = Call(controls, u"Add", {1, 109}).ToObject();
+  Put(second, u"Tag", u"TagPrint");
+  Put(first, u"Visible", false);
+  const auto find = [&](std::u16string_view name, const Value& value) {
+    return Call(bar, u"FindControl", Arguments().Named(name, value));
+  };
+  EXPECT_EQ(find(u"Id", 109), Value(first));
+  EXPECT_EQ(find(u"Tag", u"TagPrint"), Value(second));
+  EXPECT_EQ(find(u"Visible", true), Value(second));
+  EXPECT_TRUE(find(u"Tag", u"tagprint").IsNothing());
+  EXPECT_TRUE(find(u"Type", std::int32_t{msoControlPopup}).IsNothing());
+}
+
+TEST_F(CommandBarsTest, ThatAreTemporaryEndWithExcel) {
+  for (const bool temporary : {true, false}) {
+    const ObjectPtr bar =
+        Call(bars, u"Add", Arguments{temporary ? u"Trumpam" : u"Ilgam"}.Named(u"Temporary", temporary))
+            .ToObject();
+    for (const bool control : {true, false}) {
+      Call(GetObject(bar, u"Controls"), u"Add", Arguments().Named(u"Temporary", control));
+    }
+  }
+  Call(application, u"OnKey", {u"{F1}", u"x"});
+  excel->Restart();
+  EXPECT_EQ(Get(bars, u"Count"), Value(4));
+  EXPECT_EQ(Get(GetObject(GetObject(bars, u"Item", {u"Ilgam"}), u"Controls"), u"Count"), Value(1));
+  EXPECT_EQ(excel->KeyBinding(u"{F1}"), std::nullopt);
 }
 
 }  // namespace
