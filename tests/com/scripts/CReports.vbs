@@ -1,5 +1,10 @@
 ' CReports, as a workbook's macro uses it.
-Dim reports, global, excel, sheet, code, name, id, book, calls
+Dim reports, global, excel, sheet, code, name, id, book, calls, saved, files, boxes
+' The host's data access comes to life with the first report save and stays.
+Set reports = CreateObject("QVA_Varnholt.CSaveForm")
+reports.Init
+Set reports = Nothing
+liveAtStart = control.LiveObjects
 Set global = CreateObject("QVA_Varnholt.gExcelObject")
 Set excel = control.NewExcel
 Set book = CreateObject("NVXCommonObjects.CommonObjects").CreateBook("MEDVILNE")
@@ -48,6 +53,81 @@ CheckError "a text that is no number", 13
 reports.NoSuchMember
 CheckError "an unknown name", 438
 
+' Printing, by the workbook's name "Print".
+excel.ActiveWorkbook.Names.Add "Print", "=Sheet1!$A$1:$C$9"
+control.ClearTrace
+reports.Spauzd sheet, True
+CheckError "Spauzd", 0
+Check "the print area", sheet.PageSetup.PrintArea, "$A$1:$C$9"
+Report InStr(control.Trace, ".PrintOut()") > 0, "a print of the whole sheet: " & control.Trace
+control.Answer 2
+control.ClearTrace
+reports.Spauzd sheet, True, True, 2
+CheckError "Spauzd page by page", 0
+Report InStr(control.Trace, ".PrintOut(From:=2, To:=2, Copies:=1)") > 0, "a print of page 2: " & control.Trace
+Check "the questions", control.Boxes, "Tekstas 816" & vbLf & "Tekstas 819: 2"
+control.ClearTrace
+reports.Spauzd sheet, 0, True, 2
+Report InStr(control.Trace, ".PrintPreview()") > 0, "a preview: " & control.Trace
+reports.Spauzd sheet, True, True, 256
+CheckError "more pages than a byte counts", 6
+reports.Spauzd excel.Sheets("Sheet2"), True
+boxes = Split(control.Boxes, vbLf)
+Check "a sheet without a print area", boxes(2), "Tekstas 815"
+
+' Protection, formulas, colours.
+reports.Locking sheet.Range("A1:B2")
+reports.Locking sheet.Range("C1:C2")
+CheckError "Locking", 0
+Check "the first zone", sheet.Range("A1:B2").Locked, True
+Check "the second zone", sheet.Range("C1:C2").Locked, False
+sheet.Range("D1").Value = 21
+sheet.Range("D2").Formula = "=D1*2"
+sheet.Range("D3").Formula = "="""""
+reports.ClearFormulas sheet.Range("D1:D3")
+CheckError "ClearFormulas", 0
+Check "a formula's value", sheet.Range("D2").Formula, "42"
+Check "a formula of the empty text", VarType(sheet.Range("D3").Value), VarType(Empty)
+reports.ClearFormulas Nothing
+CheckError "ClearFormulas of nothing", 91
+reports.ColorRanges sheet.Range("A1"), sheet.Range("B1"), Nothing, True
+CheckError "ColorRanges", 0
+Check "the grey range", CLng(sheet.Range("A1").Interior.ColorIndex), CLng(15)
+Check "the yellow range", CLng(sheet.Range("B1").Interior.ColorIndex), CLng(-4142)
+
+' Saving into the archive, whose year folders are real.
+Set files = CreateObject("Scripting.FileSystemObject")
+files.CreateFolder "C:\Ataskaitos"
+excel.ActiveWorkbook.VBProject.Name = "Žiemos balansas"
+excel.ActiveWorkbook.Names.Add "Saved", "=Sheet1!$E$9"
+sheet.Range("E1").Value = 2024
+sheet.Range("E2").Value = 3
+sheet.Range("E3").Value = DateSerial(2024, 5, 15)
+saved = False
+reports.SaveDoc sheet.Range("E1"), sheet.Range("E2"), saved
+CheckError "SaveDoc", 0
+Check "saved", saved, True
+Check "the file", excel.ActiveWorkbook.FullName, "C:\Ataskaitos\2024\Žiemos balansas_2024_03.xls"
+Check "the folder of the year", files.FolderExists("C:\Ataskaitos\2024"), True
+Check "the cell", sheet.Range("E9").Value, True
+boxes = Split(control.Boxes, vbLf)
+Check "the message", boxes(3), "Tekstas 814: C:\Ataskaitos\2024\Žiemos balansas_2024_03.xls"
+control.Answer 2
+reports.SaveDoc sheet.Range("E1"), sheet.Range("E2"), saved
+Check "saved, as the user refused", saved, True
+boxes = Split(control.Boxes, vbLf)
+Check "the question", boxes(4), "Tekstas 840"
+reports.SaveDoc sheet.Range("E3"), Nothing, saved, True
+Check "the file of a full date", excel.ActiveWorkbook.Name, "Žiemos balansas_2024_05.xls"
+sheet.Range("E1").Value = 1969
+reports.SaveDoc sheet.Range("E1"), Nothing, saved
+Check "not saved", saved, False
+boxes = Split(control.Boxes, vbLf)
+Check "the reason", boxes(6), "Tekstas 804"
+files.DeleteFolder "C:\Ataskaitos"
+Set files = Nothing
+CheckError "saving", 0
+
 global.ResetConnectEX 0
 Set book = Nothing
 Set code = Nothing
@@ -56,4 +136,4 @@ Set sheet = Nothing
 Set reports = Nothing
 Set global = Nothing
 Set excel = Nothing
-Finish 26
+Finish 57
