@@ -68,6 +68,15 @@ TEST_F(ButtonProperties, ResetKeepsTheCountForALaterAdd) {
   EXPECT_EQ(Total(), 0);
   Add(2);
   EXPECT_EQ(Total(), 5);
+  Call(buttons, u"Reset");
+  Add(0);
+  EXPECT_EQ(Total(), 5) << "the count alone brings the list back, with empty buttons";
+  EXPECT_EQ(Get(buttons, u"sBCaption", {std::int32_t{1}}), Value(u""));
+}
+
+TEST_F(ButtonProperties, AddingNoneToNoneStaysEmpty) {
+  Add(0);
+  EXPECT_EQ(Total(), 0);
 }
 
 }  // namespace
