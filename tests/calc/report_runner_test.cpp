@@ -19,6 +19,13 @@ class ReportRunner : public CalcTest {
     return std::filesystem::path(QVA_SOURCE_DIR) / "samples/balance.fods";
   }
 
+  /// Options for a run of the sample whose dialog is answered.
+  static std::vector<std::string> Answered(std::vector<std::string> options = {}) {
+    options.push_back("--form-answers");
+    options.push_back(QVA_SOURCE_DIR "/samples/balance.answers");
+    return options;
+  }
+
   /// The cells of the saved workbook's first sheet as LibreOffice reads them anew.
   std::string CellsOf(const std::filesystem::path& workbook) {
     Process convert(
@@ -32,22 +39,23 @@ class ReportRunner : public CalcTest {
 };
 
 TEST_F(ReportRunner, LeavesACompoundDocumentWithTheCompanysAttributesAPdfAndAPicture) {
-  const RunResult run = RunWorkbook(Sample());
+  const RunResult run = RunWorkbook(Sample(), Answered());
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(Contents(output / "Balansas.xls"), StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"));
   EXPECT_THAT(Contents(output / "balance.pdf"), StartsWith("%PDF-"));
   EXPECT_THAT(Contents(output / "balance.png"), StartsWith("\x89PNG"));
   const std::string cells = CellsOf(output / "Balansas.xls");
   for (const char* expected :
-       {"Įmonės kodas;398417265", "PVM mokėtojo kodas;LT100099172410", "UAB „Medvilnės namai“",
-        "Audėjų g. 14-3, LT-44177 Kaunas", "Telefonas;+370 37 000 112", "Faksas;+370 37 000 113",
-        "Įmonės vadovas;Rūta Žiedaitė", "Vyriausiasis buhalteris;Šarūnas Įkalnis"}) {
+       {"2025-01-01 – 2025-12-31", "Įmonės kodas;398417265", "PVM mokėtojo kodas;LT100099172410",
+        "UAB „Medvilnės namai“", "Audėjų g. 14-3, LT-44177 Kaunas", "Telefonas;+370 37 000 112",
+        "Faksas;+370 37 000 113", "Įmonės vadovas;Rūta Žiedaitė",
+        "Vyriausiasis buhalteris;Šarūnas Įkalnis"}) {
     EXPECT_THAT(cells, HasSubstr(expected));
   }
 }
 
 TEST_F(ReportRunner, WorksOnAnotherBook) {
-  const RunResult run = RunWorkbook(Sample(), {"--book", "BALTIJA", "--no-picture"});
+  const RunResult run = RunWorkbook(Sample(), Answered({"--book", "BALTIJA", "--no-picture"}));
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   const std::string cells = CellsOf(output / "Balansas.xls");
   for (const char* expected :
@@ -58,11 +66,18 @@ TEST_F(ReportRunner, WorksOnAnotherBook) {
 }
 
 TEST_F(ReportRunner, PrintsEachStep) {
-  const RunResult run = RunWorkbook(Sample(), {"--no-picture"});
+  const RunResult run = RunWorkbook(Sample(), Answered({"--no-picture"}));
   for (const char* step : {"Opening ", "Running VBAProject.Ataskaita.Main", "gExcelObject.InitConnectEX -> 1",
-                           "CReports.Init", "CReports.FillAttr", "Balansas.xls"}) {
+                           "CRepPeriod.Edit -> True", "CReports.Init", "CReports.FillAttr", "Balansas.xls"}) {
     EXPECT_THAT(run.output, HasSubstr(step));
   }
+}
+
+TEST_F(ReportRunner, LeavesNoReportWhenItsDialogIsNotAnswered) {
+  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--expect", "Balansas.xls"});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.output, HasSubstr("CRepPeriod.Edit -> False"));
+  EXPECT_THAT(run.messages, HasSubstr("There are no answers for the form frmReportPeriod"));
 }
 
 TEST_F(ReportRunner, StopsAMacroThatDoesNotEnd) {
@@ -98,7 +113,7 @@ TEST_F(ReportRunner, RefusesAnOutputFolderThatHoldsTheWorkbookItself) {
 TEST_F(ReportRunner, WorksWithLithuanianPathsInTheCLocale) {
   output = folder / "ataskaitos ąčę";
   setenv("LC_ALL", "C", 1);
-  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--expect", "Balansas.xls"});
+  const RunResult run = RunWorkbook(Sample(), Answered({"--no-picture", "--expect", "Balansas.xls"}));
   unsetenv("LC_ALL");
   EXPECT_EQ(run.exit_status, 0) << run.errors;
 }
