@@ -17,7 +17,8 @@ constexpr char kUsage[] =
     R"(Usage: report-runner [options] WORKBOOK
 
 Opens a report workbook in LibreOffice without a display, runs its entry macro, and leaves in the output folder
-what the macro saved, and a PDF and a PNG of the workbook. Each step is printed.
+what the macro saved, what it printed (printed-1.pdf and so on), and a PDF and a PNG of the workbook. Each step is
+printed.
 
   --macro NAME           entry macro as Library.Module.Procedure (VBAProject.Ataskaita.Main)
   --book CODE            code of the host's book to work on (MEDVILNE)
