@@ -1,8 +1,8 @@
 // What a call through a member table costs, against the same call made directly.
 #include <benchmark/benchmark.h>
 
-#include "platform/memory/MemoryPlatform.h"
 #include "platform/member_table.h"
+#include "platform/memory/MemoryPlatform.h"
 
 namespace qva {
 namespace {

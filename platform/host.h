@@ -46,8 +46,8 @@ class Table : public Facade {
   using Facade::Facade;
   /// Makes the record of a primary key the current one; false, and no current record, when there is none.
   bool Seek(std::u16string_view key) const { return Call(u"Seek", {key}).ToBoolean(); }
-  /// A field of the current record: texts, whole numbers, Booleans for flags, dates. Raises 9 for a field that
-  /// the table lacks, and when there is no record.
+  /// A field of the current record: texts, whole numbers, Booleans for flags, dates. Raises 9 for a field
+  /// that the table lacks, and when there is no record.
   qva::Value Field(std::u16string_view name) const { return Get(u"Field", {name}); }
   /// The named fields of all records in the order of the primary key: a block of records by fields, both from
   /// 1. Empty when there are no records. Raises 9 for a field that the table lacks.

@@ -37,7 +37,8 @@ class Object {
   /// The name of the object's class, such as "Range". For traces and error texts; never decides anything.
   virtual std::u16string TypeName() const = 0;
 
-  /// The object's member table where it has one (platform/member_table.h); null for an object of another server.
+  /// The object's member table where it has one (platform/member_table.h); null for an object of another
+  /// server.
   virtual const ClassDescription* MemberTable() const { return nullptr; }
 
   /// Objects of every kind that are alive in this process.

@@ -225,8 +225,8 @@ class SettingsCollectionObject : public Described<SettingsCollectionObject> {
   static const ClassDescription& Description() {
     static const ClassDescription description =
         ClassBuilder(u"SettingsCollection", "")
-            .Method<&SettingsCollectionObject::Add>(u"Add",
-                                                    {{u"Name"}, {u"Type"}, Optional(u"Value", DefaultValue::Empty())})
+            .Method<&SettingsCollectionObject::Add>(
+                u"Add", {{u"Name"}, {u"Type"}, Optional(u"Value", DefaultValue::Empty())})
             .Get<&SettingsCollectionObject::Item>(u"Item", {{u"Name"}})
             .Get<&SettingsCollectionObject::Count>(u"Count")
             .Default(u"Item");

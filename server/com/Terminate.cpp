@@ -1,5 +1,5 @@
-// What happens when an exception meets a noexcept boundary: the end, without the C++ library's account of it. That
-// account would bring its demangler into the DLL, for an error output that Excel does not have.
+// What happens when an exception meets a noexcept boundary: the end, without the C++ library's account of it.
+// That account would bring its demangler into the DLL, for an error output that Excel does not have.
 #include <cstdlib>
 
 namespace __gnu_cxx {
