@@ -271,8 +271,7 @@ void CRepPeriod::Save() const {
   const excel::Range first = cells_[kBookCode].Offset(1, 0);
   if (!IsBlank(first.Value())) {
     // A table of one row, with nothing below it, ends at the sheet's bottom: everything down there is
-    // cleared.
-    // The name may stand for a cell of another sheet than the one that was given.
+    // cleared. The sheet is the cells' own, which need not be the one that was given.
     first.Worksheet().Range(first, first.End(xlDown).Offset(0, kBudgetColumns - 1)).ClearContents();
   }
   // The dialog may have put another recordset in the place of the loaded one.

@@ -47,7 +47,7 @@ std::int32_t AnsiRegistry::CreateKey(RegistryKey parent, std::u16string_view pat
   return Guarded([&] {
     SECURITY_ATTRIBUTES attributes{.nLength = security.length,
                                    .lpSecurityDescriptor = nullptr,
-                                   .bInheritHandle = security.inherit_handle};
+                                   .bInheritHandle = security.inherit_handle ? -1 : 0};
     std::string class_name;
     HKEY handle = nullptr;
     DWORD disposition = 0;

@@ -1,6 +1,5 @@
 ' CCommandsEvent, as a workbook's macro uses it.
-Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
-Dim events, toolbar, global, excel, shell, book, sheet, bar, file, topic, row, window
+Dim events, toolbar, global, excel, book, sheet, bar, file, topic, row, window
 Set events = CreateObject("QVA_Varnholt.CCommandsEvent")
 CheckError "creation", 0
 Check "the class", TypeName(events), "_CCommandsEvent"
@@ -19,18 +18,7 @@ events.cmdComment
 CheckError "a command before Init", 91
 Set events = Nothing
 
-' The first connection brings the host's client tools to life, which stay.
-Set shell = CreateObject("WScript.Shell")
-shell.RegWrite P0, "MEDVILNE"
-Set excel = control.NewExcel
-Set global = CreateObject("QVA_Varnholt.gExcelObject")
-global.InitConnectEX excel, Empty
-global.ResetConnectOnError
-Set global = Nothing
-Set excel = Nothing
-control.Reset
-liveAtStart = control.LiveObjects
-CheckError "a first connection", 0
+ConnectFirst
 
 Set excel = control.NewExcel
 Set global = CreateObject("QVA_Varnholt.gExcelObject")

@@ -1,6 +1,5 @@
 ' CDatePic, as a workbook's macro uses it, and the report's date, which comes from it.
-Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
-Dim picker, day, shell, excel, global, reports, sheet
+Dim picker, day, excel, global, reports, sheet
 
 Set picker = CreateObject("QVA_Varnholt.CDatePic")
 CheckError "creation", 0
@@ -24,17 +23,7 @@ picker.Show day
 CheckError "a date that no calendar shows", 380
 Set picker = Nothing
 
-' The first connection brings the host's client tools to life, which stay.
-Set shell = CreateObject("WScript.Shell")
-shell.RegWrite P0, "MEDVILNE"
-Set excel = control.NewExcel
-Set global = CreateObject("QVA_Varnholt.gExcelObject")
-global.InitConnectEX excel, Empty
-global.ResetConnectOnError
-Set global = Nothing
-Set excel = Nothing
-control.Reset
-liveAtStart = control.LiveObjects
+ConnectFirst
 
 Set excel = control.NewExcel
 Set global = CreateObject("QVA_Varnholt.gExcelObject")
@@ -78,4 +67,4 @@ global.ResetConnectEX 0
 Set global = Nothing
 Set excel = Nothing
 CheckError "the end of the report", 0
-Finish 29
+Finish 30

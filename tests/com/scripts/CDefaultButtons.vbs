@@ -1,6 +1,5 @@
 ' CDefaultButtons, as a workbook's macro uses it.
-Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
-Dim buttons, list, global, excel, shell, book, sheet, bar
+Dim buttons, list, global, excel, book, sheet, bar
 Set buttons = CreateObject("QVA_Varnholt.CDefaultButtons")
 CheckError "creation", 0
 Check "the class", TypeName(buttons), "_CDefaultButtons"
@@ -16,18 +15,7 @@ buttons.AddButtons
 CheckError "buttons before Init", 91
 Set buttons = Nothing
 
-' The first connection brings the host's client tools to life, which stay.
-Set shell = CreateObject("WScript.Shell")
-shell.RegWrite P0, "MEDVILNE"
-Set excel = control.NewExcel
-Set global = CreateObject("QVA_Varnholt.gExcelObject")
-global.InitConnectEX excel, Empty
-global.ResetConnectOnError
-Set global = Nothing
-Set excel = Nothing
-control.Reset
-liveAtStart = control.LiveObjects
-CheckError "a first connection", 0
+ConnectFirst
 
 Set excel = control.NewExcel
 Set global = CreateObject("QVA_Varnholt.gExcelObject")

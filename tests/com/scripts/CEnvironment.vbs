@@ -1,6 +1,5 @@
 ' CEnvironment, as a workbook's macro uses it: Excel goes into the report state, and the user's own comes back.
-Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
-Dim global, excel, environment, shell, users, outer, bar, key, i
+Dim global, excel, environment, users, outer, bar, key, i
 
 ' All settings of Excel, a line each.
 Function Settings()
@@ -45,18 +44,7 @@ environment.SetDefaultExcelState
 CheckError "the ordinary state without Excel", 0
 Set environment = Nothing
 
-' The first connection brings the host's client tools to life, which stay.
-Set shell = CreateObject("WScript.Shell")
-shell.RegWrite P0, "MEDVILNE"
-Set excel = control.NewExcel
-Set global = CreateObject("QVA_Varnholt.gExcelObject")
-global.InitConnectEX excel, Empty
-global.ResetConnectOnError
-Set global = Nothing
-Set excel = Nothing
-control.Reset
-liveAtStart = control.LiveObjects
-CheckError "a first connection", 0
+ConnectFirst
 
 ' An Excel that its user has set up: the report must not be able to tell it from any other.
 Set excel = control.NewExcel

@@ -1,6 +1,5 @@
 ' CRepPeriod, as a workbook's macro uses it: the period of a report is asked for and kept, unattended.
-Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
-Dim period, global, excel, sheet, shell, answers, before, i
+Dim period, global, excel, sheet, answers, before, i
 
 ' What the named cells and the first two rows of the budget table hold.
 Function Cells()
@@ -18,7 +17,6 @@ Function Cells()
   Cells = text
 End Function
 
-Set shell = CreateObject("WScript.Shell")
 Set period = CreateObject("QVA_Varnholt.CRepPeriod")
 CheckError "creation", 0
 Check "the class", TypeName(period), "_CRepPeriod"
@@ -34,17 +32,8 @@ period.Init Nothing
 CheckErrorText "no sheet", -2147221503, "Wrong parameter", ""
 Check "before Init", period.Edit, False
 
-' The first connection brings the host's client tools to life, which stay.
-shell.RegWrite P0, "MEDVILNE"
-Set excel = control.NewExcel
-Set global = CreateObject("QVA_Varnholt.gExcelObject")
-global.InitConnectEX excel, Empty
-global.ResetConnectOnError
-Set global = Nothing
-Set excel = Nothing
 Set period = Nothing
-control.Reset
-liveAtStart = control.LiveObjects
+ConnectFirst
 
 Set excel = control.NewExcel
 Set global = CreateObject("QVA_Varnholt.gExcelObject")
@@ -94,4 +83,4 @@ global.ResetConnectEX 0
 Set global = Nothing
 Set excel = Nothing
 CheckError "the end of the report", 0
-Finish 34
+Finish 35

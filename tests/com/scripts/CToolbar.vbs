@@ -1,35 +1,6 @@
 ' CToolbar, as a workbook's macro uses it.
-Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
 Const Bar = "Ataskaita(Book1)"
-Dim toolbar, global, excel, shell, book, sheet, number, macro, picture, events
-
-' Describes a toolbar of `number` buttons on the sheet.
-Sub Describe(sheet, number)
-  Dim names, column, row, cells(253, 9)
-  sheet.Range("A1").Value = number
-  sheet.Range("B1").Value = "Ataskaita"
-  sheet.Range("C1").Value = False
-  sheet.Range("A1").Name = "nTotalButtons"
-  sheet.Range("B1").Name = "sToolBarCaption"
-  sheet.Range("C1").Name = "bMenuBar"
-  names = Array("ID", "FaceID", "Captions", "Pictures", "Tag", "TooltipText", "OnKey", "Visible", "BeginGroup", _
-    "OnAction")
-  For column = 0 To 9
-    sheet.Cells(3, column + 1).Name = "Button_" & names(column)
-  Next
-  If number = 0 Then Exit Sub
-  For row = 0 To number - 1
-    cells(row, 0) = 1
-    cells(row, 1) = 59
-    cells(row, 2) = "Mygtukas Nr. " & row + 1
-    cells(row, 5) = "Užuomina"
-    If row = 0 Then cells(row, 6) = "^{b}"
-    cells(row, 7) = True
-    cells(row, 8) = False
-    cells(row, 9) = "Veiksmas" & row + 1
-  Next
-  sheet.Range("A4:J" & number + 3).Value = cells
-End Sub
+Dim toolbar, global, excel, book, sheet, number, macro, picture, events
 
 Set toolbar = CreateObject("QVA_Varnholt.CToolbar")
 CheckError "creation", 0
@@ -58,18 +29,7 @@ toolbar.iHelp
 CheckError "the help button before Init", 91
 Set toolbar = Nothing
 
-' The first connection brings the host's client tools to life, which stay.
-Set shell = CreateObject("WScript.Shell")
-shell.RegWrite P0, "MEDVILNE"
-Set excel = control.NewExcel
-Set global = CreateObject("QVA_Varnholt.gExcelObject")
-global.InitConnectEX excel, Empty
-global.ResetConnectOnError
-Set global = Nothing
-Set excel = Nothing
-control.Reset
-liveAtStart = control.LiveObjects
-CheckError "a first connection", 0
+ConnectFirst
 
 Set excel = control.NewExcel
 Set global = CreateObject("QVA_Varnholt.gExcelObject")

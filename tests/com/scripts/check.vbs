@@ -38,6 +38,49 @@ Sub CheckNothing(what, object)
   Report object Is Nothing, what & ": not Nothing"
 End Sub
 
+' Connects to the book "MEDVILNE" and lets go again. The first connection brings the host's client tools to life,
+' which stay; what is alive afterwards is the measure for Finish. One check.
+Sub ConnectFirst()
+  Dim global
+  CreateObject("WScript.Shell").RegWrite _
+    "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0", "MEDVILNE"
+  Set global = CreateObject("QVA_Varnholt.gExcelObject")
+  global.InitConnectEX control.NewExcel, Empty
+  global.ResetConnectOnError
+  Set global = Nothing
+  control.Reset
+  liveAtStart = control.LiveObjects
+  CheckError "a first connection", 0
+End Sub
+
+' Describes a toolbar of `number` buttons on the sheet.
+Sub Describe(sheet, number)
+  Dim names, column, row, cells(253, 9)
+  sheet.Range("A1").Value = number
+  sheet.Range("B1").Value = "Ataskaita"
+  sheet.Range("C1").Value = False
+  sheet.Range("A1").Name = "nTotalButtons"
+  sheet.Range("B1").Name = "sToolBarCaption"
+  sheet.Range("C1").Name = "bMenuBar"
+  names = Array("ID", "FaceID", "Captions", "Pictures", "Tag", "TooltipText", "OnKey", "Visible", "BeginGroup", _
+    "OnAction")
+  For column = 0 To 9
+    sheet.Cells(3, column + 1).Name = "Button_" & names(column)
+  Next
+  If number = 0 Then Exit Sub
+  For row = 0 To number - 1
+    cells(row, 0) = 1
+    cells(row, 1) = 59
+    cells(row, 2) = "Mygtukas Nr. " & row + 1
+    cells(row, 5) = "Užuomina"
+    If row = 0 Then cells(row, 6) = "^{b}"
+    cells(row, 7) = True
+    cells(row, 8) = False
+    cells(row, 9) = "Veiksmas" & row + 1
+  Next
+  sheet.Range("A4:J" & number + 3).Value = cells
+End Sub
+
 ' Every script ends with this, after it let go of its objects. `expected` is the number of its checks: one that
 ' itself fails is skipped without a word.
 Sub Finish(expected)
