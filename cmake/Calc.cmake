@@ -20,7 +20,7 @@ add_custom_command(
   COMMENT "Making the headers of LibreOffice's interfaces")
 add_custom_target(qva_uno_headers DEPENDS ${uno_headers}/made)
 
-qva_sources(calc_sources platform/calc server/calc)
+qva_sources(calc_sources platform/calc platform/calc/forms platform/calc/toolbars server/calc)
 add_library(qva_calc MODULE ${calc_sources})
 add_dependencies(qva_calc qva_uno_headers)
 target_include_directories(qva_calc SYSTEM PRIVATE ${uno_headers} /usr/include/libreoffice)

@@ -3,9 +3,9 @@ add_compile_definitions(UNICODE _WIN32_WINNT=0x0601)
 add_link_options(-static -static-libgcc -static-libstdc++)
 
 # The adapters of the seam.
-qva_sources(windows_sources platform/windows)
+qva_sources(windows_sources platform/windows platform/windows/forms)
 add_library(qva_windows STATIC ${windows_sources})
-target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32)
+target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32 comctl32)
 
 # The adapters' tests: a console program that runs under Wine.
 if(QVA_TESTS)
