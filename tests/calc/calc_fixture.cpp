@@ -5,8 +5,6 @@
 #include <fstream>
 #include <sstream>
 
-#include "tools/report-runner/Process.h"
-
 namespace qva {
 namespace {
 
@@ -47,29 +45,39 @@ CalcTest::CalcTest() {
 }
 
 CalcTest::~CalcTest() {
+  run_.reset();
   fs::remove_all(folder);
 }
 
 RunResult CalcTest::RunMacro(const std::string& name, std::vector<std::string> options) {
+  StartMacro(name, std::move(options), {});
+  return Finish();
+}
+
+RunResult CalcTest::RunWorkbook(const fs::path& workbook, std::vector<std::string> options) {
+  StartWorkbook(workbook, std::move(options), {});
+  return Finish();
+}
+
+void CalcTest::StartMacro(const std::string& name, std::vector<std::string> options,
+                          std::map<std::string, std::string> environment) {
   const fs::path macros = fs::path(QVA_SOURCE_DIR) / "tests/calc/macros";
   const std::string source = Contents(macros / (name + ".bas"));
   EXPECT_FALSE(source.empty()) << name;
   const fs::path workbook = folder / (name + ".fods");
   std::ofstream(workbook) << Workbook(source + Contents(macros / "log.bas"));
   options.push_back("--no-picture");
-  return RunWorkbook(workbook, std::move(options));
+  StartWorkbook(workbook, std::move(options), std::move(environment));
 }
 
-RunResult CalcTest::RunWorkbook(const fs::path& workbook, std::vector<std::string> options) {
-  const fs::path log = folder / "macro.log";
-  const fs::path printed = folder / "printed.txt";
-  const fs::path errors = folder / "errors.txt";
+void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> options,
+                             std::map<std::string, std::string> environment) {
   // Through a shell for the output; everything that goes in is our own.
   std::string command = "exec '" QVA_REPORT_RUNNER "' --output-folder '" + output.string() +
                         "' --timeout 60 --host-resources '" QVA_SOURCE_DIR "/host'";
   for (const std::string& option : options) command += " '" + option + "'";
-  command += " '" + workbook.string() + "' > '" + printed.string() + "'";
-  std::map<std::string, std::string> environment = {{"QVA_TEST_LOG", log.string()}};
+  command += " '" + workbook.string() + "' > '" + (folder / "printed.txt").string() + "'";
+  environment["QVA_TEST_LOG"] = (folder / "macro.log").string();
   if (!getenv("LC_ALL")) environment["LC_ALL"] = "C.UTF-8";
 #ifdef QVA_SANITIZER_RUNTIME
   // LibreOffice itself is built without the sanitizers, which must be there before our component is; it
@@ -77,15 +85,25 @@ RunResult CalcTest::RunWorkbook(const fs::path& workbook, std::vector<std::strin
   environment["LD_PRELOAD"] = QVA_SANITIZER_RUNTIME;
   environment["ASAN_OPTIONS"] = "detect_leaks=0";
 #endif
-  Process process({"sh", "-c", command}, environment, errors);
+  run_ = std::make_unique<Process>(std::vector<std::string>{"sh", "-c", command}, environment,
+                                   folder / "errors.txt");
+}
+
+RunResult CalcTest::Finish() {
   RunResult run;
-  run.exit_status = process.Wait(std::chrono::seconds(90));
-  run.output = Contents(printed);
-  run.errors = Contents(errors);
+  run.exit_status = run_->Wait(std::chrono::seconds(90));
+  run.output = Contents(folder / "printed.txt");
+  run.errors = Contents(folder / "errors.txt");
   run.messages = Contents(output / "messages.txt");
-  std::istringstream lines(Contents(log));
-  for (std::string line; std::getline(lines, line);) run.lines.push_back(line);
+  run.lines = Lines();
   return run;
+}
+
+std::vector<std::string> CalcTest::Lines() const {
+  std::vector<std::string> result;
+  std::istringstream lines(Contents(folder / "macro.log"));
+  for (std::string line; std::getline(lines, line);) result.push_back(line);
+  return result;
 }
 
 std::string CalcTest::Contents(const fs::path& path) {

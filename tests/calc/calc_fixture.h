@@ -5,8 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "tools/report-runner/Process.h"
 
 namespace qva {
 
@@ -29,11 +33,25 @@ class CalcTest : public testing::Test {
   /// Runs a workbook; further options of the runner come before its name.
   RunResult RunWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options = {});
 
+  /// The same in two steps, for a test that does something meanwhile, such as working LibreOffice's windows
+  /// (option "--show", with a Desktop's variables in `environment`).
+  void StartMacro(const std::string& name, std::vector<std::string> options,
+                  std::map<std::string, std::string> environment);
+  void StartWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options,
+                     std::map<std::string, std::string> environment);
+  /// Waits for the end of what was started.
+  RunResult Finish();
+  /// What the macro wrote until now.
+  std::vector<std::string> Lines() const;
+
   /// Everything in the file, empty when there is none.
   static std::string Contents(const std::filesystem::path& path);
 
   std::filesystem::path folder;  ///< private, gone with the test
   std::filesystem::path output;  ///< the run's output folder within
+
+ private:
+  std::unique_ptr<Process> run_;
 };
 
 }  // namespace qva

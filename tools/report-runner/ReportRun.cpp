@@ -79,7 +79,9 @@ std::string ProfileSettings() {
          "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n" +
          item("Office.Common/Security/Scripting", "MacroSecurityLevel", "0") +
          item("Setup/Office", "ooSetupInstCompleted", "true") +
-         item("Office.Common/Misc", "FirstRun", "false") + "</oor:items>\n";
+         item("Office.Common/Misc", "FirstRun", "false") +
+         item("Office.Common/Misc", "ShowTipOfTheDay", "false") +
+         item("Setup/Product", "ooSetupLastVersion", "99.9") + "</oor:items>\n";
 }
 
 /// The one printer of the private profile: each job becomes a PDF file, printed-1.pdf and so on, whose path
@@ -229,11 +231,17 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
       {"QVA_JOB_RESULT", result.string()},
       {"QVA_VARNHOLT_CALL_LOG", steps.string()},
       {"QVA_VARNHOLT_REGISTRY", (folder.path() / "registry.reg").string()},
-      {"QVA_VARNHOLT_MESSAGE_LOG", messages.string()},
       {"QVA_HOST_DATABASE", (folder.path() / "host.sqlite").string()},
       {"QVA_HOST_RESOURCES", fs::absolute(options.host_resources).string()},
-      {"SAL_USE_VCLPLUGIN", "svp"},
   };
+  std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
+                                        "--nolockcheck"};
+  if (!options.show) {
+    arguments.push_back("--headless");
+    environment["SAL_USE_VCLPLUGIN"] = "svp";
+  }
+  // A log means that nobody sits at the screen; without one message boxes are shown there.
+  if (!options.show || !options.answers.empty()) environment["QVA_VARNHOLT_MESSAGE_LOG"] = messages.string();
   if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
   if (!options.answers.empty()) environment["QVA_VARNHOLT_ANSWERS"] = fs::absolute(options.answers).string();
   if (!options.form_answers.empty()) {
@@ -242,12 +250,11 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
 
   out << "Report " << options.workbook.filename().string() << ", book " << options.book << std::endl;
   const fs::path office_folder = fs::canonical(*office).parent_path();
-  Process process({office->string(), "--headless", "--norestore", "--nologo", "--nodefault", "--nolockcheck",
-                   "-env:UserInstallation=" + UrlOf(profile),
-                   "-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
-                       UrlOf(folder.path() / "qva.components"),
-                   "service:QVA_Varnholt.ReportJob"},
-                  environment, errors);
+  arguments.push_back("-env:UserInstallation=" + UrlOf(profile));
+  arguments.push_back("-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
+                      UrlOf(folder.path() / "qva.components"));
+  arguments.push_back("service:QVA_Varnholt.ReportJob");
+  Process process(arguments, environment, errors);
   Follower follower(steps, out);
   Follower message_follower(messages, out);
   const auto deadline = std::chrono::steady_clock::now() + options.timeout;

@@ -19,6 +19,7 @@ struct ReportRunOptions {
   std::filesystem::path answers;                  ///< to message boxes; none when empty
   std::filesystem::path form_answers;             ///< to dialogs; none when empty
   std::chrono::seconds timeout{120};
+  bool show = false;    ///< on the user's screen, where nobody answers for the user
   bool picture = true;  ///< PDF and PNG of the workbook as the macro left it
   std::string expect;   ///< name of a file that the macro must leave in the output folder; none when empty
   /// Asked now and then; true ends the run at once.

@@ -16,9 +16,9 @@ namespace {
 constexpr char kUsage[] =
     R"(Usage: report-runner [options] WORKBOOK
 
-Opens a report workbook in LibreOffice without a display, runs its entry macro, and leaves in the output folder
-what the macro saved, what it printed (printed-1.pdf and so on), and a PDF and a PNG of the workbook. Each step is
-printed.
+Opens a report workbook in LibreOffice, without a display unless told otherwise, runs its entry macro, and leaves
+in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and a PDF and a PNG of the
+workbook. Each step is printed.
 
   --macro NAME           entry macro as Library.Module.Procedure (VBAProject.Ataskaita.Main)
   --book CODE            code of the host's book to work on (MEDVILNE)
@@ -27,7 +27,9 @@ printed.
   --host-resources PATH  the embedded host's texts and sample company (host)
   --answers PATH         answers to message boxes, one on each line; without it the first button is pressed
   --form-answers PATH    answers to the library's dialogs (README.md); without it they are left
-  --timeout SECONDS      how long LibreOffice may take (120)
+  --show                 on the screen, where windows are shown and wait for the user; --answers and --form-answers
+                         still answer for the user
+  --timeout SECONDS      how long LibreOffice may take (120; a day with --show)
   --no-picture           no PDF and no PNG
   --expect NAME          the run failed unless the macro leaves a file of this name in the output folder
   --help                 this text
@@ -44,6 +46,7 @@ enum Option {
   kHost,
   kAnswers,
   kFormAnswers,
+  kShow,
   kTimeout,
   kNoPicture,
   kExpect,
@@ -57,6 +60,7 @@ constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"host-resources", required_argument, nullptr, kHost},
                                {"answers", required_argument, nullptr, kAnswers},
                                {"form-answers", required_argument, nullptr, kFormAnswers},
+                               {"show", no_argument, nullptr, kShow},
                                {"timeout", required_argument, nullptr, kTimeout},
                                {"no-picture", no_argument, nullptr, kNoPicture},
                                {"expect", required_argument, nullptr, kExpect},
@@ -75,6 +79,7 @@ void CatchInterruptions() {
 int main(int argc, char** argv) {
   qva::ReportRunOptions options;
   options.build_folder = std::filesystem::absolute(argv[0]).parent_path().parent_path();
+  std::chrono::seconds timeout{0};
   int choice;
   while ((choice = getopt_long(argc, argv, "", kOptions, nullptr)) != -1) {
     switch (choice) {
@@ -99,9 +104,12 @@ int main(int argc, char** argv) {
       case kFormAnswers:
         options.form_answers = optarg;
         break;
+      case kShow:
+        options.show = true;
+        break;
       case kTimeout:
-        options.timeout = std::chrono::seconds(std::atoi(optarg));
-        if (options.timeout.count() <= 0) {
+        timeout = std::chrono::seconds(std::atoi(optarg));
+        if (timeout.count() <= 0) {
           std::cerr << "report-runner: --timeout takes a number of seconds above 0\n";
           return 2;
         }
@@ -125,6 +133,8 @@ int main(int argc, char** argv) {
     return 2;
   }
   options.workbook = argv[optind];
+  if (options.show) options.timeout = std::chrono::hours(24);  // users take their time
+  if (timeout.count() > 0) options.timeout = timeout;
   options.interrupted = [] { return interrupted != 0; };
   CatchInterruptions();
   try {

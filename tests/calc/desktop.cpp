@@ -1,0 +1,136 @@
+#include "tests/calc/desktop.h"
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Contents(const fs::path& path) {
+  std::ostringstream contents;
+  contents << std::ifstream(path).rdbuf();
+  return contents.str();
+}
+
+}  // namespace
+
+Desktop::Desktop(fs::path folder, int dpi) : folder_(std::move(folder)), dpi_(dpi) {
+  fs::create_directories(folder_);
+  const fs::path number = folder_ / "display";
+  // The server itself looks for a number that is free and writes it when it is ready.
+  server_ = std::make_unique<Process>(
+      std::vector<std::string>{"sh", "-c",
+                               "exec Xvfb -displayfd 3 -screen 0 1500x1100x24 -nolisten tcp -noreset 3> '" +
+                                   number.string() + "'"},
+      std::map<std::string, std::string>{}, folder_ / "display.txt");
+  WaitFor("the screen", [&] { return Contents(number).ends_with('\n'); });
+  std::string display = Contents(number);
+  display.pop_back();
+  environment_ = {{"DISPLAY", ":" + display},
+                  {"SAL_USE_VCLPLUGIN", "gen"},
+                  {"SAL_FORCEDPI", std::to_string(dpi)},
+                  {"XAUTHORITY", "/dev/null"}};
+}
+
+std::string Desktop::Output(const std::vector<std::string>& command, bool* went_through) {
+  const fs::path output = folder_ / "output.txt";
+  std::vector<std::string> arguments = {"sh", "-c", "exec \"$@\" > '" + output.string() + "'", "sh"};
+  arguments.insert(arguments.end(), command.begin(), command.end());
+  Process process(arguments, environment_, folder_ / "errors.txt");
+  const bool ok = process.Wait(kPatience) == 0;
+  if (went_through) *went_through = ok;
+  return ok ? Contents(output) : std::string();
+}
+
+void Desktop::Do(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), "xdotool");
+  WaitFor(arguments[1], [&] {
+    bool went_through = false;
+    Output(arguments, &went_through);
+    // xdotool goes on after X's refusals and only prints them.
+    return went_through && Contents(folder_ / "errors.txt").find("rror") == std::string::npos;
+  });
+}
+
+void Desktop::WaitFor(const std::string& what, const std::function<bool()>& condition) {
+  const auto deadline = std::chrono::steady_clock::now() + kPatience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > deadline) {
+      const fs::path picture = fs::temp_directory_path() / "qva-desktop-failure.png";
+      if (!environment_.empty()) Output({"import", "-window", "root", picture.string()});
+      throw std::runtime_error("Waited in vain for: " + what + "; the screen is in " + picture.string());
+    }
+    std::this_thread::sleep_for(std::chrono::milliseconds(30));
+  }
+}
+
+Desktop::Window Desktop::WaitForWindow(const std::string& title) {
+  Window window;
+  WaitFor("a window \"" + title + "\"", [&] {
+    std::istringstream lines(Output({"xdotool", "search", "--onlyvisible", "--name", title}));
+    for (std::string line; std::getline(lines, line);) window = line;
+    return !window.empty();
+  });
+  return window;
+}
+
+bool Desktop::HasWindow(const std::string& title) {
+  return !Output({"xdotool", "search", "--onlyvisible", "--name", title}).empty();
+}
+
+void Desktop::WaitUntilGone(const Window& window) {
+  WaitFor("the end of a window", [&] {
+    bool known = false;
+    const std::string state = Output({"xwininfo", "-id", window, "-stats"}, &known);
+    return !known || state.find("IsViewable") == std::string::npos;
+  });
+}
+
+void Desktop::Keys(const Window& window, const std::vector<std::string>& keys) {
+  // A refused focus must not send the keys elsewhere.
+  Do({"windowfocus", "--sync", window});
+  std::vector<std::string> arguments = {"key", "--delay", "20"};
+  arguments.insert(arguments.end(), keys.begin(), keys.end());
+  Do(arguments);
+}
+
+void Desktop::Type(const Window& window, const std::string& text) {
+  Do({"windowfocus", "--sync", window});
+  Do({"type", "--delay", "20", "--", text});
+}
+
+void Desktop::Click(const Window& window, int x, int y, int times) {
+  const auto pixels = [&](int length) { return std::to_string(static_cast<int>(length * scale())); };
+  Do({"mousemove", "--window", window, pixels(x), pixels(y), "click", "--repeat", std::to_string(times),
+      "--delay", "40", "1"});
+}
+
+std::pair<int, int> Desktop::SizeOf(const Window& window) {
+  std::istringstream geometry(Output({"xdotool", "getwindowgeometry", "--shell", window}));
+  std::pair<int, int> size;
+  for (std::string line; std::getline(geometry, line);) {
+    if (line.starts_with("WIDTH=")) size.first = std::stoi(line.substr(6));
+    if (line.starts_with("HEIGHT=")) size.second = std::stoi(line.substr(7));
+  }
+  return size;
+}
+
+void Desktop::Resize(const Window& window, int width, int height) {
+  Do({"windowsize", window, std::to_string(width), std::to_string(height)});
+}
+
+int Desktop::WindowCount() {
+  const std::string tree = Output({"xwininfo", "-root", "-tree"});
+  return static_cast<int>(std::ranges::count(tree, '\n'));
+}
+
+void Desktop::Picture(const fs::path& png, const Window& window) {
+  Output({"import", "-window", window, "-colors", "64", png.string()});
+}
+
+}  // namespace qva

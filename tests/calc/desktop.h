@@ -1,0 +1,73 @@
+// A screen of one's own with LibreOffice's windows on it, and the hands of a user.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tools/report-runner/Process.h"
+
+namespace qva {
+
+/// A virtual X screen without a window manager, which goes with its object. Gestures are made by xdotool, as
+/// the keyboard and the mouse make them. What cannot be done within the time limit is a failure of the test
+/// and raises std::runtime_error.
+class Desktop {
+ public:
+  using Window = std::string;  ///< X's number of a window
+
+  /// How long a condition may take to come true on a busy machine.
+  static constexpr std::chrono::seconds kPatience{60};
+
+  /// `folder` takes the screen's files; `dpi` is what LibreOffice takes the screen for, 96 being 100 %.
+  explicit Desktop(std::filesystem::path folder, int dpi = 96);
+
+  /// What a program needs to appear here. For LibreOffice it names the backend that draws by X alone.
+  const std::map<std::string, std::string>& environment() const { return environment_; }
+  /// The scale of the screen, 1 being 100 %.
+  double scale() const { return dpi_ / 96.0; }
+
+  /// The newest visible window whose title contains `title` (a regular expression), once there is one.
+  Window WaitForWindow(const std::string& title);
+  /// Whether there is such a window now.
+  bool HasWindow(const std::string& title);
+  /// Returns once the window is gone from the screen.
+  void WaitUntilGone(const Window& window);
+  /// Returns once `condition` is true; `what` tells of it in a failure.
+  void WaitFor(const std::string& what, const std::function<bool()>& condition);
+
+  /// Presses keys, such as {"Tab", "shift+Tab", "Return"}, one after the other, with the keyboard's focus on
+  /// the window.
+  void Keys(const Window& window, const std::vector<std::string>& keys);
+  /// Types a text with the keyboard's focus on the window.
+  void Type(const Window& window, const std::string& text);
+  /// Clicks a place of the window, in pixels at 100 % scale from its upper left corner.
+  void Click(const Window& window, int x, int y, int times = 1);
+
+  /// The size of a window in real pixels.
+  std::pair<int, int> SizeOf(const Window& window);
+  /// Gives the window another size, as a user who drags its border; real pixels.
+  void Resize(const Window& window, int width, int height);
+
+  /// How many windows of whatever kind X has.
+  int WindowCount();
+  /// A PNG of the whole screen, or of one window.
+  void Picture(const std::filesystem::path& png, const Window& window = "root");
+
+ private:
+  /// What a command of the screen prints. Nothing when it fails.
+  std::string Output(const std::vector<std::string>& command, bool* went_through = nullptr);
+  /// Repeats a command of xdotool until it goes through: a window that has just come may refuse.
+  void Do(std::vector<std::string> arguments);
+
+  std::filesystem::path folder_;
+  int dpi_;
+  std::map<std::string, std::string> environment_;
+  std::unique_ptr<Process> server_;
+};
+
+}  // namespace qva
