@@ -1,0 +1,487 @@
+#include "platform/windows/forms/GridControl.h"
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/error.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/GridKeys.h"
+
+namespace qva::windows {
+namespace {
+
+// Measures in pixels at 100 % scale.
+constexpr int kMarkerWidth = 20;
+constexpr int kLeastColumnWidth = 16;
+constexpr int kLineSpacing = 3;  // above and below the text
+constexpr int kWheelColumns = 60;
+
+bool IsDown(int key) {
+  return GetKeyState(key) < 0;
+}
+
+/// The height of a line of text in a font.
+int TextHeight(HWND window, HFONT font) {
+  HDC context = GetDC(window);
+  HGDIOBJ before = font ? SelectObject(context, font) : nullptr;
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(context, &metrics);
+  if (before) SelectObject(context, before);
+  ReleaseDC(window, context);
+  return static_cast<int>(metrics.tmHeight);
+}
+
+void SetHeaderItem(HWND header, UINT message, int item, int width, const wchar_t* caption) {
+  HDITEMW description{};
+  description.mask = HDI_WIDTH;
+  description.cxy = width;
+  if (caption) {
+    description.mask |= HDI_TEXT | HDI_FORMAT;
+    description.pszText = const_cast<wchar_t*>(caption);
+    description.fmt = HDF_LEFT | HDF_STRING;
+  }
+  SendMessageW(header, message, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&description));
+}
+
+}  // namespace
+
+WindowClass GridControl::class_ = {L"QVA_Varnholt.Grid", &GridControl::Procedure, CS_DBLCLKS};
+
+GridControl::GridControl(HWND parent, int id, std::u16string name, const UiScale& scale)
+    : name_(std::move(name)), scale_(scale) {
+  const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};  // the header among them
+  InitCommonControlsEx(&controls);
+  CreateWindowExW(WS_EX_CLIENTEDGE, class_.name, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN, 0,
+                  0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), OwnModule(), this);
+  if (window_) {
+    header_ = CreateWindowExW(0, WC_HEADERW, L"", WS_CHILD | WS_VISIBLE | HDS_FULLDRAG, 0, 0, 0, 0, window_,
+                              nullptr, nullptr, nullptr);
+  }
+  if (!header_ || !editor_.Create(window_, *this)) {
+    if (window_) DestroyWindow(window_);
+    throw AutomationError(kOutOfMemory);
+  }
+  layout_.Attach(window_, header_);
+  SetFont(nullptr);
+}
+
+GridControl::~GridControl() {
+  model_ = nullptr;  // it may have gone before
+  if (window_) DestroyWindow(window_);
+}
+
+void GridControl::SetFont(HFONT font) {
+  EndEdit(true);
+  font_ = font;
+  windows::SetFont(header_, font);
+  windows::SetFont(editor_.window(), font);
+  layout_.SetLineHeight(TextHeight(window_, font) + 2 * scale_(kLineSpacing) + 1);
+  layout_.Arrange();
+}
+
+void GridControl::Rescale(const UiScale& scale) {
+  const UiScale before = std::exchange(scale_, scale);
+  for (std::size_t column = 0; column < columns_.size(); ++column) {
+    const RECT area = layout_.CellArea({0, column});
+    const int width = MulDiv(static_cast<int>(area.right - area.left) + 1, scale.dpi, before.dpi);
+    SetHeaderItem(header_, HDM_SETITEMW, static_cast<int>(column) + 1,
+                  std::max(width, scale_(kLeastColumnWidth)), nullptr);
+  }
+  if (!columns_.empty()) SetHeaderItem(header_, HDM_SETITEMW, 0, scale_(kMarkerWidth), nullptr);
+  SetFont(font_);
+}
+
+void GridControl::SetColumns(std::vector<ui::GridColumn> columns) {
+  EndEdit(false);
+  columns_.clear();
+  while (SendMessageW(header_, HDM_DELETEITEM, 0, 0)) continue;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (columns[i].width > 0) columns_.push_back({std::move(columns[i]), i});
+  }
+  if (!columns_.empty()) SetHeaderItem(header_, HDM_INSERTITEMW, 0, scale_(kMarkerWidth), L"");
+  int item = 0;
+  for (const ShownColumn& column : columns_) {
+    SetHeaderItem(header_, HDM_INSERTITEMW, ++item,
+                  std::max(scale_(column.description.width), scale_(kLeastColumnWidth)),
+                  WideText(column.description.caption).c_str());
+  }
+  current_.column = 0;
+  Refresh();
+}
+
+void GridControl::SetModel(ui::GridModel* model) {
+  model_ = model;
+  Refresh();
+}
+
+void GridControl::Refresh() {
+  // The row behind it may be another one by now.
+  new_row_.reset();
+  editor_.Close();
+  const std::size_t rows = RowCount();
+  const bool stays_on_empty_line = current_.line == shown_rows_ && rows == shown_rows_;
+  if (!stays_on_empty_line) current_.line = std::min(current_.line, rows > 0 ? rows - 1 : 0);
+  shown_rows_ = rows;
+  layout_.SetLines(model_ ? rows + 1 : 0);
+  layout_.Arrange();
+}
+
+std::optional<std::size_t> GridControl::CurrentRow() const {
+  if (current_.line >= RowCount()) return std::nullopt;
+  return current_.line;
+}
+
+void GridControl::SetCurrentRow(std::size_t row) {
+  if (row != current_.line) EndEdit(true);
+  if (row < RowCount()) MoveTo({row, current_.column});
+}
+
+LRESULT CALLBACK GridControl::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  if (message == WM_NCCREATE) {
+    auto* created = static_cast<GridControl*>(reinterpret_cast<const CREATESTRUCTW*>(second)->lpCreateParams);
+    created->window_ = window;
+    SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+  }
+  auto* grid = reinterpret_cast<GridControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (!grid) return DefWindowProcW(window, message, first, second);
+  try {
+    return grid->Handle(message, first, second);
+  } catch (...) {  // nothing may pass through Windows
+    return 0;
+  }
+}
+
+LRESULT GridControl::Handle(UINT message, WPARAM first, LPARAM second) {
+  const POINT place{GET_X_LPARAM(second), GET_Y_LPARAM(second)};
+  switch (message) {
+    case WM_PAINT:
+      Paint();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;  // all is painted
+    case WM_SIZE:
+      EndEdit(true);
+      layout_.Arrange();
+      return 0;
+    case WM_SETFOCUS:
+    case WM_KILLFOCUS:
+      Invalidate();
+      return 0;
+    case WM_ENABLE:
+      EndEdit(true);
+      Invalidate();
+      return 0;
+    case WM_SYSCOLORCHANGE:
+      SendMessageW(header_, message, first, second);
+      Invalidate();
+      return 0;
+    case WM_NOTIFY:
+      return HandleHeader(*reinterpret_cast<const NMHDR*>(second));
+    case WM_VSCROLL:
+    case WM_HSCROLL:
+      EndEdit(true);
+      layout_.Follow(message == WM_VSCROLL ? SB_VERT : SB_HORZ, LOWORD(first));
+      return 0;
+    case WM_MOUSEWHEEL:
+      EndEdit(true);
+      TurnWheel(GET_WHEEL_DELTA_WPARAM(first));
+      return 0;
+    case WM_MOUSEHWHEEL:
+      EndEdit(true);
+      layout_.ScrollColumns(MulDiv(GET_WHEEL_DELTA_WPARAM(first), scale_(kWheelColumns), WHEEL_DELTA));
+      return 0;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      PressMouse(place, message == WM_LBUTTONDBLCLK);
+      return 0;
+    case WM_MOUSEMOVE:
+      TrackMouse(place);
+      return 0;
+    case WM_LBUTTONUP:
+      ReleaseMouse();
+      return 0;
+    case WM_CAPTURECHANGED:
+      is_tracking_ = is_button_pressed_ = false;
+      Invalidate();
+      return 0;
+    case WM_GETDLGCODE: {
+      const auto* key = reinterpret_cast<const MSG*>(second);
+      const bool is_tab = key && key->message == WM_KEYDOWN && key->wParam == VK_TAB;
+      return DLGC_WANTARROWS | DLGC_WANTCHARS | (is_tab && Target(VK_TAB) ? DLGC_WANTTAB : 0);
+    }
+    case WM_KEYDOWN:
+      PressKey(static_cast<UINT>(first));
+      return 0;
+    case WM_SYSKEYDOWN:
+      if (first != VK_DOWN) break;
+      PressCellButton();
+      return 0;
+    case WM_CHAR:
+      TypeCharacter(first);
+      return 0;
+    case WM_NCDESTROY:
+      SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
+      return DefWindowProcW(std::exchange(window_, nullptr), message, first, second);
+    default:
+      break;
+  }
+  return DefWindowProcW(window_, message, first, second);
+}
+
+LRESULT GridControl::HandleHeader(const NMHDR& notice) {
+  if (notice.hwndFrom != header_) return 0;
+  const auto& header = reinterpret_cast<const NMHEADERW&>(notice);
+  switch (notice.code) {
+    case static_cast<UINT>(HDN_BEGINTRACKW):
+      EndEdit(true);
+      return header.iItem == 0;  // the marker's width is fixed
+    case static_cast<UINT>(HDN_ITEMCHANGINGW):
+      return header.pitem && (header.pitem->mask & HDI_WIDTH) &&
+             header.pitem->cxy < scale_(kLeastColumnWidth);
+    case static_cast<UINT>(HDN_ITEMCHANGEDW):
+      layout_.Arrange();
+      return 0;
+    default:
+      return 0;
+  }
+}
+
+void GridControl::Paint() {
+  struct Painting {
+    explicit Painting(HWND painted) : window(painted) { BeginPaint(window, &paint); }
+    Painting(const Painting&) = delete;
+    Painting& operator=(const Painting&) = delete;
+    ~Painting() { EndPaint(window, &paint); }
+    HWND window;
+    PAINTSTRUCT paint{};
+  } painting(window_);
+  const RECT body = layout_.Body();
+  RECT dirty;
+  if (!IntersectRect(&dirty, &painting.paint.rcPaint, &body)) return;
+  const HWND focus = GetFocus();
+  PaintGrid(painting.paint.hdc, dirty,
+            {.layout = layout_,
+             .columns = columns_,
+             .model = model_,
+             .font = font_,
+             .current = current_,
+             .is_enabled = Enabled(),
+             .has_focus = focus == window_ || focus == editor_.window(),
+             .is_edited = editor_.is_open(),
+             .is_button_pressed = is_button_pressed_});
+}
+
+bool GridControl::EditorKey(UINT key, bool alt) {
+  if (alt) {
+    if (key != VK_DOWN) return false;
+    PressCellButton();
+    return true;
+  }
+  switch (key) {
+    case VK_RETURN:
+    case VK_ESCAPE:
+      EndEdit(key == VK_RETURN);
+      return true;
+    case VK_F4:
+      PressCellButton();
+      return true;
+    case VK_TAB:
+    case VK_UP:
+    case VK_DOWN:
+    case VK_PRIOR:
+    case VK_NEXT:
+      // Where there is nowhere to go, Tab is the form's, now that the field has closed.
+      if (EndEdit(true) && !PressKey(key) && key == VK_TAB) PostMessageW(window_, WM_KEYDOWN, key, 0);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void GridControl::EditorLeft() {
+  EndEdit(true);
+  Invalidate();
+}
+
+bool GridControl::PressKey(UINT key) {
+  switch (key) {
+    case VK_F2:
+      BeginEdit(true);
+      return true;
+    case VK_F4:
+      PressCellButton();
+      return true;
+    case VK_DELETE:
+      DeleteCurrentRow();
+      return true;
+    default: {
+      const auto target = Target(key);
+      if (target) MoveTo(*target);
+      return target.has_value();
+    }
+  }
+}
+
+void GridControl::TypeCharacter(WPARAM character) {
+  const ShownColumn* column = CurrentColumn();
+  if (!column) return;
+  // The keys that follow fast are still the grid's.
+  const bool is_open = editor_.is_open();
+  if (!is_open && (character < VK_SPACE || IsDown(VK_CONTROL) != IsDown(VK_MENU))) return;
+  if (column->description.check_box) {
+    if (character == VK_SPACE) TurnMark();
+    return;
+  }
+  if (!is_open) BeginEdit(false);
+  if (editor_.is_open()) SendMessageW(editor_.window(), WM_CHAR, character, 1);
+}
+
+void GridControl::PressMouse(POINT place, bool is_double) {
+  ::SetFocus(window_);  // stores what is being edited, which may change the lines
+  const auto line = layout_.LineAt(place.y);
+  if (!line || columns_.empty()) return;
+  const auto column = layout_.ColumnAt(place.x);
+  const GridCell cell{*line, column.value_or(current_.column)};
+  const bool was_current = cell == current_;
+  const RECT button = CurrentButton();
+  MoveTo(cell);
+  if (!column || !was_current) return;
+  if (PtInRect(&button, place)) {
+    is_tracking_ = is_button_pressed_ = true;
+    SetCapture(window_);
+    Invalidate();
+  } else if (CurrentColumn()->description.check_box) {
+    TurnMark();
+  } else if (is_double) {
+    BeginEdit(true);
+  }
+}
+
+void GridControl::TrackMouse(POINT place) {
+  if (!is_tracking_) return;
+  const RECT button = CurrentButton();
+  if (std::exchange(is_button_pressed_, PtInRect(&button, place) != FALSE) != is_button_pressed_)
+    Invalidate();
+}
+
+void GridControl::ReleaseMouse() {
+  if (!is_tracking_) return;
+  const bool is_pressed = is_button_pressed_;
+  ReleaseCapture();
+  if (is_pressed) PressCellButton();
+}
+
+void GridControl::TurnWheel(int delta) {
+  UINT lines = 3;
+  SystemParametersInfoW(SPI_GETWHEELSCROLLLINES, 0, &lines, 0);
+  const int step = lines == WHEEL_PAGESCROLL ? static_cast<int>(layout_.PageSize()) : static_cast<int>(lines);
+  wheel_ += delta * step;
+  layout_.ScrollLines(-(wheel_ / WHEEL_DELTA));
+  wheel_ %= WHEEL_DELTA;
+}
+
+const ShownColumn* GridControl::CurrentColumn() const {
+  return model_ && current_.column < columns_.size() ? &columns_[current_.column] : nullptr;
+}
+
+RECT GridControl::CurrentButton() const {
+  const ShownColumn* column = CurrentColumn();
+  return column && column->description.cell_button ? CellButtonArea(layout_.CellArea(current_)) : RECT{};
+}
+
+std::optional<GridCell> GridControl::Target(UINT key) const {
+  return KeyTarget(key, IsDown(VK_CONTROL), IsDown(VK_SHIFT), current_,
+                   {layout_.lines(), columns_.size(), layout_.PageSize()});
+}
+
+void GridControl::MoveTo(GridCell cell) {
+  current_ = cell;
+  if (!layout_.Show(cell)) Invalidate();
+}
+
+bool GridControl::EnsureRow() {
+  const std::size_t line = current_.line;
+  if (line < RowCount()) return true;
+  if (!model_) return false;
+  model_->AppendRow();
+  Refresh();
+  if (line >= RowCount()) return false;
+  new_row_ = line;
+  MoveTo({line, current_.column});
+  return true;
+}
+
+void GridControl::DropRow(std::size_t row) {
+  if (row + 1 != RowCount()) return;  // the model has changed it already
+  model_->DeleteRow(row);
+  Refresh();
+  MoveTo({RowCount(), current_.column});
+}
+
+void GridControl::BeginEdit(bool keep_text) {
+  const ShownColumn* column = CurrentColumn();
+  if (!column || column->description.read_only || column->description.check_box || !EnsureRow()) return;
+  layout_.Show(current_);
+  RECT area = layout_.CellArea(current_);
+  if (column->description.cell_button) area.right = CellButtonArea(area).left;
+  const int spacing = scale_(kLineSpacing);  // the field writes at its top
+  editor_.Open({area.left, area.top + spacing, area.right, area.bottom - spacing}, kCellPadding,
+               keep_text ? model_->CellText(current_.line, column->model_column) : std::u16string());
+  Invalidate();
+}
+
+bool GridControl::EndEdit(bool store) {
+  if (!editor_.is_open()) return true;
+  const bool is_changed = store && model_ && editor_.is_modified();
+  const std::u16string text = editor_.Text();
+  const auto new_row = std::exchange(new_row_, std::nullopt);
+  editor_.Close();
+  Invalidate();
+  const bool is_stored =
+      is_changed && model_->SetCellText(current_.line, columns_[current_.column].model_column, text);
+  if (new_row && !is_stored) DropRow(*new_row);
+  return is_stored || !is_changed;
+}
+
+void GridControl::PressCellButton() {
+  EndEdit(true);
+  const ShownColumn* column = CurrentColumn();
+  if (!column || !column->description.cell_button || !EnsureRow()) return;
+  const std::size_t row = current_.line;
+  const auto new_row = std::exchange(new_row_, std::nullopt);
+  const auto texts = [&] {
+    std::vector<std::u16string> result;
+    for (const ShownColumn& shown : columns_) result.push_back(model_->CellText(row, shown.model_column));
+    return result;
+  };
+  const std::vector<std::u16string> before = texts();
+  model_->PressCellButton(row, column->model_column);
+  if (new_row && model_ && row < RowCount() && texts() == before) DropRow(row);
+  Invalidate();
+  // A window that was shown meanwhile may have left the focus with the form.
+  if (GetActiveWindow() == GetAncestor(window_, GA_ROOT)) ::SetFocus(window_);
+}
+
+void GridControl::TurnMark() {
+  const ShownColumn* column = CurrentColumn();
+  if (!column || column->description.read_only || !EnsureRow()) return;
+  const auto new_row = std::exchange(new_row_, std::nullopt);
+  const bool is_true = IsTrue(model_->CellText(current_.line, column->model_column));
+  const bool is_stored =
+      model_->SetCellText(current_.line, column->model_column, is_true ? u"False" : u"True");
+  if (new_row && !is_stored) DropRow(*new_row);
+  Invalidate();
+}
+
+void GridControl::DeleteCurrentRow() {
+  const auto row = CurrentRow();
+  if (!row) return;
+  model_->DeleteRow(*row);
+  Refresh();
+}
+
+}  // namespace qva::windows
