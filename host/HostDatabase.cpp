@@ -11,7 +11,7 @@ namespace {
 using Type = FieldType;
 
 /// The version of the schema, kept in the database's user_version.
-constexpr std::u16string_view kSchemaVersion = u"2";
+constexpr std::u16string_view kSchemaVersion = u"3";
 
 Database OpenChecked(const std::filesystem::path& file) {
   Database database(file, Database::Mode::Read);
@@ -64,7 +64,32 @@ HostDatabase::HostDatabase(const std::filesystem::path& file)
                   {u"DocTypeCode", Type::Text},
                   {u"Code", Type::Text},
                   {u"DocDate", Type::Day},
-                  {u"Name", Type::Text}}) {
+                  {u"Name", Type::Text}}),
+      postings_(database_, u"GLDocumentPosting", TableReader::Scope::OneBook, u"Code",
+                {{u"BookCode", Type::Text},
+                 {u"Code", Type::Text},
+                 {u"DocId", Type::Number},
+                 {u"AccSetCode", Type::Text},
+                 {u"AccountCode", Type::Text},
+                 {u"Amount", Type::Number}}),
+      accounts_(database_, u"GLAccount", TableReader::Scope::OneBook, u"Code",
+                {{u"BookCode", Type::Text}, {u"Code", Type::Text}, {u"Name", Type::Text}}),
+      account_months_(database_, u"GLAccountMonth", TableReader::Scope::OneBook, u"Code",
+                      {{u"BookCode", Type::Text},
+                       {u"Code", Type::Text},
+                       {u"AccountCode", Type::Text},
+                       {u"Month", Type::Day},
+                       {u"IsClosing", Type::Flag},
+                       {u"Debit", Type::Number},
+                       {u"Credit", Type::Number}}),
+      vat_months_(database_, u"VATMonth", TableReader::Scope::OneBook, u"Code",
+                  {{u"BookCode", Type::Text},
+                   {u"Code", Type::Text},
+                   {u"Month", Type::Day},
+                   {u"VATClassCode", Type::Text},
+                   {u"IsSale", Type::Flag},
+                   {u"Base", Type::Number},
+                   {u"VATAmount", Type::Number}}) {
   // Callers' conditions alone query the view; whether it is there shows here.
   database_.Prepare("SELECT DocId, AccSetCode FROM GLContAccountPostBBN");
 }
@@ -105,7 +130,8 @@ std::optional<std::u16string> HostDatabase::FindFolder(std::u16string_view path_
 }
 
 const TableReader* HostDatabase::FindTable(std::u16string_view name) const {
-  for (const TableReader* table : {&books_, &account_sets_, &bank_account_roles_, &documents_}) {
+  for (const TableReader* table : {&books_, &account_sets_, &bank_account_roles_, &documents_, &postings_,
+                                   &accounts_, &account_months_, &vat_months_}) {
     if (EqualIgnoringCase(table->name(), name)) return table;
   }
   return nullptr;

@@ -78,6 +78,10 @@ class HostDatabase {
   TableReader account_sets_;
   TableReader bank_account_roles_;
   TableReader documents_;
+  TableReader postings_;
+  TableReader accounts_;
+  TableReader account_months_;
+  TableReader vat_months_;
 };
 
 }  // namespace qva::embedded

@@ -1,6 +1,7 @@
 #include "server/calc/PublishedObject.h"
 
 #include <com/sun/star/bridge/oleautomation/NamedArgument.hpp>
+#include <com/sun/star/script/ArrayWrapper.hpp>
 #include <cppuhelper/supportsservice.hxx>
 #include <cppuhelper/weakref.hxx>
 #include <exception>
@@ -47,6 +48,17 @@ Value FromArgument(const Any& any, const Parameter* parameter) {
     return EqualIgnoringCase(parameter->name, u"ExcelErr") ? ErrObjectForMacro() : ObjectPtr();
   }
   return {};
+}
+
+/// A result as Basic takes it: a block becomes an array of two dimensions in LibreOffice's wrapper alone;
+/// bare, it would become an array of arrays.
+Any ToMacro(const Value& result) {
+  const Any any = ToAny(result);
+  if (result.type() != Value::Type::Array || result.AsArray().dimensions.size() != 2) return any;
+  css::script::ArrayWrapper wrapper;
+  wrapper.IsZeroIndex = result.AsArray().dimensions.front().lower == 0;
+  wrapper.Array = any;
+  return Any(wrapper);
 }
 
 }  // namespace
@@ -188,7 +200,7 @@ Any PublishedObject::PerformUnguarded(Access access, const std::u16string& name,
   changed = Sequence<sal_Int16>(positions.data(), static_cast<sal_Int32>(positions.size()));
   values = Sequence<Any>(results.data(), static_cast<sal_Int32>(results.size()));
   if (failure) std::rethrow_exception(failure);
-  return ToAny(result);
+  return ToMacro(result);
 }
 
 OUString PublishedObject::getImplementationName() {

@@ -60,7 +60,7 @@ TEST_F(CreateBook, AMissingSampleIsNamedAndLeavesNothing) {
 TEST_F(CreateBook, ASampleThatFailsHalfWayLeavesNothing) {
   options_.sample = folder_.path() / "sample.sql";
   WriteFile(options_.sample,
-            "PRAGMA user_version = 2; CREATE TABLE Book (Code TEXT); INSERT INTO Nowhere VALUES (1);");
+            "PRAGMA user_version = 3; CREATE TABLE Book (Code TEXT); INSERT INTO Nowhere VALUES (1);");
   EmbeddedHost factory(options_, platform_.services());
   ExpectFailure([&] { host::CommonObjects::Create(factory).CreateBook(u"MEDVILNE"); },
                 Failure::DatabaseNotCreated, u"NVXCommonObjects", u"no such table: Nowhere");
@@ -83,7 +83,7 @@ TEST_F(CreateBook, ASampleOfAnotherSchemaDoesNotBecomeTheDatabase) {
   WriteFile(options_.sample, "CREATE TABLE Book (Code TEXT);");
   EmbeddedHost factory(options_, platform_.services());
   ExpectFailure([&] { host::CommonObjects::Create(factory).CreateBook(u"MEDVILNE"); },
-                Failure::DatabaseNotCreated, u"NVXCommonObjects", u"version 0 where 2 is needed");
+                Failure::DatabaseNotCreated, u"NVXCommonObjects", u"version 0 where 3 is needed");
   EXPECT_THAT(Files(), testing::ElementsAre("sample.sql"));
 }
 
@@ -112,19 +112,20 @@ TEST_F(CreateBook, AFileThatIsNoDatabaseIsReportedAndKept) {
 TEST_F(CreateBook, AnEmptyFileIsReportedAsADatabaseOfNoSchema) {
   WriteFile(options_.database, "");
   ExpectFailure([&] { OpenBook(u"MEDVILNE"); }, Failure::DatabaseUnusable, u"NVXCommonObjects",
-                u"version 0 where 2 is needed");
+                u"version 0 where 3 is needed");
 }
 
 TEST_F(CreateBook, ADatabaseOfAnotherSchemaVersionIsReported) {
   OpenBook(u"MEDVILNE");
   Database(options_.database, Database::Mode::Write).Execute("PRAGMA user_version = 1");
   ExpectFailure([&] { OpenBook(u"MEDVILNE"); }, Failure::DatabaseUnusable, u"NVXCommonObjects",
-                u"version 1 where 2 is needed");
+                u"version 1 where 3 is needed");
 }
 
 TEST_F(CreateBook, EachMissingTableIsReported) {
   for (const std::string table : {"Contact", "Address", "ResponsiblePerson", "PathKey", "Book", "Company",
-                                  "GLAccountSet", "REFBankAccountRole", "DocumentType", "THDocument"}) {
+                                  "GLAccountSet", "REFBankAccountRole", "DocumentType", "THDocument",
+                                  "GLAccount"}) {
     std::filesystem::remove(options_.database);
     OpenBook(u"MEDVILNE");
     Database(options_.database, Database::Mode::Write).Execute("DROP TABLE " + table);
