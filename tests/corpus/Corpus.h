@@ -1,0 +1,23 @@
+// The files of the corpus.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace qva::corpus {
+
+/// tests/corpus in the sources.
+const std::filesystem::path& Folder();
+
+/// The names of all macros, sorted.
+std::vector<std::string> MacroNames();
+
+/// A whole file's bytes. Raises std::runtime_error when it cannot be read.
+std::string Contents(const std::filesystem::path& path);
+
+/// The text of a macro, and what it logs.
+std::string SourceOf(const std::string& name);
+std::string GoldenLogOf(const std::string& name);
+
+}  // namespace qva::corpus

@@ -1,0 +1,261 @@
+#include "tests/corpus/MemoryEngine.h"
+
+#include <filesystem>
+
+#include "platform/date.h"
+#include "tests/corpus/Corpus.h"
+#include "tests/corpus/interpreter/Parser.h"
+
+namespace qva::corpus {
+namespace {
+
+namespace fs = std::filesystem;
+using Type = Value::Type;
+using Arguments_ = std::vector<Value>;
+
+std::u16string OneLine(std::u16string_view text) {
+  return ReplaceAll(ReplaceAll(text, u"\r\n", u"\\n"), u"\n", u"\\n");
+}
+
+std::u16string TextAt(const Arguments_& arguments, std::size_t index) {
+  return arguments.at(index).ToText();
+}
+
+std::u16string Day(const Value& value) {
+  return FormatByWindowsPattern(value.ToDate(), u"yyyy-MM-dd");
+}
+
+/// The name of the value's kind, as TypeName gives it.
+std::u16string Kind(const Value& value) {
+  switch (value.type()) {
+    case Type::Boolean:
+      return u"Boolean";
+    case Type::Byte:
+      return u"Byte";
+    case Type::Int16:
+      return u"Integer";
+    case Type::Int32:
+      return u"Long";
+    case Type::Double:
+      return u"Double";
+    case Type::Date:
+      return u"Date";
+    case Type::Text:
+      return u"String";
+    case Type::Object:
+      return value.IsNothing() ? u"Nothing" : u"Object";
+    default:
+      return DescribeValue(value);
+  }
+}
+
+/// The answers to the dialogs that a macro opens stand beside it.
+std::string AnswersOf(const std::string& name) {
+  const fs::path answers = Folder() / "macros" / (name + ".answers");
+  return fs::exists(answers) ? answers.string() : "";
+}
+
+}  // namespace
+
+std::u16string Show(const Value& value) {
+  switch (value.type()) {
+    case Type::Text:
+      return u"\"" + OneLine(value.As<std::u16string>()) + u"\"";
+    case Type::Date:
+      return u"#" + Day(value) + u"#";
+    case Type::Boolean:
+    case Type::Byte:
+    case Type::Int16:
+    case Type::Int32:
+    case Type::Double:
+      return value.ToText();
+    default:
+      return Kind(value);
+  }
+}
+
+MemoryEngine::MemoryEngine(std::string name)
+    : name_(std::move(name)), forms_(AnswersOf(name_), "/dev/null", platform.clock, platform.locale) {
+  platform.locale.decimal_separator = u".";
+  host.list_chooser = &forms_;
+  Services services = GetServices();
+  services.forms = &forms_;
+  InstallServices(services);
+  const ObjectPtr workbook = excel->AddWorkbook();
+  Call(workbook, u"SaveAs", {u"C:\\Corpus\\Corpus.xls"});
+}
+
+std::string MemoryEngine::Run() {
+  const Block macro = ParseMacro(FromUtf8(SourceOf(name_)));
+  Interpreter interpreter(Helpers(), [this](const Object& object, Access access, std::u16string_view member) {
+    Watch(object, access, member);
+  });
+  interpreter_ = &interpreter;
+  try {
+    interpreter.Run(macro);
+  } catch (const AutomationError& error) {
+    interpreter.error()->Set(error);
+  }
+  LogForgottenError();
+  interpreter_ = nullptr;
+  return log_;
+}
+
+Functions MemoryEngine::Helpers() {
+  Functions helpers = {
+      {u"log", [this](const auto& a) { return LogForgottenError(), Log(TextAt(a, 0)), Value(); }},
+      {u"logerror", [this](const auto& a) { return LogError(TextAt(a, 0)), Value(); }},
+      {u"logboxes", [this](const auto& a) { return LogBoxes(TextAt(a, 0)), Value(); }},
+      {u"show", [](const auto& a) { return Value(Show(a.at(0))); }},
+      {u"kind", [](const auto& a) { return Value(Kind(a.at(0))); }},
+      {u"showdate", [](const auto& a) { return Value(a.at(0).Is(Type::Empty) ? u"" : Day(a.at(0))); }},
+      {u"sameobject",
+       [](const auto& a) { return Value(Unwrap(a.at(0).ToObject()) == Unwrap(a.at(1).ToObject())); }},
+      {u"createobject", [this](const auto& a) { return CreateByIdentifier(TextAt(a, 0)); }},
+  };
+  AddExcelHelpers(helpers);
+  AddWorldHelpers(helpers);
+  return helpers;
+}
+
+void MemoryEngine::AddExcelHelpers(Functions& helpers) {
+  helpers[u"theapplication"] = [this](const auto&) { return Value(application); };
+  helpers[u"theworkbook"] = [this](const auto&) { return Value(GetObject(application, u"ActiveWorkbook")); };
+  helpers[u"thesheet"] = [this](const auto& a) { return Value(Sheet(a.at(0).ToInt32())); };
+  helpers[u"definename"] = [this](const auto& a) {
+    DefineName(TextAt(a, 0), a.at(1).ToInt32(), TextAt(a, 2));
+    return Value();
+  };
+  helpers[u"describetoolbar"] = [this](const auto& a) {
+    DescribeToolbar(a.at(0).ToInt32(), a.at(1).ToInt32());
+    return Value();
+  };
+  helpers[u"presskey"] = [this](const auto& a) { return Value(excel->Press(TextAt(a, 0))); };
+  helpers[u"macrosrun"] = [this](const auto&) {
+    std::u16string names;
+    for (const std::u16string& name : excel->MacrosRun()) names += (names.empty() ? u"" : u",") + name;
+    return Value(names);
+  };
+  helpers[u"cleartrace"] = [this](const auto&) { return trace.Clear(), Value(); };
+  helpers[u"logtrace"] = [this](const auto& a) {
+    LogForgottenError();
+    for (const std::string& line : trace.lines()) Log(TextAt(a, 0) + u": " + FromUtf8(line));
+    trace.Clear();
+    return Value();
+  };
+  helpers[u"failcall"] = [this](const auto& a) {
+    failure =
+        CallFailure(a.at(0).ToInt32(), AutomationError(kApplicationDefined, u"Microsoft Excel", u"Refused"));
+    return Value();
+  };
+}
+
+void MemoryEngine::AddWorldHelpers(Functions& helpers) {
+  helpers[u"setsetting"] = [this](const auto& a) {
+    SetSetting(TextAt(a, 0), TextAt(a, 1), TextAt(a, 2));
+    return Value();
+  };
+  helpers[u"setuserpath"] = [this](const auto& a) {
+    platform.registry.SetText(u"Environment", u"PATH", platform.locale.ToAnsi(TextAt(a, 0)));
+    return Value();
+  };
+  helpers[u"userpath"] = [this](const auto&) {
+    const auto path = platform.registry.Text(u"Environment", u"PATH");
+    return Value(platform.locale.FromAnsi(path.value_or("")));
+  };
+  helpers[u"answer"] = [this](const auto& a) {
+    platform.message_box.Answer(a.at(0).ToInt32());
+    return Value();
+  };
+  helpers[u"makefolder"] = [this](const auto& a) { return platform.files.SetFolder(TextAt(a, 0)), Value(); };
+  helpers[u"makefile"] = [this](const auto& a) { return platform.files.SetFile(TextAt(a, 0), ""), Value(); };
+  helpers[u"folderexists"] = [this](const auto& a) {
+    return Value(platform.files.FolderExists(TextAt(a, 0)));
+  };
+  // Objects go when the last reference does; only LibreOffice needs a hand.
+  helpers[u"settle"] = [](const auto&) { return Value(); };
+}
+
+void MemoryEngine::Log(std::u16string_view text) {
+  log_ += ToUtf8(OneLine(text)) + "\n";
+}
+
+void MemoryEngine::LogForgottenError() {
+  if (interpreter_->error()->Number() != 0) LogError(u"forgotten");
+}
+
+void MemoryEngine::LogError(const std::u16string& what) {
+  ErrorObject& error = *interpreter_->error();
+  std::u16string text = u"no error";
+  if (error.Number() != 0) {
+    text = u"error " + NumberText(error.Number());
+    // The texts of Basic's own errors are the engine's.
+    if (error.Number() < 0) text += u" | " + error.Source() + u" | " + error.Text();
+  }
+  Log(what + u": " + text);
+  error.Clear();
+}
+
+void MemoryEngine::LogBoxes(const std::u16string& what) {
+  LogForgottenError();
+  const auto& boxes = platform.message_box.boxes();
+  if (boxes_logged_ == boxes.size()) Log(what + u": no box");
+  for (; boxes_logged_ < boxes.size(); ++boxes_logged_) {
+    const auto& box = boxes[boxes_logged_];
+    Log(what + u": box " + Show(box.text) + u" -> " + NumberText(box.answer));
+  }
+}
+
+ObjectPtr MemoryEngine::Sheet(std::int32_t number) {
+  return GetObject(GetObject(application, u"ActiveWorkbook"), u"Sheets", {number});
+}
+
+void MemoryEngine::DefineName(const std::u16string& name, std::int32_t sheet, const std::u16string& address) {
+  const ObjectPtr names = GetObject(GetObject(application, u"ActiveWorkbook"), u"Names");
+  Call(names, u"Add", {name, u"=Sheet" + NumberText(sheet) + u"!" + address});
+}
+
+void MemoryEngine::DescribeToolbar(std::int32_t sheet, std::int32_t buttons) {
+  const ObjectPtr target = Sheet(sheet);
+  const auto put = [&](std::int32_t row, std::int32_t column, Value value) {
+    Put(GetObject(target, u"Cells", {row, column}), u"Value", std::move(value));
+  };
+  put(1, 1, buttons);
+  put(1, 2, u"Ataskaita");
+  put(1, 3, false);
+  DefineName(u"nTotalButtons", sheet, u"$A$1");
+  DefineName(u"sToolBarCaption", sheet, u"$B$1");
+  DefineName(u"bMenuBar", sheet, u"$C$1");
+  std::u16string column = u"A";
+  for (const std::u16string_view name : {u"ID", u"FaceID", u"Captions", u"Pictures", u"Tag", u"TooltipText",
+                                         u"OnKey", u"Visible", u"BeginGroup", u"OnAction"}) {
+    DefineName(u"Button_" + std::u16string(name), sheet, u"$" + column + u"$3");
+    ++column[0];
+  }
+  for (std::int32_t i = 1; i <= buttons; ++i) {
+    put(3 + i, 1, 1);
+    put(3 + i, 2, 59);
+    put(3 + i, 3, u"Mygtukas Nr. " + NumberText(i));
+    put(3 + i, 6, u"Užuomina");
+    if (i == 1) put(3 + i, 7, u"^{b}");
+    put(3 + i, 8, true);
+    put(3 + i, 9, false);
+    put(3 + i, 10, u"Veiksmas" + NumberText(i));
+  }
+}
+
+Value MemoryEngine::CreateByIdentifier(const std::u16string& identifier) {
+  if (const PublicClass* found = FindPublicClass(identifier)) return CreatePublicObject(*found);
+  return platform.object_factory.Create(identifier);
+}
+
+void MemoryEngine::Watch(const Object& object, Access access, std::u16string_view member) {
+  for (const PublicClass& public_class : PublicClasses()) {
+    const ClassDescription& table = public_class.description();
+    if (object.MemberTable() != &table) continue;
+    if (const Member* found = table.Find(access, member))
+      members_.emplace(ToUtf8(table.name()), ToUtf8(found->name));
+  }
+}
+
+}  // namespace qva::corpus
