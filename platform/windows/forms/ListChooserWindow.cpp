@@ -1,0 +1,345 @@
+#include "platform/windows/forms/ListChooserWindow.h"
+
+#include "platform/windows/WindowsApi.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "platform/windows/WideText.h"
+#include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/ListFilter.h"
+#include "platform/windows/forms/Modality.h"
+#include "platform/windows/forms/UiScale.h"
+#include "platform/windows/forms/WindowClass.h"
+
+namespace qva::windows {
+namespace {
+
+constexpr int kFilterId = 100;  // apart from Windows' own numbers such as IDCANCEL
+constexpr int kListId = 101;
+
+// Measures in pixels at 100 % scale.
+constexpr int kMargin = 12;
+constexpr int kGap = 8;
+constexpr int kFieldHeight = 23;
+constexpr int kLabelWidth = 56;
+constexpr int kButtonWidth = 88;
+constexpr int kButtonHeight = 28;
+constexpr int kWidth = 480;
+constexpr int kHeight = 400;
+constexpr int kLeastWidth = 280;
+constexpr int kLeastHeight = 220;
+constexpr int kColumnPadding = 16;
+constexpr int kGreatestColumn = 240;
+
+constexpr std::size_t kMeasuredRows = 200;  // for the columns' widths; more would take too long
+
+constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
+
+/// A dialog template without controls: they are created when the dialog knows its scale.
+struct EmptyTemplate {
+  DLGTEMPLATE dialog;
+  WORD menu = 0;
+  WORD window_class = 0;
+  WORD title = 0;
+};
+
+/// One showing of a list.
+class Chooser {
+ public:
+  Chooser(const ChoiceList& list, std::u16string_view selected)
+      : list_(list), selected_(selected), filter_(list.rows) {}
+
+  std::optional<std::size_t> Show() {
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&controls);
+    const PerDisplayPixels pixels;
+    EmptyTemplate empty{};
+    empty.dialog.style = kStyle | DS_SETFOREGROUND;
+    DialogBoxIndirectParamW(OwnModule(), &empty.dialog, OwnerWindow(), &Chooser::Procedure,
+                            reinterpret_cast<LPARAM>(this));
+    return chosen_;
+  }
+
+ private:
+  static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+    if (message == WM_INITDIALOG) {
+      SetWindowLongPtrW(window, DWLP_USER, second);
+      reinterpret_cast<Chooser*>(second)->window_ = window;
+    }
+    auto* chooser = reinterpret_cast<Chooser*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (!chooser) return FALSE;
+    try {
+      return chooser->Handle(message, first, second);
+    } catch (...) {  // nothing may pass through Windows
+      chooser->Leave();
+      return TRUE;
+    }
+  }
+
+  static LRESULT CALLBACK FilterProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
+                                          DWORD_PTR list) {
+    if (message == WM_KEYDOWN &&
+        (first == VK_UP || first == VK_DOWN || first == VK_PRIOR || first == VK_NEXT)) {
+      return SendMessageW(reinterpret_cast<HWND>(list), message, first, second);
+    }
+    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, &Chooser::FilterProcedure, id);
+    return DefSubclassProc(window, message, first, second);
+  }
+
+  INT_PTR Handle(UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
+      case WM_INITDIALOG:
+        Fill();
+        return FALSE;  // the focus is set
+      case WM_SIZE:
+        Arrange();
+        return TRUE;
+      case WM_GETMINMAXINFO: {
+        RECT least{0, 0, scale_(kLeastWidth), scale_(kLeastHeight)};
+        AddFrame(least, kStyle, 0, scale_);
+        reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.right - least.left,
+                                                                 least.bottom - least.top};
+        return TRUE;
+      }
+      case WM_DPICHANGED:
+        Rescale(UiScale{LOWORD(first)}, *reinterpret_cast<const RECT*>(second));
+        return TRUE;
+      case WM_COMMAND:
+        if (LOWORD(first) == kFilterId && HIWORD(first) == EN_CHANGE) ShowMatches();
+        if (LOWORD(first) == IDOK) Pick();
+        if (LOWORD(first) == IDCANCEL) Leave();
+        return TRUE;
+      case WM_NOTIFY:
+        return HandleList(reinterpret_cast<NMHDR*>(second));
+      default:
+        return FALSE;
+    }
+  }
+
+  INT_PTR HandleList(NMHDR* notice) {
+    if (notice->idFrom != kListId) return FALSE;
+    switch (notice->code) {
+      case static_cast<UINT>(LVN_GETDISPINFOW):
+        Tell(reinterpret_cast<NMLVDISPINFOW*>(notice)->item);
+        return TRUE;
+      case static_cast<UINT>(LVN_ITEMCHANGED):
+      case static_cast<UINT>(LVN_ODSTATECHANGED):
+        EnableWindow(ok_, Selection() >= 0);
+        return TRUE;
+      case static_cast<UINT>(NM_DBLCLK):
+        if (reinterpret_cast<const NMITEMACTIVATE*>(notice)->iItem >= 0) Pick();
+        return TRUE;
+      default:
+        return FALSE;
+    }
+  }
+
+  /// The text of a cell, which lives as long as the list.
+  void Tell(LVITEMW& item) const {
+    if (!(item.mask & LVIF_TEXT)) return;
+    const auto row = static_cast<std::size_t>(item.iItem);
+    const auto column = static_cast<std::size_t>(item.iSubItem);
+    const bool is_there = row < shown_.size() && column < list_.rows[shown_[row]].size();
+    item.pszText = is_there ? const_cast<wchar_t*>(Wide(list_.rows[shown_[row]][column].c_str())) : nullptr;
+  }
+
+  HWND AddControl(const wchar_t* window_class, const wchar_t* caption, DWORD style, DWORD extended_style,
+                  int id) {
+    return CreateWindowExW(extended_style, window_class, caption, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
+                           window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+  }
+
+  void Fill() {
+    SetWindowTextW(window_, WideText(list_.title).c_str());
+    scale_ = ScaleOf(window_);
+    label_ = AddControl(L"STATIC", L"&Ieškoti:", 0, 0, -1);
+    filter_field_ = AddControl(WC_EDITW, L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, kFilterId);
+    list_view_ = AddControl(
+        WC_LISTVIEWW, L"",
+        WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_NOSORTHEADER,
+        WS_EX_CLIENTEDGE, kListId);
+    ok_ = AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
+    cancel_ = AddControl(WC_BUTTONW, L"Atšaukti", WS_TABSTOP, 0, IDCANCEL);
+    if (!list_view_ || !filter_field_) return Leave();
+    SetWindowSubclass(filter_field_, &Chooser::FilterProcedure, 0, reinterpret_cast<DWORD_PTR>(list_view_));
+    SendMessageW(list_view_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
+                 LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
+    SetFonts();
+    AddColumns();
+    PlaceAboveOwner();
+    ShowRows(filter_.RowsWith({}), MarkedRow());
+    ::SetFocus(filter_field_);
+    others_.emplace(window_);
+  }
+
+  std::size_t MarkedRow() const {
+    const auto row = std::ranges::find_if(list_.rows, [&](const std::vector<std::u16string>& cells) {
+      return !cells.empty() && cells.front() == selected_;
+    });
+    return row == list_.rows.end() ? 0 : static_cast<std::size_t>(row - list_.rows.begin());
+  }
+
+  void SetFonts() {
+    MessageFont font(scale_);
+    for (HWND control : {label_, filter_field_, list_view_, ok_, cancel_}) SetFont(control, font.get());
+    font_ = std::move(font);  // the one before goes when no window has it any more
+  }
+
+  void AddColumns() {
+    for (std::size_t i = 0; i < list_.captions.size(); ++i) {
+      const std::wstring caption = WideText(list_.captions[i]);
+      LVCOLUMNW column{};
+      column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+      column.pszText = const_cast<wchar_t*>(caption.c_str());
+      column.iSubItem = static_cast<int>(i);
+      column.cx = WidthOf(i);
+      SendMessageW(list_view_, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
+    }
+  }
+
+  /// Room for a column's caption and its texts.
+  int WidthOf(std::size_t column) const {
+    const auto measure = [&](const std::u16string& text) {
+      return static_cast<int>(
+          SendMessageW(list_view_, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(Wide(text.c_str()))));
+    };
+    int width = measure(list_.captions[column]);
+    for (std::size_t row = 0; row < std::min(list_.rows.size(), kMeasuredRows); ++row) {
+      if (column < list_.rows[row].size()) width = std::max(width, measure(list_.rows[row][column]));
+    }
+    return std::min(width + scale_(kColumnPadding), scale_(kGreatestColumn));
+  }
+
+  void PlaceAboveOwner() {
+    RECT area{0, 0, scale_(kWidth), scale_(kHeight)};
+    AddFrame(area, kStyle, 0, scale_);
+    const int width = static_cast<int>(area.right - area.left);
+    const int height = static_cast<int>(area.bottom - area.top);
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    HWND owner = GetWindow(window_, GW_OWNER);
+    GetMonitorInfoW(MonitorFromWindow(owner ? owner : window_, MONITOR_DEFAULTTOPRIMARY), &screen);
+    RECT around = screen.rcWork;
+    if (owner && !IsIconic(owner)) GetWindowRect(owner, &around);
+    const int left = static_cast<int>(around.left + around.right - width) / 2;
+    const int top = static_cast<int>(around.top + around.bottom - height) / 2;
+    // Its owner may reach beyond the screen.
+    const int last_left =
+        std::max(static_cast<int>(screen.rcWork.right) - width, static_cast<int>(screen.rcWork.left));
+    const int last_top =
+        std::max(static_cast<int>(screen.rcWork.bottom) - height, static_cast<int>(screen.rcWork.top));
+    SetWindowPos(window_, nullptr, std::clamp(left, static_cast<int>(screen.rcWork.left), last_left),
+                 std::clamp(top, static_cast<int>(screen.rcWork.top), last_top), width, height,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+  }
+
+  void Rescale(UiScale scale, const RECT& place) {
+    const UiScale before = std::exchange(scale_, scale);
+    SetFonts();
+    for (std::size_t i = 0; i < list_.captions.size(); ++i) {
+      const auto width = static_cast<int>(SendMessageW(list_view_, LVM_GETCOLUMNWIDTH, i, 0));
+      SendMessageW(list_view_, LVM_SETCOLUMNWIDTH, i, MulDiv(width, scale.dpi, before.dpi));
+    }
+    SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    Arrange();
+  }
+
+  /// The field at the top, the buttons at the bottom right, the list between them.
+  void Arrange() {
+    if (!list_view_) return;
+    RECT inside;
+    GetClientRect(window_, &inside);
+    const int width = static_cast<int>(inside.right);
+    const int margin = scale_(kMargin);
+    const int gap = scale_(kGap);
+    const int field = scale_(kFieldHeight);
+    const int field_left = margin + scale_(kLabelWidth) + gap;
+    const int button = scale_(kButtonWidth);
+    const int button_height = scale_(kButtonHeight);
+    const int button_top = static_cast<int>(inside.bottom) - margin - button_height;
+    const int list_top = margin + field + gap;
+    MoveWindow(label_, margin, margin + scale_(4), scale_(kLabelWidth), field, TRUE);
+    MoveWindow(filter_field_, field_left, margin, width - margin - field_left, field, TRUE);
+    MoveWindow(list_view_, margin, list_top, width - 2 * margin, button_top - margin - list_top, TRUE);
+    MoveWindow(ok_, width - margin - 2 * button - gap, button_top, button, button_height, TRUE);
+    MoveWindow(cancel_, width - margin - button, button_top, button, button_height, TRUE);
+    // The last column takes what the others leave.
+    SendMessageW(list_view_, LVM_SETCOLUMNWIDTH, list_.captions.size() - 1, LVSCW_AUTOSIZE_USEHEADER);
+  }
+
+  /// The selected line of the list, -1 for none.
+  int Selection() const {
+    return static_cast<int>(
+        SendMessageW(list_view_, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED));
+  }
+
+  /// Leaves the rows that fit the field's text; the selected one stays so while it fits.
+  void ShowMatches() {
+    std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(filter_field_)), u'\0');
+    GetWindowTextW(filter_field_, Wide(text.data()), static_cast<int>(text.size()) + 1);
+    const int line = Selection();
+    ShowRows(filter_.RowsWith(text), line >= 0 ? shown_[static_cast<std::size_t>(line)] : MarkedRow());
+  }
+
+  /// Shows these rows and selects one of them: the given one, or else the first.
+  void ShowRows(std::vector<std::size_t> rows, std::size_t row) {
+    LVITEMW state{};
+    state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    SendMessageW(list_view_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
+    shown_ = std::move(rows);
+    SendMessageW(list_view_, LVM_SETITEMCOUNT, shown_.size(), 0);
+    const auto found = std::ranges::find(shown_, row);
+    const auto line = static_cast<WPARAM>(found == shown_.end() ? 0 : found - shown_.begin());
+    state.state = state.stateMask;
+    if (!shown_.empty()) {
+      SendMessageW(list_view_, LVM_SETITEMSTATE, line, reinterpret_cast<LPARAM>(&state));
+      SendMessageW(list_view_, LVM_ENSUREVISIBLE, line, FALSE);
+    }
+    InvalidateRect(list_view_, nullptr, FALSE);
+    EnableWindow(ok_, !shown_.empty());
+  }
+
+  void Pick() {
+    const int line = Selection();
+    if (line < 0) return;
+    chosen_ = shown_[static_cast<std::size_t>(line)];
+    Leave();
+  }
+
+  void Leave() {
+    others_.reset();  // before the window goes, so that none of another program comes to the front
+    EndDialog(window_, 0);
+  }
+
+  const ChoiceList& list_;
+  std::u16string_view selected_;
+  ListFilter filter_;
+  MessageFont font_;
+  std::optional<OthersDisabled> others_;
+  UiScale scale_;
+  HWND window_ = nullptr;
+  HWND label_ = nullptr;
+  HWND filter_field_ = nullptr;
+  HWND list_view_ = nullptr;
+  HWND ok_ = nullptr;
+  HWND cancel_ = nullptr;
+  std::vector<std::size_t> shown_;  ///< the rows that fit the filter, by their numbers
+  std::optional<std::size_t> chosen_;
+};
+
+}  // namespace
+
+std::optional<std::size_t> ListChooserWindow::Choose(const ChoiceList& list, std::u16string_view selected) {
+  try {
+    return Chooser(list, selected).Show();
+  } catch (...) {  // not even memory for the list
+    return std::nullopt;
+  }
+}
+
+}  // namespace qva::windows
