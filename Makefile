@@ -27,6 +27,7 @@ bench:  ## Build and run the benchmarks
 	@cmake --preset release -DQVA_TESTS=OFF -DQVA_BENCH=ON > /dev/null
 	@cmake --build --preset release
 	@build/release/bench/qva_bench
+	@tools/bench-calc.sh
 	@tools/bench-windows.sh
 
 format:  ## Format all sources
