@@ -7,6 +7,10 @@ qva_sources(windows_sources platform/windows platform/windows/forms)
 add_library(qva_windows STATIC ${windows_sources})
 target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32 comctl32)
 
+# What asks Windows for the current look of its controls; part of each file that shows windows.
+enable_language(RC)
+set(visual_styles ${CMAKE_SOURCE_DIR}/platform/windows/forms/VisualStyles.rc)
+
 # The adapters' tests: a console program that runs under Wine.
 if(QVA_TESTS)
   set(googletest /usr/src/googletest)  # Debian's package of the sources
@@ -22,7 +26,7 @@ if(QVA_TESTS)
        ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp
        ${CMAKE_SOURCE_DIR}/tests/platform/recordset/*.cpp)
   list(FILTER windows_test_sources EXCLUDE REGEX "unattended_")
-  add_executable(qva_windows_tests ${windows_test_sources})
+  add_executable(qva_windows_tests ${windows_test_sources} ${visual_styles})
   target_link_libraries(qva_windows_tests PRIVATE qva_library qva_windows qva_memory qva_windows_gtest)
 endif()
 
@@ -68,10 +72,9 @@ target_link_libraries(qva_com PUBLIC qva_windows qva_library)
 set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
 
 # The product.
-enable_language(RC)
 add_library(QVA_Varnholt SHARED server/com/Exports.cpp server/com/Registration.cpp server/com/ServerClasses.cpp
                                 server/com/Terminate.cpp server/com/QVA_Varnholt.def
-                                server/com/QVA_Varnholt.rc)
+                                server/com/QVA_Varnholt.rc ${visual_styles})
 set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 set_source_files_properties(server/com/QVA_Varnholt.rc PROPERTIES OBJECT_DEPENDS ${idl_output}/QVA_Varnholt.tlb)
 target_include_directories(QVA_Varnholt SYSTEM PRIVATE ${idl_output})

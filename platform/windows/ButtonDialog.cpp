@@ -3,15 +3,17 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/text.h"
-#include "platform/windows/WideText.h"
+#include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/UiScale.h"
+#include "platform/windows/forms/VisualStyles.h"
+#include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
 namespace {
 
 constexpr int kFirstButtonId = 100;  // apart from Windows' own numbers such as IDCANCEL
 
-// Measures in pixels at 96 dots per inch, as Windows' own message boxes have them.
+// Measures in pixels at 100 %, as Windows' own message boxes have them.
 constexpr int kMargin = 12;
 constexpr int kGap = 8;
 constexpr int kLeastButtonWidth = 75;
@@ -26,27 +28,6 @@ struct EmptyTemplate {
   WORD title = 0;
 };
 
-/// The font of Windows' message boxes, as long as this lives.
-class MessageFont {
- public:
-  MessageFont() {
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    if (SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0)) {
-      font_ = CreateFontIndirectW(&metrics.lfMessageFont);
-    }
-  }
-  MessageFont(const MessageFont&) = delete;
-  MessageFont& operator=(const MessageFont&) = delete;
-  ~MessageFont() {
-    if (font_) DeleteObject(font_);
-  }
-  HFONT get() const { return font_; }
-
- private:
-  HFONT font_ = nullptr;
-};
-
 /// Measures texts on a window in a font.
 class TextMeasure {
  public:
@@ -59,9 +40,6 @@ class TextMeasure {
     if (before_) SelectObject(context_, before_);
     ReleaseDC(window_, context_);
   }
-
-  /// `length` of the screen at 96 dots per inch.
-  int Scaled(int length) const { return MulDiv(length, GetDeviceCaps(context_, LOGPIXELSX), 96); }
 
   SIZE SizeOf(std::u16string_view text, int greatest_width) const {
     RECT area{0, 0, greatest_width, 0};
@@ -88,23 +66,24 @@ struct Dialog {
         CreateWindowExW(0, control_class, caption.c_str(), WS_CHILD | WS_VISIBLE | style, place.left,
                         place.top, place.right - place.left, place.bottom - place.top, window,
                         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
-    SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(font.get()), FALSE);
+    SetFont(control, font.get());
   }
 
   /// The text at the top, the buttons in a row below it, all in the middle; the window around them.
-  void Fill(HWND window) const {
+  void Fill(HWND window) {
+    const UiScale scale = ScaleOf(window);
+    font = MessageFont(scale);
     const TextMeasure measure(window, font.get());
-    const int margin = measure.Scaled(kMargin);
-    const int gap = measure.Scaled(kGap);
-    const SIZE text_size = measure.SizeOf(text, measure.Scaled(kGreatestTextWidth));
-    const int button_height = measure.SizeOf(u"Ą", measure.Scaled(kGreatestTextWidth)).cy + gap + gap / 2;
+    const int margin = scale(kMargin);
+    const int gap = scale(kGap);
+    const SIZE text_size = measure.SizeOf(text, scale(kGreatestTextWidth));
+    const int button_height = measure.SizeOf(u"Ą", scale(kGreatestTextWidth)).cy + gap + gap / 2;
 
     std::vector<int> widths;
     int row_width = -gap;
     for (const std::u16string& caption : captions) {
-      const int needed =
-          measure.SizeOf(caption, measure.Scaled(kGreatestTextWidth)).cx + 2 * measure.Scaled(kButtonPadding);
-      widths.push_back(std::max(needed, measure.Scaled(kLeastButtonWidth)));
+      const int needed = measure.SizeOf(caption, scale(kGreatestTextWidth)).cx + 2 * scale(kButtonPadding);
+      widths.push_back(std::max(needed, scale(kLeastButtonWidth)));
       row_width += widths.back() + gap;
     }
 
@@ -116,22 +95,21 @@ struct Dialog {
     place.left = margin + (inner_width - row_width) / 2;
     for (std::size_t i = 0; i < captions.size(); ++i) {
       place.right = place.left + widths[i];
-      // An ampersand would otherwise mark the letter behind it.
-      const std::wstring caption = WideText(ReplaceAll(captions[i], u"&", u"&&"));
       const DWORD style = WS_TABSTOP | (i == 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON);
-      AddControl(window, L"BUTTON", caption, style, kFirstButtonId + static_cast<int>(i), place);
+      AddControl(window, L"BUTTON", PlainCaption(captions[i]), style, kFirstButtonId + static_cast<int>(i),
+                 place);
       place.left = place.right + gap;
     }
 
     SetWindowTextW(window, WideText(title).c_str());
-    PlaceInTheMiddle(window, {0, 0, inner_width + 2 * margin, place.bottom + margin});
+    PlaceInTheMiddle(window, {0, 0, inner_width + 2 * margin, place.bottom + margin}, scale);
     SetFocus(GetDlgItem(window, kFirstButtonId));
   }
 
   /// Gives the window's inside a size, in the middle of its owner's screen.
-  static void PlaceInTheMiddle(HWND window, RECT area) {
-    AdjustWindowRectEx(&area, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)));
+  static void PlaceInTheMiddle(HWND window, RECT area, UiScale scale) {
+    AddFrame(area, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)),
+             static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)), scale);
     const int width = area.right - area.left;
     const int height = area.bottom - area.top;
     MONITORINFO screen{};
@@ -147,7 +125,7 @@ struct Dialog {
 INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_INITDIALOG: {
-      const auto& dialog = *reinterpret_cast<const Dialog*>(second);
+      auto& dialog = *reinterpret_cast<Dialog*>(second);
       SetWindowLongPtrW(window, DWLP_USER, static_cast<LONG_PTR>(dialog.captions.size()));
       try {
         dialog.Fill(window);
@@ -175,6 +153,8 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM first, LPARAM
 
 std::int32_t ShowButtonDialog(HWND owner, std::u16string_view text, std::u16string_view title,
                               std::span<const std::u16string> captions) {
+  const PerDisplayPixels pixels;
+  const VisualStyles styles;
   Dialog dialog{text, title, captions, {}};
   EmptyTemplate empty{};
   empty.dialog.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFOREGROUND;

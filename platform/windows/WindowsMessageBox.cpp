@@ -4,25 +4,12 @@
 #include "platform/windows/PathVariable.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
+#include "platform/windows/forms/Modality.h"
 
 namespace qva::windows {
 namespace {
 
 constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
-
-/// Whether somebody can see the windows of this process.
-bool HasVisibleDesktop() {
-  USEROBJECTFLAGS flags{};
-  return GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof flags, nullptr) &&
-         (flags.dwFlags & WSF_VISIBLE);
-}
-
-/// The window that the user is working in, if it is one of this thread's.
-HWND OwnerWindow() {
-  HWND foreground = GetForegroundWindow();
-  return GetWindowThreadProcessId(foreground, nullptr) == GetCurrentThreadId() ? foreground
-                                                                               : GetActiveWindow();
-}
 
 std::u16string_view TitleOr(std::u16string_view title) {
   return title.empty() ? kDefaultTitle : title;

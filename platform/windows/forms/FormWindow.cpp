@@ -1,0 +1,273 @@
+#include "platform/windows/forms/FormWindow.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "platform/windows/WideText.h"
+#include "platform/windows/forms/VisualStyles.h"
+
+namespace qva::windows {
+namespace {
+
+constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+
+DWORD StyleOf(const ui::FormDescription& description) {
+  return WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN |
+         (description.resizable ? WS_THICKFRAME | WS_MAXIMIZEBOX : 0);
+}
+
+/// The part of a display that windows may cover: the display that `window` stands on, the first one for null.
+RECT WorkArea(HWND window) {
+  MONITORINFO screen{};
+  screen.cbSize = sizeof screen;
+  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &screen);
+  return screen.rcWork;
+}
+
+}  // namespace
+
+constinit WindowClass FormWindow::class_{L"QVA_Varnholt.Form", &FormWindow::Procedure, 0};
+
+FormWindow::OwnedWindow::~OwnedWindow() {
+  if (!handle) return;
+  SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
+  DestroyWindow(handle);
+}
+
+FormWindow::FormWindow(const ui::FormDescription& description) : description_(description) {
+  const PerDisplayPixels pixels;
+  const VisualStyles styles;
+  HWND owner = OwnerWindow();
+  const RECT work = WorkArea(owner);
+  window_.handle =
+      CreateWindowExW(kExtendedStyle, class_.name, WideText(description_.caption).c_str(),
+                      StyleOf(description_), work.left, work.top, 0, 0, owner, nullptr, OwnModule(), nullptr);
+  if (!window()) throw AutomationError(kOutOfMemory);
+  SetWindowLongPtrW(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  scale_ = ScaleOf(window());
+  CreateControls();
+  font_ = MessageFont(scale_);
+  DressControls();
+  PlaceAbove(owner);
+  FindPageColor();
+}
+
+FormWindow::~FormWindow() = default;
+
+void FormWindow::CreateControls() {
+  INITCOMMONCONTROLSEX kinds{sizeof kinds, ICC_TAB_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
+  InitCommonControlsEx(&kinds);
+  for (const ui::ControlDescription& control : description_.controls) {
+    controls_.push_back(MakeControl(*this, control));
+    if (control.kind == ui::ControlKind::TabControl) tabs_ = controls_.back().get();
+  }
+  // What holds others lies behind them, the innermost before the outer ones.
+  for (auto control = controls_.rbegin(); control != controls_.rend(); ++control) {
+    const ui::ControlKind kind = (*control)->description().kind;
+    if (kind != ui::ControlKind::Frame && kind != ui::ControlKind::TabControl) continue;
+    SetWindowPos((*control)->window(), HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+  }
+  for (const auto& control : controls_)
+    ShowWindow(control->window(), control->IsShown() ? SW_SHOWNA : SW_HIDE);
+  MarkDefault(nullptr);
+}
+
+void FormWindow::DressControls() {
+  for (const auto& control : controls_) control->Dress(font_.get(), scale_);
+}
+
+NativeControl* FormWindow::Native(std::u16string_view name) const {
+  const auto found = std::ranges::find_if(
+      controls_, [&](const auto& control) { return control->description().name == name; });
+  return found == controls_.end() ? nullptr : found->get();
+}
+
+NativeControl* FormWindow::ControlOf(HWND window) const {
+  const auto found =
+      std::ranges::find_if(controls_, [&](const auto& control) { return control->window() == window; });
+  return found == controls_.end() ? nullptr : found->get();
+}
+
+// --- Sizes -------------------------------------------------------------------------------------------------
+
+SIZE FormWindow::Inner() const {
+  RECT inner{};
+  GetClientRect(window(), &inner);
+  return {inner.right, inner.bottom};
+}
+
+SIZE FormWindow::SmallestInner() const {
+  SIZE size{scale_(description_.width), scale_(description_.height)};
+  for (const auto& control : controls_) {
+    if (const auto natural = control->NaturalSize()) {
+      size.cx += natural->cx - scale_(control->description().bounds.width);
+      size.cy += natural->cy - scale_(control->description().bounds.height);
+    }
+  }
+  return size;
+}
+
+SIZE FormWindow::WithFrame(SIZE inner) const {
+  RECT area{0, 0, inner.cx, inner.cy};
+  AddFrame(area, StyleOf(description_), kExtendedStyle, scale_);
+  return {area.right - area.left, area.bottom - area.top};
+}
+
+void FormWindow::StartResizer(int width, int height,
+                              std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) {
+  const PerDisplayPixels pixels;
+  layout_.StartResizer(width, height, mode);
+  PlaceControls();
+}
+
+void FormWindow::PlaceControls() {
+  const std::vector<RECT> places = layout_.Places(Inner(), scale_);
+  for (std::size_t i = 0; i < controls_.size(); ++i) {
+    RECT place = places[i];
+    if (const auto natural = controls_[i]->NaturalSize()) {
+      place.right = place.left + natural->cx;
+      place.bottom = place.top + natural->cy;
+    }
+    controls_[i]->Place(place);
+  }
+}
+
+/// In the middle of the owner, all of it to be seen.
+void FormWindow::PlaceAbove(HWND owner) {
+  const SIZE size = WithFrame(SmallestInner());
+  const RECT work = WorkArea(owner);
+  RECT middle = work;
+  if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &middle);
+  const auto start = [](LONG from, LONG to, LONG length, LONG least, LONG most) {
+    return std::max(least, std::min((from + to - length) / 2, most - length));
+  };
+  SetWindowPos(window(), nullptr, start(middle.left, middle.right, size.cx, work.left, work.right),
+               start(middle.top, middle.bottom, size.cy, work.top, work.bottom), size.cx, size.cy,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::Rescale(UiScale scale, const RECT& place) {
+  scale_ = scale;
+  MessageFont font(scale);
+  std::swap(font, font_);
+  DressControls();  // the font before goes after that
+  SetWindowPos(window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+               SWP_NOZORDER | SWP_NOACTIVATE);
+  PlaceControls();
+}
+
+// --- Colours -----------------------------------------------------------------------------------------------
+
+/// What a page looks like, the theme alone knows: a page is painted to see it.
+void FormWindow::FindPageColor() {
+  page_color_ = GetSysColor(COLOR_BTNFACE);
+  if (!tabs_) return;
+  RECT area;
+  GetClientRect(tabs_->window(), &area);
+  HDC screen = GetDC(window());
+  HDC memory = CreateCompatibleDC(screen);
+  HBITMAP bitmap = CreateCompatibleBitmap(screen, area.right, area.bottom);
+  ReleaseDC(window(), screen);
+  HGDIOBJ before = SelectObject(memory, bitmap);
+  FillRect(memory, &area, GetSysColorBrush(COLOR_BTNFACE));
+  SendMessageW(tabs_->window(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory), PRF_CLIENT);
+  const COLORREF color = GetPixel(memory, area.right / 2, area.bottom / 2);
+  if (color != CLR_INVALID) page_color_ = color;
+  SelectObject(memory, before);
+  DeleteObject(bitmap);
+  DeleteDC(memory);
+}
+
+LRESULT FormWindow::PageBrush(HDC context) const {
+  SetBkColor(context, page_color_);
+  SetDCBrushColor(context, page_color_);
+  return reinterpret_cast<LRESULT>(GetStockObject(DC_BRUSH));
+}
+
+/// Controls with a theme ask for what is behind them, the page's own colour, too.
+void FormWindow::PaintBackground(HDC context) const {
+  RECT area;
+  GetClientRect(window(), &area);
+  FillRect(context, &area, GetSysColorBrush(COLOR_BTNFACE));
+  if (!tabs_) return;
+  GetClientRect(tabs_->window(), &area);
+  SendMessageW(tabs_->window(), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
+  MapWindowPoints(tabs_->window(), window(), reinterpret_cast<POINT*>(&area), 2);
+  FillRect(context, &area, reinterpret_cast<HBRUSH>(PageBrush(context)));
+}
+
+// --- Messages ----------------------------------------------------------------------------------------------
+
+LRESULT CALLBACK FormWindow::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  auto* form = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  if (!form) return DefWindowProcW(window, message, first, second);
+  return form->Guard([&] { return form->Handle(message, first, second); });
+}
+
+LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
+  switch (message) {
+    case WM_COMMAND:
+      if (NativeControl* control = ControlOf(reinterpret_cast<HWND>(second)))
+        control->OnCommand(HIWORD(first));
+      return 0;
+    case WM_NOTIFY: {
+      const auto& notice = *reinterpret_cast<const NMHDR*>(second);
+      if (NativeControl* control = ControlOf(notice.hwndFrom)) control->OnNotify(notice);
+      return 0;
+    }
+    case WM_CLOSE:
+      Close();
+      return 0;
+    case WM_ACTIVATE:
+      if (LOWORD(first) != WA_INACTIVE) break;
+      if (NativeControl* control = Focused()) focus_ = control;
+      break;
+    case WM_SETFOCUS:
+      if (focus_ && focus_->Enabled() && focus_->IsShown()) {
+        SetFocus(focus_->window());
+      } else {
+        MoveFocus(1);
+      }
+      return 0;
+    case WM_SIZE:
+      if (first != SIZE_MINIMIZED) PlaceControls();
+      return 0;
+    case WM_GETMINMAXINFO: {
+      const SIZE least = WithFrame(SmallestInner());
+      reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.cx, least.cy};
+      return 0;
+    }
+    case WM_DPICHANGED:
+      Rescale({HIWORD(first)}, *reinterpret_cast<const RECT*>(second));
+      return 0;
+    case WM_ERASEBKGND:
+      PaintBackground(reinterpret_cast<HDC>(first));
+      return 1;
+    case WM_CTLCOLORSTATIC: {
+      const NativeControl* control = ControlOf(reinterpret_cast<HWND>(second));
+      const LRESULT brush = DefWindowProcW(window(), message, first, second);
+      // Fields that cannot be written to ask, too; they keep their own colour.
+      const bool is_on_page = control && control->page() &&
+                              control->description().kind != ui::ControlKind::TextBox &&
+                              control->description().kind != ui::ControlKind::ComboBox;
+      return is_on_page ? PageBrush(reinterpret_cast<HDC>(first)) : brush;
+    }
+    case WM_THEMECHANGED:
+    case WM_SYSCOLORCHANGE:
+      for (const auto& control : controls_) SendMessageW(control->window(), message, first, second);
+      FindPageColor();
+      InvalidateRect(window(), nullptr, TRUE);
+      return 0;
+    case WM_NCDESTROY:  // the owner has gone
+      Hide();
+      SetWindowLongPtrW(window(), GWLP_USERDATA, 0);
+      window_.handle = nullptr;
+      return 0;
+    default:
+      break;
+  }
+  return DefWindowProcW(window(), message, first, second);
+}
+
+}  // namespace qva::windows
