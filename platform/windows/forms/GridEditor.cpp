@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "platform/windows/WideText.h"
+#include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
 
@@ -31,10 +32,7 @@ void GridEditor::Close() {
 }
 
 std::u16string GridEditor::Text() const {
-  std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(window_)), u'\0');
-  const int length = GetWindowTextW(window_, Wide(text.data()), static_cast<int>(text.size()) + 1);
-  text.resize(static_cast<std::size_t>(length));
-  return text;
+  return TextOfWindow(window_);
 }
 
 bool GridEditor::is_modified() const {

@@ -13,7 +13,9 @@
 #include "platform/windows/forms/ListFilter.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
+#include "platform/windows/forms/VisualStyles.h"
 #include "platform/windows/forms/WindowClass.h"
+#include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
 namespace {
@@ -57,6 +59,7 @@ class Chooser {
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
     const PerDisplayPixels pixels;
+    const VisualStyles styles;
     EmptyTemplate empty{};
     empty.dialog.style = kStyle | DS_SETFOREGROUND;
     DialogBoxIndirectParamW(OwnModule(), &empty.dialog, OwnerWindow(), &Chooser::Procedure,
@@ -280,8 +283,7 @@ class Chooser {
 
   /// Leaves the rows that fit the field's text; the selected one stays so while it fits.
   void ShowMatches() {
-    std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(filter_field_)), u'\0');
-    GetWindowTextW(filter_field_, Wide(text.data()), static_cast<int>(text.size()) + 1);
+    const std::u16string text = TextOfWindow(filter_field_);
     const int line = Selection();
     ShowRows(filter_.RowsWith(text), line >= 0 ? shown_[static_cast<std::size_t>(line)] : MarkedRow());
   }

@@ -1,0 +1,91 @@
+// What tests of windows share: whether there is a display, a user at the keyboard, and what is left behind.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::windows {
+
+/// Whether windows can be opened here at all; a run without a display proves nothing about them.
+inline bool HasDisplay() {
+  HWND window =
+      CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
+  if (window) DestroyWindow(window);
+  return window != nullptr;
+}
+
+/// Waits, with a bound for slow machines, until something has become so.
+inline bool Becomes(const std::function<bool()>& condition) {
+  for (int i = 0; i < 1000; ++i) {
+    if (condition()) return true;
+    Sleep(10);
+  }
+  return false;
+}
+
+/// Presses a key on the keyboard, together with those that are held meanwhile.
+inline void StrikeKey(WORD key, const std::vector<WORD>& held = {}) {
+  std::vector<WORD> keys = held;
+  keys.push_back(key);
+  std::vector<INPUT> inputs;
+  const auto add = [&](WORD code, bool up) {
+    INPUT input{};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = code;
+    const bool is_extended = (code >= VK_PRIOR && code <= VK_DOWN) || code == VK_DELETE;
+    input.ki.dwFlags = (up ? KEYEVENTF_KEYUP : 0) | (is_extended ? KEYEVENTF_EXTENDEDKEY : 0);
+    inputs.push_back(input);
+  };
+  for (auto code = keys.begin(); code != keys.end(); ++code) add(*code, false);
+  for (auto code = keys.rbegin(); code != keys.rend(); ++code) add(*code, true);
+  SendInput(static_cast<UINT>(inputs.size()), inputs.data(), sizeof(INPUT));
+}
+
+/// Types a text on the keyboard.
+inline void StrikeText(std::u16string_view text) {
+  for (const char16_t character : text) {
+    for (const DWORD up : {0, KEYEVENTF_KEYUP}) {
+      INPUT input{};
+      input.type = INPUT_KEYBOARD;
+      input.ki.wScan = character;
+      input.ki.dwFlags = KEYEVENTF_UNICODE | up;
+      SendInput(1, &input, sizeof input);
+    }
+  }
+}
+
+/// What the system counts of this process, and the places of the next handles that it gives: where it does
+/// not count, they move on with every object that is kept.
+struct HandleCounts {
+  HandleCounts() {
+    graphics = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    windows = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    HFONT font = CreateFontW(10, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, nullptr);
+    DeleteObject(font);
+    next_graphics = LOWORD(reinterpret_cast<ULONG_PTR>(font));
+    HWND window =
+        CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 0, 0, 1, 1, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    DestroyWindow(window);
+    next_window = LOWORD(reinterpret_cast<ULONG_PTR>(window));
+  }
+  DWORD graphics;
+  DWORD windows;
+  int next_graphics;
+  int next_window;
+};
+
+/// Nothing was kept of something that was done 200 times. The system itself keeps a few objects, and its next
+/// handle wanders a little.
+inline void ExpectNothingKept(const HandleCounts& before, const HandleCounts& after) {
+  EXPECT_LE(after.graphics, before.graphics + 50);
+  EXPECT_LE(after.windows, before.windows + 50);
+  EXPECT_LT(after.next_graphics, before.next_graphics + 100);
+  EXPECT_LT(after.next_window, before.next_window + 100);
+}
+
+}  // namespace qva::windows
