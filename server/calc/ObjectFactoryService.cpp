@@ -8,6 +8,7 @@
 #include "global/PublicClasses.h"
 #include "platform/ado.h"
 #include "platform/calc/UnoText.h"
+#include "platform/calc/forms/CalcWindows.h"
 #include "platform/host.h"
 #include "platform/posix/PosixPlatform.h"
 #include "platform/text.h"
@@ -32,7 +33,11 @@ std::filesystem::path OwnFolder() {
 /// The services of this machine, from the first object on. Never destroyed: the last objects may outlive
 /// everything that could do it.
 PosixPlatform& ThePlatform() {
-  static PosixPlatform& platform = *new PosixPlatform({OwnFolder() / "libqva_host.so"});
+  static PosixPlatform& platform = *[] {
+    auto* made = new PosixPlatform({OwnFolder() / "libqva_host.so"});
+    new calc::CalcWindows(made->services());
+    return made;
+  }();
   return platform;
 }
 

@@ -1,0 +1,81 @@
+#include "platform/calc/forms/CalcWindows.h"
+
+#include <array>
+#include <cstdlib>
+
+#include "platform/calc/forms/EventLoop.h"
+#include "platform/calc/forms/FormWindow.h"
+#include "platform/calc/forms/ListChooserWindow.h"
+#include "platform/calc/forms/MessageWindow.h"
+
+namespace qva::calc {
+namespace {
+
+constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
+
+bool IsSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value && *value;
+}
+
+bool FormsAreAttended() {
+  return !IsSet("QVA_VARNHOLT_FORM_ANSWERS") && IsOnScreen();
+}
+
+bool BoxesAreAttended() {
+  return !IsSet("QVA_VARNHOLT_ANSWERS") && !IsSet("QVA_VARNHOLT_MESSAGE_LOG") && IsOnScreen();
+}
+
+}  // namespace
+
+CalcWindows::CalcWindows(Services& services)
+    : unattended_forms_(*services.forms),
+      unattended_lists_(*services.list_chooser),
+      unattended_boxes_(*services.message_box) {
+  services.forms = this;
+  services.list_chooser = this;
+  services.message_box = this;
+}
+
+std::unique_ptr<ui::Form> CalcWindows::Create(const ui::FormDescription& description) {
+  if (!FormsAreAttended()) return unattended_forms_.Create(description);
+  return std::make_unique<FormWindow>(description);
+}
+
+std::optional<std::size_t> CalcWindows::Choose(const ChoiceList& list, std::u16string_view selected) {
+  if (!FormsAreAttended()) return unattended_lists_.Choose(list, selected);
+  try {
+    return ChooseFromList(list, selected);
+  } catch (const AutomationError&) {
+    return std::nullopt;  // what cannot be shown cannot be answered
+  } catch (const css::uno::Exception&) {
+    return std::nullopt;
+  }
+}
+
+std::int32_t CalcWindows::Show(std::u16string_view text, std::int32_t style, std::u16string_view title) {
+  if (BoxesAreAttended()) {
+    try {
+      const std::array<std::u16string, 1> captions = {u"Gerai"};
+      return ShowMessage(text, title.empty() ? kDefaultTitle : title, captions, (style & vbCritical) != 0);
+    } catch (const AutomationError&) {
+      // The log tells what the user did not see.
+    } catch (const css::uno::Exception&) {
+    }
+  }
+  return unattended_boxes_.Show(text, style, title);
+}
+
+std::int32_t CalcWindows::Ask(std::u16string_view text, std::u16string_view title,
+                              std::span<const std::u16string> captions) {
+  if (BoxesAreAttended() && !captions.empty()) {
+    try {
+      return ShowMessage(text, title.empty() ? kDefaultTitle : title, captions, false);
+    } catch (const AutomationError&) {
+    } catch (const css::uno::Exception&) {
+    }
+  }
+  return unattended_boxes_.Ask(text, title, captions);
+}
+
+}  // namespace qva::calc

@@ -1,0 +1,42 @@
+#include "platform/calc/forms/Canvas.h"
+
+#include "platform/calc/forms/FormWindow.h"
+
+namespace qva::calc {
+
+Canvas::Canvas(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "window", css::awt::VclWindowPeerAttribute::CLIPCHILDREN) {
+  window().SetProperty("Tabstop", css::uno::Any(true));
+  window().peer()->setBackground(form.theme().dialog);
+}
+
+css::awt::Rectangle Canvas::Area() const {
+  const css::awt::Size size = window().Size();
+  return {0, 0, size.Width, size.Height};
+}
+
+int Canvas::Scaled(int length) const {
+  return form().Scaled(length);
+}
+
+void Canvas::OnPaint() {
+  Painter painter(window(), form().theme());
+  Draw(painter);
+}
+
+void Canvas::OnFocus(bool gained) {
+  focused_ = gained;
+  Redraw();
+}
+
+void Canvas::OnMousePressed(const MousePress& press) {
+  if (!Enabled()) return;
+  if (!focused_) TakeFocus();
+  Pressed(press);
+}
+
+bool Canvas::Contains(const css::awt::Rectangle& area, int x, int y) {
+  return x >= area.X && x < area.X + area.Width && y >= area.Y && y < area.Y + area.Height;
+}
+
+}  // namespace qva::calc

@@ -1,0 +1,22 @@
+// LibreOffice's event loop and its screen.
+#pragma once
+
+#include <com/sun/star/awt/XToolkit.hpp>
+#include <com/sun/star/awt/XWindowPeer.hpp>
+#include <functional>
+
+namespace qva::calc {
+
+/// LibreOffice's toolkit. Raises UNO's exceptions when there is none.
+css::uno::Reference<css::awt::XToolkit> Toolkit();
+
+/// Does something as the next event of LibreOffice's loop, with its lock held. What it raises is lost.
+void Post(std::function<void()> action);
+
+/// The window of the document that the user works in; null when there is none.
+css::uno::Reference<css::awt::XWindowPeer> DocumentWindow();
+
+/// Whether a user can see LibreOffice's windows: there is a document, and it is on a screen.
+bool IsOnScreen();
+
+}  // namespace qva::calc

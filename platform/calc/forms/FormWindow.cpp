@@ -1,0 +1,347 @@
+#include "platform/calc/forms/FormWindow.h"
+
+#include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/KeyModifier.hpp>
+#include <com/sun/star/awt/XExtendedToolkit.hpp>
+#include <com/sun/star/awt/XGraphics.hpp>
+#include <cppuhelper/implbase1.hxx>
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/calc/UnoText.h"
+#include "platform/calc/forms/EventLoop.h"
+#include "platform/calc/forms/Painter.h"
+
+namespace qva::calc {
+
+using css::awt::Rectangle;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+
+namespace {
+
+/// The forms that are shown, the last one on top.
+std::vector<FormWindow*>& Shown() {
+  static auto& shown = *new std::vector<FormWindow*>;
+  return shown;
+}
+
+AutomationError FormError(ErrorNumber number, std::u16string description) {
+  return AutomationError(number, u"QVA_Varnholt", std::move(description));
+}
+
+std::unique_ptr<Window> MakeWindow(const ui::FormDescription& description, EventTarget& target) {
+  namespace attribute = css::awt::WindowAttribute;
+  try {
+    auto window = std::make_unique<Window>("dialog", FormWindow::TopMost(),
+                                           attribute::BORDER | attribute::MOVEABLE | attribute::CLOSEABLE |
+                                               (description.resizable ? attribute::SIZEABLE : 0),
+                                           target);
+    window->SetCaption(description.caption);
+    return window;
+  } catch (const css::uno::Exception& exception) {
+    throw FormError(kOutOfMemory, u"LibreOffice gives no window: " + FromUno(exception.Message));
+  }
+}
+
+}  // namespace
+
+// "Deprecated" is how the header marks what is not promised for ever; there is no other way to take Tab and
+// Escape from a dialog.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+
+/// Hears of keys before the windows do, while a form is shown.
+class FormWindow::KeyLink : public cppu::WeakImplHelper1<css::awt::XKeyHandler> {
+ public:
+  explicit KeyLink(FormWindow& form) : form_(&form), toolkit_(Toolkit(), css::uno::UNO_QUERY_THROW) {
+    toolkit_->addKeyHandler(this);
+  }
+  void Cut() {
+    form_ = nullptr;
+    toolkit_->removeKeyHandler(this);
+  }
+  sal_Bool SAL_CALL keyPressed(const css::awt::KeyEvent& event) override {
+    const rtl::Reference<KeyLink> alive(this);
+    if (!form_) return false;
+    try {
+      return form_->HandleKey(event);
+    } catch (...) {
+      if (form_) form_->Fail(std::current_exception());
+      return true;
+    }
+  }
+  sal_Bool SAL_CALL keyReleased(const css::awt::KeyEvent&) override { return false; }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+ private:
+  FormWindow* form_;
+  Reference<css::awt::XExtendedToolkit> toolkit_;
+};
+
+#pragma GCC diagnostic pop
+
+FormWindow::FormWindow(const ui::FormDescription& description)
+    : description_(description),
+      window_(MakeWindow(description, *this)),
+      theme_(std::make_unique<Theme>(*window_)) {
+  for (const ui::ControlDescription& control : description_.controls) {
+    if (FindControl(control.name) || (!control.parent.empty() && !FindControl(control.parent))) {
+      throw FormError(kInternalError, u"The form's description contradicts itself at " + control.name);
+    }
+    controls_.push_back(MakeControl(*this, control));
+  }
+  window_->window()->setOutputSize({Scaled(description_.width), Scaled(description_.height)});
+  Layout();
+  SetPage(0);
+}
+
+FormWindow::~FormWindow() {
+  controls_.clear();
+}
+
+FormControl* FormWindow::FindControl(std::u16string_view name) const {
+  const auto found = std::ranges::find_if(
+      controls_, [&](const auto& control) { return control->description().name == name; });
+  return found == controls_.end() ? nullptr : found->get();
+}
+
+ui::Control* FormWindow::Find(std::u16string_view name) {
+  return FindControl(name);
+}
+
+Reference<css::awt::XWindowPeer> FormWindow::TopMost() {
+  return Shown().empty() ? DocumentWindow() : Shown().back()->window().peer();
+}
+
+void FormWindow::ShowModal() {
+  if (visible_) throw AutomationError(kFormAlreadyDisplayed);
+  visible_ = true;
+  failure_ = nullptr;
+  Shown().push_back(this);
+  const rtl::Reference<KeyLink> keys(new KeyLink(*this));
+  try {
+    // LibreOffice gives the focus to the first control when it shows the dialog.
+    if (to_focus_) Later([this] { Focus(*std::exchange(to_focus_, nullptr)); });
+    const auto dialog = window_->As<css::awt::XDialog2>();
+    while (visible_) {
+      closed_ = false;
+      dialog->execute();
+      if (visible_ && !closed_) {
+        throw FormError(kInternalError, u"LibreOffice does not show the form " + description_.name);
+      }
+    }
+  } catch (const css::uno::Exception& exception) {
+    Fail(std::make_exception_ptr(FormError(kInternalError, FromUno(exception.Message))));
+  } catch (...) {
+    Fail(std::current_exception());
+  }
+  keys->Cut();
+  std::erase(Shown(), this);
+  if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
+}
+
+void FormWindow::Hide() {
+  if (!visible_) return;
+  visible_ = false;
+  window_->As<css::awt::XDialog2>()->endExecute();
+}
+
+void FormWindow::Later(std::function<void()> action) {
+  Post([form = this, action = std::move(action)] {
+    if (std::ranges::find(Shown(), form) == Shown().end()) return;
+    try {
+      action();
+    } catch (...) {
+      form->Fail(std::current_exception());
+    }
+  });
+}
+
+void FormWindow::Fail(std::exception_ptr failure) noexcept {
+  if (!failure_) failure_ = std::move(failure);
+  try {
+    Hide();
+  } catch (const css::uno::Exception&) {
+    // The dialog is gone already.
+  }
+}
+
+int FormWindow::Width() const {
+  return theme_->Unscaled(window_->Size().Width);
+}
+
+int FormWindow::Height() const {
+  return theme_->Unscaled(window_->Size().Height);
+}
+
+// --- Focus and buttons -------------------------------------------------------------------------------------
+
+void FormWindow::Focus(FormControl& control) {
+  for (const FormControl* on_page = &control; on_page;) {
+    const FormControl* parent = FindControl(on_page->description().parent);
+    if (parent && parent->description().kind == ui::ControlKind::TabControl)
+      SetPage(on_page->description().page);
+    on_page = parent;
+  }
+  if (visible_ && !to_focus_) {
+    control.TakeFocus();
+  } else {
+    to_focus_ = &control;
+  }
+}
+
+void FormWindow::FocusNext(const FormControl& from, bool forward) {
+  const auto start =
+      std::ranges::find_if(controls_, [&](const auto& control) { return control.get() == &from; });
+  const auto count = static_cast<std::ptrdiff_t>(controls_.size());
+  for (std::ptrdiff_t step = 1; step < count; ++step) {
+    const std::ptrdiff_t index = (start - controls_.begin() + (forward ? step : count - step)) % count;
+    FormControl& control = *controls_[static_cast<std::size_t>(index)];
+    if (control.shown() && control.Enabled() && control.TakesFocus()) {
+      control.TakeFocus();
+      return;
+    }
+  }
+}
+
+void FormWindow::Press(std::u16string_view button) {
+  const FormControl* control = FindControl(button);
+  const auto* pressed = dynamic_cast<const ui::Button*>(control);
+  if (pressed && control->Enabled() && pressed->on_click) pressed->on_click();
+}
+
+void FormWindow::PressDefault() {
+  Press(description_.default_button);
+}
+
+void FormWindow::PressCancel() {
+  if (description_.cancel_button.empty()) {
+    Hide();
+  } else {
+    Press(description_.cancel_button);
+  }
+}
+
+void FormWindow::OnClosing() {
+  closed_ = true;
+  // A form that another one covers cannot be closed.
+  if (visible_ && Shown().back() == this) PressCancel();
+}
+
+bool FormWindow::HandleKey(const css::awt::KeyEvent& event) {
+  if (Shown().back() != this) return false;
+  namespace key = css::awt::Key;
+  const bool backward = event.KeyCode == key::PAGEUP || (event.Modifiers & css::awt::KeyModifier::SHIFT);
+  if ((event.Modifiers & css::awt::KeyModifier::MOD1) && description_.pages.size() > 1 &&
+      (event.KeyCode == key::TAB || event.KeyCode == key::PAGEUP || event.KeyCode == key::PAGEDOWN)) {
+    const int count = static_cast<int>(description_.pages.size());
+    const auto tabs = std::ranges::find_if(controls_, [](const auto& control) {
+      return control->description().kind == ui::ControlKind::TabControl;
+    });
+    if (tabs == controls_.end()) return false;
+    (*tabs)->TakeFocus();
+    SetPage((page_ + (backward ? count - 1 : 1)) % count);
+    return true;
+  }
+  for (const auto& control : controls_) {
+    if (control->Owns(event.Source)) return control->Enabled() && control->OnKey(event);
+  }
+  return false;
+}
+
+// --- Pages and places --------------------------------------------------------------------------------------
+
+bool FormWindow::IsOnPage(const FormControl& control) const {
+  const FormControl* parent = FindControl(control.description().parent);
+  if (!parent) return true;
+  if (parent->description().kind == ui::ControlKind::TabControl && control.description().page != page_)
+    return false;
+  return IsOnPage(*parent);
+}
+
+void FormWindow::SetPage(int page) {
+  page_ = std::clamp(page, 0, std::max(0, static_cast<int>(description_.pages.size()) - 1));
+  for (const auto& control : controls_) {
+    control->SetShown(IsOnPage(*control));
+    if (control->description().kind == ui::ControlKind::TabControl) control->window().Invalidate();
+  }
+}
+
+void FormWindow::StartResizer(int width, int height,
+                              std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) {
+  resizer_ = Resizer{width, height, {}};
+  for (const auto& control : controls_) {
+    if (const auto answer = mode(control->description().name)) {
+      resizer_->modes[control->description().name] = *answer;
+    }
+  }
+  Layout();
+}
+
+ui::Bounds FormWindow::BoundsOf(const FormControl& control) const {
+  const ui::ControlDescription& description = control.description();
+  ui::Bounds bounds = description.bounds;
+  const FormControl* parent = FindControl(description.parent);
+  if (parent) {
+    const ui::Bounds outer = BoundsOf(*parent);
+    bounds.left += outer.left;
+    bounds.top += outer.top;
+  }
+  if (!resizer_) return bounds;
+  const int wider = std::max(Width() - resizer_->width, 0);
+  const int higher = std::max(Height() - resizer_->height, 0);
+  // What stands below something that grows moves down with its lower edge.
+  const bool below_grid =
+      std::ranges::any_of(description_.controls, [&](const ui::ControlDescription& other) {
+        return other.kind == ui::ControlKind::Grid && other.parent == description.parent &&
+               other.page == description.page &&
+               description.bounds.top >= other.bounds.top + other.bounds.height;
+      });
+  if (const auto mode = resizer_->modes.find(description.name); mode != resizer_->modes.end()) {
+    (mode->second == ui::ResizeMode::MoveWithWidth ? bounds.left : bounds.width) += wider;
+    if (below_grid) bounds.top += higher;
+  } else if (description.kind == ui::ControlKind::TabControl || description.kind == ui::ControlKind::Grid) {
+    bounds.width += wider;
+    bounds.height += higher;
+  } else if (description.kind == ui::ControlKind::Button && !parent) {
+    bounds.left += wider;
+    bounds.top += higher;
+  } else if (below_grid) {
+    bounds.top += higher;
+  }
+  return bounds;
+}
+
+void FormWindow::Layout() {
+  for (const auto& control : controls_) control->Place(theme_->Scaled(BoundsOf(*control)));
+}
+
+void FormWindow::OnResized() {
+  if (controls_.size() != description_.controls.size()) return;
+  const css::awt::Size size = window_->Size();
+  const css::awt::Size least(Scaled(description_.width), Scaled(description_.height));
+  if (size.Width < least.Width || size.Height < least.Height) {
+    window_->window()->setOutputSize(
+        {std::max(size.Width, least.Width), std::max(size.Height, least.Height)});
+  }
+  Layout();
+  window_->Invalidate();
+}
+
+void FormWindow::OnPaint() {
+  // The edge of the pages, whose controls stand on the form itself.
+  for (const auto& control : controls_) {
+    if (control->description().kind != ui::ControlKind::TabControl) continue;
+    const ui::Bounds bounds = BoundsOf(*control);
+    Painter painter(*window_, *theme_);
+    Rectangle edge = theme_->Scaled(bounds);
+    const int strip = Scaled(kTabStripHeight) - 1;
+    edge.Y += strip;
+    edge.Height -= strip;
+    painter.Frame(edge, theme_->shadow);
+  }
+}
+
+}  // namespace qva::calc

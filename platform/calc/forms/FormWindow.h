@@ -1,0 +1,93 @@
+// A form in a window of LibreOffice.
+#pragma once
+
+#include <com/sun/star/awt/XDialog2.hpp>
+#include <com/sun/star/awt/XKeyHandler.hpp>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "platform/calc/forms/FormControl.h"
+#include "platform/calc/forms/Theme.h"
+
+namespace qva::calc {
+
+/// A modal dialog above the document's window, or above the form that is shown already. LibreOffice's own
+/// dialog does Tab, Enter and Escape.
+class FormWindow : public ui::Form, public EventTarget {
+ public:
+  /// Raises 51 for a description in which a name stands twice or a parent is missing, 7 when LibreOffice
+  /// gives no window.
+  explicit FormWindow(const ui::FormDescription& description);
+  ~FormWindow() override;
+
+  ui::Control* Find(std::u16string_view name) override;
+  void ShowModal() override;
+  void Hide() override;
+  bool Visible() const override { return visible_; }
+  int Width() const override;
+  int Height() const override;
+  void StartResizer(int width, int height,
+                    std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) override;
+
+  /// The window above which the next one appears; null when there is none.
+  static css::uno::Reference<css::awt::XWindowPeer> TopMost();
+
+  // For the controls.
+  const ui::FormDescription& description() const { return description_; }
+  const Window& window() const { return *window_; }
+  const Theme& theme() const { return *theme_; }
+  /// Pixels of the screen for pixels at 100 % scale.
+  int Scaled(int length) const { return theme_->Scaled(length); }
+  /// Brings the control's page to the front and moves the focus there, once the form is shown.
+  void Focus(FormControl& control);
+  /// Moves the focus on from a control, as the Tab key does.
+  void FocusNext(const FormControl& from, bool forward);
+  /// Brings a page of the tab control to the front.
+  void SetPage(int page);
+  int page() const { return page_; }
+  const std::vector<std::unique_ptr<FormControl>>& controls() const { return controls_; }
+  /// What Enter and Escape do.
+  void PressDefault();
+  void PressCancel();
+  /// Does something as the next event, unless the form is no longer shown then: what opens another window
+  /// must not happen in the middle of an event.
+  void Later(std::function<void()> action);
+  /// Takes a key before the window that has the focus; true keeps it from going there.
+  virtual bool HandleKey(const css::awt::KeyEvent& event);
+  /// Ends the form; ShowModal raises what made it fail.
+  void Fail(std::exception_ptr failure) noexcept;
+
+ private:
+  class KeyLink;
+
+  FormControl* FindControl(std::u16string_view name) const;
+  void Press(std::u16string_view button);
+  bool IsOnPage(const FormControl& control) const;
+  void Layout();
+  ui::Bounds BoundsOf(const FormControl& control) const;
+
+  void OnPaint() override;
+  void OnClosing() override;
+  void OnResized() override;
+  void OnFailure(std::exception_ptr failure) noexcept override { Fail(std::move(failure)); }
+
+  ui::FormDescription description_;
+  std::unique_ptr<Window> window_;
+  std::unique_ptr<Theme> theme_;
+  std::vector<std::unique_ptr<FormControl>> controls_;
+  FormControl* to_focus_ = nullptr;  ///< once the form is shown
+  int page_ = 0;
+  bool visible_ = false;
+  bool closed_ = false;  ///< LibreOffice has ended the dialog, since the user closed its window
+  std::exception_ptr failure_;
+
+  struct Resizer {
+    int width;
+    int height;
+    std::map<std::u16string, ui::ResizeMode, std::less<>> modes;
+  };
+  std::optional<Resizer> resizer_;
+};
+
+}  // namespace qva::calc

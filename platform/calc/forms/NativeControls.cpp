@@ -1,0 +1,160 @@
+#include "platform/calc/forms/NativeControls.h"
+
+#include <com/sun/star/awt/XComboBox.hpp>
+#include <com/sun/star/awt/XRadioButton.hpp>
+#include <com/sun/star/awt/XTextComponent.hpp>
+
+#include <algorithm>
+#include <limits>
+
+#include "platform/calc/UnoText.h"
+#include "platform/calc/forms/FormWindow.h"
+
+namespace qva::calc {
+
+using css::awt::XComboBox;
+using css::awt::XRadioButton;
+using css::awt::XTextComponent;
+using css::uno::Any;
+
+namespace {
+
+namespace attribute = css::awt::VclWindowPeerAttribute;
+
+/// What the list of a combo box shows for an item.
+std::u16string Shown(const ui::ComboBox::Item& item) {
+  return item.text.empty() ? item.code : item.code + u" – " + item.text;
+}
+
+}  // namespace
+
+LabelControl::LabelControl(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "fixedtext", 0) {
+  window().SetProperty("MultiLine", Any(true));
+  SetCaption(description.caption);
+}
+
+void LabelControl::SetCaption(std::u16string_view caption) {
+  caption_ = caption;
+  window().SetCaption(caption);
+}
+
+FrameControl::FrameControl(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "groupbox", 0) {
+  window().SetCaption(description.caption);
+}
+
+// --- Text boxes --------------------------------------------------------------------------------------------
+
+TextBoxControl::TextBoxControl(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "edit", css::awt::WindowAttribute::BORDER) {
+  SetText(description.caption);
+}
+
+std::u16string TextBoxControl::Text() const {
+  return FromUno(window().As<XTextComponent>()->getText());
+}
+
+void TextBoxControl::SetText(std::u16string_view text) {
+  if (max_length_ > 0) text = text.substr(0, max_length_);
+  if (text == Text()) return;
+  window().As<XTextComponent>()->setText(ToUno(text));
+  LimitTyping();
+  OnTextChanged();
+}
+
+void TextBoxControl::SetMaxLength(int length) {
+  max_length_ = static_cast<std::size_t>(std::max(length, 0));
+  LimitTyping();
+}
+
+/// LibreOffice cuts what stands in the box already, which the program did not ask for.
+void TextBoxControl::LimitTyping() {
+  const std::size_t limit = max_length_ == 0 ? 0 : std::max(max_length_, Text().size());
+  window().As<XTextComponent>()->setMaxTextLen(
+      static_cast<sal_Int16>(std::min<std::size_t>(limit, std::numeric_limits<sal_Int16>::max())));
+}
+
+void TextBoxControl::SetReadOnly(bool read_only) {
+  window().As<XTextComponent>()->setEditable(!read_only);
+}
+
+void TextBoxControl::TakeFocus() {
+  FormControl::TakeFocus();
+  window().As<XTextComponent>()->setSelection({0, static_cast<sal_Int32>(Text().size())});
+}
+
+// LibreOffice tells of a text that was set, too, and of one that is the old one.
+void TextBoxControl::OnTextChanged() {
+  std::u16string text = Text();
+  if (text == text_) return;
+  text_ = std::move(text);
+  if (on_change) on_change();
+}
+
+// --- Options -----------------------------------------------------------------------------------------------
+
+OptionControl::OptionControl(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "radiobutton", 0) {
+  window().SetCaption(description.caption);
+}
+
+void OptionControl::Select() {
+  window().As<XRadioButton>()->setState(true);
+  OnItemChanged();
+}
+
+void OptionControl::OnItemChanged() {
+  if (selected_ || !window().As<XRadioButton>()->getState()) return;
+  for (const auto& control : form().controls()) {
+    auto* other = dynamic_cast<OptionControl*>(control.get());
+    if (!other || other == this || other->description().parent != description().parent) continue;
+    other->selected_ = false;
+    other->window().As<XRadioButton>()->setState(false);
+  }
+  selected_ = true;
+  if (on_click) on_click();
+}
+
+// --- Combo boxes -------------------------------------------------------------------------------------------
+
+ComboBoxControl::ComboBoxControl(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "combobox", css::awt::WindowAttribute::BORDER | attribute::DROPDOWN) {
+  // A code that begins like another one could not be typed otherwise.
+  window().SetProperty("Autocomplete", Any(false));
+  window().As<XComboBox>()->setDropDownLineCount(12);
+}
+
+void ComboBoxControl::SetItems(std::vector<Item> items) {
+  const std::u16string code = Value();
+  items_ = std::move(items);
+  const auto box = window().As<XComboBox>();
+  box->removeItems(0, box->getItemCount());
+  for (const Item& item : items_) box->addItem(ToUno(Shown(item)), box->getItemCount());
+  SetValue(code);
+}
+
+std::u16string ComboBoxControl::Value() const {
+  std::u16string text = FromUno(window().As<XTextComponent>()->getText());
+  const auto item = std::ranges::find_if(items_, [&](const Item& each) { return Shown(each) == text; });
+  return item == items_.end() ? text : item->code;
+}
+
+void ComboBoxControl::SetValue(std::u16string_view code) {
+  const auto item = std::ranges::find(items_, code, &Item::code);
+  window().As<XTextComponent>()->setText(item == items_.end() ? ToUno(code) : ToUno(Shown(*item)));
+}
+
+// --- Buttons -----------------------------------------------------------------------------------------------
+
+ButtonControl::ButtonControl(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "pushbutton",
+                  description.name == form.description().default_button ? attribute::DEFBUTTON : 0) {
+  window().SetCaption(description.caption);
+}
+
+void ButtonControl::OnAction() {
+  if (on_click) on_click();
+}
+
+}  // namespace qva::calc

@@ -1,0 +1,51 @@
+#include "platform/calc/forms/PickerDates.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/date.h"
+#include "platform/error.h"
+
+namespace qva::calc {
+namespace {
+
+bool CanShow(Date day) {
+  return day >= DateFromParts(1753, 1, 1) && day <= DateFromParts(9999, 12, 31);
+}
+
+}  // namespace
+
+Date PickerDay(Date date) {
+  const Date day{std::floor(date.serial)};
+  if (!CanShow(day)) {
+    throw AutomationError(kInvalidPropertyValue, u"QVA_Varnholt", u"A date picker cannot show this date");
+  }
+  return day;
+}
+
+Date MovedByMonths(Date date, int months) {
+  const DateParts parts = PartsOf(date);
+  const int month = parts.year * 12 + parts.month - 1 + months;
+  if (month < 1753 * 12 || month >= 10000 * 12) return date;
+  const Date first = DateFromParts(month / 12, month % 12 + 1, 1);
+  return {first.serial + std::min(parts.day, DaysInMonthOf(first)) - 1};
+}
+
+Date MovedByDays(Date date, int days) {
+  const Date moved{date.serial + days};
+  return CanShow(moved) ? moved : date;
+}
+
+int WeekdayOf(Date date) {
+  // Day 2 of automation's calendar, 1 January 1900, was a Monday.
+  const long long days = static_cast<long long>(std::floor(date.serial)) - 2;
+  return static_cast<int>((days % 7 + 7) % 7);
+}
+
+int DaysInMonthOf(Date date) {
+  const DateParts parts = PartsOf(date);
+  if (parts.month == 12) return 31;
+  return PartsOf(DateFromParts(parts.year, parts.month + 1, 0)).day;
+}
+
+}  // namespace qva::calc

@@ -1,0 +1,27 @@
+// The row of tabs of a form's pages.
+#pragma once
+
+#include <vector>
+
+#include "platform/calc/forms/Canvas.h"
+
+namespace qva::calc {
+
+/// Pages go by a click, by the arrow keys on the tabs, and from everywhere by Ctrl with Page Up, Page Down or
+/// Tab.
+class TabStrip : public Canvas, public ui::TabControl {
+ public:
+  using Canvas::Canvas;
+  int Page() const override;
+  void SetPage(int page) override;
+  void Place(const css::awt::Rectangle& pixels) override;
+  bool OnKey(const css::awt::KeyEvent& event) override;
+
+ private:
+  void Draw(Painter& painter) override;
+  void Pressed(const MousePress& press) override;
+
+  std::vector<css::awt::Rectangle> tabs_;  ///< as they were drawn
+};
+
+}  // namespace qva::calc
