@@ -1,12 +1,12 @@
 #include "period/PeriodArithmetic.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <string>
 
 #include "platform/date.h"
 #include "platform/error.h"
+#include "platform/number.h"
 
 namespace qva {
 
@@ -59,11 +59,7 @@ double LeadingNumber(std::u16string_view text) {
     if (c > u'~') break;
     number += static_cast<char>(c);
   }
-  const char* begin = number.c_str();
-  if (*begin == '+') ++begin;
-  if (*begin != '-' && *begin != '.' && !(*begin >= '0' && *begin <= '9')) return 0;  // no "inf" and "nan"
-  double result = 0;
-  std::from_chars(begin, number.c_str() + number.size(), result);
+  const double result = LeadingDecimal(number);
   return std::isfinite(result) ? result : 0;
 }
 

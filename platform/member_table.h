@@ -347,7 +347,7 @@ inline constexpr MemberCode kCodeOf = {.parameters = {Thunk<F>::kParameters, Thu
 ///   static const ClassDescription description =
 ///       ClassBuilder(u"CSetPath", "The user's search path").Method<&CSetPath::RegPath>(u"RegPath",
 ///       {{u"PathKey"}}, "…");
-/// Raises std::logic_error for a member whose table and signature differ in the number of parameters.
+/// Raises 51 (Internal error) for a member whose table and signature differ in the number of parameters.
 class ClassBuilder {
  public:
   using Parameters = std::initializer_list<ParameterEntry>;

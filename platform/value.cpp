@@ -1,17 +1,16 @@
 #include "platform/value.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <iterator>
 #include <limits>
 #include <optional>
-#include <system_error>
 
 #include "platform/automation.h"
 #include "platform/date.h"
 #include "platform/error.h"
+#include "platform/number.h"
 #include "platform/services.h"
 #include "platform/text.h"
 
@@ -59,22 +58,6 @@ Currency ScaledCurrency(double amount) {
   return {scaled_whole + scaled_rest};
 }
 
-/// Whether a number that is no double is too great for one; otherwise it is too small. `number` is written
-/// with a point and has a digit other than 0.
-bool IsTooGreat(std::string_view number) {
-  const std::string_view mantissa = number.substr(0, number.find('e'));
-  int exponent = 0;
-  if (mantissa.size() < number.size()) {
-    std::string_view digits = number.substr(mantissa.size() + 1);
-    if (digits.starts_with('+')) digits.remove_prefix(1);
-    const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
-    if (parsed.ec == std::errc::result_out_of_range) return !digits.starts_with('-');
-  }
-  const auto point = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
-  const auto first_digit = static_cast<long long>(mantissa.find_first_of("123456789"));
-  return point - first_digit + exponent > 0;
-}
-
 /// A number written by the regional settings, or in &H hexadecimal notation; nothing when it is none.
 std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view decimal_separator) {
   text = Trim(text);
@@ -116,14 +99,8 @@ std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view 
     if (i == first_digit) return std::nullopt;
   }
   if (i != text.size()) return std::nullopt;
-  // Neither a stream nor the C library: the one would double the size of a statically linked library, the
-  // other's locale may have been set to any by the process around us.
-  double number = 0;
-  const auto parsed = std::from_chars(plain.data(), plain.data() + plain.size(), number);
-  if (parsed.ec == std::errc::result_out_of_range) {
-    if (IsTooGreat(plain)) throw AutomationError(kOverflow);
-    return 0.0;
-  }
+  const double number = LeadingDecimal(plain);
+  if (std::isinf(number)) throw AutomationError(kOverflow);
   return is_negative ? -number : number;
 }
 
@@ -192,10 +169,10 @@ std::u16string DateText(Date date, const Locale& locale) {
   const DateParts parts = PartsOf(date);
   const bool is_day_0 = parts.year == 1899 && parts.month == 12 && parts.day == 30;
   std::u16string text;
-  if (!is_day_0 || !HasTime(parts)) text = FormatByWindowsPattern(date, locale.ShortDatePattern());
+  if (!is_day_0 || !HasTime(parts)) text = ShortDateText(date, locale);
   if (HasTime(parts)) {
     if (!text.empty()) text += u" ";
-    text += FormatByWindowsPattern(date, locale.LongTimePattern());
+    text += LongTimeText(date, locale);
   }
   return text;
 }

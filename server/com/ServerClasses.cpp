@@ -3,7 +3,6 @@
 
 #include "server/com/ServerClasses.h"
 
-#include <stdexcept>
 #include <vector>
 
 #include "server/com/ComObject.h"
@@ -58,7 +57,7 @@ const Face& FaceOf(const PublicClass& public_class) {
   for (const Face& face : kFaces) {
     if (face.name == public_class.description().name()) return face;
   }
-  throw std::logic_error("a public class has no face");
+  throw AutomationError(kInternalError, u"QVA_Varnholt", u"A public class has no face");
 }
 
 }  // namespace

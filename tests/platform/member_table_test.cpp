@@ -401,7 +401,7 @@ TEST_F(MemberTableTest, DescribesEveryMemberFromItsSignature) {
 }
 
 TEST_F(MemberTableTest, TableAndSignatureMustAgreeInTheNumberOfParameters) {
-  EXPECT_THROW(ClassBuilder(u"Wrong", "").Method<&Sample::Join>(u"Join", {{u"First"}}), std::logic_error);
+  EXPECT_THROW(ClassBuilder(u"Wrong", "").Method<&Sample::Join>(u"Join", {{u"First"}}), AutomationError);
 }
 
 }  // namespace
