@@ -63,8 +63,8 @@ std::size_t ReadDigits(std::u16string_view text, std::size_t& i, int& number) {
   return i - start > 4 ? 0 : i - start;
 }
 
-/// "14:05", "14:05:09", "2:05 PM": the fraction of a day.
-std::optional<double> ParseTime(std::u16string_view text) {
+/// "14:05", "14:05:09", "2:05 PM", also with the user's word for the half of the day: the fraction of a day.
+std::optional<double> ParseTime(std::u16string_view text, const Locale& locale) {
   int parts[3] = {0, 0, 0};
   int count = 0;
   std::size_t i = 0;
@@ -76,14 +76,94 @@ std::optional<double> ParseTime(std::u16string_view text) {
     ++i;
   }
   const std::u16string rest = ToLower(Trim(text.substr(i)));
-  if (rest == u"am" || rest == u"pm") {
-    if (parts[0] < 1 || parts[0] > 12) return std::nullopt;
-    parts[0] = parts[0] % 12 + (rest == u"pm" ? 12 : 0);
-  } else if (!rest.empty() || count < 2) {
-    return std::nullopt;
+  if (rest.empty()) {
+    if (count < 2) return std::nullopt;
+  } else {
+    const auto names_half = [&](std::u16string_view english, int half) {
+      return rest == english || rest == ToLower(locale.NameOf(DateName::HalfOfDay, half));
+    };
+    const bool is_pm = names_half(u"pm", 1);
+    if ((!is_pm && !names_half(u"am", 0)) || parts[0] < 1 || parts[0] > 12) return std::nullopt;
+    parts[0] = parts[0] % 12 + (is_pm ? 12 : 0);
   }
   if (parts[0] > 23 || parts[1] > 59 || parts[2] > 59) return std::nullopt;
   return (parts[0] * 3600 + parts[1] * 60 + parts[2]) / 86400.0;
+}
+
+/// 0 for Monday to 6 for Sunday.
+int WeekdayOf(const DateParts& parts) {
+  // 1 January 1970 was a Thursday.
+  const long long day = DaysFromCivil(parts.year, parts.month, parts.day) % 7;
+  return static_cast<int>((day + 7 + 3) % 7);
+}
+
+/// How many characters from `i` on are the same.
+std::size_t RunAt(std::u16string_view pattern, std::size_t i) {
+  const std::size_t end = pattern.find_first_not_of(pattern[i], i);
+  return (end == pattern.npos ? pattern.size() : end) - i;
+}
+
+/// Whether a date pattern has the number of the day, beside which languages inflect the month's name.
+bool HasDayNumber(std::u16string_view pattern) {
+  bool quoted = false;
+  for (std::size_t i = 0; i < pattern.size(); i += RunAt(pattern, i)) {
+    const std::size_t run = RunAt(pattern, i);
+    if (pattern[i] == u'\'') quoted = quoted != (run % 2 == 1);
+    if (!quoted && pattern[i] == u'd' && run <= 2) return true;
+  }
+  return false;
+}
+
+/// A part of a Windows pattern as a number: `run` letters, of which a second one asks for leading zeros.
+std::u16string NumberOf(const DateParts& parts, char16_t letter, std::size_t run) {
+  const std::size_t width = run > 1 ? 2 : 1;
+  switch (letter) {
+    case u'y':
+      return run > 2 ? Padded(parts.year, 4) : Padded(parts.year % 100, width);
+    case u'M':
+      return Padded(parts.month, width);
+    case u'd':
+      return Padded(parts.day, width);
+    case u'H':
+      return Padded(parts.hour, width);
+    case u'h':
+      return Padded((parts.hour + 11) % 12 + 1, width);
+    case u'm':
+      return Padded(parts.minute, width);
+    default:
+      return Padded(parts.second, width);
+  }
+}
+
+/// A date by a Windows pattern of which the given letters are parts. Without `names` all parts are numbers.
+std::u16string Format(const DateParts& parts, std::u16string_view pattern, std::u16string_view letters,
+                      const Locale* names) {
+  std::u16string out;
+  bool quoted = false;
+  std::size_t run = 0;
+  for (std::size_t i = 0; i < pattern.size(); i += run) {
+    const char16_t c = pattern[i];
+    run = RunAt(pattern, i);
+    if (c == u'\'') {
+      quoted = quoted != (run % 2 == 1);
+      out.append(run / 2, u'\'');
+    } else if (quoted || letters.find(c) == letters.npos) {
+      out.append(run, c);
+    } else if (names && c == u't') {
+      out +=
+          names->NameOf(DateName::HalfOfDay, parts.hour / 12).substr(0, run > 1 ? std::u16string::npos : 1);
+    } else if (names && c == u'M' && run > 2) {
+      out += names->NameOf(run == 3                ? DateName::ShortMonth
+                           : HasDayNumber(pattern) ? DateName::MonthOfDate
+                                                   : DateName::Month,
+                           parts.month - 1);
+    } else if (names && c == u'd' && run > 2) {
+      out += names->NameOf(run == 3 ? DateName::ShortWeekday : DateName::Weekday, WeekdayOf(parts));
+    } else {
+      out += NumberOf(parts, c, run);
+    }
+  }
+  return out;
 }
 
 /// The order of day, month and year in a short date pattern, as letters.
@@ -196,58 +276,21 @@ std::u16string FormatDate(Date date, std::u16string_view pattern, const Locale& 
 }
 
 std::u16string FormatByWindowsPattern(Date date, std::u16string_view pattern) {
-  const DateParts parts = PartsOf(date);
-  std::u16string out;
-  bool quoted = false;
-  for (std::size_t i = 0; i < pattern.size();) {
-    const char16_t c = pattern[i];
-    std::size_t run = 1;
-    while (i + run < pattern.size() && pattern[i + run] == c) ++run;
-    if (c == u'\'') {
-      quoted = run % 2 == 1 ? !quoted : quoted;
-      out.append(run / 2, u'\'');
-    } else if (quoted) {
-      out.append(run, c);
-    } else {
-      const std::size_t width = run > 1 ? 2 : 1;
-      switch (c) {
-        case u'y':
-          out += run > 2 ? Padded(parts.year, 4) : Padded(parts.year % 100, 2);
-          break;
-        case u'M':
-          out += Padded(parts.month, width);
-          break;
-        case u'd':
-          out += Padded(parts.day, width);
-          break;
-        case u'H':
-          out += Padded(parts.hour, width);
-          break;
-        case u'h':
-          out += Padded((parts.hour + 11) % 12 + 1, width);
-          break;
-        case u'm':
-          out += Padded(parts.minute, width);
-          break;
-        case u's':
-          out += Padded(parts.second, width);
-          break;
-        case u't':
-          out += std::u16string_view(parts.hour < 12 ? u"AM" : u"PM").substr(0, width);
-          break;
-        default:
-          out.append(run, c);
-      }
-    }
-    i += run;
-  }
-  return out;
+  return Format(PartsOf(date), pattern, u"yMdHhms", nullptr);
+}
+
+std::u16string ShortDateText(Date date, const Locale& locale) {
+  return Format(PartsOf(date), locale.ShortDatePattern(), u"yMd", &locale);
+}
+
+std::u16string LongTimeText(Date date, const Locale& locale) {
+  return Format(PartsOf(date), locale.LongTimePattern(), u"Hhmst", &locale);
 }
 
 std::optional<Date> ParseDate(std::u16string_view text, const Locale& locale) {
   text = Trim(text);
   if (text.empty()) return std::nullopt;
-  if (const auto time = ParseTime(text)) return Date{*time};
+  if (const auto time = ParseTime(text, locale)) return Date{*time};
   if (const auto day = ParseDay(text, locale)) return Date{*day};
   // A date and a time, parted by the blank before the time's first colon.
   const std::size_t colon = text.find(u':');
@@ -255,7 +298,7 @@ std::optional<Date> ParseDate(std::u16string_view text, const Locale& locale) {
   const std::size_t blank = text.rfind(u' ', colon);
   if (blank == text.npos) return std::nullopt;
   const auto day = ParseDay(Trim(text.substr(0, blank)), locale);
-  const auto time = ParseTime(text.substr(blank + 1));
+  const auto time = ParseTime(text.substr(blank + 1), locale);
   if (!day || !time) return std::nullopt;
   return Date{*day < 0 ? *day - *time : *day + *time};
 }

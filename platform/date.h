@@ -41,8 +41,15 @@ DateSeparators SeparatorsOf(std::u16string_view short_date_pattern);
 /// Other characters stand for themselves.
 std::u16string FormatDate(Date date, std::u16string_view pattern, const Locale& locale);
 
-/// The date by a Windows pattern ("yyyy-MM-dd", "HH:mm:ss", "h:mm tt"), whose literals stand for themselves.
+/// The date by a pattern of numbers in Windows' notation ("yyyy-MM-dd HH:mm:ss"), for everybody the same. All
+/// other characters stand for themselves, and so does what single quotes enclose; two of these are one.
 std::u16string FormatByWindowsPattern(Date date, std::u16string_view pattern);
+
+/// The date by the user's short date, which may hold names of months (MMM, MMMM) and weekdays (ddd, dddd).
+std::u16string ShortDateText(Date date, const Locale& locale);
+
+/// The time of day by the user's long time, which may name the half of the day (t for its first letter, tt).
+std::u16string LongTimeText(Date date, const Locale& locale);
 
 /// A date, a time, or both, by the user's regional settings: parts may be parted by ".", "-", "/", blanks or
 /// the regional separator; four leading digits are a year, otherwise the order of the short date pattern

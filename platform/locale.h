@@ -8,6 +8,16 @@
 
 namespace qva {
 
+/// What the parts of dates and times are called.
+enum class DateName {
+  Month,        ///< "lapkritis"; number 0 is January
+  MonthOfDate,  ///< a month's name beside a day of it: "lapkričio"
+  ShortMonth,   ///< "lapkr."
+  Weekday,      ///< "penktadienis"; number 0 is Monday
+  ShortWeekday,
+  HalfOfDay,  ///< "PM": 0 before noon, 1 from noon on; empty in some regions that count 24 hours
+};
+
 class Locale {
  public:
   virtual ~Locale() = default;
@@ -18,6 +28,8 @@ class Locale {
   virtual std::u16string ShortDatePattern() const = 0;
   /// The pattern of a long time in Windows' notation, such as "HH:mm:ss".
   virtual std::u16string LongTimePattern() const = 0;
+  /// The name of a month, a weekday or a half of the day, in the user's language.
+  virtual std::u16string NameOf(DateName name, int number) const = 0;
   /// The decimal separator of numbers, such as ",".
   virtual std::u16string DecimalSeparator() const = 0;
 

@@ -24,8 +24,7 @@ bool EndsInSeparator(std::u16string_view path) {
 std::u16string NowText() {
   const Services& services = GetServices();
   const Date now = services.clock->Now();
-  return FormatByWindowsPattern(now, services.locale->ShortDatePattern()) + u" " +
-         FormatByWindowsPattern(now, services.locale->LongTimePattern());
+  return ShortDateText(now, *services.locale) + u" " + LongTimeText(now, *services.locale);
 }
 
 }  // namespace

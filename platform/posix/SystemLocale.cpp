@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "platform/code_page.h"
+#include "platform/lithuanian_names.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -48,6 +49,15 @@ const char* WindowsPartOf(char conversion, bool without_zeros) {
       return "yy";
     case 'm':
       return without_zeros ? "M" : "MM";
+    case 'b':
+    case 'h':
+      return "MMM";
+    case 'B':
+      return "MMMM";
+    case 'a':
+      return "ddd";
+    case 'A':
+      return "dddd";
     case 'd':
       return without_zeros ? "d" : "dd";
     case 'e':
@@ -124,6 +134,15 @@ std::u16string SystemLocale::LongTimePattern() const {
   // "%r" stands for the locale's own twelve-hour time.
   if (pattern == "%r") pattern = LanguageInfo("LC_TIME", LC_TIME_MASK, T_FMT_AMPM);
   return ToWindowsPattern(pattern).value_or(u"HH:mm:ss");
+}
+
+std::u16string SystemLocale::NameOf(DateName name, int number) const {
+  // The names of a kind follow each other, weekdays from Sunday on.
+  static constexpr nl_item kFirstNames[] = {ALTMON_1, MON_1, ABMON_1, DAY_1, ABDAY_1, AM_STR};
+  const bool is_weekday = name == DateName::Weekday || name == DateName::ShortWeekday;
+  const nl_item item = kFirstNames[static_cast<int>(name)] + (is_weekday ? (number + 1) % 7 : number);
+  const std::string text = LanguageInfo("LC_TIME", LC_TIME_MASK, item);
+  return text.empty() ? LithuanianName(name, number) : FromUtf8(text);
 }
 
 std::u16string SystemLocale::DecimalSeparator() const {

@@ -25,6 +25,15 @@ std::u16string WindowsLocale::LongTimePattern() const {
   return Setting(LOCALE_STIMEFORMAT);
 }
 
+std::u16string WindowsLocale::NameOf(DateName name, int number) const {
+  // The names of a kind follow each other, weekdays from Monday on.
+  static constexpr LCTYPE kFirstNames[] = {
+      LOCALE_SMONTHNAME1,       LOCALE_SMONTHNAME1 | LOCALE_RETURN_GENITIVE_NAMES,
+      LOCALE_SABBREVMONTHNAME1, LOCALE_SDAYNAME1,
+      LOCALE_SABBREVDAYNAME1,   LOCALE_S1159};
+  return Setting(kFirstNames[static_cast<int>(name)] + static_cast<LCTYPE>(number));
+}
+
 std::u16string WindowsLocale::DecimalSeparator() const {
   return Setting(LOCALE_SDECIMAL);
 }

@@ -136,18 +136,67 @@ TEST_F(DateTest, FormatsByWindowsPattern) {
       {u"yyyy-MM-dd HH:mm:ss", "2024-06-05 14:07:09"},
       {u"d.M.yy", "5.6.24"},
       {u"H:m:s", "14:7:9"},
-      {u"h:mm tt", "2:07 PM"},
-      {u"hh t", "02 P"},
+      {u"h:m", "2:7"},
+      {u"hh tt", "02 tt"},
       {u"yyyy 'm.' MM 'mėn.' dd 'd.'", "2024 m. 06 mėn. 05 d."},
       {u"d''M", "5'6"},
       {u"'d'", "d"},
+      {u"'o''clock'", "o'clock"},
+      {u"y", "24"},
   };
   for (const auto& [pattern, text] : formats) {
     EXPECT_EQ(ToUtf8(FormatByWindowsPattern(date, pattern)), text) << ToUtf8(pattern);
   }
-  EXPECT_EQ(FormatByWindowsPattern(Date{0}, u"h tt"), u"12 AM");
-  EXPECT_EQ(FormatByWindowsPattern(Date{0.5}, u"h tt"), u"12 PM");
+  EXPECT_EQ(FormatByWindowsPattern(DateFromParts(2005, 1, 1), u"y yy yyy"), u"5 05 2005");
   EXPECT_EQ(FormatByWindowsPattern(DateFromParts(100, 1, 1), u"yyyy"), u"0100");
+}
+
+TEST_F(DateTest, ShortDatesHaveTheUsersNames) {
+  const Date friday = DateFromParts(2010, 11, 12);
+  const std::pair<const char16_t*, const char*> formats[] = {
+      {u"yyyy.MM.dd", "2010.11.12"},
+      {u"d MMM yy", "12 lapkr. 10"},
+      {u"yyyy 'm.' MMMM d 'd.'", "2010 m. lapkričio 12 d."},
+      {u"MMMM yyyy", "lapkritis 2010"},
+      {u"dddd, MMMM", "penktadienis, lapkritis"},
+      {u"'d' MMMM", "d lapkritis"},
+      {u"ddd d/M/y", "pn 12/11/10"},
+      {u"yyyy-MM-dd h:m:s tt", "2010-11-12 h:m:s tt"},
+  };
+  for (const auto& [pattern, text] : formats) {
+    platform.locale.short_date_pattern = pattern;
+    EXPECT_EQ(ToUtf8(ShortDateText(friday, platform.locale)), text) << ToUtf8(pattern);
+  }
+}
+
+TEST_F(DateTest, WeekdaysAreRightBeforeAndAfter1970) {
+  platform.locale.short_date_pattern = u"dddd";
+  EXPECT_EQ(ShortDateText(DateFromParts(1970, 1, 1), platform.locale), u"ketvirtadienis");
+  EXPECT_EQ(ShortDateText(DateFromParts(1899, 12, 31), platform.locale), u"sekmadienis");
+  EXPECT_EQ(ShortDateText(DateFromParts(2024, 6, 17), platform.locale), u"pirmadienis");
+  EXPECT_EQ(ShortDateText(Date{DateFromParts(2024, 6, 16).serial + 0.9999999}, platform.locale),
+            u"pirmadienis")
+      << "rounded to midnight";
+}
+
+TEST_F(DateTest, LongTimesHaveTheUsersHalvesOfTheDay) {
+  const std::pair<const char16_t*, const char*> formats[] = {
+      {u"HH:mm:ss", "14:05:09"},     {u"H.m.s", "14.5.9"}, {u"h:mm:ss tt", "2:05:09 popiet"},
+      {u"hh 'val.' t", "02 val. p"}, {u"tth", "popiet2"},  {u"d.M.y HH", "d.M.y 14"},
+  };
+  const Date afternoon{(14 * 3600 + 5 * 60 + 9) / 86400.0};
+  for (const auto& [pattern, text] : formats) {
+    platform.locale.long_time_pattern = pattern;
+    EXPECT_EQ(ToUtf8(LongTimeText(afternoon, platform.locale)), text) << ToUtf8(pattern);
+  }
+  platform.locale.am = u"AM";
+  platform.locale.pm = u"";
+  platform.locale.long_time_pattern = u"h tt";
+  EXPECT_EQ(LongTimeText(Date{0}, platform.locale), u"12 AM");
+  EXPECT_EQ(LongTimeText(Date{0.5}, platform.locale), u"12 ");
+  platform.locale.long_time_pattern = u"ht";
+  EXPECT_EQ(LongTimeText(Date{0.25}, platform.locale), u"6A");
+  EXPECT_EQ(LongTimeText(Date{0.75}, platform.locale), u"6");
 }
 
 TEST_F(DateTest, ReadsDatesWithEverySeparator) {
@@ -176,6 +225,8 @@ TEST_F(DateTest, ReadsTimesAloneAndBehindADate) {
   EXPECT_EQ(Parsed(u"12 pm"), "1899-12-30 12:00:00");
   EXPECT_EQ(Parsed(u"2024-06-12 14:05"), "2024-06-12 14:05:00");
   EXPECT_EQ(Parsed(u"2024-06-12 2:05:09 PM"), "2024-06-12 14:05:09");
+  EXPECT_EQ(Parsed(u"2024-06-12 2:05:09 popiet"), "2024-06-12 14:05:09");
+  EXPECT_EQ(Parsed(u"12:05 Priešpiet"), "1899-12-30 00:05:00");
   EXPECT_EQ(Parsed(u"1850-06-12 06:00"), "1850-06-12 06:00:00");
 }
 

@@ -5,6 +5,7 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
+#include "platform/lithuanian_names.h"
 #include "platform/text.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/posix/temporary_folder.h"
@@ -26,6 +27,8 @@ TEST(ToWindowsPattern, TranslatesDates) {
   EXPECT_EQ(Windows("%F"), "yyyy-MM-dd");
   EXPECT_EQ(Windows("%D"), "MM/dd/yy");
   EXPECT_EQ(Windows("%Od/%Om/%Ey"), "dd/MM/yy");
+  EXPECT_EQ(Windows("%a %d %b %Y"), "ddd dd MMM yyyy");
+  EXPECT_EQ(Windows("%A, %d %B %Y"), "dddd, dd MMMM yyyy");
 }
 
 TEST(ToWindowsPattern, TranslatesTimes) {
@@ -44,8 +47,7 @@ TEST(ToWindowsPattern, QuotesLettersBetweenTheParts) {
 }
 
 TEST(ToWindowsPattern, GivesUpOnWhatItCannotExpress) {
-  for (const char* pattern : {"", "%a %d", "%d %b %Y", "%U", "%", "%Y-%"})
-    EXPECT_EQ(Windows(pattern), "none");
+  for (const char* pattern : {"", "%d %Z", "%U", "%", "%Y-%"}) EXPECT_EQ(Windows(pattern), "none");
 }
 
 /// glibc's newlocale loses a copy of LOCPATH at each call, which is no concern where nobody sets it.
@@ -87,6 +89,14 @@ class SystemLocaleTest : public CoreTest {
     EXPECT_EQ(locale.ShortDatePattern(), u"yyyy-MM-dd") << why;
     EXPECT_EQ(locale.LongTimePattern(), u"HH:mm:ss") << why;
     EXPECT_EQ(locale.DecimalSeparator(), u",") << why;
+    EXPECT_EQ(locale.NameOf(DateName::MonthOfDate, 10), u"lapkričio") << why;
+    EXPECT_EQ(locale.NameOf(DateName::HalfOfDay, 1), u"popiet") << why;
+  }
+  /// All names of a kind, parted by blanks.
+  std::string Names(DateName name, int count) {
+    std::string names;
+    for (int i = 0; i < count; ++i) names += (i > 0 ? " " : "") + ToUtf8(locale.NameOf(name, i));
+    return names;
   }
 
   std::optional<LeaksIgnored> leaks_ignored;
@@ -115,6 +125,26 @@ TEST_F(SystemLocaleTest, FollowsTheUsersLocale) {
   EXPECT_EQ(locale.ShortDatePattern(), u"MM/dd/yyyy");
   EXPECT_EQ(locale.LongTimePattern(), u"hh:mm:ss tt");
   EXPECT_EQ(locale.DecimalSeparator(), u".");
+  EXPECT_EQ(Names(DateName::Month, 12),
+            "January February March April May June July August September October November December");
+  EXPECT_EQ(Names(DateName::ShortMonth, 12), "Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec");
+  EXPECT_EQ(Names(DateName::Weekday, 7), "Monday Tuesday Wednesday Thursday Friday Saturday Sunday");
+  EXPECT_EQ(Names(DateName::ShortWeekday, 7), "Mon Tue Wed Thu Fri Sat Sun");
+  EXPECT_EQ(Names(DateName::HalfOfDay, 2), "AM PM");
+}
+
+TEST_F(SystemLocaleTest, MonthsAreInflectedBesideADayWhereTheLanguageDoesSo) {
+  Compile("lt_LT");
+  if (IsSkipped()) return;
+  environment.Set("LC_TIME", "lt_LT.UTF-8");
+  for (const DateName name : {DateName::Month, DateName::MonthOfDate, DateName::ShortMonth}) {
+    for (int month = 0; month < 12; ++month) {
+      EXPECT_EQ(locale.NameOf(name, month), LithuanianName(name, month)) << "the same as without a locale";
+    }
+  }
+  EXPECT_EQ(locale.NameOf(DateName::Month, 5), u"birželis");
+  EXPECT_EQ(locale.NameOf(DateName::MonthOfDate, 5), u"birželio");
+  EXPECT_EQ(locale.NameOf(DateName::Weekday, 6), u"Sekmadienis");
 }
 
 TEST_F(SystemLocaleTest, CategoriesComeFromTheirOwnVariables) {
