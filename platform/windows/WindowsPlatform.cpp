@@ -5,17 +5,21 @@
 namespace qva::windows {
 
 WindowsPlatform::WindowsPlatform()
-    : forms_(PathVariable(L"QVA_VARNHOLT_FORM_ANSWERS"), PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG"), clock_,
-             locale_),
+    : unattended_forms_(PathVariable(L"QVA_VARNHOLT_FORM_ANSWERS"), PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG"),
+                        clock_, locale_),
       services_{.object_factory = &object_factory_,
                 .registry = &registry_,
                 .environment = &environment_,
                 .locale = &locale_,
                 .clock = &clock_,
                 .message_box = &message_box_,
-                .forms = &forms_,
-                .list_chooser = &forms_,
+                .forms = &unattended_forms_,
+                .list_chooser = &unattended_forms_,
                 .files = &files_} {
+  if (PathVariable(L"QVA_VARNHOLT_FORM_ANSWERS").empty() && HasVisibleDesktop()) {
+    services_.forms = &native_forms_;
+    services_.list_chooser = &list_chooser_window_;
+  }
 }
 
 void InstallPlatform() {

@@ -10,10 +10,13 @@
 #include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsLocale.h"
 #include "platform/windows/WindowsMessageBox.h"
+#include "platform/windows/forms/FormWindow.h"
+#include "platform/windows/forms/ListChooserWindow.h"
 
 namespace qva::windows {
 
-/// Owns one of each service.
+/// Owns one of each service. Forms and lists are windows, but where nobody sits - QVA_VARNHOLT_FORM_ANSWERS
+/// names a file, or the process has no visible desktop - they are answered by that file.
 class WindowsPlatform {
  public:
   WindowsPlatform();
@@ -29,7 +32,9 @@ class WindowsPlatform {
   WindowsLocale locale_;
   WindowsClock clock_;
   WindowsMessageBox message_box_{clock_};
-  UnattendedForms forms_;
+  UnattendedForms unattended_forms_;
+  NativeForms native_forms_;
+  ListChooserWindow list_chooser_window_;
   WindowsFiles files_{object_factory_, locale_};
   Services services_;
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/date.h"
 #include "platform/windows/WideText.h"
@@ -64,6 +65,10 @@ void NativeDatePicker::SetFormat(std::u16string_view format) {
 }
 
 void NativeDatePicker::OnNotify(const NMHDR& notice) {
+  // Nobody drops the calendar down before, and each font that a calendar is given costs some systems one.
+  if (notice.code == NM_SETFOCUS && !std::exchange(is_calendar_dressed_, true)) {
+    Send(DTM_SETMCFONT, static_cast<WPARAM>(Send(WM_GETFONT)), FALSE);
+  }
   if (notice.code != DTN_DATETIMECHANGE) return;
   // Windows tells some changes twice.
   const Date day = DateOf(reinterpret_cast<const NMDATETIMECHANGE&>(notice).st);
@@ -74,7 +79,7 @@ void NativeDatePicker::OnNotify(const NMHDR& notice) {
 
 void NativeDatePicker::Dress(HFONT font, UiScale scale) {
   NativeControl::Dress(font, scale);
-  Send(DTM_SETMCFONT, reinterpret_cast<WPARAM>(font), FALSE);
+  is_calendar_dressed_ = false;
 }
 
 NativeMonthView::NativeMonthView(FormWindow& form, const ui::ControlDescription& description)

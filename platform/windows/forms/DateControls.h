@@ -16,6 +16,7 @@ class NativeDatePicker : public NativeControl, public ui::DatePicker {
 
  private:
   Date date_;
+  bool is_calendar_dressed_ = false;
 };
 
 class NativeMonthView : public NativeControl, public ui::MonthView {

@@ -41,7 +41,7 @@ TEST_F(EarlyBinding, AnswersAFailedCallWithItsErrorAndLeavesTheVariable) {
   EXPECT_TRUE(code == ErrorResult(kInvalidProcedureCall)) << std::hex << code;
   EXPECT_EQ(confirmed, VARIANT_FALSE);
   EXPECT_EQ(date, 45455);
-  EXPECT_EQ(TakeErrorObject().description, u"There are no answers for the form frmDatePic");
+  EXPECT_EQ(TakeErrorObject().description, u"There are no answers for the form frmDatePic in nobody.answers");
 }
 
 TEST_F(EarlyBinding, TakesTheNullTextAsTheEmptyText) {

@@ -1,0 +1,428 @@
+// Native forms as windows: modality, keys, sizes, and what is left of them.
+#include "tests/windows/form_test.h"
+
+#include <commctrl.h>
+
+#include <new>
+
+#include "period/frmReportPeriod.h"
+#include "platform/windows/ButtonDialog.h"
+
+namespace qva::windows {
+namespace {
+
+using testing::ElementsAre;
+
+class FormWindowTest : public FormTest {
+ protected:
+  /// The controls that the focus goes through by one key.
+  std::vector<std::u16string> Walk(int steps, WORD key) {
+    std::vector<std::u16string> names;
+    std::vector<std::function<void()>> actions;
+    for (int i = 0; i < steps; ++i) {
+      actions.emplace_back([key] { PressKey(key); });
+      actions.emplace_back([&] { names.push_back(Focus()); });
+    }
+    Show(std::move(actions));
+    return names;
+  }
+  /// Gives the form's inside a size, in pixels of the display.
+  void Resize(int width, int height) {
+    RECT outer, inner;
+    GetWindowRect(form->window(), &outer);
+    GetClientRect(form->window(), &inner);
+    SetWindowPos(form->window(), nullptr, 0, 0, outer.right - outer.left - inner.right + width,
+                 outer.bottom - outer.top - inner.bottom + height, SWP_NOMOVE | SWP_NOZORDER);
+  }
+  void ChangeScale(int dpi) {
+    RECT place;
+    GetWindowRect(form->window(), &place);
+    SendMessageW(form->window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+    Resize(MulDiv(form->description().width, dpi, 96), MulDiv(form->description().height, dpi, 96));
+  }
+};
+
+// --- Modality ----------------------------------------------------------------------------------------------
+
+TEST_F(FormWindowTest, StandsAboveTheWindowThatTheUserWorksIn) {
+  EXPECT_EQ(GetWindow(form->window(), GW_OWNER), below->window);
+  EXPECT_FALSE(form->Visible());
+  EXPECT_FALSE(IsWindowVisible(form->window()));
+  Show({[&] {
+    EXPECT_TRUE(form->Visible());
+    EXPECT_TRUE(IsWindowVisible(form->window()));
+    EXPECT_FALSE(IsWindowEnabled(below->window));
+    EXPECT_EQ(GetActiveWindow(), form->window());
+  }});
+  EXPECT_FALSE(IsWindowVisible(form->window()));
+  EXPECT_TRUE(IsWindowEnabled(below->window));
+  EXPECT_EQ(GetActiveWindow(), below->window);
+}
+
+TEST_F(FormWindowTest, EnablesTheWindowBelowBeforeItGoes) {
+  std::vector<std::pair<bool, bool>> told;  // enabled or not, while the form is to be seen or not
+  below->on_enable = [&](bool enabled) {
+    told.emplace_back(enabled, IsWindowVisible(form->window()) != FALSE);
+  };
+  Show({});
+  EXPECT_THAT(told, ElementsAre(std::pair(false, false), std::pair(true, true)));
+}
+
+TEST_F(FormWindowTest, DisablesEveryWindowOfTheThreadAndLeavesThoseThatWereDisabled) {
+  WindowBelow second;
+  WindowBelow disabled;
+  EnableWindow(disabled.window, FALSE);
+  Show({[&] { EXPECT_FALSE(IsWindowEnabled(second.window)); }});
+  EXPECT_TRUE(IsWindowEnabled(second.window));
+  EXPECT_FALSE(IsWindowEnabled(disabled.window));
+}
+
+TEST_F(FormWindowTest, CanBeShownAgainButNotTwiceAtATime) {
+  int refusal = 0;
+  Show({});
+  Show({[&] {
+    try {
+      form->ShowModal();
+    } catch (const AutomationError& error) {
+      refusal = error.number();
+    }
+  }});
+  EXPECT_EQ(refusal, kFormAlreadyDisplayed);
+}
+
+TEST_F(FormWindowTest, RaisesWhatAHandlerRaisesWhenItIsGone) {
+  Get<ui::Button>(u"btDelete").on_click = [] { throw std::bad_alloc(); };
+  bool raised = false;
+  try {
+    Show({[&] { SendMessageW(Window(u"btDelete"), BM_CLICK, 0, 0); }});
+  } catch (const std::bad_alloc&) {
+    raised = true;
+  }
+  EXPECT_TRUE(raised);
+  EXPECT_FALSE(form->Visible());
+  EXPECT_TRUE(IsWindowEnabled(below->window));
+  Show({});  // nothing of it is left
+}
+
+TEST_F(FormWindowTest, RaisesWhatAKeysHandlerRaises) {
+  Get<ui::Button>(u"btOk").on_click = [] { throw AutomationError(kOverflow); };
+  int number = 0;
+  try {
+    Show({[] { PressKey(VK_RETURN); }});
+  } catch (const AutomationError& error) {
+    number = error.number();
+  }
+  EXPECT_EQ(number, kOverflow);
+  EXPECT_TRUE(IsWindowEnabled(below->window));
+}
+
+TEST_F(FormWindowTest, PassesTheEndOfTheProgramOn) {
+  Show({[] { PostQuitMessage(7); }});
+  EXPECT_FALSE(form->Visible());
+  MSG message{};
+  EXPECT_TRUE(PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE));
+  EXPECT_EQ(message.wParam, 7u);
+}
+
+TEST_F(FormWindowTest, EndsWithTheWindowBelow) {
+  Show({[&] { DestroyWindow(below->window); }});
+  EXPECT_FALSE(form->Visible());
+  EXPECT_THROW(form->ShowModal(), AutomationError);
+}
+
+TEST_F(FormWindowTest, EndsWhenAnotherThreadHidesItByAMessage) {
+  Get<ui::Button>(u"btOk").on_click = [&] { form->Hide(); };
+  HWND button = Window(u"btOk");
+  HANDLE thread = CreateThread(
+      nullptr, 0,
+      [](void* window) -> DWORD {
+        Becomes([&] { return IsWindowVisible(static_cast<HWND>(window)) != FALSE; });
+        SendMessageW(static_cast<HWND>(window), BM_CLICK, 0, 0);
+        return 0;
+      },
+      button, 0, nullptr);
+  form->ShowModal();
+  WaitForSingleObject(thread, INFINITE);
+  CloseHandle(thread);
+  EXPECT_FALSE(form->Visible());
+}
+
+// --- Keys --------------------------------------------------------------------------------------------------
+
+TEST_F(FormWindowTest, TabGoesThroughThePageInFrontAndOnToTheButtons) {
+  Get<ui::OptionButton>(u"optB").Select();
+  EXPECT_THAT(Walk(9, VK_TAB), ElementsAre(u"cbPlan", u"txtYear", u"txtMonth", u"optB", u"edDate", u"Text1",
+                                           u"btOk", u"btCancel", u"STab"));
+}
+
+TEST_F(FormWindowTest, ShiftTabGoesBack) {
+  HoldKey(VK_SHIFT, true);
+  EXPECT_THAT(Walk(5, VK_TAB), ElementsAre(u"btCancel", u"btOk", u"Text1", u"edDate", u"optA"));
+  HoldKey(VK_SHIFT, false);
+}
+
+TEST_F(FormWindowTest, TabPassesOverWhatIsDisabled) {
+  Get<ui::TextBox>(u"txtYear").SetEnabled(false);
+  EXPECT_THAT(Walk(2, VK_TAB), ElementsAre(u"cbPlan", u"txtMonth"));
+}
+
+TEST_F(FormWindowTest, TabSelectsTheTextOfTheFieldItComesTo) {
+  Get<ui::TextBox>(u"txtYear").SetText(u"2024");
+  Walk(2, VK_TAB);
+  DWORD from = 9, to = 9;
+  SendMessageW(Window(u"txtYear"), EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
+  EXPECT_EQ(from, 0u);
+  EXPECT_EQ(to, 4u);
+}
+
+TEST_F(FormWindowTest, ArrowsChooseAmongTheOptionsOfAGroup) {
+  Get<ui::OptionButton>(u"optA").Select();
+  Get<ui::OptionButton>(u"optC").SetEnabled(false);
+  form->Find(u"optA")->SetFocus();
+  EXPECT_THAT(Walk(2, VK_DOWN), ElementsAre(u"optB", u"optA"));
+  EXPECT_TRUE(Get<ui::OptionButton>(u"optA").Selected());
+  EXPECT_THAT(Walk(1, VK_LEFT), ElementsAre(u"optB"));
+  EXPECT_TRUE(Get<ui::OptionButton>(u"optB").Selected());
+}
+
+TEST_F(FormWindowTest, ControlWithTabOrAPageKeyTurnsThePage) {
+  auto& tabs = Get<ui::TabControl>(u"STab");
+  form->Find(u"txtYear")->SetFocus();
+  Show({[] { HoldKey(VK_CONTROL, true); }, [] { PressKey(VK_TAB); },
+        [&] {
+          EXPECT_EQ(tabs.Page(), 1);
+          EXPECT_EQ(Focus(), u"STab") << "the field has gone with its page";
+          EXPECT_FALSE(IsWindowVisible(Window(u"txtYear")));
+          EXPECT_TRUE(IsWindowVisible(Window(u"btDelete")));
+        },
+        [] { PressKey(VK_NEXT); }, [&] { EXPECT_EQ(tabs.Page(), 0); }, [] { PressKey(VK_PRIOR); },
+        [&] { EXPECT_EQ(tabs.Page(), 1); }, [] { HoldKey(VK_CONTROL, false); }, [] { PressKey(VK_TAB); },
+        [&] { EXPECT_EQ(Focus(), u"SpecGrid"); }, [] { PressKey(VK_LEFT); }});
+}
+
+TEST_F(FormWindowTest, FocusBringsItsPageToTheFront) {
+  auto& tabs = Get<ui::TabControl>(u"STab");
+  form->Find(u"btDelete")->SetFocus();
+  EXPECT_EQ(tabs.Page(), 1);
+  Show({[&] { EXPECT_EQ(Focus(), u"btDelete"); }, [&] { form->Find(u"txtYear")->SetFocus(); },
+        [&] {
+          EXPECT_EQ(tabs.Page(), 0);
+          EXPECT_EQ(Focus(), u"txtYear");
+          EXPECT_EQ(SendMessageW(Window(u"STab"), TCM_GETCURSEL, 0, 0), 0);
+        },
+        [&] { tabs.SetPage(1); }, [&] { EXPECT_EQ(Focus(), u"STab"); }});
+}
+
+TEST_F(FormWindowTest, FocusLeavesAControlThatIsDisabled) {
+  form->Find(u"txtYear")->SetFocus();
+  Show({[&] { form->Find(u"txtYear")->SetEnabled(false); }, [&] { EXPECT_EQ(Focus(), u"txtMonth"); }});
+}
+
+TEST_F(FormWindowTest, FocusComesBackToWhereItWas) {
+  form->Find(u"txtMonth")->SetFocus();
+  WindowBelow other;
+  Show({[&] { SetActiveWindow(other.window); }, [&] { SetActiveWindow(form->window()); },
+        [&] { EXPECT_EQ(Focus(), u"txtMonth"); }});
+}
+
+TEST_F(FormWindowTest, EnterPressesTheDefaultButtonOrTheOneWithTheFocus) {
+  std::vector<std::u16string> pressed;
+  for (const std::u16string name : {u"btOk", u"btCancel"}) {
+    Get<ui::Button>(name).on_click = [&pressed, name] { pressed.push_back(name); };
+  }
+  const auto is_default = [&](std::u16string_view name) {
+    return (GetWindowLongPtrW(Window(name), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+  };
+  form->Find(u"txtYear")->SetFocus();
+  Show({[] { PressKey(VK_RETURN); },
+        [&] {
+          EXPECT_TRUE(is_default(u"btOk"));
+          form->Find(u"btCancel")->SetFocus();
+        },
+        [&] {
+          EXPECT_FALSE(is_default(u"btOk"));
+          EXPECT_TRUE(is_default(u"btCancel"));
+          PressKey(VK_RETURN);
+        },
+        [&] { form->Find(u"btOk")->SetEnabled(false); }, [&] { form->Find(u"txtYear")->SetFocus(); },
+        [] { PressKey(VK_RETURN); }});
+  EXPECT_THAT(pressed, ElementsAre(u"btOk", u"btCancel")) << "a disabled button is not pressed";
+}
+
+TEST_F(FormWindowTest, EscapeAndClosingPressTheCancelButton) {
+  int pressed = 0;
+  Get<ui::Button>(u"btCancel").on_click = [&] { ++pressed; };
+  Show({[] { PressKey(VK_ESCAPE); }, [&] { PostMessageW(form->window(), WM_CLOSE, 0, 0); },
+        [&] { EXPECT_EQ(pressed, 2); }});
+}
+
+TEST_F(FormWindowTest, ClosingAFormWithoutCancelButtonHidesIt) {
+  Make(FormWithMonth());
+  Show({[&] { PostMessageW(form->window(), WM_CLOSE, 0, 0); }});
+  EXPECT_FALSE(form->Visible());
+}
+
+// --- Sizes -------------------------------------------------------------------------------------------------
+
+TEST_F(FormWindowTest, FollowsItsSizeFromWhenTheResizerStarts) {
+  EXPECT_EQ(form->Width(), 500);
+  EXPECT_EQ(form->Height(), 300);
+  const auto places = [&](std::u16string_view name) {
+    const RECT place = Place(name);
+    return std::vector<LONG>{place.left, place.top, place.right, place.bottom};
+  };
+  std::vector<std::pair<std::u16string, std::vector<LONG>>> moves = {
+      {u"STab", {0, 0, 100, 60}},  {u"txtYear", {0, 0, 0, 0}},   {u"Frame1", {100, 0, 100, 0}},
+      {u"optA", {100, 0, 100, 0}}, {u"Text1", {0, 0, 100, 0}},   {u"SpecGrid", {0, 0, 100, 60}},
+      {u"btDelete", {0, 0, 0, 0}}, {u"btOk", {100, 60, 100, 60}}};
+  Resize(520, 320);
+  EXPECT_EQ(places(u"STab"), (std::vector<LONG>{8, 8, 492, 248})) << "it is not started yet";
+  Resize(500, 300);
+  std::vector<std::vector<LONG>> before;
+  for (const auto& move : moves) before.push_back(places(move.first));
+
+  form->StartResizer(form->Width(), form->Height(), [](std::u16string_view name) {
+    return name == u"Frame1"  ? std::optional(ui::ResizeMode::MoveWithWidth)
+           : name == u"Text1" ? std::optional(ui::ResizeMode::StretchWithWidth)
+                              : std::nullopt;
+  });
+  Resize(600, 360);
+  EXPECT_EQ(form->Width(), 600);
+  for (std::size_t i = 0; i < moves.size(); ++i) {
+    std::vector<LONG> expected = before[i];
+    for (std::size_t edge = 0; edge < 4; ++edge) expected[edge] += moves[i].second[edge];
+    EXPECT_EQ(places(moves[i].first), expected) << ToUtf8(moves[i].first);
+  }
+}
+
+TEST_F(FormWindowTest, IsNoSmallerThanDescribed) {
+  Resize(100, 100);
+  EXPECT_EQ(form->Width(), 500);
+  EXPECT_EQ(form->Height(), 300);
+}
+
+TEST_F(FormWindowTest, FollowsTheScaleOfItsDisplay) {
+  LOGFONTW font{};
+  const auto font_height = [&] {
+    GetObjectW(reinterpret_cast<HFONT>(SendMessageW(Window(u"txtYear"), WM_GETFONT, 0, 0)), sizeof font,
+               &font);
+    return font.lfHeight;
+  };
+  const LONG before = font_height();
+  ChangeScale(144);
+  RECT inner;
+  GetClientRect(form->window(), &inner);
+  EXPECT_NEAR(inner.right, 750, 5) << "the frame is still that of the real display";
+  EXPECT_NEAR(form->Width(), 500, 3) << "told at 100 %";
+  const RECT place = Place(u"btOk");
+  EXPECT_EQ(place.left, 462);
+  EXPECT_EQ(place.bottom - place.top, 42);
+  EXPECT_EQ(font_height(), MulDiv(before, 144, 96));
+}
+
+TEST_F(FormWindowTest, ShowsEveryCaptionOfThePeriodDialogWhole) {
+  Make(ReportPeriodLayout());
+  for (const int dpi : {96, 120, 144, 192}) {
+    ChangeScale(dpi);
+    for (const ui::ControlDescription& control : form->description().controls) {
+      if (control.caption.empty()) continue;
+      HWND window = Window(control.name);
+      HDC context = GetDC(window);
+      HGDIOBJ before = SelectObject(context, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+      SIZE size;
+      GetTextExtentPoint32W(context, Wide(control.caption.data()), static_cast<int>(control.caption.size()),
+                            &size);
+      SelectObject(context, before);
+      ReleaseDC(window, context);
+      RECT inner;
+      GetClientRect(window, &inner);
+      // What stands beside the caption: an option's mark, a button's or a frame's edge.
+      const int beside = control.kind == ui::ControlKind::Label ? 0 : MulDiv(20, dpi, 96);
+      EXPECT_LE(size.cx + beside, inner.right) << ToUtf8(control.name) << " at " << dpi;
+      EXPECT_LE(size.cy, inner.bottom) << ToUtf8(control.name) << " at " << dpi;
+    }
+  }
+}
+
+// --- Making and unmaking -----------------------------------------------------------------------------------
+
+TEST_F(FormWindowTest, RefusesADescriptionThatContradictsItself) {
+  const auto refusal = [](const std::function<void(ui::FormDescription&)>& spoil) {
+    ui::FormDescription description = FormWithAllKinds();
+    spoil(description);
+    try {
+      NativeForms().Create(description);
+      return 0;
+    } catch (const AutomationError& error) {
+      return error.number();
+    }
+  };
+  EXPECT_EQ(refusal([](ui::FormDescription&) {}), 0);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[2].name = u"txtYear"; }), kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[2].parent = u"nobody"; }), kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[4].parent = u"txtYear"; }), kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[0].parent = u"Frame1"; }), kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.default_button = u"nobody"; }), kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.cancel_button = u"txtYear"; }), kInternalError);
+}
+
+/// Closes a message box when one is in front.
+void CALLBACK CloseBox(HWND, UINT, UINT_PTR, DWORD) {
+  HWND box = FindWindowW(L"#32770", L"Klausimas");
+  if (box && GetActiveWindow() == box) PostMessageW(box, WM_CLOSE, 0, 0);
+}
+
+/// Does something 200 times and counts what stays.
+void ExpectNothingKeptOf(const std::function<void()>& step) {
+  for (int i = 0; i < 5; ++i) step();  // what the system keeps for itself
+  const HandleCounts before;
+  for (int i = 0; i < 200; ++i) step();
+  ExpectNothingKept(before, HandleCounts());
+}
+
+TEST_F(FormWindowTest, LeavesNothingBehind) {
+  ExpectNothingKeptOf([&] {
+    Make(ReportPeriodLayout());
+    Show({});
+  });
+  form.reset();
+  WNDCLASSEXW left{};
+  left.cbSize = sizeof left;
+  EXPECT_FALSE(GetClassInfoExW(OwnModule(), L"QVA_Varnholt.Form", &left));
+}
+
+/// Wine's calendar loses a font whenever it is given one, which is none of the form's.
+TEST_F(FormWindowTest, WithACalendarLeavesNothingBehindThatTheCalendarDoesNotLose) {
+  const auto kept_of = [](const std::function<void()>& step) {
+    for (int i = 0; i < 5; ++i) step();
+    const HandleCounts before;
+    for (int i = 0; i < 200; ++i) step();
+    const HandleCounts after;
+    EXPECT_LE(after.window_handles, before.window_handles + 20);
+    return after.graphics_handles - before.graphics_handles;
+  };
+  const MessageFont font(UiScale{});
+  const int lost = kept_of([&] {
+    HWND calendar = CreateWindowExW(0, MONTHCAL_CLASSW, L"", WS_CHILD, 0, 0, 9, 9, below->window, nullptr,
+                                    nullptr, nullptr);
+    SetFont(calendar, font.get());
+    DestroyWindow(calendar);
+  });
+  EXPECT_LE(kept_of([&] {
+              Make(FormWithMonth());
+              Show({});
+            }),
+            lost + 20);
+}
+
+TEST_F(FormWindowTest, LeavesNothingOfAMessageBoxBehind) {
+  form.reset();
+  const std::u16string captions[] = {u"Gerai", u"Ne"};
+  const UINT_PTR timer = SetTimer(nullptr, 0, 1, &CloseBox);
+  ExpectNothingKeptOf(
+      [&] { EXPECT_EQ(ShowButtonDialog(below->window, u"Tekstas", u"Klausimas", captions), 2); });
+  KillTimer(nullptr, timer);
+}
+
+}  // namespace
+}  // namespace qva::windows
