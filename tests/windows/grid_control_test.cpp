@@ -13,6 +13,7 @@
 
 #include "platform/text.h"
 #include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/GridKeys.h"
 #include "platform/windows/forms/WindowText.h"
 #include "tests/windows/gui_test.h"
 
@@ -24,6 +25,20 @@ using testing::IsEmpty;
 
 constexpr UiScale kScale{96};
 using Texts = std::vector<std::u16string>;
+
+TEST(KeyTarget, LeavesTabWithCtrlToTheForm) {
+  const GridExtent extent{.lines = 3, .columns = 3, .page = 2};
+  EXPECT_EQ(KeyTarget(VK_TAB, false, false, {0, 2}, extent), (GridCell{1, 0}));
+  EXPECT_EQ(KeyTarget(VK_TAB, true, false, {0, 2}, extent), std::nullopt);
+  EXPECT_EQ(KeyTarget(VK_TAB, true, true, {1, 2}, extent), std::nullopt);
+}
+
+TEST(KeyTarget, LeadsNowhereInAGridWithoutCells) {
+  for (const UINT key : {VK_TAB, VK_DOWN, VK_END, VK_NEXT}) {
+    EXPECT_EQ(KeyTarget(key, false, false, {}, {.lines = 0, .columns = 3}), std::nullopt);
+    EXPECT_EQ(KeyTarget(key, false, false, {}, {.lines = 3, .columns = 0}), std::nullopt);
+  }
+}
 
 /// Rows of texts that show themselves anew after every change, as the library's list does.
 class TestModel : public ui::GridModel {
@@ -522,6 +537,15 @@ TEST_F(GridControlTest, TheMousePressesTheCurrentCellsButtonWhereItGoesUpOnIt) {
   EXPECT_NE(GetCapture(), grid->window());
 }
 
+TEST_F(GridControlTest, ThePressedButtonOfAnEditedCellFindsTheTextStored) {
+  Press(VK_RIGHT);
+  Type(u"x");
+  model.on_press = [&] { EXPECT_EQ(model.rows[0][1], u"x"); };
+  Click(PlaceIn(0, 2, true));
+  EXPECT_THAT(model.pressed, ElementsAre(u"0:1"));
+  EXPECT_FALSE(Editor());
+}
+
 TEST_F(GridControlTest, TheButtonInTheEmptyLineMakesARowThatStaysWhenSomethingWasPicked) {
   Repeat(3, VK_DOWN);
   Press(VK_RIGHT);
@@ -534,6 +558,15 @@ TEST_F(GridControlTest, TheButtonInTheEmptyLineMakesARowThatStaysWhenSomethingWa
   EXPECT_EQ(model.rows.size(), 4u);
   EXPECT_EQ(model.rows[3][1], u"MEDVILNE");
   EXPECT_EQ(grid->CurrentRow(), 3u);
+}
+
+TEST_F(GridControlTest, TheFocusThatComesBackToTheHiddenFieldIsTheGrids) {
+  Type(u"x");
+  HWND field = Editor();
+  Press(VK_RETURN);
+  ::SetFocus(after);
+  ::SetFocus(field);
+  EXPECT_EQ(GetFocus(), grid->window());
 }
 
 TEST_F(GridControlTest, HeadsTheShownColumnsAlone) {
@@ -557,13 +590,13 @@ TEST_F(GridControlTest, TheMouseResizesColumnsDownToALeastWidth) {
     SendMessageW(Header(), WM_LBUTTONUP, 0, MAKELPARAM(to, 5));
     Pump();
   };
+  const RECT marker = HeaderItem(0);
+  drag(marker.right + 2, marker.right + 30);
+  EXPECT_EQ(HeaderItem(0).right, marker.right) << "the marker's width is fixed";
   drag(item.right - 1, item.right + 39);
   EXPECT_EQ(HeaderItem(1).right, item.right + 40);
   drag(item.right + 39, item.left + 1);
   EXPECT_GE(HeaderItem(1).right - HeaderItem(1).left, 16);
-  const RECT marker = HeaderItem(0);
-  drag(marker.right - 1, marker.right + 30);
-  EXPECT_EQ(HeaderItem(0).right, marker.right) << "the marker's width is fixed";
 }
 
 TEST_F(GridControlTest, ScrollsSidewaysToTheCurrentCell) {
@@ -719,6 +752,16 @@ TEST_F(GridControlTest, PaintsTheCurrentCellAsSelectedAndTextsInTheirCells) {
       << "there is a text";
   ::SetFocus(after);
   EXPECT_EQ(CountPoints(grid->window(), cell(0), selected), 0) << "the user is elsewhere";
+}
+
+TEST_F(GridControlTest, LooksDisabledWhenItIs) {
+  RECT body;
+  GetClientRect(grid->window(), &body);
+  body.top = body.bottom - 40;  // below the lines
+  const int all = static_cast<int>((body.right - body.left) * (body.bottom - body.top));
+  EXPECT_EQ(CountPoints(grid->window(), body, GetSysColor(COLOR_WINDOW)), all);
+  grid->SetEnabled(false);
+  EXPECT_EQ(CountPoints(grid->window(), body, GetSysColor(COLOR_BTNFACE)), all);
 }
 
 TEST_F(GridControlTest, LeavesNothingBehindHoweverOftenItComesAndGoes) {

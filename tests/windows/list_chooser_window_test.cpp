@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/ListFilter.h"
+#include "platform/windows/forms/UiScale.h"
 #include "tests/windows/gui_test.h"
 
 namespace qva::windows {
@@ -316,6 +317,26 @@ TEST_F(ListChooserWindowTest, FitsItsControlsAtEverySize) {
     expect_inside();
     SetWindowPos(seen.window, nullptr, 0, 0, 10, 10, SWP_NOZORDER);
     expect_inside();
+    Close(seen);
+  });
+}
+
+TEST_F(ListChooserWindowTest, GrowsWithTheScaleOfTheDisplay) {
+  Choose(u"", [](const Seen& seen) {
+    const auto width_of = [](HWND window) {
+      RECT area;
+      GetWindowRect(window, &area);
+      return area.right - area.left;
+    };
+    const auto column = [&] { return SendMessageW(seen.list, LVM_GETCOLUMNWIDTH, 0, 0); };
+    const int dpi = 2 * ScaleOf(seen.window).dpi;
+    const LONG button = width_of(seen.Ok());
+    const LRESULT code = column();
+    RECT place{0, 0, 900, 700};
+    SendMessageW(seen.window, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+    EXPECT_EQ(width_of(seen.Ok()), 2 * button);
+    EXPECT_EQ(column(), 2 * code);
+    EXPECT_EQ(width_of(seen.window), 900);
     Close(seen);
   });
 }

@@ -429,7 +429,8 @@ void GridControl::BeginEdit(bool keep_text) {
   RECT area = layout_.CellArea(current_);
   if (column->description.cell_button) area.right = CellButtonArea(area).left;
   const int spacing = scale_(kLineSpacing);  // the field writes at its top
-  editor_.Open({area.left, area.top + spacing, area.right, area.bottom - spacing}, kCellPadding,
+  const RECT field{area.left + 1, area.top + spacing, area.right - 1, area.bottom - spacing};  // in a frame
+  editor_.Open(field, kCellPadding - 1,
                keep_text ? model_->CellText(current_.line, column->model_column) : std::u16string());
   Invalidate();
 }
@@ -438,13 +439,19 @@ bool GridControl::EndEdit(bool store) {
   if (!editor_.is_open()) return true;
   const bool is_changed = store && model_ && editor_.is_modified();
   const std::u16string text = editor_.Text();
-  const auto new_row = std::exchange(new_row_, std::nullopt);
   editor_.Close();
   Invalidate();
-  const bool is_stored =
-      is_changed && model_->SetCellText(current_.line, columns_[current_.column].model_column, text);
+  if (is_changed) return Store(text);
+  if (const auto new_row = std::exchange(new_row_, std::nullopt)) DropRow(*new_row);
+  return true;
+}
+
+bool GridControl::Store(std::u16string_view text) {
+  const auto new_row = std::exchange(new_row_, std::nullopt);
+  const bool is_stored = model_->SetCellText(current_.line, columns_[current_.column].model_column, text);
   if (new_row && !is_stored) DropRow(*new_row);
-  return is_stored || !is_changed;
+  Invalidate();
+  return is_stored;
 }
 
 void GridControl::PressCellButton() {
@@ -469,12 +476,7 @@ void GridControl::PressCellButton() {
 void GridControl::TurnMark() {
   const ShownColumn* column = CurrentColumn();
   if (!column || column->description.read_only || !EnsureRow()) return;
-  const auto new_row = std::exchange(new_row_, std::nullopt);
-  const bool is_true = IsTrue(model_->CellText(current_.line, column->model_column));
-  const bool is_stored =
-      model_->SetCellText(current_.line, column->model_column, is_true ? u"False" : u"True");
-  if (new_row && !is_stored) DropRow(*new_row);
-  Invalidate();
+  Store(IsTrue(model_->CellText(current_.line, column->model_column)) ? u"False" : u"True");
 }
 
 void GridControl::DeleteCurrentRow() {

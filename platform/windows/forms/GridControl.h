@@ -84,6 +84,8 @@ class GridControl : public ui::Grid, private GridEditor::Owner {
   void BeginEdit(bool keep_text);
   /// False when the model refused the text.
   bool EndEdit(bool store);
+  /// Stores a text in the current cell. False when the model refused it.
+  bool Store(std::u16string_view text);
   void PressCellButton();
   void TurnMark();
   void DeleteCurrentRow();

@@ -36,7 +36,7 @@ std::optional<GridCell> KeyTarget(UINT key, bool control, bool shift, GridCell f
       break;
     case VK_TAB: {
       const std::size_t number = from.line * extent.columns + from.column;
-      if (shift ? number == 0 : from == last) return std::nullopt;
+      if (control || (shift ? number == 0 : from == last)) return std::nullopt;
       const std::size_t next = shift ? number - 1 : number + 1;
       to = {next / extent.columns, next % extent.columns};
       break;

@@ -132,7 +132,10 @@ class Painter {
       PaintButton(button);
       area.right = button.left;
     }
-    if (is_edited) return;
+    if (is_edited) {
+      FrameRect(context_, &area, GetSysColorBrush(COLOR_HIGHLIGHT));
+      return;
+    }
     if (IsRow(cell.line)) {
       const std::u16string text = picture_.model->CellText(cell.line, column.model_column);
       if (column.description.check_box) {

@@ -39,6 +39,7 @@ constexpr int kGreatestColumn = 240;
 
 constexpr std::size_t kMeasuredRows = 200;  // for the columns' widths; more would take too long
 
+constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME;  // without an icon
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
 
 /// A dialog template without controls: they are created when the dialog knows its scale.
@@ -62,6 +63,7 @@ class Chooser {
     const VisualStyles styles;
     EmptyTemplate empty{};
     empty.dialog.style = kStyle | DS_SETFOREGROUND;
+    empty.dialog.dwExtendedStyle = kExtendedStyle;
     DialogBoxIndirectParamW(OwnModule(), &empty.dialog, OwnerWindow(), &Chooser::Procedure,
                             reinterpret_cast<LPARAM>(this));
     return chosen_;
@@ -103,7 +105,7 @@ class Chooser {
         return TRUE;
       case WM_GETMINMAXINFO: {
         RECT least{0, 0, scale_(kLeastWidth), scale_(kLeastHeight)};
-        AddFrame(least, kStyle, 0, scale_);
+        AddFrame(least, kStyle, kExtendedStyle, scale_);
         reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.right - least.left,
                                                                  least.bottom - least.top};
         return TRUE;
@@ -133,12 +135,26 @@ class Chooser {
       case static_cast<UINT>(LVN_ODSTATECHANGED):
         EnableWindow(ok_, Selection() >= 0);
         return TRUE;
+      case static_cast<UINT>(NM_CUSTOMDRAW):
+        SetWindowLongPtrW(window_, DWLP_MSGRESULT, Draw(*reinterpret_cast<NMLVCUSTOMDRAW*>(notice)));
+        return TRUE;
       case static_cast<UINT>(NM_DBLCLK):
         if (reinterpret_cast<const NMITEMACTIVATE*>(notice)->iItem >= 0) Pick();
         return TRUE;
       default:
         return FALSE;
     }
+  }
+
+  /// The selected row looks so also while the user types: that is where Enter goes.
+  LRESULT Draw(NMLVCUSTOMDRAW& draw) const {
+    if (draw.nmcd.dwDrawStage == CDDS_PREPAINT) return CDRF_NOTIFYITEMDRAW;
+    if (draw.nmcd.dwDrawStage == CDDS_ITEMPREPAINT && static_cast<int>(draw.nmcd.dwItemSpec) == Selection()) {
+      draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);
+      draw.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+      draw.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+    }
+    return CDRF_DODEFAULT;
   }
 
   /// The text of a cell, which lives as long as the list.
@@ -219,7 +235,7 @@ class Chooser {
 
   void PlaceAboveOwner() {
     RECT area{0, 0, scale_(kWidth), scale_(kHeight)};
-    AddFrame(area, kStyle, 0, scale_);
+    AddFrame(area, kStyle, kExtendedStyle, scale_);
     const int width = static_cast<int>(area.right - area.left);
     const int height = static_cast<int>(area.bottom - area.top);
     MONITORINFO screen{};
@@ -271,7 +287,11 @@ class Chooser {
     MoveWindow(list_view_, margin, list_top, width - 2 * margin, button_top - margin - list_top, TRUE);
     MoveWindow(ok_, width - margin - 2 * button - gap, button_top, button, button_height, TRUE);
     MoveWindow(cancel_, width - margin - button, button_top, button, button_height, TRUE);
-    // The last column takes what the others leave.
+    FitLastColumn();
+  }
+
+  /// The last column takes what the others leave.
+  void FitLastColumn() {
     SendMessageW(list_view_, LVM_SETCOLUMNWIDTH, list_.captions.size() - 1, LVSCW_AUTOSIZE_USEHEADER);
   }
 
@@ -295,6 +315,7 @@ class Chooser {
     SendMessageW(list_view_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
     shown_ = std::move(rows);
     SendMessageW(list_view_, LVM_SETITEMCOUNT, shown_.size(), 0);
+    FitLastColumn();  // there may be a scroll bar more or less
     const auto found = std::ranges::find(shown_, row);
     const auto line = static_cast<WPARAM>(found == shown_.end() ? 0 : found - shown_.begin());
     state.state = state.stateMask;
