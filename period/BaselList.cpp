@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "period/CodesAndNames.h"
 #include "platform/services.h"
 #include "platform/text.h"
 
@@ -65,11 +66,8 @@ void BaselList::Lookup::Init(host::Book book, std::u16string_view table) {
 
 void BaselList::Lookup::Reload() {
   rows_.clear();
-  const Value rows = book_.Table(table_).Rows({u"Code", u"Name"});
-  if (rows.Is(Value::Type::Empty)) return;
-  const std::vector<Value>& cells = rows.ToArray().elements;
-  for (std::size_t i = 0; i + 1 < cells.size(); i += 2) {
-    rows_.push_back({cells[i].ToText(), cells[i + 1].ToText()});
+  for (auto& [code, name] : CodesAndNames(book_.Table(table_))) {
+    rows_.push_back({std::move(code), std::move(name)});
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include "global/Helpers.h"
 #include "global/StartUp.h"
+#include "period/CodesAndNames.h"
 #include "platform/date.h"
 #include "platform/services.h"
 #include "platform/text.h"
@@ -118,12 +119,9 @@ void frmReportPeriod::m_oForm_BeforeShow() {
 }
 
 void frmReportPeriod::FillAccountPlans() {
-  const Value rows = showing_->book.Table(u"GLAccountSet").Rows({u"Code", u"Name"});
-  if (rows.Is(Value::Type::Empty)) return;
-  const std::vector<Value>& cells = rows.ToArray().elements;
   std::vector<ui::ComboBox::Item> items;
-  for (std::size_t i = 0; i + 1 < cells.size(); i += 2) {
-    items.push_back({cells[i].ToText(), cells[i + 1].ToText()});
+  for (auto& [code, name] : CodesAndNames(showing_->book.Table(u"GLAccountSet"))) {
+    items.push_back({std::move(code), std::move(name)});
   }
   AccountPlan().SetItems(std::move(items));
 }
