@@ -1,67 +1,12 @@
 #include "storage/CSaveForm.h"
 
-#include "platform/date.h"
-#include "tests/library_fixture.h"
+#include "tests/storage/save_form_fixture.h"
 
 namespace qva {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-
-/// An instance after Init, connected to an Excel with one workbook; the archive is "C:\Ataskaitos".
-class SaveForm : public LibraryTest {
- protected:
-  SaveForm() {
-    platform.files.SetFolder(kArchive);
-    for (const std::int32_t code : {1, 2, 3, 4, 5, 8}) {
-      host.texts[800 + code] = u"klaida " + NumberText(code);
-    }
-    excel->AddWorkbook();
-    workbook = GetObject(application, u"ActiveWorkbook");
-    Call(form, u"Init");
-    StartOver();
-  }
-
-  /// Starts the count, the trace and the failures anew.
-  void StartOver(long failing_call = 0) {
-    count.Reset();
-    trace.Clear();
-    failure.Reset(failing_call);
-  }
-
-  static Value Day(int year, int month, int day) { return DateFromParts(year, month, day); }
-
-  Value Save(const Value& wb, const Value& name, const Value& type, const Value& id, const Value& date) {
-    return Call(form, u"Save", {wb, name, type, id, date});
-  }
-  Value FileExist(const Value& wb, const Value& name, const Value& type, const Value& id, const Value& date) {
-    return Call(form, u"FileExist", {wb, name, type, id, date});
-  }
-  std::u16string FileName(const Value& wb, const Value& name, const Value& type, const Value& id,
-                          const Value& date) {
-    return Call(form, u"FileName", {wb, name, type, id, date}).ToText();
-  }
-  void SaveReport(const Value& wb, std::u16string_view name, int year, int period) {
-    Call(form, u"SaveReport", {wb, name, year, period});
-  }
-  bool ReportExist(const Value& wb, std::u16string_view name, int year, int period) {
-    return Call(form, u"ReportExist", {wb, name, year, period}).ToBoolean();
-  }
-  bool ReportExistEx(std::u16string_view name, int year, int period) {
-    return Call(form, u"ReportExistEx", {name, year, period}).ToBoolean();
-  }
-
-  int Status() const { return Get(form, u"ErrorStatus").ToInt32(); }
-  std::u16string Description() const { return Get(form, u"ErrorDescr").ToText(); }
-  std::u16string FullPath() const { return Get(form, u"FileFullPath").ToText(); }
-  bool Alerts() const { return Get(excel, u"DisplayAlerts").ToBoolean(); }
-
-  static constexpr std::u16string_view kArchive = u"C:\\Ataskaitos";
-  ObjectPtr global = Connected();
-  ObjectPtr workbook;
-  ObjectPtr form = Create(u"CSaveForm");
-};
+using SaveForm = SaveFormTest;
 
 // --- Fields
 // ---------------------------------------------------------------------------------------------------
@@ -355,177 +300,6 @@ TEST_F(SaveForm, SaveWithoutAFolderSavesNothing) {
   EXPECT_TRUE(Alerts());
 }
 
-// --- Reports
-// --------------------------------------------------------------------------------------------------
-
-TEST_F(SaveForm, ReportsAreNamedByYearAndPeriod) {
-  struct {
-    const char16_t* name;
-    int year, period;
-    const char16_t* path;
-  } const cases[] = {{u"Balansas", 2010, 3, u"\\2010\\Balansas_2010_03.xls"},
-                     {u"Balansas", 2010, 12, u"\\2010\\Balansas_2010_12.xls"},
-                     {u"Balansas", 2010, 10, u"\\2010\\Balansas_2010_10.xls"},
-                     {u"Balansas", 2010, 0, u"\\2010\\Balansas_2010.xls"},
-                     {u"Balansas", 2010, -1, u"\\2010\\Balansas_2010.xls"},
-                     {u"Balansas", 2010, -32768, u"\\2010\\Balansas_2010.xls"},
-                     {u"Balansas", 1970, 1, u"\\1970\\Balansas_1970_01.xls"},
-                     {u"Balansas", 32767, 1, u"\\32767\\Balansas_32767_01.xls"},
-                     {u"P/N ataskaita v.2", 2024, 4, u"\\2024\\P_N ataskaita v_2_2024_04.xls"}};
-  for (const auto& c : cases) {
-    EXPECT_FALSE(ReportExistEx(c.name, c.year, c.period));
-    EXPECT_EQ(FullPath(), std::u16string(kArchive) + c.path);
-    EXPECT_EQ(Status(), 0);
-  }
-  EXPECT_TRUE(platform.files.FolderExists(u"C:\\Ataskaitos\\2010"));
-}
-
-TEST_F(SaveForm, AYearBefore1970OrAPeriodAbove12IsCode4) {
-  for (const auto& [year, period] : {std::pair{1969, 1}, {0, 0}, {-1, 0}, {2010, 13}, {1969, 13}}) {
-    Put(form, u"ErrorStatus", 0);
-    Put(form, u"FileFullPath", u"senas");
-    EXPECT_FALSE(ReportExistEx(u"Balansas", year, period));
-    EXPECT_EQ(Status(), 4);
-    EXPECT_EQ(Description(), u"klaida 4");
-    EXPECT_EQ(FullPath(), u"senas");
-  }
-}
-
-TEST_F(SaveForm, AReportWithoutANameIsCode1UnlessTheYearIsWrongToo) {
-  EXPECT_FALSE(ReportExistEx(u"  ", 2010, 1));
-  EXPECT_EQ(Status(), 1);
-  Put(form, u"ErrorStatus", 0);
-  EXPECT_FALSE(ReportExistEx(u"", 1969, 1));
-  EXPECT_EQ(Status(), 4);
-}
-
-TEST_F(SaveForm, ReportExistTellsWhatTheToolsFind) {
-  EXPECT_FALSE(ReportExist(workbook, u"Balansas", 2010, 3));
-  excel->AddFile(u"C:\\Ataskaitos\\2010\\Balansas_2010_03.xls");
-  EXPECT_TRUE(ReportExist(workbook, u"Balansas", 2010, 3));
-  EXPECT_TRUE(ReportExistEx(u"Balansas", 2010, 3));
-  EXPECT_FALSE(ReportExistEx(u"Balansas", 2010, 4));
-}
-
-TEST_F(SaveForm, ReportExistExKeepsACodeOfAnEarlierCall) {
-  excel->AddFile(u"C:\\Ataskaitos\\2010\\Balansas_2010_03.xls");
-  Put(form, u"ErrorStatus", 2);
-  Put(form, u"FileFullPath", u"senas");
-  EXPECT_FALSE(ReportExistEx(u"Balansas", 2010, 3));
-  EXPECT_EQ(Status(), 2);
-  EXPECT_EQ(FullPath(), u"senas");
-  EXPECT_TRUE(ReportExist(workbook, u"Balansas", 2010, 3)) << "this one resets it";
-}
-
-TEST_F(SaveForm, ReportExistWithoutAWorkbookIsCode5AndGoesNoFurther) {
-  EXPECT_FALSE(ReportExist(Nothing(), u"", 1969, 13));
-  EXPECT_EQ(Status(), 5);
-  EXPECT_EQ(Description(), u"klaida 5");
-}
-
-TEST_F(SaveForm, AMissingArchiveIsCode8WithTheFolder) {
-  host.path_keys[u"BookRepSave"] = u"D:\\Nera\\";
-  Call(form, u"Init");
-  EXPECT_FALSE(ReportExistEx(u"Balansas", 2010, 3));
-  EXPECT_EQ(Status(), 8);
-  EXPECT_EQ(Description(), u"klaida 8\r\nD:\\Nera\\2010\\");
-}
-
-TEST_F(SaveForm, AChangedGeneralPathMovesFormsButNotReports) {
-  platform.files.SetFolder(u"D:\\Kitur");
-  Put(form, u"GeneralPath", u"D:\\Kitur\\");
-  Save(workbook, u"F", u"PVM", u"1", Day(2010, 11, 12));
-  EXPECT_EQ(FullPath(), u"D:\\Kitur\\PVM\\F_PVM_1_20101112.xls");
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  EXPECT_EQ(FullPath(), u"C:\\Ataskaitos\\2010\\Balansas_2010_03.xls");
-}
-
-TEST_F(SaveForm, YearAndPeriodAre16Bit) {
-  EXPECT_EQ(ErrorNumberOf([&] { ReportExistEx(u"Balansas", 32768, 1); }), kOverflow);
-  EXPECT_EQ(ErrorNumberOf([&] { SaveReport(workbook, u"Balansas", 2010, 40000); }), kOverflow);
-}
-
-// --- SaveReport
-// -----------------------------------------------------------------------------------------------
-
-const char* const kSaveReportCalls[] = {
-    "Application.FileSearch",
-    "Application.FileSearch.LookIn = \"C:\\Ataskaitos\\2010\\\"",
-    "Application.FileSearch.FileName = \"Balansas_2010_03.xls\"",
-    "Application.FileSearch.Execute() -> 0",
-    "Application.DisplayAlerts = False",
-    "Application.ActiveWorkbook.SaveAs(\"C:\\Ataskaitos\\2010\\Balansas_2010_03.xls\")",
-    "Application.DisplayAlerts = True"};
-const std::u16string_view kReport = u"C:\\Ataskaitos\\2010\\Balansas_2010_03.xls";
-
-TEST_F(SaveForm, SaveReportStoresTheWorkbookWithSevenCalls) {
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  EXPECT_EQ(Status(), 0);
-  EXPECT_EQ(FullPath(), kReport);
-  EXPECT_TRUE(excel->HasFile(kReport));
-  EXPECT_TRUE(Alerts());
-  EXPECT_THAT(trace.lines(), testing::ElementsAreArray(kSaveReportCalls));
-}
-
-TEST_F(SaveForm, SaveReportForgetsAnEarlierErrorAndPath) {
-  Put(form, u"ErrorStatus", 2);
-  Put(form, u"FileFullPath", u"senas");
-  SaveReport(workbook, u"", 2010, 3);
-  EXPECT_EQ(Status(), 1);
-  EXPECT_EQ(FullPath(), u"");
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  EXPECT_EQ(Status(), 0);
-}
-
-TEST_F(SaveForm, SaveReportWithoutAWorkbookIsCode5) {
-  SaveReport(Nothing(), u"Balansas", 2010, 3);
-  EXPECT_EQ(Status(), 5);
-  EXPECT_FALSE(platform.files.FolderExists(u"C:\\Ataskaitos\\2010"));
-}
-
-TEST_F(SaveForm, SetsCode8AndLeavesAlertsOffWhenSaveAsFails) {
-  // Excel refuses the name of another open workbook.
-  excel->AddFile(u"C:\\Kitur\\Balansas_2010_03.xls");
-  Call(GetObject(excel, u"Workbooks"), u"Open", {u"C:\\Kitur\\Balansas_2010_03.xls"});
-  Put(form, u"ErrorDescr", u"senas");
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  EXPECT_EQ(Status(), 8);
-  EXPECT_EQ(Description(), u"senas") << "message 808 is not loaded";
-  EXPECT_FALSE(Alerts());
-  EXPECT_EQ(FullPath(), kReport) << "the path stays where it would have been";
-}
-
-TEST_F(SaveForm, ASaveAfterAFailedOneSwitchesTheAlertsOnAgain) {
-  StartOver(6);
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  EXPECT_FALSE(Alerts());
-  StartOver();
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  EXPECT_EQ(Status(), 0);
-  EXPECT_TRUE(Alerts());
-}
-
-// Whichever call fails: an error of the search reaches the caller, one of saving becomes code 8 in silence.
-TEST_F(SaveForm, SaveReportEndsAsAgreedWhicheverCallFails) {
-  const long live = Object::LiveCount();
-  for (long n = 1; n <= static_cast<long>(std::size(kSaveReportCalls)) + 1; ++n) {
-    SCOPED_TRACE(n);
-    Put(excel, u"DisplayAlerts", true);
-    Put(form, u"ErrorDescr", u"senas");
-    StartOver(n);
-    const std::int32_t raised = ErrorNumberOf([&] { SaveReport(workbook, u"Balansas", 2010, 3); });
-    EXPECT_EQ(failure.has_failed(), n <= 7);
-    failure.Reset(0);
-    EXPECT_EQ(raised, n <= 4 ? kAutomationFailed : 0);
-    EXPECT_EQ(Status(), n >= 5 && n <= 7 ? 8 : 0);
-    EXPECT_EQ(Description(), u"senas");
-    EXPECT_EQ(Alerts(), n <= 5 || n == 8);
-    EXPECT_EQ(excel->HasFile(kReport), n >= 7);
-    EXPECT_EQ(FullPath(), kReport);
-    EXPECT_EQ(Object::LiveCount(), live);
-  }
-}
-
 TEST_F(SaveForm, SaveEndsAsAgreedWhicheverCallFails) {
   const std::u16string_view path = u"C:\\AtaskaitosPVM\\F_PVM_1_20101112.xls";
   for (long n = 1; n <= 8; ++n) {
@@ -539,20 +313,6 @@ TEST_F(SaveForm, SaveEndsAsAgreedWhicheverCallFails) {
     EXPECT_EQ(Alerts(), n <= 5 || n == 8);
     EXPECT_EQ(excel->HasFile(path), n >= 7);
   }
-}
-
-// --- Release
-// --------------------------------------------------------------------------------------------------
-
-TEST_F(SaveForm, HoldsTheWorkbookUntilItsRelease) {
-  const long before = workbook->ReferenceCount();
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  EXPECT_EQ(workbook->ReferenceCount(), before + 1);
-  SaveReport(Nothing(), u"Balansas", 2010, 3);
-  EXPECT_EQ(workbook->ReferenceCount(), before) << "Nothing takes its place";
-  SaveReport(workbook, u"Balansas", 2010, 3);
-  form.reset();
-  EXPECT_EQ(workbook->ReferenceCount(), before);
 }
 
 }  // namespace
