@@ -57,11 +57,12 @@ class CReports : public Described<CReports> {
 
   /// Locks or unlocks the cells of a zone on the active sheet, each call of the instance the other way than
   /// the one before, whatever the zone is; the first one locks. The active cell stays, the selection becomes
-  /// the zone. Excel's errors reach the caller; such a call counts, too.
+  /// the zone. Excel's errors reach the caller, with the screen updating as after a success; such a call
+  /// counts, too.
   void Locking(excel::Range rZona);
 
-  /// Puts the values of formulas in their place. A constant text that holds "=" is written anew, too. Excel's
-  /// errors reach the caller; cells done by then stay so.
+  /// Puts the values of formulas in their place. A constant text that holds "=" is written anew, too, and
+  /// stays that text, as does a formula's. Excel's errors reach the caller; cells done by then stay so.
   void ClearFormulas(excel::Range ScanArrea);
 
   /// Saves the workbook in the archive as the report of a year and quarter or, where `rYear` holds the full

@@ -22,6 +22,8 @@ void WithScreenFrozen(const excel::Application& application, bool updating_after
 
 }  // namespace
 
+// No error is handled, so that each reaches the macro; only the screen, which this call froze, is thawed
+// first.
 void CReports::Locking(excel::Range rZona) {
   is_locking_ = !is_locking_;
   const excel::Application application = TheGlobals().application;

@@ -13,10 +13,17 @@ bool HoldsFormula(const Value& formula) {
   return formula.Is(Value::Type::Text) && formula.As<std::u16string>().find(u'=') != std::u16string::npos;
 }
 
+/// The value as it is to be entered. Excel would take a text that begins with "=" for a formula again; the
+/// apostrophe, which is no part of the value, keeps it the text that it is.
+Value EntryOf(const Value& value) {
+  const bool would_be_formula = value.Is(Value::Type::Text) && value.As<std::u16string>().starts_with(u'=');
+  return would_be_formula ? Value(u"'" + value.As<std::u16string>()) : value;
+}
+
 void Freeze(const excel::Range& cell) {
   const Value value = cell.Value();
   cell.SetFormulaLocal(u"");
-  cell.SetValue(value);
+  cell.SetValue(EntryOf(value));
 }
 
 /// The formulas' texts travel as one block, since freezing a cell does not change those of others. Values do

@@ -98,6 +98,37 @@ TEST_F(Formulas, ATextWithAnEqualsSignIsWrittenAnew) {
   EXPECT_EQ(Get(Workbook(), u"Saved"), Value(false));
 }
 
+TEST_F(Formulas, ATextThatBeginsWithAnEqualsSignStaysThatText) {
+  Set(u"A1", 5);
+  Set(u"B1", u"'=A1");
+  Set(u"B2", u"'=");
+  Set(u"B3", u"=\"=\"&\"A1\"");
+  ASSERT_EQ(FormulaOf(u"B1"), u"=A1") << "which looks like a formula";
+  Put(Workbook(), u"Saved", true);
+  Clear(u"B1");
+  EXPECT_EQ(Get(Workbook(), u"Saved"), Value(false)) << "it is written anew";
+  for (int time = 1; time <= 2; ++time) {
+    Clear(u"B1:B3");
+    EXPECT_EQ(At(u"B1"), Value(u"=A1"));
+    EXPECT_EQ(At(u"B2"), Value(u"="));
+    EXPECT_EQ(At(u"B3"), Value(u"=A1")) << "what a formula yields is no formula either";
+  }
+}
+
+TEST_F(Formulas, OfABlockBecomeTheValuesOfTheirOwnCells) {
+  for (std::int32_t row = 1; row <= 3; ++row) {
+    Set(u"A" + NumberText(row), u"=" + NumberText(row * 10) + u"+1");
+    Set(u"B" + NumberText(row), row);
+    Set(u"C" + NumberText(row), u"=B" + NumberText(row) + u"*100");
+  }
+  Clear(u"A1:C3");
+  for (std::int32_t row = 1; row <= 3; ++row) {
+    EXPECT_EQ(FormulaOf(u"A" + NumberText(row)), NumberText(row * 10 + 1));
+    EXPECT_EQ(FormulaOf(u"B" + NumberText(row)), NumberText(row));
+    EXPECT_EQ(FormulaOf(u"C" + NumberText(row)), NumberText(row * 100));
+  }
+}
+
 TEST_F(Formulas, FormatsOfTheCellsStay) {
   Set(u"A1", u"=1+1");
   Put(Cells(u"A1"), u"NumberFormat", u"0.00");

@@ -183,52 +183,79 @@ TEST_F(Printing, AnErrorWithoutANumberIsNotShown) {
   EXPECT_THAT(BoxTexts(), IsEmpty());
 }
 
-// Calls of a print page by page with two pages: 1 visibility; 2 to 10 the copy of the range, errors ignored;
-// 11 to 13 the check; 14 to 18 name, texts and the message object; 19 the question; 20 page 1; 21 to 23 the
-// prompt; 24 page 2; 25 to 27 the last step.
+/// The ways to print: their own calls, which stand between the two steps that all have in common, and after
+/// how many of these calls each job is there.
+struct Way {
+  const char* name;
+  bool out;
+  bool page_by_page;
+  long calls;
+  std::vector<long> job_calls;
+};
+
+// Calls with a hidden sheet: 1 and 2 its visibility; 3 to 11 the copy of the range, errors ignored (5 finds
+// the name "Print", 6 shows and 11 hides it, 10 sets the print area); 12 to 14 the check; 15 shows the name
+// "Print_Area" again; then the way's own calls; and at last the name is hidden, the page breaks are turned
+// off and the sheet is hidden.
 TEST_F(Printing, EndsAsAgreedWhicheverCallFails) {
-  const long live = Object::LiveCount();
-  constexpr long kCalls = 27;
-  for (long n = 1; n <= kCalls + 1; ++n) {
-    SCOPED_TRACE(n);
-    platform.message_box = {};
-    platform.message_box.Answer(kPageByPage);
-    const std::size_t printed = Jobs().size();
-    Put(Sheet(), u"Visible", xlSheetVisible);
-    Put(GetObject(Sheet(), u"PageSetup"), u"PrintArea", u"$A$1");
-    const ObjectPtr fresh = Create(u"CReports");
-    const ObjectPtr sheet = Traced(Sheet(), u"Sheet");
-    StartOver(n);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"Spauzd", {sheet, true, true, 2}); }), 0);
-    EXPECT_EQ(failure.has_failed(), n <= kCalls);
-    failure.Reset(0);
+  const Way ways[] = {
+      {"all at once", true, false, 1, {1}},
+      {"preview", false, false, 1, {1}},
+      // Texts 816 to 818, the message object, the question, page 1, 819, 820, the prompt, page 2.
+      {"page by page", true, true, 10, {6, 10}}};
+  constexpr long kBefore = 15;
+  for (const Way& way : ways) {
+    SCOPED_TRACE(way.name);
+    const long area_hidden = kBefore + way.calls + 1;
+    const long breaks_off = area_hidden + 1;
+    const long calls = area_hidden + 2;
+    const long live = Object::LiveCount();
+    for (long n = 1; n <= calls + 1; ++n) {
+      SCOPED_TRACE(n);
+      platform.message_box = {};
+      platform.message_box.Answer(kPageByPage);
+      const std::size_t printed = Jobs().size();
+      Put(GetObject(Sheet(), u"PageSetup"), u"PrintArea", u"$A$1");
+      Put(Name(u"Print"), u"Visible", true);
+      Put(Name(u"Sheet1!Print_Area"), u"Visible", false);
+      Put(Sheet(), u"DisplayPageBreaks", true);
+      Put(Sheet(), u"Visible", xlSheetHidden);
+      const ObjectPtr fresh = Create(u"CReports");
+      const ObjectPtr sheet = Traced(Sheet(), u"Sheet");
+      StartOver(n);
+      EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"Spauzd", {sheet, way.out, way.page_by_page, 2}); }), 0);
+      EXPECT_EQ(failure.has_failed(), n <= calls);
+      failure.Reset(0);
 
-    const bool copied = n < 6 || n > 9;
-    const bool checked = n < 11 || n > 13;
-    const std::u16string shown = Boxes().empty() ? u"" : Boxes().back().text;
-    if (n == 1 || (n >= 14 && n <= kCalls)) {
-      EXPECT_EQ(shown, u"The call failed");
-      EXPECT_THAT(Boxes().back().captions, ElementsAre(u"Gerai"));
-    } else {
-      EXPECT_EQ(shown, checked ? u"2 puslapis" : u"tekstas 815");
+      const bool copy_failed = n >= 3 && n <= 11;
+      const bool check_failed = n >= 12 && n <= 14;
+      const bool ended_by_error = n <= 2 || (n >= kBefore && n <= calls);
+      const std::u16string shown = Boxes().empty() ? u"" : Boxes().back().text;
+      if (ended_by_error || check_failed) {
+        EXPECT_EQ(shown, ended_by_error ? u"The call failed" : u"tekstas 815");
+        EXPECT_THAT(Boxes().back().captions, ElementsAre(u"Gerai"));
+      } else {
+        EXPECT_EQ(shown, way.page_by_page ? u"2 puslapis" : u"");
+      }
+
+      std::vector<PrintJob> expected;
+      for (const long job_call : way.job_calls) {
+        if (n <= 2 || check_failed || (n >= kBefore && n <= kBefore + job_call)) continue;
+        PrintJob job = way.page_by_page ? Page(static_cast<std::int32_t>(expected.size()) + 1) : Whole();
+        job.is_preview = !way.out;
+        if (n >= 7 && n <= 10) job.print_area = u"$A$1";
+        expected.push_back(job);
+      }
+      EXPECT_THAT(std::vector<PrintJob>(Jobs().begin() + static_cast<std::ptrdiff_t>(printed), Jobs().end()),
+                  testing::ElementsAreArray(expected));
+
+      EXPECT_EQ(IsVisible(u"Print"), n <= 5 || n == 11) << "as it was where it was not found or not hidden";
+      EXPECT_EQ(IsVisible(u"Sheet1!Print_Area"), n >= kBefore && n <= area_hidden);
+      EXPECT_EQ(Get(Sheet(), u"DisplayPageBreaks"), Value(n <= 2 || (!copy_failed && n <= breaks_off)));
+      EXPECT_EQ(Visibility(), n <= 2 || copy_failed || n > calls ? xlSheetHidden : xlSheetVisible);
     }
-    const std::size_t pages = n == 1 || !checked || (n >= 14 && n <= 20) ? 0 : n >= 21 && n <= 24 ? 1 : 2;
-    ASSERT_EQ(Jobs().size(), printed + pages);
-    for (std::size_t page = 1; page <= pages; ++page) {
-      EXPECT_EQ(Jobs()[printed + page - 1].from, static_cast<std::int32_t>(page));
-      EXPECT_EQ(Jobs()[printed + page - 1].print_area, copied ? u"$A$3:$C$20" : u"$A$1");
-    }
+    EXPECT_EQ(Object::LiveCount(), live);
   }
-  EXPECT_EQ(Object::LiveCount(), live);
-}
-
-TEST_F(Printing, WhatAnErrorLeavesBehindIsWhatWasDoneByThen) {
-  Put(Sheet(), u"Visible", xlSheetHidden);
-  StartOver(16);  // the print itself, behind making the sheet visible
-  Print(Sheet(), true);
-  EXPECT_THAT(BoxTexts(), ElementsAre(u"The call failed"));
-  EXPECT_EQ(Visibility(), xlSheetVisible);
-  EXPECT_TRUE(IsVisible(u"Sheet1!Print_Area"));
 }
 
 }  // namespace

@@ -297,5 +297,168 @@ TEST_F(Saving, EndsAsAgreedWhicheverCallFails) {
   EXPECT_EQ(Object::LiveCount(), live);
 }
 
+const char* const kReplaceCalls[] = {
+    "Year.Value -> 2024",
+    "Part.Value -> 3",
+    "CreateObject(\"NVXCommonObjects.DataAccess\")",
+    "DataAccess.Lookup(\"PathKey\", Nothing)",
+    "DataAccess.Lookup(\"PathKey\", Nothing).Run(Array(\"BookRepSave\")) -> True",
+    "DataAccess.Lookup(\"PathKey\", Nothing).Value -> \"C:\\Ataskaitos\"",
+    "Application.ActiveWorkbook.VBProject",
+    "Application.ActiveWorkbook.VBProject.Name -> \"Balansas\"",
+    "Application.FileSearch",
+    "Application.FileSearch.LookIn = \"C:\\Ataskaitos\\2024\\\"",
+    "Application.FileSearch.FileName = \"Balansas_2024_03.xls\"",
+    "Application.FileSearch.Execute() -> 1",
+    "MessageResource.Text(840) -> \"tekstas 840\"",
+    "CreateObject(\"QVA_Common.Message\")",
+    "Message.Show(\"tekstas 840\", \"\", Array(\"Taip\", \"Ne\")) -> 1",
+    "Application.FileSearch",
+    "Application.FileSearch.LookIn = \"C:\\Ataskaitos\\2024\\\"",
+    "Application.FileSearch.FileName = \"Balansas_2024_03.xls\"",
+    "Application.FileSearch.Execute() -> 1",
+    "Application.DisplayAlerts = False",
+    "Application.ActiveWorkbook.SaveAs(\"C:\\Ataskaitos\\2024\\Balansas_2024_03.xls\")",
+    "Application.DisplayAlerts = True",
+    "Application.ActiveWorkbook.Names",
+    "Application.ActiveWorkbook.Names.Item(\"Saved\")",
+    "Application.ActiveWorkbook.Names.Item(\"Saved\").RefersToRange",
+    "Application.ActiveWorkbook.Names.Item(\"Saved\").RefersToRange.Value = True",
+    "Application.ActiveWorkbook.Save()",
+    "MessageResource.Text(814) -> \"išsaugota: %0\"",
+    "Application.ActiveWorkbook.FullName -> \"C:\\Ataskaitos\\2024\\Balansas_2024_03.xls\"",
+    "Message.Show(\"išsaugota: C:\\Ataskaitos\\2024\\Balansas_2024_03.xls\", \"\", Array(\"Gerai\")) -> 1",
+    "Application.ActiveWorkbook.Saved = True"};
+
+/// SaveDoc with a failing call, by an instance and a library that have not saved yet.
+class FailingSave : public Saving {
+ protected:
+  /// What a call left behind.
+  struct Outcome {
+    Value saved;
+    std::vector<std::u16string> boxes;
+    std::u16string workbook;
+    Value cell;
+    Value alerts;
+    Value workbook_saved;
+    bool operator==(const Outcome&) const = default;
+  };
+  friend void PrintTo(const Outcome& outcome, std::ostream* out) {
+    *out << "Saved " << testing::PrintToString(outcome.saved) << ", boxes";
+    for (const std::u16string& box : outcome.boxes) *out << " [" << ToUtf8(box) << "]";
+    *out << ", workbook " << ToUtf8(outcome.workbook) << ", cell " << testing::PrintToString(outcome.cell)
+         << ", alerts " << testing::PrintToString(outcome.alerts) << ", workbook saved "
+         << testing::PrintToString(outcome.workbook_saved);
+  }
+
+  /// Begins with the workbook "Darbinis.xls", an unsaved change and Saved = False; `answer` is the button of
+  /// the first box. Call 0 lets all calls work.
+  Outcome SaveFailingAt(long failing_call, std::int32_t answer, std::int32_t year) {
+    const ObjectPtr kept = Workbook();
+    Call(kept, u"SaveAs", {u"C:\\Darbinis.xls"});
+    Set(u"A1", year);
+    Set(u"B1", Value());
+    Put(excel, u"DisplayAlerts", true);
+    TheStartUpState().data_access = {};
+    platform.message_box = {};
+    platform.message_box.Answer(answer);
+    const ObjectPtr fresh = Create(u"CReports");
+    Call(fresh, u"Init", {u"Balansas"});
+    const Value year_cell = TracedCells(u"A1", u"Year");
+    const Value part_cell = TracedCells(u"A2", u"Part");
+    Put(kept, u"Saved", false);
+    StartOver(failing_call);
+    Outcome outcome;
+    EXPECT_EQ(ErrorNumberOf([&] { outcome.saved = SaveBy(fresh, year_cell, part_cell, Missing(), false); }),
+              0);
+    EXPECT_EQ(failure.has_failed(), failing_call > 0);
+    failure.Reset(0);
+    outcome.boxes = BoxTexts();
+    outcome.workbook = Get(kept, u"Name").ToText();
+    outcome.cell = At(u"B1");
+    outcome.alerts = Get(excel, u"DisplayAlerts");
+    outcome.workbook_saved = WorkbookSaved();
+    return outcome;
+  }
+
+  static constexpr std::int32_t kYes = 1;
+  static constexpr std::int32_t kNo = 2;
+  const std::u16string file = u"Balansas_2024_03.xls";
+  const std::u16string question = u"tekstas 840";
+  const std::u16string error = u"The call failed";
+  const std::u16string told = u"išsaugota: C:\\Ataskaitos\\2024\\Balansas_2024_03.xls";
+};
+
+// Calls 1 to 12 find the report, 13 to 15 ask, 16 to 19 find it again, 20 to 22 save, 23 to 31 finish.
+TEST_F(FailingSave, OverAnExistingReportEndsAsAgreedWhicheverCallFails) {
+  excel->AddFile(u"C:\\Ataskaitos\\2024\\Balansas_2024_03.xls");
+  constexpr long kCalls = static_cast<long>(std::size(kReplaceCalls));
+  EXPECT_EQ(SaveFailingAt(0, kYes, 2024), (Outcome{true, {question, told}, file, true, true, true}));
+  std::vector<std::string> lines = trace.lines();
+  ASSERT_EQ(lines.size(), static_cast<std::size_t>(kCalls));
+  std::sort(lines.begin() + 27, lines.begin() + 29);  // in either order, as above
+  std::vector<std::string> expected_lines(std::begin(kReplaceCalls), std::end(kReplaceCalls));
+  std::sort(expected_lines.begin() + 27, expected_lines.begin() + 29);
+  EXPECT_EQ(lines, expected_lines);
+
+  for (long n = 1; n <= kCalls; ++n) {
+    SCOPED_TRACE(kReplaceCalls[n - 1]);
+    Outcome expected{.saved = n > 2,
+                     .boxes = {error},
+                     .workbook = u"Darbinis.xls",
+                     .cell = Value(),
+                     .alerts = true,
+                     .workbook_saved = false};
+    if (n > 15) expected.boxes = {question, error};
+    if (n >= 20 && n <= 22) {  // a refused save: no error, and the workbook counts as saved
+      expected.saved = false;
+      expected.boxes = {question, u""};
+      expected.alerts = n == 20;
+      expected.workbook_saved = true;
+    }
+    if (n >= 22) expected.workbook = file;
+    if (n >= 23) expected.workbook_saved = true;  // by Excel, as it was stored …
+    if (n >= 27) expected.cell = true;
+    if (n == 27) expected.workbook_saved = false;  // … and as the mark could not be
+    if (n == 31) expected.boxes = {question, told, error};
+    EXPECT_EQ(SaveFailingAt(n, kYes, 2024), expected);
+  }
+  TheStartUpState().data_access = {};
+}
+
+TEST_F(FailingSave, ThatTheUserRefusesEndsAsAgreedWhicheverCallFails) {
+  excel->AddFile(u"C:\\Ataskaitos\\2024\\Balansas_2024_03.xls");
+  for (long n = 0; n <= 15; ++n) {
+    SCOPED_TRACE(n);
+    EXPECT_EQ(SaveFailingAt(n, kNo, 2024),
+              (Outcome{n == 0 || n > 2, {n == 0 ? question : error}, u"Darbinis.xls", Value(), true, false}));
+    if (n == 0) {
+      EXPECT_EQ(trace.lines().size(), 15u);
+    }
+  }
+  TheStartUpState().data_access = {};
+}
+
+// A year that the archive does not take: calls 1 to 8 as ever, 9 and 10 the description, of the question for
+// the report and of the save; 11 and 12 tell it; 13 marks the workbook.
+TEST_F(FailingSave, ThatIsRefusedEndsAsAgreedWhicheverCallFails) {
+  const std::u16string refusal = u"klaida 4";
+  EXPECT_EQ(SaveFailingAt(0, kYes, 1969), (Outcome{false, {refusal}, u"Darbinis.xls", Value(), true, true}));
+  EXPECT_THAT(std::vector<std::string>(trace.lines().begin() + 8, trace.lines().end()),
+              ElementsAre("MessageResource.Text(804) -> \"klaida 4\"",
+                          "MessageResource.Text(804) -> \"klaida 4\"", "CreateObject(\"QVA_Common.Message\")",
+                          "Message.Show(\"klaida 4\", \"\", Array(\"Gerai\")) -> 1",
+                          "Application.ActiveWorkbook.Saved = True"));
+  for (long n = 1; n <= 13; ++n) {
+    SCOPED_TRACE(n);
+    const bool refused = n > 10;  // the refusal is known; telling or marking it fails
+    std::vector<std::u16string> boxes = {error};
+    if (n == 13) boxes = {refusal, error};
+    EXPECT_EQ(SaveFailingAt(n, kYes, 1969),
+              (Outcome{n > 2 && !refused, boxes, u"Darbinis.xls", Value(), true, false}));
+  }
+  TheStartUpState().data_access = {};
+}
+
 }  // namespace
 }  // namespace qva
