@@ -97,13 +97,14 @@ std::string MemoryEngine::Run() {
     interpreter.error()->Set(error);
   }
   LogForgottenError();
+  LogNewBoxes(u"forgotten");
   interpreter_ = nullptr;
   return log_;
 }
 
 Functions MemoryEngine::Helpers() {
   Functions helpers = {
-      {u"log", [this](const auto& a) { return LogForgottenError(), Log(TextAt(a, 0)), Value(); }},
+      {u"note", [this](const auto& a) { return LogForgottenError(), Log(TextAt(a, 0)), Value(); }},
       {u"logerror", [this](const auto& a) { return LogError(TextAt(a, 0)), Value(); }},
       {u"logboxes", [this](const auto& a) { return LogBoxes(TextAt(a, 0)), Value(); }},
       {u"show", [](const auto& a) { return Value(Show(a.at(0))); }},
@@ -198,12 +199,17 @@ void MemoryEngine::LogError(const std::u16string& what) {
 
 void MemoryEngine::LogBoxes(const std::u16string& what) {
   LogForgottenError();
+  if (!LogNewBoxes(what)) Log(what + u": no box");
+}
+
+bool MemoryEngine::LogNewBoxes(const std::u16string& what) {
   const auto& boxes = platform.message_box.boxes();
-  if (boxes_logged_ == boxes.size()) Log(what + u": no box");
+  const bool any = boxes_logged_ < boxes.size();
   for (; boxes_logged_ < boxes.size(); ++boxes_logged_) {
     const auto& box = boxes[boxes_logged_];
     Log(what + u": box " + Show(box.text) + u" -> " + NumberText(box.answer));
   }
+  return any;
 }
 
 ObjectPtr MemoryEngine::Sheet(std::int32_t number) {

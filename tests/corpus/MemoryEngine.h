@@ -37,6 +37,8 @@ class MemoryEngine : public LibraryTest {
   void Log(std::u16string_view text);
   void LogError(const std::u16string& what);
   void LogBoxes(const std::u16string& what);
+  /// False when there is none.
+  bool LogNewBoxes(const std::u16string& what);
   /// Logs an error that the macro did not ask for.
   void LogForgottenError();
   void DefineName(const std::u16string& name, std::int32_t sheet, const std::u16string& address);

@@ -152,8 +152,8 @@ const Functions& BasicFunctions() {
 Value Operate(std::u16string_view symbol, const Value& left, const Value& right) {
   if (symbol == u"&") {
     for (const Value* value : {&left, &right}) {
-      if (!value->Is(Type::Text) && !value->Is(Type::Boolean) && !IsWhole(*value) && !value->Is(Type::Empty))
-        Refuse("only texts, whole numbers and Booleans are joined alike; use Show");
+      if (!value->Is(Type::Text) && !IsWhole(*value) && !value->Is(Type::Empty))
+        Refuse("only texts and whole numbers are joined alike; use Show");
     }
     return left.ToText() + right.ToText();
   }

@@ -74,7 +74,7 @@ class InterpreterTest : public testing::Test {
 TEST_F(InterpreterTest, CalculatesAndCompares) {
   EXPECT_EQ(Run(u"Log (1 + 2 * 3) & \"|\" & 7 \\ 2 & \"|\" & 7 Mod 4 & \"|\" & -5\nLog CStr(1 / 2 > 0.4)"),
             "7|3|3|-5 True");
-  EXPECT_EQ(Run(u"Log (\"a\" < \"b\" And Not 1 = 2) & \"\"\nLog (Nothing Is Nothing) & \"\""), "True True");
+  EXPECT_EQ(Run(u"Log CStr(\"a\" < \"b\" And Not 1 = 2)\nLog CStr(Nothing Is Nothing)"), "True True");
   EXPECT_EQ(Run(u"Log Replace(Left(\"abcd\", 3), \"b\", \"x\") & Right(\"abc\", 1) & InStr(\"abc\", \"c\") & "
                 u"Len(\"ab\")"),
             "axcc32");
@@ -119,7 +119,7 @@ TEST_F(InterpreterTest, RefusesWhatEnginesDoDifferently) {
   EXPECT_EQ(MistakeOf(u"Dim x\nx = \"1\" + 1"), "line 2: arithmetic with what is no number");
   EXPECT_EQ(MistakeOf(u"Dim x\nx = (\"1\" = 1)"), "line 2: a comparison of values of two kinds");
   EXPECT_EQ(MistakeOf(u"Dim x\nx = \"\" & 1.5"),
-            "line 2: only texts, whole numbers and Booleans are joined alike; use Show");
+            "line 2: only texts and whole numbers are joined alike; use Show");
   EXPECT_EQ(MistakeOf(u"Dim x\nx.Fail"), "line 2: a member of what is no object; the engines' errors differ");
   EXPECT_EQ(
       MistakeOf(u"Dim s\nSet s = NewSample()\nOn Error Resume Next\nIf s.Join() = \"\" Then\nEnd If"),
