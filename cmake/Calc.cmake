@@ -30,7 +30,7 @@ if(QVA_SANITIZE)
 endif()
 target_compile_definitions(qva_calc PRIVATE LINUX UNX CPPU_ENV=gcc3)
 target_link_directories(qva_calc PRIVATE ${uno_sdk}/lib)
-target_link_libraries(qva_calc PRIVATE qva_library qva_posix uno_cppuhelpergcc3 uno_cppu uno_sal uno_salhelpergcc3)
+target_link_libraries(qva_calc PRIVATE qva_library qva_posix qva_commandbars uno_cppuhelpergcc3 uno_cppu uno_sal uno_salhelpergcc3)
 set_target_properties(qva_calc PROPERTIES BUILD_RPATH ${LIBREOFFICE_DIR}/program)
 target_link_options(qva_calc PRIVATE -Wl,-z,defs)
 

@@ -7,6 +7,7 @@
 #include "platform/calc/FormattedArea.h"
 #include "platform/calc/ReportMembers.h"
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/toolbars/ToolbarMembers.h"
 #include "platform/date.h"
 #include "platform/excel.h"
 #include "platform/text.h"
@@ -108,9 +109,15 @@ struct Override {
 };
 
 constexpr Override kOverrides[] = {
+    {u"Application", u"CommandBars", Use::Read, &CommandBars},
+    {u"Application", u"DisplayCommentIndicator", Use::Read, &DisplayCommentIndicator},
+    {u"Application", u"DisplayCommentIndicator", Use::Write, &SetDisplayCommentIndicator},
+    {u"Application", u"Help", Use::Read, &Help},
+    {u"Application", u"OnKey", Use::Read, &OnKey},
     {u"Application", u"Sheets", Use::Read, &Sheets},
     {u"Range", u"CopyFromRecordset", Use::Read, &CopyFromRecordset},
     {u"Range", u"Value", Use::Write, &SetCellValue},
+    {u"Shape", u"Copy", Use::Read, &CopyShape},
     {u"Workbook", u"SaveAs", Use::Read, &SaveAs},
     {u"Workbook", u"VBProject", Use::Read, &VBProject},
     {u"Workbooks", u"Open", Use::Read, &Open},

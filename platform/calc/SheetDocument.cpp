@@ -22,6 +22,10 @@ Reference<XInterface> DocumentOf(const ObjectPtr& sheet) {
 
 }  // namespace
 
+Reference<css::frame::XModel> DocumentOfSheet(const ObjectPtr& sheet) {
+  return Reference<css::frame::XModel>(DocumentOf(sheet), css::uno::UNO_QUERY_THROW);
+}
+
 bool AreInOneDocument(const ObjectPtr& sheet1, const ObjectPtr& sheet2) {
   const Reference<XInterface> document = DocumentOf(sheet1);
   return document.is() && document == DocumentOf(sheet2);

@@ -1,6 +1,6 @@
 #include "platform/memory/excel/Application.h"
 
-#include "platform/memory/excel/CommandBars.h"
+#include "platform/commandbars/CommandBars.h"
 #include "platform/memory/excel/FileSearch.h"
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/Range.h"
@@ -118,13 +118,7 @@ void Application::DefineMacro(std::u16string_view name, std::function<void()> ma
 }
 
 void Application::Restart() {
-  const auto is_temporary = [](const auto& part) { return part->temporary; };
-  const auto drop = [&](auto& parts) {
-    for (const auto& part : parts) part->is_deleted = part->is_deleted || part->temporary;
-    std::erase_if(parts, is_temporary);
-  };
-  drop(data()->command_bars);
-  for (const auto& bar : data()->command_bars) drop(bar->controls);
+  DropTemporaryBars(*data());
   data()->key_bindings.clear();
 }
 
@@ -174,7 +168,7 @@ ObjectPtr Application::Names() {
 }
 
 ObjectPtr Application::CommandBars() {
-  return MakeRef<memory::CommandBars>(data());
+  return MakeRef<commandbars::CommandBars>(data());
 }
 
 ObjectPtr Application::FileSearch() {

@@ -6,9 +6,6 @@
 
 namespace qva::memory {
 
-ApplicationData::ApplicationData() : command_bars(BuiltInBars()) {
-}
-
 std::shared_ptr<WorkbookData> ApplicationData::FindWorkbook(std::u16string_view name) const {
   const auto found = std::find_if(workbooks.begin(), workbooks.end(),
                                   [&](const auto& book) { return EqualIgnoringCase(book->name, name); });

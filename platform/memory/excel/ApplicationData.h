@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/commandbars/CommandBarData.h"
 #include "platform/excel_constants.h"
-#include "platform/memory/excel/CommandBarData.h"
 #include "platform/memory/excel/WorkbookData.h"
 #include "platform/value.h"
 
@@ -42,10 +42,8 @@ struct PrintJob {
   friend bool operator==(const PrintJob&, const PrintJob&) = default;
 };
 
-struct ApplicationData {
+struct ApplicationData : commandbars::CommandBarApplication {
   Object* automation = nullptr;  ///< the Application that is alive, not owned
-
-  ApplicationData();
 
   // Plain properties: each is a field here and a line in Application.cpp. The first values are those of an
   // Excel that the user has just started.
@@ -72,7 +70,6 @@ struct ApplicationData {
   std::vector<std::shared_ptr<WorkbookData>> workbooks;  ///< the open ones in the order of opening
   std::shared_ptr<WorkbookData> active_workbook;         ///< one of them, null when there is none
   std::weak_ptr<WorkbookData> this_workbook;             ///< whose macros run; nothing: the first open one
-  std::vector<std::shared_ptr<CommandBarData>> command_bars;
   std::shared_ptr<FileSearchData> file_search = std::make_shared<FileSearchData>();  ///< null: has none
 
   /// Keys that OnKey changed, as written: the macro that a key runs, empty when it does nothing.
@@ -81,7 +78,6 @@ struct ApplicationData {
   std::map<std::u16string, std::function<void()>> macros;
   std::vector<std::u16string> macros_run;  ///< in order, as they were named
   std::vector<HelpShown> help_shown;       ///< in order
-  std::u16string clipboard_picture;        ///< name of the shape on the clipboard; empty: there is none
   std::vector<PrintJob> print_jobs;        ///< what was printed or previewed, in order
   bool has_quit = false;
   int workbooks_made = 0;
@@ -94,14 +90,17 @@ struct ApplicationData {
   }
   /// Null when no such workbook is open; names ignore letter case.
   std::shared_ptr<WorkbookData> FindWorkbook(std::u16string_view name) const;
-  /// Runs a macro that a key or a control is bound to.
-  void RunMacro(const std::u16string& name);
+  void RunMacro(const std::u16string& name) override;
 };
 
 // None goes before the program does.
 inline void RequireAlive(const ApplicationData&) {
 }
 inline void RequireAlive(const FileSearchData&) {
+}
+
+// Nobody watches what changes.
+inline void Changed(const ApplicationData&) {
 }
 
 /// Opens a workbook that belongs to no application yet, and makes it the active one.

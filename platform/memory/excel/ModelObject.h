@@ -1,72 +1,13 @@
-// The base of Excel's automation objects: thin, made on demand over the shared data (SheetData.h).
+// The base of Excel's automation objects over the shared data (SheetData.h).
 #pragma once
 
-#include <cstdint>
-#include <memory>
-#include <type_traits>
-#include <utility>
-
-#include "platform/member_table.h"
 #include "platform/memory/excel/ApplicationData.h"
 #include "platform/memory/excel/Refusals.h"
+#include "platform/model_object.h"
 
 namespace qva::memory {
 
-/// An object T that stands for the part Data of the model, one and the same while it is alive: `ActiveSheet`
-/// gives the object that `Sheets(1)` gave. T is made by ObjectOf only.
-///
-/// A member of T that gives an object is declared with ObjectPtr as its result: the classes refer to each
-/// other in circles, and a member table that names a class of its circle could never be built.
 template <class T, class Data>
-class ModelObject : public Described<T> {
- public:
-  ModelObject(std::shared_ptr<ApplicationData> application, std::shared_ptr<Data> data)
-      : application_(std::move(application)), data_(std::move(data)) {
-    data_->automation = this;
-  }
-  ~ModelObject() override { data_->automation = nullptr; }
-
-  const std::shared_ptr<Data>& data() const { return data_; }
-
- protected:
-  const std::shared_ptr<ApplicationData>& application() const { return application_; }
-
-  /// Adds a plain property that is a field of the data. With `allowed` values Excel refuses any other one.
-  template <auto field, std::int32_t... allowed>
-  static void AddProperty(ClassBuilder& builder, std::u16string_view name) {
-    builder.Get<&ModelObject::template Read<field>>(name);
-    builder.Put<&ModelObject::template Write<field, allowed...>>(name);
-  }
-
- private:
-  template <auto field>
-  using FieldType = std::remove_cvref_t<decltype(std::declval<Data>().*field)>;
-
-  template <auto field>
-  FieldType<field> Read() {
-    RequireAlive(*data_);
-    return (*data_).*field;
-  }
-
-  template <auto field, std::int32_t... allowed>
-  void Write(const FieldType<field>& value) {
-    if constexpr (sizeof...(allowed) > 0) {
-      if (((value != allowed) && ...)) throw Refusal();
-    }
-    RequireAlive(*data_);
-    (*data_).*field = value;
-  }
-
-  std::shared_ptr<ApplicationData> application_;
-  std::shared_ptr<Data> data_;
-};
-
-/// The object of a part: the one that is alive, or a new one. Nothing for a part that is null.
-template <class T, class Data>
-ObjectPtr ObjectOf(const std::shared_ptr<ApplicationData>& application, const std::shared_ptr<Data>& data) {
-  if (!data) return {};
-  if (data->automation) return ObjectPtr(data->automation);
-  return MakeRef<T>(application, data);
-}
+using ModelObject = qva::ModelObject<T, Data, ApplicationData>;
 
 }  // namespace qva::memory

@@ -1,30 +1,14 @@
 // How Excel refuses.
 #pragma once
 
-#include <string>
-#include <string_view>
-
-#include "platform/error.h"
+#include "platform/excel_refusals.h"
 
 namespace qva::memory {
 
-inline constexpr std::u16string_view kExcelSource = u"Microsoft Excel";
-
-/// Error 1004 with Excel's text for whatever has no text of its own.
-inline AutomationError Refusal(std::u16string description = u"Application-defined or object-defined error") {
-  return {kApplicationDefined, std::u16string(kExcelSource), std::move(description)};
-}
-
-/// Error 9: a collection has no such sheet, workbook or window.
-inline AutomationError SubscriptRefusal() {
-  return {kSubscriptOutOfRange, std::u16string(kExcelSource), StandardDescription(kSubscriptOutOfRange)};
-}
-
-/// The number that a macro gets from an object whose workbook was closed (hexadecimal 800401A8).
-inline constexpr std::int32_t kObjectGone = -2147221080;
-
-inline AutomationError GoneRefusal() {
-  return {kObjectGone, std::u16string(kExcelSource), StandardDescription(kAutomationFailed)};
-}
+using excel::GoneRefusal;
+using excel::kExcelSource;
+using excel::kObjectGone;
+using excel::Refusal;
+using excel::SubscriptRefusal;
 
 }  // namespace qva::memory

@@ -1,4 +1,5 @@
-// What command bars and their controls are, below the automation objects (ownership: SheetData.h).
+// What command bars and their controls are, below the automation objects. The in-memory Excel has them, and
+// so has LibreOffice, where they are shown by its own toolbars and menus.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +12,7 @@
 #include "platform/excel_constants.h"
 #include "platform/object.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 
 struct CommandBarData;
 
@@ -21,6 +22,7 @@ struct CommandBarControlData {
   std::weak_ptr<CommandBarData> bar;
   bool is_deleted = false;
 
+  std::int32_t instance_id = 0;  ///< a number that no other control or bar ever has
   std::int32_t type = msoControlButton;
   std::int32_t id = 1;  ///< one of Excel's own controls; 1: an empty one
   bool temporary = false;
@@ -39,12 +41,14 @@ struct CommandBarControlData {
   std::int32_t style = msoButtonAutomatic;
   std::int32_t state = msoButtonUp;
   std::int32_t face_id = 0;
-  std::u16string pasted_face;  ///< name of the shape whose picture is the face; empty: the face of the id
+  std::u16string
+      pasted_face;  ///< the picture that is the face (clipboard_picture); empty: the face of the id
 };
 
 /// A toolbar or menu bar.
 struct CommandBarData {
   Object* automation = nullptr;  ///< the CommandBar that is alive, not owned
+  std::int32_t instance_id = 0;  ///< as a control's
   std::u16string name;
   bool built_in = false;  ///< Excel's own, which cannot be deleted
   bool is_menu_bar = false;
@@ -59,6 +63,32 @@ struct CommandBarData {
 
 /// Excel's built-in bars, as far as anything asks for them, each with its first control.
 std::vector<std::shared_ptr<CommandBarData>> BuiltInBars();
+
+/// The application whose bars they are.
+struct CommandBarApplication {
+  CommandBarApplication() = default;
+  CommandBarApplication(const CommandBarApplication&) = delete;
+  CommandBarApplication& operator=(const CommandBarApplication&) = delete;
+  virtual ~CommandBarApplication() = default;
+
+  std::vector<std::shared_ptr<CommandBarData>> command_bars = BuiltInBars();
+  std::u16string clipboard_picture;  ///< name of the picture on the clipboard; empty: there is none
+
+  /// Runs a macro that a key or a control is bound to.
+  virtual void RunMacro(const std::u16string& name) = 0;
+  /// Is told of whatever changed about the bars and their controls, for whoever shows them.
+  virtual void CommandBarsChanged() {}
+};
+
+inline void Changed(CommandBarApplication& application) {
+  application.CommandBarsChanged();
+}
+
+/// A new bar without controls that belongs to no application yet.
+std::shared_ptr<CommandBarData> NewCommandBar(std::u16string name);
+
+/// Drops the temporary bars and controls, as the end of Excel does. Their objects are gone from now on.
+void DropTemporaryBars(CommandBarApplication& application);
 
 /// Puts a new control on a bar, in front of position `before` from 0. One of Excel's own brings its caption
 /// and face. Raises 5 (Invalid procedure call) when Excel has no control of that id and type.
@@ -76,4 +106,4 @@ AutomationError InvalidOfficeCall();
 /// failed".
 AutomationError OfficeRefusal(std::u16string_view member, std::u16string_view object);
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

@@ -1,16 +1,16 @@
-#include "platform/memory/excel/CommandBarControls.h"
+#include "platform/commandbars/CommandBarControls.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/memory/excel/Refusals.h"
+#include "platform/excel_refusals.h"
 #include "tests/platform/memory/excel/excel_test.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 namespace {
 
 constexpr std::int32_t kRefused = -2147467259;  // hexadecimal 80004005
 
-class CommandBarControlsTest : public ExcelTest {
+class CommandBarControlsTest : public memory::ExcelTest {
  protected:
   ObjectPtr Add(Arguments arguments = {}) const {
     return Call(controls, u"Add", std::move(arguments)).ToObject();
@@ -43,7 +43,7 @@ TEST_F(CommandBarControlsTest, StandInFrontOfThePositionThatIsGiven) {
   }
   Call(first, u"Delete");
   EXPECT_EQ(Get(last, u"Index"), Value(1));
-  EXPECT_EQ(RaisedBy([&] { Get(first, u"Index"); }), kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Get(first, u"Index"); }), excel::kObjectGone);
 }
 
 TEST_F(CommandBarControlsTest, OfExcelItselfBringTheirCaptionAndFace) {
@@ -140,4 +140,4 @@ TEST_F(CommandBarControlsTest, RunTheirMacroUnlessTheyAreHiddenOrDisabled) {
 }
 
 }  // namespace
-}  // namespace qva::memory
+}  // namespace qva::commandbars

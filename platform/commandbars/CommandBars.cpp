@@ -1,9 +1,9 @@
-#include "platform/memory/excel/CommandBars.h"
+#include "platform/commandbars/CommandBars.h"
 
-#include "platform/memory/excel/CommandBar.h"
+#include "platform/commandbars/CommandBar.h"
 #include "platform/text.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 
 const ClassDescription& CommandBars::Description() {
   static const ClassDescription description =
@@ -33,7 +33,7 @@ ObjectPtr CommandBars::Item(const Value& index) {
 }
 
 ObjectPtr CommandBars::Add(const Value& name, std::int32_t position, bool menu_bar, bool temporary) {
-  const auto bar = std::make_shared<CommandBarData>();
+  const auto bar = NewCommandBar({});
   if (name.Is(Value::Type::Missing)) {
     int number = 1;
     while (Find(u"Custom " + NumberText(number))) ++number;
@@ -46,6 +46,7 @@ ObjectPtr CommandBars::Add(const Value& name, std::int32_t position, bool menu_b
   bar->is_menu_bar = menu_bar;
   bar->temporary = temporary;
   application_->command_bars.push_back(bar);
+  Changed(*application_);
   return ObjectOf<CommandBar>(application_, bar);
 }
 
@@ -56,4 +57,4 @@ std::shared_ptr<CommandBarData> CommandBars::Find(std::u16string_view name) cons
   return nullptr;
 }
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

@@ -1,8 +1,8 @@
-#include "platform/memory/excel/CommandBarControl.h"
+#include "platform/commandbars/CommandBarControl.h"
 
 #include <algorithm>
 
-namespace qva::memory {
+namespace qva::commandbars {
 namespace {
 
 constexpr std::u16string_view kClass = u"CommandBarControl";
@@ -73,6 +73,7 @@ std::u16string CommandBarControl::ToolTipText() {
 void CommandBarControl::SetToolTipText(const std::u16string& text) {
   RequireAlive(*data());
   data()->tooltip = text;
+  Changed(*application());
 }
 
 std::int32_t CommandBarControl::Style() {
@@ -83,6 +84,7 @@ void CommandBarControl::SetStyle(std::int32_t style) {
   CommandBarControlData& button = Button();
   if (style < msoButtonAutomatic || style > msoButtonIconAndCaption) throw InvalidOfficeCall();
   button.style = style;
+  Changed(*application());
 }
 
 std::int32_t CommandBarControl::FaceId() {
@@ -94,6 +96,7 @@ void CommandBarControl::SetFaceId(std::int32_t id) {
   if (id < 0) throw InvalidOfficeCall();
   button.face_id = id;
   button.pasted_face.clear();
+  Changed(*application());
 }
 
 void CommandBarControl::PasteFace() {
@@ -101,6 +104,7 @@ void CommandBarControl::PasteFace() {
   if (application()->clipboard_picture.empty()) throw OfficeRefusal(u"PasteFace", kClass);
   button.pasted_face = application()->clipboard_picture;
   button.face_id = 0;
+  Changed(*application());
 }
 
 std::int32_t CommandBarControl::State() {
@@ -112,6 +116,7 @@ void CommandBarControl::SetState(std::int32_t state) {
   if (button.id != 1) throw OfficeRefusal(u"State", kClass);
   if (state != msoButtonUp && state != msoButtonDown && state != msoButtonMixed) throw InvalidOfficeCall();
   button.state = state;
+  Changed(*application());
 }
 
 void CommandBarControl::Execute() {
@@ -127,6 +132,7 @@ void CommandBarControl::Delete(const Value&) {
   if ((bar->protection & msoBarNoCustomize) != 0) throw OfficeRefusal(u"Delete", kClass);
   data()->is_deleted = true;
   std::erase(bar->controls, data());
+  Changed(*application());
 }
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

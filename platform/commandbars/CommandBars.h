@@ -2,15 +2,16 @@
 
 #include <memory>
 
+#include "platform/commandbars/CommandBarData.h"
 #include "platform/member_table.h"
-#include "platform/memory/excel/ApplicationData.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 
 /// Application.CommandBars. Made anew when it is asked for.
 class CommandBars : public Described<CommandBars> {
  public:
-  explicit CommandBars(std::shared_ptr<ApplicationData> application) : application_(std::move(application)) {}
+  explicit CommandBars(std::shared_ptr<CommandBarApplication> application)
+      : application_(std::move(application)) {}
   static const ClassDescription& Description();
 
  private:
@@ -23,7 +24,7 @@ class CommandBars : public Described<CommandBars> {
 
   std::shared_ptr<CommandBarData> Find(std::u16string_view name) const;
 
-  std::shared_ptr<ApplicationData> application_;
+  std::shared_ptr<CommandBarApplication> application_;
 };
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

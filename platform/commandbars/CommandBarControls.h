@@ -2,16 +2,16 @@
 
 #include <memory>
 
+#include "platform/commandbars/CommandBarData.h"
 #include "platform/member_table.h"
-#include "platform/memory/excel/ApplicationData.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 
 /// CommandBar.Controls. Made anew when it is asked for. Every member raises kObjectGone once the bar was
 /// deleted.
 class CommandBarControls : public Described<CommandBarControls> {
  public:
-  CommandBarControls(std::shared_ptr<ApplicationData> application, std::shared_ptr<CommandBarData> bar)
+  CommandBarControls(std::shared_ptr<CommandBarApplication> application, std::shared_ptr<CommandBarData> bar)
       : application_(std::move(application)), bar_(std::move(bar)) {}
   static const ClassDescription& Description();
 
@@ -26,8 +26,8 @@ class CommandBarControls : public Described<CommandBarControls> {
   ObjectPtr Add(const Value& type, const Value& id, const Value& parameter, const Value& before,
                 bool temporary);
 
-  std::shared_ptr<ApplicationData> application_;
+  std::shared_ptr<CommandBarApplication> application_;
   std::shared_ptr<CommandBarData> bar_;
 };
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

@@ -1,12 +1,12 @@
-#include "platform/memory/excel/CommandBar.h"
+#include "platform/commandbars/CommandBar.h"
 
 #include <algorithm>
 
-#include "platform/memory/excel/CommandBarControl.h"
-#include "platform/memory/excel/CommandBarControls.h"
+#include "platform/commandbars/CommandBarControl.h"
+#include "platform/commandbars/CommandBarControls.h"
 #include "platform/text.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 namespace {
 
 constexpr std::u16string_view kClass = u"CommandBar";
@@ -48,6 +48,7 @@ void CommandBar::SetName(const std::u16string& name) {
     if (bar != data() && EqualIgnoringCase(bar->name, name)) throw InvalidOfficeCall();
   }
   data()->name = name;
+  Changed(*application());
 }
 
 std::int32_t CommandBar::Index() {
@@ -66,6 +67,7 @@ void CommandBar::SetVisible(bool visible) {
   const bool is_protected = (data()->protection & msoBarNoChangeVisible) != 0 && visible != data()->visible;
   if (is_protected || (visible && !data()->enabled)) throw OfficeRefusal(u"Visible", kClass);
   data()->visible = visible;
+  Changed(*application());
 }
 
 std::int32_t CommandBar::Position() {
@@ -78,6 +80,7 @@ void CommandBar::SetPosition(std::int32_t position) {
   if (position < msoBarLeft || position > msoBarFloating) throw InvalidOfficeCall();
   if ((data()->protection & msoBarNoMove) != 0) throw OfficeRefusal(u"Position", kClass);
   data()->position = position;
+  Changed(*application());
 }
 
 bool CommandBar::BuiltIn() {
@@ -112,6 +115,7 @@ void CommandBar::Delete() {
   if (data()->built_in) throw OfficeRefusal(u"Delete", kClass);
   data()->is_deleted = true;
   std::erase(application()->command_bars, data());
+  Changed(*application());
 }
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

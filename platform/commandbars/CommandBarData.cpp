@@ -1,10 +1,11 @@
-#include "platform/memory/excel/CommandBarData.h"
+#include "platform/commandbars/CommandBarData.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "platform/memory/excel/Refusals.h"
+#include "platform/excel_refusals.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 namespace {
 
 constexpr std::int32_t kUnspecifiedError = -2147467259;  // hexadecimal 80004005 (E_FAIL)
@@ -31,6 +32,11 @@ constexpr BuiltInControl kBuiltInControls[] = {
     {30002, msoControlPopup, u"&File"},
 };
 
+std::int32_t NextInstanceId() {
+  static std::int32_t last = 0;
+  return ++last;
+}
+
 }  // namespace
 
 std::vector<std::shared_ptr<CommandBarData>> BuiltInBars() {
@@ -43,8 +49,7 @@ std::vector<std::shared_ptr<CommandBarData>> BuiltInBars() {
   for (const BuiltInBar& built_in : {BuiltInBar{u"Worksheet Menu Bar", msoControlPopup, 30002},
                                      BuiltInBar{u"Standard", msoControlButton, 2520},
                                      BuiltInBar{u"Formatting", msoControlComboBox, 1728}}) {
-    const auto bar = std::make_shared<CommandBarData>();
-    bar->name = built_in.name;
+    const auto bar = NewCommandBar(built_in.name);
     bar->built_in = true;
     bar->is_menu_bar = bars.empty();
     bar->visible = true;
@@ -54,10 +59,28 @@ std::vector<std::shared_ptr<CommandBarData>> BuiltInBars() {
   return bars;
 }
 
+std::shared_ptr<CommandBarData> NewCommandBar(std::u16string name) {
+  const auto bar = std::make_shared<CommandBarData>();
+  bar->instance_id = NextInstanceId();
+  bar->name = std::move(name);
+  return bar;
+}
+
+void DropTemporaryBars(CommandBarApplication& application) {
+  const auto drop = [&](auto& parts) {
+    for (const auto& part : parts) part->is_deleted = part->is_deleted || part->temporary;
+    std::erase_if(parts, [](const auto& part) { return part->temporary; });
+  };
+  drop(application.command_bars);
+  for (const auto& bar : application.command_bars) drop(bar->controls);
+  Changed(application);
+}
+
 std::shared_ptr<CommandBarControlData> AddControl(const std::shared_ptr<CommandBarData>& bar,
                                                   std::size_t before, std::int32_t type, std::int32_t id) {
   const auto control = std::make_shared<CommandBarControlData>();
   control->bar = bar;
+  control->instance_id = NextInstanceId();
   control->type = type;
   control->id = id;
   if (id == kEmptyControl) {
@@ -77,12 +100,12 @@ std::shared_ptr<CommandBarControlData> AddControl(const std::shared_ptr<CommandB
 }
 
 void RequireAlive(const CommandBarData& bar) {
-  if (bar.is_deleted) throw GoneRefusal();
+  if (bar.is_deleted) throw excel::GoneRefusal();
 }
 
 void RequireAlive(const CommandBarControlData& control) {
   const auto bar = control.bar.lock();
-  if (!bar || bar->is_deleted || control.is_deleted) throw GoneRefusal();
+  if (!bar || bar->is_deleted || control.is_deleted) throw excel::GoneRefusal();
 }
 
 AutomationError InvalidOfficeCall() {
@@ -94,4 +117,4 @@ AutomationError OfficeRefusal(std::u16string_view member, std::u16string_view ob
           u"Method '" + std::u16string(member) + u"' of object '" + std::u16string(object) + u"' failed"};
 }
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

@@ -2,13 +2,14 @@
 
 #include <string>
 
-#include "platform/memory/excel/ModelObject.h"
+#include "platform/commandbars/CommandBarData.h"
+#include "platform/model_object.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 
 /// A toolbar or menu bar. Every member raises kObjectGone once the bar was deleted, and the automation error
 /// 80004005 for what its protection does not allow.
-class CommandBar : public ModelObject<CommandBar, CommandBarData> {
+class CommandBar : public ModelObject<CommandBar, CommandBarData, CommandBarApplication> {
  public:
   using ModelObject::ModelObject;
   static const ClassDescription& Description();
@@ -33,4 +34,4 @@ class CommandBar : public ModelObject<CommandBar, CommandBarData> {
   void Delete();
 };
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

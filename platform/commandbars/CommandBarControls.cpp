@@ -1,9 +1,9 @@
-#include "platform/memory/excel/CommandBarControls.h"
+#include "platform/commandbars/CommandBarControls.h"
 
-#include "platform/memory/excel/CommandBarControl.h"
+#include "platform/commandbars/CommandBarControl.h"
 #include "platform/text.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 namespace {
 
 std::int32_t NumberOr(std::int32_t otherwise, const Value& number) {
@@ -55,7 +55,8 @@ ObjectPtr CommandBarControls::Add(const Value& type, const Value& id, const Valu
                                   NumberOr(msoControlButton, type), NumberOr(1, id));
   control->temporary = temporary;
   if (!parameter.Is(Value::Type::Missing)) control->parameter = parameter.ToText();
+  Changed(*application_);
   return ObjectOf<CommandBarControl>(application_, control);
 }
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

@@ -1,16 +1,16 @@
-#include "platform/memory/excel/CommandBars.h"
+#include "platform/commandbars/CommandBars.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/memory/excel/Refusals.h"
+#include "platform/excel_refusals.h"
 #include "tests/platform/memory/excel/excel_test.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 namespace {
 
 constexpr std::int32_t kRefused = -2147467259;  // hexadecimal 80004005
 
-class CommandBarsTest : public ExcelTest {
+class CommandBarsTest : public memory::ExcelTest {
  protected:
   ObjectPtr bars = GetObject(application, u"CommandBars");
 };
@@ -89,13 +89,13 @@ TEST_F(CommandBarsTest, AreGoneWithTheirControlsOnceTheyWereDeleted) {
   EXPECT_EQ(RaisedBy([&] { Get(bars, u"Item", {u"Ataskaita"}); }), kInvalidProcedureCall);
   for (const std::u16string_view member :
        {u"Name", u"Index", u"Visible", u"Enabled", u"BuiltIn", u"Controls"}) {
-    EXPECT_EQ(RaisedBy([&] { Get(bar, member); }), kObjectGone) << ToUtf8(member);
+    EXPECT_EQ(RaisedBy([&] { Get(bar, member); }), excel::kObjectGone) << ToUtf8(member);
   }
-  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Visible", true); }), kObjectGone);
-  EXPECT_EQ(RaisedBy([&] { Call(bar, u"Delete"); }), kObjectGone);
-  EXPECT_EQ(RaisedBy([&] { Get(controls, u"Count"); }), kObjectGone);
-  EXPECT_EQ(RaisedBy([&] { Call(controls, u"Add"); }), kObjectGone);
-  EXPECT_EQ(RaisedBy([&] { Get(control, u"Parameter"); }), kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Visible", true); }), excel::kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Call(bar, u"Delete"); }), excel::kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Get(controls, u"Count"); }), excel::kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Call(controls, u"Add"); }), excel::kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Get(control, u"Parameter"); }), excel::kObjectGone);
 }
 
 TEST_F(CommandBarsTest, OfExcelItselfAreNotDeleted) {
@@ -173,4 +173,4 @@ TEST_F(CommandBarsTest, ThatAreTemporaryEndWithExcel) {
 }
 
 }  // namespace
-}  // namespace qva::memory
+}  // namespace qva::commandbars

@@ -2,14 +2,16 @@
 
 #include <string>
 
-#include "platform/memory/excel/ModelObject.h"
+#include "platform/commandbars/CommandBarData.h"
+#include "platform/model_object.h"
 
-namespace qva::memory {
+namespace qva::commandbars {
 
 /// A button or box of a command bar. Its plain properties are the fields of CommandBarControlData. Every
 /// member raises kObjectGone once the control or its bar was deleted; what buttons alone have raises 438 for
 /// any other control.
-class CommandBarControl : public ModelObject<CommandBarControl, CommandBarControlData> {
+class CommandBarControl
+    : public ModelObject<CommandBarControl, CommandBarControlData, CommandBarApplication> {
  public:
   using ModelObject::ModelObject;
   static const ClassDescription& Description();
@@ -44,4 +46,4 @@ class CommandBarControl : public ModelObject<CommandBarControl, CommandBarContro
   void Delete(const Value& temporary);
 };
 
-}  // namespace qva::memory
+}  // namespace qva::commandbars

@@ -1,0 +1,84 @@
+// Command bars as LibreOffice's toolbars and menu bar.
+#pragma once
+
+#include <com/sun/star/container/XIndexContainer.hpp>
+#include <com/sun/star/frame/XLayoutManager2.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/graphic/XGraphic.hpp>
+#include <com/sun/star/ui/XUIConfigurationManager.hpp>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/commandbars/CommandBarData.h"
+
+namespace qva::calc {
+
+/// Shows the bars of one document in its window. All that is set up for it belongs to the document in memory
+/// and goes with it: neither the user's settings nor the document's file ever get anything of it.
+///
+/// A bar of a macro's is a toolbar, or the menu bar while one that is a menu bar is visible. Controls that
+/// were added to Excel's worksheet menu bar come behind LibreOffice's own menus. Excel's bars "Standard",
+/// "Formatting" and "Worksheet Menu Bar" stand for LibreOffice's own, which are hidden while those are not
+/// visible.
+class BarDisplay {
+ public:
+  explicit BarDisplay(css::uno::Reference<css::frame::XModel> document) : document_(std::move(document)) {}
+
+  /// Makes the window show what the bars are now. Raises css::uno::Exception where LibreOffice refuses.
+  void Show(const commandbars::CommandBarApplication& bars);
+
+  /// The command of a control (BarCommands), and the control of a command; null for any other one.
+  static rtl::OUString CommandOf(const commandbars::CommandBarControlData& control);
+  static std::shared_ptr<commandbars::CommandBarControlData> ControlOf(
+      const commandbars::CommandBarApplication& bars, const rtl::OUString& command);
+
+  /// A picture that a button may show from now on as its face, by a name; gives the name.
+  std::u16string AddPicture(std::u16string_view name, css::uno::Reference<css::graphic::XGraphic> picture);
+
+ private:
+  /// An entry of a toolbar or menu bar; without a command, a line between groups.
+  struct Item {
+    rtl::OUString command;
+    rtl::OUString label;
+    rtl::OUString tooltip;
+    sal_Int16 style = 0;
+
+    friend bool operator==(const Item&, const Item&) = default;
+  };
+  /// A toolbar or menu bar as it was last set up.
+  struct Shown {
+    rtl::OUString title;
+    std::vector<Item> items;
+    std::int32_t position = 0;
+
+    friend bool operator==(const Shown&, const Shown&) = default;
+  };
+
+  static Shown Describe(const commandbars::CommandBarData& bar);
+  static std::vector<Item> ItemsOf(const commandbars::CommandBarData& bar, bool is_menu);
+  void ShowToolbar(const rtl::OUString& resource, const Shown& toolbar);
+  void Place(const rtl::OUString& resource, const Shown& toolbar);
+  void RemoveToolbar(const rtl::OUString& resource);
+  void ShowMenuBar(const commandbars::CommandBarApplication& bars);
+  void ShowOwnBars(const commandbars::CommandBarApplication& bars);
+  void SetFaces(const commandbars::CommandBarApplication& bars);
+  void Fill(const css::uno::Reference<css::container::XIndexContainer>& settings,
+            const std::vector<Item>& items);
+  void Configure(const rtl::OUString& resource,
+                 const css::uno::Reference<css::container::XIndexContainer>& settings);
+
+  css::uno::Reference<css::frame::XModel> document_;
+  // Of the window that Show found.
+  css::uno::Reference<css::frame::XLayoutManager2> layout_;
+  css::uno::Reference<css::ui::XUIConfigurationManager> configuration_;
+
+  std::map<rtl::OUString, Shown> toolbars_;        ///< by resource
+  Shown menu_bar_;                                 ///< without items: LibreOffice's own
+  std::set<rtl::OUString> hidden_;                 ///< LibreOffice's own bars that we hid
+  std::map<rtl::OUString, std::u16string> faces_;  ///< by command: what its icon shows
+  std::map<std::u16string, css::uno::Reference<css::graphic::XGraphic>> pictures_;
+};
+
+}  // namespace qva::calc

@@ -1,0 +1,72 @@
+// The command bars and hot keys of a workbook in LibreOffice.
+#pragma once
+
+#include <com/sun/star/frame/XFrameActionListener.hpp>
+#include <com/sun/star/frame/XModel.hpp>
+#include <map>
+#include <memory>
+#include <rtl/ref.hxx>
+#include <string>
+#include <utility>
+
+#include "platform/calc/toolbars/BarCommands.h"
+#include "platform/calc/toolbars/BarDisplay.h"
+#include "platform/commandbars/CommandBarData.h"
+#include "platform/object.h"
+
+namespace qva::calc {
+
+/// What Application.CommandBars and Application.OnKey stand for. Excel has one set of bars; here each
+/// workbook has a set of its own, that of its window, from the first question for it until the workbook is
+/// closed. What changes is shown when LibreOffice next handles its events.
+class DocumentBars : public commandbars::CommandBarApplication,
+                     public CommandTarget,
+                     public std::enable_shared_from_this<DocumentBars> {
+ public:
+  /// The bars of the workbook whose macros an Application is for. Raises what LibreOffice raises.
+  static std::shared_ptr<DocumentBars> Of(const ObjectPtr& application);
+
+  explicit DocumentBars(const css::uno::Reference<css::frame::XModel>& document);
+
+  const css::uno::Reference<css::frame::XModel>& document() const { return document_; }
+
+  void RunMacro(const std::u16string& name) override;
+  void CommandBarsChanged() override;
+  void Execute(const rtl::OUString& command) override;
+  CommandState StateOf(const rtl::OUString& command) override;
+
+  /// Lets a key run a macro, or do nothing when `macro` is empty. Raises 1004 for what is no key.
+  void BindKey(std::u16string_view key, const std::u16string& macro);
+  /// Gives a key its meaning in LibreOffice back.
+  void ResetKey(std::u16string_view key);
+
+  /// Puts a picture on the bars' clipboard.
+  void CopyPicture(std::u16string_view name, css::uno::Reference<css::graphic::XGraphic> picture);
+
+  /// Shows what changed.
+  void Show();
+  /// The workbook was closed: all bars and controls are gone.
+  void Close();
+
+ private:
+  /// Code and modifiers.
+  using Key = std::pair<sal_Int16, sal_Int16>;
+  struct Binding {
+    std::u16string macro;
+    rtl::OUString former;  ///< the command that the document itself had for the key
+  };
+
+  static rtl::OUString CommandOf(const Key& key);
+  /// Takes part in the dispatching of the window that the document is in now.
+  void EnterFrame();
+
+  css::uno::Reference<css::frame::XModel> document_;  ///< null once it was closed
+  css::uno::Reference<css::frame::XFrame> frame_;     ///< whose dispatching we take part in
+  rtl::Reference<BarCommands> commands_;
+  css::uno::Reference<css::frame::XFrameActionListener> watcher_;
+  BarDisplay display_;
+  std::map<Key, Binding> keys_;
+  bool is_waiting_ = false;  ///< to be shown
+};
+
+}  // namespace qva::calc

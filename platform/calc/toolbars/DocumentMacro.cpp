@@ -1,0 +1,93 @@
+#include "platform/calc/toolbars/DocumentMacro.h"
+
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/script/XLibraryContainer.hpp>
+#include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
+#include <rtl/uri.hxx>
+
+#include "platform/calc/UnoText.h"
+#include "platform/calc/UnoValue.h"
+#include "platform/error.h"
+#include "platform/text.h"
+
+namespace qva::calc {
+namespace {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::Sequence;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+using rtl::OUString;
+
+/// The open document whose file has a name; null when there is none.
+Reference<css::frame::XModel> DocumentNamed(std::u16string_view file_name) {
+  const auto components = css::frame::Desktop::create(Context())->getComponents()->createEnumeration();
+  while (components->hasMoreElements()) {
+    const Reference<css::frame::XModel> model(components->nextElement(), UNO_QUERY);
+    if (!model.is()) continue;
+    const OUString url = model->getURL();
+    const OUString name =
+        rtl::Uri::decode(url.copy(url.lastIndexOf('/') + 1), rtl_UriDecodeWithCharset, RTL_TEXTENCODING_UTF8);
+    if (EqualIgnoringCase(FromUno(name), file_name)) return model;
+  }
+  return {};
+}
+
+/// Null when the module has no such macro.
+Reference<css::script::provider::XScript> Find(const Reference<css::frame::XModel>& document,
+                                               const OUString& library, const OUString& module,
+                                               const OUString& macro) {
+  const Reference<css::script::provider::XScriptProviderSupplier> supplier(document, UNO_QUERY_THROW);
+  try {
+    return supplier->getScriptProvider()->getScript("vnd.sun.star.script:" + library + "." + module + "." +
+                                                    macro + "?language=Basic&location=document");
+  } catch (const css::uno::Exception&) {
+    return {};
+  }
+}
+
+Reference<css::script::provider::XScript> Find(const Reference<css::frame::XModel>& document,
+                                               std::u16string_view module, const OUString& macro) {
+  const Reference<css::script::XLibraryContainer> libraries(
+      Reference<css::beans::XPropertySet>(document, UNO_QUERY_THROW)->getPropertyValue("BasicLibraries"),
+      UNO_QUERY_THROW);
+  for (const OUString& library : libraries->getElementNames()) {
+    libraries->loadLibrary(library);
+    const Reference<css::container::XNameAccess> modules(libraries->getByName(library), UNO_QUERY_THROW);
+    for (const OUString& candidate : modules->getElementNames()) {
+      if (!module.empty() && !EqualIgnoringCase(FromUno(candidate), module)) continue;
+      if (const auto script = Find(document, library, candidate, macro); script.is()) return script;
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+void RunDocumentMacro(const Reference<css::frame::XModel>& document, std::u16string_view name) {
+  Reference<css::frame::XModel> owner = document;
+  std::u16string_view macro = name;
+  if (const std::size_t mark = name.rfind(u'!'); mark != name.npos) {
+    macro = name.substr(mark + 1);
+    owner = DocumentNamed(name.substr(0, mark));
+    // A workbook that was never saved has no file.
+    if (!owner.is()) owner = document;
+  }
+  std::u16string_view module;
+  if (const std::size_t point = macro.rfind(u'.'); point != macro.npos) {
+    module = macro.substr(0, point);
+    macro.remove_prefix(point + 1);
+  }
+  const auto script = Find(owner, module, ToUno(macro));
+  if (!script.is()) {
+    throw AutomationError(kApplicationDefined, u"LibreOffice",
+                          u"There is no macro '" + std::u16string(name) + u"'");
+  }
+  Sequence<sal_Int16> changed;
+  Sequence<Any> values;
+  script->invoke({}, changed, values);
+}
+
+}  // namespace qva::calc

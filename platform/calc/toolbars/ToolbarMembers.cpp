@@ -1,0 +1,110 @@
+#include "platform/calc/toolbars/ToolbarMembers.h"
+
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/system/SystemShellExecute.hpp>
+#include <osl/file.hxx>
+
+#include "platform/calc/UnoText.h"
+#include "platform/calc/UnoValue.h"
+#include "platform/calc/toolbars/DocumentBars.h"
+#include "platform/commandbars/CommandBars.h"
+#include "platform/excel.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/services.h"
+#include "platform/text.h"
+
+namespace qva::calc {
+namespace {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::UNO_QUERY_THROW;
+
+const rtl::OUString kShowsMarks("ShowNotes");
+
+/// An argument by its place or name; Missing when it was left out.
+Value Argument(const Arguments& arguments, std::size_t position, std::u16string_view name) {
+  if (position < arguments.positional.size()) return arguments.positional[position];
+  for (const NamedArgument& argument : arguments.named) {
+    if (EqualIgnoringCase(argument.name, name)) return argument.value;
+  }
+  return Missing{};
+}
+
+/// The settings of the window of an Application's workbook.
+Reference<css::beans::XPropertySet> ViewSettings(const ObjectPtr& application) {
+  return Reference<css::beans::XPropertySet>(
+      DocumentBars::Of(application)->document()->getCurrentController(), UNO_QUERY_THROW);
+}
+
+AutomationError Refused(std::u16string description) {
+  return AutomationError(kApplicationDefined, u"LibreOffice", std::move(description));
+}
+
+}  // namespace
+
+Value CommandBars(const ObjectPtr& application, const Arguments& arguments) {
+  const ObjectPtr bars = MakeRef<commandbars::CommandBars>(DocumentBars::Of(application));
+  const bool is_one = !arguments.positional.empty() || !arguments.named.empty();
+  return is_one ? Get(bars, u"Item", arguments) : Value(bars);
+}
+
+Value OnKey(const ObjectPtr& application, const Arguments& arguments) {
+  const std::u16string key = Argument(arguments, 0, u"Key").ToText();
+  const Value procedure = Argument(arguments, 1, u"Procedure");
+  const auto bars = DocumentBars::Of(application);
+  if (procedure.Is(Value::Type::Missing)) {
+    bars->ResetKey(key);
+  } else {
+    bars->BindKey(key, procedure.ToText());
+  }
+  return {};
+}
+
+Value DisplayCommentIndicator(const ObjectPtr& application, const Arguments&) {
+  bool shows_marks = false;
+  ViewSettings(application)->getPropertyValue(kShowsMarks) >>= shows_marks;
+  return std::int32_t{shows_marks ? xlCommentIndicatorOnly : xlNoIndicator};
+}
+
+Value SetDisplayCommentIndicator(const ObjectPtr& application, const Arguments& arguments) {
+  if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
+  const bool shows_marks = arguments.positional[0].ToInt32() != xlNoIndicator;
+  ViewSettings(application)->setPropertyValue(kShowsMarks, Any(shows_marks));
+  return {};
+}
+
+Value Help(const ObjectPtr&, const Arguments& arguments) {
+  const Value file = Argument(arguments, 0, u"HelpFile");
+  const std::u16string name = file.Is(Value::Type::Missing) ? std::u16string() : file.ToText();
+  const auto* files = dynamic_cast<const PosixFiles*>(GetServices().files);
+  const std::filesystem::path path = files ? files->SystemPath(name) : std::filesystem::path(ToUtf8(name));
+  if (name.empty() || !std::filesystem::exists(path)) throw Refused(u"There is no help file '" + name + u"'");
+  rtl::OUString url;
+  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8(path.string())), url);
+  css::system::SystemShellExecute::create(Context())->execute(url, "", 0);
+  return {};
+}
+
+Value CopyShape(const ObjectPtr& shape, const Arguments&) {
+  const std::u16string name = Get(shape, u"Name").ToText();
+  const ObjectPtr sheet = GetObject(shape, u"Parent");
+  ObjectPtr page = GetObject(sheet, u"Cells", {1, 1});
+  for (const std::u16string_view step : {u"CellRange", u"Spreadsheet", u"DrawPage"})
+    page = GetObject(page, step);
+  const Reference<css::container::XIndexAccess> shapes(ToAny(page), UNO_QUERY_THROW);
+  for (sal_Int32 i = 0; i < shapes->getCount(); ++i) {
+    const Reference<css::container::XNamed> candidate(shapes->getByIndex(i), UNO_QUERY_THROW);
+    if (FromUno(candidate->getName()) != name) continue;
+    const Reference<css::beans::XPropertySet> properties(candidate, UNO_QUERY_THROW);
+    if (!properties->getPropertySetInfo()->hasPropertyByName("Graphic")) break;
+    const Reference<css::graphic::XGraphic> picture(properties->getPropertyValue("Graphic"), UNO_QUERY_THROW);
+    DocumentBars::Of(GetObject(sheet, u"Application"))->CopyPicture(name, picture);
+    return {};
+  }
+  throw Refused(u"The shape '" + name + u"' is no picture");
+}
+
+}  // namespace qva::calc
