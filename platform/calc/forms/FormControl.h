@@ -32,10 +32,8 @@ class FormControl : public virtual ui::Control, public EventTarget {
   virtual bool TakesFocus() const { return true; }
   /// Takes the keyboard's focus; the control is enabled and on the page in front.
   virtual void TakeFocus() { window_.window()->setFocus(); }
-  /// Whether a window is the control's, or one within it.
-  virtual bool Owns(const css::uno::Reference<css::uno::XInterface>& window) const {
-    return window_.Is(window);
-  }
+  /// Whether keys go to the control, or to a window within it.
+  virtual bool HasFocus() const { return window_.window()->hasFocus(); }
   /// A key was pressed in one of the control's windows, before it goes there. True keeps it from going there.
   virtual bool OnKey(const css::awt::KeyEvent&) { return false; }
 

@@ -246,7 +246,7 @@ bool FormWindow::HandleKey(const css::awt::KeyEvent& event) {
     return true;
   }
   for (const auto& control : controls_) {
-    if (control->Owns(event.Source)) return control->Enabled() && control->OnKey(event);
+    if (control->HasFocus()) return control->Enabled() && control->OnKey(event);
   }
   return false;
 }

@@ -23,7 +23,7 @@ class GridEditor : public EventTarget {
   std::u16string Text() const;
   /// Whether the user has changed the text.
   bool changed() const { return changed_; }
-  bool Is(const css::uno::Reference<css::uno::XInterface>& window) const { return window_.Is(window); }
+  bool HasFocus() const { return window_.window()->hasFocus(); }
 
   std::function<void()> on_left;  ///< the focus went elsewhere while the field was open
 

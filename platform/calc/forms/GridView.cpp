@@ -143,8 +143,8 @@ bool GridView::MoveToNextCell(bool forward) {
   return true;
 }
 
-bool GridView::Owns(const css::uno::Reference<css::uno::XInterface>& window) const {
-  return Canvas::Owns(window) || editor_.Is(window) || bar_.window.Is(window);
+bool GridView::HasFocus() const {
+  return Canvas::HasFocus() || editor_.HasFocus();
 }
 
 bool GridView::OnKey(const css::awt::KeyEvent& event) {

@@ -31,7 +31,7 @@ class GridView : public Canvas, public ui::Grid {
   void Move(int lines);
 
   void Place(const css::awt::Rectangle& pixels) override;
-  bool Owns(const css::uno::Reference<css::uno::XInterface>& window) const override;
+  bool HasFocus() const override;
   bool OnKey(const css::awt::KeyEvent& event) override;
 
  private:

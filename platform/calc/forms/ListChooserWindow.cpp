@@ -88,7 +88,7 @@ class ListWindow : public FormWindow {
     auto& filter = dynamic_cast<FormControl&>(*Find(u"Filter"));
     const bool moves = event.KeyCode == key::UP || event.KeyCode == key::DOWN ||
                        event.KeyCode == key::PAGEUP || event.KeyCode == key::PAGEDOWN;
-    if (moves && filter.Owns(event.Source)) return dynamic_cast<FormControl&>(*Find(u"List")).OnKey(event);
+    if (moves && filter.HasFocus()) return dynamic_cast<FormControl&>(*Find(u"List")).OnKey(event);
     return FormWindow::HandleKey(event);
   }
 };

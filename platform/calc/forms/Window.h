@@ -58,7 +58,6 @@ class Window {
     return css::uno::Reference<Interface>(peer_, css::uno::UNO_QUERY_THROW);
   }
   css::uno::Reference<css::awt::XWindow2> window() const { return As<css::awt::XWindow2>(); }
-  bool Is(const css::uno::Reference<css::uno::XInterface>& other) const { return peer_ == other; }
 
   void SetProperty(const char* name, const css::uno::Any& value) const;
   void SetCaption(std::u16string_view caption) const;
