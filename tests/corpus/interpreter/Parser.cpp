@@ -131,6 +131,7 @@ class Parser {
     do {
       statement.expressions.push_back(ParseExpression());
       Expect(u"Then");
+      if (!AtEnd()) return ParseIfOfOneLine(statement);
       ExpectEnd();
       statement.blocks.push_back(ParseBlock({u"ElseIf", u"Else", u"End"}));
     } while (Accept(u"ElseIf"));
@@ -141,6 +142,14 @@ class Parser {
     Expect(u"End");
     Expect(u"If");
     ExpectEnd();
+  }
+
+  /// `If a Then b`: one statement, and neither Else nor End If.
+  void ParseIfOfOneLine(Statement& statement) {
+    if (statement.expressions.size() != 1 || At(u"If") || At(u"For") || At(u"Do")) {
+      Fail("only one simple statement stands in the line of its If");
+    }
+    statement.blocks.emplace_back().push_back(ParseStatement());
   }
 
   void ParseFor(Statement& statement) {

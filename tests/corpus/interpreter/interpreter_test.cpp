@@ -87,6 +87,7 @@ TEST_F(InterpreterTest, LoopsAndBranches) {
   EXPECT_EQ(Run(u"Dim x, n\nn = 0\nFor Each x In Array(1, 2, 3)\nn = n + x\nNext\n"
                 u"Do While n > 4\nn = n - 1\nLoop\nLog n & \"\""),
             "4");
+  EXPECT_EQ(Run(u"Dim n\nn = 1\nIf n = 1 Then n = 5\nIf n = 1 Then n = 7\nLog n & \"\""), "5");
 }
 
 TEST_F(InterpreterTest, ReachesMembersOfEveryKind) {

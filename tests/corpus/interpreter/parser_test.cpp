@@ -56,7 +56,9 @@ TEST(MacroParser, RefusesWhatEnginesDoNotUnderstandAlike) {
             "line 2: only \"Is Nothing\" means the same to all engines; compare by SameObject");
   EXPECT_EQ(MistakeOf(u"r.Init(x)"), "line 1: a statement's arguments stand without brackets");
   EXPECT_EQ(MistakeOf(u"On Error GoTo Handler"), "line 1: handlers with a label are outside the subset");
-  EXPECT_EQ(MistakeOf(u"If x Then y = 1"), "line 1: \"y\" is too much");
+  EXPECT_EQ(MistakeOf(u"If x Then y = 1 Else y = 2"), "line 1: \"Else\" is too much");
+  EXPECT_EQ(MistakeOf(u"If x Then If y Then z = 1"),
+            "line 1: only one simple statement stands in the line of its If");
   EXPECT_EQ(MistakeOf(u"x = 1 ^ 2"), "line 1: \"^\" is outside the subset");
   EXPECT_EQ(MistakeOf(u"x = \"a"), "line 1: a text without an end");
   EXPECT_EQ(MistakeOf(u"x = 99999999999"), "line 1: too large a number");
