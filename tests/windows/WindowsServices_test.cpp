@@ -4,6 +4,7 @@
 
 #include "platform/date.h"
 #include "platform/settings.h"
+#include "platform/text.h"
 #include "platform/windows/AnsiText.h"
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/WideText.h"
@@ -49,6 +50,49 @@ TEST(WindowsLocale, TakesTheSeparatorAndTheTimeFromTheUserNotFromTheLanguage) {
   };
   expect_setting(LOCALE_SDECIMAL, L";", [&] { return locale.DecimalSeparator(); });
   expect_setting(LOCALE_STIMEFORMAT, L"H-mm-ss", [&] { return locale.LongTimePattern(); });
+}
+
+// The user's own patterns, set for the test, by the library and by Windows itself. Left out is where Wine
+// differs from Windows: it inflects a month without a day, and gives a single y two digits.
+TEST(WindowsLocale, DatesAndTimesAreThoseThatWindowsWrites) {
+  const WindowsLocale locale;
+  const SYSTEMTIME times[] = {{2010, 11, 0, 12, 14, 5, 9, 0},
+                              {2015, 1, 0, 2, 0, 0, 0, 0},
+                              {2024, 6, 0, 16, 11, 59, 59, 0},
+                              {1999, 12, 0, 31, 12, 30, 1, 0}};
+  const wchar_t* const dates[] = {L"yyyy-MM-dd",   L"d.M.y",
+                                  L"dd-MMM-yy",    L"yyyy 'm.' MMMM d 'd.'",
+                                  L"ddd d/M/yyyy", L"dddd, d 'o''clock' MMMM",
+                                  L"HH ss tt yyyy"};
+  const wchar_t* const times_of_day[] = {L"HH:mm:ss",       L"H.m.s",    L"h:mm:ss tt",
+                                         L"hh 'val.' mm t", L"tt h 'd'", L"d.M.yyyy HH"};
+  const std::wstring date_before = WideText(locale.ShortDatePattern());
+  const std::wstring time_before = WideText(locale.LongTimePattern());
+  wchar_t text[128];
+  for (SYSTEMTIME time : times) {
+    double serial = 0;
+    ASSERT_TRUE(SystemTimeToVariantTime(&time, &serial));
+    for (const wchar_t* pattern : dates) {
+      ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, pattern));
+      ASSERT_GT(GetDateFormatW(LOCALE_USER_DEFAULT, 0, &time, pattern, text, std::size(text)), 0);
+      EXPECT_EQ(ShortDateText(Date{serial}, locale), TextOf(text)) << ToUtf8(TextOf(pattern));
+    }
+    for (const wchar_t* pattern : times_of_day) {
+      ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, pattern));
+      ASSERT_GT(GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &time, pattern, text, std::size(text)), 0);
+      EXPECT_EQ(LongTimeText(Date{serial}, locale), TextOf(text)) << ToUtf8(TextOf(pattern));
+    }
+  }
+  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SSHORTDATE, date_before.c_str());
+  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_STIMEFORMAT, time_before.c_str());
+}
+
+TEST(WindowsLocale, HalvesOfTheDayAreTheUsers) {
+  const WindowsLocale locale;
+  const std::wstring before = WideText(locale.NameOf(DateName::HalfOfDay, 1));
+  ASSERT_TRUE(SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_S2359, L"vakare"));
+  EXPECT_EQ(locale.NameOf(DateName::HalfOfDay, 1), u"vakare");
+  SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_S2359, before.c_str());
 }
 
 TEST(AnsiText, GoesToTheSystemsCodePageAndBack) {
