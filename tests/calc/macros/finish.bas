@@ -30,6 +30,7 @@ Private Sub Printing(r, s)
 End Sub
 
 Private Sub Formulas(r, s)
+    Dim i As Integer
     s.Range("F1").Value = 5
     s.Range("F2").Formula = "=F1*2"
     s.Range("F3").Formula = "=F2+0.5"
@@ -41,6 +42,17 @@ Private Sub Formulas(r, s)
     s.Range("F9").Value = "a = b"
     s.Range("G2").Formula = "=F1*2"
     r.ClearFormulas s.Range("F1:F9")
+    ' A block of two dimensions, in which each cell differs; the last column holds texts like formulas.
+    For i = 1 To 3
+        s.Cells(i, 9).Formula = "=" & i * 10 & "+1"
+        s.Cells(i, 10).Value = i
+        s.Cells(i, 11).Formula = "=J" & i & "*100"
+    Next
+    s.Range("L1").Value = "'=J1"
+    s.Range("L2").Formula = "=""="" & ""J1"""
+    WriteLine "like formulas: " & s.Range("L1").Value & " " & s.Range("L2").Value
+    r.ClearFormulas s.Range("I1:L3")
+    s.Range("J1:J3").Value = 0
 End Sub
 
 Private Sub Saving(r, s)
@@ -75,6 +87,11 @@ Private Sub OpenAnew()
         x = x & s.Cells(i, 6).Formula & "|"
     Next
     WriteLine "formulas: " & x & s.Range("G2").Formula
+    x = ""
+    For i = 1 To 3
+        x = x & s.Cells(i, 9).Formula & "," & s.Cells(i, 10).Formula & "," & s.Cells(i, 11).Formula & "|"
+    Next
+    WriteLine "block: " & x & s.Range("L1").Value & "," & s.Range("L2").Value & "," & s.Range("L3").Value
     WriteLine "saved cell: " & s.Range("H5").Value
     WriteLine "locked: " & s.Range("A1:B2").Locked & " " & s.Range("C1:D2").Locked & " " & s.Range("A3").Locked
     WriteLine "colours: " & s.Range("A1").Interior.ColorIndex & " " & s.Range("A2").Interior.ColorIndex & " " & s.Range("B1").Interior.ColorIndex

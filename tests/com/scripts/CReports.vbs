@@ -1,5 +1,21 @@
 ' CReports, as a workbook's macro uses it.
-Dim reports, global, excel, sheet, code, name, id, book, calls, saved, files, boxes
+Dim reports, global, excel, sheet, code, name, id, book, calls, saved, files, boxes, row
+
+' The texts of a block, row by row.
+Function BlockText(block)
+  Dim i, j, lines, cells
+  For i = LBound(block, 1) To UBound(block, 1)
+    cells = ""
+    For j = LBound(block, 2) To UBound(block, 2)
+      If j > LBound(block, 2) Then cells = cells & ","
+      cells = cells & block(i, j)
+    Next
+    If i > LBound(block, 1) Then lines = lines & "|"
+    lines = lines & cells
+  Next
+  BlockText = lines
+End Function
+
 ' The host's data access comes to life with the first report save and stays.
 Set reports = CreateObject("QVA_Varnholt.CSaveForm")
 reports.Init
@@ -88,6 +104,22 @@ reports.ClearFormulas sheet.Range("D1:D3")
 CheckError "ClearFormulas", 0
 Check "a formula's value", sheet.Range("D2").Formula, "42"
 Check "a formula of the empty text", VarType(sheet.Range("D3").Value), VarType(Empty)
+sheet.Range("G1").Value = "'=D1"
+Check "a text like a formula", sheet.Range("G1").Formula, "=D1"
+reports.ClearFormulas sheet.Range("G1")
+CheckError "ClearFormulas of a text like a formula", 0
+Check "the text", sheet.Range("G1").Value, "=D1"
+' A block of two dimensions, in which each cell differs.
+For row = 2 To 4
+  sheet.Cells(row, 7).Formula = "=" & row * 10 & "+1"
+  sheet.Cells(row, 8).Value = row
+  sheet.Cells(row, 9).Formula = "=H" & row & "*100"
+Next
+reports.ClearFormulas sheet.Range("G1:I4")
+CheckError "ClearFormulas of a block", 0
+Check "the block", BlockText(sheet.Range("G1:I4").Formula), "=D1,,|21,2,200|31,3,300|41,4,400"
+sheet.Range("H2:H4").Value = 0
+Check "fixed values", CLng(sheet.Range("I4").Value), CLng(400)
 reports.ClearFormulas Nothing
 CheckError "ClearFormulas of nothing", 91
 reports.ColorRanges sheet.Range("A1"), sheet.Range("B1"), Nothing, True
@@ -136,4 +168,4 @@ Set sheet = Nothing
 Set reports = Nothing
 Set global = Nothing
 Set excel = Nothing
-Finish 57
+Finish 63
