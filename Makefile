@@ -6,12 +6,19 @@
 help:  ## Show this list
 	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 18
 
-run:  ## Set up, build, and run the sample report in LibreOffice; results under out/
+# make run REPORT=profit-loss runs another one of samples/, make run SHOW=1 on the screen.
+REPORT ?= balance
+archived-balance := 2025/Balansas_2025.xls
+archived-profit-loss := 2025/PelnasNuostoliai_2025_12.xls
+archived-vat := FR0600/PVM deklaracija_FR0600_398417265_20251231.xls
+unattended = --form-answers samples/$(REPORT).answers --expect "drives/C/Ataskaitos/Archyvas/$(archived-$(REPORT))"
+
+run:  ## Set up, build, and run a sample report in LibreOffice (REPORT=balance, profit-loss or vat; SHOW=1 on the screen)
 	@tools/install-packages.sh run
 	@cmake --preset release -DQVA_TESTS=OFF > /dev/null
 	@cmake --build --preset release
-	@build/release/tools/report-runner --build-folder build/release --output-folder out \
-	  --form-answers samples/balance.answers --expect Balansas.xls samples/balance.fods
+	@build/release/tools/report-runner --build-folder build/release --output-folder out/$(REPORT) \
+	  --log $(REPORT).log $(if $(SHOW),--show,$(unattended)) samples/$(REPORT).fods
 
 test:  ## Set up, build everything and run all tests
 	@tools/install-packages.sh run test windows

@@ -13,7 +13,12 @@ CallLog::Entry::Entry(const Object& object, Access access, std::u16string_view m
 }
 
 void CallLog::Entry::Returned(const Value& result) {
-  Write(result.Is(Value::Type::Empty) ? call_ : call_ + u" -> " + DescribeValue(result));
+  if (result.Is(Value::Type::Empty)) return Write(call_);
+  // A block of a table's records would fill pages.
+  constexpr std::size_t kLongest = 200;
+  std::u16string text = DescribeValue(result);
+  if (text.size() > kLongest) text = text.substr(0, kLongest) + u"\u2026";
+  Write(call_ + u" -> " + text);
 }
 
 void CallLog::Entry::Failed(const AutomationError& error) {

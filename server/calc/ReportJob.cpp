@@ -57,6 +57,14 @@ PropertyValue Property(const char* name, const Any& value) {
   return property;
 }
 
+/// The library of the workbook's own macros: the first that LibreOffice did not put there itself.
+OUString OwnLibrary(const Reference<css::script::XLibraryContainer>& libraries) {
+  for (const OUString& name : libraries->getElementNames()) {
+    if (name != "Standard") return name;
+  }
+  throw std::runtime_error("the workbook has no library of macros");
+}
+
 /// The workbook, closed when the job leaves it, however it does.
 class OpenWorkbook {
  public:
@@ -85,19 +93,22 @@ class OpenWorkbook {
   OpenWorkbook(const OpenWorkbook&) = delete;
   OpenWorkbook& operator=(const OpenWorkbook&) = delete;
 
-  /// Runs a macro of the workbook. Raises the error that it did not handle. LibreOffice would end such a
+  /// Runs a macro of the workbook, named as Library.Module.Procedure or, in its own library, as
+  /// Module.Procedure. Raises the error that it did not handle. LibreOffice would end such a
   /// macro without a word, so it is called by a module of ours, which is in the workbook for that long.
   void RunMacro(const std::string& macro) const {
+    const std::size_t last_point = macro.rfind('.');
+    if (last_point == macro.npos) throw std::runtime_error("the macro is not named as Module.Procedure");
     const std::size_t point = macro.find('.');
-    if (point == macro.npos) throw std::runtime_error("the macro is not named as Library.Module.Procedure");
-    const std::string library = macro.substr(0, point);
-    const std::string procedure = macro.substr(point + 1);
+    const bool names_library = point != last_point;
+    const std::string procedure = names_library ? macro.substr(point + 1) : macro;
     const Reference<css::script::XLibraryContainer> libraries(
         Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)->getPropertyValue("BasicLibraries"),
         UNO_QUERY_THROW);
-    const OUString library_name = ToUno(FromUtf8(library));
+    const OUString library_name =
+        names_library ? ToUno(FromUtf8(macro.substr(0, point))) : OwnLibrary(libraries);
     if (!libraries->hasByName(library_name))
-      throw std::runtime_error("the workbook has no library " + library);
+      throw std::runtime_error("the workbook has no library " + ToUtf8(FromUno(library_name)));
     libraries->loadLibrary(library_name);
     const Reference<css::container::XNameContainer> modules(libraries->getByName(library_name),
                                                             UNO_QUERY_THROW);

@@ -13,6 +13,9 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
+/// What the sample leaves.
+constexpr const char* kArchived = "drives/C/Ataskaitos/Archyvas/2025/Balansas_2025.xls";
+
 class ReportRunner : public CalcTest {
  protected:
   static std::filesystem::path Sample() {
@@ -41,10 +44,10 @@ class ReportRunner : public CalcTest {
 TEST_F(ReportRunner, LeavesACompoundDocumentWithTheCompanysAttributesAPdfAndAPicture) {
   const RunResult run = RunWorkbook(Sample(), Answered());
   ASSERT_EQ(run.exit_status, 0) << run.errors;
-  EXPECT_THAT(Contents(output / "Balansas.xls"), StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"));
+  EXPECT_THAT(Contents(output / kArchived), StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"));
   EXPECT_THAT(Contents(output / "balance.pdf"), StartsWith("%PDF-"));
   EXPECT_THAT(Contents(output / "balance.png"), StartsWith("\x89PNG"));
-  const std::string cells = CellsOf(output / "Balansas.xls");
+  const std::string cells = CellsOf(output / kArchived);
   for (const char* expected :
        {"2025-01-01 – 2025-12-31", "Įmonės kodas;398417265", "PVM mokėtojo kodas;LT100099172410",
         "UAB „Medvilnės namai“", "Audėjų g. 14-3, LT-44177 Kaunas", "Telefonas;+370 37 000 112",
@@ -57,7 +60,7 @@ TEST_F(ReportRunner, LeavesACompoundDocumentWithTheCompanysAttributesAPdfAndAPic
 TEST_F(ReportRunner, WorksOnAnotherBook) {
   const RunResult run = RunWorkbook(Sample(), Answered({"--book", "BALTIJA", "--no-picture"}));
   ASSERT_EQ(run.exit_status, 0) << run.errors;
-  const std::string cells = CellsOf(output / "Balansas.xls");
+  const std::string cells = CellsOf(output / "drives/C/Ataskaitos/Archyvas/2025/Balansas_2025.xls");
   for (const char* expected :
        {"399503183", "AB „Baltijos žvejų krantinė“", "Krantinės g. 7, LT-91246 Klaipėda"}) {
     EXPECT_THAT(cells, HasSubstr(expected));
@@ -67,14 +70,15 @@ TEST_F(ReportRunner, WorksOnAnotherBook) {
 
 TEST_F(ReportRunner, PrintsEachStep) {
   const RunResult run = RunWorkbook(Sample(), Answered({"--no-picture"}));
-  for (const char* step : {"Opening ", "Running VBAProject.Ataskaita.Main", "gExcelObject.InitConnectEX -> 1",
-                           "CRepPeriod.Edit -> True", "CReports.Init", "CReports.FillAttr", "Balansas.xls"}) {
+  for (const char* step :
+       {"Opening ", "Running Ataskaita.Main", "gExcelObject.InitConnectEX -> 1", "CRepPeriod.Edit -> True",
+        "CReports.Init", "CReports.FillAttr", "Balansas_2025.xls"}) {
     EXPECT_THAT(run.output, HasSubstr(step));
   }
 }
 
 TEST_F(ReportRunner, LeavesNoReportWhenItsDialogIsNotAnswered) {
-  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--expect", "Balansas.xls"});
+  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--expect", kArchived});
   EXPECT_EQ(run.exit_status, 1);
   EXPECT_THAT(run.output, HasSubstr("CRepPeriod.Edit -> False"));
   EXPECT_THAT(run.messages, HasSubstr("There are no answers for the form frmReportPeriod"));
@@ -93,12 +97,12 @@ TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
 }
 
 TEST_F(ReportRunner, FailsWhenTheExpectedFileIsNotLeft) {
-  std::filesystem::create_directories(output);
-  std::ofstream(output / "Balansas.xls") << "of an earlier run";
-  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--book", "NERA", "--expect", "Balansas.xls"});
+  std::filesystem::create_directories((output / kArchived).parent_path());
+  std::ofstream(output / kArchived) << "of an earlier run";
+  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--book", "NERA", "--expect", kArchived});
   EXPECT_EQ(run.exit_status, 1);
-  EXPECT_THAT(run.errors, HasSubstr("did not leave Balansas.xls"));
-  EXPECT_FALSE(std::filesystem::exists(output / "Balansas.xls"));
+  EXPECT_THAT(run.errors, HasSubstr("did not leave drives/C/Ataskaitos/Archyvas/2025/Balansas_2025.xls"));
+  EXPECT_FALSE(std::filesystem::exists(output / kArchived));
   EXPECT_THAT(run.messages, HasSubstr("„NERA“")) << "the macro told why";
 }
 
@@ -113,7 +117,7 @@ TEST_F(ReportRunner, RefusesAnOutputFolderThatHoldsTheWorkbookItself) {
 TEST_F(ReportRunner, WorksWithLithuanianPathsInTheCLocale) {
   output = folder / "ataskaitos ąčę";
   setenv("LC_ALL", "C", 1);
-  const RunResult run = RunWorkbook(Sample(), Answered({"--no-picture", "--expect", "Balansas.xls"}));
+  const RunResult run = RunWorkbook(Sample(), Answered({"--no-picture", "--expect", kArchived}));
   unsetenv("LC_ALL");
   EXPECT_EQ(run.exit_status, 0) << run.errors;
 }

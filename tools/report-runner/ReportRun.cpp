@@ -133,6 +133,28 @@ std::string RegistryWithBook(std::string book) {
          escaped + "\"\n";
 }
 
+/// Where the sample companies keep their reports (table PathKey of host/sample.sql). Of an archive, the
+/// library makes no more than its last folder.
+constexpr std::string_view kArchives[] = {"C/Ataskaitos/Archyvas", "C/Ataskaitos/Baltija",
+                                          "C/Ataskaitos/Formos"};
+
+/// The drives that macros save to: in the output folder, unless the user's environment has others.
+void MakeDrives(const fs::path& output, std::map<std::string, std::string>& environment) {
+  constexpr const char* kVariable = "QVA_VARNHOLT_DRIVES";
+  if (const char* own = std::getenv(kVariable); own && *own) return;
+  for (const std::string_view archive : kArchives) fs::create_directories(output / "drives" / archive);
+  environment[kVariable] = (output / "drives").string();
+}
+
+/// Prints the files below a folder, by name.
+void PrintFiles(const fs::path& folder, std::ostream& out) {
+  std::map<std::string, std::uintmax_t> sizes;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.is_regular_file()) sizes[entry.path().lexically_relative(folder).string()] = entry.file_size();
+  }
+  for (const auto& [name, size] : sizes) out << "  " << name << " (" << size << " bytes)" << std::endl;
+}
+
 /// Prints the lines that a growing file has gained since the last call.
 class Follower {
  public:
@@ -221,6 +243,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   const fs::path errors = folder.path() / "errors.txt";
   const fs::path messages = output / "messages.txt";
   fs::remove(messages);
+  if (!options.log.empty()) fs::remove(output / options.log);
   RemovePrinted(output);
 
   std::map<std::string, std::string> environment = {
@@ -242,6 +265,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   }
   // A log means that nobody sits at the screen; without one message boxes are shown there.
   if (!options.show || !options.answers.empty()) environment["QVA_VARNHOLT_MESSAGE_LOG"] = messages.string();
+  MakeDrives(output, environment);
   if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
   if (!options.answers.empty()) environment["QVA_VARNHOLT_ANSWERS"] = fs::absolute(options.answers).string();
   if (!options.form_answers.empty()) {
@@ -255,7 +279,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
                       UrlOf(folder.path() / "qva.components"));
   arguments.push_back("service:QVA_Varnholt.ReportJob");
   Process process(arguments, environment, errors);
-  Follower follower(steps, out);
+  Follower follower(options.log.empty() ? steps : output / options.log, out);
   Follower message_follower(messages, out);
   const auto deadline = std::chrono::steady_clock::now() + options.timeout;
   while (process.IsRunning() && std::chrono::steady_clock::now() < deadline && !options.interrupted()) {
@@ -291,9 +315,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   }
   if (options.picture) MakePicture(pdf, errors, err);
   out << "Results in " << output.string() << ':' << std::endl;
-  for (const fs::directory_entry& entry : fs::directory_iterator(output)) {
-    out << "  " << entry.path().filename().string() << " (" << entry.file_size() << " bytes)" << std::endl;
-  }
+  PrintFiles(output, out);
   return 0;
 }
 

@@ -20,7 +20,8 @@ Opens a report workbook in LibreOffice, without a display unless told otherwise,
 in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and a PDF and a PNG of the
 workbook. Each step is printed.
 
-  --macro NAME           entry macro as Library.Module.Procedure (VBAProject.Ataskaita.Main)
+  --macro NAME           entry macro as Module.Procedure of the workbook's own library (Ataskaita.Main), or as
+                         Library.Module.Procedure
   --book CODE            code of the host's book to work on (MEDVILNE)
   --output-folder PATH   where the results go (out)
   --build-folder PATH    where libqva_calc.so and libqva_host.so stand (the folder above this program)
@@ -31,7 +32,9 @@ workbook. Each step is printed.
                          still answer for the user
   --timeout SECONDS      how long LibreOffice may take (120; a day with --show)
   --no-picture           no PDF and no PNG
-  --expect NAME          the run failed unless the macro leaves a file of this name in the output folder
+  --expect PATH          the run failed unless the macro leaves this file, a path in the output folder
+  --log PATH             the macro writes a log of its steps to this path in the output folder: it is printed as it
+                         grows, in place of the calls
   --help                 this text
 
 Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong command line, 3 when LibreOffice is
@@ -50,6 +53,7 @@ enum Option {
   kTimeout,
   kNoPicture,
   kExpect,
+  kLog,
   kHelp
 };
 
@@ -64,6 +68,7 @@ constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"timeout", required_argument, nullptr, kTimeout},
                                {"no-picture", no_argument, nullptr, kNoPicture},
                                {"expect", required_argument, nullptr, kExpect},
+                               {"log", required_argument, nullptr, kLog},
                                {"help", no_argument, nullptr, kHelp},
                                {nullptr, 0, nullptr, 0}};
 
@@ -119,6 +124,9 @@ int main(int argc, char** argv) {
         break;
       case kExpect:
         options.expect = optarg;
+        break;
+      case kLog:
+        options.log = optarg;
         break;
       case kHelp:
         std::cout << kUsage;

@@ -1,0 +1,205 @@
+// The sample reports from opening to closing, and what they leave in the archive.
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "tests/calc/calc_fixture.h"
+#include "tools/report-runner/Process.h"
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+/// The profit of 2025 by the sample company's ledger, which the balance sheet and the statement of profit
+/// share.
+constexpr const char* kProfit = "30021.32";
+
+class Samples : public CalcTest {
+ protected:
+  fs::path Archive() const { return output / "drives/C/Ataskaitos/Archyvas"; }
+
+  RunResult RunSample(const std::string& name, const fs::path& answers = {}) {
+    const fs::path samples = fs::path(QVA_SOURCE_DIR) / "samples";
+    const fs::path form_answers = answers.empty() ? samples / (name + ".answers") : answers;
+    return RunWorkbook(samples / (name + ".fods"),
+                       {"--form-answers", form_answers.string(), "--log", name + ".log"});
+  }
+
+  /// The log's entries without their times.
+  std::vector<std::string> Log(const std::string& name) {
+    std::vector<std::string> entries;
+    std::istringstream lines(Contents(output / (name + ".log")));
+    for (std::string line; std::getline(lines, line);) {
+      const std::size_t colon = line.find("  :  ");
+      EXPECT_TRUE(std::regex_match(line.substr(0, colon), std::regex("[0-9-]{10} [0-9:]{8}"))) << line;
+      entries.push_back(colon == line.npos ? line : line.substr(colon + 5));
+    }
+    return entries;
+  }
+
+  /// The first sheet of an archived workbook, as LibreOffice reads it anew.
+  std::string FirstSheet(const fs::path& archived) {
+    EXPECT_THAT(Contents(archived), StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1")) << archived;
+    Process convert({"soffice", "--headless", "--norestore",
+                     "-env:UserInstallation=file://" + (folder / "convert").string(), "--convert-to", "fods",
+                     "--outdir", (folder / "converted").string(), archived.string()},
+                    {}, folder / "convert.txt");
+    EXPECT_EQ(convert.Wait(std::chrono::seconds(90)), 0) << Contents(folder / "convert.txt");
+    const std::string book = Contents(folder / "converted" / (archived.stem().string() + ".fods"));
+    const std::size_t begin = book.find("<table:table ");
+    return book.substr(begin, book.find("</table:table>", begin) - begin);
+  }
+
+  /// The cells of the row that holds a text, empty ones left out, with "|" between: numbers as they are.
+  static std::string Row(const std::string& sheet, const std::string& text) {
+    const std::size_t at = sheet.find(">" + text + "<");
+    if (at == sheet.npos) return {};
+    const std::size_t begin = sheet.rfind("<table:table-row", at);
+    const std::string row = sheet.substr(begin, sheet.find("</table:table-row>", begin) - begin);
+    static const std::regex cell("<table:table-cell([^>]*[^/])>(.*?)</table:table-cell>");
+    static const std::regex value("office:value=\"([^\"]*)\"");
+    std::string flat = row;
+    for (char& c : flat) c = c == '\n' ? ' ' : c;
+    std::string cells;
+    for (std::sregex_iterator i(flat.begin(), flat.end(), cell), end; i != end; ++i) {
+      const std::string attributes = (*i)[1];
+      const std::string content = std::regex_replace((*i)[2].str(), std::regex(" *<[^>]*> *"), "");
+      std::smatch number;
+      cells += (cells.empty() ? "" : "|") +
+               (std::regex_search(attributes, number, value) ? number[1].str() : content);
+    }
+    return cells;
+  }
+
+  static testing::Matcher<std::string> FinishedSheet() {
+    return AllOf(HasSubstr("table:protected=\"true\""), Not(HasSubstr("#REF!")), Not(HasSubstr("Err:")));
+  }
+  /// The number of formulas that are left.
+  static std::ptrdiff_t Formulas(const std::string& sheet) {
+    const std::regex formula("table:formula=");
+    return std::distance(std::sregex_iterator(sheet.begin(), sheet.end(), formula), std::sregex_iterator());
+  }
+  void ExpectPaper(const std::string& name) {
+    EXPECT_THAT(Contents(output / (name + ".pdf")), StartsWith("%PDF-"));
+    EXPECT_THAT(Contents(output / (name + ".png")), StartsWith("\x89PNG"));
+    Process process({"pdfinfo", (output / "printed-1.pdf").string()}, {}, folder / "pdfinfo.txt");
+    EXPECT_EQ(process.Wait(std::chrono::seconds(20)), 0) << "nothing was printed";
+    Process text(
+        {"pdftotext", "-layout", (output / (name + ".pdf")).string(), (folder / "text.txt").string()}, {},
+        folder / "pdftotext.txt");
+    EXPECT_EQ(text.Wait(std::chrono::seconds(20)), 0);
+    const std::string pages = Contents(folder / "text.txt");
+    EXPECT_EQ(std::count(pages.begin(), pages.end(), '\f'), 1) << "not on one page";
+    EXPECT_THAT(pages, Not(HasSubstr("###")));
+    EXPECT_THAT(pages,
+                AllOf(HasSubstr("UAB „Medvilnės namai“"), HasSubstr("Šarūnas Įkalnis"), HasSubstr("1 / 1")));
+  }
+};
+
+TEST_F(Samples, TheBalanceSheetBalancesAndIsArchived) {
+  const RunResult run = RunSample("balance");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(Log("balance"),
+              ElementsAre("Prisijungta prie apskaitos knygos MEDVILNE", StartsWith("Įrankių juost"),
+                          "Parengta ataskaitos aplinka", "Laikotarpis 2025-01-01 – 2025-12-31",
+                          "Įmonė UAB „Medvilnės namai“, kodas 398417265",
+                          "Perskaityti sąskaitų likučiai, balanso suma 835959.01 EUR",
+                          "Archyve palyginti nėra: Balansas_2024.xls",
+                          "Formulės pakeistos reikšmėmis, lapas apsaugotas", "Išspausdinta",
+                          "Išsaugota archyve: Balansas_2025.xls",
+                          "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos",
+                          "Baigta: balansas, laikotarpis 2025-01-01 – 2025-12-31"));
+  EXPECT_THAT(run.output, HasSubstr("Baigta: balansas")) << "the runner prints the log";
+  ExpectPaper("balance");
+
+  const std::string sheet = FirstSheet(Archive() / "2025/Balansas_2025.xls");
+  EXPECT_THAT(sheet, FinishedSheet());
+  EXPECT_EQ(Formulas(sheet), 2);
+  EXPECT_EQ(Row(sheet, "Ataskaitinių metų pelnas (nuostoliai)"),
+            "3.1|Ataskaitinių metų pelnas (nuostoliai)|" + std::string(kProfit) + "|26708.52");
+  EXPECT_EQ(Row(sheet, "TURTO IŠ VISO"), "TURTO IŠ VISO|835959.01|833840.56");
+  EXPECT_EQ(Row(sheet, "NUOSAVO KAPITALO IR ĮSIPAREIGOJIMŲ IŠ VISO"),
+            "NUOSAVO KAPITALO IR ĮSIPAREIGOJIMŲ IŠ VISO|835959.01|833840.56");
+  EXPECT_THAT(sheet, HasSubstr(">2025 M. GRUODŽIO 31 D. BALANSAS<"));
+  EXPECT_EQ(Row(sheet, "Įmonės vadovas"), "Įmonės vadovas|Rūta Žiedaitė");
+}
+
+TEST_F(Samples, TheBalanceSheetMeetsLastYearsOneInTheArchive) {
+  std::ofstream(folder / "2024.answers") << "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+                                            "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  ASSERT_EQ(RunSample("balance", folder / "2024.answers").exit_status, 0);
+  EXPECT_TRUE(fs::exists(Archive() / "2024/Balansas_2024.xls"));
+  const RunResult run = RunSample("balance");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.output, HasSubstr("Archyve turto 833840.56 EUR, čia praeito laikotarpio 833840.56 EUR"));
+  EXPECT_TRUE(fs::exists(Archive() / "2025/Balansas_2025.xls"));
+}
+
+TEST_F(Samples, TheStatementOfProfitAgreesWithTheLedgerAndComparesWithBudgets) {
+  const RunResult run = RunSample("profit-loss");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(
+      Log("profit-loss"),
+      ElementsAre("Prisijungta prie apskaitos knygos MEDVILNE", StartsWith("Įrankių juost"),
+                  "Parengta ataskaitos aplinka", "Ataskaitų bibliotekos aplankas įrašytas į paieškos kelią",
+                  "Laikotarpis 2025-01-01 – 2025-12-31, biudžetų 2",
+                  "Įmonė UAB „Medvilnės namai“, kodas 398417265",
+                  "Perskaitytos apyvartos: pajamos 502607 EUR, grynasis pelnas 30021 EUR",
+                  "Formulės pakeistos reikšmėmis, lapas apsaugotas", "Išspausdinta",
+                  "Išsaugota archyve: PelnasNuostoliai_2025_12.xls",
+                  "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos",
+                  "Baigta: pelno (nuostolių) ataskaita, laikotarpis 2025-01-01 – 2025-12-31"));
+  EXPECT_THAT(run.messages, HasSubstr("Kaip spausdinti ataskaitą?"));
+  ExpectPaper("profit-loss");
+
+  const std::string sheet = FirstSheet(Archive() / "2025/PelnasNuostoliai_2025_12.xls");
+  EXPECT_THAT(sheet, FinishedSheet());
+  EXPECT_EQ(Formulas(sheet), 4);
+  EXPECT_THAT(Row(sheet, "Pardavimo pajamos"), AllOf(StartsWith("1|Pardavimo pajamos|36130|34981|40010|"),
+                                                     HasSubstr("|502607|474291|"), HasSubstr("|500000|")));
+  EXPECT_THAT(Row(sheet, "GRYNASIS PELNAS (NUOSTOLIAI)"), HasSubstr("|30021|26709|"));
+  EXPECT_EQ(Row(sheet, "Patikra: grynasis pelnas pagal didžiąją knygą, EUR"),
+            "Patikra: grynasis pelnas pagal didžiąją knygą, EUR|" + std::string(kProfit) + "|26708.52");
+}
+
+TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
+  const RunResult run = RunSample("vat");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  const std::string form = "PVM deklaracija_FR0600_398417265_20251231.xls";
+  const std::string root = "C:\\Ataskaitos\\Archyvas\\";
+  EXPECT_THAT(
+      Log("vat"),
+      testing::IsSupersetOf(std::vector<std::string>{
+          "Mokestinis laikotarpis 2025-12-01 – 2025-12-31", "Perskaityti registrai: mokėtinas PVM 3044 EUR",
+          "Išsaugota: " + root + "FR0600\\" + form, "Praeito mėnesio registrų archyve nėra",
+          "Išsaugota: " + root + "2025\\PVM registrai_2025_12.xls",
+          "Baigta: PVM deklaracija, laikotarpis 2025-12-01 – 2025-12-31"}));
+  ExpectPaper("vat");
+
+  EXPECT_TRUE(fs::exists(Archive() / "2025/PVM registrai_2025_12.xls"));
+  const std::string sheet = FirstSheet(Archive() / "FR0600" / form);
+  EXPECT_THAT(sheet, FinishedSheet());
+  EXPECT_EQ(Formulas(sheet), 2);
+  EXPECT_EQ(Row(sheet, "PVM apmokestinami sandoriai"), "11|PVM apmokestinami sandoriai|PVM1|33397|34924");
+  EXPECT_EQ(Row(sheet, "MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM"),
+            "36|MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM|3044|3260");
+  EXPECT_THAT(sheet, HasSubstr(">Mokestinis laikotarpis: 2025 m. gruodžio mėn.<"));
+}
+
+TEST_F(Samples, AReportWhosePeriodIsNotChosenIsNotMadeAndClosesAllTheSame) {
+  std::ofstream(folder / "cancelled.answers") << "[frmReportPeriod]\nbtCancel\n";
+  const RunResult run = RunSample("balance", folder / "cancelled.answers");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.output, AllOf(HasSubstr("Laikotarpis nepasirinktas, balansas nesudarytas"),
+                                HasSubstr("Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos")));
+  EXPECT_FALSE(fs::exists(Archive() / "2025"));
+}
+
+}  // namespace
+}  // namespace qva
