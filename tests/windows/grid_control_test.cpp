@@ -84,6 +84,20 @@ class TestModel : public ui::GridModel {
   }
 };
 
+TEST(GridControl, RaisesOutOfMemoryWhereNoWindowCanBeMade) {
+  HWND gone = nullptr;  // a child needs a parent
+  std::int32_t number = 0;
+  try {
+    GridControl(gone, 1, u"SpecGrid", kScale);
+  } catch (const AutomationError& error) {
+    number = error.number();
+  }
+  EXPECT_EQ(number, kOutOfMemory);
+  WNDCLASSEXW description{};
+  description.cbSize = sizeof description;
+  EXPECT_FALSE(GetClassInfoExW(OwnModule(), L"QVA_Varnholt.Grid", &description));
+}
+
 /// A form with a field, the grid and another field, and the buttons OK and Cancel; and the user before it.
 class GridControlTest : public testing::Test {
  protected:

@@ -134,6 +134,11 @@ class ListChooserWindowTest : public testing::Test {
       {{u"BALT", u"Baltų žąsys"}, {u"MEDVILNE", u"Medvilnė ir Ko"}, {u"ZUIKIS", u"Žalias zuikis"}}};
 };
 
+TEST(ListChooserWindow, GivesNothingWhereNoWindowCanBeMade) {
+  if (HasDisplay()) GTEST_SKIP() << "there is a display";
+  EXPECT_EQ(ListChooserWindow().Choose({u"Sąrašas", {u"Kodas"}, {{u"BALT"}}}, u"BALT"), std::nullopt);
+}
+
 TEST_F(ListChooserWindowTest, ShowsTheRowsUnderTheirCaptionsWithTheMarkedOneSelected) {
   EXPECT_EQ(Choose(u"MEDVILNE",
                    [](const Seen& seen) {
