@@ -317,8 +317,11 @@ TEST_F(ListChooserWindowTest, FitsItsControlsAtEverySize) {
     };
     expect_inside();
     const LONG small = height();
-    SetWindowPos(seen.window, nullptr, 0, 0, 700, 600, SWP_NOZORDER);
-    EXPECT_GT(height(), small + 100);
+    RECT whole;
+    GetWindowRect(seen.window, &whole);
+    SetWindowPos(seen.window, nullptr, 0, 0, whole.right - whole.left + 150, whole.bottom - whole.top + 150,
+                 SWP_NOZORDER);
+    EXPECT_EQ(height(), small + 150);
     expect_inside();
     SetWindowPos(seen.window, nullptr, 0, 0, 10, 10, SWP_NOZORDER);
     expect_inside();

@@ -15,12 +15,13 @@ bool GridEditor::Create(HWND grid, Owner& owner) {
 }
 
 void GridEditor::Open(const RECT& area, int padding, std::u16string_view text) {
+  // The size comes first: the text is scrolled to fit it.
+  SetWindowPos(window_, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top, 0);
   SendMessageW(window_, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(padding, padding));
   SetWindowTextW(window_, WideText(text).c_str());
   SendMessageW(window_, EM_SETMODIFY, FALSE, 0);
   SendMessageW(window_, EM_SETSEL, 0, -1);
-  SetWindowPos(window_, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top,
-               SWP_SHOWWINDOW);
+  ShowWindow(window_, SW_SHOWNA);
   is_open_ = true;
   ::SetFocus(window_);
 }
