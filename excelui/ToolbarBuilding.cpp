@@ -29,24 +29,31 @@ constexpr Column kColumns[] = {
     {.header = u"Button_OnAction", .text = &ButtonEntry::on_action},
 };
 
-/// Reads the cells below a header into the buttons 1 to `count`, header and cells as one block.
-void ReadColumn(const excel::Worksheet& sheet, const Column& column, std::uint8_t count,
-                CButtonProperties& buttons) {
-  const excel::Range header = sheet.Range(column.header);
-  // What stands below a header of several cells would be a block itself, which is no value of a button.
-  if (header.Count() != 1) throw AutomationError(kTypeMismatch);
-  const Value block = header.Resize(count + 1).Value();
-  const std::vector<Value>& cells = block.ToArray().elements;
-  if (cells.size() != count + 1u) throw AutomationError(kTypeMismatch);
-  for (std::uint8_t i = 1; i <= count; ++i) {
-    ButtonEntry& button = buttons.Button(i);
-    if (column.number) {
-      button.*column.number = cells[i].ToInt32();
-    } else if (column.flag) {
-      button.*column.flag = cells[i].ToBoolean();
-    } else {
-      button.*column.text = cells[i].ToText();
+/// The columns in their order, each as one block: its header and the cells of `count` buttons. Ends in front
+/// of the first one that Excel does not give.
+std::vector<Value> FetchColumns(const excel::Worksheet& sheet, std::uint8_t count) {
+  std::vector<Value> blocks;
+  IgnoreErrors([&] {
+    for (const Column& column : kColumns) {
+      const excel::Range header = sheet.Range(column.header);
+      // What stands below a header of several cells would be a block itself, which is no value of a button.
+      if (header.Count() != 1) return;
+      Value block = header.Resize(count + 1).Value();
+      if (block.ToArray().elements.size() != count + 1u) return;
+      blocks.push_back(std::move(block));
     }
+  });
+  return blocks;
+}
+
+/// Stores a cell in the field of its column. Raises what its conversion raises.
+void Store(const Column& column, const Value& cell, ButtonEntry& button) {
+  if (column.number) {
+    button.*column.number = cell.ToInt32();
+  } else if (column.flag) {
+    button.*column.flag = cell.ToBoolean();
+  } else {
+    button.*column.text = cell.ToText();
   }
 }
 
@@ -76,15 +83,27 @@ bool CToolbar::ReadSettings() {
     const Ref<CButtonProperties> buttons = buttons_;
     button_count_ = sheet.Range(u"nTotalButtons").Value().ToByte();
     buttons->Add(button_count_);
+    // Excel is asked a column at a time, the buttons are read one after the other: those in front of what is
+    // missing or wrong are complete, and the toolbar gives their keys back to Excel when it goes.
+    std::u16string workbook_name;
+    const bool has_name = IgnoreErrors([&] { workbook_name = workbook_.Name(); });
+    const auto require_name = [&] {
+      if (!has_name) throw AutomationError(kAutomationFailed);
+    };
+    std::vector<Value> columns;
+    if (button_count_ > 0) columns = FetchColumns(sheet, button_count_);
+    for (std::size_t i = 1; i <= button_count_; ++i) {
+      ButtonEntry& button = buttons->Button(static_cast<std::uint8_t>(i));
+      for (std::size_t column = 0; column < std::size(kColumns); ++column) {
+        if (column == columns.size()) throw AutomationError(kTypeMismatch);
+        Store(kColumns[column], columns[column].ToArray().elements[i], button);
+      }
+      if (button.on_action.empty()) continue;
+      require_name();
+      button.on_action.insert(0, workbook_name + u"!");
+    }
     if (button_count_ > kMostButtons) throw AutomationError(kOverflow);
-    const std::u16string workbook_name = workbook_.Name();
-    if (button_count_ > 0) {
-      for (const Column& column : kColumns) ReadColumn(sheet, column, button_count_, *buttons);
-    }
-    for (std::uint8_t i = 1; i <= button_count_; ++i) {
-      std::u16string& macro = buttons->Button(i).on_action;
-      if (!macro.empty()) macro.insert(0, workbook_name + u"!");
-    }
+    require_name();
     caption_ = sheet.Range(u"sToolBarCaption").Value().ToText() + u"(" + workbook_name + u")";
     is_menu_bar_ = sheet.Range(u"bMenuBar").Value().ToBoolean();
   });

@@ -153,6 +153,46 @@ TEST_F(ToolbarBuilding, EachNamedCellThatIsMissingMeansNoBar) {
   }
 }
 
+TEST_F(ToolbarBuilding, AFailedReadingHasReadTheButtonsBeforeItAndTheirKeysGoBackToExcel) {
+  const auto without = [this](std::u16string_view name) {
+    return [this, name] { Call(GetObject(GetObject(workbook, u"Names"), u"Item", {name}), u"Delete"); };
+  };
+  const auto with = [this](std::int32_t row, std::int32_t column, Value value) {
+    return [=, this] { Put(Cell(row, column), u"Value", value); };
+  };
+  const std::string kept = "Kitas", released = "Excel";
+  struct Failure {
+    std::function<void()> spoil;
+    std::string first, second;
+  };
+  const Failure failures[] = {{without(u"Button_Visible"), released, kept},
+                              {without(u"Button_OnKey"), kept, kept},
+                              {without(u"Button_OnAction"), released, kept},
+                              {without(u"sToolBarCaption"), released, released},
+                              {with(5, 1, u"du"), released, kept},
+                              {with(5, 7, u"=NA()"), released, kept},
+                              {with(5, 8, u"ne"), released, released},
+                              {with(4, 6, u"=NA()"), kept, kept},
+                              {with(4, 8, u"taip"), released, kept},
+                              // The workbook's name, which the first button's macro needs.
+                              {[this] { failure.Reset(3); }, released, kept}};
+  for (std::size_t i = 0; i < std::size(failures); ++i) {
+    SCOPED_TRACE(i);
+    Call(excel, u"OnKey", {u"^{b}", u"Kitas"});
+    Call(excel, u"OnKey", {u"^{k}", u"Kitas"});
+    Describe({{.key = u"^{b}"}, {.key = u"^{k}"}});
+    failures[i].spoil();
+    toolbar = NewToolbar();
+    failure.Reset(0);
+    EXPECT_EQ(BarCount(), 3);
+    EXPECT_EQ(Key(u"^{b}"), "Kitas");
+    EXPECT_EQ(Key(u"^{k}"), "Kitas");
+    toolbar.reset();
+    EXPECT_EQ(Key(u"^{b}"), failures[i].first);
+    EXPECT_EQ(Key(u"^{k}"), failures[i].second);
+  }
+}
+
 TEST_F(ToolbarBuilding, ACellThatIsNotWhatItShouldBeMeansNoBar) {
   struct Wrong {
     std::int32_t row, column;
@@ -209,9 +249,16 @@ TEST_F(ToolbarBuilding, Fits254ButtonsAndTheFirstDefaultButtonAlone) {
 }
 
 TEST_F(ToolbarBuilding, With255ButtonsCountingOverflowsAndThereIsNoBar) {
-  Build(Buttons(255));
+  std::vector<TestButton> buttons = Buttons(255);
+  buttons.front().key = u"^{b}";
+  buttons.back().key = u"^{k}";
+  Call(excel, u"OnKey", {u"^{b}", u"Kitas"});
+  Call(excel, u"OnKey", {u"^{k}", u"Kitas"});
+  Build(buttons);
   EXPECT_FALSE(HasBar());
   EXPECT_EQ(Result(u"TotalButtons", {}), 0);
+  toolbar.reset();
+  EXPECT_EQ(excel->KeyBindings().size(), 0u) << "it overflows behind the last button";
 }
 
 TEST_F(ToolbarBuilding, TheWorkbooksNameStandsInCaptionAndMacros) {
