@@ -14,20 +14,8 @@ constexpr std::uint8_t kNotDone = 1;
 constexpr std::u16string_view kSaveKey = u"^{s}";
 constexpr std::u16string_view kSaveKeyWithCapsLock = u"^{S}";
 
-/// Lets a key run a macro; null gives it back to Excel. Ignores what Excel raises.
-void SetKey(std::u16string_view key, const std::u16string* macro) {
-  const excel::Application application = TheGlobals().application;
-  const bool is_save_key = ToLower(key) == kSaveKey;
-  for (const std::u16string_view each : {is_save_key ? kSaveKey : key, kSaveKeyWithCapsLock}) {
-    IgnoreErrors([&] {
-      if (macro) {
-        application.OnKey(each, *macro);
-      } else {
-        application.ResetKey(each);
-      }
-    });
-    if (!is_save_key) break;
-  }
+bool IsSaveKey(std::u16string_view key) {
+  return ToLower(key) == kSaveKey;
 }
 
 }  // namespace
@@ -78,7 +66,10 @@ CToolbar::~CToolbar() {
       IgnoreErrors([&] { bar_.Delete(); });
     }
     if (buttons_) {
-      ReleaseHotKeys();
+      const excel::Application application = TheGlobals().application;
+      for (const std::u16string& key : KeysToRelease()) {
+        IgnoreErrors([&] { application.ResetKey(key); });
+      }
       buttons_->Reset();
     }
   } catch (...) {
@@ -120,7 +111,8 @@ void CToolbar::Refresh() {
   if (FindBar() == 0) return;
   const excel::CommandBar bar = bar_;
   if (!bar.Visible()) {
-    ReleaseHotKeys();
+    const excel::Application application = TheGlobals().application;
+    for (const std::u16string& key : KeysToRelease()) application.ResetKey(key);
     return;
   }
   const int count = buttons_->TotalButtons();
@@ -219,18 +211,29 @@ std::uint8_t CToolbar::BindHotKey(std::uint8_t button) {
       result = kDone;
       macro = control.OnAction();
     }
-    SetKey(key, &macro);
+    const excel::Application application = TheGlobals().application;
+    const auto bind = [&](std::u16string_view code) {
+      IgnoreErrors([&] { application.OnKey(code, macro); });
+    };
+    const bool is_save_key = IsSaveKey(key);
+    bind(is_save_key ? kSaveKey : key);
+    if (is_save_key) bind(kSaveKeyWithCapsLock);
   });
   return result;
 }
 
-void CToolbar::ReleaseHotKeys() {
-  const Ref<CButtonProperties> buttons = buttons_;
-  const int count = buttons->TotalButtons();
+std::vector<std::u16string> CToolbar::KeysToRelease() const {
+  std::vector<std::u16string> keys;
+  const int count = buttons_->TotalButtons();
   for (int button = 1; button <= count; ++button) {
-    const std::u16string key = buttons->Button(static_cast<std::uint8_t>(button)).on_key;
-    if (!key.empty()) SetKey(key, nullptr);
+    const std::u16string& key = buttons_->Button(static_cast<std::uint8_t>(button)).on_key;
+    if (key.empty()) continue;
+    keys.push_back(key);
+    if (!IsSaveKey(key)) continue;
+    keys.emplace_back(kSaveKey);
+    keys.emplace_back(kSaveKeyWithCapsLock);
   }
+  return keys;
 }
 
 Ref<CDefaultButtons> CToolbar::DefaultButtons() const {

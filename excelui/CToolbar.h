@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "excelui/CCommandsEvent.h"
 #include "platform/excel.h"
@@ -25,7 +26,8 @@ class CToolbar : public Described<CToolbar> {
  public:
   static const ClassDescription& Description();
   CToolbar() = default;
-  /// Deletes the bar, gives all hot keys back and empties the list of buttons.
+  /// Deletes the bar, gives all hot keys back and empties the list of buttons. Ignores what Excel raises,
+  /// call by call.
   ~CToolbar() override;
 
   /// The object that carries out the commands of the default buttons; Nothing until Init or until one is set.
@@ -51,7 +53,8 @@ class CToolbar : public Described<CToolbar> {
   std::uint8_t ButtonFace(std::uint8_t Index, ObjectPtr Picture);
   /// Moves the bar to the top of the window; 1 when there is none. Does not look for it.
   std::uint8_t PositinTop();
-  /// Binds the keys of all buttons while the bar is shown, and gives them back to Excel while it is not.
+  /// Binds the keys of all buttons while the bar is shown, and gives them back to Excel while it is not. A
+  /// key that Excel refuses is skipped by the former and raised by the latter.
   void Refresh();
   std::uint8_t ButtonToolTipText(std::uint8_t Index, std::u16string sText);
   /// Both end with a Refresh. Without a bar there is nothing to show, and it is not visible.
@@ -94,10 +97,12 @@ class CToolbar : public Described<CToolbar> {
   /// Sets a property of a button's control; 1 when the bar is gone.
   std::uint8_t SetOnControl(std::uint8_t button, std::u16string_view property, Value value);
   /// Lets the button's key run its macro, or do nothing when the button is hidden or disabled. Result: 0 when
-  /// it runs the macro, otherwise 1. Ignores what Excel raises.
+  /// it runs the macro, otherwise 1. Ignores what Excel raises; the two codes of the save key do not depend
+  /// on each other.
   std::uint8_t BindHotKey(std::uint8_t button);
-  /// Gives the keys of all buttons their meaning in Excel back.
-  void ReleaseHotKeys();
+  /// The key codes of all buttons, to be given back to Excel one after the other. The save key is there as
+  /// the button has it and in both letter cases.
+  std::vector<std::u16string> KeysToRelease() const;
   Ref<CDefaultButtons> DefaultButtons() const;
 
   Ref<CCommandsEvent> cmd_event_;

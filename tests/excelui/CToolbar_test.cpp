@@ -203,8 +203,9 @@ TEST_F(Toolbar, RefreshGivesAllKeysBackWhileTheBarIsHidden) {
   EXPECT_EQ(excel->KeyBindings().size(), 0u);
   EXPECT_THAT(Lines(), ElementsAre(R"~(Application.CommandBars("Ataskaita(Book1)"))~", "BAR.Index -> 4",
                                    "BAR.Visible -> False", R"~(Application.OnKey("^{b}"))~",
-                                   R"~(Application.OnKey("^{s}"))~", R"~(Application.OnKey("^{S}"))~",
-                                   R"~(Application.OnKey("{F1}"))~"));
+                                   R"~(Application.OnKey("^{s}"))~", R"~(Application.OnKey("^{s}"))~",
+                                   R"~(Application.OnKey("^{S}"))~", R"~(Application.OnKey("{F1}"))~"))
+      << "the save key as it is and then in both letter cases";
 }
 
 TEST_F(Toolbar, TheKeyOfADisabledButtonDoesNothing) {
@@ -245,6 +246,59 @@ TEST_F(Toolbar, AKeyThatExcelRefusesKeepsNoneOfTheOthersFromBeingBound) {
   EXPECT_EQ(Key(u"^{s}"), "Excel");
   EXPECT_EQ(Key(u"^{S}"), "Book1!Veiksmas");
   EXPECT_EQ(Key(u"^{b}"), "Book1!Veiksmas");
+}
+
+TEST_F(Toolbar, AKeyThatExcelDoesNotTakeBackStopsTheRefreshOfAHiddenBar) {
+  Build({{.key = u"^{b}"}, {.key = u"^{k}"}});
+  Show();
+  Put(Bar(), u"Visible", false);
+  // The bar, its index, whether it is shown; then the first key.
+  failure.Reset(4);
+  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbar, u"Refresh"); }), kAutomationFailed);
+  EXPECT_EQ(Key(u"^{b}"), "Book1!Veiksmas");
+  EXPECT_EQ(Key(u"^{k}"), "Book1!Veiksmas") << "and those behind it are not reached";
+  failure.Reset(5);
+  EXPECT_EQ(ErrorNumberOf([&] { Get(toolbar, u"VisibleToolbar"); }), kAutomationFailed);
+  Put(Bar(), u"Visible", true);
+  // Before it is refreshed the bar is looked for and hidden, in five calls.
+  failure.Reset(5 + 4);
+  EXPECT_EQ(ErrorNumberOf([&] { Put(toolbar, u"VisibleToolbar", false); }), kAutomationFailed);
+  EXPECT_EQ(Get(Bar(), u"Visible"), Value(false));
+  failure.Reset(0);
+  Call(toolbar, u"Refresh");
+  EXPECT_EQ(excel->KeyBindings().size(), 0u);
+}
+
+TEST_F(Toolbar, AButtonThatCannotBeLookedAtKeepsItsKeyUnbound) {
+  Build({{.key = u"^{b}"}});
+  // The bar and its index; the control, whether it is visible, whether it is enabled; its macro.
+  const std::pair<long, int> results[] = {{3, 1}, {4, 1}, {5, 1}, {6, 0}};
+  for (const auto& [call, result] : results) {
+    trace.Clear();
+    failure.Reset(call);
+    EXPECT_EQ(Result(u"SetHotKey", {1, u"^{k}"}), result) << call;
+    EXPECT_TRUE(failure.has_failed());
+    failure.Reset(0);
+    EXPECT_EQ(trace.Text().find("OnKey"), std::string::npos) << call;
+    EXPECT_EQ(Key(u"^{k}"), "Excel") << call;
+  }
+}
+
+TEST_F(Toolbar, ABarWhoseIndexExcelRefusesIsHeldButCountsAsGone) {
+  Build(Buttons(1));
+  failure.Reset(2);
+  EXPECT_EQ(Result(u"ButtonFaceID", {1, 100}), 1);
+  EXPECT_TRUE(failure.has_failed());
+  failure.Reset(1);
+  EXPECT_EQ(Result(u"ButtonFaceID", {1, 100}), 1);
+  failure.Reset(0);
+  EXPECT_EQ(Get(toolbar, u"TotalButtons"), Value(std::uint8_t{0})) << "forgotten when Excel does not give it";
+  EXPECT_EQ(Result(u"ButtonFaceID", {1, 100}), 0);
+  failure.Reset(2);
+  EXPECT_EQ(Result(u"ButtonFaceID", {1, 101}), 1);
+  failure.Reset(0);
+  EXPECT_EQ(Get(toolbar, u"TotalButtons"), Value(std::uint8_t{8}));
+  EXPECT_EQ(Of(1, u"FaceId"), Value(100));
 }
 
 TEST_F(Toolbar, ShowingTheBarBindsItsKeysAndHidingItGivesThemBack) {
@@ -371,8 +425,8 @@ TEST_F(Toolbar, GoesWithItsBarAndItsKeys) {
   trace.Clear();
   toolbar.reset();
   EXPECT_THAT(Lines(), ElementsAre("BAR.Enabled = True", "BAR.Delete()", R"~(Application.OnKey("^{b}"))~",
-                                   R"~(Application.OnKey("^{s}"))~", R"~(Application.OnKey("^{S}"))~",
-                                   R"~(Application.OnKey("{F1}"))~"));
+                                   R"~(Application.OnKey("^{s}"))~", R"~(Application.OnKey("^{s}"))~",
+                                   R"~(Application.OnKey("^{S}"))~", R"~(Application.OnKey("{F1}"))~"));
   EXPECT_FALSE(HasBar());
   EXPECT_EQ(excel->KeyBindings().size(), 0u);
 }
