@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::int32_t kGoToAppCaption = 841;  ///< host message: caption of the go-to-application command
 constexpr std::int32_t kGoToAppFace = 1017;
+constexpr std::int32_t kMenuProtection = msoBarNoCustomize | msoBarNoChangeVisible;
 
 /// The go-to-application command and the bar that it is on; each may be empty.
 struct GoToApp {
@@ -24,6 +25,24 @@ struct GoToApp {
   static excel::CommandBar MenuBar() {
     const excel::Application application = TheGlobals().application;
     return application.CommandBars(kWorksheetMenuBar);
+  }
+
+  void SetUp(const std::u16string& caption, const std::u16string& macro) const {
+    command.SetSetting(u"FaceId", kGoToAppFace);
+    command.SetSetting(u"BeginGroup", true);
+    command.SetSetting(u"OnAction", macro);
+    command.SetSetting(u"Caption", caption);
+    command.SetSetting(u"Parameter", caption);
+    command.SetSetting(u"Style", std::int32_t{msoButtonIconAndCaption});
+    command.SetSetting(u"Visible", true);
+  }
+  /// Removes the command, as far as it was added, and protects the bar. Ignores what Excel raises.
+  void TakeBack() const {
+    if (command) {
+      IgnoreErrors([&] { bar.SetProtection(msoBarNoProtection); });
+      IgnoreErrors([&] { command.Delete(); });
+    }
+    IgnoreErrors([&] { bar.SetProtection(kMenuProtection); });
   }
 
   excel::CommandBar bar;
@@ -98,20 +117,21 @@ void CToolbars::Refresh() {
 
 void CToolbars::cmdGoToAppShow(std::u16string sMacros) {
   const std::u16string caption = cmdGoToAppCaption();
-  GoToApp found(caption);
-  if (!found.command) {
-    if (!found.bar) found.bar = GoToApp::MenuBar();
-    found.bar.SetProtection(msoBarNoProtection);
-    found.command = found.bar.Controls().Add(msoControlButton);
-    found.bar.SetProtection(msoBarNoCustomize | msoBarNoChangeVisible);
+  GoToApp go_to_app(caption);
+  if (go_to_app.command) {
+    go_to_app.SetUp(caption, sMacros);
+    return;
   }
-  found.command.SetSetting(u"FaceId", kGoToAppFace);
-  found.command.SetSetting(u"BeginGroup", true);
-  found.command.SetSetting(u"OnAction", std::move(sMacros));
-  found.command.SetSetting(u"Caption", caption);
-  found.command.SetSetting(u"Parameter", caption);
-  found.command.SetSetting(u"Style", std::int32_t{msoButtonIconAndCaption});
-  found.command.SetSetting(u"Visible", true);
+  if (!go_to_app.bar) go_to_app.bar = GoToApp::MenuBar();
+  go_to_app.bar.SetProtection(msoBarNoProtection);
+  try {
+    go_to_app.command = go_to_app.bar.Controls().Add(msoControlButton);
+    go_to_app.bar.SetProtection(kMenuProtection);
+    go_to_app.SetUp(caption, sMacros);
+  } catch (...) {
+    go_to_app.TakeBack();
+    throw;
+  }
 }
 
 void CToolbars::cmdGoToAppDelete() {

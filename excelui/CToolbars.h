@@ -33,7 +33,8 @@ class CToolbars : public Described<CToolbars> {
   void Refresh();
 
   /// Adds the command, which runs a macro, or changes it where it is there already. The menu bar cannot be
-  /// customised afterwards.
+  /// customised afterwards. A failure leaves no new command behind and that protection on; a command that was
+  /// there may be changed in part.
   void cmdGoToAppShow(std::u16string sMacros);
   /// Removes the command, if it is there. The menu bar stays without protection afterwards, on purpose.
   void cmdGoToAppDelete();

@@ -250,6 +250,84 @@ TEST_F(Toolbars, CmdGoToAppShowAgainChangesTheOneCommand) {
   EXPECT_EQ(Get(Command(), u"Visible"), Value(true));
 }
 
+TEST_F(Toolbars, CmdGoToAppShowThatFailsLeavesNoCommandBehindAndTheMenuBarProtected) {
+  int raised = 0;
+  for (long n = 1;; ++n) {
+    SCOPED_TRACE(n);
+    trace.Clear();
+    failure.Reset(n);
+    const std::int32_t error = ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow"); });
+    const bool has_failed = failure.has_failed();
+    failure.Reset(0);
+    if (!has_failed) break;
+    EXPECT_TRUE(error == 0 || error == kAutomationFailed) << error;
+    raised += error != 0;
+    EXPECT_EQ(MenuControls(), error == 0 ? 2 : 1);
+    // In front of the fifth call nothing has changed yet.
+    EXPECT_EQ(Get(Bar(kMenuBar), u"Protection"), Value(error == 0 || n > 4 ? 9 : 0));
+
+    Call(toolbars, u"cmdGoToAppShow");
+    EXPECT_EQ(MenuControls(), 2);
+    ASSERT_TRUE(Command());
+    EXPECT_EQ(Get(Command(), u"FaceId"), Value(1017));
+    EXPECT_EQ(Get(Command(), u"BeginGroup"), Value(true));
+    EXPECT_EQ(Get(Command(), u"OnAction"), Value(u"RestoreApp"));
+    EXPECT_EQ(Get(Command(), u"Parameter"), Value(u"&Grįžti į sistemą"));
+    EXPECT_EQ(Get(Command(), u"Style"), Value(std::int32_t{msoButtonIconAndCaption}));
+    EXPECT_EQ(Get(Bar(kMenuBar), u"Protection"), Value(9));
+    Call(toolbars, u"cmdGoToAppDelete");
+    ASSERT_EQ(MenuControls(), 1);
+    ASSERT_LT(n, 100);
+  }
+  EXPECT_EQ(raised, 1 + 4 + 7) << "the text, what adds the control, and its properties";
+}
+
+TEST_F(Toolbars, CmdGoToAppShowTakesANewCommandBackWithTheMenuBarOpenInTheMeantime) {
+  failure.Reset(14);
+  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow"); }), kAutomationFailed);
+  const std::vector<std::string>& lines = trace.lines();
+  ASSERT_EQ(lines.size(), 14u + 3u);
+  EXPECT_TRUE(lines[13].ends_with(".Visible = True ! 440 The call failed")) << lines[13];
+  EXPECT_TRUE(lines[14].ends_with(".Protection = 0")) << lines[14];
+  EXPECT_TRUE(lines[15].ends_with(".Delete()")) << lines[15];
+  EXPECT_TRUE(lines[16].ends_with(".Protection = 9")) << lines[16];
+}
+
+TEST_F(Toolbars, CmdGoToAppShowKeepsACommandThatWasThereWhenItFails) {
+  Call(toolbars, u"cmdGoToAppShow");
+  for (long n = 4; n <= 10; ++n) {
+    failure.Reset(n);
+    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow", {u"Grizti"}); }), kAutomationFailed) << n;
+    failure.Reset(0);
+    EXPECT_TRUE(Command()) << n;
+    EXPECT_EQ(MenuControls(), 2) << n;
+  }
+}
+
+/// Lets every call from a chosen one on fail, each with an error of its own: 1000 and its number.
+class FailEachFrom : public CallObserver {
+ public:
+  explicit FailEachFrom(long first) : first_(first) {}
+  void Starting(const HostCall&) override {
+    if (++calls_ >= first_) throw AutomationError(static_cast<std::int32_t>(1000 + calls_), u"", u"");
+  }
+
+ private:
+  long first_;
+  long calls_ = 0;
+};
+
+TEST_F(Toolbars, CmdGoToAppShowReportsTheFirstFailureWhenTakingBackFailsToo) {
+  // Of Excel alone: the menu bar, the look-up, its protection, its controls, the new one, its protection.
+  for (const long n : {4, 5, 6, 7, 13}) {
+    FailEachFrom failing(n);
+    Interceptor failing_calls({&failing});
+    Call(global, u"InitConnectEX", {failing_calls.Wrap(excel, u"Application"), ObjectPtr()});
+    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow"); }), 1000 + n);
+    Call(global, u"ResetConnectEX", {0});
+  }
+}
+
 TEST_F(Toolbars, CmdGoToAppShowReportsAMenuBarThatExcelDoesNotGive) {
   failure.Reset(2);
   const auto error = ErrorOf([&] { Call(toolbars, u"cmdGoToAppShow"); });
