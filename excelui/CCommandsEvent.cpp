@@ -66,19 +66,24 @@ void CCommandsEvent::cmdFreeze(excel::Range rnStart, std::int16_t& ScrollRow) {
   const excel::CommandBarControl control = Control(&CDefaultButtons::cmdIndexFreeze);
   application.SetScreenUpdating(false);
   application.SetEnableEvents(false);
-  const excel::Window window = application.ActiveWindow();
-  if (ScrollRow == 0) ScrollRow = Value(window.ScrollRow()).ToInt16();
+  // Asked for when it is first needed.
+  excel::Window active_window;
+  const auto window = [&]() -> const excel::Window& {
+    if (!active_window) active_window = application.ActiveWindow();
+    return active_window;
+  };
+  if (ScrollRow == 0) ScrollRow = Value(window().ScrollRow()).ToInt16();
   const std::int32_t state = control.State();
   if (IsPressed(state)) {
     control.SetState(msoButtonUp);
-    window.SetFreezePanes(false);
-    window.SetScrollRow(1);
+    window().SetFreezePanes(false);
+    window().SetScrollRow(1);
   } else if (state == msoButtonUp) {
     control.SetState(msoButtonDown);
     const excel::Range active_cell = application.ActiveCell();
     rnStart.Activate();
-    window.SetScrollRow(ScrollRow);
-    window.SetFreezePanes(true);
+    window().SetScrollRow(ScrollRow);
+    window().SetFreezePanes(true);
     active_cell.Activate();
   }
   application.SetScreenUpdating(true);

@@ -71,7 +71,12 @@ TEST_F(CommandsEvent, CommentPressesItsButtonAndShowsTheIndicators) {
 TEST_F(CommandsEvent, CommentTwiceGivesTheFirstStateBack) {
   Put(excel, u"DisplayCommentIndicator", std::int32_t{xlNoIndicator});
   Call(events, u"cmdComment");
+  trace.Clear();
   Call(events, u"cmdComment");
+  EXPECT_THAT(Lines(), ElementsAre(R"(BAR.FindControl(Tag:="TagComment"))",
+                                   R"(BAR.FindControl(Tag:="TagComment").Index -> 2)", "BAR.Controls(2)",
+                                   "BAR.Controls(2).State -> -1", "BAR.Controls(2).State = 0",
+                                   "Application.DisplayCommentIndicator = 0"));
   EXPECT_EQ(Of(kComment, u"State"), Value(std::int32_t{msoButtonUp}));
   EXPECT_EQ(Get(excel, u"DisplayCommentIndicator"), Value(std::int32_t{xlNoIndicator}));
 }
@@ -115,8 +120,8 @@ TEST_F(CommandsEvent, FreezeFreezesAtTheCellAndComesBackToTheActiveOne) {
       Lines(),
       ElementsAre(R"(BAR.FindControl(Tag:="TagFreeze"))", R"(BAR.FindControl(Tag:="TagFreeze").Index -> 3)",
                   "BAR.Controls(3)", "Application.ScreenUpdating = False", "Application.EnableEvents = False",
-                  "Application.ActiveWindow", "BAR.Controls(3).State -> 0", "BAR.Controls(3).State = -1",
-                  "Application.ActiveCell", "Start.Activate() -> True",
+                  "BAR.Controls(3).State -> 0", "BAR.Controls(3).State = -1", "Application.ActiveCell",
+                  "Start.Activate() -> True", "Application.ActiveWindow",
                   "Application.ActiveWindow.ScrollRow = 3", "Application.ActiveWindow.FreezePanes = True",
                   "Application.ActiveCell.Activate() -> True", "Application.ScreenUpdating = True",
                   "Application.EnableEvents = True"));
@@ -131,6 +136,34 @@ TEST_F(CommandsEvent, FreezeWithoutARowFreezesAtTheRowOnTopAndTellsIt) {
   EXPECT_EQ(Freeze(std::int16_t{0}), Value(std::int16_t{7}));
   EXPECT_EQ(Get(Window(), u"ScrollRow"), Value(7));
   EXPECT_EQ(Get(Window(), u"FreezePanes"), Value(true));
+}
+
+TEST_F(CommandsEvent, FreezeWithoutARowAsksForTheRowOnTopBeforeTheState) {
+  Put(Window(), u"ScrollRow", 7);
+  trace.Clear();
+  Freeze(std::int16_t{0});
+  EXPECT_THAT(
+      Lines(),
+      ElementsAre(R"(BAR.FindControl(Tag:="TagFreeze"))", R"(BAR.FindControl(Tag:="TagFreeze").Index -> 3)",
+                  "BAR.Controls(3)", "Application.ScreenUpdating = False", "Application.EnableEvents = False",
+                  "Application.ActiveWindow", "Application.ActiveWindow.ScrollRow -> 7",
+                  "BAR.Controls(3).State -> 0", "BAR.Controls(3).State = -1", "Application.ActiveCell",
+                  "Start.Activate() -> True", "Application.ActiveWindow.ScrollRow = 7",
+                  "Application.ActiveWindow.FreezePanes = True", "Application.ActiveCell.Activate() -> True",
+                  "Application.ScreenUpdating = True", "Application.EnableEvents = True"));
+}
+
+TEST_F(CommandsEvent, ThawingTurnsTheButtonThenThawsThenScrolls) {
+  Freeze(std::int16_t{3});
+  trace.Clear();
+  Freeze(std::int16_t{3});
+  EXPECT_THAT(
+      Lines(),
+      ElementsAre(R"(BAR.FindControl(Tag:="TagFreeze"))", R"(BAR.FindControl(Tag:="TagFreeze").Index -> 3)",
+                  "BAR.Controls(3)", "Application.ScreenUpdating = False", "Application.EnableEvents = False",
+                  "BAR.Controls(3).State -> -1", "BAR.Controls(3).State = 0", "Application.ActiveWindow",
+                  "Application.ActiveWindow.FreezePanes = False", "Application.ActiveWindow.ScrollRow = 1",
+                  "Application.ScreenUpdating = True", "Application.EnableEvents = True"));
 }
 
 TEST_F(CommandsEvent, FreezeTakesNoRowAtAll) {
@@ -154,6 +187,9 @@ TEST_F(CommandsEvent, FreezeAgainThawsAndScrollsToTheTop) {
 TEST_F(CommandsEvent, FreezeBeyondRow32767Overflows) {
   Put(Window(), u"ScrollRow", 40000);
   EXPECT_EQ(ErrorNumberOf([&] { Freeze(); }), kOverflow);
+  EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(false));
+  EXPECT_EQ(Get(excel, u"EnableEvents"), Value(false));
+  EXPECT_EQ(Of(kFreeze, u"State"), Value(std::int32_t{msoButtonUp}));
 }
 
 TEST_F(CommandsEvent, AFailingFreezeLeavesScreenUpdatingAndEventsOff) {
