@@ -184,6 +184,21 @@ TEST_F(DefaultButtons, ARefusalStopsThemThere) {
   EXPECT_EQ(Of(255, u"Tag"), Value(u"Tag01"));
 }
 
+TEST_F(DefaultButtons, APropertyThatExcelRefusesStopsThemInTheMiddleOfARow) {
+  // The controls and the bar's name, ten calls of row 1, eight of row 2, four of row 3.
+  failure.Reset(2 + 10 + 8 + 4);
+  EXPECT_EQ(ErrorNumberOf([&] { Call(buttons, u"AddButtons"); }), kAutomationFailed);
+  failure.Reset(0);
+  EXPECT_TRUE(trace.lines().back().ends_with(".Tag = \"TagPrint\" ! 440 The call failed"))
+      << trace.lines().back();
+  EXPECT_EQ(ControlCount(), 3);
+  EXPECT_EQ(Of(3, u"Caption"), Value(u"Tekstas 845"));
+  EXPECT_EQ(Of(3, u"Tag"), Value(u""));
+  EXPECT_EQ(Get(list, u"TotalButtons"), Value(std::uint8_t{3}));
+  EXPECT_EQ(Entry(3, u"sBTag"), Value(u"TagPrint")) << "the list comes first";
+  EXPECT_EQ(Entry(3, u"sBOnAction"), Value(u"")) << "the help button's macro comes last";
+}
+
 TEST_F(DefaultButtons, TakeTheirCaptionsWhenTheyAreCreated) {
   trace.Clear();
   const ObjectPtr fresh = LibraryTest::Create(u"CDefaultButtons");
