@@ -182,7 +182,7 @@ class MonthOnForm : public FormControls {
   void SetUp() override {
     FormControls::SetUp();
     if (IsSkipped()) return;
-    Make(FormWithMonth());
+    MakeHere(FormWithMonth());
     month = &Get<ui::MonthView>(u"MonthView1");
     month->SetValue(DateFromParts(2024, 6, 12));
     month->SetFocus();

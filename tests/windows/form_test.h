@@ -146,9 +146,30 @@ class FormTest : public testing::Test {
   }
   void TearDown() override { form.reset(); }
 
-  void Make(const ui::FormDescription& description) {
+  /// At the scale of the test's display.
+  void MakeHere(const ui::FormDescription& description) {
     form.reset();
     form = std::make_unique<FormWindow>(description);
+  }
+  /// At 100 %, whatever the test's display is like. The window's frame is still that display's.
+  void Make(const ui::FormDescription& description) {
+    MakeHere(description);
+    if (form->scale().dpi != 96) ChangeScale(96);
+  }
+  /// Gives the form's inside a size, in pixels of the display.
+  void Resize(int width, int height) {
+    RECT outer, inner;
+    GetWindowRect(form->window(), &outer);
+    GetClientRect(form->window(), &inner);
+    SetWindowPos(form->window(), nullptr, 0, 0, outer.right - outer.left - inner.right + width,
+                 outer.bottom - outer.top - inner.bottom + height, SWP_NOMOVE | SWP_NOZORDER);
+  }
+  /// As if the form came to a display of another scale.
+  void ChangeScale(int dpi) {
+    RECT place;
+    GetWindowRect(form->window(), &place);
+    SendMessageW(form->window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
+    Resize(MulDiv(form->description().width, dpi, 96), MulDiv(form->description().height, dpi, 96));
   }
   template <class T>
   T& Get(std::u16string_view name) {

@@ -26,20 +26,6 @@ class FormWindowTest : public FormTest {
     Show(std::move(actions));
     return names;
   }
-  /// Gives the form's inside a size, in pixels of the display.
-  void Resize(int width, int height) {
-    RECT outer, inner;
-    GetWindowRect(form->window(), &outer);
-    GetClientRect(form->window(), &inner);
-    SetWindowPos(form->window(), nullptr, 0, 0, outer.right - outer.left - inner.right + width,
-                 outer.bottom - outer.top - inner.bottom + height, SWP_NOMOVE | SWP_NOZORDER);
-  }
-  void ChangeScale(int dpi) {
-    RECT place;
-    GetWindowRect(form->window(), &place);
-    SendMessageW(form->window(), WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
-    Resize(MulDiv(form->description().width, dpi, 96), MulDiv(form->description().height, dpi, 96));
-  }
 };
 
 // --- Modality ----------------------------------------------------------------------------------------------
@@ -200,6 +186,25 @@ TEST_F(FormWindowTest, ControlWithTabOrAPageKeyTurnsThePage) {
         [&] { EXPECT_EQ(Focus(), u"SpecGrid"); }, [] { PressKey(VK_LEFT); }});
 }
 
+TEST_F(FormWindowTest, TabControlTurnsItsPagesByArrowsAndMouse) {
+  auto& tabs = Get<ui::TabControl>(u"STab");
+  Show({[&] { EXPECT_EQ(Focus(), u"STab"); }, [] { PressKey(VK_RIGHT); },
+        [&] {
+          EXPECT_EQ(tabs.Page(), 1);
+          EXPECT_TRUE(IsWindowVisible(Window(u"SpecGrid")));
+          RECT first{};
+          SendMessageW(Window(u"STab"), TCM_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
+          const LPARAM place = MAKELPARAM(first.left + 5, first.top + 5);
+          PostMessageW(Window(u"STab"), WM_LBUTTONDOWN, MK_LBUTTON, place);
+          PostMessageW(Window(u"STab"), WM_LBUTTONUP, 0, place);
+        },
+        [&] {
+          EXPECT_EQ(tabs.Page(), 0);
+          EXPECT_FALSE(IsWindowVisible(Window(u"SpecGrid")));
+          EXPECT_TRUE(IsWindowVisible(Window(u"optA")));
+        }});
+}
+
 TEST_F(FormWindowTest, FocusBringsItsPageToTheFront) {
   auto& tabs = Get<ui::TabControl>(u"STab");
   form->Find(u"btDelete")->SetFocus();
@@ -296,6 +301,8 @@ TEST_F(FormWindowTest, FollowsItsSizeFromWhenTheResizerStarts) {
 }
 
 TEST_F(FormWindowTest, IsNoSmallerThanDescribed) {
+  MakeHere(FormWithAllKinds());
+  EXPECT_EQ(form->Width(), 500);
   Resize(100, 100);
   EXPECT_EQ(form->Width(), 500);
   EXPECT_EQ(form->Height(), 300);
