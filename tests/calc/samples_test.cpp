@@ -11,6 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::AllOf;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -88,8 +89,7 @@ class Samples : public CalcTest {
   void ExpectPaper(const std::string& name) {
     EXPECT_THAT(Contents(output / (name + ".pdf")), StartsWith("%PDF-"));
     EXPECT_THAT(Contents(output / (name + ".png")), StartsWith("\x89PNG"));
-    Process process({"pdfinfo", (output / "printed-1.pdf").string()}, {}, folder / "pdfinfo.txt");
-    EXPECT_EQ(process.Wait(std::chrono::seconds(20)), 0) << "nothing was printed";
+    EXPECT_THAT(Contents(output / "printed-1.pdf"), StartsWith("%PDF-")) << "nothing was printed";
     Process text(
         {"pdftotext", "-layout", (output / (name + ".pdf")).string(), (folder / "text.txt").string()}, {},
         folder / "pdftotext.txt");
@@ -97,8 +97,8 @@ class Samples : public CalcTest {
     const std::string pages = Contents(folder / "text.txt");
     EXPECT_EQ(std::count(pages.begin(), pages.end(), '\f'), 1) << "not on one page";
     EXPECT_THAT(pages, Not(HasSubstr("###")));
-    EXPECT_THAT(pages,
-                AllOf(HasSubstr("UAB „Medvilnės namai“"), HasSubstr("Šarūnas Įkalnis"), HasSubstr("1 / 1")));
+    EXPECT_THAT(pages, AllOf(HasSubstr("UAB „Medvilnės namai“"), HasSubstr("Šarūnas Įkalnis"),
+                             ContainsRegex("1 */ *1\n")));
   }
 };
 
@@ -106,7 +106,7 @@ TEST_F(Samples, TheBalanceSheetBalancesAndIsArchived) {
   const RunResult run = RunSample("balance");
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(Log("balance"),
-              ElementsAre("Prisijungta prie apskaitos knygos MEDVILNE", StartsWith("Įrankių juost"),
+              ElementsAre("Prisijungta prie apskaitos knygos MEDVILNE", StartsWith("Įrankių juosta „"),
                           "Parengta ataskaitos aplinka", "Laikotarpis 2025-01-01 – 2025-12-31",
                           "Įmonė UAB „Medvilnės namai“, kodas 398417265",
                           "Perskaityti sąskaitų likučiai, balanso suma 835959.01 EUR",
@@ -146,7 +146,7 @@ TEST_F(Samples, TheStatementOfProfitAgreesWithTheLedgerAndComparesWithBudgets) {
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(
       Log("profit-loss"),
-      ElementsAre("Prisijungta prie apskaitos knygos MEDVILNE", StartsWith("Įrankių juost"),
+      ElementsAre("Prisijungta prie apskaitos knygos MEDVILNE", StartsWith("Įrankių juosta „"),
                   "Parengta ataskaitos aplinka", "Ataskaitų bibliotekos aplankas įrašytas į paieškos kelią",
                   "Laikotarpis 2025-01-01 – 2025-12-31, biudžetų 2",
                   "Įmonė UAB „Medvilnės namai“, kodas 398417265",
@@ -190,6 +190,32 @@ TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
   EXPECT_EQ(Row(sheet, "MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM"),
             "36|MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM|3044|3260");
   EXPECT_THAT(sheet, HasSubstr(">Mokestinis laikotarpis: 2025 m. gruodžio mėn.<"));
+}
+
+TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
+  // As if the user pressed them before the report is closed.
+  std::string workbook = Contents(fs::path(QVA_SOURCE_DIR) / "samples/balance.fods");
+  const std::size_t at = workbook.find("    Uzverti\n    Zingsnis \"Baigta");
+  ASSERT_NE(at, workbook.npos);
+  workbook.insert(at,
+                  "    cmdComment\n    cmdComment\n    cmdFreeze\n    Zingsnis \"frozen: \" &amp; "
+                  "ActiveWindow.FreezePanes\n"
+                  "    cmdFreeze\n    Zingsnis \"frozen: \" &amp; ActiveWindow.FreezePanes\n"
+                  "    EitiIExcel\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n"
+                  "    RestoreApp\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n");
+  std::ofstream(folder / "buttons.fods") << workbook;
+  const RunResult run = RunWorkbook(
+      folder / "buttons.fods",
+      {"--no-picture", "--log", "buttons.log", "--form-answers", QVA_SOURCE_DIR "/samples/balance.answers"});
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  const std::vector<std::string> log = Log("buttons");
+  ASSERT_GT(log.size(), 9u);
+  EXPECT_THAT(
+      std::vector<std::string>(log.begin() + 10, log.end()),
+      ElementsAre("frozen: True", "frozen: False", "Įprastas „Excel“; grąžina komanda „Grįžti į ataskaitą“",
+                  "shown: False", "Grįžta į ataskaitą", "shown: True",
+                  "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos",
+                  StartsWith("Baigta: balansas")));
 }
 
 TEST_F(Samples, AReportWhosePeriodIsNotChosenIsNotMadeAndClosesAllTheSame) {

@@ -123,14 +123,17 @@ std::string Components(const fs::path& library) {
          " </component>\n</components>\n";
 }
 
-/// The registry of the run: the host setting that names the book.
+/// The registry of the run: the host settings that name the book and the folder of the installation.
 std::string RegistryWithBook(std::string book) {
   std::string escaped;
   for (const char c : book) escaped += c == '\\' || c == '"' ? std::string("\\") + c : std::string(1, c);
   return "Windows Registry Editor Version 5.00\n\n"
          "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI]\n"
          "\"P0\"=\"" +
-         escaped + "\"\n";
+         escaped +
+         "\"\n\n"
+         "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\General]\n"
+         "\"AppPath\"=\"C:\\\\Quillon\"\n";
 }
 
 /// Where the sample companies keep their reports (table PathKey of host/sample.sql). Of an archive, the
