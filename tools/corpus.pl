@@ -67,7 +67,7 @@ sub write_vbscript {
   my $folder = shift;
   (my $log = "Z:$folder/log.txt") =~ tr{/}{\\};
   (my $prelude = contents("$corpus/prelude.vbs")) =~ s/\@LOG\@/$log/;
-  my $script = $prelude . procedures(@names) . join('', map { "Run_$_\n" } @names) . "output.Close\n";
+  my $script = $prelude . procedures(@names) . join('', map { "Run_$_\n" } @names) . "EndCorpus\n";
   open my $out, '|-', "'$root/tools/ascii-script.pl' '$folder/texts.txt' > '$folder/script.vbs'" or die "$!\n";
   print $out $script;
   close $out or die "ascii-script.pl failed\n";
@@ -161,7 +161,7 @@ sub difference {
 sub compare {
   my ($engine, $file) = @_;
   my %listed = divergences($engine);
-  my %logs = contents($file) =~ /^== (\S+)\n(.*?)(?=^== |\z)/msg;
+  my %logs = (-e $file ? contents($file) : '') =~ /^== (\S+)\n(.*?)(?=^== |\z)/msg;
   my ($agree, $failed) = (0, 0);
   for my $name (@names) {
     my $actual = $logs{$name};

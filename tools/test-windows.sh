@@ -75,24 +75,27 @@ google_test() {
   [[ $status -ne 0 && ${bad:-0} -eq 0 ]] && report "$name ended with status $status" 1
 }
 
-# Wine's script engine reads ASCII alone: other literals go into a file of their own, from which the scripts
-# take them (U in check.vbs). Dialogs are answered by the script's own answers file.
+# One script of tests/com/scripts. Dialogs are answered by the script's own answers file.
 script() {
   local name=$1 cscript=$2
   cat tests/com/scripts/check.vbs "tests/com/scripts/$name.vbs" | \
-    TEXTS=$work/texts.txt TEXTS_PATH=$(windows_path "$work/texts.txt") perl -CS -e '
-      my @texts;
-      while (<>) {
-        s/"([^"]*[^\x00-\x7f"][^"]*)"/push @texts, $1; "U($#texts)"/ge unless /^\s*\x27/;
-        s/\@TEXTS\@/$ENV{TEXTS_PATH}/;
-        print;
-      }
-      open my $file, ">:raw:encoding(UTF-16LE)", $ENV{TEXTS} or die;
-      print $file "\x{feff}", map("$_\n", @texts), "\n";' > "$work/script.vbs"
+    tools/ascii-script.pl "$work/texts.txt" > "$work/script.vbs"
   local output
   output=$(QVA_VARNHOLT_FORM_ANSWERS=$(windows_path "$PWD/tests/com/scripts/$name.answers") wine_run "$cscript" //nologo "$(windows_path "$work/script.vbs")" 2>&1 | tr -d '\r')
   echo "$output"
   grep -qxE 'OK [0-9]+ checks' <<< "$output"
+}
+
+# The macros of the corpus, in one script.
+corpus() {
+  local cscript=$1 folder=$work/corpus
+  rm -rf "$folder"
+  mkdir "$folder"
+  tools/corpus.pl vbscript "$folder" || return 1
+  QVA_VARNHOLT_FORM_ANSWERS=$(windows_path "$folder/form.answers") \
+    QVA_VARNHOLT_MESSAGE_LOG=$(windows_path "$folder/boxes.log") \
+    wine_run "$cscript" //nologo "$(windows_path "$folder/script.vbs")" 2>&1
+  tools/corpus.pl compare com "$folder/log.txt"
 }
 
 # Everything that programs keep in the registry, as text. Wine's own settings come and go.
@@ -185,6 +188,7 @@ clients() {
     script_name=$(basename "$source" .vbs)
     [[ $script_name == check ]] || check "$name: script $script_name" script "$script_name" "$cscript"
   done
+  check "$name: macros of the corpus" corpus "$cscript"
   wine_run "$regsvr32" /s /u "$dll"
   wine_run "$regsvr32" /s /u "$bench"
   wine_run reg delete 'HKCU\Software\VB and VBA Program Settings' /f > /dev/null 2>&1

@@ -64,6 +64,7 @@ google_test qva_tests 600 build/debug/tests/qva_tests
 
 step "Macros in LibreOffice"
 google_test qva_calc_tests 600 build/debug/tests/qva_calc_tests
+check "macros of the corpus" tools/corpus-libreoffice.sh build/debug
 
 step "Cross-compile for Windows"
 for preset in windows-x64 windows-x86; do

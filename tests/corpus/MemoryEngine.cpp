@@ -38,6 +38,8 @@ std::u16string Kind(const Value& value) {
       return u"Long";
     case Type::Double:
       return u"Double";
+    case Type::Currency:
+      return u"Currency";
     case Type::Date:
       return u"Date";
     case Type::Text:
@@ -68,6 +70,7 @@ std::u16string Show(const Value& value) {
     case Type::Int16:
     case Type::Int32:
     case Type::Double:
+    case Type::Currency:
       return value.ToText();
     default:
       return Kind(value);
@@ -260,7 +263,7 @@ void MemoryEngine::Watch(const Object& object, Access access, std::u16string_vie
     const ClassDescription& table = public_class.description();
     if (object.MemberTable() != &table) continue;
     if (const Member* found = table.Find(access, member))
-      members_.emplace(ToUtf8(table.name()), ToUtf8(found->name));
+      members_.emplace(ToUtf8(table.name()), static_cast<std::size_t>(found - table.members().data()));
   }
 }
 

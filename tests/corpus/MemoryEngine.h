@@ -17,8 +17,8 @@ namespace qva::corpus {
 /// Being a fixture, it checks that nothing is left when it goes.
 class MemoryEngine : public LibraryTest {
  public:
-  /// A public member by class and name, as published.
-  using Members = std::set<std::pair<std::string, std::string>>;
+  /// Public members by class and place in its table; reading and writing a property are two.
+  using Members = std::set<std::pair<std::string, std::size_t>>;
 
   explicit MemoryEngine(std::string name);
 

@@ -237,6 +237,7 @@ Sub BeginMacro(name)
     If files.FolderExists(folder) Then files.DeleteFolder folder, True
   Next
   SetSetting "Forms\MDI", "P0", "MEDVILNE"
+  SetUserPath ""
   answers = ""
   boxesLogged = 0
   Set excel = control.NewExcel
@@ -253,6 +254,12 @@ Sub EndMacro()
   Dim global
   Set global = CreateObject("QVA_Varnholt.gExcelObject")
   global.ResetConnectEX 0
+End Sub
+
+' Wine's script host deletes no values itself.
+Sub EndCorpus()
+  output.Close
+  shell.Run "reg delete HKCU\Environment /v PATH /f", 0, True
 End Sub
 
 Set files = CreateObject("Scripting.FileSystemObject")
