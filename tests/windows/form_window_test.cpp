@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include <new>
+#include <thread>
 
 #include "period/frmReportPeriod.h"
 #include "platform/windows/ButtonDialog.h"
@@ -43,6 +44,17 @@ TEST_F(FormWindowTest, StandsAboveTheWindowThatTheUserWorksIn) {
   EXPECT_FALSE(IsWindowVisible(form->window()));
   EXPECT_TRUE(IsWindowEnabled(below->window));
   EXPECT_EQ(GetActiveWindow(), below->window);
+}
+
+TEST_F(FormWindowTest, ComesToTheFrontWithoutAWindowBelow) {
+  form.reset();
+  below.reset();
+  MakeHere(FormWithAllKinds());
+  EXPECT_EQ(GetWindow(form->window(), GW_OWNER), nullptr);
+  Show({[&] {
+    EXPECT_EQ(GetForegroundWindow(), form->window());
+    EXPECT_EQ(Focus(), u"STab");
+  }});
 }
 
 TEST_F(FormWindowTest, EnablesTheWindowBelowBeforeItGoes) {
@@ -119,17 +131,12 @@ TEST_F(FormWindowTest, EndsWithTheWindowBelow) {
 TEST_F(FormWindowTest, EndsWhenAnotherThreadHidesItByAMessage) {
   Get<ui::Button>(u"btOk").on_click = [&] { form->Hide(); };
   HWND button = Window(u"btOk");
-  HANDLE thread = CreateThread(
-      nullptr, 0,
-      [](void* window) -> DWORD {
-        Becomes([&] { return IsWindowVisible(static_cast<HWND>(window)) != FALSE; });
-        SendMessageW(static_cast<HWND>(window), BM_CLICK, 0, 0);
-        return 0;
-      },
-      button, 0, nullptr);
+  std::thread thread([button] {
+    Becomes([&] { return IsWindowVisible(button) != FALSE; });
+    SendMessageW(button, BM_CLICK, 0, 0);
+  });
   form->ShowModal();
-  WaitForSingleObject(thread, INFINITE);
-  CloseHandle(thread);
+  thread.join();
   EXPECT_FALSE(form->Visible());
 }
 

@@ -31,8 +31,8 @@ void FormWindow::ShowModal() {
   } const hide{*this};
 
   failure_ = nullptr;
+  if (!focus_) MoveFocus(1);  // a window that is not to be seen must not be given the focus itself
   visible_ = true;
-  if (!focus_) MoveFocus(1);
   others_.emplace(window());
   SetWindowPos(window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
   SetForegroundWindow(window());
