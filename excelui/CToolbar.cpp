@@ -66,10 +66,7 @@ CToolbar::~CToolbar() {
       IgnoreErrors([&] { bar_.Delete(); });
     }
     if (buttons_) {
-      const excel::Application application = TheGlobals().application;
-      for (const std::u16string& key : KeysToRelease()) {
-        IgnoreErrors([&] { application.ResetKey(key); });
-      }
+      ReleaseHotKeys(Refusals::Ignored);
       buttons_->Reset();
     }
   } catch (...) {
@@ -111,8 +108,7 @@ void CToolbar::Refresh() {
   if (FindBar() == 0) return;
   const excel::CommandBar bar = bar_;
   if (!bar.Visible()) {
-    const excel::Application application = TheGlobals().application;
-    for (const std::u16string& key : KeysToRelease()) application.ResetKey(key);
+    ReleaseHotKeys(Refusals::Raised);
     return;
   }
   const int count = buttons_->TotalButtons();
@@ -222,18 +218,25 @@ std::uint8_t CToolbar::BindHotKey(std::uint8_t button) {
   return result;
 }
 
-std::vector<std::u16string> CToolbar::KeysToRelease() const {
-  std::vector<std::u16string> keys;
-  const int count = buttons_->TotalButtons();
+void CToolbar::ReleaseHotKeys(Refusals refusals) {
+  const excel::Application application = TheGlobals().application;
+  const Ref<CButtonProperties> buttons = buttons_;
+  const auto release = [&](std::u16string_view code) {
+    try {
+      application.ResetKey(code);
+    } catch (const AutomationError&) {
+      if (refusals == Refusals::Raised) throw;
+    }
+  };
+  const int count = buttons->TotalButtons();
   for (int button = 1; button <= count; ++button) {
-    const std::u16string& key = buttons_->Button(static_cast<std::uint8_t>(button)).on_key;
+    const std::u16string key = buttons->Button(static_cast<std::uint8_t>(button)).on_key;
     if (key.empty()) continue;
-    keys.push_back(key);
+    release(key);
     if (!IsSaveKey(key)) continue;
-    keys.emplace_back(kSaveKey);
-    keys.emplace_back(kSaveKeyWithCapsLock);
+    release(kSaveKey);
+    release(kSaveKeyWithCapsLock);
   }
-  return keys;
 }
 
 Ref<CDefaultButtons> CToolbar::DefaultButtons() const {

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "excelui/CCommandsEvent.h"
 #include "platform/excel.h"
@@ -100,9 +99,10 @@ class CToolbar : public Described<CToolbar> {
   /// it runs the macro, otherwise 1. Ignores what Excel raises; the two codes of the save key do not depend
   /// on each other.
   std::uint8_t BindHotKey(std::uint8_t button);
-  /// The key codes of all buttons, to be given back to Excel one after the other. The save key is there as
-  /// the button has it and in both letter cases.
-  std::vector<std::u16string> KeysToRelease() const;
+  enum class Refusals { Raised, Ignored };
+  /// Gives the keys of all buttons their meaning in Excel back, the save key as the button has it and in both
+  /// letter cases. The first key that Excel refuses is raised; or such keys are passed over.
+  void ReleaseHotKeys(Refusals refusals);
   Ref<CDefaultButtons> DefaultButtons() const;
 
   Ref<CCommandsEvent> cmd_event_;

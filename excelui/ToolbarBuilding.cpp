@@ -1,4 +1,6 @@
 // How a toolbar reads its settings sheet and builds its bar.
+#include <array>
+
 #include "excelui/CToolbar.h"
 #include "global/Globals.h"
 
@@ -29,18 +31,18 @@ constexpr Column kColumns[] = {
     {.header = u"Button_OnAction", .text = &ButtonEntry::on_action},
 };
 
-/// The columns in their order, each as one block: its header and the cells of `count` buttons. Ends in front
-/// of the first one that Excel does not give.
-std::vector<Value> FetchColumns(const excel::Worksheet& sheet, std::uint8_t count) {
-  std::vector<Value> blocks;
+/// The columns, each as one array: its header and the cells of `count` buttons. Ends at the first one that
+/// Excel does not give: it stays Empty, as do those behind it.
+std::array<Value, std::size(kColumns)> FetchColumns(const excel::Worksheet& sheet, std::uint8_t count) {
+  std::array<Value, std::size(kColumns)> blocks;
   IgnoreErrors([&] {
-    for (const Column& column : kColumns) {
-      const excel::Range header = sheet.Range(column.header);
+    for (std::size_t column = 0; column < blocks.size(); ++column) {
+      const excel::Range header = sheet.Range(kColumns[column].header);
       // What stands below a header of several cells would be a block itself, which is no value of a button.
       if (header.Count() != 1) return;
       Value block = header.Resize(count + 1).Value();
       if (block.ToArray().elements.size() != count + 1u) return;
-      blocks.push_back(std::move(block));
+      blocks[column] = std::move(block);
     }
   });
   return blocks;
@@ -90,12 +92,12 @@ bool CToolbar::ReadSettings() {
     const auto require_name = [&] {
       if (!has_name) throw AutomationError(kAutomationFailed);
     };
-    std::vector<Value> columns;
+    std::array<Value, std::size(kColumns)> columns;
     if (button_count_ > 0) columns = FetchColumns(sheet, button_count_);
     for (std::size_t i = 1; i <= button_count_; ++i) {
       ButtonEntry& button = buttons->Button(static_cast<std::uint8_t>(i));
-      for (std::size_t column = 0; column < std::size(kColumns); ++column) {
-        if (column == columns.size()) throw AutomationError(kTypeMismatch);
+      for (std::size_t column = 0; column < columns.size(); ++column) {
+        // A column that is missing is no array, and raises.
         Store(kColumns[column], columns[column].ToArray().elements[i], button);
       }
       if (button.on_action.empty()) continue;
