@@ -2,6 +2,11 @@
 Const Bar = "Ataskaita(Book1)"
 Dim toolbar, global, excel, book, sheet, number, macro, picture, events
 
+' How often a call was made.
+Function Times(call_text)
+  Times = CInt(UBound(Split(control.Trace, call_text)))
+End Function
+
 Set toolbar = CreateObject("QVA_Varnholt.CToolbar")
 CheckError "creation", 0
 Check "the class", TypeName(toolbar), "_CToolbar"
@@ -59,6 +64,36 @@ For Each number In Array(0, 1, 20, 254)
   Set toolbar = Nothing
   Check "the bar of " & number & " goes", excel.CommandBars.Count, CLng(3)
 Next
+
+' A face from a picture of the sheet, a button without a macro, a picture that is not there.
+Describe sheet, 3
+Set picture = sheet.Shapes.AddShape(1, 0, 0, 16, 16)
+picture.Name = "Picture02"
+sheet.Range("Button_FaceID").Offset(1, 0).Value = 0
+sheet.Range("Button_Pictures").Offset(1, 0).Value = "Picture02"
+sheet.Range("Button_OnAction").Offset(2, 0).ClearContents
+sheet.Range("Button_FaceID").Offset(3, 0).Value = 0
+sheet.Range("Button_Pictures").Offset(3, 0).Value = "Picture99"
+CheckError "a sheet with a picture", 0
+control.ClearTrace
+Set toolbar = CreateObject("QVA_Varnholt.CToolbar")
+toolbar.Init book, sheet
+CheckError "a toolbar with a picture", 0
+Report Times(".Copy()") = 1, "the picture is copied"
+Report Times(".Controls(1).PasteFace()") = 1, "and pasted onto the button"
+Report Times(".Controls(1).FaceId = ") = 0, "which gets no other face"
+Report Times(".Controls(2).FaceId = 59") = 1, "the next button gets Excel's face"
+Report Times(".Controls(2).PasteFace()") = 0, "and no picture"
+Report Times(".Controls(3).PasteFace()") = 1, "what is on the clipboard stands for a picture that is not there"
+Check "the button after the picture", excel.CommandBars(Bar).Controls(3).Caption, "Mygtukas Nr. 3"
+Check "a macro from the sheet", excel.CommandBars(Bar).Controls(1).OnAction, "Book1!Veiksmas1"
+Check "no macro from the sheet", excel.CommandBars(Bar).Controls(2).OnAction, ""
+Check "all buttons are there", toolbar.TotalButtons, CByte(10)
+excel.CommandBars(Bar).Controls(2).Execute
+CheckError "a button without a macro", 0
+Check "it runs none", control.MacrosRun(excel), ""
+Set picture = Nothing
+Set toolbar = Nothing
 
 Describe sheet, 20
 Set toolbar = CreateObject("QVA_Varnholt.CToolbar")
@@ -134,4 +169,4 @@ Set sheet = Nothing
 Set book = Nothing
 Set global = Nothing
 Set excel = Nothing
-Finish 94
+Finish 108
