@@ -20,9 +20,9 @@ struct Caption {
 
 // Fields that are not here have no caption: users do not know them.
 constexpr std::array<Caption, 5> kCaptions = {
-    {{u"BookCode", u"Knyga", 90},
-     {u"PlanCode", u"Sąskaitų planas", 110},
-     {u"PlanIsBudget", u"Biudžeto", 70},
+    {{u"BookCode", u"Knyga", 80},
+     {u"PlanCode", u"Sąskaitų planas", 104},
+     {u"PlanIsBudget", u"Biudžeto", 64},
      {u"BudgetCurrDocCode", u"Einamojo laikotarpio biudžetas", 160},
      {u"BudgetLastDocCode", u"Praeito laikotarpio biudžetas", 160}}};
 
@@ -131,12 +131,15 @@ void BaselList::AddRow() {
 }
 
 void BaselList::DeleteCurrentRow() {
-  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(Row()));
-  if (rows_.empty()) {
-    current_.reset();
-  } else {
-    current_ = std::min(*current_, rows_.size() - 1);
-  }
+  // The user moves in the grid without telling the list.
+  if (grid_) current_ = grid_->CurrentRow();
+  RemoveRow(Row());
+}
+
+void BaselList::RemoveRow(std::size_t row) {
+  rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(row));
+  current_.reset();
+  if (!rows_.empty()) current_ = std::min(row, rows_.size() - 1);
   ShowRows();
 }
 
@@ -171,8 +174,7 @@ void BaselList::AppendRow() {
 
 void BaselList::DeleteRow(std::size_t row) {
   if (!options_.delete_rows || row >= rows_.size()) return;
-  current_ = row;
-  DeleteCurrentRow();
+  RemoveRow(row);
 }
 
 void BaselList::PressCellButton(std::size_t row, std::size_t column) {

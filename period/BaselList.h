@@ -86,7 +86,8 @@ class BaselList : public ui::GridModel {
   void MoveTo(std::size_t row);
   /// Adds a row with the fields' starting values and makes it the current one.
   void AddRow();
-  /// Deletes the current row.
+  /// Deletes the row that is marked in the grid, or the current one without a grid. Raises 9 when there is
+  /// none.
   void DeleteCurrentRow();
   /// A field of the current row. Raise 9 for an unknown field and when there is no row.
   const Value& Get(std::u16string_view field) const { return rows_[Row()][FieldNumber(field)]; }
@@ -110,6 +111,7 @@ class BaselList : public ui::GridModel {
 
   std::size_t FieldNumber(std::u16string_view name) const;
   std::size_t Row() const;
+  void RemoveRow(std::size_t row);
   void OpenLookup(std::size_t row, std::size_t column);
   void ShowRows();
 

@@ -156,6 +156,7 @@ TEST_F(AccountSets, DeleteTheCurrentRow) {
     form.SelectRow(kGrid, 1);
     form.Click(u"btSpecDelete");
     ASSERT_EQ(form.RowCount(kGrid), 2u);
+    EXPECT_EQ(form.CellText(kGrid, 0, u"PlanCode"), u"F1");
     EXPECT_EQ(form.CellText(kGrid, 1, u"PlanCode"), u"F1");
   });
 }
