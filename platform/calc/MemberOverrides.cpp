@@ -118,6 +118,7 @@ constexpr Override kOverrides[] = {
     {u"Range", u"CopyFromRecordset", Use::Read, &CopyFromRecordset},
     {u"Range", u"Value", Use::Write, &SetCellValue},
     {u"Shape", u"Copy", Use::Read, &CopyShape},
+    {u"Window", u"FreezePanes", Use::Write, &SetFreezePanes},
     {u"Workbook", u"SaveAs", Use::Read, &SaveAs},
     {u"Workbook", u"VBProject", Use::Read, &VBProject},
     {u"Workbooks", u"Open", Use::Read, &Open},

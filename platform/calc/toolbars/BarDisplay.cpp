@@ -153,9 +153,11 @@ std::vector<BarDisplay::Item> BarDisplay::ItemsOf(const CommandBarData& bar, boo
   for (const auto& control : bar.controls) {
     if (!control->visible || !IsShown(bar, *control)) continue;
     if (control->begin_group && !items.empty() && !is_menu) items.emplace_back();
-    sal_Int16 style = css::ui::ItemStyle::ICON;
-    if (control->style == msoButtonCaption) style = css::ui::ItemStyle::TEXT;
-    if (control->style == msoButtonIconAndCaption) style |= css::ui::ItemStyle::TEXT;
+    sal_Int16 style = 0;
+    if (!is_menu) {
+      style = control->style == msoButtonCaption ? css::ui::ItemStyle::TEXT : css::ui::ItemStyle::ICON;
+      if (control->style == msoButtonIconAndCaption) style |= css::ui::ItemStyle::TEXT;
+    }
     items.push_back({CommandOf(*control), Label(control->caption),
                      ToUno(control->tooltip.empty() ? control->caption : control->tooltip), style});
   }
@@ -172,7 +174,10 @@ void BarDisplay::ShowToolbar(const OUString& resource, const Shown& toolbar) {
     Reference<css::beans::XPropertySet>(settings, UNO_QUERY_THROW)
         ->setPropertyValue("UIName", Any(toolbar.title));
     Fill(settings, toolbar.items);
+    // A toolbar follows its settings only while it is persistent.
+    SetPersistent(layout_->getElement(resource), true);
     Configure(resource, settings);
+    SetPersistent(layout_->getElement(resource), false);
     toolbars_[resource] = toolbar;
   }
   // It is gone after LibreOffice showed something else in the window, such as the print preview.

@@ -3,9 +3,12 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/container/XNamed.hpp>
+#include <com/sun/star/sheet/XViewFreezable.hpp>
 #include <com/sun/star/system/SystemShellExecute.hpp>
 #include <osl/file.hxx>
 
+#include "platform/calc/SheetDocument.h"
+#include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/calc/toolbars/DocumentBars.h"
@@ -73,6 +76,21 @@ Value SetDisplayCommentIndicator(const ObjectPtr& application, const Arguments& 
   if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
   const bool shows_marks = arguments.positional[0].ToInt32() != xlNoIndicator;
   ViewSettings(application)->setPropertyValue(kShowsMarks, Any(shows_marks));
+  return {};
+}
+
+Value SetFreezePanes(const ObjectPtr& window, const Arguments& arguments) {
+  if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
+  if (!arguments.positional[0].ToBoolean()) {
+    return static_cast<UnoObject&>(*window).InvokeOwn(Access::Put, u"FreezePanes", arguments);
+  }
+  const excel::Application application(GetObject(window, u"Application"));
+  const ObjectPtr cell = application.ActiveCell().object();
+  const auto document = DocumentOfSheet(application.ActiveSheet().object());
+  const Reference<css::sheet::XViewFreezable> view(document->getCurrentController(), UNO_QUERY_THROW);
+  if (!view->hasFrozenPanes()) {
+    view->freezeAtPosition(Get(cell, u"Column").ToInt32() - 1, Get(cell, u"Row").ToInt32() - 1);
+  }
   return {};
 }
 

@@ -17,6 +17,10 @@ Value OnKey(const ObjectPtr& application, const Arguments& arguments);
 Value DisplayCommentIndicator(const ObjectPtr& application, const Arguments& arguments);
 Value SetDisplayCommentIndicator(const ObjectPtr& application, const Arguments& arguments);
 
+/// Window.FreezePanes = …: freezes what is above and left of the active cell, where LibreOffice's own takes
+/// the middle of the window.
+Value SetFreezePanes(const ObjectPtr& window, const Arguments& arguments);
+
 /// Application.Help(HelpFile, HelpContextID): shows the file with the program that the desktop has for it;
 /// the topic is not looked up. Raises 1004 when there is no such file or no such program.
 Value Help(const ObjectPtr& application, const Arguments& arguments);

@@ -1,0 +1,193 @@
+// A report's toolbar, hot keys and menu command in a real LibreOffice: as its window has them without a
+// display, under the mouse and the keyboard of a user, and in the user's settings afterwards: not at all.
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <thread>
+
+#include "tests/calc/calc_fixture.h"
+#include "tests/calc/desktop.h"
+#include "tools/report-runner/Process.h"
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+/// A picture of 16 by 16 pixels, a red dot, as Base64.
+constexpr char kDot[] =
+    "iVBORw0KGgoAAAANSUhEUgAAABAAAAAQBAMAAADt3eJSAAAAElBMVEUAAAD/AAD/AAD/AAD/AAD/AADZchInAAAABXRSTlMAFnXX"
+    "W9fjf+0AAABCSURBVAjXY2DAAhiVgxXBDNfQ0FAHIM0CpENDgAxRECNUgIFBFcxQYGAwBTMMGBjAdGgAkghcDVwX3By4yQi7IAAA"
+    "nlIVczKnp5QAAAAASUVORK5CYII=";
+
+class CalcToolbar : public CalcTest {
+ protected:
+  static std::string Escaped(const std::string& text) {
+    std::string out;
+    for (const char c : text)
+      out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
+    return out;
+  }
+  static std::string TextCell(const std::string& text) {
+    if (text.empty()) return "<table:table-cell/>";
+    return "<table:table-cell office:value-type=\"string\"><text:p>" + Escaped(text) +
+           "</text:p></table:table-cell>";
+  }
+  static std::string NumberCell(int number) {
+    return "<table:table-cell office:value-type=\"float\" office:value=\"" + std::to_string(number) + "\"/>";
+  }
+  static std::string FlagCell(bool on) {
+    return std::string("<table:table-cell office:value-type=\"boolean\" office:boolean-value=\"") +
+           (on ? "true" : "false") + "\"/>";
+  }
+
+  /// A workbook with the macros of tests/calc/macros/<macro>.bas, a sheet "Lapas" of 60 rows, and the
+  /// settings sheet "Mygtukai" of a toolbar with four buttons, one of which is hidden and one of which has a
+  /// picture.
+  fs::path ToolbarWorkbook(const std::string& macro) {
+    const fs::path macros = fs::path(QVA_SOURCE_DIR) / "tests/calc/macros";
+    struct Button {
+      int face;
+      const char *caption, *picture, *tag, *key;
+      bool visible, begins_group;
+      const char* macro;
+    };
+    const Button buttons[] = {
+        {210, "&Rikiuoti", "", "TagA", "^{F3}", true, false, "Rikiuoti"},
+        {0, "Taškas", "Taškas", "TagB", "^{k}", true, false, "Taskas"},
+        {59, "Nematomas", "", "TagC", "{F7}", false, false, "Slepti"},
+        {19, "Baigti", "", "TagD", "{F4}", true, true, "Baigti"},
+    };
+    const char* const headers[] = {"ID",          "FaceID", "Captions", "Pictures",   "Tag",
+                                   "TooltipText", "OnKey",  "Visible",  "BeginGroup", "OnAction"};
+    std::string sheet = "<table:table-row>" + NumberCell(4) + TextCell("Ataskaita") + FlagCell(false) +
+                        "</table:table-row><table:table-row>";
+    std::string names;
+    const auto name = [&](const std::string& what, const std::string& cell) {
+      names += "<table:named-range table:name=\"" + what +
+               "\" table:base-cell-address=\"$Mygtukai.$A$1\" table:cell-range-address=\"$Mygtukai." + cell +
+               "\"/>";
+    };
+    name("nTotalButtons", "$A$1");
+    name("sToolBarCaption", "$B$1");
+    name("bMenuBar", "$C$1");
+    char column = 'A';
+    for (const char* header : headers) {
+      sheet += TextCell(header);
+      name(std::string("Button_") + header, std::string("$") + column++ + "$2");
+    }
+    sheet += "</table:table-row>";
+    for (const Button& button : buttons) {
+      sheet += "<table:table-row>" + NumberCell(1) + NumberCell(button.face) + TextCell(button.caption) +
+               TextCell(button.picture) + TextCell(button.tag) + TextCell(button.caption) +
+               TextCell(button.key) + FlagCell(button.visible) + FlagCell(button.begins_group) +
+               TextCell(button.macro) + "</table:table-row>";
+    }
+    std::string rows;
+    for (int row = 1; row <= 60; ++row) {
+      rows += "<table:table-row>" + TextCell("Eilutė " + std::to_string(row)) + NumberCell(row) +
+              "</table:table-row>";
+    }
+    const fs::path workbook = folder / (macro + ".fods");
+    std::ofstream(workbook) << R"(<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+ xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
+ xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
+ xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
+ xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0"
+ xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
+ xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
+ office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
+ <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
+  <ooo:library-embedded ooo:name="VBAProject"><ooo:module ooo:name="Ataskaita"><ooo:source-code>)"
+                            << Escaped(Contents(macros / (macro + ".bas")) + Contents(macros / "log.bas"))
+                            << R"(</ooo:source-code></ooo:module></ooo:library-embedded>
+ </ooo:libraries></office:script></office:scripts>
+ <office:body><office:spreadsheet>
+  <table:table table:name="Lapas">)"
+                            << rows << R"(</table:table>
+  <table:table table:name="Mygtukai"><table:shapes><draw:frame draw:name="Taškas" svg:width="0.5cm"
+   svg:height="0.5cm" svg:x="9cm" svg:y="9cm"><draw:image><office:binary-data>)"
+                            << kDot << R"(</office:binary-data></draw:image></draw:frame></table:shapes>)"
+                            << sheet << R"(</table:table>
+  <table:named-expressions>)"
+                            << names << R"(</table:named-expressions>
+ </office:spreadsheet></office:body>
+</office:document>
+)";
+    return workbook;
+  }
+};
+
+TEST_F(CalcToolbar, TheWindowFollowsTheToolbarAndForgetsIt) {
+  const RunResult run = RunWorkbook(ToolbarWorkbook("toolbar_objects"), {"--no-picture"});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  const std::string title = "Ataskaita(toolbar_objects.fods):";
+  const std::string own =
+      " | Rodyti komentarų žymas Fiksuoti sritis | Spausdinti Spaudinio peržiūra | Mastelis "
+      "Pereiti į „Excel“ Žinynas";
+  EXPECT_THAT(run.lines, ElementsAre("no toolbar: 0", "id: 1", "new: False none, keys 0",
+                                     "visible: " + title + " ~Rikiuoti Taškas | Baigti" + own + ", keys 5",
+                                     "button hidden: " + title + " Taškas | Baigti" + own + ", keys 5",
+                                     "indexes: 5 6 7 8 10 11", "invisible: none, keys 0",
+                                     "again: True, keys 5", "restored", "menu: Grįžti į ataskaitą",
+                                     "menu: none", "released: none, keys 0, menu none, modified False"));
+}
+
+/// Where the buttons of the toolbar lie in the window, in pixels, its bar being the third row.
+constexpr int kBarRow = 88;
+constexpr int kSortButton = 24;
+constexpr int kDotButton = 47;
+constexpr int kCommentButton = 110;
+constexpr int kFreezeButton = 133;
+
+class CalcToolbarShown : public CalcToolbar {
+ protected:
+  bool Has(const std::string& line) const {
+    const std::vector<std::string> lines = Lines();
+    return std::ranges::find(lines, line) != lines.end();
+  }
+  void WaitForLine(const std::string& line) {
+    desktop.WaitFor("\"" + line + "\"", [&] { return Has(line); });
+  }
+  Desktop desktop{folder / "desktop"};
+};
+
+TEST_F(CalcToolbarShown, ButtonsAndKeysRunTheWorkbooksMacros) {
+  StartWorkbook(ToolbarWorkbook("toolbar"), {"--show", "--no-picture"}, desktop.environment());
+  const Desktop::Window window = desktop.WaitForWindow("toolbar.fods");
+  WaitForLine("shown: 11 Ataskaita(toolbar.fods)");
+  // A click that comes before the toolbar is drawn meets nothing.
+  desktop.WaitFor("\"sorted\" by a click", [&] {
+    desktop.Click(window, kSortButton, kBarRow);
+    for (int i = 0; i < 30 && !Has("sorted"); ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    return Has("sorted");
+  });
+  const auto click = [&](int x, const std::string& line) {
+    desktop.Click(window, x, kBarRow);
+    WaitForLine(line);
+  };
+  click(kDotButton, "dot");
+  desktop.Keys(window, {"ctrl+F3", "F1"});
+  WaitForLine("help");
+  click(kFreezeButton, "frozen: True 2 $A$1");
+  click(kCommentButton, "comment: True");
+  click(kCommentButton, "comment: False");
+  if (const char* picture = std::getenv("QVA_TOOLBAR_PICTURE")) desktop.Picture(picture);
+  click(kFreezeButton, "frozen: False 0 $A$1");
+  // The button is hidden: its key does nothing.
+  desktop.Keys(window, {"F7"});
+  desktop.Keys(window, {"F4"});
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, Contains("ended"));
+  EXPECT_THAT(run.lines, Not(Contains("hidden")));
+}
+
+}  // namespace
+}  // namespace qva
