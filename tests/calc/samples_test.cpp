@@ -222,7 +222,7 @@ TEST_F(Samples, AReportWhosePeriodIsNotChosenIsNotMadeAndClosesAllTheSame) {
   std::ofstream(folder / "cancelled.answers") << "[frmReportPeriod]\nbtCancel\n";
   const RunResult run = RunSample("balance", folder / "cancelled.answers");
   EXPECT_EQ(run.exit_status, 0) << run.errors;
-  EXPECT_THAT(run.output, AllOf(HasSubstr("Laikotarpis nepasirinktas, balansas nesudarytas"),
+  EXPECT_THAT(run.output, AllOf(HasSubstr("Baigta: laikotarpis nepasirinktas, balansas nesudarytas"),
                                 HasSubstr("Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos")));
   EXPECT_FALSE(fs::exists(Archive() / "2025"));
 }
