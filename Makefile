@@ -1,7 +1,7 @@
 # The short front of the project. Everything is built under build/, results are left under out/.
 
 .DEFAULT_GOAL := help
-.PHONY: help run test windows bench format clean
+.PHONY: help run test windows bench docs package format clean
 
 help:  ## Show this list
 	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 18
@@ -36,6 +36,18 @@ bench:  ## Build and run the benchmarks
 	@build/release/bench/qva_bench
 	@tools/bench-calc.sh
 	@tools/bench-windows.sh
+
+docs:  ## Write docs/guide.md anew from the member tables
+	@tools/install-packages.sh run
+	@cmake --preset release -DQVA_TESTS=OFF > /dev/null
+	@cmake --build --preset release --target guide
+	@build/release/guide .
+
+package: windows  ## Make the packages for Windows (zip) and LibreOffice (oxt) under out/
+	@tools/install-packages.sh run package
+	@cmake --preset release -DQVA_TESTS=OFF > /dev/null
+	@cmake --build --preset release
+	@tools/package.sh build/release build/windows-x64 build/windows-x86 out
 
 format:  ## Format all sources
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i

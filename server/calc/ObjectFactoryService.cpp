@@ -1,9 +1,6 @@
 #include "server/calc/ObjectFactoryService.h"
 
-#include <dlfcn.h>
-
 #include <cppuhelper/supportsservice.hxx>
-#include <filesystem>
 
 #include "global/PublicClasses.h"
 #include "platform/ado.h"
@@ -13,6 +10,7 @@
 #include "platform/posix/PosixPlatform.h"
 #include "platform/text.h"
 #include "server/calc/BasicError.h"
+#include "server/calc/ComponentFolder.h"
 #include "server/calc/PublishedObject.h"
 
 namespace qva::calc {
@@ -23,18 +21,11 @@ using css::uno::Sequence;
 using css::uno::XInterface;
 using rtl::OUString;
 
-/// The folder of this component, where the modules stand.
-std::filesystem::path OwnFolder() {
-  Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&OwnFolder), &info) == 0 || !info.dli_fname) return {};
-  return std::filesystem::path(info.dli_fname).parent_path();
-}
-
 /// The services of this machine, from the first object on. Never destroyed: the last objects may outlive
 /// everything that could do it.
 PosixPlatform& ThePlatform() {
   static PosixPlatform& platform = *[] {
-    auto* made = new PosixPlatform({OwnFolder() / "libqva_host.so"});
+    auto* made = new PosixPlatform({ComponentFolder() / "libqva_host.so"});
     new calc::CalcWindows(made->services());
     return made;
   }();

@@ -3,6 +3,7 @@
 
 #include "server/calc/ObjectFactoryService.h"
 #include "server/calc/ReportJob.h"
+#include "server/calc/SampleJob.h"
 
 using css::uno::Any;
 using css::uno::Sequence;
@@ -28,4 +29,9 @@ extern "C" SAL_DLLPUBLIC_EXPORT XInterface* qva_create_object_factory(XComponent
 extern "C" SAL_DLLPUBLIC_EXPORT XInterface* qva_create_report_job(XComponentContext* context,
                                                                   const Sequence<Any>&) {
   return Created<qva::calc::ReportJob>(context);
+}
+
+extern "C" SAL_DLLPUBLIC_EXPORT XInterface* qva_create_sample_job(XComponentContext* context,
+                                                                  const Sequence<Any>&) {
+  return Created<qva::calc::SampleJob>(context);
 }

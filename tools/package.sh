@@ -1,0 +1,68 @@
+#!/usr/bin/env bash
+# Makes the installable packages from builds that are there: a zip for Windows, an extension for LibreOffice.
+#   tools/package.sh <release build> <64-bit Windows build> <32-bit Windows build> <output folder>
+set -euo pipefail
+[[ $# -eq 4 ]] || { sed -n '2,3s/^# //p' "$0" >&2; exit 2; }
+mkdir -p "$4"
+release=$(realpath "$1") x64=$(realpath "$2") x86=$(realpath "$3") output=$(realpath "$4")
+cd "$(dirname "$0")/.."
+version=$(sed -nE 's/^project\(QVA_Varnholt VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# A zip of a folder's content, made anew.
+pack() {
+  rm -f "$2"
+  (cd "$1" && find . -type f | LC_ALL=C sort | zip -q -X -@ "$2")
+  echo "$2"
+}
+documents() {
+  mkdir -p "$1/docs/images"
+  cp docs/{guide,installation,libreoffice,host-interface}.md "$1/docs"
+  find docs/images -type f -exec cp {} "$1/docs/images" \;
+}
+
+# --- LibreOffice ---------------------------------------------------------------------------------------------
+
+oxt=$work/oxt
+cp -r packaging/oxt "$oxt"
+sed -i "s/@VERSION@/$version/" "$oxt/description.xml"
+cp "$release/libqva_calc.so" "$release/libqva_host.so" "$oxt"
+strip --strip-unneeded "$oxt"/*.so
+mkdir "$oxt/host" "$oxt/samples"
+cp host/QVAFormRes.txt host/sample.sql "$oxt/host"
+cp samples/*.fods "$oxt/samples"
+documents "$oxt"
+pack "$oxt" "$output/QVA_Varnholt-$version.oxt"
+
+# --- Windows -------------------------------------------------------------------------------------------------
+
+zip=$work/zip
+mkdir -p "$zip"/{x64,x86,samples}
+for bitness in x64 x86; do cp "${!bitness}/QVA_Varnholt.dll" "${!bitness}/QVA_Varnholt.manifest" "$zip/$bitness"; done
+cp "$x64/idl/QVA_Varnholt.tlb" "$zip"
+for script in packaging/windows/*.cmd; do sed 's/$/\r/' "$script" > "$zip/$(basename "$script")"; done
+# Excel cannot read flat documents: the sheets become .xls files, the macros modules to be imported.
+timeout 300 soffice --headless "-env:UserInstallation=file://$work/profile" --infilter="OpenDocument Spreadsheet Flat XML" \
+  --convert-to xls --outdir "$zip/samples" \
+  samples/*.fods > "$work/convert.log" 2>&1 || { cat "$work/convert.log" >&2; exit 1; }
+for sample in samples/*.fods; do
+  name=$(basename "$sample" .fods)
+  [[ -s $zip/samples/$name.xls ]] || { echo "$0: $name.xls was not made" >&2; exit 1; }
+  # One file for each module, as the VBA editor imports them.
+  perl -CSD -0777 -e '
+    my ($sample, $prefix) = @ARGV;
+    open my $in, "<:utf8", $sample or die;
+    my $text = <$in>;
+    while ($text =~ m{<ooo:module ooo:name="(\w+)"[^>]*><ooo:source-code[^>]*>(.*?)</ooo:source-code>}gs) {
+      my ($module, $code) = ($1, $2);
+      $code =~ s/^Option VBASupport 1\n//;
+      $code =~ s/&lt;/</g; $code =~ s/&gt;/>/g; $code =~ s/&quot;/"/g; $code =~ s/&apos;/\x27/g; $code =~ s/&amp;/&/g;
+      $code =~ s/\n/\r\n/g;
+      open my $out, ">:raw:encoding(cp1257)", "$prefix-$module.bas" or die;
+      print $out "Attribute VB_Name = \"$module\"\r\n$code";
+    }' "$sample" "$zip/samples/$name"
+  [[ -s $zip/samples/$name-Ataskaita.bas ]] || { echo "$0: $name has no macros" >&2; exit 1; }
+done
+documents "$zip"
+pack "$zip" "$output/QVA_Varnholt-$version.zip"
