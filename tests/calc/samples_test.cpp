@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "tests/calc/calc_fixture.h"
+#include "tests/calc/desktop.h"
 #include "tools/report-runner/Process.h"
 
 namespace qva {
@@ -216,6 +217,27 @@ TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
                   "shown: False", "Grįžta į ataskaitą", "shown: True",
                   "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos",
                   StartsWith("Baigta: balansas")));
+}
+
+TEST_F(Samples, ARunOnTheScreenLeavesTheSameFiles) {
+  Desktop desktop(folder / "desktop");
+  StartWorkbook(
+      fs::path(QVA_SOURCE_DIR) / "samples/balance.fods",
+      {"--show", "--log", "balance.log", "--form-answers", QVA_SOURCE_DIR "/samples/balance.answers"},
+      desktop.environment());
+  const Desktop::Window box = desktop.WaitForWindow("QVA_Varnholt");
+  desktop.Keys(box, {"Return"});
+  const RunResult shown = Finish();
+  ASSERT_EQ(shown.exit_status, 0) << shown.errors;
+  const std::vector<std::string> log = Log("balance");
+  const std::string picture = Contents(output / "balance.png");
+  const std::string sheet = FirstSheet(Archive() / "2025/Balansas_2025.xls");
+
+  output = folder / "out-unattended";
+  ASSERT_EQ(RunSample("balance").exit_status, 0);
+  EXPECT_EQ(Log("balance"), log);
+  EXPECT_TRUE(Contents(output / "balance.png") == picture) << "the pictures differ";
+  EXPECT_TRUE(FirstSheet(Archive() / "2025/Balansas_2025.xls") == sheet) << "the cells differ";
 }
 
 TEST_F(Samples, AReportWhosePeriodIsNotChosenIsNotMadeAndClosesAllTheSame) {
