@@ -78,7 +78,7 @@ std::u16string Show(const Value& value) {
 }
 
 MemoryEngine::MemoryEngine(std::string name)
-    : name_(std::move(name)), forms_(AnswersOf(name_), "/dev/null", platform.clock, platform.locale) {
+    : name_(std::move(name)), forms_(AnswersOf(name_), form_log_.string(), platform.clock, platform.locale) {
   platform.locale.decimal_separator = u".";
   host.list_chooser = &forms_;
   Services services = GetServices();
@@ -103,6 +103,22 @@ std::string MemoryEngine::Run() {
   LogNewBoxes(u"forgotten");
   interpreter_ = nullptr;
   return log_;
+}
+
+std::string MemoryEngine::FormProblems() const {
+  const std::string log = fs::exists(form_log_) ? Contents(form_log_) : "";
+  const std::string path = AnswersOf(name_);
+  const std::string answers = path.empty() ? "" : "\n" + Contents(path);
+  const auto count = [](const std::string& text, const std::string& what) {
+    int found = 0;
+    for (std::size_t at = text.find(what); at != text.npos; at = text.find(what, at + 1)) ++found;
+    return found;
+  };
+  const bool is_complete = count(log, " form frm") == count(answers, "\n[frm");
+  // A form that refuses an answer is left, which may be what the macro is about.
+  const bool is_well = count(log, "ERROR") == count(log, "The form refuses what it was given");
+  if (is_complete && is_well) return "";
+  return log + "of the showings in the answers file\n" + answers;
 }
 
 Functions MemoryEngine::Helpers() {

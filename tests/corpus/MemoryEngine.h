@@ -1,6 +1,7 @@
 // Runs the macros of the corpus in memory: the interpreter, the library and the in-memory twin.
 #pragma once
 
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "platform/unattended_forms.h"
 #include "tests/corpus/interpreter/Interpreter.h"
+#include "tests/host/host_test.h"
 #include "tests/library_fixture.h"
 
 namespace qva::corpus {
@@ -24,6 +26,9 @@ class MemoryEngine : public LibraryTest {
 
   /// Runs the macro. The result is its log, a line for each entry. Raises MacroError.
   std::string Run();
+  /// What is wrong with the dialogs' answers: those that a form did not take, and showings that did not come.
+  /// Empty when all is well.
+  std::string FormProblems() const;
   /// The public members that went through without an error.
   const Members& members() const { return members_; }
 
@@ -48,6 +53,8 @@ class MemoryEngine : public LibraryTest {
   void Watch(const Object& object, Access access, std::u16string_view member);
 
   std::string name_;
+  embedded::TemporaryFolder folder_;
+  std::filesystem::path form_log_ = folder_.path() / "forms.log";
   UnattendedForms forms_;
   Members members_;
   std::string log_;

@@ -15,6 +15,7 @@ class CorpusMacro : public testing::TestWithParam<std::string> {};
 TEST_P(CorpusMacro, LogsWhatItsGoldenLogHolds) {
   const auto engine = std::make_unique<MemoryEngine>(GetParam());
   const std::string log = engine->Run();
+  EXPECT_EQ(engine->FormProblems(), "");
   if (std::getenv("QVA_CORPUS_RECORD")) {
     std::ofstream(Folder() / "macros" / (GetParam() + ".log"), std::ios::binary) << log;
     GTEST_SKIP() << "recorded";

@@ -28,3 +28,6 @@ INSERT INTO THDocument (IDC, BookCode, DocTypeCode, Code, DocDate, Name) VALUES
   (12, 'MEDVILNE', 'BOBN', 'BIU-2024', '2024-06-30', '2024'),
   (13, 'MEDVILNE', 'SASK', 'S-1', '2024-06-30', 'S-1'),
   (14, 'BALTIJA', 'BOBN', 'BIU-B', '2024-06-30', 'B');
+INSERT INTO GLPosting (BookCode, DocId, Line, AccSetCode, AccountCode, Amount) VALUES
+  ('MEDVILNE', 11, 1, 'B1', '5000', 100),
+  ('MEDVILNE', 12, 1, 'B1', '5000', 100);
