@@ -11,13 +11,13 @@ namespace {
 
 namespace fs = std::filesystem;
 using Type = Value::Type;
-using Arguments_ = std::vector<Value>;
+using ArgumentList = std::vector<Value>;
 
 std::u16string OneLine(std::u16string_view text) {
   return ReplaceAll(ReplaceAll(text, u"\r\n", u"\\n"), u"\n", u"\\n");
 }
 
-std::u16string TextAt(const Arguments_& arguments, std::size_t index) {
+std::u16string TextAt(const ArgumentList& arguments, std::size_t index) {
   return arguments.at(index).ToText();
 }
 
@@ -90,9 +90,10 @@ MemoryEngine::MemoryEngine(std::string name)
 
 std::string MemoryEngine::Run() {
   const Block macro = ParseMacro(FromUtf8(SourceOf(name_)));
-  Interpreter interpreter(Helpers(), [this](const Object& object, Access access, std::u16string_view member) {
-    Watch(object, access, member);
-  });
+  Interpreter interpreter(PreludeFunctions(),
+                          [this](const Object& object, Access access, std::u16string_view member) {
+                            Watch(object, access, member);
+                          });
   interpreter_ = &interpreter;
   try {
     interpreter.Run(macro);
@@ -121,8 +122,8 @@ std::string MemoryEngine::FormProblems() const {
   return log + "of the showings in the answers file\n" + answers;
 }
 
-Functions MemoryEngine::Helpers() {
-  Functions helpers = {
+Functions MemoryEngine::PreludeFunctions() {
+  Functions functions = {
       {u"note", [this](const auto& a) { return LogForgottenError(), Log(TextAt(a, 0)), Value(); }},
       {u"logerror", [this](const auto& a) { return LogError(TextAt(a, 0)), Value(); }},
       {u"logboxes", [this](const auto& a) { return LogBoxes(TextAt(a, 0)), Value(); }},
@@ -133,67 +134,73 @@ Functions MemoryEngine::Helpers() {
        [](const auto& a) { return Value(Unwrap(a.at(0).ToObject()) == Unwrap(a.at(1).ToObject())); }},
       {u"createobject", [this](const auto& a) { return CreateByIdentifier(TextAt(a, 0)); }},
   };
-  AddExcelHelpers(helpers);
-  AddWorldHelpers(helpers);
-  return helpers;
+  AddExcelFunctions(functions);
+  AddWorldFunctions(functions);
+  return functions;
 }
 
-void MemoryEngine::AddExcelHelpers(Functions& helpers) {
-  helpers[u"theapplication"] = [this](const auto&) { return Value(application); };
-  helpers[u"theworkbook"] = [this](const auto&) { return Value(GetObject(application, u"ActiveWorkbook")); };
-  helpers[u"thesheet"] = [this](const auto& a) { return Value(Sheet(a.at(0).ToInt32())); };
-  helpers[u"definename"] = [this](const auto& a) {
+void MemoryEngine::AddExcelFunctions(Functions& functions) {
+  functions[u"theapplication"] = [this](const auto&) { return Value(application); };
+  functions[u"theworkbook"] = [this](const auto&) {
+    return Value(GetObject(application, u"ActiveWorkbook"));
+  };
+  functions[u"thesheet"] = [this](const auto& a) { return Value(Sheet(a.at(0).ToInt32())); };
+  functions[u"definename"] = [this](const auto& a) {
     DefineName(TextAt(a, 0), a.at(1).ToInt32(), TextAt(a, 2));
     return Value();
   };
-  helpers[u"describetoolbar"] = [this](const auto& a) {
+  functions[u"describetoolbar"] = [this](const auto& a) {
     DescribeToolbar(a.at(0).ToInt32(), a.at(1).ToInt32());
     return Value();
   };
-  helpers[u"presskey"] = [this](const auto& a) { return Value(excel->Press(TextAt(a, 0))); };
-  helpers[u"macrosrun"] = [this](const auto&) {
+  functions[u"presskey"] = [this](const auto& a) { return Value(excel->Press(TextAt(a, 0))); };
+  functions[u"macrosrun"] = [this](const auto&) {
     std::u16string names;
     for (const std::u16string& name : excel->MacrosRun()) names += (names.empty() ? u"" : u",") + name;
     return Value(names);
   };
-  helpers[u"cleartrace"] = [this](const auto&) { return trace.Clear(), Value(); };
-  helpers[u"logtrace"] = [this](const auto& a) {
+  functions[u"cleartrace"] = [this](const auto&) { return trace.Clear(), Value(); };
+  functions[u"logtrace"] = [this](const auto& a) {
     LogForgottenError();
     for (const std::string& line : trace.lines()) Log(TextAt(a, 0) + u": " + FromUtf8(line));
     trace.Clear();
     return Value();
   };
-  helpers[u"failcall"] = [this](const auto& a) {
+  functions[u"failcall"] = [this](const auto& a) {
     failure =
         CallFailure(a.at(0).ToInt32(), AutomationError(kApplicationDefined, u"Microsoft Excel", u"Refused"));
     return Value();
   };
 }
 
-void MemoryEngine::AddWorldHelpers(Functions& helpers) {
-  helpers[u"setsetting"] = [this](const auto& a) {
+void MemoryEngine::AddWorldFunctions(Functions& functions) {
+  functions[u"setsetting"] = [this](const auto& a) {
     SetSetting(TextAt(a, 0), TextAt(a, 1), TextAt(a, 2));
     return Value();
   };
-  helpers[u"setuserpath"] = [this](const auto& a) {
+  functions[u"setuserpath"] = [this](const auto& a) {
     platform.registry.SetText(u"Environment", u"PATH", platform.locale.ToAnsi(TextAt(a, 0)));
     return Value();
   };
-  helpers[u"userpath"] = [this](const auto&) {
+  functions[u"userpath"] = [this](const auto&) {
     const auto path = platform.registry.Text(u"Environment", u"PATH");
     return Value(platform.locale.FromAnsi(path.value_or("")));
   };
-  helpers[u"answer"] = [this](const auto& a) {
+  functions[u"answer"] = [this](const auto& a) {
     platform.message_box.Answer(a.at(0).ToInt32());
     return Value();
   };
-  helpers[u"makefolder"] = [this](const auto& a) { return platform.files.SetFolder(TextAt(a, 0)), Value(); };
-  helpers[u"makefile"] = [this](const auto& a) { return platform.files.SetFile(TextAt(a, 0), ""), Value(); };
-  helpers[u"folderexists"] = [this](const auto& a) {
+  functions[u"makefolder"] = [this](const auto& a) {
+    return platform.files.SetFolder(TextAt(a, 0)), Value();
+  };
+  functions[u"makefile"] = [this](const auto& a) {
+    return platform.files.SetFile(TextAt(a, 0), ""), Value();
+  };
+  functions[u"folderexists"] = [this](const auto& a) {
     return Value(platform.files.FolderExists(TextAt(a, 0)));
   };
   // Objects go when the last reference does; only LibreOffice needs a hand.
-  helpers[u"settle"] = [](const auto&) { return Value(); };
+  functions[u"settle"] = [](const auto&) { return Value(); };
 }
 
 void MemoryEngine::Log(std::u16string_view text) {

@@ -35,9 +35,9 @@ class MemoryEngine : public LibraryTest {
  private:
   void TestBody() override {}
 
-  Functions Helpers();
-  void AddExcelHelpers(Functions& helpers);
-  void AddWorldHelpers(Functions& helpers);
+  Functions PreludeFunctions();
+  void AddExcelFunctions(Functions& functions);
+  void AddWorldFunctions(Functions& functions);
 
   void Log(std::u16string_view text);
   void LogError(const std::u16string& what);
