@@ -17,6 +17,27 @@ std::string Contents(const fs::path& path) {
   return contents.str();
 }
 
+/// Whether a process sleeps, and how much of the processor it has used.
+struct Activity {
+  bool sleeps = true;
+  long ticks = 0;
+  bool operator==(const Activity&) const = default;
+};
+
+/// A process that is gone sleeps.
+Activity ActivityOf(const std::string& process) {
+  const std::string stat = Contents("/proc/" + process + "/stat");
+  const std::size_t name_end = stat.rfind(')');
+  if (name_end == stat.npos) return {};
+  std::istringstream fields(stat.substr(name_end + 1));
+  std::string state, field;
+  fields >> state;
+  for (int i = 4; i < 14; ++i) fields >> field;  // up to the times, fields 14 and 15 of proc(5)
+  long user = 0, system = 0;
+  fields >> user >> system;
+  return {state != "R" && state != "D", user + system};
+}
+
 }  // namespace
 
 Desktop::Desktop(fs::path folder, int dpi) : folder_(std::move(folder)), dpi_(dpi) {
@@ -49,7 +70,9 @@ std::string Desktop::Output(const std::vector<std::string>& command, bool* went_
 
 void Desktop::Do(std::vector<std::string> arguments) {
   arguments.insert(arguments.begin(), "xdotool");
-  WaitFor(arguments[1], [&] {
+  std::string what;
+  for (const std::string& argument : arguments) what += argument + " ";
+  WaitFor(what, [&] {
     bool went_through = false;
     Output(arguments, &went_through);
     // xdotool goes on after X's refusals and only prints them.
@@ -61,21 +84,27 @@ void Desktop::WaitFor(const std::string& what, const std::function<bool()>& cond
   const auto deadline = std::chrono::steady_clock::now() + kPatience;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > deadline) {
+      const std::string complaint = Contents(folder_ / "errors.txt");
       const fs::path picture = fs::temp_directory_path() / "qva-desktop-failure.png";
       if (!environment_.empty()) Output({"import", "-window", "root", picture.string()});
-      throw std::runtime_error("Waited in vain for: " + what + "; the screen is in " + picture.string());
+      throw std::runtime_error("Waited in vain for: " + what + "; the screen is in " + picture.string() +
+                               "; the last complaint: " + complaint);
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(30));
   }
 }
 
-Desktop::Window Desktop::WaitForWindow(const std::string& title) {
+Desktop::Window Desktop::WaitForWindow(const std::string& title, const Window& other_than) {
   Window window;
   WaitFor("a window \"" + title + "\"", [&] {
     std::istringstream lines(Output({"xdotool", "search", "--onlyvisible", "--name", title}));
-    for (std::string line; std::getline(lines, line);) window = line;
+    for (std::string line; std::getline(lines, line);) {
+      if (line != other_than) window = line;
+    }
     return !window.empty();
   });
+  processes_.insert(ProcessOf(window));
+  Settle();
   return window;
 }
 
@@ -91,23 +120,45 @@ void Desktop::WaitUntilGone(const Window& window) {
   });
 }
 
+void Desktop::Settle() {
+  // What a gesture sets off goes through several queues of the screen and of LibreOffice; while anything is
+  // in one of them, one of the two works, or waits for the processor.
+  int quiet = 0;
+  std::vector<Activity> last;
+  WaitFor("the end of what a gesture set off", [&] {
+    std::vector<Activity> now;
+    for (const std::string& process : processes_) now.push_back(ActivityOf(process));
+    const bool sleeps = std::ranges::all_of(now, &Activity::sleeps);
+    quiet = sleeps && now == last ? quiet + 1 : 0;
+    last = std::move(now);
+    return quiet >= 4;
+  });
+}
+
 void Desktop::Keys(const Window& window, const std::vector<std::string>& keys) {
   // A refused focus must not send the keys elsewhere.
   Do({"windowfocus", "--sync", window});
   std::vector<std::string> arguments = {"key", "--delay", "20"};
   arguments.insert(arguments.end(), keys.begin(), keys.end());
   Do(arguments);
+  Settle();
+}
+
+void Desktop::TryKey(const std::string& title, const std::string& key) {
+  Output({"xdotool", "search", "--onlyvisible", "--name", title, "windowfocus", "--sync", "key", key});
 }
 
 void Desktop::Type(const Window& window, const std::string& text) {
   Do({"windowfocus", "--sync", window});
   Do({"type", "--delay", "20", "--", text});
+  Settle();
 }
 
 void Desktop::Click(const Window& window, int x, int y, int times) {
   const auto pixels = [&](int length) { return std::to_string(static_cast<int>(length * scale())); };
   Do({"mousemove", "--window", window, pixels(x), pixels(y), "click", "--repeat", std::to_string(times),
       "--delay", "40", "1"});
+  Settle();
 }
 
 std::pair<int, int> Desktop::SizeOf(const Window& window) {
@@ -127,6 +178,17 @@ void Desktop::Resize(const Window& window, int width, int height) {
 int Desktop::WindowCount() {
   const std::string tree = Output({"xwininfo", "-root", "-tree"});
   return static_cast<int>(std::ranges::count(tree, '\n'));
+}
+
+std::string Desktop::ProcessOf(const Window& window) {
+  std::string process = Output({"xdotool", "getwindowpid", window});
+  if (process.ends_with('\n')) process.pop_back();
+  return process;
+}
+
+std::size_t Desktop::OpenFilesOf(const Window& window) {
+  const fs::directory_iterator files("/proc/" + ProcessOf(window) + "/fd");
+  return static_cast<std::size_t>(std::distance(fs::begin(files), fs::end(files)));
 }
 
 void Desktop::Picture(const fs::path& png, const Window& window) {

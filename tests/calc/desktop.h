@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,8 +32,9 @@ class Desktop {
   /// The scale of the screen, 1 being 100 %.
   double scale() const { return dpi_ / 96.0; }
 
-  /// The newest visible window whose title contains `title` (a regular expression), once there is one.
-  Window WaitForWindow(const std::string& title);
+  /// A visible window whose title contains `title` (a regular expression), once there is one. `other_than` is
+  /// another window of such a title.
+  Window WaitForWindow(const std::string& title, const Window& other_than = "");
   /// Whether there is such a window now.
   bool HasWindow(const std::string& title);
   /// Returns once the window is gone from the screen.
@@ -43,6 +45,8 @@ class Desktop {
   /// Presses keys, such as {"Tab", "shift+Tab", "Return"}, one after the other, with the keyboard's focus on
   /// the window.
   void Keys(const Window& window, const std::vector<std::string>& keys);
+  /// Presses a key in a window of such a title, if there is one now.
+  void TryKey(const std::string& title, const std::string& key);
   /// Types a text with the keyboard's focus on the window.
   void Type(const Window& window, const std::string& text);
   /// Clicks a place of the window, in pixels at 100 % scale from its upper left corner.
@@ -55,18 +59,24 @@ class Desktop {
 
   /// How many windows of whatever kind X has.
   int WindowCount();
+  /// How many files the program of a window has open.
+  std::size_t OpenFilesOf(const Window& window);
   /// A PNG of the whole screen, or of one window.
   void Picture(const std::filesystem::path& png, const Window& window = "root");
 
  private:
   /// What a command of the screen prints. Nothing when it fails.
   std::string Output(const std::vector<std::string>& command, bool* went_through = nullptr);
+  /// Returns once nothing goes on in the programs of the windows that were waited for.
+  void Settle();
+  std::string ProcessOf(const Window& window);
   /// Repeats a command of xdotool until it goes through: a window that has just come may refuse.
   void Do(std::vector<std::string> arguments);
 
   std::filesystem::path folder_;
   int dpi_;
   std::map<std::string, std::string> environment_;
+  std::set<std::string> processes_;  ///< of the windows that were waited for
   std::unique_ptr<Process> server_;
 };
 
