@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <map>
+#include <sstream>
 #include <thread>
 
 #include "tests/calc/calc_fixture.h"
@@ -130,12 +132,13 @@ TEST_F(CalcToolbar, TheWindowFollowsTheToolbarAndForgetsIt) {
   const std::string own =
       " | Rodyti komentarų žymas Fiksuoti sritis | Spausdinti Spaudinio peržiūra | Mastelis "
       "Pereiti į „Excel“ Žinynas";
-  EXPECT_THAT(run.lines, ElementsAre("no toolbar: 0", "id: 1", "new: False none, keys 0",
-                                     "visible: " + title + " ~Rikiuoti Taškas | Baigti" + own + ", keys 5",
-                                     "button hidden: " + title + " Taškas | Baigti" + own + ", keys 5",
-                                     "indexes: 5 6 7 8 10 11", "invisible: none, keys 0",
-                                     "again: True, keys 5", "restored", "menu: Grįžti į ataskaitą",
-                                     "menu: none", "released: none, keys 0, menu none, modified False"));
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre("no toolbar: 0", "id: 1", "new: False none, keys 0",
+                  "visible: " + title + " ~Rikiuoti Taškas | Baigti" + own + ", keys 5",
+                  "button hidden: " + title + " Taškas | Baigti" + own + ", keys 5", "indexes: 5 6 7 8 10 11",
+                  "invisible: none, keys 0", "again: True, keys 5", "restored", "menu: Grįžti į ataskaitą",
+                  "menu: none", "reset: True", "released: none, keys 0, menu none, modified False"));
 }
 
 /// Where the buttons of the toolbar lie in the window, in pixels, its bar being the third row.
@@ -178,7 +181,6 @@ TEST_F(CalcToolbarShown, ButtonsAndKeysRunTheWorkbooksMacros) {
   click(kFreezeButton, "frozen: True 2 $A$1");
   click(kCommentButton, "comment: True");
   click(kCommentButton, "comment: False");
-  if (const char* picture = std::getenv("QVA_TOOLBAR_PICTURE")) desktop.Picture(picture);
   click(kFreezeButton, "frozen: False 0 $A$1");
   // The button is hidden: its key does nothing.
   desktop.Keys(window, {"F7"});
@@ -187,6 +189,61 @@ TEST_F(CalcToolbarShown, ButtonsAndKeysRunTheWorkbooksMacros) {
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, Contains("ended"));
   EXPECT_THAT(run.lines, Not(Contains("hidden")));
+}
+
+/// Keeps the user's settings of a run: a soffice on the search path that copies its profile when it ends.
+class CalcToolbarProfile : public CalcToolbarShown {
+ protected:
+  CalcToolbarProfile() {
+    const fs::path office = fs::canonical(FindProgram("soffice").value());
+    fs::create_directories(programs);
+    fs::create_directory_symlink(office.parent_path() / "services", programs / "services");
+    std::ofstream(programs / "soffice") << "#!/bin/sh\n'" << office.string()
+                                        << "' \"$@\"\nstatus=$?\n"
+                                           "for option; do case $option in -env:UserInstallation=file://*)\n"
+                                           "  cp -r \"${option#-env:UserInstallation=file://}/user\" "
+                                           "\"$QVA_TEST_PROFILE\";; esac; done\nexit $status\n";
+    fs::permissions(programs / "soffice", fs::perms::owner_all);
+  }
+
+  /// Runs a procedure of the workbook on the screen; gives the files of settings, by name.
+  std::map<std::string, std::string> SettingsAfter(const fs::path& workbook, const std::string& procedure) {
+    const fs::path profile = folder / ("profile-" + procedure);
+    std::map<std::string, std::string> environment = desktop.environment();
+    environment["PATH"] = programs.string() + ":" + std::getenv("PATH");
+    environment["QVA_TEST_PROFILE"] = profile.string();
+    StartWorkbook(workbook, {"--show", "--no-picture", "--macro", "VBAProject.Ataskaita." + procedure},
+                  environment);
+    const RunResult run = Finish();
+    EXPECT_EQ(run.exit_status, 0) << run.errors;
+    fs::remove_all(output);
+    std::map<std::string, std::string> settings;
+    // But for the lines in which LibreOffice keeps the time of this run.
+    std::istringstream lines(Contents(profile / "registrymodifications.xcu"));
+    for (std::string line; std::getline(lines, line);) {
+      if (line.find("\"LastTime") == line.npos) settings["registry"] += line + "\n";
+    }
+    // LibreOffice makes this folder for what users change about toolbars, menus and shortcuts.
+    if (!fs::exists(profile / "config")) return settings;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(profile / "config")) {
+      if (entry.is_regular_file()) {
+        settings[fs::relative(entry.path(), profile).string()] = Contents(entry.path());
+      }
+    }
+    return settings;
+  }
+
+  fs::path programs = folder / "programs";
+};
+
+TEST_F(CalcToolbarProfile, TheUsersSettingsAreThoseOfARunWithoutAToolbar) {
+  const fs::path workbook = ToolbarWorkbook("toolbar_left");
+  const auto plain = SettingsAfter(workbook, "Plain");
+  const auto with_toolbar = SettingsAfter(workbook, "Main");
+  EXPECT_THAT(Lines(), ElementsAre("plain", "left: True"));
+  EXPECT_THAT(plain.at("registry"), HasSubstr("private:resource/toolbar/standardbar"))
+      << "LibreOffice itself writes what it knows of its own bars";
+  EXPECT_EQ(with_toolbar, plain);
 }
 
 }  // namespace
