@@ -21,7 +21,7 @@ run:  ## Set up, build, and run a sample report in LibreOffice (REPORT=balance, 
 	  --log $(REPORT).log $(if $(SHOW),--show,$(unattended)) samples/$(REPORT).fods
 
 test:  ## Set up, build everything and run all tests
-	@tools/install-packages.sh run test windows
+	@tools/install-packages.sh run test windows package
 	@tools/test.sh
 
 windows:  ## Cross-compile for 64-bit and 32-bit Windows

@@ -41,6 +41,21 @@ google_test() {
   fi
 }
 
+# A script of tests, whose last line sums them up.
+script() {
+  local limit=$1
+  shift
+  timeout --kill-after=10 "$limit" "$@" 2>&1 | tee "$results/script.log"
+  if [[ $(tail -n 1 "$results/script.log") =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed,\ ([0-9]+)\ skipped$ ]]; then
+    passed=$((passed + BASH_REMATCH[1]))
+    failed=$((failed + BASH_REMATCH[2]))
+    skipped=$((skipped + BASH_REMATCH[3]))
+  else
+    failed=$((failed + 1))
+    echo "FAILED: $1 was cut off"
+  fi
+}
+
 step "Build under AddressSanitizer and UndefinedBehaviorSanitizer"
 cmake --preset debug > /dev/null && cmake --build --preset debug
 check "debug build" test $? -eq 0
@@ -73,15 +88,12 @@ for preset in windows-x64 windows-x86; do
 done
 
 step "The Windows library"
-timeout --kill-after=10 1500 tools/test-windows.sh 2>&1 | tee "$results/windows.log"
-if [[ $(tail -n 1 "$results/windows.log") =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed,\ ([0-9]+)\ skipped$ ]]; then
-  passed=$((passed + BASH_REMATCH[1]))
-  failed=$((failed + BASH_REMATCH[2]))
-  skipped=$((skipped + BASH_REMATCH[3]))
-else
-  failed=$((failed + 1))
-  echo "FAILED: tools/test-windows.sh was cut off"
-fi
+script 1500 tools/test-windows.sh
+
+step "The packages"
+cmake --preset release -DQVA_TESTS=OFF > /dev/null && cmake --build --preset release
+check "release build" test $? -eq 0
+script 600 tools/test-package.sh build/release build/windows-x64 build/windows-x86
 
 printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
 [[ $failed -eq 0 && $passed -gt 0 ]]

@@ -1,7 +1,8 @@
 @echo off
 rem Registers QVA_Varnholt for all users of this machine. Run it as administrator.
-reg query HKU\S-1-5-19 >nul 2>nul
+reg add HKLM\Software\Classes\QVA_Varnholt.Probe /f >nul 2>nul
 if errorlevel 1 goto refused
+reg delete HKLM\Software\Classes\QVA_Varnholt.Probe /f >nul 2>nul
 call "%~dp0regsvr.cmd"
 goto end
 :refused

@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# Tests the packages: makes them, installs the extension into a fresh LibreOffice with LibreOffice's own tool, runs a
+# sample from it, removes it, and registers the Windows libraries by their scripts. The last line sums the tests up.
+#   tools/test-package.sh <build with the component> <64-bit Windows build> <32-bit Windows build>
+set -uo pipefail
+cd "$(dirname "$0")/.."
+passed=0 failed=0
+work=$(mktemp -d)
+trap 'WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
+check() {
+  local name=$1
+  shift
+  if "$@"; then
+    passed=$((passed + 1)) && echo "passed: $name"
+  else
+    failed=$((failed + 1)) && echo "FAILED: $name"
+  fi
+}
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
+
+check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
+oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
+unzip -qo "$zip" -d "$work/zip" || exit 1
+
+# --- The extension -------------------------------------------------------------------------------------------
+
+# LibreOffice's tool refuses root to install for one user.
+home=$work/home
+mkdir "$home"
+as_user=(env "HOME=$home" XDG_CONFIG_HOME= XDG_DATA_HOME= LC_ALL=C.UTF-8 SAL_USE_VCLPLUGIN=svp)
+if [[ $EUID -eq 0 ]]; then
+  chmod a+rx "$work"
+  chown 65534:65534 "$home"
+  as_user=(setpriv --reuid=65534 --regid=65534 --clear-groups "${as_user[@]}")
+fi
+profile=-env:UserInstallation=file://$home/profile
+unopkg() { "${as_user[@]}" timeout 120 unopkg "$@" "$profile"; }
+# A first start makes the profile, so that only what the extension does differs later.
+start() { "${as_user[@]}" timeout 180 soffice --headless --norestore --nologo --nolockcheck "$profile" "$@"; }
+# LibreOffice itself remembers the documents that the user opened.
+traces() {
+  sed -i '\#/drives/C/Pavyzdziai/#d' "$home/profile/user/registrymodifications.xcu"
+  grep -rlI -i varnholt "$home/profile"
+  find "$home/profile" -iname '*varnholt*'
+}
+
+start --convert-to pdf --outdir "$home" "$work/zip/samples/balance.xls" > "$work/start.log" 2>&1
+check "the sample's sheets open in a spreadsheet" test -s "$home/balance.pdf"
+check "the extension installs" unopkg add "$oxt"
+check "and is listed" grep -q 'Identifier: qva.varnholt' <(unopkg list)
+
+answers=$home/balance.answers
+install -m 644 samples/balance.answers "$answers"
+drive=$home/.local/share/qva-varnholt/drives/C
+# The job leaves its workbook open to the user; the time limit ends LibreOffice.
+as_user+=("QVA_VARNHOLT_FORM_ANSWERS=$answers" "QVA_VARNHOLT_MESSAGE_LOG=$home/messages.txt")
+start 'service:QVA_Varnholt.SampleJob?balance' > "$work/sample.log" 2>&1 &
+for ((i = 0; i < 150; i++)); do
+  grep -q 'Baigta' "$drive/Pavyzdziai/balance.log" 2> /dev/null && break
+  sleep 1
+done
+check "a sample of its menu runs to its end" grep -q 'Baigta' "$drive/Pavyzdziai/balance.log"
+check "and archives its report" test -s "$drive/Ataskaitos/Archyvas/2025/Balansas_2025.xls"
+pkill -KILL -f -- "$profile"
+wait
+rm -f "$home/profile/.lock"
+check "the extension is removed" unopkg remove qva.varnholt
+# LibreOffice empties its cache at the next start.
+start --convert-to pdf --outdir "$home" "$work/zip/samples/vat.xls" > "$work/start.log" 2>&1
+check "nothing of it is left in LibreOffice" test -z "$(traces)"
+
+# --- The scripts for Windows ---------------------------------------------------------------------------------
+
+wine_run() { tools/wine-run.sh "$work/prefix" "$@"; }
+is_registered() { wine_run reg query "$1\\Software\\Classes\\QVA_Varnholt.CReports" > /dev/null 2>&1; }
+is_unregistered() { ! is_registered HKCU && ! is_registered HKLM; }
+libraries=build/wine-i386
+tools/wine-i386.sh "$libraries" || exit 1
+tools/wine-prefix.sh "$work/prefix" "$libraries" || exit 1
+script() { wine_run cmd /c "$(windows_path "$work/zip/$1.cmd")" | tr -d '\r' | grep -q 'done'; }
+check "the script for one user registers" script register-for-user
+check "in the user's part of the registry" is_registered HKCU
+check "the script that unregisters runs" script unregister
+check "and leaves nothing" is_unregistered
+check "the script for all users registers" script register-for-all
+check "in the machine's part of the registry" is_registered HKLM
+check "and is undone" script unregister
+check "without a trace" is_unregistered
+
+echo "$passed passed, $failed failed, 0 skipped"
+[[ $failed -eq 0 ]]
