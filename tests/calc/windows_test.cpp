@@ -7,6 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 
+constexpr char kPeriod[] = "Ataskaitinio periodo nustatymai";
 constexpr char kDate[] = "Pasirinkite data";
 
 class CalcWindows : public CalcTest {
@@ -17,8 +18,108 @@ class CalcWindows : public CalcTest {
     desktop.WaitUntilGone(window);
   }
 
+  /// Puts a text in the place of the old one.
+  void Fill(const Desktop::Window& window, int x, int y, const std::string& text) {
+    desktop.Click(window, x, y);
+    desktop.Keys(window, {"ctrl+a"});
+    desktop.Type(window, text);
+  }
+
+  /// Waits for another line of the macro.
+  void WaitForLines(std::size_t count) {
+    desktop.WaitFor("line " + std::to_string(count) + " of the macro",
+                    [&] { return Lines().size() >= count; });
+  }
+
   Desktop desktop{folder / "desktop"};
 };
+
+TEST_F(CalcWindows, ThePeriodIsChosenByKeyboardAndMouse) {
+  StartMacro("shown_period", {"--show"}, desktop.environment());
+  Desktop::Window period = desktop.WaitForWindow(kPeriod);
+
+  // First page: year and quarter.
+  Fill(period, 180, 95, "2024");
+  desktop.Click(period, 180, 125);
+  desktop.Type(period, "2");
+
+  // Second page: a row is typed and deleted by the button, another one is looked up.
+  desktop.Click(period, 300, 20);
+  desktop.Click(period, 60, 93);
+  desktop.Type(period, "BALTIJA");
+  desktop.Keys(period, {"Return"});
+  desktop.Click(period, 70, 328);
+  desktop.Click(period, 60, 93);
+  desktop.Type(period, "MEDVILNE");
+  desktop.Keys(period, {"Tab", "F4"});
+  const Desktop::Window sets = desktop.WaitForWindow("planas$");
+  desktop.Type(sets, "iudžeto są");
+  Leave(sets, "Return");
+  desktop.Click(period, 530, 93);
+  desktop.Keys(period, {"alt+Down"});
+  const Desktop::Window documents = desktop.WaitForWindow("dokumentai$");
+  Leave(documents, "Return");
+  Leave(period, "Return");
+  WaitForLines(1);
+
+  // Left by Cancel and by Escape, whatever was typed.
+  period = desktop.WaitForWindow(kPeriod);
+  Fill(period, 180, 95, "2020");
+  desktop.Click(period, 588, 378);
+  desktop.WaitUntilGone(period);
+  WaitForLines(2);
+  period = desktop.WaitForWindow(kPeriod);
+  desktop.Click(period, 300, 20);
+  desktop.Click(period, 60, 93);
+  desktop.Keys(period, {"Escape", "Delete"});
+  Leave(period, "Escape");
+  WaitForLines(3);
+
+  // The fourth quarter is refused; what is typed then goes into its box.
+  period = desktop.WaitForWindow(kPeriod);
+  Fill(period, 180, 95, "2025");
+  desktop.Click(period, 180, 125);
+  desktop.Keys(period, {"BackSpace"});
+  desktop.Type(period, "4");
+  desktop.Keys(period, {"Return"});
+  const Desktop::Window refusal = desktop.WaitForWindow(kPeriod, period);
+  Leave(refusal, "Return");
+  desktop.Keys(period, {"BackSpace"});
+  desktop.Type(period, "3");
+  Leave(period, "Return");
+
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  const std::string kept =
+      " BIUDZ 2024 2 0 2 2024-01-01 2024-03-31 2024-04-01 2024-06-30 1: MEDVILNE BIUDZ -1 ";
+  const std::string row = "0  102 BIU-2024-01";
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre("edited: True" + kept + row, "edited: False" + kept + row, "edited: False" + kept + row,
+                  "edited: True BIUDZ 2025 3 0 2 2025-04-01 2025-06-30 2025-07-01 2025-09-30 1: "
+                  "MEDVILNE BIUDZ -1 " +
+                      row));
+}
+
+TEST_F(CalcWindows, TheDialogGrowsAndKeepsItsLeastSize) {
+  StartMacro("shown_period", {"--show"}, desktop.environment());
+  const Desktop::Window period = desktop.WaitForWindow(kPeriod);
+  EXPECT_EQ(desktop.SizeOf(period), std::pair(640, 400));
+  desktop.Resize(period, 300, 200);
+  desktop.WaitFor("the least size", [&] { return desktop.SizeOf(period) == std::pair(640, 400); });
+  desktop.Resize(period, 840, 500);
+  // The text box is as much wider, the frame as far to the right, OK in the lower right corner.
+  Fill(period, 190, 95, "2025");
+  desktop.Click(period, 640, 148);  // "Mėnesio", 200 pixels to the right of where it was
+  desktop.Click(period, 180, 155);
+  desktop.Type(period, "5");
+  desktop.Click(period, 692, 478);
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines,
+              ElementsAre("edited: True BIUDZ 2025 0 5 3 2025-04-01 2025-04-30 2025-05-01 2025-05-31 "
+                          "0:       "));
+}
 
 TEST_F(CalcWindows, DatesArePickedByMouseAndKeyboard) {
   StartMacro("shown_dates", {"--show"}, desktop.environment());
@@ -48,6 +149,23 @@ TEST_F(CalcWindows, DatesArePickedByMouseAndKeyboard) {
   EXPECT_THAT(run.lines,
               ElementsAre("date: True 2024-01-15", "date: True 2024-03-21", "date: False 2024-02-29",
                           "date: True 2024-02-29", "answer: 2", "answer: 1", "answer: 3"));
+}
+
+TEST_F(CalcWindows, LeaveTheActiveWorkbookAsItWas) {
+  StartMacro("shown_two_books", {"--show"}, desktop.environment());
+  const Desktop::Window box = desktop.WaitForWindow("Pradžia");
+  const Desktop::Window other = desktop.WaitForWindow("^Untitled");
+  Leave(box, "Return");
+  desktop.Keys(other, {"Home"});
+  Leave(desktop.WaitForWindow("Pirmas"), "Return");
+  Leave(desktop.WaitForWindow(kPeriod), "Return");
+  Leave(desktop.WaitForWindow(kDate), "Return");
+  Leave(desktop.WaitForWindow("Paskutinis"), "Return");
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines,
+              ElementsAre("new: other", "box: own", "period: own", "own cells: BIUDZ Lapas", "events: own",
+                          "date: other", "other cells: Kitas", "other events: other"));
 }
 
 }  // namespace

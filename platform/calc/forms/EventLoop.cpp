@@ -63,6 +63,20 @@ Reference<css::awt::XWindowPeer> DocumentWindow() {
                     : Reference<css::awt::XWindowPeer>();
 }
 
+KeepsActiveDocument::KeepsActiveDocument() : frame_(CurrentFrame()) {
+}
+
+KeepsActiveDocument::~KeepsActiveDocument() {
+  if (!frame_.is()) return;
+  try {
+    frame_->activate();
+    // Otherwise the focus, which is given later, would activate the other document after all.
+    frame_->getContainerWindow()->setFocus();
+  } catch (const css::uno::Exception&) {
+    // The document is gone.
+  }
+}
+
 bool IsOnScreen() {
   try {
     // Without a screen LibreOffice has windows all the same, drawn into memory: those know no display.

@@ -1,12 +1,23 @@
 #include "platform/calc/forms/FormControl.h"
 
 #include "platform/calc/forms/FormWindow.h"
+#include "platform/text.h"
 
 namespace qva::calc {
 
 FormControl::FormControl(FormWindow& form, const ui::ControlDescription& description, const char* service,
                          sal_Int32 attributes)
     : form_(form), description_(description), window_(service, form.window().peer(), attributes, *this) {
+}
+
+void FormControl::SetWindowCaption(std::u16string_view caption) {
+  caption_ = caption;
+  ShowCaption();
+}
+
+void FormControl::ShowCaption() {
+  // A single tilde would underline the letter behind it.
+  if (caption_) window_.SetCaption(ReplaceAll(*caption_, u"~", u"~~"));
 }
 
 void FormControl::SetEnabled(bool enabled) {

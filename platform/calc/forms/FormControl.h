@@ -1,6 +1,9 @@
 // What the controls of a form have in common.
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "platform/calc/forms/Window.h"
 #include "platform/controls.h"
 
@@ -21,6 +24,10 @@ class FormControl : public virtual ui::Control, public EventTarget {
   void SetEnabled(bool enabled) override;
   void SetFocus() override;
 
+  /// Has LibreOffice show the caption exactly as it was given: it underlines a letter of each caption when it
+  /// first shows a dialog.
+  void ShowCaption();
+
   const ui::ControlDescription& description() const { return description_; }
   const Window& window() const { return window_; }
   /// In the form's pixels.
@@ -40,12 +47,16 @@ class FormControl : public virtual ui::Control, public EventTarget {
   void OnFailure(std::exception_ptr failure) noexcept override;
 
  protected:
+  /// The caption of a control that has one, in which no sign stands for anything but itself.
+  void SetWindowCaption(std::u16string_view caption);
+  const std::optional<std::u16string>& caption() const { return caption_; }
   FormWindow& form() const { return form_; }
 
  private:
   FormWindow& form_;
   const ui::ControlDescription& description_;
   Window window_;
+  std::optional<std::u16string> caption_;
   bool enabled_ = true;
   bool shown_ = false;
 };

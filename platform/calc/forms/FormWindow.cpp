@@ -119,6 +119,9 @@ void FormWindow::ShowModal() {
   if (visible_) throw AutomationError(kFormAlreadyDisplayed);
   visible_ = true;
   failure_ = nullptr;
+  // Above another form there is no document to come back to.
+  std::optional<KeepsActiveDocument> keeps_document;
+  if (Shown().empty()) keeps_document.emplace();
   Shown().push_back(this);
   const rtl::Reference<KeyLink> keys(new KeyLink(*this));
   try {
@@ -139,6 +142,7 @@ void FormWindow::ShowModal() {
   }
   keys->Cut();
   std::erase(Shown(), this);
+  keeps_document.reset();
   if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
 
@@ -222,6 +226,10 @@ void FormWindow::PressCancel() {
   } else {
     Press(description_.cancel_button);
   }
+}
+
+void FormWindow::OnOpened() {
+  for (const auto& control : controls_) control->ShowCaption();
 }
 
 void FormWindow::OnClosing() {

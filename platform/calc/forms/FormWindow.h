@@ -68,6 +68,7 @@ class FormWindow : public ui::Form, public EventTarget {
   ui::Bounds BoundsOf(const FormControl& control) const;
 
   void OnPaint() override;
+  void OnOpened() override;
   void OnClosing() override;
   void OnResized() override;
   void OnFailure(std::exception_ptr failure) noexcept override { Fail(std::move(failure)); }

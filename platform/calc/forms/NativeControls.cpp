@@ -31,17 +31,12 @@ std::u16string Shown(const ui::ComboBox::Item& item) {
 LabelControl::LabelControl(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "fixedtext", 0) {
   window().SetProperty("MultiLine", Any(true));
-  SetCaption(description.caption);
-}
-
-void LabelControl::SetCaption(std::u16string_view caption) {
-  caption_ = caption;
-  window().SetCaption(caption);
+  SetWindowCaption(description.caption);
 }
 
 FrameControl::FrameControl(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "groupbox", 0) {
-  window().SetCaption(description.caption);
+  SetWindowCaption(description.caption);
 }
 
 // --- Text boxes --------------------------------------------------------------------------------------------
@@ -96,7 +91,7 @@ void TextBoxControl::OnTextChanged() {
 
 OptionControl::OptionControl(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "radiobutton", 0) {
-  window().SetCaption(description.caption);
+  SetWindowCaption(description.caption);
 }
 
 void OptionControl::Select() {
@@ -150,7 +145,7 @@ void ComboBoxControl::SetValue(std::u16string_view code) {
 ButtonControl::ButtonControl(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "pushbutton",
                   description.name == form.description().default_button ? attribute::DEFBUTTON : 0) {
-  window().SetCaption(description.caption);
+  SetWindowCaption(description.caption);
 }
 
 void ButtonControl::OnAction() {

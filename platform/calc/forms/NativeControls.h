@@ -11,12 +11,9 @@ namespace qva::calc {
 class LabelControl : public FormControl, public ui::Label {
  public:
   LabelControl(FormWindow& form, const ui::ControlDescription& description);
-  std::u16string Caption() const override { return caption_; }
-  void SetCaption(std::u16string_view caption) override;
+  std::u16string Caption() const override { return caption().value_or(u""); }
+  void SetCaption(std::u16string_view caption) override { SetWindowCaption(caption); }
   bool TakesFocus() const override { return false; }
-
- private:
-  std::u16string caption_;
 };
 
 class FrameControl : public FormControl {

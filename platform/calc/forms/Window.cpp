@@ -48,7 +48,7 @@ class EventLink
   void SAL_CALL mouseEntered(const css::awt::MouseEvent&) override {}
   void SAL_CALL mouseExited(const css::awt::MouseEvent&) override {}
   void SAL_CALL windowPaint(const css::awt::PaintEvent&) override { Tell(&EventTarget::OnPaint); }
-  void SAL_CALL windowOpened(const css::lang::EventObject&) override {}
+  void SAL_CALL windowOpened(const css::lang::EventObject&) override { Tell(&EventTarget::OnOpened); }
   void SAL_CALL windowClosing(const css::lang::EventObject&) override { Tell(&EventTarget::OnClosing); }
   void SAL_CALL windowClosed(const css::lang::EventObject&) override {}
   void SAL_CALL windowMinimized(const css::lang::EventObject&) override {}

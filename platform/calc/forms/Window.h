@@ -30,6 +30,7 @@ class EventTarget {
   virtual void OnFocus(bool /*gained*/) {}
   virtual void OnMousePressed(const MousePress&) {}
   virtual void OnPaint() {}
+  virtual void OnOpened() {}
   virtual void OnClosing() {}
   virtual void OnResized() {}
   virtual void OnScrolled() {}
