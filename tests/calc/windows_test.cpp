@@ -168,5 +168,29 @@ TEST_F(CalcWindows, LeaveTheActiveWorkbookAsItWas) {
                           "date: other", "other cells: Kitas", "other events: other"));
 }
 
+TEST_F(CalcWindows, LeaveNothingBehindHoweverOftenTheyAreShown) {
+  StartMacro("shown_often", {"--show", "--timeout", "400"}, desktop.environment());
+  const auto close_until_pause = [&] {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(5);
+    while (!desktop.HasWindow("Palaukite") && std::chrono::steady_clock::now() < deadline) {
+      for (int i = 0; i < 6; ++i) {
+        desktop.TryKey(std::string("Trumpas|") + kDate + "|" + kPeriod, "Escape");
+      }
+    }
+    return desktop.WaitForWindow("Palaukite");
+  };
+  Desktop::Window pause = close_until_pause();
+  const int windows = desktop.WindowCount();
+  const std::size_t files = desktop.OpenFilesOf(pause);
+  Leave(pause, "Return");
+  pause = close_until_pause();
+  EXPECT_EQ(desktop.WindowCount(), windows);
+  EXPECT_EQ(desktop.OpenFilesOf(pause), files);
+  Leave(pause, "Return");
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("shown"));
+}
+
 }  // namespace
 }  // namespace qva

@@ -1,9 +1,10 @@
-// A module in the embedded host's place, whose one class calls Excel as the library does: through the
-// façades.
+// A module in the embedded host's place: a class that calls Excel as the library does, through the façades,
+// and one that shows forms.
 #include "platform/excel.h"
 #include "platform/member_table.h"
 #include "platform/module.h"
 #include "platform/text.h"
+#include "tests/calc/module/FormCalls.h"
 
 namespace {
 
@@ -27,10 +28,11 @@ class ExcelCalls : public Described<ExcelCalls> {
 class Factory : public ObjectFactory {
  public:
   ObjectPtr Create(std::u16string_view programmatic_identifier) override {
-    if (!EqualIgnoringCase(programmatic_identifier, u"NVXCommonObjects.ExcelCalls")) {
-      throw AutomationError(kCannotCreateObject);
-    }
-    return MakeRef<ExcelCalls>();
+    if (EqualIgnoringCase(programmatic_identifier, u"NVXCommonObjects.ExcelCalls"))
+      return MakeRef<ExcelCalls>();
+    if (EqualIgnoringCase(programmatic_identifier, u"NVXCommonObjects.FormCalls"))
+      return MakeRef<FormCalls>();
+    throw AutomationError(kCannotCreateObject);
   }
 };
 

@@ -1,0 +1,19 @@
+// Forms whose handlers fail, shown through the services that the library shows its own forms by.
+#pragma once
+
+#include "platform/member_table.h"
+
+namespace qva {
+
+/// Shows a form with one button, which Enter presses and which raises what `failure` names: "memory"
+/// (std::bad_alloc), "range" (std::out_of_range) or "error" (error 1004); with any other name the button ends
+/// the form. Result: what came out of the showing, and whether the form was visible afterwards.
+class FormCalls : public Described<FormCalls> {
+ public:
+  static const ClassDescription& Description();
+
+ private:
+  std::u16string Show(const std::u16string& failure);
+};
+
+}  // namespace qva
