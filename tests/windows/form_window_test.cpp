@@ -159,6 +159,14 @@ TEST_F(FormWindowTest, TabPassesOverWhatIsDisabled) {
   EXPECT_THAT(Walk(2, VK_TAB), ElementsAre(u"cbPlan", u"txtMonth"));
 }
 
+TEST_F(FormWindowTest, TypingReplacesTheTextOfTheFieldThatTheProgramGivesTheFocus) {
+  auto& year = dynamic_cast<ui::TextBox&>(*form->Find(u"txtYear"));
+  year.SetText(u"2024");
+  year.SetFocus();
+  Show({[&] { SendMessageW(Window(u"txtYear"), EM_SETSEL, 4, 4); }, [&] { year.SetFocus(); },
+        [] { TypeText(u"7"); }, [&] { EXPECT_EQ(year.Text(), u"7"); }});
+}
+
 TEST_F(FormWindowTest, TabSelectsTheTextOfTheFieldItComesTo) {
   Get<ui::TextBox>(u"txtYear").SetText(u"2024");
   Walk(2, VK_TAB);

@@ -51,8 +51,8 @@ void NativeTextBox::OnCommand(WORD code) {
   Raise(on_change);
 }
 
-void NativeTextBox::EnterByKey() {
-  SetFocus();
+void NativeTextBox::SetFocus() {
+  NativeControl::SetFocus();
   Send(EM_SETSEL, 0, -1);
 }
 

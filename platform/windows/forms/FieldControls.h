@@ -15,7 +15,8 @@ class NativeTextBox : public NativeControl, public ui::TextBox {
   void SetMaxLength(int length) override;
   void SetReadOnly(bool read_only) override;
   void OnCommand(WORD code) override;
-  void EnterByKey() override;
+  /// Selects the text, so that typing replaces it.
+  void SetFocus() override;
 
  private:
   std::u16string text_;  ///< of which the program knows

@@ -100,7 +100,7 @@ void FormWindow::MoveFocus(int step) {
     place = (place + step + count) % count;
     NativeControl& control = *controls_[static_cast<std::size_t>(place)];
     if (!control.IsTabStop() || (from && AreOneGroup(*from, control))) continue;
-    return control.EnterByKey();
+    return control.SetFocus();
   }
 }
 

@@ -33,8 +33,6 @@ class NativeControl : public virtual ui::Control {
   bool IsShown() const;
   /// Whether Tab may stop here.
   virtual bool IsTabStop() const;
-  /// Takes the focus as Tab gives it: a field's text is selected.
-  virtual void EnterByKey() { SetFocus(); }
 
   /// A notice of the window to its parent: WM_COMMAND's code, WM_NOTIFY's header.
   virtual void OnCommand(WORD code);
