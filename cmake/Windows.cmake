@@ -93,7 +93,7 @@ add_custom_target(qva_manifest ALL DEPENDS ${CMAKE_BINARY_DIR}/QVA_Varnholt.mani
 # The test bench: the in-memory Excel and host as automation objects, and the clients that drive the library.
 if(QVA_TESTS)
   qva_sources(bench_sources tests/com/bench)
-  add_library(QVA_TestBench SHARED ${bench_sources} tests/com/bench/QVA_TestBench.def)
+  add_library(QVA_TestBench SHARED ${bench_sources} tests/com/bench/QVA_TestBench.def ${visual_styles})
   set_target_properties(QVA_TestBench PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
   target_link_libraries(QVA_TestBench PRIVATE qva_com qva_memory)
   target_link_options(QVA_TestBench PRIVATE -Wl,--enable-stdcall-fixup)

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs a Windows program in a Wine prefix, with the program's output and exit status.
-#   tools/wine-run.sh [--timeout <seconds>] [--display] <prefix folder> <program> [<argument>...]
-# Without --display there is none: a program that opens a window is told that it cannot, instead of waiting for
-# nobody. The exit status is 124 when the time is up; the limit is 120 seconds unless given.
+#   tools/wine-run.sh [--timeout <seconds>] [--display | --on <display>] <prefix folder> <program> [<argument>...]
+# With --display it gets one of its own, with --on one that is there. Otherwise there is none: a program that opens
+# a window is told that it cannot, instead of waiting for nobody. The exit status is 124 when the time is up; the limit is 120 seconds unless given.
 set -euo pipefail
 
 limit=120
@@ -11,10 +11,11 @@ while [[ ${1:-} == --* ]]; do
   case $1 in
     --timeout) limit=$2; shift 2 ;;
     --display) display=(xvfb-run --auto-servernum --server-args='-screen 0 1024x768x24'); shift ;;
+    --on) display=(env "DISPLAY=$2"); shift 2 ;;
     *) echo "$0: unknown option $1" >&2; exit 2 ;;
   esac
 done
-[[ $# -ge 2 ]] || { sed -n '2,5s/^# //p' "$0" >&2; exit 2; }
+[[ $# -ge 2 ]] || { sed -n '2,6s/^# //p' "$0" >&2; exit 2; }
 
 WINEPREFIX=$(realpath "$1")
 shift

@@ -4,8 +4,13 @@
 #include <stdexcept>
 
 #include "platform/memory/excel/Application.h"
+#include "platform/services.h"
 #include "platform/text.h"
+#include "platform/windows/WindowsMessageBox.h"
+#include "platform/windows/forms/ListChooserWindow.h"
 #include "tests/com/bench/Bench.h"
+#include "tests/com/bench/Onlooker.h"
+#include "tests/windows/handle_counts.h"
 
 namespace qva::bench {
 namespace {
@@ -39,6 +44,10 @@ const ClassDescription& Control::Description() {
           .Get<&Control::PlantsMade>(u"PlantsMade")
           .Get<&Control::Boxes>(u"Boxes")
           .Method<&Control::Answer>(u"Answer", {{u"button"}})
+          .Method<&Control::ShowWindows>(u"ShowWindows")
+          .Method<&Control::Watch>(u"Watch", {{u"file"}, {u"scene"}})
+          .Method<&Control::CloseWindows>(u"CloseWindows", {{u"on"}})
+          .Get<&Control::SystemObjects>(u"SystemObjects")
           .Method<&Control::Reset>(u"Reset")
           .Method<&Control::Increment>(u"Increment", {{u"number"}})
           .Method<&Control::Throw>(u"Throw", {{u"what"}});
@@ -115,6 +124,28 @@ std::u16string Control::Boxes() const {
 
 void Control::Answer(std::int32_t button) {
   TheBench().platform.message_box.Answer(button);
+}
+
+void Control::ShowWindows() {
+  // Never destroyed, like the bench.
+  static windows::WindowsMessageBox& message_box = *new windows::WindowsMessageBox(*GetServices().clock);
+  static windows::ListChooserWindow& list_chooser = *new windows::ListChooserWindow;
+  TheBench().host.message_box = &message_box;
+  TheBench().host.list_chooser = &list_chooser;
+}
+
+void Control::Watch(std::u16string file, std::u16string scene) {
+  TheOnlooker().Watch(std::move(file), std::move(scene));
+}
+
+void Control::CloseWindows(bool on) {
+  TheOnlooker().CloseWindows(on);
+}
+
+std::int32_t Control::SystemObjects() const {
+  const windows::HandleCounts counts;
+  return static_cast<std::int32_t>(counts.graphics + counts.windows) + counts.graphics_handles +
+         counts.window_handles;
 }
 
 void Control::Reset() {

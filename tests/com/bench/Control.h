@@ -41,6 +41,15 @@ class Control : public Described<Control> {
   std::u16string Boxes() const;
   void Answer(std::int32_t button);
 
+  /// From now on until Reset the user sees the host's boxes and lists as windows.
+  void ShowWindows();
+  /// Writes into a file what the user has in front of him, as Onlooker does, beginning with `scene`.
+  void Watch(std::u16string file, std::u16string scene);
+  /// Closes every window by Escape as soon as it is there, until it is called again with False.
+  void CloseWindows(bool on);
+  /// How many of the system's graphics and window objects this process uses, but for a constant.
+  std::int32_t SystemObjects() const;
+
   /// A new first state of host, message boxes and trace.
   void Reset();
 

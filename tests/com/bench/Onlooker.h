@@ -1,0 +1,36 @@
+// Looks at the windows of this thread, on behalf of whoever works them from outside the process.
+#pragma once
+
+#include <string>
+
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::bench {
+
+/// Looks whenever the thread has nothing else to do; what it tells is thus true after all keys and clicks so
+/// far.
+class Onlooker {
+ public:
+  /// Writes what is in front into a file, anew after each change: "scene <scene>"; when a window is active,
+  /// "window <title>", its places on the screen as "frame x=<n> y=<n> width=<n> height=<n>" and "inside …",
+  /// "focus <class> <text>" and, in the windows' order, "<class> <text>" of each control that is in sight.
+  /// UTF-8. The scene alone stands there at once. An empty file name ends it.
+  void Watch(std::u16string file, std::u16string scene);
+  /// Presses Escape in every window.
+  void CloseWindows(bool on);
+
+ private:
+  static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD);
+  void SetClock();
+  void Tell(const std::u16string& seen);
+
+  std::u16string file_;
+  std::u16string scene_;
+  std::u16string told_;
+  bool closes_ = false;
+  UINT_PTR clock_ = 0;
+};
+
+Onlooker& TheOnlooker();
+
+}  // namespace qva::bench

@@ -1,0 +1,207 @@
+#!/usr/bin/env bash
+# Works the library's windows under Wine as a user does, with keyboard and mouse, on a display of its own, while
+# windows.vbs calls the library and checks what came of it. The last line is the script's.
+#   tests/com/desktop/run.sh [--pictures <folder> <scale in percent>] <prefix folder>
+# Library and test bench must be registered in the prefix. With --pictures each window is saved as
+# <folder>/windows-<name>.png as it comes along; for a scale other than 100 % the name ends with the scale, and the
+# prefix must have that scale (HKCU\Control Panel\Desktop, LogPixels = 96 dpi at 100 %).
+set -uo pipefail
+root=$(dirname "$(realpath "$0")")/../../..
+
+pictures= scale=100
+if [[ ${1:-} == --pictures ]]; then
+  pictures=$(realpath "$2") scale=$3
+  shift 3
+fi
+[[ $# -eq 1 ]] || { sed -n '2,7s/^# //p' "$0" >&2; exit 2; }
+prefix=$(realpath "$1")
+work=$(mktemp -d)
+state=$work/state
+touch "$state"
+
+server= script=
+finish() {
+  [[ -z $script ]] || kill "$script" 2> /dev/null
+  WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null
+  [[ -z $server ]] || { kill "$server" && wait "$server"; } 2> /dev/null
+  rm -rf "$work"
+}
+trap finish EXIT
+trap 'exit 1' INT TERM
+fail() {
+  echo "FAILED: $*"
+  echo "What stood there:"
+  cat "$state"
+  [[ -z ${QVA_FAILURE_PICTURE:-} ]] || timeout 20 import -window root "$QVA_FAILURE_PICTURE"
+  [[ ! -s $work/output ]] || cat "$work/output"
+  exit 1
+}
+
+# Repeats a condition until it holds.
+within() {
+  local limit=$((SECONDS + $1)) what=$2
+  shift 2
+  until "$@"; do
+    [[ $SECONDS -lt $limit ]] || fail "$what"
+    [[ -z $script ]] || kill -0 "$script" 2> /dev/null || fail "$what: the script has ended"
+    sleep 0.03
+  done
+}
+
+# --- What the user sees --------------------------------------------------------------------------------------
+
+shows() {
+  local line
+  for line; do grep -qxF -- "$line" "$state" || return 1; done
+}
+# Until all these lines stand in the state (see tests/com/bench/Onlooker.h).
+await() { within 60 "in vain: $*" shows "$@"; }
+lacks() { ! shows "$1"; }
+await_gone() { within 60 "still there: $1" lacks "$1"; }
+
+# A number of the place of the window in front: x, y, width or height, of its inside or its frame.
+place() { sed -nE "s/^$1 .*\b$2=(-?[0-9]+).*/\1/p" "$state"; }
+# Saves the window in front.
+picture() {
+  [[ -n $pictures ]] || return 0
+  local name=$1 suffix=
+  [[ $scale -eq 100 ]] || suffix=-$scale
+  sleep 0.5 # the display draws what it was told, and nobody says when it has done so
+  timeout 20 import -window root -crop \
+    "$(place frame width)x$(place frame height)+$(place frame x)+$(place frame y)" +repage \
+    +dither -colors 64 "PNG8:$pictures/windows-$name$suffix.png"
+}
+
+# --- What the user does --------------------------------------------------------------------------------------
+
+keys() { xdotool key --delay 20 "$@"; }
+text() { xdotool type --delay 20 "$1"; }
+# At a place of the window in front, measured at 100 %.
+click() {
+  xdotool mousemove $(($(place inside x) + $1 * scale / 100)) $(($(place inside y) + $2 * scale / 100)) \
+    click --delay 60 --repeat "${3:-1}" 1
+}
+
+readonly kPeriod='Ataskaitinio periodo nustatymai' kPicker='Pasirinkite data'
+
+period_window() { await "$1" "window $kPeriod"; }
+# A new row for a book and its only account set, by the account sets' list, with its only budget, by the documents'.
+add_row() {
+  click 300 250 # below the rows
+  keys ctrl+Home Down
+  text BALTIJA
+  await 'focus Edit BALTIJA'
+  keys Tab F4
+  await 'window Sąskaitų planas' 'Button OK'
+  [[ -z ${1:-} ]] || picture lookup
+  text f2
+  await 'focus Edit f2'
+  keys Return
+  await "window $kPeriod"
+  keys Tab Tab F4
+  await 'window Dokumentai'
+  keys Down Return
+  await "window $kPeriod"
+}
+
+work_period() {
+  period_window 'scene confirm'
+  click 185 87 # txtYear
+  keys ctrl+a
+  text 2024
+  await 'focus Edit 2024'
+  click 185 117 # txtQuater
+  keys ctrl+a
+  text 2
+  await 'focus Edit 2'
+  picture period
+  keys ctrl+Next
+  await 'Button DelRec'
+  add_row with-picture
+  picture budgets
+  click 61 327 # DelRec
+  await 'focus Button DelRec'
+  add_row
+  click 492 378 # OK
+}
+
+leave_period() {
+  period_window 'scene cancel'
+  click 185 87
+  keys ctrl+a
+  text 2030
+  await 'focus Edit 2030'
+  click 588 378 # Cancel
+  period_window 'scene escape'
+  click 185 147 # txtMonth
+  keys ctrl+a
+  text 7
+  await 'focus Edit 7'
+  keys Escape
+}
+
+be_refused() {
+  period_window 'scene refuse'
+  click 185 117
+  keys ctrl+a
+  text 4
+  await 'focus Edit 4'
+  keys Return
+  await 'Static Neteisingai nurodytas laikotarpis' 'Button Gerai'
+  keys Return
+  await "window $kPeriod" 'focus Edit 4'
+  text 2
+  await 'focus Edit 2'
+  keys Return
+}
+
+pick_dates() {
+  await 'scene double click' "window $kPicker"
+  picture date-picker
+  click 74 68 2 # the 14th, below the 12th that is shown
+  await 'scene arrows' "window $kPicker"
+  keys Right Down Return
+  await 'scene leave' "window $kPicker"
+  keys Right Escape
+}
+
+answer_questions() {
+  await 'scene print' 'Static Kaip spausdinti ataskaitą?'
+  [[ $(grep '^Button ' "$state") == $'Button Visus puslapius iš karto\nButton Po vieną puslapį' ]] ||
+    fail 'other answers to how to print'
+  picture question
+  keys Right Return
+  await 'Button Gerai'
+  keys Return
+  await 'scene end'
+}
+
+# --- The run -------------------------------------------------------------------------------------------------
+
+Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp 3> "$work/display" 2> /dev/null &
+server=$!
+within 60 'a display' test -s "$work/display"
+DISPLAY=:$(< "$work/display")
+export DISPLAY
+
+# Whoever ran before may have been without a display.
+WINEPREFIX=$prefix timeout 30 wineserver -k
+cat "$root/tests/com/scripts/check.vbs" "$root/tests/com/desktop/windows.vbs" |
+  "$root/tools/ascii-script.pl" "$work/texts.txt" > "$work/script.vbs"
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
+perl -pi -e 'BEGIN { $path = shift } s/\@STATE\@/$path/' "$(windows_path "$state")" "$work/script.vbs"
+env -u QVA_VARNHOLT_MESSAGE_LOG -u QVA_VARNHOLT_FORM_ANSWERS -u QVA_VARNHOLT_ANSWERS \
+  "$root/tools/wine-run.sh" --timeout 300 --on "$DISPLAY" "$prefix" 'C:\windows\system32\cscript.exe' //nologo \
+  "$(windows_path "$work/script.vbs")" > "$work/output" 2>&1 &
+script=$!
+
+work_period
+leave_period
+be_refused
+pick_dates
+answer_questions
+
+wait "$script"
+script=
+tr -d '\r' < "$work/output" | tee "$work/lines"
+grep -qxE 'OK [0-9]+ checks' "$work/lines"

@@ -1,0 +1,104 @@
+' The library's windows, as a workbook's macro opens them, worked by a user at keyboard and mouse: each scene is
+' written to the file of states, where the user of tests/com/desktop/run.sh awaits it.
+Dim period, picker, global, excel, sheet, reports, before, day, objects, system, i
+
+Sub Scene(name)
+  control.Watch "@STATE@", name
+End Sub
+
+' What the named cells and the first two rows of the budget table hold.
+Function Cells()
+  Dim name, row, column, text
+  For Each name In Array("AccPlan", "RepYear", "RepQuarter", "RepMon", "RepType", "RepLastPerBeg", "RepLastPerEnd", _
+      "RepCurrPerBeg", "RepCurrPerEnd", "BudgetCount")
+    text = text & CStr(excel.Range(name).Value) & "|"
+  Next
+  For row = 1 To 2
+    For column = 0 To 6
+      text = text & " " & CStr(excel.Range("BookCode").Offset(row, column).Value)
+    Next
+    text = text & ";"
+  Next
+  Cells = text
+End Function
+
+ConnectFirst
+control.ShowWindows
+control.SetText 828, "Ataskaitos už nurodytą laikotarpį"
+control.SetText 811, "Neteisingai nurodytas laikotarpis"
+control.SetText 816, "Kaip spausdinti ataskaitą?"
+control.SetText 817, "Visus puslapius iš karto"
+control.SetText 818, "Po vieną puslapį"
+Set excel = control.NewExcel
+Set global = CreateObject("QVA_Varnholt.gExcelObject")
+global.InitConnectEX excel, Empty
+Set sheet = excel.ActiveSheet
+Set period = CreateObject("QVA_Varnholt.CRepPeriod")
+period.Init sheet
+excel.Range("AccPlan").Value = "F1"
+excel.Range("RepYear").Value = 2023
+excel.Range("CurrBudgetDocId").Value = 11
+excel.Range("CurrBudgetDocCode").Value = "BIU-2023"
+
+Scene "confirm"
+Check "a confirmed period", period.Edit, True
+before = Cells()
+Check "the cells", before, "F1|2024|2|0|2|2024-01-01|2024-03-31|2024-04-01|2024-06-30|2|" & _
+  " MEDVILNE F1 0 11 BIU-2023  ; BALTIJA F2 0 14 BIU-B 0 ;"
+Scene "cancel"
+Check "a cancelled period", period.Edit, False
+Check "the cells after it", Cells(), before
+Scene "escape"
+Check "a period left by Escape", period.Edit, False
+Check "the cells after that", Cells(), before
+Scene "refuse"
+Check "a period that was refused at first", period.Edit, True
+Check "the cells of the accepted one", Cells(), before
+
+Set picker = CreateObject("QVA_Varnholt.CDatePic")
+day = DateSerial(2024, 2, 12)
+Scene "double click"
+Check "a date that was clicked", picker.Show(day), True
+Check "the date", day, DateSerial(2024, 2, 14)
+Scene "arrows"
+Check "a date by keys", picker.Show(day), True
+Check "a week and a day later", day, DateSerial(2024, 2, 22)
+Scene "leave"
+Check "a date left by Escape", picker.Show(day), False
+Check "the date stays", day, DateSerial(2024, 2, 22)
+
+Set reports = CreateObject("QVA_Varnholt.CReports")
+excel.ActiveWorkbook.Names.Add "Print", "=Sheet1!$A$1:$C$9"
+control.ClearTrace
+Scene "print"
+reports.Spauzd sheet, True, True, 2
+CheckError "printing", 0
+Report InStr(control.Trace, ".PrintOut(From:=2, To:=2, Copies:=1)") > 0, "a print of page 2: " & control.Trace
+Scene "end"
+
+' Each window comes and goes once before the count, since the system keeps something of the first one.
+Sub OpenAndClose()
+  Report period.Edit = False, "a period closed by the clock"
+  Report picker.Show(day) = False, "a picker closed by the clock"
+End Sub
+control.Watch "", ""
+control.CloseWindows True
+OpenAndClose
+objects = control.LiveObjects
+system = control.SystemObjects
+For i = 1 To 200
+  OpenAndClose
+Next
+control.CloseWindows False
+Check "the bench's objects after 200 windows of each", control.LiveObjects, objects
+Report control.SystemObjects <= system + 50, "the system's objects: " & control.SystemObjects & " after " & system
+
+Set reports = Nothing
+Set picker = Nothing
+Set period = Nothing
+Set sheet = Nothing
+global.ResetConnectEX 0
+Set global = Nothing
+Set excel = Nothing
+CheckError "the end of the report", 0
+Finish 426
