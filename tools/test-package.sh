@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# Tests the packages: makes them, installs the extension into a fresh LibreOffice with LibreOffice's own tool, runs a
-# sample from it, removes it, and registers the Windows libraries by their scripts. The last line sums the tests up.
+# Tests the packages: makes them, installs the extension into a fresh LibreOffice with LibreOffice's own tool, runs
+# its samples, removes it, and registers the Windows libraries by their scripts. The last line sums the tests up.
 #   tools/test-package.sh <build with the component> <64-bit Windows build> <32-bit Windows build>
 set -uo pipefail
+umask 022
 cd "$(dirname "$0")/.."
 passed=0 failed=0
 work=$(mktemp -d)
-trap 'WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
+screen=
+trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
 check() {
   local name=$1
   shift
@@ -20,7 +22,7 @@ windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 
 check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
 oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
-unzip -qo "$zip" -d "$work/zip" || exit 1
+check "the zip unpacks" unzip -qo "$zip" -d "$work/zip"
 
 # --- The extension -------------------------------------------------------------------------------------------
 
@@ -40,7 +42,7 @@ start() { "${as_user[@]}" timeout 180 soffice --headless --norestore --nologo --
 # LibreOffice itself remembers the documents that the user opened.
 traces() {
   sed -i '\#/qva-varnholt/drives/C/#d' "$home/profile/user/registrymodifications.xcu"
-  grep -rlI -i varnholt "$home/profile"
+  grep -rl -i varnholt "$home/profile"
   find "$home/profile" -iname '*varnholt*'
 }
 
@@ -49,34 +51,38 @@ check "the sample's sheets open in a spreadsheet" test -s "$home/balance.pdf"
 check "the extension installs" unopkg add "$oxt"
 check "and is listed" grep -q 'Identifier: qva.varnholt' <(unopkg list)
 
-answers=$home/balance.answers
-install -m 644 samples/balance.answers "$answers"
-drive=$home/.local/share/qva-varnholt/drives/C
-# On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", B is "Balansas".
+# On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", then the sample's letter follows.
 exec {display_pipe}<> <(:)
 Xvfb -displayfd "$display_pipe" -screen 0 1280x900x24 -nolisten tcp -ac 2> /dev/null &
 screen=$!
 read -r -t 60 -u "$display_pipe" display
-"${as_user[@]}" "DISPLAY=:$display" SAL_USE_VCLPLUGIN=gen "QVA_VARNHOLT_FORM_ANSWERS=$answers" \
-  "QVA_VARNHOLT_MESSAGE_LOG=$home/messages.txt" \
-  timeout 240 soffice --calc --norestore --nologo --nolockcheck "$profile" > "$work/sample.log" 2>&1 &
-ended() { grep -q 'Baigta' "$drive/Pavyzdziai/balance.log" 2> /dev/null; }
+drive=$home/.local/share/qva-varnholt/drives/C
 user() { DISPLAY=:$display timeout 10 xdotool "$@" 2> /dev/null; }
-for ((i = 0; i < 100; i++)); do
-  window=$(user search --onlyvisible --name 'LibreOffice Calc' | head -n 1)
-  # A window that has just come may not listen yet; the keys do nothing once the sample has been opened.
-  if [[ -n $window && ! -e $drive/Pavyzdziai/balance.fods ]]; then
-    user windowfocus "$window" key Escape key alt+a key b
-  fi
-  ended && break
-  sleep 2
-done
-check "a sample of its menu runs to its end" ended
-check "and archives its report" test -s "$drive/Ataskaitos/Archyvas/2025/Balansas_2025.xls"
-pkill -KILL -f -- "$profile"
+run_sample() {
+  local name=$1 key=$2 i window
+  install -m 644 "samples/$name.answers" "$home/$name.answers"
+  "${as_user[@]}" "DISPLAY=:$display" SAL_USE_VCLPLUGIN=gen "QVA_VARNHOLT_FORM_ANSWERS=$home/$name.answers" \
+    "QVA_VARNHOLT_MESSAGE_LOG=$home/messages.txt" \
+    timeout 240 soffice --calc --norestore --nologo --nolockcheck "$profile" > "$work/sample.log" 2>&1 &
+  for ((i = 0; i < 100; i++)); do
+    grep -q 'Baigta' "$drive/Pavyzdziai/$name.log" 2> /dev/null && break
+    window=$(user search --onlyvisible --name 'LibreOffice Calc' | head -n 1)
+    # A window that has just come may not listen yet; the keys do nothing once the sample has been opened.
+    if [[ -n $window && ! -e $drive/Pavyzdziai/$name.fods ]]; then
+      user windowfocus "$window" key Escape key alt+a key "$key"
+    fi
+    sleep 2
+  done
+  pkill -KILL -f -- "$profile"
+  wait "$!" 2> /dev/null
+  rm -f "$home/profile/.lock"
+  grep -q 'Baigta' "$drive/Pavyzdziai/$name.log"
+}
+for sample in 'balance b' 'profit-loss p' 'vat v'; do check "its menu runs the sample ${sample% *}" run_sample $sample; done
+archive=$drive/Ataskaitos/Archyvas
+check "and archives the reports" test -s "$archive/2025/Balansas_2025.xls" \
+  -a -s "$archive/2025/PelnasNuostoliai_2025_12.xls" -a -s "$archive/2025/PVM registrai_2025_12.xls"
 kill "$screen"
-wait 2> /dev/null
-rm -f "$home/profile/.lock"
 check "the extension is removed" unopkg remove qva.varnholt
 # LibreOffice empties its cache at the next start.
 start --convert-to pdf --outdir "$home" "$work/zip/samples/vat.xls" > "$work/start.log" 2>&1
@@ -87,11 +93,18 @@ check "nothing of it is left in LibreOffice" test -z "$left"
 # --- The scripts for Windows ---------------------------------------------------------------------------------
 
 wine_run() { tools/wine-run.sh "$work/prefix" "$@"; }
-is_registered() { wine_run reg query "$1\\Software\\Classes\\QVA_Varnholt.CReports" > /dev/null 2>&1; }
-is_unregistered() { ! is_registered HKCU && ! is_registered HKLM; }
+# By either bitness' own tool, which sees its own part of the registry.
+has_server() {
+  wine_run "C:\\windows\\$1\\reg.exe" query \
+    "$2\\Software\\Classes\\CLSID\\{AF2058A7-B35C-4F98-9236-282384ECCA0B}\\InprocServer32" > /dev/null 2>&1
+}
+is_registered() { has_server system32 "$1" && has_server syswow64 "$1"; }
+is_unregistered() {
+  ! has_server system32 HKCU && ! has_server syswow64 HKCU && ! has_server system32 HKLM && ! has_server syswow64 HKLM
+}
 libraries=build/wine-i386
-tools/wine-i386.sh "$libraries" || exit 1
-tools/wine-prefix.sh "$work/prefix" "$libraries" || exit 1
+check "Wine runs programs of both bitnesses" tools/wine-i386.sh "$libraries"
+check "and has a registry of its own" tools/wine-prefix.sh "$work/prefix" "$libraries"
 script() { wine_run cmd /c "$(windows_path "$work/zip/$1.cmd")" | tr -d '\r' | grep -q 'done'; }
 check "the script for one user registers" script register-for-user
 check "in the user's part of the registry" is_registered HKCU

@@ -234,6 +234,7 @@ if tools/wine-prefix.sh "$prefix" ${libraries:+"$libraries"}; then
     clients "32-bit" "$x86" 'C:\windows\syswow64'
     side_by_side
   else
+    skipped=$((skipped + 1))
     echo "NOT RUN: the 32-bit DLL - Wine's 32-bit libraries are not at hand; the DLL was checked statically"
   fi
 else

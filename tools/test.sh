@@ -78,7 +78,7 @@ step "Library and seam"
 google_test qva_tests 600 build/debug/tests/qva_tests
 
 step "Macros in LibreOffice"
-google_test qva_calc_tests 600 build/debug/tests/qva_calc_tests
+google_test qva_calc_tests 1500 build/debug/tests/qva_calc_tests
 check "macros of the corpus" tools/corpus-libreoffice.sh build/debug
 
 step "Cross-compile for Windows"
@@ -88,12 +88,12 @@ for preset in windows-x64 windows-x86; do
 done
 
 step "The Windows library"
-script 1500 tools/test-windows.sh
+script 2400 tools/test-windows.sh
 
 step "The packages"
 cmake --preset release -DQVA_TESTS=OFF > /dev/null && cmake --build --preset release
 check "release build" test $? -eq 0
-script 600 tools/test-package.sh build/release build/windows-x64 build/windows-x86
+script 1500 tools/test-package.sh build/release build/windows-x64 build/windows-x86
 
 printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
 [[ $failed -eq 0 && $passed -gt 0 ]]

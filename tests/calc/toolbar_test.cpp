@@ -176,8 +176,13 @@ TEST_F(CalcToolbarShown, ButtonsAndKeysRunTheWorkbooksMacros) {
     WaitForLine(line);
   };
   click(kDotButton, "dot");
+  const auto times = [this](const std::string& line) { return std::ranges::count(Lines(), line); };
+  desktop.Keys(window, {"ctrl+k"});
+  desktop.WaitFor("\"dot\" by its key", [&] { return times("dot") == 2; });
+  const auto sorted = times("sorted");
   desktop.Keys(window, {"ctrl+F3", "F1"});
   WaitForLine("help");
+  EXPECT_EQ(times("sorted"), sorted + 1);
   click(kFreezeButton, "frozen: True 2 $A$1");
   click(kCommentButton, "comment: True");
   click(kCommentButton, "comment: False");

@@ -142,7 +142,7 @@ TEST_F(Toolbars, AToolbarThatAMacroKeepsOutlivesItsDeletion) {
 }
 
 TEST_F(Toolbars, RefreshOfNoneIsNoError) {
-  Call(toolbars, u"Refresh");
+  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), 0);
 }
 
 TEST_F(Toolbars, RefreshFailsUntilAToolbarWasLookedForAndAfterOneThatIsNotThere) {
@@ -409,8 +409,11 @@ TEST_F(Toolbars, ReleaseWithoutExcelOrTheHostsTextRaisesNothing) {
   toolbars.reset();
   toolbars = LibraryTest::Create(u"CToolbars");
   host.texts[841] = u"Grįžti";
-  global.reset();
-  toolbars.reset();
+  EXPECT_EQ(ErrorNumberOf([&] {
+              global.reset();
+              toolbars.reset();
+            }),
+            0);
 }
 
 TEST_F(Toolbars, OfTheGlobalObjectGoWithItsLastReset) {
