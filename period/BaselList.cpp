@@ -20,11 +20,11 @@ struct Caption {
 
 // Fields that are not here have no caption: users do not know them.
 constexpr std::array<Caption, 5> kCaptions = {
-    {{u"BookCode", u"Knyga", 80},
-     {u"PlanCode", u"Sąskaitų planas", 104},
-     {u"PlanIsBudget", u"Biudžeto", 64},
-     {u"BudgetCurrDocCode", u"Einamojo laikotarpio biudžetas", 160},
-     {u"BudgetLastDocCode", u"Praeito laikotarpio biudžetas", 160}}};
+    {{u"BookCode", u"Knyga", 74},
+     {u"PlanCode", u"Sąskaitų planas", 100},
+     {u"PlanIsBudget", u"Biudžeto", 60},
+     {u"BudgetCurrDocCode", u"Einamojo laikotarpio biudžetas", 156},
+     {u"BudgetLastDocCode", u"Praeito laikotarpio biudžetas", 156}}};
 
 const Caption* FindCaption(std::u16string_view field) {
   const auto found = std::ranges::find(kCaptions, field, &Caption::field);

@@ -189,6 +189,10 @@ clients() {
     [[ $script_name == check ]] || check "$name: script $script_name" script "$script_name" "$cscript"
   done
   check "$name: macros of the corpus" corpus "$cscript"
+  # Wine's 32-bit side has no displays.
+  if [[ $name == 64-bit ]]; then
+    check "$name: windows worked with keyboard and mouse" tests/com/desktop/run.sh "$prefix"
+  fi
   wine_run "$regsvr32" /s /u "$dll"
   wine_run "$regsvr32" /s /u "$bench"
   wine_run reg delete 'HKCU\Software\VB and VBA Program Settings' /f > /dev/null 2>&1

@@ -242,6 +242,23 @@ TEST_F(MonthOnForm, SingleClicksOnlyChooseTheDay) {
   EXPECT_EQ(month->Value(), DateFromParts(2024, 6, 5));
 }
 
+TEST_F(MonthOnForm, ArrowAndPageKeysMoveTheDay) {
+  month->SetValue(DateFromParts(2024, 1, 31));
+  const auto press = [](WORD key) { return [key] { PressKey(key); }; };
+  const auto expect = [this](int year, int month_number, int day) {
+    return [=, this] { EXPECT_EQ(month->Value(), DateFromParts(year, month_number, day)); };
+  };
+  Show({press(VK_NEXT), expect(2024, 2, 29), press(VK_RIGHT), expect(2024, 3, 1), press(VK_DOWN),
+        expect(2024, 3, 8), press(VK_LEFT), expect(2024, 3, 7), press(VK_UP), expect(2024, 2, 29),
+        press(VK_HOME), expect(2024, 2, 1), press(VK_END), expect(2024, 2, 29), press(VK_PRIOR),
+        expect(2024, 1, 29)});
+}
+
+TEST_F(MonthOnForm, KeysEndWithTheCalendar) {
+  month->SetValue(DateFromParts(9999, 12, 31));
+  Show({[] { PressKey(VK_RIGHT); }, [&] { EXPECT_EQ(month->Value(), DateFromParts(9999, 12, 31)); }});
+}
+
 TEST_F(MonthOnForm, TellsOfKeysWithTheirCharacters) {
   std::vector<int> keys;
   month->on_key_press = [&](int character) { keys.push_back(character); };

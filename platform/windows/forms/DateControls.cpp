@@ -125,8 +125,51 @@ void NativeMonthView::PressDay(bool is_double, LPARAM place) {
   pressed_at_ = now;
 }
 
+bool NativeMonthView::MoveByKey(WPARAM key) {
+  const Date day = Value();
+  DateParts parts = PartsOf(day);
+  const auto days_in_month = [](const DateParts& month) {
+    return PartsOf(DateFromParts(month.year, month.month + 1, 0)).day;
+  };
+  switch (key) {
+    case VK_LEFT:
+      parts.day -= 1;
+      break;
+    case VK_RIGHT:
+      parts.day += 1;
+      break;
+    case VK_UP:
+      parts.day -= 7;
+      break;
+    case VK_DOWN:
+      parts.day += 7;
+      break;
+    case VK_PRIOR:
+    case VK_NEXT:
+      parts.month += key == VK_NEXT ? 1 : -1;
+      parts.day = std::min(parts.day, days_in_month(parts));
+      break;
+    case VK_HOME:
+      parts.day = 1;
+      break;
+    case VK_END:
+      parts.day = days_in_month(parts);
+      break;
+    default:
+      return false;
+  }
+  // At the ends of the calendar there is nowhere to go.
+  IgnoreErrors([&] { SetValue(DateFromParts(parts.year, parts.month, parts.day)); });
+  return true;
+}
+
 LRESULT NativeMonthView::Handle(UINT message, WPARAM first, LPARAM second) {
   switch (message) {
+    case WM_KEYDOWN:
+      // Not every release of the control knows these keys.
+      if (GetKeyState(VK_CONTROL) >= 0 && Send(MCM_GETCURRENTVIEW) == MCMV_MONTH && MoveByKey(first))
+        return 0;
+      return NativeControl::Handle(message, first, second);
     case WM_GETDLGCODE: {
       const auto* key = reinterpret_cast<const MSG*>(second);
       const bool is_own = key && (key->wParam == VK_RETURN || key->wParam == VK_ESCAPE);

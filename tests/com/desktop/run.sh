@@ -158,7 +158,8 @@ be_refused() {
 pick_dates() {
   await 'scene double click' "window $kPicker"
   picture date-picker
-  click 74 68 2 # the 14th, below the 12th that is shown
+  # The 14th, beside the 12th that is shown; calendars do not grow quite as the scale does.
+  click $(($(place inside width) * 36 / scale)) $(($(place inside height) * 52 / scale)) 2
   await 'scene arrows' "window $kPicker"
   keys Right Down Return
   await 'scene leave' "window $kPicker"
