@@ -94,7 +94,7 @@ corpus() {
   tools/corpus.pl vbscript "$folder" || return 1
   QVA_VARNHOLT_FORM_ANSWERS=$(windows_path "$folder/form.answers") \
     QVA_VARNHOLT_MESSAGE_LOG=$(windows_path "$folder/boxes.log") \
-    wine_run "$cscript" //nologo "$(windows_path "$folder/script.vbs")" 2>&1
+    tools/wine-run.sh --timeout 300 "$prefix" "$cscript" //nologo "$(windows_path "$folder/script.vbs")" 2>&1
   tools/corpus.pl compare com "$folder/log.txt"
 }
 

@@ -162,7 +162,11 @@ void MemoryEngine::AddExcelFunctions(Functions& functions) {
   functions[u"cleartrace"] = [this](const auto&) { return trace.Clear(), Value(); };
   functions[u"logtrace"] = [this](const auto& a) {
     LogForgottenError();
-    for (const std::string& line : trace.lines()) Log(TextAt(a, 0) + u": " + FromUtf8(line));
+    // Over COM a property that is read cannot be told from a method without arguments.
+    for (const std::string& line : trace.lines()) {
+      Log(TextAt(a, 0) + u": " + ReplaceAll(FromUtf8(line), u"()", u""));
+    }
+    if (trace.lines().empty()) Log(TextAt(a, 0) + u": no call");
     trace.Clear();
     return Value();
   };

@@ -133,8 +133,10 @@ End Sub
 Sub LogTrace(what)
   Dim line
   LogForgottenError
+  If control.Trace = "" Then WriteLog what & ": no call"
   For Each line In Split(control.Trace, vbLf)
-    If line <> "" Then WriteLog what & ": " & line
+    ' A property that is read cannot be told from a method without arguments here.
+    If line <> "" Then WriteLog what & ": " & Replace(line, "()", "")
   Next
   control.ClearTrace
 End Sub
