@@ -53,7 +53,7 @@ check "and is listed" grep -q 'Identifier: qva.varnholt' <(unopkg list)
 
 # On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", then the sample's letter follows.
 exec {display_pipe}<> <(:)
-Xvfb -displayfd "$display_pipe" -screen 0 1280x900x24 -nolisten tcp -ac 2> /dev/null &
+Xvfb -displayfd "$display_pipe" -screen 0 1280x900x24 -nolisten tcp -r -ac 2> /dev/null &
 screen=$!
 read -r -t 60 -u "$display_pipe" display
 drive=$home/.local/share/qva-varnholt/drives/C

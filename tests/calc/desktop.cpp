@@ -45,9 +45,10 @@ Desktop::Desktop(fs::path folder, int dpi) : folder_(std::move(folder)), dpi_(dp
   const fs::path number = folder_ / "display";
   // The server itself looks for a number that is free and writes it when it is ready.
   server_ = std::make_unique<Process>(
-      std::vector<std::string>{"sh", "-c",
-                               "exec Xvfb -displayfd 3 -screen 0 1500x1100x24 -nolisten tcp -noreset 3> '" +
-                                   number.string() + "'"},
+      std::vector<std::string>{
+          "sh", "-c",
+          "exec Xvfb -displayfd 3 -screen 0 1500x1100x24 -nolisten tcp -noreset -r 3> '" + number.string() +
+              "'"},
       std::map<std::string, std::string>{}, folder_ / "display.txt");
   WaitFor("the screen", [&] { return Contents(number).ends_with('\n'); });
   std::string display = Contents(number);
@@ -78,6 +79,13 @@ void Desktop::Do(std::vector<std::string> arguments) {
     // xdotool goes on after X's refusals and only prints them.
     return went_through && Contents(folder_ / "errors.txt").find("rror") == std::string::npos;
   });
+}
+
+void Desktop::Once(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), "xdotool");
+  bool went_through = false;
+  Output(arguments, &went_through);
+  if (!went_through) throw std::runtime_error("xdotool could not " + arguments[1]);
 }
 
 void Desktop::WaitFor(const std::string& what, const std::function<bool()>& condition) {
@@ -140,7 +148,7 @@ void Desktop::Keys(const Window& window, const std::vector<std::string>& keys) {
   Do({"windowfocus", "--sync", window});
   std::vector<std::string> arguments = {"key", "--delay", "20"};
   arguments.insert(arguments.end(), keys.begin(), keys.end());
-  Do(arguments);
+  Once(std::move(arguments));
   Settle();
 }
 
@@ -150,14 +158,14 @@ void Desktop::TryKey(const std::string& title, const std::string& key) {
 
 void Desktop::Type(const Window& window, const std::string& text) {
   Do({"windowfocus", "--sync", window});
-  Do({"type", "--delay", "20", "--", text});
+  Once({"type", "--delay", "20", "--", text});
   Settle();
 }
 
 void Desktop::Click(const Window& window, int x, int y, int times) {
   const auto pixels = [&](int length) { return std::to_string(static_cast<int>(length * scale())); };
-  Do({"mousemove", "--window", window, pixels(x), pixels(y), "click", "--repeat", std::to_string(times),
-      "--delay", "40", "1"});
+  Do({"mousemove", "--window", window, pixels(x), pixels(y)});
+  Once({"click", "--repeat", std::to_string(times), "--delay", "40", "1"});
   Settle();
 }
 

@@ -14,9 +14,9 @@
 
 namespace qva {
 
-/// A virtual X screen without a window manager, which goes with its object. Gestures are made by xdotool, as
-/// the keyboard and the mouse make them. What cannot be done within the time limit is a failure of the test
-/// and raises std::runtime_error.
+/// A virtual X screen without a window manager and without repeating keys, which goes with its object.
+/// Gestures are made by xdotool, as the keyboard and the mouse make them. What cannot be done within the time
+/// limit is a failure of the test and raises std::runtime_error.
 class Desktop {
  public:
   using Window = std::string;  ///< X's number of a window
@@ -72,6 +72,8 @@ class Desktop {
   std::string ProcessOf(const Window& window);
   /// Repeats a command of xdotool until it goes through: a window that has just come may refuse.
   void Do(std::vector<std::string> arguments);
+  /// What must not happen twice: keys and clicks.
+  void Once(std::vector<std::string> arguments);
 
   std::filesystem::path folder_;
   int dpi_;

@@ -179,7 +179,7 @@ answer_questions() {
 
 # --- The run -------------------------------------------------------------------------------------------------
 
-Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp 3> "$work/display" 2> /dev/null &
+Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp -r 3> "$work/display" 2> /dev/null &
 server=$!
 within 60 'a display' test -s "$work/display"
 DISPLAY=:$(< "$work/display")
