@@ -39,6 +39,7 @@ class CalcTest : public testing::Test {
                   std::map<std::string, std::string> environment);
   void StartWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options,
                      std::map<std::string, std::string> environment);
+  bool IsRunning() { return run_->IsRunning(); }
   /// Waits for the end of what was started.
   RunResult Finish();
   /// What the macro wrote until now.

@@ -1,6 +1,7 @@
 #include "tests/calc/desktop.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -40,7 +41,8 @@ Activity ActivityOf(const std::string& process) {
 
 }  // namespace
 
-Desktop::Desktop(fs::path folder, int dpi) : folder_(std::move(folder)), dpi_(dpi) {
+Desktop::Desktop(fs::path folder) : folder_(std::move(folder)) {
+  if (const char* dpi = std::getenv("QVA_DESKTOP_DPI")) dpi_ = std::stoi(dpi);
   fs::create_directories(folder_);
   const fs::path number = folder_ / "display";
   // The server itself looks for a number that is free and writes it when it is ready.
@@ -55,7 +57,7 @@ Desktop::Desktop(fs::path folder, int dpi) : folder_(std::move(folder)), dpi_(dp
   display.pop_back();
   environment_ = {{"DISPLAY", ":" + display},
                   {"SAL_USE_VCLPLUGIN", "gen"},
-                  {"SAL_FORCEDPI", std::to_string(dpi)},
+                  {"SAL_FORCEDPI", std::to_string(dpi_)},
                   {"XAUTHORITY", "/dev/null"}};
 }
 
@@ -199,8 +201,13 @@ std::size_t Desktop::OpenFilesOf(const Window& window) {
   return static_cast<std::size_t>(std::distance(fs::begin(files), fs::end(files)));
 }
 
-void Desktop::Picture(const fs::path& png, const Window& window) {
-  Output({"import", "-window", window, "-colors", "64", png.string()});
+void Desktop::Picture(const std::string& name, const Window& window) {
+  const char* pictures = std::getenv("QVA_PICTURES");
+  if (!pictures) return;
+  std::this_thread::sleep_for(std::chrono::seconds(1));  // LibreOffice paints when it has nothing else to do
+  const std::string scale = dpi_ == 96 ? "" : "-" + std::to_string(dpi_ * 100 / 96);
+  const fs::path file = fs::path(pictures) / ("libreoffice-" + name + scale + ".png");
+  Output({"import", "-window", window, "+dither", "-colors", "64", "PNG8:" + file.string()});
 }
 
 }  // namespace qva

@@ -24,8 +24,9 @@ class Desktop {
   /// How long a condition may take to come true on a busy machine.
   static constexpr std::chrono::seconds kPatience{60};
 
-  /// `folder` takes the screen's files; `dpi` is what LibreOffice takes the screen for, 96 being 100 %.
-  explicit Desktop(std::filesystem::path folder, int dpi = 96);
+  /// `folder` takes the screen's files. LibreOffice takes the screen for one of QVA_DESKTOP_DPI dots per
+  /// inch, where the environment has that; 96, which is 100 %, is the default.
+  explicit Desktop(std::filesystem::path folder);
 
   /// What a program needs to appear here. For LibreOffice it names the backend that draws by X alone.
   const std::map<std::string, std::string>& environment() const { return environment_; }
@@ -61,8 +62,9 @@ class Desktop {
   int WindowCount();
   /// How many files the program of a window has open.
   std::size_t OpenFilesOf(const Window& window);
-  /// A PNG of the whole screen, or of one window.
-  void Picture(const std::filesystem::path& png, const Window& window = "root");
+  /// Keeps a picture of a window, or of the whole screen, as <QVA_PICTURES>/libreoffice-<name>.png, where the
+  /// environment names such a folder. For a scale other than 100 % the name ends with the scale.
+  void Picture(const std::string& name, const Window& window = "root");
 
  private:
   /// What a command of the screen prints. Nothing when it fails.
@@ -76,7 +78,7 @@ class Desktop {
   void Once(std::vector<std::string> arguments);
 
   std::filesystem::path folder_;
-  int dpi_;
+  int dpi_ = 96;
   std::map<std::string, std::string> environment_;
   std::set<std::string> processes_;  ///< of the windows that were waited for
   std::unique_ptr<Process> server_;

@@ -42,6 +42,7 @@ TEST_F(CalcWindows, ThePeriodIsChosenByKeyboardAndMouse) {
   Fill(period, 180, 95, "2024");
   desktop.Click(period, 180, 125);
   desktop.Type(period, "2");
+  desktop.Picture("period", period);
 
   // Second page: a row is typed and deleted by the button, another one is looked up.
   desktop.Click(period, 300, 20);
@@ -53,12 +54,15 @@ TEST_F(CalcWindows, ThePeriodIsChosenByKeyboardAndMouse) {
   desktop.Type(period, "MEDVILNE");
   desktop.Keys(period, {"Tab", "F4"});
   const Desktop::Window sets = desktop.WaitForWindow("planas$");
+  desktop.Picture("lookup", sets);
   desktop.Type(sets, "iudžeto są");
   Leave(sets, "Return");
   desktop.Click(period, 530, 93);
   desktop.Keys(period, {"alt+Down"});
   const Desktop::Window documents = desktop.WaitForWindow("dokumentai$");
+  desktop.Picture("documents", documents);
   Leave(documents, "Return");
+  desktop.Picture("budgets", period);
   Leave(period, "Return");
   WaitForLines(1);
 
@@ -83,6 +87,7 @@ TEST_F(CalcWindows, ThePeriodIsChosenByKeyboardAndMouse) {
   desktop.Type(period, "4");
   desktop.Keys(period, {"Return"});
   const Desktop::Window refusal = desktop.WaitForWindow(kPeriod, period);
+  desktop.Picture("refusal", refusal);
   Leave(refusal, "Return");
   desktop.Keys(period, {"BackSpace"});
   desktop.Type(period, "3");
@@ -124,6 +129,7 @@ TEST_F(CalcWindows, TheDialogGrowsAndKeepsItsLeastSize) {
 TEST_F(CalcWindows, DatesArePickedByMouseAndKeyboard) {
   StartMacro("shown_dates", {"--show"}, desktop.environment());
   Desktop::Window date = desktop.WaitForWindow(kDate);
+  desktop.Picture("date-picker", date);
   desktop.Click(date, 20, 18);      // January
   desktop.Click(date, 20, 105, 2);  // Monday of its second full week
   desktop.WaitUntilGone(date);
@@ -137,6 +143,7 @@ TEST_F(CalcWindows, DatesArePickedByMouseAndKeyboard) {
   Leave(date, "Return");
 
   Desktop::Window box = desktop.WaitForWindow("Klausimas");
+  desktop.Picture("question", box);
   desktop.Keys(box, {"Tab", "space"});
   desktop.WaitUntilGone(box);
   box = desktop.WaitForWindow("Klausimas");

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -27,10 +28,14 @@ Process::Process(const std::vector<std::string>& arguments,
   std::vector<char*> pointers;
   for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
+  const pid_t parent = getpid();
   pid_ = fork();
   if (pid_ < 0) throw std::runtime_error("cannot start " + arguments[0]);
   if (pid_ == 0) {
     setpgid(0, 0);
+    // A caller that is killed cannot end it.
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (getppid() != parent) _exit(127);
     const int null = open("/dev/null", O_RDONLY);
     dup2(null, STDIN_FILENO);
     const int error_file = open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);

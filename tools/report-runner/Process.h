@@ -16,7 +16,8 @@ namespace qva {
 std::optional<std::filesystem::path> FindProgram(const std::string& name);
 
 /// A program that was started with its own process group, standard input closed, its output going where
-/// ours goes. The destructor stops it, with everything that it started.
+/// ours goes. The destructor stops it, with everything that it started; where we are killed, the system stops
+/// the program itself.
 class Process {
  public:
   /// Starts `arguments[0]`, looked up on the search path, with variables added to our environment, and its
