@@ -44,6 +44,13 @@ void FormLayout::StartResizer(int width, int height,
   }
 }
 
+bool FormLayout::StandsBelowGrid(const ui::ControlDescription& control) const {
+  return std::ranges::any_of(description_.controls, [&](const ui::ControlDescription& other) {
+    return other.kind == ui::ControlKind::Grid && other.parent == control.parent &&
+           other.page == control.page && control.bounds.top >= other.bounds.top + other.bounds.height;
+  });
+}
+
 std::vector<RECT> FormLayout::Places(SIZE inner, UiScale scale) const {
   const int more_width = modes_.empty() ? 0 : inner.cx - scale(start_width_);
   const int more_height = modes_.empty() ? 0 : inner.cy - scale(start_height_);
@@ -55,15 +62,15 @@ std::vector<RECT> FormLayout::Places(SIZE inner, UiScale scale) const {
     RECT place{scale(bounds.left), scale(bounds.top), scale(bounds.left + bounds.width),
                scale(bounds.top + bounds.height)};
     const Mode mode = modes_.empty() ? std::nullopt : modes_[i];
-    if (mode == ui::ResizeMode::MoveWithWidth) {
-      OffsetRect(&place, more_width, 0);
-    } else if (mode == ui::ResizeMode::StretchWithWidth) {
-      place.right += more_width;
-    } else if (control.kind == ui::ControlKind::TabControl || control.kind == ui::ControlKind::Grid) {
-      place.right += more_width;
+    const bool grows =
+        !mode && (control.kind == ui::ControlKind::TabControl || control.kind == ui::ControlKind::Grid);
+    const bool is_in_corner = !mode && control.kind == ui::ControlKind::Button && parents_[i] == i;
+    if (mode == ui::ResizeMode::MoveWithWidth || is_in_corner) OffsetRect(&place, more_width, 0);
+    if (mode == ui::ResizeMode::StretchWithWidth || grows) place.right += more_width;
+    if (grows) {
       place.bottom += more_height;
-    } else if (control.kind == ui::ControlKind::Button && parents_[i] == i) {
-      OffsetRect(&place, more_width, more_height);
+    } else if (is_in_corner || StandsBelowGrid(control)) {
+      OffsetRect(&place, 0, more_height);
     }
     if (parents_[i] != i) OffsetRect(&place, places[parents_[i]].left, places[parents_[i]].top);
     places.push_back(place);

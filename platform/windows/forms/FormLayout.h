@@ -26,6 +26,8 @@ class FormLayout {
   std::vector<RECT> Places(SIZE inner, UiScale scale) const;
 
  private:
+  bool StandsBelowGrid(const ui::ControlDescription& control) const;
+
   const ui::FormDescription& description_;
   std::vector<std::size_t> parents_;  ///< of each control its parent's number, its own when it has none
   std::vector<Mode> modes_;           ///< empty until the resizer is started
