@@ -5,7 +5,7 @@ add_link_options(-static -static-libgcc -static-libstdc++)
 # The adapters of the seam.
 qva_sources(windows_sources platform/windows platform/windows/forms)
 add_library(qva_windows STATIC ${windows_sources})
-target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32 comctl32)
+target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32 comctl32 uxtheme)
 
 # What asks Windows for the current look of its controls; part of each file that shows windows.
 enable_language(RC)

@@ -1,9 +1,11 @@
 #include "platform/windows/ButtonDialog.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/VisualStyles.h"
 #include "platform/windows/forms/WindowText.h"
@@ -59,6 +61,7 @@ struct Dialog {
   std::u16string_view title;
   std::span<const std::u16string> captions;
   MessageFont font;
+  std::optional<OthersDisabled> others;
 
   void AddControl(HWND window, const wchar_t* control_class, const std::wstring& caption, DWORD style, int id,
                   const RECT& place) const {
@@ -104,6 +107,12 @@ struct Dialog {
     SetWindowTextW(window, WideText(title).c_str());
     PlaceInTheMiddle(window, {0, 0, inner_width + 2 * margin, place.bottom + margin}, scale);
     SetFocus(GetDlgItem(window, kFirstButtonId));
+    others.emplace(window);
+  }
+
+  void Leave(HWND window, INT_PTR answer) {
+    others.reset();  // before the window goes, so that none of another program comes to the front
+    EndDialog(window, answer);
   }
 
   /// Gives the window's inside a size, in the middle of its owner's screen.
@@ -123,24 +132,24 @@ struct Dialog {
 };
 
 INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM first, LPARAM second) {
+  if (message == WM_INITDIALOG) SetWindowLongPtrW(window, DWLP_USER, second);
+  auto* dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
+  if (!dialog) return FALSE;
   switch (message) {
-    case WM_INITDIALOG: {
-      auto& dialog = *reinterpret_cast<Dialog*>(second);
-      SetWindowLongPtrW(window, DWLP_USER, static_cast<LONG_PTR>(dialog.captions.size()));
+    case WM_INITDIALOG:
       try {
-        dialog.Fill(window);
+        dialog->Fill(window);
       } catch (...) {
-        EndDialog(window, 0);
+        dialog->Leave(window, 0);
       }
       return FALSE;  // the focus is set
-    }
     case WM_COMMAND: {
-      const int count = static_cast<int>(GetWindowLongPtrW(window, DWLP_USER));
+      const int count = static_cast<int>(dialog->captions.size());
       const int id = LOWORD(first);
       if (id == IDCANCEL) {
-        EndDialog(window, count);
+        dialog->Leave(window, count);
       } else if (id >= kFirstButtonId && id < kFirstButtonId + count && HIWORD(first) == BN_CLICKED) {
-        EndDialog(window, id - kFirstButtonId + 1);
+        dialog->Leave(window, id - kFirstButtonId + 1);
       }
       return TRUE;
     }
@@ -155,7 +164,7 @@ std::int32_t ShowButtonDialog(HWND owner, std::u16string_view text, std::u16stri
                               std::span<const std::u16string> captions) {
   const PerDisplayPixels pixels;
   const VisualStyles styles;
-  Dialog dialog{text, title, captions, {}};
+  Dialog dialog{text, title, captions, {}, {}};
   EmptyTemplate empty{};
   empty.dialog.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFOREGROUND;
   const INT_PTR pressed = DialogBoxIndirectParamW(nullptr, &empty.dialog, owner, &DialogProcedure,

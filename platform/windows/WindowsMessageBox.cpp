@@ -26,7 +26,9 @@ WindowsMessageBox::WindowsMessageBox(const Clock& clock)
 std::int32_t WindowsMessageBox::Show(std::u16string_view text, std::int32_t style,
                                      std::u16string_view title) {
   if (is_attended_) {
-    const int pressed = MessageBoxW(OwnerWindow(), WideText(text).c_str(), WideText(TitleOr(title)).c_str(),
+    HWND owner = OwnerWindow();
+    const OthersDisabled others(owner);  // the box sees to its owner alone
+    const int pressed = MessageBoxW(owner, WideText(text).c_str(), WideText(TitleOr(title)).c_str(),
                                     static_cast<UINT>(style));
     if (pressed != 0) return pressed;
   }

@@ -15,6 +15,7 @@
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsClock.h"
+#include "tests/windows/form_test.h"
 
 namespace qva::windows {
 namespace {
@@ -42,14 +43,6 @@ TEST(WindowsMessageBox, AnswersByTheFilesWhereNobodySits) {
   file.close();
   std::filesystem::remove(answers);
   std::filesystem::remove(log);
-}
-
-/// Whether windows can be opened here at all; a run without a display proves nothing about them.
-bool HasDisplay() {
-  HWND window =
-      CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPED, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-  if (window) DestroyWindow(window);
-  return window != nullptr;
 }
 
 /// A user who waits for a box and does something with it.
@@ -147,6 +140,54 @@ TEST_F(BoxOnScreenTest, ShowsWindowsOwnButtonsAndTheDefaultTitle) {
   }
   const User user(L"Klaida", [](HWND window) { PostMessageW(window, WM_COMMAND, IDOK, 0); });
   EXPECT_EQ(box->Show(u"Tekstas", vbCritical, u"Klaida"), vbOK);
+}
+
+TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
+  WindowBelow second;
+  WindowBelow disabled;
+  EnableWindow(disabled.window, FALSE);
+  WindowBelow owner;
+  std::vector<bool> was_shown;  // the box, when the second window is enabled again
+  second.on_enable = [&](bool enabled) {
+    HWND below = FindWindowW(L"#32770", L"Klausimas");
+    if (enabled) was_shown.push_back(below && IsWindowVisible(below));
+  };
+  const auto look = [&](HWND window) {
+    EXPECT_EQ(GetWindow(window, GW_OWNER), owner.window);
+    EXPECT_FALSE(IsWindowEnabled(owner.window));
+    EXPECT_FALSE(IsWindowEnabled(second.window));
+    EXPECT_TRUE(IsWindowEnabled(window));
+  };
+  const auto expect_as_before = [&] {
+    EXPECT_TRUE(IsWindowEnabled(owner.window));
+    EXPECT_TRUE(IsWindowEnabled(second.window));
+    EXPECT_FALSE(IsWindowEnabled(disabled.window));
+    EXPECT_EQ(GetActiveWindow(), owner.window);
+  };
+  const std::u16string captions[] = {u"Taip", u"Ne"};
+  for (const wchar_t* const caption : {L"Taip", L"Ne"}) {
+    const User user(L"Klausimas", [&](HWND window) {
+      look(window);
+      Press(window, caption);
+    });
+    box->Ask(u"Ar?", u"Klausimas", captions);
+    expect_as_before();
+  }
+  {
+    const User user(L"Klausimas", [&](HWND window) {
+      look(window);
+      PostMessageW(window, WM_CLOSE, 0, 0);
+    });
+    box->Ask(u"Ar?", u"Klausimas", captions);
+    expect_as_before();
+  }
+  EXPECT_EQ(was_shown, (std::vector<bool>{true, true, true}));
+  const User user(L"Klausimas", [&](HWND window) {
+    look(window);
+    PostMessageW(window, WM_COMMAND, IDOK, 0);
+  });
+  box->Show(u"Tekstas", vbCritical, u"Klausimas");
+  expect_as_before();
 }
 
 /// The place of the next handle that the graphics system gives; it moves on with every object that is kept.

@@ -156,6 +156,18 @@ TEST_F(FormControls, DatePickerTellsOnceWhatTheUserChanges) {
   EXPECT_EQ(TextOfWindow(Window(u"edDate")), u"2025.06");
 }
 
+TEST_F(FormControls, DatePickerWithTheFocusHasACalendarInItsOwnFontAtEveryScale) {
+  form->Find(u"edDate")->SetFocus();
+  const auto font = [&](UINT question) { return SendMessageW(Window(u"edDate"), question, 0, 0); };
+  Show({[&] { EXPECT_EQ(font(DTM_GETMCFONT), font(WM_GETFONT)); }, [&] { ChangeScale(144); },
+        [&] {
+          EXPECT_EQ(font(DTM_GETMCFONT), font(WM_GETFONT)) << "the font before is gone";
+          form->Find(u"txtYear")->SetFocus();
+        },
+        [&] { ChangeScale(120); },
+        [&] { EXPECT_EQ(font(DTM_GETMCFONT), font(WM_GETFONT)) << "a calendar that was down may stay"; }});
+}
+
 TEST_F(FormControls, DatesThatNoPickerShowsAreRefused) {
   auto& picker = Get<ui::DatePicker>(u"edDate");
   const auto refusal = [](auto& control, Date date) {

@@ -8,6 +8,7 @@
 
 #include "period/frmReportPeriod.h"
 #include "platform/windows/ButtonDialog.h"
+#include "tests/windows/grid_test.h"
 
 namespace qva::windows {
 namespace {
@@ -201,6 +202,33 @@ TEST_F(FormWindowTest, ControlWithTabOrAPageKeyTurnsThePage) {
         [&] { EXPECT_EQ(Focus(), u"SpecGrid"); }, [] { PressKey(VK_LEFT); }});
 }
 
+TEST_F(FormWindowTest, ControlWithAPageKeyTurnsThePageFromACellThatIsEdited) {
+  TestModel model;
+  model.width = 1;
+  model.rows = {{u"a"}, {u"b"}};
+  auto& grid = Get<ui::Grid>(u"SpecGrid");
+  model.grid = &grid;
+  grid.SetColumns({{.name = u"Code", .caption = u"Kodas", .width = 90}});
+  grid.SetModel(&model);
+  auto& tabs = Get<ui::TabControl>(u"STab");
+  for (const WORD key : {VK_NEXT, VK_PRIOR}) {
+    model.rows[0][0] = u"a";
+    grid.SetFocus();
+    Show({[] { TypeText(u"x"); },
+          [key] {
+            HoldKey(VK_CONTROL, true);
+            PressKey(key);
+          },
+          [] {}, [] { HoldKey(VK_CONTROL, false); },
+          [&] {
+            EXPECT_EQ(tabs.Page(), 0);
+            EXPECT_EQ(model.rows[0][0], u"x") << "what was typed is stored";
+            EXPECT_EQ(grid.CurrentRow(), 0u);
+          }});
+  }
+  grid.SetModel(nullptr);
+}
+
 TEST_F(FormWindowTest, TabControlTurnsItsPagesByArrowsAndMouse) {
   auto& tabs = Get<ui::TabControl>(u"STab");
   Show({[&] { EXPECT_EQ(Focus(), u"STab"); }, [] { PressKey(VK_RIGHT); },
@@ -292,9 +320,9 @@ TEST_F(FormWindowTest, FollowsItsSizeFromWhenTheResizerStarts) {
     return std::vector<LONG>{place.left, place.top, place.right, place.bottom};
   };
   std::vector<std::pair<std::u16string, std::vector<LONG>>> moves = {
-      {u"STab", {0, 0, 100, 60}},  {u"txtYear", {0, 0, 0, 0}},   {u"Frame1", {100, 0, 100, 0}},
-      {u"optA", {100, 0, 100, 0}}, {u"Text1", {0, 0, 100, 0}},   {u"SpecGrid", {0, 0, 100, 60}},
-      {u"btDelete", {0, 0, 0, 0}}, {u"btOk", {100, 60, 100, 60}}};
+      {u"STab", {0, 0, 100, 60}},    {u"txtYear", {0, 0, 0, 0}},   {u"Frame1", {100, 0, 100, 0}},
+      {u"optA", {100, 0, 100, 0}},   {u"Text1", {0, 0, 100, 0}},   {u"SpecGrid", {0, 0, 100, 60}},
+      {u"btDelete", {0, 60, 0, 60}}, {u"btOk", {100, 60, 100, 60}}};
   Resize(520, 320);
   EXPECT_EQ(places(u"STab"), (std::vector<LONG>{8, 8, 492, 248})) << "it is not started yet";
   Resize(500, 300);
@@ -313,6 +341,27 @@ TEST_F(FormWindowTest, FollowsItsSizeFromWhenTheResizerStarts) {
     for (std::size_t edge = 0; edge < 4; ++edge) expected[edge] += moves[i].second[edge];
     EXPECT_EQ(places(moves[i].first), expected) << ToUtf8(moves[i].first);
   }
+}
+
+TEST_F(FormWindowTest, ControlsOfAPeriodDialogThatGrowsDoNotCoverEachOther) {
+  Make(ReportPeriodLayout());
+  form->StartResizer(form->Width(), form->Height(), [](std::u16string_view name) {
+    return name == u"Frame2"  ? std::optional(ui::ResizeMode::MoveWithWidth)
+           : name == u"Text1" ? std::optional(ui::ResizeMode::StretchWithWidth)
+                              : std::nullopt;
+  });
+  Resize(840, 600);
+  const auto& controls = form->description().controls;
+  for (const ui::ControlDescription& one : controls) {
+    for (const ui::ControlDescription& other : controls) {
+      if (&one == &other || one.parent != other.parent || one.page != other.page) continue;
+      const RECT place = Place(one.name), other_place = Place(other.name);
+      RECT common;
+      EXPECT_FALSE(IntersectRect(&common, &place, &other_place))
+          << ToUtf8(one.name) << " and " << ToUtf8(other.name);
+    }
+  }
+  EXPECT_EQ(Place(u"btSpecDelete").top - Place(u"SpecGrid").bottom, 10) << "as it was before";
 }
 
 TEST_F(FormWindowTest, IsNoSmallerThanDescribed) {
@@ -340,6 +389,83 @@ TEST_F(FormWindowTest, FollowsTheScaleOfItsDisplay) {
   EXPECT_EQ(place.left, 462);
   EXPECT_EQ(place.bottom - place.top, 42);
   EXPECT_EQ(font_height(), MulDiv(before, 144, 96));
+}
+
+TEST_F(FormWindowTest, ThatCannotBeResizedHasItsOwnSizeOnEveryDisplay) {
+  ui::FormDescription description = FormWithAllKinds();
+  description.resizable = false;
+  Make(description);
+  const RECT suggested{70, 80, 70 + 333, 80 + 222};
+  SendMessageW(form->window(), WM_DPICHANGED, MAKEWPARAM(144, 144), reinterpret_cast<LPARAM>(&suggested));
+  RECT outer, inner;
+  GetWindowRect(form->window(), &outer);
+  GetClientRect(form->window(), &inner);
+  EXPECT_EQ(outer.left, suggested.left);
+  EXPECT_EQ(outer.top, suggested.top);
+  EXPECT_NEAR(inner.right, 750, 8) << "the frame is still that of the real display";
+  EXPECT_NEAR(inner.bottom, 450, 16);
+}
+
+/// The thread's way with scales, by the numbers of DPI_AWARENESS_CONTEXT; the headers for the oldest Windows
+/// that is supported do not know it.
+HANDLE SetScales(HANDLE context) {
+  using Function = HANDLE WINAPI(HANDLE);
+  return reinterpret_cast<Function*>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"user32.dll"), "SetThreadDpiAwarenessContext")))(context);
+}
+int Awareness(HANDLE context) {
+  using Function = int WINAPI(HANDLE);
+  return reinterpret_cast<Function*>(reinterpret_cast<void*>(
+      GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetAwarenessFromDpiAwarenessContext")))(context);
+}
+
+/// As a host that does not tell displays apart calls the library.
+class WithoutScales {
+ public:
+  WithoutScales() : before_(SetScales(kUnaware)) {}
+  WithoutScales(const WithoutScales&) = delete;
+  WithoutScales& operator=(const WithoutScales&) = delete;
+  ~WithoutScales() { SetScales(before_); }
+
+  static int ThreadAwareness() {
+    HANDLE context = SetScales(kUnaware);
+    SetScales(context);
+    return Awareness(context);
+  }
+
+ private:
+  static inline const HANDLE kUnaware = reinterpret_cast<HANDLE>(-1);
+  HANDLE before_;
+};
+
+TEST_F(FormWindowTest, MeasuresItsOwnPixelsForAHostWithoutScales) {
+  MakeHere(FormWithAllKinds());
+  if (form->scale().dpi == 96) GTEST_SKIP() << "at 100 % all pixels are the same";
+  const RECT place = Place(u"btOk");
+  HWND grid = Window(u"SpecGrid");
+  {
+    const WithoutScales host;
+    EXPECT_EQ(form->Width(), 500);
+    EXPECT_EQ(form->Height(), 300);
+    form->StartResizer(form->Width(), form->Height(), {});
+    Get<ui::Grid>(u"SpecGrid").SetColumns({{.name = u"Code", .caption = u"Kodas", .width = 90}});
+  }
+  const RECT now = Place(u"btOk");
+  EXPECT_TRUE(EqualRect(&place, &now)) << "nothing has been resized yet";
+  RECT inside, header;
+  GetClientRect(grid, &inside);
+  GetClientRect(FindWindowExW(grid, nullptr, WC_HEADERW, nullptr), &header);
+  EXPECT_EQ(header.right, inside.right);
+}
+
+TEST_F(FormWindowTest, RunsItsHandlersWithItsOwnPixelsForAHostWithoutScales) {
+  constexpr int kUnaware = 0, kPerMonitor = 2;
+  int awareness = -1;
+  Get<ui::Button>(u"btOk").on_click = [&] { awareness = WithoutScales::ThreadAwareness(); };
+  const WithoutScales host;
+  Show({[] { PressKey(VK_RETURN); }});
+  EXPECT_EQ(awareness, kPerMonitor);
+  EXPECT_EQ(WithoutScales::ThreadAwareness(), kUnaware) << "the host's own is as it was";
 }
 
 TEST_F(FormWindowTest, ShowsEveryCaptionOfThePeriodDialogWhole) {
@@ -431,7 +557,7 @@ TEST_F(FormWindowTest, WithACalendarLeavesNothingBehindThatTheCalendarDoesNotLos
     DestroyWindow(calendar);
   });
   EXPECT_LE(kept_of([&] {
-              Make(FormWithMonth());
+              MakeHere(FormWithMonth());
               Show({});
             }),
             lost + 20);

@@ -9,8 +9,11 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(KeyTarget, LeavesTabWithCtrlToTheForm) {
+TEST(KeyTarget, LeavesTabAndPageKeysWithCtrlToTheForm) {
   const GridExtent extent{.lines = 3, .columns = 3, .page = 2};
+  EXPECT_EQ(KeyTarget(VK_NEXT, false, false, {0, 2}, extent), (GridCell{2, 2}));
+  EXPECT_EQ(KeyTarget(VK_NEXT, true, false, {0, 2}, extent), std::nullopt);
+  EXPECT_EQ(KeyTarget(VK_PRIOR, true, false, {2, 2}, extent), std::nullopt);
   EXPECT_EQ(KeyTarget(VK_TAB, false, false, {0, 2}, extent), (GridCell{1, 0}));
   EXPECT_EQ(KeyTarget(VK_TAB, true, false, {0, 2}, extent), std::nullopt);
   EXPECT_EQ(KeyTarget(VK_TAB, true, true, {1, 2}, extent), std::nullopt);
@@ -276,6 +279,40 @@ TEST_F(GridControlTest, PaintsTheCurrentCellAsSelectedAndTextsInTheirCells) {
       << "there is a text";
   ::SetFocus(after);
   EXPECT_EQ(CountPoints(grid->window(), cell(0), selected), 0) << "the user is elsewhere";
+}
+
+TEST_F(GridControlTest, BreaksCaptionsIntoLinesWhereTheirColumnsAreNarrow) {
+  const RECT one_line = HeaderItem(1);
+  const std::u16string caption = u"Einamojo laikotarpio biudžetas";
+  const auto show = [&](int width) {
+    grid->SetColumns({{.name = u"Code", .caption = u"Knyga", .width = 60},
+                      {.name = u"Doc", .caption = caption, .width = width}});
+    return HeaderItem(2);
+  };
+  EXPECT_EQ(show(400).bottom, one_line.bottom);
+  const RECT lines = show(100);
+  EXPECT_GE(lines.bottom - one_line.bottom, LineHeight() - 7) << "another line of text";
+  EXPECT_EQ(lines.right - lines.left, 100);
+  // The first line is above the middle, the last below it.
+  const COLORREF color = GetSysColor(COLOR_BTNTEXT);
+  const LONG middle = lines.bottom / 2;
+  EXPECT_GT(CountPoints(Header(), {lines.left, 0, lines.right, middle}, color), 10);
+  EXPECT_GT(CountPoints(Header(), {lines.left, middle, lines.right, lines.bottom}, color), 10);
+  Click(PlaceIn(1, 1));
+  EXPECT_EQ(grid->CurrentRow(), 1u) << "the rows begin below it";
+  show(400);
+  EXPECT_EQ(HeaderItem(2).bottom, one_line.bottom);
+}
+
+TEST_F(GridControlTest, GivesCaptionsTheLinesThatTheyNeedWhenTheUserResizesAColumn) {
+  const RECT one_line = HeaderItem(1);
+  HDITEMW item{};
+  item.mask = HDI_WIDTH;
+  item.cxy = 400;
+  grid->SetColumns({{.name = u"Doc", .caption = u"Einamojo laikotarpio biudžetas", .width = 80}});
+  EXPECT_GT(HeaderItem(1).bottom, one_line.bottom);
+  SendMessageW(Header(), HDM_SETITEMW, 1, reinterpret_cast<LPARAM>(&item));
+  EXPECT_EQ(HeaderItem(1).bottom, one_line.bottom);
 }
 
 TEST_F(GridControlTest, LooksDisabledWhenItIs) {

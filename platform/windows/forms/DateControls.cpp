@@ -66,9 +66,7 @@ void NativeDatePicker::SetFormat(std::u16string_view format) {
 
 void NativeDatePicker::OnNotify(const NMHDR& notice) {
   // Nobody drops the calendar down before, and each font that a calendar is given costs some systems one.
-  if (notice.code == NM_SETFOCUS && !std::exchange(is_calendar_dressed_, true)) {
-    Send(DTM_SETMCFONT, static_cast<WPARAM>(Send(WM_GETFONT)), FALSE);
-  }
+  if (notice.code == NM_SETFOCUS && !std::exchange(is_calendar_dressed_, true)) DressCalendar();
   if (notice.code != DTN_DATETIMECHANGE) return;
   // Windows tells some changes twice.
   const Date day = DateOf(reinterpret_cast<const NMDATETIMECHANGE&>(notice).st);
@@ -79,7 +77,11 @@ void NativeDatePicker::OnNotify(const NMHDR& notice) {
 
 void NativeDatePicker::Dress(HFONT font, UiScale scale) {
   NativeControl::Dress(font, scale);
-  is_calendar_dressed_ = false;
+  if (is_calendar_dressed_) DressCalendar();  // the font before goes
+}
+
+void NativeDatePicker::DressCalendar() const {
+  Send(DTM_SETMCFONT, static_cast<WPARAM>(Send(WM_GETFONT)), FALSE);
 }
 
 NativeMonthView::NativeMonthView(FormWindow& form, const ui::ControlDescription& description)

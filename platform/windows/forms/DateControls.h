@@ -15,6 +15,8 @@ class NativeDatePicker : public NativeControl, public ui::DatePicker {
   void Dress(HFONT font, UiScale scale) override;
 
  private:
+  void DressCalendar() const;
+
   Date date_;
   bool is_calendar_dressed_ = false;
 };

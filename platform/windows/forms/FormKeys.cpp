@@ -25,6 +25,7 @@ bool AreOneGroup(const NativeControl& one, const NativeControl& other) {
 void FormWindow::ShowModal() {
   if (visible_) throw AutomationError(kFormAlreadyDisplayed);
   if (!window()) throw AutomationError(kOutOfMemory);
+  const PerDisplayPixels pixels;
   struct HideAtEnd {
     FormWindow& form;
     ~HideAtEnd() { form.Hide(); }

@@ -97,6 +97,16 @@ SIZE FormWindow::Inner() const {
   return {inner.right, inner.bottom};
 }
 
+int FormWindow::Width() const {
+  const PerDisplayPixels pixels;
+  return scale_.At100Percent(Inner().cx);
+}
+
+int FormWindow::Height() const {
+  const PerDisplayPixels pixels;
+  return scale_.At100Percent(Inner().cy);
+}
+
 SIZE FormWindow::SmallestInner() const {
   SIZE size{scale_(description_.width), scale_(description_.height)};
   for (const auto& control : controls_) {
@@ -152,8 +162,10 @@ void FormWindow::Rescale(UiScale scale, const RECT& place) {
   MessageFont font(scale);
   std::swap(font, font_);
   DressControls();  // the font before goes after that
-  SetWindowPos(window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-               SWP_NOZORDER | SWP_NOACTIVATE);
+  SIZE size{place.right - place.left, place.bottom - place.top};
+  // What Windows suggests is in proportion, which not every control is.
+  if (!description_.resizable) size = WithFrame(SmallestInner());
+  SetWindowPos(window(), nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
   PlaceControls();
 }
 

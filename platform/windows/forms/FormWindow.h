@@ -31,8 +31,8 @@ class FormWindow : public ui::Form {
   void ShowModal() override;
   void Hide() override;
   bool Visible() const override { return visible_; }
-  int Width() const override { return scale_.At100Percent(Inner().cx); }
-  int Height() const override { return scale_.At100Percent(Inner().cy); }
+  int Width() const override;
+  int Height() const override;
   void StartResizer(int width, int height,
                     std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) override;
 

@@ -9,6 +9,7 @@
 #include "platform/error.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/GridHeader.h"
 #include "platform/windows/forms/GridKeys.h"
 
 namespace qva::windows {
@@ -236,6 +237,8 @@ LRESULT GridControl::HandleHeader(const NMHDR& notice) {
   if (notice.hwndFrom != header_) return 0;
   const auto& header = reinterpret_cast<const NMHEADERW&>(notice);
   switch (notice.code) {
+    case static_cast<UINT>(NM_CUSTOMDRAW):
+      return DrawHeader(reinterpret_cast<const NMCUSTOMDRAW&>(notice));
     case static_cast<UINT>(HDN_BEGINTRACKW):
       EndEdit(true);
       return header.iItem == 0;  // the marker's width is fixed
@@ -294,8 +297,8 @@ bool GridControl::EditorKey(UINT key, bool alt) {
     case VK_DOWN:
     case VK_PRIOR:
     case VK_NEXT:
-      // Where there is nowhere to go, Tab is the form's, now that the field has closed.
-      if (EndEdit(true) && !PressKey(key) && key == VK_TAB) PostMessageW(window_, WM_KEYDOWN, key, 0);
+      // A key that leads nowhere here is the form's, now that the field has closed.
+      if (EndEdit(true) && !PressKey(key)) PostMessageW(window_, WM_KEYDOWN, key, 0);
       return true;
     default:
       return false;

@@ -23,9 +23,11 @@ std::optional<GridCell> KeyTarget(UINT key, bool control, bool shift, GridCell f
       to.line = std::min(to.line + 1, last.line);
       break;
     case VK_PRIOR:
+      if (control) return std::nullopt;
       to.line -= std::min(to.line, extent.page);
       break;
     case VK_NEXT:
+      if (control) return std::nullopt;
       to.line = std::min(to.line + extent.page, last.line);
       break;
     case VK_HOME:

@@ -3,6 +3,10 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <utility>
+
+#include "platform/windows/forms/GridHeader.h"
+#include "platform/windows/forms/UiScale.h"
 
 namespace qva::windows {
 namespace {
@@ -33,10 +37,14 @@ void GridLayout::Attach(HWND window, HWND header) {
 void GridLayout::Arrange() {
   if (arranging_) return;  // a bar that comes or goes resizes the window
   arranging_ = true;
+  const PerDisplayPixels pixels;
   RECT inside = InsideOf(window_);
   WINDOWPOS place{};
   HDLAYOUT header{&inside, &place};
-  if (SendMessageW(header_, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&header))) header_height_ = place.cy;
+  if (SendMessageW(header_, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&header))) {
+    const int height_before = std::exchange(header_height_, HeaderHeight(header_, place.cy));
+    if (height_before != header_height_) InvalidateRect(header_, nullptr, FALSE);
+  }
 
   const int width = columns() > 0 ? static_cast<int>(HeaderItem(static_cast<int>(columns())).right) : 0;
   // Each bar takes room that the other one is reckoned with.
@@ -107,6 +115,7 @@ std::optional<std::size_t> GridLayout::ColumnAt(int x) const {
 }
 
 bool GridLayout::Show(GridCell cell) {
+  const PerDisplayPixels pixels;
   const std::size_t top_before = top_line_;
   const int x_before = scroll_x_;
   const std::size_t page = PageSize();

@@ -15,11 +15,12 @@ bool HasVisibleDesktop();
 /// none.
 HWND OwnerWindow();
 
-/// While this lives, no other window of the thread takes the user's input: not `owner` alone, since Excel
+/// While this lives, no other window of the thread takes the user's input: not the owner alone, since Excel
 /// has a window for each workbook. Those that this has disabled are enabled again at its end; let it end
 /// before the modal window goes, or Windows brings another program to the front.
 class OthersDisabled {
  public:
+  /// `modal` is the one window that is spared; null spares none.
   explicit OthersDisabled(HWND modal);
   OthersDisabled(const OthersDisabled&) = delete;
   OthersDisabled& operator=(const OthersDisabled&) = delete;

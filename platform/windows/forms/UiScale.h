@@ -21,8 +21,9 @@ UiScale ScaleOf(HWND window);
 void AddFrame(RECT& area, DWORD style, DWORD extended_style, UiScale scale);
 
 /// While this lives, windows that the thread creates tell displays apart, and their places are real pixels,
-/// whatever the process says of itself; it stays as it is. Put one around all that creates or places a
-/// window. A window's own procedure is called so already. Does nothing where Windows knows no such thing.
+/// whatever the process says of itself; it stays as it is. Put one around all that creates, places or
+/// measures a window. A window's own procedure is called so already. Does nothing where Windows knows no such
+/// thing.
 class PerDisplayPixels {
  public:
   PerDisplayPixels();
