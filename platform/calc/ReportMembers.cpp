@@ -101,10 +101,16 @@ std::u16string PathOf(const Reference<css::frame::XModel>& model) {
   return FromUno(path);
 }
 
+/// Nothing for a workbook that was never saved.
+std::u16string PathOf(const ObjectPtr& workbook) {
+  const std::u16string folder = Get(workbook, u"Path").ToText();
+  return folder.empty() ? folder : folder + u"/" + Get(workbook, u"Name").ToText();
+}
+
 /// The document of a workbook: the one of its file, or the current one where it was never saved.
 Reference<css::frame::XModel> DocumentOf(const ObjectPtr& workbook) {
   const auto desktop = css::frame::Desktop::create(Context());
-  const std::u16string path = Get(workbook, u"FullName").ToText();
+  const std::u16string path = PathOf(workbook);
   const auto components = desktop->getComponents()->createEnumeration();
   while (components->hasMoreElements()) {
     const Reference<css::frame::XModel> model(components->nextElement(), UNO_QUERY);
@@ -190,8 +196,10 @@ Value SetDisplayPageBreaks(const ObjectPtr&, const Arguments&) {
 }
 
 Value WithFolder(const ObjectPtr& workbook, Value name) {
-  const std::u16string path = Get(workbook, u"Path").ToText();
-  return path.empty() ? name : Value(path + u"/" + Get(workbook, u"Name").ToText());
+  const std::u16string path = PathOf(workbook);
+  if (path.empty()) return name;
+  const auto* files = dynamic_cast<const PosixFiles*>(GetServices().files);
+  return files ? files->DrivePath(ToUtf8(path)) : path;
 }
 
 Value VBProject(const ObjectPtr& workbook, const Arguments&) {

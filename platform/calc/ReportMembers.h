@@ -22,7 +22,8 @@ Value PrintPreview(const ObjectPtr& sheet, const Arguments& arguments);
 /// Worksheet.DisplayPageBreaks = …: nothing, there is no such display.
 Value SetDisplayPageBreaks(const ObjectPtr& sheet, const Arguments& arguments);
 
-/// Workbook.FullName, which LibreOffice gives without its folder.
+/// Workbook.FullName, which LibreOffice gives without its folder: on a drive as the library's own files have
+/// it, "C:\folder\file", elsewhere the system's path.
 Value WithFolder(const ObjectPtr& workbook, Value name);
 
 /// Workbook.VBProject: an object with the Name of the document's Basic project. One that has none of its own

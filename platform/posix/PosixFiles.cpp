@@ -180,6 +180,14 @@ bool CopyContent(int from, int to) {
   return ::futimens(to, times) == 0 && ::fsync(to) == 0;
 }
 
+std::vector<std::u16string> NamesOf(const fs::path& relative) {
+  std::vector<std::u16string> names;
+  for (const fs::path& name : relative) {
+    if (name != ".") names.push_back(FromUtf8(name.string()));
+  }
+  return names;
+}
+
 }  // namespace
 
 fs::path UserDrivesPath() {
@@ -222,8 +230,8 @@ std::unique_ptr<TextStream> PosixFiles::OpenTextStream(std::u16string_view path,
 }
 
 std::u16string PosixFiles::CurrentFolder() const {
-  const WindowsPath current = Current();
-  return current.root == kSystemRoot ? FromUtf8(Locate(current).string()) : current.Text();
+  std::error_code error;
+  return DrivePath(fs::current_path(error));
 }
 
 void PosixFiles::Delete(std::u16string_view path) {
@@ -316,23 +324,27 @@ WindowsPath PosixFiles::Parse(std::u16string_view path) const {
   return ParseWindowsPath(path, is_of_system ? WindowsPath{.root = std::u16string(kSystemRoot)} : Current());
 }
 
+std::u16string PosixFiles::DrivePath(const fs::path& path) const {
+  const WindowsPath on_drive = OnDrive(path);
+  return on_drive.root == kSystemRoot ? FromUtf8(path.string()) : on_drive.Text();
+}
+
 WindowsPath PosixFiles::Current() const {
   std::error_code error;
-  const fs::path current = fs::current_path(error);
-  const fs::path drives = fs::canonical(drives_, error);
-  const fs::path on_drive = error ? fs::path() : current.lexically_relative(drives);
+  return OnDrive(fs::current_path(error));
+}
 
-  WindowsPath path{.root = std::u16string(kSystemRoot)};
-  fs::path below = current.relative_path();
-  if (const std::string drive = on_drive.empty() ? "" : on_drive.begin()->string();
-      drive.size() == 1 && drive != ".") {
-    path.root = FromUtf8(drive) + u":";
-    below = on_drive.lexically_relative(drive);
+WindowsPath PosixFiles::OnDrive(const fs::path& path) const {
+  // Whoever follows links, as the system does for the current folder, comes to the drives' real place.
+  std::error_code error;
+  for (const fs::path& drives : {drives_, fs::canonical(drives_, error)}) {
+    const fs::path on_drive = path.lexically_relative(drives);
+    const std::string drive = on_drive.empty() ? "" : on_drive.begin()->string();
+    if (drive.size() == 1 && drive != ".") {
+      return {.root = FromUtf8(drive) + u":", .names = NamesOf(on_drive.lexically_relative(drive))};
+    }
   }
-  for (const fs::path& name : below) {
-    if (name != ".") path.names.push_back(FromUtf8(name.string()));
-  }
-  return path;
+  return {.root = std::u16string(kSystemRoot), .names = NamesOf(path.relative_path())};
 }
 
 fs::path PosixFiles::RootPath(const std::u16string& root) const {

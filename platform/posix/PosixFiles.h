@@ -45,9 +45,13 @@ class PosixFiles : public Files {
   /// Where the system has a file or folder, whether it is there or not. Raises 52 and 76 as Files' operations
   /// do.
   std::filesystem::path SystemPath(std::u16string_view path) const;
+  /// The other way round: the path on its drive of what the system has at a whole path; off the drives the
+  /// system's path itself.
+  std::u16string DrivePath(const std::filesystem::path& path) const;
 
  private:
   WindowsPath Current() const;
+  WindowsPath OnDrive(const std::filesystem::path& path) const;
   WindowsPath Parse(std::u16string_view path) const;
   std::filesystem::path RootPath(const std::u16string& root) const;
   std::filesystem::path Locate(const WindowsPath& path) const;

@@ -204,7 +204,7 @@ std::size_t Desktop::OpenFilesOf(const Window& window) {
 void Desktop::Picture(const std::string& name, const Window& window) {
   const char* pictures = std::getenv("QVA_PICTURES");
   if (!pictures) return;
-  std::this_thread::sleep_for(std::chrono::seconds(1));  // LibreOffice paints when it has nothing else to do
+  std::this_thread::sleep_for(std::chrono::seconds(3));  // LibreOffice paints when it has nothing else to do
   const std::string scale = dpi_ == 96 ? "" : "-" + std::to_string(dpi_ * 100 / 96);
   const fs::path file = fs::path(pictures) / ("libreoffice-" + name + scale + ".png");
   Output({"import", "-window", window, "+dither", "-colors", "64", "PNG8:" + file.string()});

@@ -127,7 +127,7 @@ TEST_F(CalcFinish, AReportIsPrintedFrozenLockedColouredAndStored) {
   for (const char* text :
        {"Kaip spausdinti ataskaitą?", "Paruoškite spausdintuvą: bus spausdinamas 2 puslapis.",
         "Šiame lape nenustatyta spausdinimo sritis", "Šio laikotarpio ataskaita archyve jau yra",
-        "drives/C/Ataskaitos/Archyvas/2024/Balansas_2024_03.xls“.",
+        "„C:\\Ataskaitos\\Archyvas\\2024\\Balansas_2024_03.xls“.",
         "Neteisingai nurodyta formos data arba ataskaitos laikotarpis."}) {
     EXPECT_THAT(run.messages, HasSubstr(text));
   }

@@ -182,7 +182,6 @@ Private Function LogNewBoxes(sWhat)
         ElseIf Left(sLine, 11) = "  answer:  " Then
             n = n + 1
             If n > nBoxes Then
-                sText = Replace(sText, Environ("QVA_VARNHOLT_DRIVES"), "<drives>")
                 WriteLog sWhat & ": box """ & sText & """ -> " & Mid(sLine, 12, 1)
                 LogNewBoxes = True
             End If

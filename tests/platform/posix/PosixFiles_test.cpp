@@ -166,6 +166,18 @@ TEST_F(PosixFilesTest, ACurrentFolderOffTheDrivesIsAPathOfTheSystem) {
   EXPECT_EQ(FileContent(folder / "a: b/x.txt"), "1\r\n");
 }
 
+TEST_F(PosixFilesTest, ThePathOnADriveIsFoundFromTheSystemsPath) {
+  fs::create_directories(folder / "elsewhere");
+  fs::create_directories(folder / "drives");
+  fs::create_directory_symlink(folder / "elsewhere", folder / "drives/D");
+  EXPECT_EQ(files.DrivePath(folder / "drives/C/Aplankas/x.txt"), u"C:\\Aplankas\\x.txt") << "there or not";
+  EXPECT_EQ(files.DrivePath(folder / "drives/D/x.txt"), u"D:\\x.txt") << "a drive that is a link";
+  EXPECT_EQ(files.DrivePath(folder / "drives/C"), u"C:\\");
+  for (const fs::path& off : {folder / "elsewhere/x.txt", folder / "drives", folder / "drives/Ilgas/x.txt"}) {
+    EXPECT_EQ(files.DrivePath(off), FromUtf8(off.string()));
+  }
+}
+
 TEST_F(PosixFilesTest, OfNamesThatDifferInLetterCaseTheOneAsWrittenIsMeant) {
   fs::create_directories(folder / "drives/C");
   WriteFile(folder / "drives/C/x.txt", "small");
