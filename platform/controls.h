@@ -214,8 +214,9 @@ class Form {
   virtual int Width() const = 0;
   virtual int Height() const = 0;
   /// From now on the controls follow the form's size, starting from the given one. `mode` gives a control's
-  /// mode by name; nothing is its kind's default: tab controls and grids stretch both ways, the form's buttons
-  /// keep to the lower right corner. What stands below a grid moves down with it; everything else stays.
+  /// mode by name; nothing is its kind's default: tab controls and grids stretch both ways, the form's
+  /// buttons keep to the lower right corner. What stands below a grid moves down with it; everything else
+  /// stays.
   virtual void StartResizer(int width, int height,
                             std::function<std::optional<ResizeMode>(std::u16string_view name)> mode) = 0;
 };
