@@ -6,7 +6,7 @@
 
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/calc/forms/GridView.h"
-#include "platform/text.h"
+#include "platform/list_filter.h"
 
 namespace qva::calc {
 namespace {
@@ -14,19 +14,17 @@ namespace {
 /// The rows of a list that contain a text.
 class FilteredRows : public ui::GridModel {
  public:
-  explicit FilteredRows(const ChoiceList& list) : list_(list) { Filter(u""); }
+  explicit FilteredRows(const ChoiceList& list)
+      : list_(list), filter_(list.rows), rows_(filter_.RowsWith({})) {}
 
-  void Filter(std::u16string_view text) {
-    rows_.clear();
-    for (std::size_t row = 0; row < list_.rows.size(); ++row) {
-      if (std::ranges::any_of(list_.rows[row],
-                              [&](const std::u16string& cell) { return ContainsIgnoringCase(cell, text); })) {
-        rows_.push_back(row);
-      }
-    }
-  }
+  void Filter(std::u16string_view text) { rows_ = filter_.RowsWith(text); }
   /// The number of a row that is shown, in the whole list.
   std::size_t RowOfList(std::size_t row) const { return rows_.at(row); }
+  /// Where a row of the whole list is shown now; at the top when it is not.
+  std::size_t PlaceOf(std::size_t row_of_list) const {
+    const auto found = std::ranges::find(rows_, row_of_list);
+    return found == rows_.end() ? 0 : static_cast<std::size_t>(found - rows_.begin());
+  }
 
   std::size_t RowCount() const override { return rows_.size(); }
   std::u16string CellText(std::size_t row, std::size_t column) const override {
@@ -40,6 +38,7 @@ class FilteredRows : public ui::GridModel {
 
  private:
   const ChoiceList& list_;
+  ListFilter filter_;
   std::vector<std::size_t> rows_;
 };
 
@@ -53,11 +52,11 @@ ui::FormDescription Layout(const ChoiceList& list) {
   form.resizable = true;
   form.default_button = u"Ok";
   form.cancel_button = u"Cancel";
-  form.controls = {{Label, u"FilterLabel", u"Paieška : ", {8, 11, 64, 17}, u"", 0},
+  form.controls = {{Label, u"FilterLabel", std::u16string(kFilterCaption), {8, 11, 64, 17}, u"", 0},
                    {TextBox, u"Filter", u"", {74, 8, 378, 23}, u"", 0},
                    {Grid, u"List", u"", {8, 38, 444, 258}, u"", 0},
-                   {Button, u"Ok", u"Gerai", {268, 304, 88, 28}, u"", 0},
-                   {Button, u"Cancel", u"Atšaukti", {364, 304, 88, 28}, u"", 0}};
+                   {Button, u"Ok", std::u16string(kPickCaption), {268, 304, 88, 28}, u"", 0},
+                   {Button, u"Cancel", std::u16string(kLeaveCaption), {364, 304, 88, 28}, u"", 0}};
   return form;
 }
 
@@ -75,6 +74,14 @@ std::vector<ui::GridColumn> Columns(const ChoiceList& list) {
                        .read_only = true});
   }
   return columns;
+}
+
+/// The row that is the current one at first.
+std::size_t MarkedRow(const ChoiceList& list, std::u16string_view selected) {
+  const auto row = std::ranges::find_if(list.rows, [&](const std::vector<std::u16string>& cells) {
+    return !cells.empty() && cells.front() == selected;
+  });
+  return row == list.rows.end() ? 0 : static_cast<std::size_t>(row - list.rows.begin());
 }
 
 /// The window, whose field passes the keys that move on to the list.
@@ -105,16 +112,15 @@ std::optional<std::size_t> ChooseFromList(const ChoiceList& list, std::u16string
 
   grid.SetColumns(Columns(list));
   grid.SetModel(&rows);
-  for (std::size_t row = 0; row < list.rows.size(); ++row) {
-    if (!list.rows[row].empty() && list.rows[row].front() == selected) {
-      grid.SetCurrentRow(row);
-      break;
-    }
-  }
+  std::size_t marked = MarkedRow(list, selected);
+  grid.SetCurrentRow(marked);
   ok.SetEnabled(rows.RowCount() > 0);
   filter.on_change = [&] {
+    // The row stays the current one while it fits, and becomes it again when nothing else did meanwhile.
+    if (const auto row = grid.CurrentRow()) marked = rows.RowOfList(*row);
     rows.Filter(filter.Text());
     grid.Refresh();
+    grid.SetCurrentRow(rows.PlaceOf(marked));
     ok.SetEnabled(rows.RowCount() > 0);
   };
   const auto pick = [&] {

@@ -8,9 +8,9 @@
 #include <optional>
 #include <utility>
 
+#include "platform/list_filter.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/Font.h"
-#include "platform/windows/forms/ListFilter.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/VisualStyles.h"
@@ -166,23 +166,24 @@ class Chooser {
     item.pszText = is_there ? const_cast<wchar_t*>(Wide(list_.rows[shown_[row]][column].c_str())) : nullptr;
   }
 
-  HWND AddControl(const wchar_t* window_class, const wchar_t* caption, DWORD style, DWORD extended_style,
+  HWND AddControl(const wchar_t* window_class, std::u16string_view caption, DWORD style, DWORD extended_style,
                   int id) {
-    return CreateWindowExW(extended_style, window_class, caption, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
-                           window_, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
+    return CreateWindowExW(extended_style, window_class, WideText(caption).c_str(),
+                           WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, window_,
+                           reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), nullptr, nullptr);
   }
 
   void Fill() {
     SetWindowTextW(window_, WideText(list_.title).c_str());
     scale_ = ScaleOf(window_);
-    label_ = AddControl(L"STATIC", L"&Ieškoti:", 0, 0, -1);
-    filter_field_ = AddControl(WC_EDITW, L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, kFilterId);
+    label_ = AddControl(L"STATIC", u"&" + std::u16string(kFilterCaption), 0, 0, -1);
+    filter_field_ = AddControl(WC_EDITW, {}, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, kFilterId);
     list_view_ = AddControl(
-        WC_LISTVIEWW, L"",
+        WC_LISTVIEWW, {},
         WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_NOSORTHEADER,
         WS_EX_CLIENTEDGE, kListId);
-    ok_ = AddControl(WC_BUTTONW, L"OK", WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
-    cancel_ = AddControl(WC_BUTTONW, L"Atšaukti", WS_TABSTOP, 0, IDCANCEL);
+    ok_ = AddControl(WC_BUTTONW, kPickCaption, WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
+    cancel_ = AddControl(WC_BUTTONW, kLeaveCaption, WS_TABSTOP, 0, IDCANCEL);
     if (!list_view_ || !filter_field_) return Leave();
     SetWindowSubclass(filter_field_, &Chooser::FilterProcedure, 0, reinterpret_cast<DWORD_PTR>(list_view_));
     SendMessageW(list_view_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,

@@ -1,8 +1,8 @@
-#include "platform/windows/forms/ListFilter.h"
+#include "platform/list_filter.h"
 
 #include "platform/text.h"
 
-namespace qva::windows {
+namespace qva {
 namespace {
 
 // Letters with a mark in lower case, and those letters without it.
@@ -38,4 +38,4 @@ std::vector<std::size_t> ListFilter::RowsWith(std::u16string_view text) const {
   return rows;
 }
 
-}  // namespace qva::windows
+}  // namespace qva

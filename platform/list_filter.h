@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace qva::windows {
+namespace qva {
 
 /// Letters without their case and without the marks of the Lithuanian alphabet: what is compared when the
 /// user looks for something.
@@ -25,4 +25,4 @@ class ListFilter {
   std::vector<std::u16string> keys_;  ///< a row's columns one after another, kept apart by line ends
 };
 
-}  // namespace qva::windows
+}  // namespace qva
