@@ -138,9 +138,15 @@ bool GridView::MoveToNextCell(bool forward) {
   if (current_ != old) return true;
   // The empty last line is not gone through: behind its first cell comes the next control.
   if (forward ? current_.row + 1 >= places_.lines() : current_.row == 0) return false;
-  MoveTo({forward ? current_.row + 1 : current_.row - 1, forward ? 0 : columns_.size() - 1});
-  if (places_.IsHidden(current_.column)) MoveColumn(forward ? 1 : -1);
+  MoveTo({forward ? current_.row + 1 : current_.row - 1, current_.column});
+  MoveToEdge(!forward);
   return true;
+}
+
+void GridView::MoveToEdge(bool last) {
+  if (columns_.empty()) return;
+  MoveTo({current_.row, last ? columns_.size() - 1 : 0});
+  if (places_.IsHidden(current_.column)) MoveColumn(last ? -1 : 1);
 }
 
 bool GridView::HasFocus() const {
@@ -171,13 +177,15 @@ bool GridView::OnEditorKey(const css::awt::KeyEvent& event) {
       PressButton();
       return true;
     case key::UP:
+    case key::PAGEUP:
+    case key::PAGEDOWN:
     case key::TAB:
       break;
     default:
       return false;
   }
-  EndEdit(true);
-  return OnCellKey(event);
+  // A refused text goes, but the user stays where it was typed.
+  return EndEdit(true) ? OnCellKey(event) : true;
 }
 
 bool GridView::OnCellKey(const css::awt::KeyEvent& event) {
@@ -209,11 +217,13 @@ bool GridView::OnCellKey(const css::awt::KeyEvent& event) {
       MoveColumn(1);
       return true;
     case key::HOME:
-      Move(-static_cast<int>(places_.lines()));
+    case key::END: {
+      const bool to_end = event.KeyCode == key::END;
+      const int lines = static_cast<int>(places_.lines());
+      if (editable_) MoveToEdge(to_end);
+      if (control || !editable_) Move(to_end ? lines : -lines);
       return true;
-    case key::END:
-      Move(static_cast<int>(places_.lines()));
-      return true;
+    }
     case key::TAB: {
       const bool forward = !(event.Modifiers & css::awt::KeyModifier::SHIFT);
       if (!editable_ || !MoveToNextCell(forward)) form().FocusNext(*this, forward);
@@ -300,18 +310,18 @@ void GridView::BeginEdit(std::u16string_view text, bool marked, bool changed) {
   Redraw();
 }
 
-void GridView::EndEdit(bool store, bool keep_focus) {
-  if (!editor_.is_open()) return;
+bool GridView::EndEdit(bool store, bool keep_focus) {
+  if (!editor_.is_open()) return true;
   const std::u16string text = editor_.Text();
-  const bool changed = typed_ || editor_.changed();
+  const bool changed = store && (typed_ || editor_.changed());
   typed_ = false;
   // It must not take the move of the focus for the user's.
   editor_.Close();
   if (keep_focus) TakeFocus();
-  const bool kept =
-      store && changed && CurrentRow() && model_->SetCellText(current_.row, current_.column, text);
+  const bool kept = changed && CurrentRow() && model_->SetCellText(current_.row, current_.column, text);
   EndRow(kept);
   Redraw();
+  return kept || !changed;
 }
 
 void GridView::TurnMark() {

@@ -9,6 +9,7 @@
 
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
+#include "platform/text.h"
 
 namespace qva::calc {
 
@@ -130,9 +131,9 @@ void ComboBoxControl::SetItems(std::vector<Item> items) {
 }
 
 std::u16string ComboBoxControl::Value() const {
-  std::u16string text = FromUno(window().As<XTextComponent>()->getText());
+  const std::u16string text = FromUno(window().As<XTextComponent>()->getText());
   const auto item = std::ranges::find_if(items_, [&](const Item& each) { return Shown(each) == text; });
-  return item == items_.end() ? text : item->code;
+  return item == items_.end() ? std::u16string(Trim(text)) : item->code;
 }
 
 void ComboBoxControl::SetValue(std::u16string_view code) {
