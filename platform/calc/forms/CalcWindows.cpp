@@ -46,10 +46,8 @@ std::optional<std::size_t> CalcWindows::Choose(const ChoiceList& list, std::u16s
   if (!FormsAreAttended()) return unattended_lists_.Choose(list, selected);
   try {
     return ChooseFromList(list, selected);
-  } catch (const AutomationError&) {
+  } catch (...) {
     return std::nullopt;  // what cannot be shown cannot be answered
-  } catch (const css::uno::Exception&) {
-    return std::nullopt;
   }
 }
 
@@ -58,9 +56,8 @@ std::int32_t CalcWindows::Show(std::u16string_view text, std::int32_t style, std
     try {
       const std::array<std::u16string, 1> captions = {u"Gerai"};
       return ShowMessage(text, title.empty() ? kDefaultTitle : title, captions, (style & vbCritical) != 0);
-    } catch (const AutomationError&) {
+    } catch (...) {
       // The log tells what the user did not see.
-    } catch (const css::uno::Exception&) {
     }
   }
   return unattended_boxes_.Show(text, style, title);
@@ -71,8 +68,7 @@ std::int32_t CalcWindows::Ask(std::u16string_view text, std::u16string_view titl
   if (BoxesAreAttended() && !captions.empty()) {
     try {
       return ShowMessage(text, title.empty() ? kDefaultTitle : title, captions, false);
-    } catch (const AutomationError&) {
-    } catch (const css::uno::Exception&) {
+    } catch (...) {
     }
   }
   return unattended_boxes_.Ask(text, title, captions);

@@ -33,17 +33,25 @@ AutomationError FormError(ErrorNumber number, std::u16string description) {
 
 std::unique_ptr<Window> MakeWindow(const ui::FormDescription& description, EventTarget& target) {
   namespace attribute = css::awt::WindowAttribute;
-  try {
-    auto window = std::make_unique<Window>("dialog", FormWindow::TopMost(),
-                                           attribute::BORDER | attribute::MOVEABLE | attribute::CLOSEABLE |
-                                               (description.resizable ? attribute::SIZEABLE : 0),
-                                           target);
-    window->SetCaption(description.caption);
-    return window;
-  } catch (const css::uno::Exception& exception) {
-    throw FormError(kOutOfMemory, u"LibreOffice gives no window: " + FromUno(exception.Message));
-  }
+  auto window = std::make_unique<Window>("dialog", FormWindow::TopMost(),
+                                         attribute::BORDER | attribute::MOVEABLE | attribute::CLOSEABLE |
+                                             (description.resizable ? attribute::SIZEABLE : 0),
+                                         target);
+  window->SetCaption(description.caption);
+  return window;
 }
+
+/// Keeps a form among those that are shown.
+class OnTop {
+ public:
+  explicit OnTop(FormWindow& form) : form_(form) { Shown().push_back(&form_); }
+  ~OnTop() { std::erase(Shown(), &form_); }
+  OnTop(const OnTop&) = delete;
+  OnTop& operator=(const OnTop&) = delete;
+
+ private:
+  FormWindow& form_;
+};
 
 }  // namespace
 
@@ -55,9 +63,8 @@ std::unique_ptr<Window> MakeWindow(const ui::FormDescription& description, Event
 /// Hears of keys before the windows do, while a form is shown.
 class FormWindow::KeyLink : public cppu::WeakImplHelper1<css::awt::XKeyHandler> {
  public:
-  explicit KeyLink(FormWindow& form) : form_(&form), toolkit_(Toolkit(), css::uno::UNO_QUERY_THROW) {
-    toolkit_->addKeyHandler(this);
-  }
+  explicit KeyLink(FormWindow& form) : form_(&form), toolkit_(Toolkit(), css::uno::UNO_QUERY_THROW) {}
+  void Listen() { toolkit_->addKeyHandler(this); }
   void Cut() {
     form_ = nullptr;
     toolkit_->removeKeyHandler(this);
@@ -82,7 +89,25 @@ class FormWindow::KeyLink : public cppu::WeakImplHelper1<css::awt::XKeyHandler> 
 
 #pragma GCC diagnostic pop
 
-FormWindow::FormWindow(const ui::FormDescription& description)
+/// Gives a form the keys while this object lives.
+class FormWindow::Keys {
+ public:
+  explicit Keys(FormWindow& form) : link_(new KeyLink(form)) { link_->Listen(); }
+  ~Keys() {
+    try {
+      link_->Cut();
+    } catch (const css::uno::Exception&) {
+      // The toolkit is gone, with all who listened.
+    }
+  }
+  Keys(const Keys&) = delete;
+  Keys& operator=(const Keys&) = delete;
+
+ private:
+  rtl::Reference<KeyLink> link_;
+};
+
+FormWindow::FormWindow(const ui::FormDescription& description) try
     : description_(description),
       window_(MakeWindow(description, *this)),
       theme_(std::make_unique<Theme>(*window_)) {
@@ -95,6 +120,8 @@ FormWindow::FormWindow(const ui::FormDescription& description)
   window_->window()->setOutputSize({Scaled(description_.width), Scaled(description_.height)});
   Layout();
   SetPage(0);
+} catch (const css::uno::Exception& exception) {
+  throw FormError(kOutOfMemory, u"LibreOffice gives no window: " + FromUno(exception.Message));
 }
 
 FormWindow::~FormWindow() {
@@ -121,10 +148,10 @@ void FormWindow::ShowModal() {
   failure_ = nullptr;
   // Above another form there is no document to come back to.
   std::optional<KeepsActiveDocument> keeps_document;
-  if (Shown().empty()) keeps_document.emplace();
-  Shown().push_back(this);
-  const rtl::Reference<KeyLink> keys(new KeyLink(*this));
   try {
+    if (Shown().empty()) keeps_document.emplace();
+    const OnTop on_top(*this);
+    const Keys keys(*this);
     // LibreOffice gives the focus to the first control when it shows the dialog.
     if (to_focus_) Later([this] { Focus(*std::exchange(to_focus_, nullptr)); });
     const auto dialog = window_->As<css::awt::XDialog2>();
@@ -140,8 +167,6 @@ void FormWindow::ShowModal() {
   } catch (...) {
     Fail(std::current_exception());
   }
-  keys->Cut();
-  std::erase(Shown(), this);
   keeps_document.reset();
   if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
@@ -167,7 +192,7 @@ void FormWindow::Fail(std::exception_ptr failure) noexcept {
   if (!failure_) failure_ = std::move(failure);
   try {
     Hide();
-  } catch (const css::uno::Exception&) {
+  } catch (...) {
     // The dialog is gone already.
   }
 }
@@ -210,22 +235,11 @@ void FormWindow::FocusNext(const FormControl& from, bool forward) {
   }
 }
 
-void FormWindow::Press(std::u16string_view button) {
-  const FormControl* control = FindControl(button);
-  const auto* pressed = dynamic_cast<const ui::Button*>(control);
-  if (pressed && control->Enabled() && pressed->on_click) pressed->on_click();
-}
-
-void FormWindow::PressDefault() {
-  Press(description_.default_button);
-}
-
 void FormWindow::PressCancel() {
-  if (description_.cancel_button.empty()) {
-    Hide();
-  } else {
-    Press(description_.cancel_button);
-  }
+  if (description_.cancel_button.empty()) return Hide();
+  const FormControl* control = FindControl(description_.cancel_button);
+  const auto* button = dynamic_cast<const ui::Button*>(control);
+  if (button && control->Enabled() && button->on_click) button->on_click();
 }
 
 void FormWindow::OnOpened() {

@@ -47,9 +47,6 @@ class FormWindow : public ui::Form, public EventTarget {
   void SetPage(int page);
   int page() const { return page_; }
   const std::vector<std::unique_ptr<FormControl>>& controls() const { return controls_; }
-  /// What Enter and Escape do.
-  void PressDefault();
-  void PressCancel();
   /// Does something as the next event, unless the form is no longer shown then: what opens another window
   /// must not happen in the middle of an event.
   void Later(std::function<void()> action);
@@ -60,9 +57,11 @@ class FormWindow : public ui::Form, public EventTarget {
 
  private:
   class KeyLink;
+  class Keys;
 
   FormControl* FindControl(std::u16string_view name) const;
-  void Press(std::u16string_view button);
+  /// What Escape and closing the window do.
+  void PressCancel();
   bool IsOnPage(const FormControl& control) const;
   void Layout();
   ui::Bounds BoundsOf(const FormControl& control) const;

@@ -98,7 +98,7 @@ class EventLink
 
 Window::Window(const char* service, const Reference<css::awt::XWindowPeer>& parent, sal_Int32 attributes,
                EventTarget& target)
-    : link_(new EventLink(target)) {
+    : Window(target) {  // so that the destructor clears up after a failure below
   css::awt::WindowDescriptor description;
   description.Type = OUString::createFromAscii(service) == "dialog" ? css::awt::WindowClass_TOP
                                                                     : css::awt::WindowClass_SIMPLE;
@@ -123,6 +123,9 @@ Window::Window(const char* service, const Reference<css::awt::XWindowPeer>& pare
     top->addTopWindowListener(link_.get());
   if (const Reference<css::awt::XScrollBar> bar(peer_, UNO_QUERY); bar.is())
     bar->addAdjustmentListener(link_.get());
+}
+
+Window::Window(EventTarget& target) : link_(new EventLink(target)) {
 }
 
 Window::~Window() {

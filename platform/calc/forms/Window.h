@@ -68,6 +68,9 @@ class Window {
   void Invalidate() const;
 
  private:
+  /// No window yet.
+  explicit Window(EventTarget& target);
+
   css::uno::Reference<css::awt::XWindowPeer> peer_;
   rtl::Reference<EventLink> link_;
 };
