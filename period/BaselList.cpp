@@ -65,10 +65,11 @@ void BaselList::Lookup::Init(host::Book book, std::u16string_view table) {
 }
 
 void BaselList::Lookup::Reload() {
-  rows_.clear();
+  std::vector<std::vector<std::u16string>> rows;
   for (auto& [code, name] : CodesAndNames(book_.Table(table_))) {
-    rows_.push_back({std::move(code), std::move(name)});
+    rows.push_back({std::move(code), std::move(name)});
   }
+  rows_ = std::move(rows);
 }
 
 void BaselList::Init(ui::Grid& grid, host::Table carrier) {
@@ -191,10 +192,10 @@ void BaselList::PressCellButton(std::size_t row, std::size_t column) {
 void BaselList::OpenLookup(std::size_t row, std::size_t column) {
   if (!options_.lookups) return;
   ShownColumn& shown = columns_[column];
-  shown.lookup.rows_.clear();
+  shown.lookup.rows_.reset();
   if (on_show_look_up) on_show_look_up(shown.column.name, shown.lookup);
-  if (shown.lookup.rows_.empty()) return;
-  const ChoiceList list{shown.column.caption, {u"Kodas", u"Pavadinimas"}, shown.lookup.rows_};
+  if (!shown.lookup.rows_) return;
+  const ChoiceList list{shown.column.caption, {u"Kodas", u"Pavadinimas"}, *shown.lookup.rows_};
   const auto chosen = GetServices().list_chooser->Choose(list, CellText(row, column));
   if (chosen && *chosen < list.rows.size()) SetCellText(row, column, list.rows[*chosen].front());
 }

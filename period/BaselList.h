@@ -47,7 +47,8 @@ class BaselList : public ui::GridModel {
     friend class BaselList;
     host::Book book_;
     std::u16string table_;
-    std::vector<std::vector<std::u16string>> rows_;
+    /// Nothing until they are read, each time that the list opens.
+    std::optional<std::vector<std::vector<std::u16string>>> rows_;
   };
 
   /// What the user may do; nothing until it is turned on.

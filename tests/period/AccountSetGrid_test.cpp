@@ -255,6 +255,25 @@ TEST_F(AccountSets, LookAccountSetsUpInTheBookOfTheRow) {
   });
 }
 
+TEST_F(AccountSets, OfferABooksEmptyListAllTheSame) {
+  host.account_sets[u"BALTIJA"].clear();
+  AddBudget({u"BALTIJA", u"", 0, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    ASSERT_THAT(platform.list_chooser.shown, SizeIs(1));
+    EXPECT_THAT(OfferedCodes(), IsEmpty());
+    EXPECT_EQ(form.CellText(kGrid, 0, u"PlanCode"), u"");
+  });
+}
+
+TEST_F(AccountSets, OfferNothingWhenTheHostCannotReadTheList) {
+  AddBudget({u"NĖRA", u"", 0, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    EXPECT_THAT(platform.list_chooser.shown, IsEmpty());
+  });
+}
+
 TEST_F(AccountSets, OfferNothingToARowWithoutABook) {
   AddBudget({u"", u"", 0, 0, u"", 0, u"", u""});
   Show([&](MemoryForm& form) {
