@@ -6,6 +6,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace qva {
 namespace {
@@ -114,8 +115,18 @@ Desktop::Window Desktop::WaitForWindow(const std::string& title, const Window& o
     return !window.empty();
   });
   processes_.insert(ProcessOf(window));
+  WaitUntilPainted(window);
   Settle();
   return window;
+}
+
+void Desktop::WaitUntilPainted(const Window& window) {
+  std::string last;
+  WaitFor("a window's picture", [&] {
+    std::string picture = Output({"import", "-window", window, "-depth", "8", "gray:-"});
+    const bool is_painted = picture.find_first_not_of(picture.substr(0, 1)) != picture.npos;
+    return is_painted && std::exchange(last, picture) == picture;
+  });
 }
 
 bool Desktop::HasWindow(const std::string& title) {

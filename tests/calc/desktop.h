@@ -69,6 +69,9 @@ class Desktop {
  private:
   /// What a command of the screen prints. Nothing when it fails.
   std::string Output(const std::vector<std::string>& command, bool* went_through = nullptr);
+  /// Returns once the window has been painted, which LibreOffice does when it has nothing else to do: until
+  /// then options and tabs do not know where they are, and take no click.
+  void WaitUntilPainted(const Window& window);
   /// Returns once nothing goes on in the programs of the windows that were waited for.
   void Settle();
   std::string ProcessOf(const Window& window);

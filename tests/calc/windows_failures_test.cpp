@@ -1,25 +1,16 @@
 // What becomes of a handler's exception in LibreOffice's windows.
-#include "tests/calc/calc_fixture.h"
-#include "tests/calc/desktop.h"
+#include "tests/calc/windows_fixture.h"
 
 namespace qva {
 namespace {
 
 using testing::ElementsAre;
 
-namespace fs = std::filesystem;
-
-class CalcWindowFailures : public CalcTest {
- protected:
-  Desktop desktop{folder / "desktop"};
-};
+class CalcWindowFailures : public CalcWindows {};
 
 TEST_F(CalcWindowFailures, EndTheFormAndComeOutOfIt) {
-  const fs::path build = folder / "build";
-  fs::create_directory(build);
-  fs::create_symlink(QVA_CALC_COMPONENT, build / "libqva_calc.so");
-  fs::create_symlink(QVA_EXCEL_CALLS_MODULE, build / "libqva_host.so");
-  StartMacro("shown_failures", {"--show", "--build-folder", build.string()}, desktop.environment());
+  StartMacro("shown_failures", {"--show", "--build-folder", BuildFolderWithTestModule()},
+             desktop.environment());
   for (const char* failure : {"memory", "range", "error", "none"}) {
     const Desktop::Window form = desktop.WaitForWindow(std::string("Klaida: ") + failure);
     desktop.Keys(form, {"Return"});

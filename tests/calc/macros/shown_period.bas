@@ -15,7 +15,7 @@ Sub Main()
 End Sub
 
 Private Function ShowPeriod()
-    Dim sText As String, j As Integer, r
+    Dim sText As String, i As Integer, j As Integer, r
     For Each r In Array("AccPlan", "RepYear", "RepQuarter", "RepMon", "RepType")
         sText = sText & " " & Range(r).Value
     Next
@@ -23,8 +23,10 @@ Private Function ShowPeriod()
         sText = sText & " " & Format(Range(r).Value, "yyyy-mm-dd")
     Next
     sText = sText & " " & Range("BudgetCount").Value & ":"
-    For j = 0 To 6
-        sText = sText & " " & Range("BookCode").Offset(1, j).Value
+    For i = 1 To IIf(Range("BudgetCount").Value > 1, Range("BudgetCount").Value, 1)
+        For j = 0 To 6
+            sText = sText & " " & Range("BookCode").Offset(i, j).Value
+        Next
     Next
     ShowPeriod = sText
 End Function

@@ -1,5 +1,9 @@
 // A module in the embedded host's place: a class that calls Excel as the library does, through the façades,
 // and one that shows forms.
+#include <dlfcn.h>
+
+#include <cstdlib>
+
 #include "platform/excel.h"
 #include "platform/member_table.h"
 #include "platform/module.h"
@@ -25,21 +29,35 @@ class ExcelCalls : public Described<ExcelCalls> {
   }
 };
 
+/// Passes what it does not know on to the host itself, where QVA_TEST_HOST names its module.
 class Factory : public ObjectFactory {
  public:
+  explicit Factory(const Services& services) {
+    const char* path = std::getenv("QVA_TEST_HOST");
+    if (!path) return;
+    if (void* module = ::dlopen(path, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE)) {
+      const auto open = reinterpret_cast<OpenModule>(::dlsym(module, kOpenModuleName));
+      if (open) host_ = open(services);
+    }
+  }
+
   ObjectPtr Create(std::u16string_view programmatic_identifier) override {
     if (EqualIgnoringCase(programmatic_identifier, u"NVXCommonObjects.ExcelCalls"))
       return MakeRef<ExcelCalls>();
     if (EqualIgnoringCase(programmatic_identifier, u"NVXCommonObjects.FormCalls"))
       return MakeRef<FormCalls>();
+    if (host_) return host_->Create(programmatic_identifier);
     throw AutomationError(kCannotCreateObject);
   }
+
+ private:
+  ObjectFactory* host_ = nullptr;
 };
 
 }  // namespace
 
 extern "C" __attribute__((visibility("default"))) ObjectFactory* QvaOpenModule(const Services& services) {
   InstallServices(services);
-  static Factory& factory = *new Factory;
+  static Factory& factory = *new Factory(services);
   return &factory;
 }

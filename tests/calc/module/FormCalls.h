@@ -14,6 +14,9 @@ class FormCalls : public Described<FormCalls> {
 
  private:
   std::u16string Show(const std::u16string& failure);
+  /// How many automation objects live, those of the library and of the host among them: the loader gives all
+  /// modules of a process the one count.
+  std::int32_t LiveObjects() { return static_cast<std::int32_t>(LiveCount()); }
 };
 
 }  // namespace qva

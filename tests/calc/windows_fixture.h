@@ -1,0 +1,48 @@
+// What tests of the library's windows in LibreOffice share.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "tests/calc/calc_fixture.h"
+#include "tests/calc/desktop.h"
+
+namespace qva {
+
+inline constexpr char kPeriod[] = "Ataskaitinio periodo nustatymai";
+inline constexpr char kDate[] = "Pasirinkite data";
+
+class CalcWindows : public CalcTest {
+ protected:
+  /// Presses a key that ends a window, and waits for its end.
+  void Leave(const Desktop::Window& window, const std::string& key) {
+    desktop.Keys(window, {key});
+    desktop.WaitUntilGone(window);
+  }
+
+  /// Puts a text in the place of the old one.
+  void Fill(const Desktop::Window& window, int x, int y, const std::string& text) {
+    desktop.Click(window, x, y);
+    desktop.Keys(window, {"ctrl+a"});
+    desktop.Type(window, text);
+  }
+
+  /// Waits for another line of the macro.
+  void WaitForLines(std::size_t count) {
+    desktop.WaitFor("line " + std::to_string(count) + " of the macro",
+                    [&] { return Lines().size() >= count; });
+  }
+
+  /// A build folder for the runner, in which the test's module stands in the host's place.
+  std::string BuildFolderWithTestModule() {
+    const std::filesystem::path build = folder / "build";
+    std::filesystem::create_directory(build);
+    std::filesystem::create_symlink(QVA_CALC_COMPONENT, build / "libqva_calc.so");
+    std::filesystem::create_symlink(QVA_EXCEL_CALLS_MODULE, build / "libqva_host.so");
+    return build.string();
+  }
+
+  Desktop desktop{folder / "desktop"};
+};
+
+}  // namespace qva
