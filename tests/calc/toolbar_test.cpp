@@ -132,13 +132,13 @@ TEST_F(CalcToolbar, TheWindowFollowsTheToolbarAndForgetsIt) {
   const std::string own =
       " | Rodyti komentarų žymas Fiksuoti sritis | Spausdinti Spaudinio peržiūra | Mastelis "
       "Pereiti į „Excel“ Žinynas";
-  EXPECT_THAT(
-      run.lines,
-      ElementsAre("no toolbar: 0", "id: 1", "new: False none, keys 0",
-                  "visible: " + title + " ~Rikiuoti Taškas | Baigti" + own + ", keys 5",
-                  "button hidden: " + title + " Taškas | Baigti" + own + ", keys 5", "indexes: 5 6 7 8 10 11",
-                  "invisible: none, keys 0", "again: True, keys 5", "restored", "menu: Grįžti į ataskaitą",
-                  "menu: none", "reset: True", "released: none, keys 0, menu none, modified False"));
+  EXPECT_THAT(run.lines,
+              ElementsAre("no toolbar: 0", "id: 1", "new: False none, keys 0",
+                          "visible: " + title + " ~Rikiuoti Taškas | Baigti" + own + ", keys 5",
+                          "button hidden: " + title + " Taškas | Baigti" + own + ", keys 5",
+                          "indexes: 5 6 7 8 10 11", "invisible: none, keys 0", "again: True, keys 5",
+                          "restored", "menu: Grįžti į ataskaitą: Grįžti į ataskaitą", "menu: none",
+                          "reset: True", "released: none, keys 0, menu none, modified False"));
 }
 
 /// Where the buttons of the toolbar lie in the window, in pixels, its bar being the third row.
@@ -147,6 +147,11 @@ constexpr int kSortButton = 24;
 constexpr int kDotButton = 47;
 constexpr int kCommentButton = 110;
 constexpr int kFreezeButton = 133;
+
+/// The command's menu behind the last one of LibreOffice's, and the command in it.
+constexpr int kMenuRow = 9;
+constexpr int kMenuEntryRow = 30;
+constexpr int kMenuCommand = 508;
 
 class CalcToolbarShown : public CalcToolbar {
  protected:
@@ -160,7 +165,7 @@ class CalcToolbarShown : public CalcToolbar {
   Desktop desktop{folder / "desktop"};
 };
 
-TEST_F(CalcToolbarShown, ButtonsAndKeysRunTheWorkbooksMacros) {
+TEST_F(CalcToolbarShown, ButtonsKeysAndTheMenuCommandRunTheWorkbooksMacros) {
   StartWorkbook(ToolbarWorkbook("toolbar"), {"--show", "--no-picture"}, desktop.environment());
   const Desktop::Window window = desktop.WaitForWindow("toolbar.fods");
   WaitForLine("shown: 11 Ataskaita(toolbar.fods)");
@@ -187,6 +192,9 @@ TEST_F(CalcToolbarShown, ButtonsAndKeysRunTheWorkbooksMacros) {
   click(kCommentButton, "comment: True");
   click(kCommentButton, "comment: False");
   click(kFreezeButton, "frozen: False 0 $A$1");
+  desktop.Click(window, kMenuCommand, kMenuRow);
+  desktop.Click(window, kMenuCommand, kMenuEntryRow);
+  WaitForLine("back to the report");
   // The button is hidden: its key does nothing.
   desktop.Keys(window, {"F7"});
   desktop.Keys(window, {"F4"});

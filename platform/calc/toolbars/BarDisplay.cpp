@@ -31,6 +31,8 @@ constexpr std::u16string_view kWorksheetMenuBar = u"Worksheet Menu Bar";
 const OUString kMenuBar("private:resource/menubar/menubar");
 /// Not "custom_…": LibreOffice would show such a bar at once and write its place into the user's settings.
 const OUString kToolbar("private:resource/toolbar/qva_varnholt_");
+/// Behind a control's command: the name of the menu that it stands in.
+const OUString kMenuOf("-menu");
 
 /// LibreOffice's bar in the place of one of Excel's.
 struct OwnBar {
@@ -249,7 +251,7 @@ void BarDisplay::ShowMenuBar(const CommandBarApplication& bars) {
                      ->getSettings(kMenuBar, true),
                  UNO_QUERY_THROW);
   }
-  Fill(settings, wanted.items);
+  FillMenuBar(settings, wanted.items);
   Configure(kMenuBar, settings);
 }
 
@@ -311,6 +313,19 @@ void BarDisplay::Fill(const Reference<css::container::XIndexContainer>& settings
             : SequenceOf({Property("CommandURL", item.command), Property("Label", item.label),
                           Property("Tooltip", item.tooltip), Property("Style", item.style),
                           Property("Type", css::ui::ItemType::DEFAULT), Property("IsVisible", true)});
+    settings->insertByIndex(settings->getCount(), Any(properties));
+  }
+}
+
+void BarDisplay::FillMenuBar(const Reference<css::container::XIndexContainer>& settings,
+                             const std::vector<Item>& items) {
+  for (const Item& item : items) {
+    const Reference<css::container::XIndexContainer> menu(configuration_->createSettings(), UNO_QUERY_THROW);
+    Fill(menu, {item});
+    const auto properties = SequenceOf(
+        {Property("CommandURL", item.command + kMenuOf), Property("Label", item.label),
+         Property("Type", css::ui::ItemType::DEFAULT), Property("IsVisible", true),
+         Property("ItemDescriptorContainer", Reference<css::container::XIndexAccess>(menu, UNO_QUERY))});
     settings->insertByIndex(settings->getCount(), Any(properties));
   }
 }

@@ -19,9 +19,9 @@ namespace qva::calc {
 /// and goes with it: neither the user's settings nor the document's file ever get anything of it.
 ///
 /// A bar of a macro's is a toolbar, or the menu bar while one that is a menu bar is visible. Controls that
-/// were added to Excel's worksheet menu bar come behind LibreOffice's own menus. Excel's bars "Standard",
-/// "Formatting" and "Worksheet Menu Bar" stand for LibreOffice's own, which are hidden while those are not
-/// visible.
+/// were added to Excel's worksheet menu bar come behind LibreOffice's own menus, each in a menu. Excel's bars
+/// "Standard", "Formatting" and "Worksheet Menu Bar" stand for LibreOffice's own, which are hidden while those
+/// are not visible.
 class BarDisplay {
  public:
   explicit BarDisplay(css::uno::Reference<css::frame::XModel> document) : document_(std::move(document)) {}
@@ -66,6 +66,9 @@ class BarDisplay {
   void SetFaces(const commandbars::CommandBarApplication& bars);
   void Fill(const css::uno::Reference<css::container::XIndexContainer>& settings,
             const std::vector<Item>& items);
+  /// LibreOffice runs no command that stands on a menu bar itself: each gets a menu of its own.
+  void FillMenuBar(const css::uno::Reference<css::container::XIndexContainer>& settings,
+                   const std::vector<Item>& items);
   void Configure(const rtl::OUString& resource,
                  const css::uno::Reference<css::container::XIndexContainer>& settings);
 

@@ -53,6 +53,10 @@ Sub cmdFreeze()
     WriteLine "frozen: " & ActiveWindow.FreezePanes & " " & ThisComponent.CurrentController.SplitRow & " " & ActiveCell.Address
 End Sub
 
+Sub RestoreApp()
+    WriteLine "back to the report"
+End Sub
+
 Sub cmdHelp()
     WriteLine "help"
 End Sub

@@ -20,15 +20,20 @@ Private Function Toolbar() As String
     Next
 End Function
 
-' The labels of the document's own menu bar behind LibreOffice's; "none" without such a menu bar.
+' Labels of the last menu of the document's own menu bar and of its only command, which is used; "none" without
+' such a menu bar.
 Private Function LastMenu() As String
-    Dim oManager, oItems, aItem
+    Dim oManager, oItems, oMenu, aItem
     LastMenu = "none"
     Set oManager = ThisComponent.getUIConfigurationManager()
     If Not oManager.hasSettings("private:resource/menubar/menubar") Then Exit Function
     Set oItems = oManager.getSettings("private:resource/menubar/menubar", False)
     For Each aItem In oItems.getByIndex(oItems.Count - 1)
         If aItem.Name = "Label" Then LastMenu = aItem.Value
+        If aItem.Name = "ItemDescriptorContainer" Then Set oMenu = aItem.Value
+    Next
+    For Each aItem In oMenu.getByIndex(0)
+        If aItem.Name = "Label" Then LastMenu = LastMenu & ": " & aItem.Value
         If aItem.Name = "CommandURL" Then Dispatch aItem.Value
     Next
 End Function
