@@ -6,6 +6,7 @@
 #include "platform/memory/excel/Application.h"
 #include "platform/services.h"
 #include "platform/text.h"
+#include "platform/windows/ComObjectFactory.h"
 #include "platform/windows/WindowsMessageBox.h"
 #include "platform/windows/forms/ListChooserWindow.h"
 #include "tests/com/bench/Bench.h"
@@ -37,6 +38,7 @@ const ClassDescription& Control::Description() {
           .Method<&Control::ClearTrace>(u"ClearTrace")
           .Method<&Control::FailCall>(u"FailCall", {{u"number"}})
           .Method<&Control::NewExcel>(u"NewExcel")
+          .Method<&Control::NewObject>(u"NewObject", {{u"programmatic_identifier"}})
           .Method<&Control::MacrosRun>(u"MacrosRun", {{u"excel"}})
           .Method<&Control::RemoveBook>(u"RemoveBook", {{u"code"}})
           .Method<&Control::SetText>(u"SetText", {{u"number"}, {u"text"}})
@@ -48,6 +50,7 @@ const ClassDescription& Control::Description() {
           .Method<&Control::Watch>(u"Watch", {{u"file"}, {u"scene"}})
           .Method<&Control::CloseWindows>(u"CloseWindows", {{u"on"}})
           .Get<&Control::SystemObjects>(u"SystemObjects")
+          .Method<&Control::LibraryIsUnused>(u"LibraryIsUnused")
           .Method<&Control::Reset>(u"Reset")
           .Method<&Control::Increment>(u"Increment", {{u"number"}})
           .Method<&Control::Throw>(u"Throw", {{u"what"}});
@@ -90,6 +93,10 @@ void Control::FailCall(std::int32_t number) {
 
 ObjectPtr Control::NewExcel() {
   return TheBench().NewExcel();
+}
+
+ObjectPtr Control::NewObject(std::u16string programmatic_identifier) {
+  return windows::ComObjectFactory().Create(programmatic_identifier);
 }
 
 std::u16string Control::MacrosRun(ObjectPtr excel) const {
@@ -146,6 +153,15 @@ std::int32_t Control::SystemObjects() const {
   const windows::HandleCounts counts;
   return static_cast<std::int32_t>(counts.graphics + counts.windows) + counts.graphics_handles +
          counts.window_handles;
+}
+
+bool Control::LibraryIsUnused() const {
+  using CanUnloadNow = HRESULT STDAPICALLTYPE();
+  HMODULE library = GetModuleHandleW(L"QVA_Varnholt.dll");
+  if (!library) throw AutomationError(kInvalidProcedureCall);
+  auto* can_unload =
+      reinterpret_cast<CanUnloadNow*>(reinterpret_cast<void*>(GetProcAddress(library, "DllCanUnloadNow")));
+  return can_unload && can_unload() == S_OK;
 }
 
 void Control::Reset() {

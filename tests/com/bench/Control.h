@@ -28,6 +28,10 @@ class Control : public Described<Control> {
   /// An Excel with one open workbook.
   ObjectPtr NewExcel();
 
+  /// An object of a class by its programmatic identifier. Wine's script engine keeps the class factory of
+  /// each object that a script creates itself, and with it the class's library in use.
+  ObjectPtr NewObject(std::u16string programmatic_identifier);
+
   /// The macros that keys and controls of an Excel ran, by commas.
   std::u16string MacrosRun(ObjectPtr excel) const;
 
@@ -49,6 +53,10 @@ class Control : public Described<Control> {
   void CloseWindows(bool on);
   /// How many of the system's graphics and window objects this process uses, but for a constant.
   std::int32_t SystemObjects() const;
+
+  /// Whether the library's file, which must be loaded, says that nothing of it is in use any more. It lets go
+  /// of what it holds itself, the host's tools among it.
+  bool LibraryIsUnused() const;
 
   /// A new first state of host, message boxes and trace.
   void Reset();

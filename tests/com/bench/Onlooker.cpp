@@ -28,13 +28,17 @@ std::u16string Line(std::u16string_view name, const RECT& place) {
          NumberText(place.bottom - place.top) + u"\n";
 }
 
-std::u16string Places(HWND window) {
+RECT FrameOf(HWND window) {
   RECT frame{};
-  RECT inside{};
   GetWindowRect(window, &frame);
+  return frame;
+}
+
+std::u16string Places(HWND window) {
+  RECT inside{};
   GetClientRect(window, &inside);
   MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&inside), 2);
-  return Line(u"frame", frame) + Line(u"inside", inside);
+  return Line(u"frame", FrameOf(window)) + Line(u"inside", inside);
 }
 
 BOOL CALLBACK DescribeChild(HWND window, LPARAM result) {
@@ -73,13 +77,17 @@ void CALLBACK Onlooker::Look(HWND, UINT, UINT_PTR, DWORD) {
   const bool is_there = window && IsWindowVisible(window);
   HWND focus = GetFocus();
   if (onlooker.closes_ && is_there && focus) PostMessageW(focus, WM_KEYDOWN, VK_ESCAPE, 1);
-  if (onlooker.file_.empty()) return;
+  GUITHREADINFO thread{};
+  thread.cbSize = sizeof thread;
+  const bool is_moving =
+      GetGUIThreadInfo(GetCurrentThreadId(), &thread) && (thread.flags & GUI_INMOVESIZE) != 0;
+  if (onlooker.file_.empty() || is_moving) return;
   std::u16string seen = onlooker.scene_;
   if (is_there) {
     wchar_t title[300] = L"";
     GetWindowTextW(window, title, static_cast<int>(std::size(title)));
     seen += u"window " + windows::TextOf(title) + u"\n" + Places(window);
-    if (focus) seen += u"focus " + Described(focus) + u"\n";
+    if (focus) seen += u"focus " + Described(focus) + u"\n" + Line(u"field", FrameOf(focus));
     EnumChildWindows(window, &DescribeChild, reinterpret_cast<LPARAM>(&seen));
   }
   if (seen != onlooker.told_) onlooker.Tell(seen);

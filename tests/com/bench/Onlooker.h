@@ -8,13 +8,13 @@
 namespace qva::bench {
 
 /// Looks whenever the thread has nothing else to do; what it tells is thus true after all keys and clicks so
-/// far.
+/// far. While the user moves or sizes a window it tells nothing.
 class Onlooker {
  public:
   /// Writes what is in front into a file, anew after each change: "scene <scene>"; when a window is active,
   /// "window <title>", its places on the screen as "frame x=<n> y=<n> width=<n> height=<n>" and "inside …",
-  /// "focus <class> <text>" and, in the windows' order, "<class> <text>" of each control that is in sight.
-  /// UTF-8. The scene alone stands there at once. An empty file name ends it.
+  /// "focus <class> <text>" with its place as "field …" and, in the windows' order, "<class> <text>" of each
+  /// control that is in sight. UTF-8. The scene alone stands there at once. An empty file name ends it.
   void Watch(std::u16string file, std::u16string scene);
   /// Presses Escape in every window.
   void CloseWindows(bool on);

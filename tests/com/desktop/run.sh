@@ -59,8 +59,17 @@ await() { within 60 "in vain: $*" shows "$@"; }
 lacks() { ! shows "$1"; }
 await_gone() { within 60 "still there: $1" lacks "$1"; }
 
-# A number of the place of the window in front: x, y, width or height, of its inside or its frame.
-place() { sed -nE "s/^$1 .*\b$2=(-?[0-9]+).*/\1/p" "$state"; }
+# A number of a place: x, y, width or height, of the inside or the frame of the window in front or of the field that
+# has the focus.
+place() {
+  local number= tries
+  for ((tries = 0; tries < 100; ++tries)); do
+    number=$(sed -nE "s/^$1 .*\b$2=(-?[0-9]+).*/\1/p" "$state")
+    [[ -z $number ]] || break
+    sleep 0.03 # the file may just be written anew
+  done
+  echo "$number"
+}
 # Saves the window in front.
 picture() {
   [[ -n $pictures ]] || return 0
@@ -82,27 +91,57 @@ click() {
     click --delay 60 --repeat "${3:-1}" 1
 }
 
+# Draws the lower right corner of the window in front by so much, measured at 100 %.
+enlarge() {
+  local width height more_width=$(($1 * scale / 100)) more_height=$(($2 * scale / 100)) step
+  width=$(place inside width) height=$(place inside height)
+  xdotool mousemove $(($(place frame x) + $(place frame width) - 2)) \
+    $(($(place frame y) + $(place frame height) - 2)) mousedown 1
+  for step in 1 2 3 4; do
+    xdotool mousemove_relative --sync $((more_width / 4)) $((more_height / 4))
+  done
+  xdotool mouseup 1
+  is_larger() { [[ $(place inside width) -gt $width && $(place inside height) -gt $height ]]; }
+  within 60 'a larger window' is_larger
+}
+
 readonly kPeriod='Ataskaitinio periodo nustatymai' kPicker='Pasirinkite data'
 
 period_window() { await "$1" "window $kPeriod"; }
+# Presses the button of the current cell with the mouse. Where it is, the field tells in which the cell is edited.
+click_cell_button() {
+  await 'focus QVA_Varnholt.Grid '
+  keys F2
+  await 'focus Edit '
+  local x=$(($(place field x) + $(place field width))) y=$(place field y) height
+  height=$(place field height)
+  keys Escape
+  await 'focus QVA_Varnholt.Grid '
+  xdotool mousemove $((x + height / 2)) $((y + height / 2)) click --delay 60 1
+}
 # A new row for a book and its only account set, by the account sets' list, with its only budget, by the documents'.
+# The command opens a list from its cell.
 add_row() {
   click 300 250 # below the rows
-  keys ctrl+Home Down
+  keys ctrl+End Home
   text BALTIJA
   await 'focus Edit BALTIJA'
-  keys Tab F4
+  keys Tab
+  "$@"
   await 'window Sąskaitų planas' 'Button OK'
-  [[ -z ${1:-} ]] || picture lookup
   text f2
   await 'focus Edit f2'
+  picture lookup
   keys Return
   await "window $kPeriod"
-  keys Tab Tab F4
+  keys Tab Tab
+  "$@"
   await 'window Dokumentai'
+  picture documents
   keys Down Return
   await "window $kPeriod"
 }
+delete_button() { click 61 $(($(place inside height) * 100 / scale - 73)); }
 
 work_period() {
   period_window 'scene confirm'
@@ -117,12 +156,23 @@ work_period() {
   picture period
   keys ctrl+Next
   await 'Button DelRec'
-  add_row with-picture
+  add_row keys F4
   picture budgets
-  click 61 327 # DelRec
+  keys Delete # a row
+  add_row keys F4
+  delete_button
   await 'focus Button DelRec'
-  add_row
-  click 492 378 # OK
+  add_row click_cell_button
+  enlarge 120 80
+  delete_button
+  await 'focus Button DelRec'
+  add_row click_cell_button
+  keys Tab
+  text BIU-A
+  await 'focus Edit BIU-A'
+  keys ctrl+Prior
+  await_gone 'Button DelRec'
+  click $(($(place inside width) * 100 / scale - 148)) $(($(place inside height) * 100 / scale - 22)) # OK
 }
 
 leave_period() {
@@ -148,6 +198,7 @@ be_refused() {
   await 'focus Edit 4'
   keys Return
   await 'Static Neteisingai nurodytas laikotarpis' 'Button Gerai'
+  picture refusal
   keys Return
   await "window $kPeriod" 'focus Edit 4'
   text 2
@@ -174,6 +225,21 @@ answer_questions() {
   keys Right Return
   await 'Button Gerai'
   keys Return
+}
+
+be_told_of_the_save() {
+  await "scene $1" 'Static Ataskaita įrašyta' 'Button Gerai'
+  keys Return
+}
+save_reports() {
+  be_told_of_the_save save
+  await 'scene keep' 'Static Ataskaita jau yra. Ar pakeisti?' 'Button Taip' 'Button Ne' 'focus Button Taip'
+  keys Right
+  await 'focus Button Ne'
+  keys Return
+  await 'scene replace' 'Static Ataskaita jau yra. Ar pakeisti?' 'focus Button Taip'
+  keys Return
+  be_told_of_the_save replace
   await 'scene end'
 }
 
@@ -201,6 +267,7 @@ leave_period
 be_refused
 pick_dates
 answer_questions
+save_reports
 
 wait "$script"
 script=

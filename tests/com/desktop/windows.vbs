@@ -1,6 +1,7 @@
 ' The library's windows, as a workbook's macro opens them, worked by a user at keyboard and mouse: each scene is
-' written to the file of states, where the user of tests/com/desktop/run.sh awaits it.
-Dim period, picker, global, excel, sheet, reports, before, day, objects, system, i
+' written to the file of states, where the user of tests/com/desktop/run.sh awaits it. The bench creates the
+' library's objects, so that nothing but them keeps the library in use.
+Dim period, picker, global, excel, sheet, reports, before, day, objects, system, saved, files, name, i
 
 Sub Scene(name)
   control.Watch "@STATE@", name
@@ -22,18 +23,24 @@ Function Cells()
   Cells = text
 End Function
 
+' The host's data access comes to life with the first report save and stays.
+Set reports = control.NewObject("QVA_Varnholt.CSaveForm")
+reports.Init
+Set reports = Nothing
 ConnectFirst
 control.ShowWindows
 control.SetText 828, "Ataskaitos už nurodytą laikotarpį"
 control.SetText 811, "Neteisingai nurodytas laikotarpis"
+control.SetText 814, "Ataskaita įrašyta"
+control.SetText 840, "Ataskaita jau yra. Ar pakeisti?"
 control.SetText 816, "Kaip spausdinti ataskaitą?"
 control.SetText 817, "Visus puslapius iš karto"
 control.SetText 818, "Po vieną puslapį"
 Set excel = control.NewExcel
-Set global = CreateObject("QVA_Varnholt.gExcelObject")
+Set global = control.NewObject("QVA_Varnholt.gExcelObject")
 global.InitConnectEX excel, Empty
 Set sheet = excel.ActiveSheet
-Set period = CreateObject("QVA_Varnholt.CRepPeriod")
+Set period = control.NewObject("QVA_Varnholt.CRepPeriod")
 period.Init sheet
 excel.Range("AccPlan").Value = "F1"
 excel.Range("RepYear").Value = 2023
@@ -44,7 +51,7 @@ Scene "confirm"
 Check "a confirmed period", period.Edit, True
 before = Cells()
 Check "the cells", before, "F1|2024|2|0|2|2024-01-01|2024-03-31|2024-04-01|2024-06-30|2|" & _
-  " MEDVILNE F1 0 11 BIU-2023  ; BALTIJA F2 0 14 BIU-B 0 ;"
+  " MEDVILNE F1 0 11 BIU-2023  ; BALTIJA F2 0 14 BIU-B 0 BIU-A;"
 Scene "cancel"
 Check "a cancelled period", period.Edit, False
 Check "the cells after it", Cells(), before
@@ -55,7 +62,7 @@ Scene "refuse"
 Check "a period that was refused at first", period.Edit, True
 Check "the cells of the accepted one", Cells(), before
 
-Set picker = CreateObject("QVA_Varnholt.CDatePic")
+Set picker = control.NewObject("QVA_Varnholt.CDatePic")
 day = DateSerial(2024, 2, 12)
 Scene "double click"
 Check "a date that was clicked", picker.Show(day), True
@@ -67,13 +74,34 @@ Scene "leave"
 Check "a date left by Escape", picker.Show(day), False
 Check "the date stays", day, DateSerial(2024, 2, 22)
 
-Set reports = CreateObject("QVA_Varnholt.CReports")
+Set reports = control.NewObject("QVA_Varnholt.CReports")
 excel.ActiveWorkbook.Names.Add "Print", "=Sheet1!$A$1:$C$9"
 control.ClearTrace
 Scene "print"
 reports.Spauzd sheet, True, True, 2
 CheckError "printing", 0
 Report InStr(control.Trace, ".PrintOut(From:=2, To:=2, Copies:=1)") > 0, "a print of page 2: " & control.Trace
+
+' Saved under a period; then again, which the user refuses at first.
+Set files = CreateObject("Scripting.FileSystemObject")
+files.CreateFolder "C:\Ataskaitos"
+reports.Init "Balansas"
+excel.ActiveWorkbook.VBProject.Name = "Balansas"
+excel.ActiveWorkbook.Names.Add "Saved", "=Sheet1!$E$9"
+sheet.Range("E1").Value = 2024
+sheet.Range("E2").Value = 3
+For Each name In Array("save", "keep", "replace")
+  saved = False
+  control.ClearTrace
+  Scene name
+  reports.SaveDoc sheet.Range("E1"), sheet.Range("E2"), saved
+  CheckError "saving, scene " & name, 0
+  Check "saved, scene " & name, saved, True
+  Check "written, scene " & name, InStr(control.Trace, ".SaveAs(") > 0, name <> "keep"
+Next
+files.DeleteFolder "C:\Ataskaitos"
+Set files = Nothing
+CheckError "the archive", 0
 Scene "end"
 
 ' Each window comes and goes once before the count, since the system keeps something of the first one.
@@ -102,4 +130,7 @@ global.ResetConnectEX 0
 Set global = Nothing
 Set excel = Nothing
 CheckError "the end of the report", 0
-Finish 426
+Check "objects of the bench after the library's last one", control.LiveObjects, liveAtStart
+Check "the library is unused", control.LibraryIsUnused, True
+liveAtStart = control.LiveObjects
+Finish 438

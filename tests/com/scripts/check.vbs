@@ -44,7 +44,7 @@ Sub ConnectFirst()
   Dim global
   CreateObject("WScript.Shell").RegWrite _
     "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0", "MEDVILNE"
-  Set global = CreateObject("QVA_Varnholt.gExcelObject")
+  Set global = control.NewObject("QVA_Varnholt.gExcelObject")
   global.InitConnectEX control.NewExcel, Empty
   global.ResetConnectOnError
   Set global = Nothing
@@ -99,7 +99,7 @@ texts = Split(CreateObject("Scripting.FileSystemObject").OpenTextFile("@TEXTS@",
 Set control = CreateObject("QVA_TestBench.Control")
 control.Reset
 ' The library's first object brings the host's tools to life, which stay.
-Set liveAtStart = CreateObject("QVA_Varnholt.CTools")
+Set liveAtStart = control.NewObject("QVA_Varnholt.CTools")
 liveAtStart = Empty
 liveAtStart = control.LiveObjects
 CheckError "the bench", 0
