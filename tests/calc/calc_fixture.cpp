@@ -10,30 +10,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string XmlText(const std::string& text) {
-  std::string out;
-  for (const char c : text)
-    out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : std::string(1, c);
-  return out;
-}
-
-std::string Workbook(const std::string& macros) {
-  return R"(<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
- xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
- xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
- <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name="VBAProject"><ooo:module ooo:name="Ataskaita"><ooo:source-code>)" +
-         XmlText(macros) + R"(</ooo:source-code></ooo:module></ooo:library-embedded>
- </ooo:libraries></office:script></office:scripts>
- <office:body><office:spreadsheet>
-  <table:table table:name="Lapas"><table:table-row><table:table-cell/></table:table-row></table:table>
- </office:spreadsheet></office:body>
-</office:document>
-)";
-}
+constexpr char kEmptySheet[] =
+    "<table:table table:name=\"Lapas\"><table:table-row><table:table-cell/></table:table-row></table:table>";
 
 }  // namespace
 
@@ -59,15 +37,53 @@ RunResult CalcTest::RunWorkbook(const fs::path& workbook, std::vector<std::strin
   return Finish();
 }
 
+std::string CalcTest::XmlText(const std::string& text) {
+  std::string out;
+  for (const char c : text)
+    out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
+  return out;
+}
+
+fs::path CalcTest::WriteWorkbook(const std::string& macro, const std::string& project,
+                                 const std::string& sheets) {
+  const fs::path macros = fs::path(QVA_SOURCE_DIR) / "tests/calc/macros";
+  const std::string source = Contents(macros / (macro + ".bas"));
+  EXPECT_FALSE(source.empty()) << macro;
+  const fs::path workbook = folder / (macro + ".fods");
+  std::ofstream(workbook) << R"(<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+ xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
+ xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
+ xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
+ xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0"
+ xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
+ xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
+ office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
+ <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
+  <ooo:library-embedded ooo:name=")"
+                          << project << R"("><ooo:module ooo:name="Ataskaita"><ooo:source-code>)"
+                          << XmlText(source + Contents(macros / "log.bas"))
+                          << R"(</ooo:source-code></ooo:module></ooo:library-embedded>
+ </ooo:libraries></office:script></office:scripts>
+ <office:body><office:spreadsheet>
+)" << sheets << R"(
+ </office:spreadsheet></office:body>
+</office:document>
+)";
+  return workbook;
+}
+
+std::string CalcTest::PdfText(const fs::path& pdf) const {
+  Process process({"pdftotext", "-layout", pdf.string(), (folder / "pdf-text.txt").string()}, {},
+                  folder / "pdftotext.txt");
+  EXPECT_EQ(process.Wait(std::chrono::seconds(20)), 0) << Contents(folder / "pdftotext.txt");
+  return Contents(folder / "pdf-text.txt");
+}
+
 void CalcTest::StartMacro(const std::string& name, std::vector<std::string> options,
                           std::map<std::string, std::string> environment) {
-  const fs::path macros = fs::path(QVA_SOURCE_DIR) / "tests/calc/macros";
-  const std::string source = Contents(macros / (name + ".bas"));
-  EXPECT_FALSE(source.empty()) << name;
-  const fs::path workbook = folder / (name + ".fods");
-  std::ofstream(workbook) << Workbook(source + Contents(macros / "log.bas"));
   options.push_back("--no-picture");
-  StartWorkbook(workbook, std::move(options), std::move(environment));
+  StartWorkbook(WriteWorkbook(name, "VBAProject", kEmptySheet), std::move(options), std::move(environment));
 }
 
 void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> options,

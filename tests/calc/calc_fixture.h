@@ -28,6 +28,12 @@ class CalcTest : public testing::Test {
   CalcTest();
   ~CalcTest() override;
 
+  /// A workbook <macro>.fods in the private folder: the project has one module "Ataskaita", which holds
+  /// tests/calc/macros/<macro>.bas, and `sheets` are its sheets and names in OpenDocument's XML.
+  std::filesystem::path WriteWorkbook(const std::string& macro, const std::string& project,
+                                      const std::string& sheets);
+  static std::string XmlText(const std::string& text);
+
   /// Runs tests/calc/macros/<name>.bas in a workbook of one empty sheet.
   RunResult RunMacro(const std::string& name, std::vector<std::string> options = {});
   /// Runs a workbook; further options of the runner come before its name.
@@ -45,6 +51,8 @@ class CalcTest : public testing::Test {
   /// What the macro wrote until now.
   std::vector<std::string> Lines() const;
 
+  /// The text of a PDF file, its pages ended by form feeds.
+  std::string PdfText(const std::filesystem::path& pdf) const;
   /// Everything in the file, empty when there is none.
   static std::string Contents(const std::filesystem::path& path);
 

@@ -24,17 +24,9 @@ class CalcFinish : public CalcTest {
   }
   ~CalcFinish() override { unsetenv("QVA_VARNHOLT_DRIVES"); }
 
-  static std::string Escaped(const std::string& text) {
-    std::string out;
-    for (const char c : text)
-      out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
-    return out;
-  }
-
   /// A workbook whose project is "Balansas": the sheet "Lapas" of 120 rows "E<row>S<column>", of which the
   /// name "Print" means the rows 3 to 110 of two columns, and an empty sheet; "Saved" is the cell H5.
   RunResult RunReport(const std::string& macro, std::vector<std::string> options = {}) {
-    const fs::path macros = fs::path(QVA_SOURCE_DIR) / "tests/calc/macros";
     std::string rows;
     for (int row = 1; row <= 120; ++row) {
       rows += "<table:table-row>";
@@ -48,29 +40,12 @@ class CalcFinish : public CalcTest {
       return "<table:named-range table:name=\"" + what +
              "\" table:base-cell-address=\"$Lapas.$A$1\" table:cell-range-address=\"$Lapas." + cells + "\"/>";
     };
-    const fs::path workbook = folder / (macro + ".fods");
-    std::ofstream(workbook) << R"(<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
- xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
- xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
- xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
- <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name="Balansas"><ooo:module ooo:name="Ataskaita"><ooo:source-code>)"
-                            << Escaped(Contents(macros / (macro + ".bas")) + Contents(macros / "log.bas"))
-                            << R"(</ooo:source-code></ooo:module></ooo:library-embedded>
- </ooo:libraries></office:script></office:scripts>
- <office:body><office:spreadsheet>
-  <table:table table:name="Lapas">)"
-                            << rows << R"(</table:table>
-  <table:table table:name="Antras"><table:table-row><table:table-cell/></table:table-row></table:table>
-  <table:named-expressions>)"
-                            << name("Print", "$A$3:.$B$110") << name("Saved", "$H$5")
-                            << R"(</table:named-expressions>
- </office:spreadsheet></office:body>
-</office:document>
-)";
+    const fs::path workbook = WriteWorkbook(
+        macro, "Balansas",
+        "<table:table table:name=\"Lapas\">" + rows +
+            "</table:table><table:table table:name=\"Antras\"><table:table-row><table:table-cell/>"
+            "</table:table-row></table:table><table:named-expressions>" +
+            name("Print", "$A$3:.$B$110") + name("Saved", "$H$5") + "</table:named-expressions>");
     options.insert(options.end(), {"--no-picture", "--macro", "Balansas.Ataskaita.Main"});
     return RunWorkbook(workbook, std::move(options));
   }
@@ -85,11 +60,7 @@ class CalcFinish : public CalcTest {
   /// The text of a printed job, its pages parted by form feeds.
   std::string PrintedText(int job) {
     const fs::path pdf = output / ("printed-" + std::to_string(job) + ".pdf");
-    if (!fs::exists(pdf)) return {};
-    Process process({"pdftotext", "-layout", pdf.string(), (folder / "printed-text.txt").string()}, {},
-                    folder / "pdftotext.txt");
-    EXPECT_EQ(process.Wait(std::chrono::seconds(20)), 0) << Contents(folder / "pdftotext.txt");
-    return Contents(folder / "printed-text.txt");
+    return fs::exists(pdf) ? PdfText(pdf) : std::string();
   }
   static std::ptrdiff_t Pages(const std::string& text) { return std::count(text.begin(), text.end(), '\f'); }
 

@@ -91,17 +91,11 @@ class Samples : public CalcTest {
     const std::regex formula("table:formula=");
     return std::distance(std::sregex_iterator(sheet.begin(), sheet.end(), formula), std::sregex_iterator());
   }
-  std::string TextOf(const fs::path& pdf) {
-    Process text({"pdftotext", "-layout", pdf.string(), (folder / "text.txt").string()}, {},
-                 folder / "pdftotext.txt");
-    EXPECT_EQ(text.Wait(std::chrono::seconds(20)), 0);
-    return Contents(folder / "text.txt");
-  }
   void ExpectPaper(const std::string& name) {
     EXPECT_THAT(Contents(output / (name + ".pdf")), StartsWith("%PDF-"));
     EXPECT_THAT(Contents(output / (name + ".png")), StartsWith("\x89PNG"));
     EXPECT_THAT(Contents(output / "printed-1.pdf"), StartsWith("%PDF-")) << "nothing was printed";
-    const std::string pages = TextOf(output / (name + ".pdf"));
+    const std::string pages = PdfText(output / (name + ".pdf"));
     EXPECT_EQ(std::count(pages.begin(), pages.end(), '\f'), 1) << "not on one page";
     EXPECT_THAT(pages, Not(HasSubstr("###")));
     EXPECT_THAT(pages, AllOf(HasSubstr("UAB „Medvilnės namai“"), HasSubstr("Šarūnas Įkalnis"),
@@ -244,7 +238,7 @@ class SampleOnTheScreen : public Samples, public testing::WithParamInterface<con
       const fs::path& file = entry.path();
       std::string& contents = left[fs::relative(file, output)];
       if (file.extension() == ".xls") contents = FirstSheet(file);
-      if (file.extension() == ".pdf") contents = TextOf(file);
+      if (file.extension() == ".pdf") contents = PdfText(file);
       if (file.extension() == ".png") contents = Contents(file);
     }
     for (const std::string& line : Log(name)) left[name + ".log"] += line + "\n";

@@ -28,15 +28,9 @@ constexpr char kDot[] =
 
 class CalcToolbar : public CalcTest {
  protected:
-  static std::string Escaped(const std::string& text) {
-    std::string out;
-    for (const char c : text)
-      out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
-    return out;
-  }
   static std::string TextCell(const std::string& text) {
     if (text.empty()) return "<table:table-cell/>";
-    return "<table:table-cell office:value-type=\"string\"><text:p>" + Escaped(text) +
+    return "<table:table-cell office:value-type=\"string\"><text:p>" + XmlText(text) +
            "</text:p></table:table-cell>";
   }
   static std::string NumberCell(int number) {
@@ -51,7 +45,6 @@ class CalcToolbar : public CalcTest {
   /// settings sheet "Mygtukai" of a toolbar with four buttons, one of which is hidden and one of which has a
   /// picture.
   fs::path ToolbarWorkbook(const std::string& macro) {
-    const fs::path macros = fs::path(QVA_SOURCE_DIR) / "tests/calc/macros";
     struct Button {
       int face;
       const char *caption, *picture, *tag, *key;
@@ -94,34 +87,15 @@ class CalcToolbar : public CalcTest {
       rows += "<table:table-row>" + TextCell("Eilutė " + std::to_string(row)) + NumberCell(row) +
               "</table:table-row>";
     }
-    const fs::path workbook = folder / (macro + ".fods");
-    std::ofstream(workbook) << R"(<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
- xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
- xmlns:draw="urn:oasis:names:tc:opendocument:xmlns:drawing:1.0"
- xmlns:svg="urn:oasis:names:tc:opendocument:xmlns:svg-compatible:1.0"
- xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
- xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
- <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name="VBAProject"><ooo:module ooo:name="Ataskaita"><ooo:source-code>)"
-                            << Escaped(Contents(macros / (macro + ".bas")) + Contents(macros / "log.bas"))
-                            << R"(</ooo:source-code></ooo:module></ooo:library-embedded>
- </ooo:libraries></office:script></office:scripts>
- <office:body><office:spreadsheet>
-  <table:table table:name="Lapas">)"
-                            << rows << R"(</table:table>
-  <table:table table:name="Mygtukai"><table:shapes><draw:frame draw:name="Taškas" svg:width="0.5cm"
-   svg:height="0.5cm" svg:x="9cm" svg:y="9cm"><draw:image><office:binary-data>)"
-                            << kDot << R"(</office:binary-data></draw:image></draw:frame></table:shapes>)"
-                            << sheet << R"(</table:table>
-  <table:named-expressions>)"
-                            << names << R"(</table:named-expressions>
- </office:spreadsheet></office:body>
-</office:document>
-)";
-    return workbook;
+    const std::string picture =
+        "<table:shapes><draw:frame draw:name=\"Taškas\" svg:width=\"0.5cm\" svg:height=\"0.5cm\" "
+        "svg:x=\"9cm\" svg:y=\"9cm\"><draw:image><office:binary-data>" +
+        std::string(kDot) + "</office:binary-data></draw:image></draw:frame></table:shapes>";
+    return WriteWorkbook(macro, "VBAProject",
+                         "<table:table table:name=\"Lapas\">" + rows +
+                             "</table:table><table:table table:name=\"Mygtukai\">" + picture + sheet +
+                             "</table:table><table:named-expressions>" + names +
+                             "</table:named-expressions>");
   }
 };
 
