@@ -158,6 +158,19 @@ registration() {
   check "$name: and nothing is left of either" same_registry "$work/before.reg"
 }
 
+# The tests of windows once more: at 100 % all pixels are the same, whoever measures them.
+windows_at_150_percent() {
+  dots_per_inch() {
+    wine_run reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f > /dev/null 2>&1
+    WINEPREFIX=$prefix timeout 30 wineserver -k
+  }
+  command -v xvfb-run > /dev/null || return 0
+  dots_per_inch 144
+  GTEST_FILTER='Form*:Month*:Grid*:List*:BoxOnScreen*' \
+    google_test "64-bit: windows at 150 %" "$(windows_path "$1/qva_windows_tests.exe")" --display
+  dots_per_inch 96
+}
+
 clients() {
   local name=$1 build=$2 system=$3
   local regsvr32=$system\\regsvr32.exe cscript=$system\\cscript.exe
@@ -178,6 +191,7 @@ clients() {
     WINEPREFIX=$prefix timeout 30 wineserver -k
     google_test "$name: qva_windows_tests" "$(windows_path "$build/qva_windows_tests.exe")" \
       $(command -v xvfb-run > /dev/null && echo --display)
+    [[ $name != 64-bit ]] || windows_at_150_percent "$build"
   fi
   google_test "$name: qva_com_tests" "$(windows_path "$build/qva_com_tests.exe")"
 
