@@ -160,6 +160,7 @@ TEST_F(CalcWindows, LeaveNothingBehindHoweverOftenTheyAreShown) {
       for (int i = 0; i < 6; ++i) {
         desktop.TryKey(std::string("Trumpas|dokumentai$|") + kDate + "|" + kPeriod, "Escape");
       }
+      if (!IsRunning()) throw std::runtime_error(Finish().errors);
     }
     return desktop.WaitForWindow("Palaukite");
   };

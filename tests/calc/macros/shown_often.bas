@@ -34,5 +34,5 @@ Private Sub ShowAll()
     m.Show "Viena", "Trumpas", Array("Gerai")
     r.Show d
     p.Edit
-    nChosen = nChosen + s.Open("BOBN", DateSerial(2023, 1, 1), DateSerial(2026, 12, 31), "")
+    nChosen = nChosen + s.Open("BOBN", DateSerial(2023, 1, 1), DateSerial(2026, 12, 31), "1=1")
 End Sub
