@@ -174,7 +174,7 @@ TEST_F(CalcWindows, LeaveNothingBehindHoweverOftenTheyAreShown) {
   Leave(pause, "Return");
   const RunResult run = Finish();
   EXPECT_EQ(run.exit_status, 0) << run.errors;
-  EXPECT_THAT(run.lines, ElementsAre("chosen: 0", "more objects: 0"));
+  EXPECT_THAT(run.lines, ElementsAre("a new object counts: 1", "chosen: 0", "more objects: 0"));
 }
 
 }  // namespace

@@ -8,10 +8,12 @@ Sub Main()
     Set g = CreateObject("QVA_Varnholt.gExcelObject")
     g.InitConnectEX Application, ThisWorkbook
     Set m = CreateObject("QVA_Common.Message")
-    Set r = CreateObject("QVA_Varnholt.CDatePic")
     Set p = CreateObject("QVA_Varnholt.CRepPeriod")
     Set s = CreateObject("NVXCommonObjects.DocumentSelection")
     Set f = CreateObject("NVXCommonObjects.FormCalls")
+    nObjects = f.LiveObjects
+    Set r = CreateObject("QVA_Varnholt.CDatePic")
+    WriteLine "a new object counts: " & (f.LiveObjects - nObjects)
     p.Init ThisWorkbook.Sheets("Lapas")
     s.Init g.oBook
     Range("RepYear").Value = 2024
