@@ -11,11 +11,11 @@
 namespace qva::calc {
 
 /// Arrow keys, Tab and the mouse move from cell to cell, Home and End to the first and last column, with Ctrl
-/// to the corners. Typing, F2 or a second click edit a cell, Enter
-/// stores, Escape leaves the old text; F4, Alt with Down and the small button in the cell press its button,
-/// the blank key turns a mark, Delete deletes the row. The empty last line becomes a row when it is edited,
-/// and goes again when nothing is stored in it. A grid in which nothing can be edited has no such line, and
-/// marks whole rows, to the first and last of which Home and End go.
+/// to the corners. Typing, F2 or a second click edit a cell, Enter stores, Escape leaves the old text; F4,
+/// Alt with Down and the small button in the cell press its button, the blank key turns a mark, Delete
+/// deletes the row. The empty last line becomes a row when it is edited, and goes again when nothing is
+/// stored in it. A grid in which nothing can be edited has no such line, and marks whole rows, to the first
+/// and last of which Home and End go.
 class GridView : public Canvas, public ui::Grid {
  public:
   GridView(FormWindow& form, const ui::ControlDescription& description);

@@ -20,8 +20,8 @@ namespace qva::calc {
 ///
 /// A bar of a macro's is a toolbar, or the menu bar while one that is a menu bar is visible. Controls that
 /// were added to Excel's worksheet menu bar come behind LibreOffice's own menus, each in a menu. Excel's bars
-/// "Standard", "Formatting" and "Worksheet Menu Bar" stand for LibreOffice's own, which are hidden while those
-/// are not visible.
+/// "Standard", "Formatting" and "Worksheet Menu Bar" stand for LibreOffice's own, which are hidden while
+/// those are not visible.
 class BarDisplay {
  public:
   explicit BarDisplay(css::uno::Reference<css::frame::XModel> document) : document_(std::move(document)) {}
