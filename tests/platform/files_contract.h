@@ -1,10 +1,9 @@
 // What Files promises, as tests that every adapter passes. A Drive is made for each test and brings the
 // adapter:
-//   Files& files()                                                          the adapter
-//   std::u16string root()                                                   an existing, empty folder,
-//   without "\" void SetContent(const std::u16string& path, std::string bytes)          writes a file past
-//   the adapter std::optional<std::string> Content(const std::u16string& path)          reads one; nothing
-//   when there is none
+// - Files& files(): the adapter.
+// - std::u16string root(): an existing, empty folder, without "\".
+// - void SetContent(const std::u16string& path, std::string bytes): writes a file past the adapter.
+// - std::optional<std::string> Content(const std::u16string& path): reads one; nothing when there is none.
 #pragma once
 
 #include <gmock/gmock.h>
