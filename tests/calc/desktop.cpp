@@ -156,9 +156,13 @@ void Desktop::Settle() {
   });
 }
 
-void Desktop::Keys(const Window& window, const std::vector<std::string>& keys) {
-  // A refused focus must not send the keys elsewhere.
+void Desktop::Focus(const Window& window) {
+  // A refused focus must not send keys elsewhere.
   Do({"windowfocus", "--sync", window});
+}
+
+void Desktop::Keys(const Window& window, const std::vector<std::string>& keys) {
+  Focus(window);
   std::vector<std::string> arguments = {"key", "--delay", "20"};
   arguments.insert(arguments.end(), keys.begin(), keys.end());
   Once(std::move(arguments));
@@ -170,7 +174,7 @@ void Desktop::TryKey(const std::string& title, const std::string& key) {
 }
 
 void Desktop::Type(const Window& window, const std::string& text) {
-  Do({"windowfocus", "--sync", window});
+  Focus(window);
   Once({"type", "--delay", "20", "--", text});
   Settle();
 }

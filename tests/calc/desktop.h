@@ -43,6 +43,8 @@ class Desktop {
   /// Returns once `condition` is true; `what` tells of it in a failure.
   void WaitFor(const std::string& what, const std::function<bool()>& condition);
 
+  /// Gives the keyboard's focus to the window.
+  void Focus(const Window& window);
   /// Presses keys, such as {"Tab", "shift+Tab", "Return"}, one after the other, with the keyboard's focus on
   /// the window.
   void Keys(const Window& window, const std::vector<std::string>& keys);
