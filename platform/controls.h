@@ -167,7 +167,7 @@ struct GridColumn {
 };
 
 /// What a grid shows, and what happens to what the user does in it. Rows and columns count from 0. No member
-/// raises.
+/// raises. After each change of a row or a text, on the grid's behalf too, the model asks for a Refresh.
 class GridModel {
  public:
   virtual ~GridModel() = default;

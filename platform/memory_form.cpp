@@ -175,6 +175,12 @@ class MemoryGrid : public MemoryControl, public ui::Grid {
     Refresh();
   }
   void Refresh() override {
+    shown_.assign(model_ ? model_->RowCount() : 0, std::vector<std::u16string>(columns_.size()));
+    for (std::size_t row = 0; row < shown_.size(); ++row) {
+      for (std::size_t column = 0; column < columns_.size(); ++column) {
+        shown_[row][column] = model_->CellText(row, column);
+      }
+    }
     const std::size_t rows = RowCount();
     if (rows == 0) {
       current_.reset();
@@ -187,7 +193,10 @@ class MemoryGrid : public MemoryControl, public ui::Grid {
     if (row < RowCount()) current_ = row;
   }
 
-  std::size_t RowCount() const { return model_ ? model_->RowCount() : 0; }
+  // What is shown, which is not what the model has until it asks for a Refresh.
+  std::size_t RowCount() const { return shown_.size(); }
+  const std::u16string& CellText(std::size_t row, std::size_t column) const { return shown_[row][column]; }
+
   const std::vector<ui::GridColumn>& columns() const { return columns_; }
   ui::GridModel* model() const { return model_; }
   std::size_t ColumnNumber(std::u16string_view name) const {
@@ -206,6 +215,7 @@ class MemoryGrid : public MemoryControl, public ui::Grid {
  private:
   std::vector<ui::GridColumn> columns_;
   ui::GridModel* model_ = nullptr;
+  std::vector<std::vector<std::u16string>> shown_;
   std::optional<std::size_t> current_;
 };
 
@@ -346,10 +356,7 @@ bool MemoryForm::TypeCell(std::u16string_view grid, std::size_t row, std::u16str
   if (is_new) control.model()->AppendRow();
   const std::size_t number = control.Enter(row, column);
   const bool taken = control.model()->SetCellText(row, number, text);
-  if (is_new && !taken) {
-    control.model()->DeleteRow(row);
-    control.Refresh();
-  }
+  if (is_new && !taken) control.model()->DeleteRow(row);
   return taken;
 }
 
@@ -385,7 +392,7 @@ std::u16string MemoryForm::CellText(std::u16string_view grid, std::size_t row, s
   auto& control = *As<MemoryGrid>(grid);
   const std::size_t number = control.ColumnNumber(column);
   if (row >= control.RowCount()) Refuse(grid, u"has no row " + NumberText(static_cast<long long>(row) + 1));
-  return control.model()->CellText(row, number);
+  return control.CellText(row, number);
 }
 
 std::size_t MemoryForm::RowCount(std::u16string_view grid) {

@@ -65,6 +65,14 @@ TEST_F(AccountSets, ShowFiveColumnsAndHideTheIdentifiers) {
   });
 }
 
+TEST_F(AccountSets, ShowAMarkForTheBudgetFlagAlone) {
+  Show([](MemoryForm& form) {
+    for (const ui::GridColumn& column : form.Columns(kGrid)) {
+      EXPECT_EQ(column.check_box, column.name == u"PlanIsBudget") << ToUtf8(column.name);
+    }
+  });
+}
+
 TEST_F(AccountSets, HaveTheirColumnRules) {
   BookCache books;
   AccountSetGrid grid(books, {});

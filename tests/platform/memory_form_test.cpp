@@ -149,15 +149,24 @@ TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
     bool SetCellText(std::size_t row, std::size_t, std::u16string_view text) override {
       if (text == u"bloga") return false;
       rows[row] = text;
+      grid->Refresh();
       return true;
     }
-    void AppendRow() override { rows.emplace_back(); }
-    void DeleteRow(std::size_t row) override { rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row)); }
+    void AppendRow() override {
+      rows.emplace_back();
+      grid->Refresh();
+    }
+    void DeleteRow(std::size_t row) override {
+      rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
+      grid->Refresh();
+    }
     void PressCellButton(std::size_t, std::size_t) override {}
+    ui::Grid* grid = nullptr;
     std::vector<std::u16string> rows;
   } model;
   Show([&](MemoryForm&) {
     auto& grid = Control<ui::Grid>(u"grid");
+    model.grid = &grid;
     grid.SetColumns({{.name = u"A", .caption = u""}});
     grid.SetModel(&model);
     EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));
@@ -166,6 +175,11 @@ TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
     EXPECT_TRUE(form->TypeCell(u"grid", 0, u"A", u"gera"));
     EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));  // a row that was there stays
     EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera");
+    model.rows = {u"kita", u"antra"};
+    EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera") << "nobody said that there is something new";
+    EXPECT_EQ(form->RowCount(u"grid"), 1u);
+    grid.Refresh();
+    EXPECT_EQ(form->CellText(u"grid", 1, u"A"), u"antra");
   });
 }
 

@@ -20,14 +20,20 @@ class UnattendedFormsTest : public testing::Test {
     bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) override {
       if (text == u"bloga") return false;
       rows[row][column] = text;
+      grid->Refresh();
       return true;
     }
-    void AppendRow() override { rows.push_back({u"", u""}); }
+    void AppendRow() override {
+      rows.push_back({u"", u""});
+      grid->Refresh();
+    }
     void DeleteRow(std::size_t) override {}
     void PressCellButton(std::size_t row, std::size_t) override {
       const auto chosen = forms->Choose({u"Knygos", {u"Kodas"}, {{u"A"}, {u"B"}}}, u"");
       if (chosen) rows[row][1] = *chosen == 0 ? u"A" : u"B";
+      grid->Refresh();
     }
+    ui::Grid* grid = nullptr;
     UnattendedForms* forms = nullptr;
     std::vector<std::vector<std::u16string>> rows;
   };
@@ -53,6 +59,7 @@ class UnattendedFormsTest : public testing::Test {
     form = forms->Create(description);
     auto& grid = ui::Get<ui::Grid>(*form, u"grid");
     grid.SetColumns({{.name = u"A", .caption = u""}, {.name = u"B", .caption = u"", .cell_button = true}});
+    model.grid = &grid;
     grid.SetModel(&model);
     ui::Get<ui::Button>(*form, u"btOk").on_click = [this] {
       if (accepts) form->Hide();
