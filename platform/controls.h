@@ -185,6 +185,7 @@ class GridModel {
 /// A table of cells that can be edited. One row is the current one, if there is any.
 class Grid : public virtual Control {
  public:
+  /// Shows the model anew, in these columns.
   virtual void SetColumns(std::vector<GridColumn> columns) = 0;
   /// The model is borrowed. Null shows nothing.
   virtual void SetModel(GridModel* model) = 0;

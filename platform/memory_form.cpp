@@ -169,7 +169,10 @@ class MemoryTabControl : public MemoryControl, public ui::TabControl {
 class MemoryGrid : public MemoryControl, public ui::Grid {
  public:
   using MemoryControl::MemoryControl;
-  void SetColumns(std::vector<ui::GridColumn> columns) override { columns_ = std::move(columns); }
+  void SetColumns(std::vector<ui::GridColumn> columns) override {
+    columns_ = std::move(columns);
+    Refresh();
+  }
   void SetModel(ui::GridModel* model) override {
     model_ = model;
     Refresh();

@@ -142,28 +142,31 @@ TEST_F(MemoryFormTest, LetsNobodyWorkWhatIsNotThereDisabledOrOfAnotherKind) {
   });
 }
 
+/// Rows of one text in every column.
+struct GridRows : ui::GridModel {
+  std::size_t RowCount() const override { return rows.size(); }
+  std::u16string CellText(std::size_t row, std::size_t) const override { return rows[row]; }
+  bool SetCellText(std::size_t row, std::size_t, std::u16string_view text) override {
+    if (text == u"bloga") return false;
+    rows[row] = text;
+    grid->Refresh();
+    return true;
+  }
+  void AppendRow() override {
+    rows.emplace_back();
+    grid->Refresh();
+  }
+  void DeleteRow(std::size_t row) override {
+    rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
+    grid->Refresh();
+  }
+  void PressCellButton(std::size_t, std::size_t) override {}
+  ui::Grid* grid = nullptr;
+  std::vector<std::u16string> rows;
+};
+
 TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
-  struct Model : ui::GridModel {
-    std::size_t RowCount() const override { return rows.size(); }
-    std::u16string CellText(std::size_t row, std::size_t) const override { return rows[row]; }
-    bool SetCellText(std::size_t row, std::size_t, std::u16string_view text) override {
-      if (text == u"bloga") return false;
-      rows[row] = text;
-      grid->Refresh();
-      return true;
-    }
-    void AppendRow() override {
-      rows.emplace_back();
-      grid->Refresh();
-    }
-    void DeleteRow(std::size_t row) override {
-      rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
-      grid->Refresh();
-    }
-    void PressCellButton(std::size_t, std::size_t) override {}
-    ui::Grid* grid = nullptr;
-    std::vector<std::u16string> rows;
-  } model;
+  GridRows model;
   Show([&](MemoryForm&) {
     auto& grid = Control<ui::Grid>(u"grid");
     model.grid = &grid;
@@ -175,11 +178,25 @@ TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
     EXPECT_TRUE(form->TypeCell(u"grid", 0, u"A", u"gera"));
     EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));  // a row that was there stays
     EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera");
+  });
+}
+
+TEST_F(MemoryFormTest, ShowsAGridAsItWasAtItsLastRefresh) {
+  GridRows model;
+  model.rows = {u"gera"};
+  Show([&](MemoryForm&) {
+    auto& grid = Control<ui::Grid>(u"grid");
+    model.grid = &grid;
+    grid.SetColumns({{.name = u"A", .caption = u""}});
+    grid.SetModel(&model);
     model.rows = {u"kita", u"antra"};
-    EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera") << "nobody said that there is something new";
     EXPECT_EQ(form->RowCount(u"grid"), 1u);
+    EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera") << "nobody said that there is something new";
     grid.Refresh();
+    EXPECT_EQ(form->RowCount(u"grid"), 2u);
     EXPECT_EQ(form->CellText(u"grid", 1, u"A"), u"antra");
+    grid.SetColumns({{.name = u"A", .caption = u""}, {.name = u"B", .caption = u""}});
+    EXPECT_EQ(form->CellText(u"grid", 1, u"B"), u"antra") << "other columns show the rows anew";
   });
 }
 
