@@ -1,5 +1,6 @@
 // The guide for authors of workbooks, which is made from the member tables and must not fall behind them.
 #include "tools/guide/Guide.h"
+#include "tests/test_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@ namespace qva {
 namespace {
 
 TEST(Guide, IsTheOneThatTheMemberTablesGive) {
-  const std::filesystem::path sources = QVA_SOURCE_DIR;
+  const std::filesystem::path sources = SourceFolder();
   std::ifstream file(sources / "docs" / "guide.md", std::ios::binary);
   std::ostringstream committed;
   committed << file.rdbuf();
@@ -18,7 +19,7 @@ TEST(Guide, IsTheOneThatTheMemberTablesGive) {
 }
 
 TEST(Guide, ListsMembersAsBasicDeclaresThem) {
-  const std::string guide = MakeGuide(QVA_SOURCE_DIR);
+  const std::string guide = MakeGuide(SourceFolder());
   for (const char* line :
        {"| `InitConnectEX(App As Object, objWB As Variant, [oAppBook As Object]) As Integer` |",
         "| `CheckFileName(ByRef FileName As String)` |",

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "tests/library_fixture.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -80,8 +81,7 @@ TEST_F(PublicMembers, ThatAreNotBuiltSaySo) {
 
 TEST_F(PublicMembers, ThatAreBuiltAreCalledByTests) {
   std::string sources;
-  for (const fs::directory_entry& entry :
-       fs::recursive_directory_iterator(fs::path(QVA_SOURCE_DIR) / "tests")) {
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(SourceFolder() / "tests")) {
     if (!entry.is_regular_file() || entry.path().filename() == "public_members_test.cpp") continue;
     std::ostringstream contents;
     contents << std::ifstream(entry.path()).rdbuf();

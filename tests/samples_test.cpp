@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "tests/library_fixture.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -17,7 +18,7 @@ class SampleMacros : public LibraryTest {
   /// The macros of all sample workbooks, without their comments.
   static std::string Macros() {
     std::string macros;
-    for (const fs::directory_entry& entry : fs::directory_iterator(fs::path(QVA_SOURCE_DIR) / "samples")) {
+    for (const fs::directory_entry& entry : fs::directory_iterator(SourceFolder() / "samples")) {
       if (entry.path().extension() != ".fods") continue;
       std::ostringstream contents;
       contents << std::ifstream(entry.path()).rdbuf();
@@ -67,7 +68,7 @@ TEST_F(SampleMacros, UseEveryPublicClass) {
 
 TEST_F(SampleMacros, ShareTheModuleOfTheBook) {
   std::set<std::string> modules;
-  for (const fs::directory_entry& entry : fs::directory_iterator(fs::path(QVA_SOURCE_DIR) / "samples")) {
+  for (const fs::directory_entry& entry : fs::directory_iterator(SourceFolder() / "samples")) {
     if (entry.path().extension() != ".fods") continue;
     std::ostringstream contents;
     contents << std::ifstream(entry.path()).rdbuf();

@@ -1,4 +1,5 @@
 #include "tests/calc/calc_fixture.h"
+#include "tests/test_paths.h"
 
 #include <stdlib.h>
 
@@ -46,7 +47,7 @@ std::string CalcTest::XmlText(const std::string& text) {
 
 fs::path CalcTest::WriteWorkbook(const std::string& macro, const std::string& project,
                                  const std::string& sheets) {
-  const fs::path macros = fs::path(QVA_SOURCE_DIR) / "tests/calc/macros";
+  const fs::path macros = SourceFolder() / "tests/calc/macros";
   const std::string source = Contents(macros / (macro + ".bas"));
   EXPECT_FALSE(source.empty()) << macro;
   const fs::path workbook = folder / (macro + ".fods");
@@ -89,18 +90,18 @@ void CalcTest::StartMacro(const std::string& name, std::vector<std::string> opti
 void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> options,
                              std::map<std::string, std::string> environment) {
   // Through a shell for the output; everything that goes in is our own.
-  std::string command = "exec '" QVA_REPORT_RUNNER "' --output-folder '" + output.string() +
-                        "' --timeout 60 --host-resources '" QVA_SOURCE_DIR "/host'";
+  std::string command = "exec '" + ReportRunnerFile() + "' --output-folder '" + output.string() +
+                        "' --timeout 60 --host-resources '" + (SourceFolder() / "host").string() + "'";
   for (const std::string& option : options) command += " '" + option + "'";
   command += " '" + workbook.string() + "' > '" + (folder / "printed.txt").string() + "'";
   environment["QVA_TEST_LOG"] = (folder / "macro.log").string();
   if (!getenv("LC_ALL")) environment["LC_ALL"] = "C.UTF-8";
-#ifdef QVA_SANITIZER_RUNTIME
   // LibreOffice itself is built without the sanitizers, which must be there before our component is; it
   // keeps memory to its end, and so do we for it.
-  environment["LD_PRELOAD"] = QVA_SANITIZER_RUNTIME;
-  environment["ASAN_OPTIONS"] = "detect_leaks=0";
-#endif
+  if (!SanitizerRuntime().empty()) {
+    environment["LD_PRELOAD"] = SanitizerRuntime();
+    environment["ASAN_OPTIONS"] = "detect_leaks=0";
+  }
   run_ = std::make_unique<Process>(std::vector<std::string>{"sh", "-c", command}, environment,
                                    folder / "errors.txt");
 }

@@ -1,5 +1,6 @@
 // Recordsets in LibreOffice: made by macros, and written into cells, which its Excel model cannot do itself.
 #include "tests/calc/calc_fixture.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -14,8 +15,8 @@ class CalcRecordset : public CalcTest {
   fs::path FolderWithModule() const {
     const fs::path build = folder / "build";
     fs::create_directory(build);
-    fs::create_symlink(QVA_CALC_COMPONENT, build / "libqva_calc.so");
-    fs::create_symlink(QVA_EXCEL_CALLS_MODULE, build / "libqva_host.so");
+    fs::create_symlink(CalcComponentFile(), build / "libqva_calc.so");
+    fs::create_symlink(ExcelCallsModuleFile(), build / "libqva_host.so");
     return build;
   }
 };

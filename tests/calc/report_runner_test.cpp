@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "tests/calc/calc_fixture.h"
+#include "tests/test_paths.h"
 #include "tools/report-runner/Process.h"
 
 namespace qva {
@@ -18,14 +19,12 @@ constexpr const char* kArchived = "drives/C/Ataskaitos/Archyvas/2025/Balansas_20
 
 class ReportRunner : public CalcTest {
  protected:
-  static std::filesystem::path Sample() {
-    return std::filesystem::path(QVA_SOURCE_DIR) / "samples/balance.fods";
-  }
+  static std::filesystem::path Sample() { return SourceFolder() / "samples/balance.fods"; }
 
   /// Options for a run of the sample whose dialog is answered.
   static std::vector<std::string> Answered(std::vector<std::string> options = {}) {
     options.push_back("--form-answers");
-    options.push_back(QVA_SOURCE_DIR "/samples/balance.answers");
+    options.push_back((SourceFolder() / "samples/balance.answers").string());
     return options;
   }
 
@@ -127,8 +126,8 @@ TEST_F(ReportRunner, TakesLibreOfficeWithItWhenItIsInterrupted) {
   std::ofstream(folder / "soffice") << "#!/bin/sh\necho $$ > '" << pid.string() << "'\nsleep 60\n";
   std::filesystem::permissions(folder / "soffice", std::filesystem::perms::owner_all);
   Process runner({"sh", "-c",
-                  "'" QVA_REPORT_RUNNER "' --output-folder '" + output.string() + "' '" + Sample().string() +
-                      "' & runner=$!; while [ ! -s '" + pid.string() +
+                  "'" + ReportRunnerFile() + "' --output-folder '" + output.string() + "' '" +
+                      Sample().string() + "' & runner=$!; while [ ! -s '" + pid.string() +
                       "' ]; do sleep 0.05; done; kill -TERM $runner; wait $runner; exit $?"},
                  {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
   EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);
@@ -138,7 +137,7 @@ TEST_F(ReportRunner, TakesLibreOfficeWithItWhenItIsInterrupted) {
 }
 
 TEST_F(ReportRunner, SaysWhenLibreOfficeIsMissing) {
-  Process runner({QVA_REPORT_RUNNER, Sample().string()}, {{"PATH", folder.string()}}, folder / "errors.txt");
+  Process runner({ReportRunnerFile(), Sample().string()}, {{"PATH", folder.string()}}, folder / "errors.txt");
   EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);
   EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("LibreOffice is missing"));
 }
@@ -146,7 +145,7 @@ TEST_F(ReportRunner, SaysWhenLibreOfficeIsMissing) {
 TEST_F(ReportRunner, SaysWhenLibreOfficeEndsBeforeTheReportRan) {
   std::ofstream(folder / "soffice") << "#!/bin/sh\necho broken >&2\nexit 7\n";
   std::filesystem::permissions(folder / "soffice", std::filesystem::perms::owner_all);
-  Process runner({QVA_REPORT_RUNNER, "--output-folder", output.string(), Sample().string()},
+  Process runner({ReportRunnerFile(), "--output-folder", output.string(), Sample().string()},
                  {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
   EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);
   EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("exit status 7"));
@@ -154,9 +153,9 @@ TEST_F(ReportRunner, SaysWhenLibreOfficeEndsBeforeTheReportRan) {
 }
 
 TEST_F(ReportRunner, RefusesAWrongCommandLine) {
-  Process runner({QVA_REPORT_RUNNER, "--timeout", "soon", "x"}, {}, folder / "errors.txt");
+  Process runner({ReportRunnerFile(), "--timeout", "soon", "x"}, {}, folder / "errors.txt");
   EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 2);
-  Process nothing({QVA_REPORT_RUNNER}, {}, folder / "errors.txt");
+  Process nothing({ReportRunnerFile()}, {}, folder / "errors.txt");
   EXPECT_EQ(nothing.Wait(std::chrono::seconds(20)), 2);
 }
 

@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "tests/calc/windows_fixture.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -12,7 +13,7 @@ using testing::IsSupersetOf;
 constexpr char kMessage[] = "QVA_Varnholt";
 
 TEST_F(CalcWindows, ASampleReportIsOfThePeriodThatTheUserChose) {
-  StartWorkbook(fs::path(QVA_SOURCE_DIR) / "samples/balance.fods", {"--show", "--log", "balance.log"},
+  StartWorkbook(SourceFolder() / "samples/balance.fods", {"--show", "--log", "balance.log"},
                 desktop.environment());
   const Desktop::Window period = desktop.WaitForWindow(kPeriod);
   Fill(period, 250, 55, "PAGR");

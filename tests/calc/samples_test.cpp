@@ -7,6 +7,7 @@
 
 #include "tests/calc/calc_fixture.h"
 #include "tests/calc/desktop.h"
+#include "tests/test_paths.h"
 #include "tools/report-runner/Process.h"
 
 namespace qva {
@@ -31,7 +32,7 @@ class Samples : public CalcTest {
   fs::path Archive() const { return output / "drives/C/Ataskaitos/Archyvas"; }
 
   RunResult RunSample(const std::string& name, const fs::path& answers = {}) {
-    const fs::path samples = fs::path(QVA_SOURCE_DIR) / "samples";
+    const fs::path samples = SourceFolder() / "samples";
     const fs::path form_answers = answers.empty() ? samples / (name + ".answers") : answers;
     return RunWorkbook(samples / (name + ".fods"),
                        {"--form-answers", form_answers.string(), "--log", name + ".log"});
@@ -195,7 +196,7 @@ TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
 
 TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
   // As if the user pressed them before the report is closed.
-  std::string workbook = Contents(fs::path(QVA_SOURCE_DIR) / "samples/balance.fods");
+  std::string workbook = Contents(SourceFolder() / "samples/balance.fods");
   const std::size_t at = workbook.find("    Uzverti\n    Zingsnis \"Baigta");
   ASSERT_NE(at, workbook.npos);
   workbook.insert(at,
@@ -205,9 +206,9 @@ TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
                   "    EitiIExcel\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n"
                   "    RestoreApp\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n");
   std::ofstream(folder / "buttons.fods") << workbook;
-  const RunResult run = RunWorkbook(
-      folder / "buttons.fods",
-      {"--no-picture", "--log", "buttons.log", "--form-answers", QVA_SOURCE_DIR "/samples/balance.answers"});
+  const RunResult run =
+      RunWorkbook(folder / "buttons.fods", {"--no-picture", "--log", "buttons.log", "--form-answers",
+                                            (SourceFolder() / "samples/balance.answers").string()});
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   const std::vector<std::string> log = Log("buttons");
   ASSERT_GT(log.size(), 9u);
@@ -248,7 +249,7 @@ class SampleOnTheScreen : public Samples, public testing::WithParamInterface<con
 
 TEST_P(SampleOnTheScreen, LeavesTheSameFilesAsWithoutADisplay) {
   const std::string name = GetParam();
-  const fs::path samples = fs::path(QVA_SOURCE_DIR) / "samples";
+  const fs::path samples = SourceFolder() / "samples";
   Desktop desktop(folder / "desktop");
   StartWorkbook(samples / (name + ".fods"),
                 {"--show", "--log", name + ".log", "--form-answers", samples / (name + ".answers")},

@@ -6,6 +6,7 @@
 
 #include "tests/calc/calc_fixture.h"
 #include "tests/calc/desktop.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 
@@ -37,8 +38,8 @@ class CalcWindows : public CalcTest {
   std::string BuildFolderWithTestModule() {
     const std::filesystem::path build = folder / "build";
     std::filesystem::create_directory(build);
-    std::filesystem::create_symlink(QVA_CALC_COMPONENT, build / "libqva_calc.so");
-    std::filesystem::create_symlink(QVA_EXCEL_CALLS_MODULE, build / "libqva_host.so");
+    std::filesystem::create_symlink(CalcComponentFile(), build / "libqva_calc.so");
+    std::filesystem::create_symlink(ExcelCallsModuleFile(), build / "libqva_host.so");
     return build.string();
   }
 

@@ -1,5 +1,6 @@
 // The library's windows in LibreOffice, worked as a user works them.
 #include "tests/calc/windows_fixture.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -159,7 +160,7 @@ TEST_F(CalcWindows, LeaveTheActiveWorkbookAsItWas) {
 TEST_F(CalcWindows, LeaveNothingBehindHoweverOftenTheyAreShown) {
   const std::string build = BuildFolderWithTestModule();
   std::map<std::string, std::string> environment = desktop.environment();
-  environment["QVA_TEST_HOST"] = fs::path(QVA_CALC_COMPONENT).replace_filename("libqva_host.so");
+  environment["QVA_TEST_HOST"] = CalcComponentFile().replace_filename("libqva_host.so");
   StartMacro("shown_often", {"--show", "--timeout", "400", "--build-folder", build}, environment);
   const auto close_until_pause = [&] {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(5);

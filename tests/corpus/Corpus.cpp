@@ -1,4 +1,5 @@
 #include "tests/corpus/Corpus.h"
+#include "tests/test_paths.h"
 
 #include <algorithm>
 #include <fstream>
@@ -10,7 +11,7 @@ namespace qva::corpus {
 namespace fs = std::filesystem;
 
 const fs::path& Folder() {
-  static const fs::path folder = fs::path(QVA_SOURCE_DIR) / "tests/corpus";
+  static const fs::path folder = SourceFolder() / "tests/corpus";
   return folder;
 }
 

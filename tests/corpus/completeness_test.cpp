@@ -8,6 +8,7 @@
 
 #include "tests/corpus/Corpus.h"
 #include "tests/corpus/MemoryEngine.h"
+#include "tests/test_paths.h"
 
 namespace qva::corpus {
 namespace {
@@ -26,7 +27,7 @@ const std::map<std::string, std::string> kOutOfReach = {
 
 /// The sources of the library and of its front doors' one way into it.
 std::string LibrarySources() {
-  const fs::path root = QVA_SOURCE_DIR;
+  const fs::path root = SourceFolder();
   std::string sources;
   for (const char* folder : {"global", "period", "reports", "storage", "excelui"}) {
     for (const fs::directory_entry& entry : fs::directory_iterator(root / folder)) {
@@ -40,7 +41,7 @@ std::string LibrarySources() {
 
 /// The errors by the names that sources give them.
 std::map<std::string, std::int32_t> ErrorNumbers() {
-  const std::string header = Contents(fs::path(QVA_SOURCE_DIR) / "platform/error.h");
+  const std::string header = Contents(SourceFolder() / "platform/error.h");
   const std::regex enumerator(R"((k\w+) =\s+(-?\d+))");
   std::map<std::string, std::int32_t> numbers;
   for (std::sregex_iterator it(header.begin(), header.end(), enumerator), end; it != end; ++it)

@@ -18,6 +18,7 @@
 #include "platform/host.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/text.h"
+#include "tests/test_paths.h"
 
 namespace qva::embedded {
 
@@ -106,7 +107,7 @@ class HostTest : public testing::Test {
     return names;
   }
 
-  static inline const std::filesystem::path kHostFolder = std::filesystem::path(QVA_SOURCE_DIR) / "host";
+  static inline const std::filesystem::path kHostFolder = SourceFolder() / "host";
 
   const long live_before_ = Object::LiveCount();
   TemporaryFolder folder_;

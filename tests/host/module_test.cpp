@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 
 #include "tests/host/host_test.h"
+#include "tests/test_paths.h"
 
 namespace qva::embedded {
 namespace {
@@ -27,7 +28,7 @@ class HostModule : public HostTest {
  protected:
   void SetUp() override {
     // A module stays loaded, as the process that uses it leaves it.
-    void* library = dlopen(QVA_HOST_MODULE, RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    void* library = dlopen(HostModuleFile().c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     ASSERT_TRUE(library) << dlerror();
     open_ = reinterpret_cast<OpenModule>(dlsym(library, kOpenModuleName));
     ASSERT_TRUE(open_) << dlerror();

@@ -5,6 +5,7 @@
 #include "platform/module.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/posix/temporary_folder.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -91,7 +92,7 @@ TEST_F(ModuleFactoryTest, OtherErrorsGoToTheCaller) {
 
 TEST_F(ModuleFactoryTest, AsksAModuleWhenNoFactoryHasTheClass) {
   OneClass own(u"A.Thing", u"own");
-  ModuleFactory factory(services, {&own}, {QVA_HOST_MODULE});
+  ModuleFactory factory(services, {&own}, {HostModuleFile()});
   const ObjectPtr tools = factory.Create(host::kClientTools);
   ASSERT_TRUE(tools);
   EXPECT_EQ(own.asked, 1);
@@ -123,15 +124,15 @@ TEST_F(ModuleFactoryTest, ModuleThatCannotBeLoadedIsNamedWithTheReason) {
 }
 
 TEST_F(ModuleFactoryTest, ModuleThatCannotBeLoadedHidesNoOther) {
-  ModuleFactory factory(services, {}, {folder / "missing.so", QVA_HOST_MODULE});
+  ModuleFactory factory(services, {}, {folder / "missing.so", HostModuleFile()});
   EXPECT_TRUE(factory.Create(host::kClientTools));
 }
 
 TEST_F(ModuleFactoryTest, ModuleThatCannotBeOpenedIsNamed) {
   services.message_box = nullptr;  // without which the module cannot work
-  ModuleFactory factory(services, {}, {QVA_HOST_MODULE});
+  ModuleFactory factory(services, {}, {HostModuleFile()});
   EXPECT_THAT(ToUtf8(ErrorOfCreate(factory, host::kClientTools).description()),
-              testing::HasSubstr(std::string(QVA_HOST_MODULE) + ": the module cannot be opened"));
+              testing::HasSubstr(HostModuleFile() + ": the module cannot be opened"));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include "platform/host.h"
 #include "platform/settings.h"
 #include "tests/platform/posix/temporary_folder.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -47,7 +48,7 @@ TEST_F(PosixPlatformTest, ServicesUseThePlacesThatTheEnvironmentNames) {
 }
 
 TEST_F(PosixPlatformTest, ModulesAreOpenedOnTheServicesAsTheFrontDoorLeftThem) {
-  PosixPlatform platform({QVA_HOST_MODULE});
+  PosixPlatform platform({HostModuleFile()});
   class Silent : public MessageBox {
    public:
     std::int32_t Show(std::u16string_view, std::int32_t, std::u16string_view) override { return vbOK; }
@@ -66,7 +67,7 @@ TEST_F(PosixPlatformTest, ModulesAreOpenedOnTheServicesAsTheFrontDoorLeftThem) {
 }
 
 TEST_F(PosixPlatformTest, RecordsetsAreInMemoryUnlessAFactoryMakesOthers) {
-  PosixPlatform platform({QVA_HOST_MODULE});
+  PosixPlatform platform({HostModuleFile()});
   InstallServices(platform.services());
   const ado::Recordset recordset = ado::Recordset::Create(*platform.services().object_factory);
   recordset.Fields().Append(u"Code", ado::adVarChar, 5, ado::adFldUnspecified);

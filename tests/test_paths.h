@@ -1,0 +1,24 @@
+// Where a build keeps what tests read and start. Alone in a source of its own, so that no other source
+// depends on the folder that a clone stands in, and the compiler's results serve every clone.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace qva {
+
+/// The project's own folder.
+std::filesystem::path SourceFolder();
+/// The embedded host's module.
+std::string HostModuleFile();
+
+/// The report runner.
+std::string ReportRunnerFile();
+/// The LibreOffice component.
+std::filesystem::path CalcComponentFile();
+/// The module that stands in the host's place in tests of the component.
+std::filesystem::path ExcelCallsModuleFile();
+/// The sanitizers' library that must be loaded before the component is; empty in a build without them.
+std::string SanitizerRuntime();
+
+}  // namespace qva
