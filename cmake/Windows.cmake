@@ -11,25 +11,6 @@ target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi
 enable_language(RC)
 set(visual_styles ${CMAKE_SOURCE_DIR}/platform/windows/forms/VisualStyles.rc)
 
-# The adapters' tests: a console program that runs under Wine.
-if(QVA_TESTS)
-  set(googletest /usr/src/googletest)  # Debian's package of the sources
-  add_library(qva_windows_gtest STATIC EXCLUDE_FROM_ALL ${googletest}/googletest/src/gtest-all.cc
-                                       ${googletest}/googlemock/src/gmock-all.cc)
-  target_include_directories(qva_windows_gtest SYSTEM PUBLIC ${googletest}/googletest/include
-                                                             ${googletest}/googlemock/include)
-  target_include_directories(qva_windows_gtest PRIVATE ${googletest}/googletest ${googletest}/googlemock)
-  target_compile_options(qva_windows_gtest PRIVATE -w)
-
-  # The seam's own tests run here, too, but those that need Linux' files.
-  file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp
-       ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp
-       ${CMAKE_SOURCE_DIR}/tests/platform/recordset/*.cpp)
-  list(FILTER windows_test_sources EXCLUDE REGEX "unattended_")
-  add_executable(qva_windows_tests ${windows_test_sources} ${visual_styles})
-  target_link_libraries(qva_windows_tests PRIVATE qva_library qva_windows qva_memory qva_windows_gtest)
-endif()
-
 # The benchmarks, which run under Wine, too.
 if(QVA_BENCH)
   foreach(bench calls load)
@@ -75,7 +56,7 @@ set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
 add_library(QVA_Varnholt SHARED server/com/Exports.cpp server/com/Registration.cpp server/com/ServerClasses.cpp
                                 server/com/StandardLibrary.cpp server/com/QVA_Varnholt.def
                                 server/com/QVA_Varnholt.rc ${visual_styles})
-set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" UNITY_BUILD OFF RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 set_source_files_properties(server/com/QVA_Varnholt.rc PROPERTIES OBJECT_DEPENDS ${idl_output}/QVA_Varnholt.tlb)
 target_include_directories(QVA_Varnholt SYSTEM PRIVATE ${idl_output})
 target_link_libraries(QVA_Varnholt PRIVATE qva_com)
@@ -90,17 +71,6 @@ add_custom_command(
   DEPENDS ${idl} ${CMAKE_SOURCE_DIR}/cmake/Manifest.cmake VERBATIM)
 add_custom_target(qva_manifest ALL DEPENDS ${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest)
 
-# The test bench: the in-memory Excel and host as automation objects, and the clients that drive the library.
 if(QVA_TESTS)
-  qva_sources(bench_sources tests/com/bench)
-  add_library(QVA_TestBench SHARED ${bench_sources} tests/com/bench/QVA_TestBench.def ${visual_styles})
-  set_target_properties(QVA_TestBench PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-  target_link_libraries(QVA_TestBench PRIVATE qva_com qva_memory)
-  target_link_options(QVA_TestBench PRIVATE -Wl,--enable-stdcall-fixup)
-
-  qva_sources(com_client_sources tests/com/client)
-  add_executable(qva_com_tests ${com_client_sources})
-  target_include_directories(qva_com_tests SYSTEM PRIVATE ${idl_output})
-  target_link_libraries(qva_com_tests PRIVATE qva_windows qva_library qva_windows_gtest psapi)
-  add_dependencies(qva_com_tests qva_idl QVA_Varnholt QVA_TestBench)
+  include(cmake/WindowsTests.cmake)
 endif()

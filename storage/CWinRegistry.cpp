@@ -16,7 +16,7 @@ constexpr std::uint32_t kAccess =
 /// bytes; the registry has always accepted it.
 constexpr RegistrySecurity kSecurity = {.length = 10, .inherit_handle = true};
 
-constexpr std::size_t kBufferSize = 255;
+constexpr std::size_t kValueBufferSize = 255;
 
 }  // namespace
 
@@ -26,10 +26,10 @@ std::u16string CWinRegistry::GetRegSetting(RegistryKey hive, const std::u16strin
   RegistryKey key = 0;
   if (registry.OpenKey(hive, key_path, kAccess, key) != kRegistrySuccess) return {};
 
-  std::array<char, kBufferSize> buffer;
+  std::array<char, kValueBufferSize> buffer;
   buffer.fill(' ');
   auto type = static_cast<std::uint32_t>(value_type);
-  std::uint32_t size = kBufferSize;
+  std::uint32_t size = kValueBufferSize;
   const std::int32_t status = registry.QueryValue(key, value_name, type, buffer, size);
   registry.CloseKey(key);
   value_type = static_cast<std::int32_t>(type);

@@ -92,7 +92,7 @@ Any ToProperty(const Value& value) {
 }
 
 /// The arguments in the order and number of the method's parameters.
-Sequence<Any> Align(css::reflection::XIdlMethod& method, const Arguments& arguments) {
+Sequence<Any> AlignArguments(css::reflection::XIdlMethod& method, const Arguments& arguments) {
   const Sequence<css::reflection::ParamInfo> parameters = method.getParameterInfos();
   const sal_Int32 count = parameters.getLength();
   Sequence<Any> aligned(count);
@@ -148,7 +148,7 @@ Value UnoObject::InvokeUnguarded(Access access, std::u16string_view member, cons
 Value UnoObject::Read(const OUString& name, const Arguments& arguments) {
   if (HasMethod(name)) {
     const auto method = Introspection().getMethod(name, kMethods);
-    Sequence<Any> aligned = Align(*method, arguments);
+    Sequence<Any> aligned = AlignArguments(*method, arguments);
     return FromAny(method->invoke(target_, aligned));
   }
   if (!HasProperty(name)) throw AutomationError(kUnsupportedMember);

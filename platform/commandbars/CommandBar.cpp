@@ -9,7 +9,7 @@
 namespace qva::commandbars {
 namespace {
 
-constexpr std::u16string_view kClass = u"CommandBar";
+constexpr std::u16string_view kBarClass = u"CommandBar";
 
 bool IsGiven(const Value& criterion) {
   return !criterion.Is(Value::Type::Missing);
@@ -19,7 +19,7 @@ bool IsGiven(const Value& criterion) {
 
 const ClassDescription& CommandBar::Description() {
   static const ClassDescription description = [] {
-    ClassBuilder builder(std::u16string_view(kClass), "A toolbar or menu bar");
+    ClassBuilder builder(std::u16string_view(kBarClass), "A toolbar or menu bar");
     builder.Get<&CommandBar::Name>(u"Name").Put<&CommandBar::SetName>(u"Name");
     builder.Get<&CommandBar::Index>(u"Index");
     builder.Get<&CommandBar::Visible>(u"Visible").Put<&CommandBar::SetVisible>(u"Visible");
@@ -43,7 +43,7 @@ std::u16string CommandBar::Name() {
 
 void CommandBar::SetName(const std::u16string& name) {
   RequireAlive(*data());
-  if (data()->built_in) throw OfficeRefusal(u"Name", kClass);
+  if (data()->built_in) throw OfficeRefusal(u"Name", kBarClass);
   for (const auto& bar : application()->command_bars) {
     if (bar != data() && EqualIgnoringCase(bar->name, name)) throw InvalidOfficeCall();
   }
@@ -65,7 +65,7 @@ bool CommandBar::Visible() {
 void CommandBar::SetVisible(bool visible) {
   RequireAlive(*data());
   const bool is_protected = (data()->protection & msoBarNoChangeVisible) != 0 && visible != data()->visible;
-  if (is_protected || (visible && !data()->enabled)) throw OfficeRefusal(u"Visible", kClass);
+  if (is_protected || (visible && !data()->enabled)) throw OfficeRefusal(u"Visible", kBarClass);
   data()->visible = visible;
   Changed(*application());
 }
@@ -78,7 +78,7 @@ std::int32_t CommandBar::Position() {
 void CommandBar::SetPosition(std::int32_t position) {
   RequireAlive(*data());
   if (position < msoBarLeft || position > msoBarFloating) throw InvalidOfficeCall();
-  if ((data()->protection & msoBarNoMove) != 0) throw OfficeRefusal(u"Position", kClass);
+  if ((data()->protection & msoBarNoMove) != 0) throw OfficeRefusal(u"Position", kBarClass);
   data()->position = position;
   Changed(*application());
 }
@@ -112,7 +112,7 @@ ObjectPtr CommandBar::FindControl(const Value& type, const Value& id, const Valu
 
 void CommandBar::Delete() {
   RequireAlive(*data());
-  if (data()->built_in) throw OfficeRefusal(u"Delete", kClass);
+  if (data()->built_in) throw OfficeRefusal(u"Delete", kBarClass);
   data()->is_deleted = true;
   std::erase(application()->command_bars, data());
   Changed(*application());

@@ -5,7 +5,7 @@
 namespace qva::commandbars {
 namespace {
 
-constexpr std::u16string_view kClass = u"CommandBarControl";
+constexpr std::u16string_view kControlClass = u"CommandBarControl";
 
 }  // namespace
 
@@ -13,7 +13,7 @@ const ClassDescription& CommandBarControl::Description() {
   static const ClassDescription description = [] {
     using Data = CommandBarControlData;
     using Control = CommandBarControl;
-    ClassBuilder builder(std::u16string_view(kClass), "A button or box of a command bar");
+    ClassBuilder builder(std::u16string_view(kControlClass), "A button or box of a command bar");
     builder.Get<&Control::BuiltIn>(u"BuiltIn").Get<&Control::Type>(u"Type").Get<&Control::Id>(u"Id");
     builder.Get<&Control::Index>(u"Index");
     AddProperty<&Data::caption>(builder, u"Caption");
@@ -101,7 +101,7 @@ void CommandBarControl::SetFaceId(std::int32_t id) {
 
 void CommandBarControl::PasteFace() {
   CommandBarControlData& button = Button();
-  if (application()->clipboard_picture.empty()) throw OfficeRefusal(u"PasteFace", kClass);
+  if (application()->clipboard_picture.empty()) throw OfficeRefusal(u"PasteFace", kControlClass);
   button.pasted_face = application()->clipboard_picture;
   button.face_id = 0;
   Changed(*application());
@@ -113,7 +113,7 @@ std::int32_t CommandBarControl::State() {
 
 void CommandBarControl::SetState(std::int32_t state) {
   CommandBarControlData& button = Button();
-  if (button.id != 1) throw OfficeRefusal(u"State", kClass);
+  if (button.id != 1) throw OfficeRefusal(u"State", kControlClass);
   if (state != msoButtonUp && state != msoButtonDown && state != msoButtonMixed) throw InvalidOfficeCall();
   button.state = state;
   Changed(*application());
@@ -129,7 +129,7 @@ void CommandBarControl::Execute() {
 void CommandBarControl::Delete(const Value&) {
   RequireAlive(*data());
   const auto bar = data()->bar.lock();
-  if ((bar->protection & msoBarNoCustomize) != 0) throw OfficeRefusal(u"Delete", kClass);
+  if ((bar->protection & msoBarNoCustomize) != 0) throw OfficeRefusal(u"Delete", kControlClass);
   data()->is_deleted = true;
   std::erase(bar->controls, data());
   Changed(*application());

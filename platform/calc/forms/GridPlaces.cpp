@@ -13,7 +13,7 @@ namespace {
 // At 100 %.
 constexpr int kHeaderHeight = 36;
 constexpr int kRowHeight = 22;
-constexpr int kButtonWidth = 22;
+constexpr int kCellButtonWidth = 22;
 
 }  // namespace
 
@@ -79,7 +79,7 @@ Rectangle GridPlaces::CellPlace(const Cell& cell) const {
 
 Rectangle GridPlaces::ButtonPlace(const Cell& cell) const {
   Rectangle place = CellPlace(cell);
-  const int width = std::min(static_cast<int>(std::lround(kButtonWidth * scale_)), place.Width / 2);
+  const int width = std::min(static_cast<int>(std::lround(kCellButtonWidth * scale_)), place.Width / 2);
   place.X += place.Width - width;
   place.Width = width - 1;
   place.Height -= 1;

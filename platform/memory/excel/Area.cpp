@@ -17,7 +17,7 @@ bool IsLetter(char16_t c) {
   return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
 }
 
-bool IsDigit(char16_t c) {
+bool IsRowDigit(char16_t c) {
   return c >= u'0' && c <= u'9';
 }
 
@@ -38,7 +38,7 @@ std::optional<Corner> ParseCorner(std::u16string_view text) {
     skip_dollar();
   }
   const std::size_t digits = i;
-  while (i < text.size() && IsDigit(text[i]) && corner.row <= kRowCount) {
+  while (i < text.size() && IsRowDigit(text[i]) && corner.row <= kRowCount) {
     corner.row = corner.row * 10 + (text[i++] - u'0');
   }
   if (i == digits || i != text.size() || corner.row < 1 || corner.row > kRowCount) return std::nullopt;

@@ -1,0 +1,46 @@
+# The tests of the Windows adapters and of the server: console programs that run under Wine.
+set(CMAKE_UNITY_BUILD OFF)
+
+set(googletest /usr/src/googletest)  # Debian's package of the sources
+add_library(qva_windows_gtest STATIC ${googletest}/googletest/src/gtest-all.cc
+                                     ${googletest}/googlemock/src/gmock-all.cc)
+target_include_directories(qva_windows_gtest SYSTEM PUBLIC ${googletest}/googletest/include
+                                                           ${googletest}/googlemock/include)
+target_include_directories(qva_windows_gtest PRIVATE ${googletest}/googletest ${googletest}/googlemock)
+target_compile_options(qva_windows_gtest PRIVATE -w)
+
+# Tests are compiled as often as they are run.
+function(qva_windows_test_program name)
+  target_compile_options(${name} PRIVATE -O0)
+  target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <functional> <map> <sstream>
+                            <platform/member_table.h>)
+endfunction()
+
+# The adapters. What cannot differ by bitness runs in 64 bits alone: the seam's own tests, which run here, too, but
+# those that need Linux' files, and the windows, for which Wine's 32-bit side has no display.
+file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp)
+if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+  file(GLOB seam_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp
+       ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/recordset/*.cpp)
+  list(FILTER seam_test_sources EXCLUDE REGEX "unattended_")
+  list(APPEND windows_test_sources ${seam_test_sources})
+else()
+  list(FILTER windows_test_sources EXCLUDE REGEX "/(form|grid|list_chooser)_[a-z_]*_test\\.cpp$")
+endif()
+add_executable(qva_windows_tests ${windows_test_sources} ${visual_styles})
+target_link_libraries(qva_windows_tests PRIVATE qva_library qva_windows qva_memory qva_windows_gtest)
+qva_windows_test_program(qva_windows_tests)
+
+# The test bench: the in-memory Excel and host as automation objects, and the clients that drive the library.
+qva_sources(bench_sources tests/com/bench)
+add_library(QVA_TestBench SHARED ${bench_sources} tests/com/bench/QVA_TestBench.def ${visual_styles})
+set_target_properties(QVA_TestBench PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+target_link_libraries(QVA_TestBench PRIVATE qva_com qva_memory)
+target_link_options(QVA_TestBench PRIVATE -Wl,--enable-stdcall-fixup)
+
+qva_sources(com_client_sources tests/com/client)
+add_executable(qva_com_tests ${com_client_sources})
+target_include_directories(qva_com_tests SYSTEM PRIVATE ${idl_output})
+target_link_libraries(qva_com_tests PRIVATE qva_windows qva_library qva_windows_gtest psapi)
+qva_windows_test_program(qva_com_tests)
+add_dependencies(qva_com_tests qva_idl QVA_Varnholt QVA_TestBench)
