@@ -5,21 +5,10 @@
 set -uo pipefail
 umask 022
 cd "$(dirname "$0")/.."
-passed=0 failed=0
+. tools/test-lib.sh
 work=$(mktemp -d)
 screen=
 trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
-check() {
-  local name=$1
-  shift
-  if "$@"; then
-    passed=$((passed + 1)) && echo "passed: $name"
-  else
-    failed=$((failed + 1)) && echo "FAILED: $name"
-  fi
-}
-windows_path() { printf 'Z:%s' "${1//\//\\}"; }
-
 check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
 oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
 check "the zip unpacks" unzip -qo "$zip" -d "$work/zip"
@@ -104,7 +93,8 @@ is_unregistered() {
 }
 libraries=build/wine-i386
 check "Wine runs programs of both bitnesses" tools/wine-i386.sh "$libraries"
-check "and has a registry of its own" tools/wine-prefix.sh "$work/prefix" "$libraries"
+check "and has a registry of its own" tools/wine-prefix.sh build/wine-new "$libraries"
+cp -a build/wine-new "$work/prefix"
 script() { wine_run cmd /c "$(windows_path "$work/zip/$1.cmd")" | tr -d '\r' | grep -q 'done'; }
 check "the script for one user registers" script register-for-user
 check "in the user's part of the registry" is_registered HKCU
@@ -115,5 +105,4 @@ check "in the machine's part of the registry" is_registered HKLM
 check "and is undone" script unregister
 check "without a trace" is_unregistered
 
-echo "$passed passed, $failed failed, 0 skipped"
-[[ $failed -eq 0 ]]
+sum_up

@@ -1,36 +1,20 @@
 #!/usr/bin/env bash
-# Tests the Windows library: both DLLs statically, then what Wine can run, in a private prefix that is removed
-# at the end. The last line sums the tests up.
-#   tools/test-windows.sh [<64-bit build folder> [<32-bit build folder>]]
+# Tests the Windows library: the DLLs statically, then what Wine can run, in private prefixes that are removed at the
+# end. The last line sums the tests up.
+#   tools/test-windows.sh [64-bit | screen | 32-bit]...
+# 64-bit and 32-bit are the clients of each library, screen is everything that opens windows; without an argument all
+# three. The builds are build/windows-x64 and build/windows-x86, with their tests.
 set -uo pipefail
 cd "$(dirname "$0")/.."
+. tools/test-lib.sh
 
-x64=$(realpath "${1:-build/windows-x64}")
-x86=$(realpath "${2:-build/windows-x86}")
-passed=0 failed=0 skipped=0
+x64=$PWD/build/windows-x64
+x86=$PWD/build/windows-x86
 work=$(mktemp -d)
 prefix=$work/prefix
 trap 'WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
 
-report() {
-  local name=$1 status=$2
-  if [[ $status -eq 0 ]]; then
-    passed=$((passed + 1))
-    echo "passed: $name"
-  else
-    failed=$((failed + 1))
-    echo "FAILED: $name"
-  fi
-}
-check() {
-  local name=$1
-  shift
-  "$@"
-  report "$name" $?
-}
 wine_run() { tools/wine-run.sh "$prefix" "$@"; }
-# A path as Windows programs see it.
-windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 
 # --- The files themselves ------------------------------------------------------------------------------------
 
@@ -58,21 +42,11 @@ static_checks() {
 
 # --- Programs under Wine -------------------------------------------------------------------------------------
 
-# A Google Test program: its tests count one by one. A program that dies counts as a failure, too. More arguments
-# are options of tools/wine-run.sh.
-google_test() {
-  local name=$1 program=$2 log=$work/test.log
+# A program of tests; more arguments are options of tools/wine-run.sh.
+wine_test() {
+  local name=$1 program=$2
   shift 2
-  tools/wine-run.sh --timeout 300 "$@" "$prefix" "$program" --gtest_brief=1 2>&1 | tr -d '\r' | tee "$log" | \
-    grep -v '^$'
-  local status=${PIPESTATUS[0]} good bad
-  good=$(sed -nE 's/^\[  PASSED  \] ([0-9]+) tests?\.?.*/\1/p' "$log" | tail -n 1)
-  bad=$(sed -nE 's/^\[  FAILED  \] ([0-9]+) tests?, listed below:.*/\1/p' "$log" | tail -n 1)
-  passed=$((passed + ${good:-0}))
-  failed=$((failed + ${bad:-0}))
-  skipped=$((skipped + $(sed -nE 's/^\[  SKIPPED \] ([0-9]+) tests?\.?.*/\1/p' "$log" | tail -n 1)+0))
-  [[ ${good:-0} -gt 0 || ${bad:-0} -gt 0 ]] || status=1
-  [[ $status -ne 0 && ${bad:-0} -eq 0 ]] && report "$name ended with status $status" 1
+  google_test "$name" tools/wine-run.sh --timeout 600 "$@" "$prefix" "$(windows_path "$program")"
 }
 
 # One script of tests/com/scripts. Dialogs are answered by the script's own answers file.
@@ -158,19 +132,6 @@ registration() {
   check "$name: and nothing is left of either" same_registry "$work/before.reg"
 }
 
-# The tests of windows once more: at 100 % all pixels are the same, whoever measures them.
-windows_at_150_percent() {
-  dots_per_inch() {
-    wine_run reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f > /dev/null 2>&1
-    WINEPREFIX=$prefix timeout 30 wineserver -k
-  }
-  command -v xvfb-run > /dev/null || return 0
-  dots_per_inch 144
-  GTEST_FILTER='Form*:Month*:Grid*:List*:BoxOnScreen*' \
-    google_test "64-bit: windows at 150 %" "$(windows_path "$1/qva_windows_tests.exe")" --display
-  dots_per_inch 96
-}
-
 clients() {
   local name=$1 build=$2 system=$3
   local regsvr32=$system\\regsvr32.exe cscript=$system\\cscript.exe
@@ -186,14 +147,7 @@ clients() {
   registry "$work/start.reg"
   wine_run "$regsvr32" /s "$bench"
   report "$name: the test bench registers" $?
-  if [[ -e $build/qva_windows_tests.exe ]]; then
-    # A new Wine, so that this program decides whether there is a display.
-    WINEPREFIX=$prefix timeout 30 wineserver -k
-    google_test "$name: qva_windows_tests" "$(windows_path "$build/qva_windows_tests.exe")" \
-      $(command -v xvfb-run > /dev/null && echo --display)
-    [[ $name != 64-bit ]] || windows_at_150_percent "$build"
-  fi
-  google_test "$name: qva_com_tests" "$(windows_path "$build/qva_com_tests.exe")"
+  wine_test "$name: qva_com_tests" "$build/qva_com_tests.exe"
 
   wine_run "$regsvr32" /s "$dll"
   local source
@@ -203,14 +157,28 @@ clients() {
     [[ $script_name == check ]] || check "$name: script $script_name" script "$script_name" "$cscript"
   done
   check "$name: macros of the corpus" corpus "$cscript"
-  # Wine's 32-bit side has no displays.
-  if [[ $name == 64-bit ]]; then
-    check "$name: windows worked with keyboard and mouse" tests/com/desktop/run.sh "$prefix"
-  fi
   wine_run "$regsvr32" /s /u "$dll"
   wine_run "$regsvr32" /s /u "$bench"
   wine_run reg delete 'HKCU\Software\VB and VBA Program Settings' /f > /dev/null 2>&1
   check "$name: all of it leaves the registry as it was" same_registry "$work/start.reg"
+}
+
+# Whatever opens windows; Wine's 32-bit side has no displays.
+screen() {
+  local regsvr32='C:\windows\system32\regsvr32.exe'
+  wine_test "qva_windows_tests at 100 %" "$x64/qva_windows_tests.exe" --display
+  # The windows once more: at 100 % all pixels are the same, whoever measures them.
+  dots_per_inch 144
+  GTEST_FILTER='Form*:Month*:Grid*:List*:BoxOnScreen*' \
+    wine_test "windows at 150 %" "$x64/qva_windows_tests.exe" --display
+  dots_per_inch 96
+  wine_run "$regsvr32" /s "$(windows_path "$x64/QVA_TestBench.dll")"
+  wine_run "$regsvr32" /s "$(windows_path "$x64/QVA_Varnholt.dll")"
+  check "windows worked with keyboard and mouse" tests/com/desktop/run.sh "$prefix"
+}
+dots_per_inch() {
+  wine_run reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f > /dev/null 2>&1
+  WINEPREFIX=$prefix timeout 30 wineserver -k
 }
 
 # Each bitness comes and goes without touching the other.
@@ -236,28 +204,37 @@ side_by_side() {
   check "side by side: nothing is left of either" same_registry "$work/none.reg"
 }
 
-echo "== The DLLs"
-static_checks "64-bit" "$x64" x86_64-w64-mingw32
-static_checks "32-bit" "$x86" i686-w64-mingw32
-
-echo "== Clients under Wine"
 # Nobody answers boxes here.
 QVA_VARNHOLT_MESSAGE_LOG=$(windows_path "$work/boxes.log")
 export QVA_VARNHOLT_MESSAGE_LOG
+
+[[ $# -gt 0 ]] || set -- 64-bit screen 32-bit
 libraries=build/wine-i386
 tools/wine-i386.sh "$libraries" || libraries=
-if tools/wine-prefix.sh "$prefix" ${libraries:+"$libraries"}; then
-  clients "64-bit" "$x64" 'C:\windows\system32'
-  if [[ -n $libraries ]]; then
-    clients "32-bit" "$x86" 'C:\windows\syswow64'
-    side_by_side
-  else
-    skipped=$((skipped + 1))
-    echo "NOT RUN: the 32-bit DLL - Wine's 32-bit libraries are not at hand; the DLL was checked statically"
-  fi
-else
-  report "a Wine prefix can be made" 1
-fi
-
-printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
-[[ $failed -eq 0 && $passed -gt 0 ]]
+# Each part has a prefix as new; they are copies, since making one takes long.
+tools/wine-prefix.sh build/wine-new ${libraries:+"$libraries"} || { report "a Wine prefix can be made" 1; set --; }
+for part; do
+  echo "== $part"
+  WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null
+  rm -rf "$prefix"
+  cp -a build/wine-new "$prefix"
+  case $part in
+    64-bit)
+      static_checks "64-bit" "$x64" x86_64-w64-mingw32
+      clients "64-bit" "$x64" 'C:\windows\system32'
+      ;;
+    screen) screen ;;
+    32-bit)
+      static_checks "32-bit" "$x86" i686-w64-mingw32
+      if [[ -n $libraries ]]; then
+        wine_test "32-bit: qva_windows_tests" "$x86/qva_windows_tests.exe"
+        clients "32-bit" "$x86" 'C:\windows\syswow64'
+        side_by_side
+      else
+        not_run "the 32-bit DLL - Wine's 32-bit libraries are not at hand; the DLL was checked statically"
+      fi
+      ;;
+    *) sed -n '2,6s/^# //p' "$0" >&2; exit 2 ;;
+  esac
+done
+sum_up

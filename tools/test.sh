@@ -1,99 +1,74 @@
 #!/usr/bin/env bash
-# Builds everything and runs all tests. The last line sums them up.
+# Builds everything and runs all tests. Builds come one after the other; what a build is needed for runs beside the
+# next ones, since LibreOffice and Wine mostly wait. The output ends with a table of the steps and a line that sums up.
 set -uo pipefail
 cd "$(dirname "$0")/.."
+. tools/test-lib.sh
 
-passed=0 failed=0 skipped=0
 results=$(mktemp -d)
-trap 'rm -rf "$results"' EXIT
+# Whatever still runs when this script is stopped goes with it.
+trap 'trap - EXIT; rm -rf "$results"; kill -- $(jobs -p) 2> /dev/null' EXIT
+trap 'exit 1' INT TERM
+SECONDS=0
+steps=0
 
-step() { printf '\n== %s\n' "$*"; }
-
-# One test that is a command: it passes when the command does.
-check() {
-  local name=$1
-  shift
-  if "$@"; then
-    passed=$((passed + 1))
-    echo "passed: $name"
-  else
-    failed=$((failed + 1))
-    echo "FAILED: $name"
-  fi
-}
-
-# A Google Test program: its tests count one by one. A program that dies counts as a failure, too.
-google_test() {
-  local name=$1 limit=$2
+# Runs a script of tests that ends within the limit in seconds; prints its output when it is over, and keeps for the
+# table its beginning, duration, processor time and last line.
+#   run_step <name> <limit> <command>...
+run_step() {
+  local name=$1 limit=$2 number begin=$SECONDS times status TIMEFORMAT='%R %U %S'
   shift 2
-  timeout --kill-after=10 "$limit" "$@" 2>&1 | tr -d '\r' > "$results/$name.log"
-  local status=${PIPESTATUS[0]} good bad none
-  grep -vE '^\[( RUN      |       OK |----------)\]|^$' "$results/$name.log"
-  good=$(grep -cE '^\[       OK \] ' "$results/$name.log")
-  bad=$(grep -cE '^\[  FAILED  \] .*\([0-9]+ ms\)$' "$results/$name.log")
-  none=$(grep -cE '^\[  SKIPPED \] .*\([0-9]+ ms\)$' "$results/$name.log")
-  passed=$((passed + good))
-  failed=$((failed + bad))
-  skipped=$((skipped + none))
-  if [[ $status -ne 0 && $bad -eq 0 ]]; then
-    failed=$((failed + 1))
-    echo "FAILED: $name ended with status $status"
+  number=$(printf '%02d' "$steps")
+  times=$({ time timeout --kill-after=10 "$limit" "$@" > "$results/$number.log" 2>&1 < /dev/null; echo "$?" > "$results/$number.status"; } 2>&1)
+  status=$(< "$results/$number.status")
+  local last
+  last=$(tail -n 1 "$results/$number.log")
+  if [[ ! $last =~ ^[0-9]+\ passed,\ [0-9]+\ failed,\ [0-9]+\ skipped$ ]]; then
+    last="0 passed, 1 failed, 0 skipped"
+    echo "FAILED: $name was cut off, with status $status" >> "$results/$number.log"
   fi
+  { flock 8; printf '\n== %s\n' "$name"; cat "$results/$number.log"; } 8> "$results/lock"
+  printf '%s\n' "$name" "$begin" "$times" "$last" > "$results/$number.step"
+}
+# The same beside what follows.
+start() {
+  steps=$((steps + 1))
+  run_step "$@" &
+}
+# A build, of which nothing else is to be seen as long as it succeeds. Tests beside it come first.
+#   build <name> <preset> <options of CMake> [<target>...]
+build() {
+  steps=$((steps + 1))
+  run_step "$1" 3000 nice tools/test-build.sh "${@:2}"
 }
 
-# A script of tests, whose last line sums them up.
-script() {
-  local limit=$1
-  shift
-  timeout --kill-after=10 "$limit" "$@" 2>&1 | tee "$results/script.log"
-  if [[ $(tail -n 1 "$results/script.log") =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed,\ ([0-9]+)\ skipped$ ]]; then
-    passed=$((passed + BASH_REMATCH[1]))
-    failed=$((failed + BASH_REMATCH[2]))
-    skipped=$((skipped + BASH_REMATCH[3]))
-  else
-    failed=$((failed + 1))
-    echo "FAILED: $1 was cut off"
-  fi
-}
+build "Build for LibreOffice, with sanitizers" debug -DQVA_TESTS=ON qva_calc_tests
+start "LibreOffice, first half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=0 tools/google-test.sh build/debug/tests/qva_calc_tests
+start "LibreOffice, second half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 tools/google-test.sh build/debug/tests/qva_calc_tests
+start "Corpus in LibreOffice" 600 tools/check-command.sh "macros of the corpus" tools/corpus-libreoffice.sh build/debug
 
-step "Build under AddressSanitizer and UndefinedBehaviorSanitizer"
-cmake --preset debug > /dev/null && cmake --build --preset debug
-check "debug build" test $? -eq 0
+build "Build for 64-bit Windows" windows-x64 -DQVA_TESTS=ON
+start "Windows, 64-bit" 1500 tools/test-windows.sh 64-bit
+start "Windows, on a screen" 1500 tools/test-windows.sh screen
 
-step "Every test source is in the build"
-found=0
-for source in $(find tests -name '*.cpp' | grep -vE '^tests/(com|windows)/'); do
-  if grep -q "/$source\"" build/debug/compile_commands.json; then found=$((found + 1)); else echo "not in the build: $source"; lost=1; fi
+build "Build of the release" release -DQVA_TESTS=OFF
+start "Linux modules" 60 tools/check-modules.sh build/release
+build "Build for 32-bit Windows" windows-x86 -DQVA_TESTS=ON
+start "Windows, 32-bit" 1500 tools/test-windows.sh 32-bit
+start "Packages" 1500 tools/test-package.sh build/release build/windows-x64 build/windows-x86
+
+build "Build of the tests, with sanitizers" debug -DQVA_TESTS=ON
+start "Library and seam" 900 tools/google-test.sh build/debug/tests/qva_tests
+start "House rules" 900 nice tools/lint.sh
+wait
+
+printf '\n%-42s %9s %9s %9s  %s\n' "step" "began (s)" "time (s)" "CPU (s)" "result"
+for step in "$results"/*.step; do
+  { read -r name; read -r begin; read -r real user sys; read -r result; } < "$step"
+  [[ $result =~ ^([0-9]+)\ passed,\ ([0-9]+)\ failed,\ ([0-9]+)\ skipped$ ]]
+  passed=$((passed + BASH_REMATCH[1])) failed=$((failed + BASH_REMATCH[2])) skipped=$((skipped + BASH_REMATCH[3]))
+  LC_ALL=C awk -v name="$name" -v begin="$begin" -v real="$real" -v user="$user" -v sys="$sys" -v result="$result" \
+    'BEGIN { printf "%-42s %9d %9d %9d  %s\n", name, begin, real, user + sys, result }'
 done
-check "test sources ($found)" test -z "${lost:-}" -a "$found" -gt 0
-
-step "The library includes the seam and the standard library alone"
-# Below platform/ stand the adapters; a system's header has a folder or ends in .h.
-strays=$(grep -nE '^#include ("(platform/[a-z]+/|server/|host/|tests/)|<([a-z]+/|[A-Za-z]+\.h[px]*>))' \
-  {global,period,reports,storage,excelui}/*.{h,cpp} 2> /dev/null)
-check "includes of the library" test -z "$strays"
-printf '%s' "$strays"
-
-step "Library and seam"
-google_test qva_tests 600 build/debug/tests/qva_tests
-
-step "Macros in LibreOffice"
-google_test qva_calc_tests 1500 build/debug/tests/qva_calc_tests
-check "macros of the corpus" tools/corpus-libreoffice.sh build/debug
-
-step "Cross-compile for Windows"
-for preset in windows-x64 windows-x86; do
-  cmake --preset $preset > /dev/null && cmake --build --preset $preset
-  check "$preset build" test $? -eq 0
-done
-
-step "The Windows library"
-script 2400 tools/test-windows.sh
-
-step "The packages"
-cmake --preset release -DQVA_TESTS=OFF > /dev/null && cmake --build --preset release
-check "release build" test $? -eq 0
-script 1500 tools/test-package.sh build/release build/windows-x64 build/windows-x86
-
-printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
-[[ $failed -eq 0 && $passed -gt 0 ]]
+printf '%-42s %9d %9d\n' "all" 0 "$SECONDS"
+sum_up

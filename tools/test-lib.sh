@@ -1,0 +1,56 @@
+# What the scripts of tests share; to be sourced. Tests are counted, and the last line of a script sums them up:
+# "<n> passed, <n> failed, <n> skipped".
+passed=0 failed=0 skipped=0
+
+report() {
+  local name=$1 status=$2
+  if [[ $status -eq 0 ]]; then
+    passed=$((passed + 1))
+    echo "passed: $name"
+  else
+    failed=$((failed + 1))
+    echo "FAILED: $name"
+  fi
+}
+# One test that is a command: it passes when the command does.
+check() {
+  local name=$1
+  shift
+  "$@"
+  report "$name" $?
+}
+# What cannot be tried here, and why.
+not_run() {
+  skipped=$((skipped + 1))
+  echo "NOT RUN: $*"
+}
+
+# A Google Test program, whose tests count one by one. A program that dies counts as a failure, too.
+#   google_test <name> <command>...
+google_test() {
+  local name=$1 log status good bad none
+  shift
+  log=$(mktemp)
+  "$@" 2>&1 | tr -d '\r' > "$log"
+  status=${PIPESTATUS[0]}
+  grep -vE '^\[( RUN      |       OK |----------)\]|^$' "$log"
+  good=$(grep -cE '^\[       OK \] ' "$log")
+  bad=$(grep -cE '^\[  FAILED  \] .*\([0-9]+ ms\)$' "$log")
+  none=$(grep -cE '^\[  SKIPPED \] .*\([0-9]+ ms\)$' "$log")
+  rm -f "$log"
+  passed=$((passed + good)) failed=$((failed + bad)) skipped=$((skipped + none))
+  if [[ $((good + bad)) -eq 0 || ($status -ne 0 && $bad -eq 0) ]]; then
+    report "$name ran $((good + bad + none)) tests and ended with status $status" 1
+  else
+    echo "$name: $good passed, $bad failed, $none skipped"
+  fi
+}
+
+# The last words of a script of tests.
+sum_up() {
+  printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
+  [[ $failed -eq 0 && $passed -gt 0 ]]
+}
+
+# A path as Windows programs see it.
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
