@@ -15,6 +15,12 @@ inline AutomationError Refusal(std::u16string description = u"Application-define
   return {kApplicationDefined, std::u16string(kExcelSource), std::move(description)};
 }
 
+/// Excel's text for cells that cannot be changed on a protected sheet.
+inline constexpr std::u16string_view kProtectedRefusal =
+    u"The cell or chart you are trying to change is protected and therefore read-only.\n\n"
+    u"To modify a protected cell or chart, first remove protection using the Unprotect Sheet command "
+    u"(Tools menu, Protection submenu). You may be prompted for a password.";
+
 /// Error 9: a collection has no such sheet, workbook or window.
 inline AutomationError SubscriptRefusal() {
   return {kSubscriptOutOfRange, std::u16string(kExcelSource), StandardDescription(kSubscriptOutOfRange)};

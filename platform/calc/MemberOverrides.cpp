@@ -5,8 +5,12 @@
 
 #include "platform/ado.h"
 #include "platform/calc/FormattedArea.h"
+#include "platform/calc/Preview.h"
+#include "platform/calc/RangeAreas.h"
 #include "platform/calc/ReportMembers.h"
+#include "platform/calc/Screen.h"
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/SheetProtection.h"
 #include "platform/calc/toolbars/ToolbarMembers.h"
 #include "platform/date.h"
 #include "platform/excel.h"
@@ -114,8 +118,12 @@ constexpr Override kOverrides[] = {
     {u"Application", u"DisplayCommentIndicator", Use::Write, &SetDisplayCommentIndicator},
     {u"Application", u"Help", Use::Read, &Help},
     {u"Application", u"OnKey", Use::Read, &OnKey},
+    {u"Application", u"ScreenUpdating", Use::Write, &SetScreenUpdating},
     {u"Application", u"Sheets", Use::Read, &Sheets},
+    {u"PageSetup", u"PrintArea", Use::Write, &SetPrintArea},
     {u"Range", u"CopyFromRecordset", Use::Read, &CopyFromRecordset},
+    {u"Range", u"Font", Use::Read, &RangeFont},
+    {u"Range", u"Interior", Use::Read, &RangeInterior},
     {u"Range", u"Value", Use::Write, &SetCellValue},
     {u"Shape", u"Copy", Use::Read, &CopyShape},
     {u"Window", u"FreezePanes", Use::Write, &SetFreezePanes},
@@ -126,6 +134,9 @@ constexpr Override kOverrides[] = {
     {u"Worksheet", u"Names", Use::Read, &WorksheetNames},
     {u"Worksheet", u"PrintOut", Use::Read, &PrintOut},
     {u"Worksheet", u"PrintPreview", Use::Read, &PrintPreview},
+    {u"Worksheet", u"Protect", Use::Read, &Protect},
+    {u"Worksheet", u"Range", Use::Read, &SheetRange},
+    {u"Worksheet", u"Visible", Use::Write, &SetVisible},
 };
 
 /// Makes a member's result whole.
@@ -139,7 +150,6 @@ constexpr Completion kCompletions[] = {
     {u"Range", u"Value", &WithCellError},
     {u"Workbook", u"FullName", &WithFolder},
     {u"Worksheet", u"Parent", &WorkbookOf},
-    {u"Worksheet", u"Range", &OnSheet},
     {u"Worksheet", u"UsedRange", &WithFormattedCells},
 };
 
@@ -163,17 +173,6 @@ Value Complete(const ObjectPtr& object, std::u16string_view member, Value result
     }
   }
   return result;
-}
-
-void RefuseCrash(const ObjectPtr& object, Access access, std::u16string_view member) {
-  const bool is_write = access == Access::Put || access == Access::PutRef;
-  const bool needs_view =
-      EqualIgnoringCase(member, u"WindowState") || (is_write && EqualIgnoringCase(member, u"Zoom"));
-  // For these, LibreOffice follows the view of a window without looking whether there is one; a workbook that
-  // was opened hidden has none.
-  if (needs_view && object->TypeName() == u"Window" && !Get(object, u"Visible").ToBoolean()) {
-    throw AutomationError(kApplicationDefined, u"LibreOffice", u"The window is hidden");
-  }
 }
 
 }  // namespace qva::calc

@@ -18,7 +18,4 @@ MemberOverride FindOverride(const Object& object, Access access, std::u16string_
 /// What a member that was got or called should have given, made from what LibreOffice's own member gave.
 Value Complete(const ObjectPtr& object, std::u16string_view member, Value result);
 
-/// Raises 1004 for the use of a member on which LibreOffice would crash.
-void RefuseCrash(const ObjectPtr& object, Access access, std::u16string_view member);
-
 }  // namespace qva::calc

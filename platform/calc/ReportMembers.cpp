@@ -1,14 +1,11 @@
 #include "platform/calc/ReportMembers.h"
 
 #include <com/sun/star/beans/XPropertySet.hpp>
-#include <com/sun/star/frame/Desktop.hpp>
-#include <com/sun/star/frame/DispatchHelper.hpp>
-#include <com/sun/star/frame/XDispatchProvider.hpp>
-#include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/vba/XVBACompatibility.hpp>
-#include <osl/file.hxx>
 
+#include "platform/calc/SheetDocument.h"
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
@@ -33,10 +30,6 @@ constexpr std::u16string_view kDefaultProject = u"VBAProject";  ///< Excel's nam
 /// LibreOffice's own member, whatever stands in for it here.
 Value Own(const ObjectPtr& object, Access access, std::u16string_view member, const Arguments& arguments) {
   return static_cast<UnoObject&>(*object).InvokeOwn(access, member, arguments);
-}
-
-AutomationError NoSuchName() {
-  return AutomationError(kApplicationDefined, u"LibreOffice", u"The sheet has no such name");
 }
 
 /// Stands for a sheet's name "Print_Area": LibreOffice keeps print areas beside the names.
@@ -71,7 +64,7 @@ class SheetNames : public Described<SheetNames> {
     const bool is_text = index.Is(Value::Type::Text);
     if (is_text && EqualIgnoringCase(index.As<std::u16string>(), kPrintArea)) {
       const ObjectPtr page_setup = GetObject(sheet_, u"PageSetup");
-      if (Get(page_setup, u"PrintArea").ToText().empty()) throw NoSuchName();
+      if (Get(page_setup, u"PrintArea").ToText().empty()) throw Refused(u"The sheet has no such name");
       return ObjectPtr(MakeRef<PrintAreaName>(excel::Worksheet(sheet_)));
     }
     return Get(Own(sheet_, Access::Get, u"Names", {}).ToObject(), u"Item", {std::move(index)});
@@ -95,28 +88,10 @@ class Project : public Described<Project> {
   std::u16string name_;
 };
 
-std::u16string PathOf(const Reference<css::frame::XModel>& model) {
-  OUString path;
-  osl::FileBase::getSystemPathFromFileURL(model->getURL(), path);
-  return FromUno(path);
-}
-
 /// Nothing for a workbook that was never saved.
 std::u16string PathOf(const ObjectPtr& workbook) {
   const std::u16string folder = Get(workbook, u"Path").ToText();
   return folder.empty() ? folder : folder + u"/" + Get(workbook, u"Name").ToText();
-}
-
-/// The document of a workbook: the one of its file, or the current one where it was never saved.
-Reference<css::frame::XModel> DocumentOf(const ObjectPtr& workbook) {
-  const auto desktop = css::frame::Desktop::create(Context());
-  const std::u16string path = PathOf(workbook);
-  const auto components = desktop->getComponents()->createEnumeration();
-  while (components->hasMoreElements()) {
-    const Reference<css::frame::XModel> model(components->nextElement(), UNO_QUERY);
-    if (model.is() && PathOf(model) == path) return model;
-  }
-  return Reference<css::frame::XModel>(desktop->getCurrentComponent(), UNO_QUERY_THROW);
 }
 
 /// Makes a sheet the active one, and the former one active again at its end.
@@ -169,26 +144,9 @@ Value WorksheetNames(const ObjectPtr& sheet, const Arguments& arguments) {
   return arguments.positional.empty() ? Value(names) : names->Item(arguments.positional[0]);
 }
 
-Value OnSheet(const ObjectPtr& sheet, Value range) {
-  if (Get(GetObject(range.ToObject(), u"Worksheet"), u"Name") != Get(sheet, u"Name")) {
-    throw AutomationError(kApplicationDefined, u"LibreOffice", u"The name means cells of another sheet");
-  }
-  return range;
-}
-
 Value PrintOut(const ObjectPtr& sheet, const Arguments& arguments) {
   const ActiveSheet active(sheet);
   return Own(sheet, Access::Call, u"PrintOut", arguments);
-}
-
-Value PrintPreview(const ObjectPtr& sheet, const Arguments&) {
-  Call(sheet, u"Activate");
-  const auto document = DocumentOf(GetObject(sheet, u"Parent"));
-  const Reference<css::frame::XDispatchProvider> frame(document->getCurrentController()->getFrame(),
-                                                       UNO_QUERY_THROW);
-  // Not by PrintOut's own Preview, on which LibreOffice crashes without a display.
-  css::frame::DispatchHelper::create(Context())->executeDispatch(frame, ".uno:PrintPreview", "", 0, {});
-  return {};
 }
 
 Value SetDisplayPageBreaks(const ObjectPtr&, const Arguments&) {
@@ -203,7 +161,7 @@ Value WithFolder(const ObjectPtr& workbook, Value name) {
 }
 
 Value VBProject(const ObjectPtr& workbook, const Arguments&) {
-  const Reference<css::beans::XPropertySet> document(DocumentOf(workbook), UNO_QUERY_THROW);
+  const Reference<css::beans::XPropertySet> document(DocumentOfWorkbook(workbook), UNO_QUERY_THROW);
   const css::uno::Any libraries = document->getPropertyValue("BasicLibraries");
   const Reference<css::script::vba::XVBACompatibility> project(libraries, UNO_QUERY);
   std::u16string name = project.is() ? FromUno(project->getProjectName()) : std::u16string();

@@ -10,14 +10,8 @@ namespace qva::calc {
 /// are hidden stay visible in LibreOffice.
 Value WorksheetNames(const ObjectPtr& sheet, const Arguments& arguments);
 
-/// Worksheet.Range: LibreOffice also gives cells of other sheets where a name means them. Raises 1004 then.
-Value OnSheet(const ObjectPtr& sheet, Value range);
-
 /// Worksheet.PrintOut: LibreOffice's own prints the active sheet, so the sheet is that meanwhile.
 Value PrintOut(const ObjectPtr& sheet, const Arguments& arguments);
-
-/// Worksheet.PrintPreview: turns the window into LibreOffice's preview and does not wait for its end.
-Value PrintPreview(const ObjectPtr& sheet, const Arguments& arguments);
 
 /// Worksheet.DisplayPageBreaks = …: nothing, there is no such display.
 Value SetDisplayPageBreaks(const ObjectPtr& sheet, const Arguments& arguments);

@@ -1,34 +1,89 @@
 #include "platform/calc/SheetDocument.h"
 
-#include <com/sun/star/uno/XInterface.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/lang/IndexOutOfBoundsException.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XSheetCellRange.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 
 #include "platform/automation.h"
+#include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoValue.h"
 
 namespace qva::calc {
 namespace {
 
+using css::frame::XModel;
+using css::sheet::XSpreadsheet;
 using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
 using css::uno::XInterface;
 
-/// A sheet does not tell its document, but the forms that may be drawn on it do.
-Reference<XInterface> ComponentOf(const ObjectPtr& sheet) {
-  ObjectPtr object = GetObject(sheet, u"Cells", {std::int32_t{1}, std::int32_t{1}});
-  for (const std::u16string_view step : {u"CellRange", u"Spreadsheet", u"DrawPage", u"Forms", u"Parent"}) {
-    object = GetObject(object, step);
+/// A sheet does not tell its document, but the forms that may be drawn on it do. Null for the sheet of a
+/// closed workbook.
+Reference<XInterface> ComponentOf(const Reference<XSpreadsheet>& sheet) {
+  ObjectPtr object = MakeRef<UnoObject>(css::uno::Any(sheet));
+  for (const std::u16string_view step : {u"DrawPage", u"Forms", u"Parent"}) {
+    if (object) object = GetObject(object, step);
   }
-  return Reference<XInterface>(ToAny(object), css::uno::UNO_QUERY);
+  return Reference<XInterface>(ToAny(object), UNO_QUERY);
+}
+
+/// The first rectangle of a range's cells.
+Reference<css::sheet::XSheetCellRange> FirstArea(const css::uno::Any& cells) {
+  if (const Reference<css::sheet::XSheetCellRange> one{cells, UNO_QUERY}; one.is()) return one;
+  const Reference<css::container::XIndexAccess> areas(cells, UNO_QUERY);
+  if (!areas.is()) return {};
+  try {
+    return Reference<css::sheet::XSheetCellRange>(areas->getByIndex(0), UNO_QUERY);
+  } catch (const css::lang::IndexOutOfBoundsException&) {
+    return {};  // areas of a closed workbook
+  }
 }
 
 }  // namespace
 
-Reference<css::frame::XModel> DocumentOfSheet(const ObjectPtr& sheet) {
-  return Reference<css::frame::XModel>(ComponentOf(sheet), css::uno::UNO_QUERY_THROW);
+Reference<XSpreadsheet> SpreadsheetOfRange(const ObjectPtr& range) {
+  const Value cells = static_cast<UnoObject&>(*range).InvokeOwn(Access::Get, u"CellRange", {});
+  const Reference<css::sheet::XSheetCellRange> area = FirstArea(ToAny(cells));
+  return area.is() ? area->getSpreadsheet() : Reference<XSpreadsheet>();
+}
+
+Reference<XSpreadsheet> SpreadsheetOf(const ObjectPtr& sheet) {
+  return SpreadsheetOfRange(GetObject(sheet, u"Cells", {std::int32_t{1}, std::int32_t{1}}));
+}
+
+Reference<XModel> DocumentOfSheet(const ObjectPtr& sheet) {
+  return Reference<XModel>(ComponentOf(SpreadsheetOf(sheet)), UNO_QUERY_THROW);
+}
+
+Reference<XModel> DocumentOfWorkbook(const ObjectPtr& workbook) {
+  return DocumentOfSheet(GetObject(workbook, u"Sheets", {std::int32_t{1}}));
 }
 
 bool AreInOneDocument(const ObjectPtr& sheet1, const ObjectPtr& sheet2) {
+  const Reference<XInterface> document = ComponentOf(SpreadsheetOf(sheet1));
+  return document.is() && document == ComponentOf(SpreadsheetOf(sheet2));
+}
+
+bool AreOneSheet(const Reference<XSpreadsheet>& sheet1, const Reference<XSpreadsheet>& sheet2) {
+  const auto index = [](const Reference<XSpreadsheet>& sheet) {
+    return Reference<css::sheet::XCellRangeAddressable>(sheet, UNO_QUERY_THROW)->getRangeAddress().Sheet;
+  };
   const Reference<XInterface> document = ComponentOf(sheet1);
-  return document.is() && document == ComponentOf(sheet2);
+  return document.is() && document == ComponentOf(sheet2) && index(sheet1) == index(sheet2);
+}
+
+std::vector<Reference<XModel>> WorkbookDocuments() {
+  std::vector<Reference<XModel>> documents;
+  const auto components = css::frame::Desktop::create(Context())->getComponents()->createEnumeration();
+  while (components->hasMoreElements()) {
+    const Reference<css::sheet::XSpreadsheetDocument> workbook(components->nextElement(), UNO_QUERY);
+    if (workbook.is()) documents.emplace_back(workbook, UNO_QUERY_THROW);
+  }
+  return documents;
 }
 
 }  // namespace qva::calc

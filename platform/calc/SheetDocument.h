@@ -1,17 +1,30 @@
-// The document that a sheet of LibreOffice stands in.
+// The open workbooks as LibreOffice's documents, and what sheets and ranges are among them.
 #pragma once
 
 #include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <vector>
 
 #include "platform/object.h"
 
 namespace qva::calc {
 
-/// True when two worksheets stand in one document. Raises 438 for objects that are no worksheets, and what
-/// LibreOffice raises.
-bool AreInOneDocument(const ObjectPtr& sheet1, const ObjectPtr& sheet2);
+/// The sheet of a Range; null when its workbook was closed. Raises what LibreOffice raises, as all here.
+css::uno::Reference<css::sheet::XSpreadsheet> SpreadsheetOfRange(const ObjectPtr& range);
+/// A Worksheet as LibreOffice's own sheet.
+css::uno::Reference<css::sheet::XSpreadsheet> SpreadsheetOf(const ObjectPtr& sheet);
 
-/// The document that a worksheet stands in. Raises as AreInOneDocument.
+/// The document that a worksheet stands in. Raises 438 for objects that are no worksheets.
 css::uno::Reference<css::frame::XModel> DocumentOfSheet(const ObjectPtr& sheet);
+css::uno::Reference<css::frame::XModel> DocumentOfWorkbook(const ObjectPtr& workbook);
+
+/// True when two worksheets stand in one document. Raises 438 for objects that are no worksheets.
+bool AreInOneDocument(const ObjectPtr& sheet1, const ObjectPtr& sheet2);
+/// Whether two of LibreOffice's objects are one sheet. False for sheets of closed workbooks.
+bool AreOneSheet(const css::uno::Reference<css::sheet::XSpreadsheet>& sheet1,
+                 const css::uno::Reference<css::sheet::XSpreadsheet>& sheet2);
+
+/// The documents of all open workbooks.
+std::vector<css::uno::Reference<css::frame::XModel>> WorkbookDocuments();
 
 }  // namespace qva::calc

@@ -3,22 +3,18 @@
 #include <cmath>
 #include <com/sun/star/beans/MethodConcept.hpp>
 #include <com/sun/star/beans/PropertyConcept.hpp>
-#include <com/sun/star/beans/UnknownPropertyException.hpp>
 #include <com/sun/star/beans/XExactName.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/beans/theIntrospection.hpp>
-#include <com/sun/star/container/NoSuchElementException.hpp>
-#include <com/sun/star/lang/IndexOutOfBoundsException.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
-#include <com/sun/star/reflection/InvocationTargetException.hpp>
 #include <com/sun/star/reflection/XIdlMethod.hpp>
-#include <com/sun/star/script/BasicErrorException.hpp>
-#include <com/sun/star/script/CannotConvertException.hpp>
 #include <com/sun/star/script/XDefaultMethod.hpp>
 #include <com/sun/star/script/XDefaultProperty.hpp>
 #include <cppuhelper/exc_hlp.hxx>
 
+#include "platform/calc/CallGuard.h"
 #include "platform/calc/MemberOverrides.h"
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/date.h"
@@ -36,41 +32,6 @@ using rtl::OUString;
 // What Basic may reach: everything but what LibreOffice itself calls dangerous, such as queryInterface.
 constexpr sal_Int32 kMethods = css::beans::MethodConcept::ALL - css::beans::MethodConcept::DANGEROUS;
 constexpr sal_Int32 kProperties = css::beans::PropertyConcept::ALL - css::beans::PropertyConcept::DANGEROUS;
-
-constexpr std::u16string_view kSource = u"LibreOffice";
-
-/// What LibreOffice raised, as an error of ours. Wrappings are taken off first.
-AutomationError Translate(Any exception) {
-  for (;;) {
-    css::reflection::InvocationTargetException target;
-    css::lang::WrappedTargetException wrapped;
-    if ((exception >>= target) && target.TargetException.hasValue()) {
-      exception = target.TargetException;
-    } else if ((exception >>= wrapped) && wrapped.TargetException.hasValue()) {
-      exception = wrapped.TargetException;
-    } else {
-      break;
-    }
-  }
-  css::script::BasicErrorException basic;
-  if (exception >>= basic) {
-    std::u16string text = FromUno(basic.ErrorMessageArgument);
-    if (text.empty()) text = StandardDescription(basic.ErrorCode);
-    return AutomationError(basic.ErrorCode, std::u16string(kSource), std::move(text));
-  }
-  css::script::CannotConvertException conversion;
-  if (exception >>= conversion) return AutomationError(kTypeMismatch);
-  css::beans::UnknownPropertyException unknown;
-  if (exception >>= unknown) return AutomationError(kUnsupportedMember);
-  css::container::NoSuchElementException missing;
-  css::lang::IndexOutOfBoundsException outside;
-  if ((exception >>= missing) || (exception >>= outside)) return AutomationError(kSubscriptOutOfRange);
-  css::uno::Exception any;
-  exception >>= any;
-  std::u16string text = FromUno(any.Message);
-  if (text.empty()) text = StandardDescription(kAutomationFailed);
-  return AutomationError(kAutomationFailed, std::u16string(kSource), std::move(text));
-}
 
 /// A value for a member of LibreOffice's. Some take whole numbers only as short as Basic's own literals are
 /// (Range.Offset its columns, for one); all take such numbers for longer ones.
@@ -112,8 +73,8 @@ Sequence<Any> AlignArguments(css::reflection::XIdlMethod& method, const Argument
 }  // namespace
 
 Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& arguments) {
-  RefuseCrash(ObjectPtr(this), access, member);
   try {
+    const CallGuard guard(*this, access, member);
     if (const MemberOverride stand_in = FindOverride(*this, access, member)) {
       return stand_in(ObjectPtr(this), arguments);
     }
@@ -121,7 +82,7 @@ Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& ar
     const bool is_read = access == Access::Get || access == Access::Call;
     return is_read ? Complete(ObjectPtr(this), member, std::move(result)) : result;
   } catch (const css::uno::Exception&) {
-    throw Translate(cppu::getCaughtException());
+    throw ErrorOf(cppu::getCaughtException());
   }
 }
 
@@ -129,7 +90,7 @@ Value UnoObject::InvokeOwn(Access access, std::u16string_view member, const Argu
   try {
     return InvokeUnguarded(access, member, arguments);
   } catch (const css::uno::Exception&) {
-    throw Translate(cppu::getCaughtException());
+    throw ErrorOf(cppu::getCaughtException());
   }
 }
 
@@ -195,12 +156,13 @@ std::u16string UnoObject::DefaultMember() const {
   return {};
 }
 
-std::u16string UnoObject::TypeName() const {
+const std::u16string& UnoObject::Type() const {
+  if (!type_.empty()) return type_;
   const Reference<css::lang::XServiceInfo> info{target_, UNO_QUERY};
-  if (!info.is()) return u"Object";
+  const std::u16string name = info.is() ? FromUno(info->getImplementationName()) : std::u16string();
   // "ScVbaRange" is LibreOffice's name of Excel's Range.
-  const std::u16string name = FromUno(info->getImplementationName());
-  return name.starts_with(u"ScVba") ? name.substr(5) : name;
+  type_ = name.starts_with(u"ScVba") ? name.substr(5) : name.empty() ? u"Object" : name;
+  return type_;
 }
 
 }  // namespace qva::calc

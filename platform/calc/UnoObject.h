@@ -10,9 +10,8 @@ namespace qva::calc {
 
 /// Late-bound access to a UNO object by member names in any letter case. Arguments that are left out are
 /// passed as nothing at all, which LibreOffice's model takes as omitted. Arguments by reference do not come
-/// back. What LibreOffice lacks of Excel's model is filled in by platform/calc/MemberOverrides.h. Errors keep
-/// the text that LibreOffice gives; one without a number is 440 (Automation error), an element that a
-/// collection lacks 9 (Subscript out of range).
+/// back. What LibreOffice lacks of Excel's model is filled in by platform/calc/MemberOverrides.h. What
+/// LibreOffice throws is raised as platform/calc/UnoError.h has it.
 class UnoObject : public Object {
  public:
   /// Takes the value that the object came in.
@@ -21,9 +20,11 @@ class UnoObject : public Object {
   const css::uno::Any& target() const { return target_; }
 
   Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override;
-  std::u16string TypeName() const override;
+  std::u16string TypeName() const override { return Type(); }
+  /// The same as TypeName, kept.
+  const std::u16string& Type() const;
 
-  /// LibreOffice's own member, whatever stands in for it.
+  /// LibreOffice's own member, whatever stands in for it or is looked at before.
   Value InvokeOwn(Access access, std::u16string_view member, const Arguments& arguments);
 
  private:
@@ -38,6 +39,7 @@ class UnoObject : public Object {
   css::beans::XIntrospectionAccess& Introspection();
 
   css::uno::Any target_;
+  mutable std::u16string type_;  ///< empty until it is asked for
   css::uno::Reference<css::beans::XIntrospectionAccess> introspection_;
 };
 

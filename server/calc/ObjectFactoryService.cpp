@@ -1,9 +1,11 @@
 #include "server/calc/ObjectFactoryService.h"
 
+#include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
 #include "global/PublicClasses.h"
 #include "platform/ado.h"
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/CalcWindows.h"
 #include "platform/host.h"
@@ -70,7 +72,7 @@ Reference<XInterface> ObjectFactoryService::createInstance(const OUString& ident
   } catch (const AutomationError& error) {
     RaiseInMacro(error);
   } catch (const css::uno::Exception&) {
-    throw;
+    RaiseInMacro(ErrorOf(cppu::getCaughtException()));
   } catch (...) {
     RaiseInMacro(AutomationError(kInternalError));
   }

@@ -2,11 +2,13 @@
 
 #include <com/sun/star/bridge/oleautomation/NamedArgument.hpp>
 #include <com/sun/star/script/ArrayWrapper.hpp>
+#include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <cppuhelper/weakref.hxx>
 #include <exception>
 #include <unordered_map>
 
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/member_table.h"
 #include "platform/text.h"
@@ -139,7 +141,7 @@ Any PublishedObject::Perform(Access access, const OUString& name, const Sequence
   } catch (const std::bad_alloc&) {
     RaiseInMacro(AutomationError(kOutOfMemory));
   } catch (const css::uno::Exception&) {
-    throw;  // UNO's own, such as that LibreOffice is closing
+    RaiseInMacro(ErrorOf(cppu::getCaughtException()));
   } catch (...) {
     RaiseInMacro(AutomationError(kInternalError));
   }

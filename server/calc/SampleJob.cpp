@@ -1,9 +1,11 @@
 #include "server/calc/SampleJob.h"
 
+#include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <stdexcept>
 #include <string>
 
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/host.h"
@@ -78,8 +80,8 @@ void SampleJob::trigger(const OUString& name) {
     Run(FromUno(name));
   } catch (const AutomationError& error) {
     failure = error.description();
-  } catch (const css::uno::Exception& exception) {
-    failure = FromUno(exception.Message);
+  } catch (const css::uno::Exception&) {
+    failure = ErrorOf(cppu::getCaughtException()).description();
   } catch (const std::exception& exception) {
     failure = FromUtf8(exception.what());
   }

@@ -19,13 +19,6 @@ namespace {
 /// Excel refuses blocks that do not fit into memory; here the bound is a fixed one.
 constexpr std::int32_t kLargestBlock = 2'000'000;
 
-const std::u16string kProtectedRefusal =
-    u"The cell or chart you are trying to change is protected and therefore read-only.\n\nTo modify a "
-    u"protected "
-    u"cell or chart, first remove protection using the Unprotect Sheet command (Tools menu, Protection "
-    u"submenu). "
-    u"You may be prompted for a password.";
-
 std::optional<Reference> FindOne(const WorkbookData& workbook, const std::shared_ptr<SheetData>& sheet,
                                  const Value& cell) {
   if (cell.Is(Value::Type::Object)) {
@@ -130,11 +123,11 @@ SheetData& Range::Open() const {
   return *reference_.sheet;
 }
 
-void Range::RequireUnprotected(const Area& changed, const std::u16string& refusal) const {
+void Range::RequireUnprotected(const Area& changed, std::u16string_view refusal) const {
   const SheetData& sheet = Open();
   if (!sheet.protection.is_on || sheet.protection.user_interface_only) return;
   const auto locked = sheet.formats[FormatProperty::Locked].Common(changed);
-  if (!locked || *locked == qva::Value(true)) throw Refusal(refusal);
+  if (!locked || *locked == qva::Value(true)) throw Refusal(std::u16string(refusal));
 }
 
 ObjectPtr Range::Part(const Area& part, Unit unit) const {
@@ -161,7 +154,7 @@ Value Range::Value() {
 }
 
 void Range::SetValue(const qva::Value& value) {
-  RequireUnprotected(area(), kProtectedRefusal);
+  RequireUnprotected(area(), excel::kProtectedRefusal);
   SheetData& sheet = Open();
   // The default value of an object is asked for once, not for each cell.
   const qva::Value given = value.Is(qva::Value::Type::Object) ? Get(value.ToObject(), u"") : value;
@@ -401,7 +394,7 @@ void Range::SetNumberFormat(const std::u16string& format) {
 }
 
 bool Range::ClearContents() {
-  RequireUnprotected(area(), kProtectedRefusal);
+  RequireUnprotected(area(), excel::kProtectedRefusal);
   Open().Clear(area());
   return true;
 }
@@ -418,7 +411,7 @@ std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
   const std::int32_t columns =
       std::min(fields_by_records.dimensions[0].count, kColumnCount - area().column + 1);
   const Area target{area().row, area().column, rows, columns};
-  RequireUnprotected(target, kProtectedRefusal);
+  RequireUnprotected(target, excel::kProtectedRefusal);
   for (std::int32_t row = 0; row < rows; ++row) {
     for (std::int32_t column = 0; column < columns; ++column) {
       const auto element = static_cast<std::size_t>(column) * static_cast<std::size_t>(record_count) +

@@ -40,7 +40,7 @@ class Range : public Described<Range> {
   /// The sheet, whose workbook must be open.
   SheetData& Open() const;
   /// Raises 1004 when the protection keeps macros from changing one of the cells of the sheet.
-  void RequireUnprotected(const Area& changed, const std::u16string& refusal) const;
+  void RequireUnprotected(const Area& changed, std::u16string_view refusal) const;
   ObjectPtr Part(const Area& part, Unit unit = Unit::Cells) const;
   /// `read(row, column)` of the one cell, or of all as a block with both indexes from 1.
   template <class Read>

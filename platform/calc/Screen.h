@@ -1,0 +1,13 @@
+// Screen updating.
+#pragma once
+
+#include "platform/automation.h"
+
+namespace qva::calc {
+
+/// Application.ScreenUpdating = …: LibreOffice counts how often the screen was turned off, Excel does not. So
+/// a screen that is off is not turned off again, and one that is turned on is on, however often a macro had
+/// turned it off. As with LibreOffice's own, all workbooks are meant.
+Value SetScreenUpdating(const ObjectPtr& application, const Arguments& arguments);
+
+}  // namespace qva::calc
