@@ -5,6 +5,7 @@
 
 #include "global/Globals.h"
 #include "platform/date.h"
+#include "period/BudgetFields.h"
 #include "platform/services.h"
 #include "platform/text.h"
 
@@ -34,21 +35,6 @@ constexpr std::array<Setting, 15> kSettings = {{{u"Plan", 7},
                                                 {u"IsBudgetPlan", 14},
                                                 {u"BudgetCount", 2}}};
 
-/// A field of the budget recordset, which is also a column of the table on the sheet.
-struct BudgetField {
-  std::u16string_view name;
-  ado::DataTypeEnum type;
-  std::int32_t size;
-  ado::FieldAttributeEnum attributes;
-};
-constexpr std::array<BudgetField, 7> kBudgetFields = {
-    {{u"BookCode", ado::adVarChar, 25, ado::adFldUnspecified},
-     {u"PlanCode", ado::adVarChar, 25, ado::adFldUnspecified},
-     {u"PlanIsBudget", ado::adInteger, 0, ado::adFldUnspecified},
-     {u"BudgetCurrDocId", ado::adCurrency, 0, ado::adFldIsNullable},
-     {u"BudgetCurrDocCode", ado::adVarChar, 250, ado::adFldIsNullable},
-     {u"BudgetLastDocId", ado::adCurrency, 0, ado::adFldIsNullable},
-     {u"BudgetLastDocCode", ado::adVarChar, 250, ado::adFldIsNullable}}};
 constexpr auto kBudgetColumns = static_cast<std::int32_t>(kBudgetFields.size());
 
 Value BudgetFieldNames() {

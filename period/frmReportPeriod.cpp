@@ -46,11 +46,13 @@ Date DayBefore(Date date) {
 struct frmReportPeriod::Showing {
   Showing(const host::SettingsCollection& settings, const host::Book& passed_book)
       : settings(settings), book(books.Get(passed_book.BookCode())), grid(books, [this](bool current) {
-          const auto value = [this](std::u16string_view name) {
-            return ui::Get<ui::DatePicker>(*form, name).Value();
+          // The pickers show months alone; their days are whatever they were.
+          const auto months = [this](std::u16string_view begin, std::u16string_view end) {
+            return DateRange{MonthBegin(ui::Get<ui::DatePicker>(*form, begin).Value()),
+                             MonthEnd(ui::Get<ui::DatePicker>(*form, end).Value())};
           };
-          return current ? DateRange{value(u"edCurrBegDate"), value(u"edCurrEndDate")}
-                         : DateRange{value(u"edPrevBegDate"), value(u"edPrevEndDate")};
+          return current ? months(u"edCurrBegDate", u"edCurrEndDate")
+                         : months(u"edPrevBegDate", u"edPrevEndDate");
         }) {}
 
   host::SettingsItem Setting(std::u16string_view name) const { return settings.Item(name); }
