@@ -180,6 +180,8 @@ std::int32_t CToolbar::FindBar() {
     bar = application.CommandBars(caption_);
     index = bar.Index();
   });
+  // A toolbar whose settings were not read has no bar and no name: what goes by none is somebody else's.
+  if (caption_.empty() && index != 0) throw AutomationError(kObjectNotSet);
   bar_ = std::move(bar);
   return index;
 }

@@ -19,8 +19,9 @@ namespace qva {
 /// "Button_OnAction"; what stands i rows below a header belongs to button i.
 ///
 /// An operation with a byte result looks for the bar by its caption first, gives 1 when Excel has no such bar
-/// (any more) and 0 when it is done. Buttons are numbered from 1. What Excel raises is raised, unless a
-/// member says otherwise.
+/// (any more) and 0 when it is done. Before Init has read the settings there is none; where Excel has a bar
+/// with an empty name, 91 is raised instead. Buttons are numbered from 1. What Excel raises is raised, unless
+/// a member says otherwise.
 class CToolbar : public Described<CToolbar> {
  public:
   static const ClassDescription& Description();
@@ -91,6 +92,7 @@ class CToolbar : public Described<CToolbar> {
   void AddDefaultButtons();
 
   /// Looks for the bar and holds it; nothing is held when there is none. Result: its index, otherwise 0.
+  /// Raises 91 where a bar goes by the empty name and this toolbar has none.
   std::int32_t FindBar();
   excel::CommandBarControl Control(std::uint8_t button) const;
   /// Sets a property of a button's control; 1 when the bar is gone.

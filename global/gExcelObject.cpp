@@ -83,12 +83,16 @@ void gExcelObject::ConnectToHost() {
   if (p0.empty()) throw ConnectionError([] { return HostText(kNoBookChosen); });
   if (!book) throw ConnectionError([&] { return HostMessage(kBookNotOpened, p0); });
 
-  Globals& globals = TheGlobals();
-  globals.oBook = book;
   TheClientTools().SetBook(book);
-  Count(connection_count_, 1);
-  globals.oMyPlant = host::Plant::Create(*services.object_factory);
-  globals.oMyPlant.Init(book);
+  std::int16_t count = connection_count_;
+  Count(count, 1);
+  const auto plant = host::Plant::Create(*services.object_factory);
+  plant.Init(book);
+  // Kept as a whole, once nothing can fail any more: with a book alone, the next call would be content.
+  Globals& globals = TheGlobals();
+  globals.oBook = std::move(book);
+  globals.oMyPlant = plant;
+  connection_count_ = count;
 }
 
 host::Book gExcelObject::oBook() const {
@@ -135,8 +139,10 @@ void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
 }
 
 void gExcelObject::InitToolBars() {
+  // Made before it is counted: one that could not be made is made by the next call.
+  const Ref<CToolbars> made = toolbar_count_ == 0 ? MakeRef<CToolbars>() : Ref<CToolbars>();
   Count(toolbar_count_, 1);
-  if (toolbar_count_ == 1) TheGlobals().oToolBars = MakeRef<CToolbars>();
+  if (made) TheGlobals().oToolBars = made;
 }
 
 void gExcelObject::ResetToolBars() {
@@ -153,11 +159,13 @@ void gExcelObject::cmdHelp() {
 }
 
 void gExcelObject::InitEnvironment() {
-  Count(environment_count_, 1);
-  if (environment_count_ == 1) {
-    TheGlobals().oEnvironment = MakeRef<CEnvironment>();
+  if (environment_count_ == 0) {
+    // Made before they are counted, as above.
+    const auto environment = MakeRef<CEnvironment>();
     excel_state_ = MakeRef<CExcelState>();
+    TheGlobals().oEnvironment = environment;
   }
+  Count(environment_count_, 1);
   Held(excel_state_)->SaveExcelState();
 }
 

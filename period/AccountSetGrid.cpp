@@ -1,5 +1,8 @@
 #include "period/AccountSetGrid.h"
 
+#include <algorithm>
+
+#include "period/BudgetFields.h"
 #include "platform/services.h"
 
 namespace qva {
@@ -13,6 +16,13 @@ constexpr std::u16string_view kDocumentTable = u"THDocument";
 constexpr std::u16string_view kPostingView = u"GLContAccountPostBBN";
 
 constexpr std::u16string_view kBudgetDocument = u"BOBN";  ///< the document type of budgets
+
+/// Whether a text has more characters than its field keeps: it could not be stored when all is confirmed.
+bool IsTooLong(std::u16string_view field, std::u16string_view text) {
+  const auto found = std::ranges::find(kBudgetFields, field, &BudgetField::name);
+  return found != kBudgetFields.end() && found->type == ado::adVarChar &&
+         text.size() > static_cast<std::size_t>(found->size);
+}
 
 // The host's own numbers of field kinds.
 enum FieldKind : std::int32_t { kIdentifier = 4, kCode = 7, kFlag = 14, kDocumentCode = 16 };
@@ -176,7 +186,7 @@ void AccountSetGrid::SpecGrid_ButtonClick(std::u16string_view column) {
     const bool is_current = column == u"BudgetCurrDocCode";
     const SelectedDocument document =
         SelectBudgetDocument(books_.Get(book_code), account_set, dates_(is_current));
-    if (!document.chosen) return;
+    if (!document.chosen || IsTooLong(column, document.code)) return;
     m_BaselList.Set(is_current ? u"BudgetCurrDocId" : u"BudgetLastDocId", document.id);
     m_BaselList.Set(is_current ? u"BudgetCurrDocCode" : u"BudgetLastDocCode", document.code);
   });
@@ -184,11 +194,14 @@ void AccountSetGrid::SpecGrid_ButtonClick(std::u16string_view column) {
 
 void AccountSetGrid::SpecGrid_BeforeColUpdate(std::u16string_view column, const Value& value, bool& cancel) {
   const bool went_through = IgnoreErrors([&] {
-    if (column == u"BookCode") {
-      cancel = !books_.Get(value.ToText());
+    const std::u16string text = value.ToText();
+    if (IsTooLong(column, text)) {
+      cancel = true;
+    } else if (column == u"BookCode") {
+      cancel = !books_.Get(text);
     } else if (column == u"PlanCode") {
       const host::Book book = books_.Get(Text(u"BookCode"));
-      cancel = !book || !book.Table(kAccountSetTable).Seek(value.ToText());
+      cancel = !book || !book.Table(kAccountSetTable).Seek(text);
     }
   });
   if (!went_through) cancel = true;  // the host has no such book, or cannot tell

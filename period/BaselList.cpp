@@ -197,7 +197,10 @@ void BaselList::OpenLookup(std::size_t row, std::size_t column) {
   if (!shown.lookup.rows_) return;
   const ChoiceList list{shown.column.caption, {u"Kodas", u"Pavadinimas"}, *shown.lookup.rows_};
   const auto chosen = GetServices().list_chooser->Choose(list, CellText(row, column));
-  if (chosen && *chosen < list.rows.size()) SetCellText(row, column, list.rows[*chosen].front());
+  if (!chosen || *chosen >= list.rows.size()) return;
+  const std::u16string& code = list.rows[*chosen].front();
+  // Confirming what is there is no change; typing it again is one.
+  if (code != CellText(row, column)) SetCellText(row, column, code);
 }
 
 void BaselList::ShowRows() {

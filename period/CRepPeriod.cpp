@@ -1,9 +1,11 @@
 #include "period/CRepPeriod.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "global/Globals.h"
+#include "period/BudgetFields.h"
 #include "platform/date.h"
 #include "platform/services.h"
 #include "platform/text.h"
@@ -34,21 +36,6 @@ constexpr std::array<Setting, 15> kSettings = {{{u"Plan", 7},
                                                 {u"IsBudgetPlan", 14},
                                                 {u"BudgetCount", 2}}};
 
-/// A field of the budget recordset, which is also a column of the table on the sheet.
-struct BudgetField {
-  std::u16string_view name;
-  ado::DataTypeEnum type;
-  std::int32_t size;
-  ado::FieldAttributeEnum attributes;
-};
-constexpr std::array<BudgetField, 7> kBudgetFields = {
-    {{u"BookCode", ado::adVarChar, 25, ado::adFldUnspecified},
-     {u"PlanCode", ado::adVarChar, 25, ado::adFldUnspecified},
-     {u"PlanIsBudget", ado::adInteger, 0, ado::adFldUnspecified},
-     {u"BudgetCurrDocId", ado::adCurrency, 0, ado::adFldIsNullable},
-     {u"BudgetCurrDocCode", ado::adVarChar, 250, ado::adFldIsNullable},
-     {u"BudgetLastDocId", ado::adCurrency, 0, ado::adFldIsNullable},
-     {u"BudgetLastDocCode", ado::adVarChar, 250, ado::adFldIsNullable}}};
 constexpr auto kBudgetColumns = static_cast<std::int32_t>(kBudgetFields.size());
 
 Value BudgetFieldNames() {
@@ -80,6 +67,18 @@ bool IsNumber(const Value& value) {
 
 bool IsBlank(const Value& value) {
   return value.Is(Value::Type::Empty) || (value.Is(Value::Type::Text) && value.ToText().empty());
+}
+
+/// A text as a cell takes it that must keep it as it is. What reads like a number of at most 15 digits, the
+/// most that a cell keeps, becomes one, as it always has; whatever else a cell may take for a number, a date
+/// or a formula, the apostrophe makes a text, which is not part of it.
+Value CellText(Value value) {
+  if (!value.Is(Value::Type::Text)) return value;
+  const std::u16string text = value.ToText();
+  const bool is_number = text.size() <= 15 &&
+                         std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
+                         !(text.size() > 1 && text.front() == u'0');
+  return is_number ? value : Value(u"'" + text);
 }
 
 /// An identifier above zero; what is no number is no identifier.
@@ -131,6 +130,7 @@ CRepPeriod::CRepPeriod() : oParams_(host::SettingsCollection::Create(*GetService
 // --- Binding -----------------------------------------------------------------------------------------------
 
 void CRepPeriod::Init(excel::Worksheet pWorkSheet) {
+  RefuseWhileEditing();
   if (!pWorkSheet) throw AutomationError(kObjectErrorBase + 1, u"Wrong parameter", u"");
   sheet_ = std::move(pWorkSheet);
   book_ = sheet_.Parent();
@@ -180,6 +180,12 @@ excel::Range CRepPeriod::CreateName(std::u16string_view name) const {
 // --- Editing -----------------------------------------------------------------------------------------------
 
 bool CRepPeriod::Edit() {
+  RefuseWhileEditing();
+  is_editing_ = true;
+  struct EndEditing {
+    bool& is_editing;
+    ~EndEditing() { is_editing = false; }
+  } const end{is_editing_};
   try {
     if (!dialog_) dialog_ = std::make_unique<frmReportPeriod>();
     Load();
@@ -189,6 +195,10 @@ bool CRepPeriod::Edit() {
   } catch (...) {  // want of memory included: macros call this without an error handler
     return false;
   }
+}
+
+void CRepPeriod::RefuseWhileEditing() const {
+  if (is_editing_) throw AutomationError(kFormAlreadyDisplayed);
 }
 
 void CRepPeriod::BuildBudgets() {
@@ -256,7 +266,8 @@ void CRepPeriod::LoadBudgets() {
 }
 
 void CRepPeriod::Save() const {
-  for (const Cell cell : {kAccPlan, kRepYear, kRepQuarter, kRepMon, kRepType, kRepLastPerBeg, kRepLastPerEnd,
+  cells_[kAccPlan].SetValue(CellText(Item(kNamedCells[kAccPlan].setting)));
+  for (const Cell cell : {kRepYear, kRepQuarter, kRepMon, kRepType, kRepLastPerBeg, kRepLastPerEnd,
                           kRepCurrPerBeg, kRepCurrPerEnd, kBudgetCount}) {
     cells_[cell].SetValue(Item(kNamedCells[cell].setting));
   }

@@ -26,11 +26,13 @@ class CRepPeriod : public Described<CRepPeriod> {
   /// Binds the workbook's 16 names of the period, which stand for single cells. A name that is missing is
   /// given the next free cell to the right of the sheet's used range, in blue; so is one whose reference is
   /// broken, its old content being lost. Raises hexadecimal 80040001 with the source "Wrong parameter"
-  /// without a sheet, and what Excel raises.
+  /// without a sheet, 400 (Form already displayed) during Edit, and what Excel raises.
   void Init(excel::Worksheet pWorkSheet);
 
   /// Shows the period to the user and keeps what the user confirms. True when it was confirmed and written;
-  /// false when it was not, and when anything failed - cells that were written by then stay so. Never raises.
+  /// false when it was not, and when anything failed - cells that were written by then stay so. Raises 400
+  /// (Form already displayed) when a macro calls it before the Edit of the same object has ended, and nothing
+  /// else.
   bool Edit();
 
  private:
@@ -57,6 +59,7 @@ class CRepPeriod : public Described<CRepPeriod> {
   struct NamedCell;
   static const std::array<NamedCell, kCellCount> kNamedCells;
 
+  void RefuseWhileEditing() const;
   excel::Range CreateName(std::u16string_view name) const;
   void BuildBudgets();
   void Load();
@@ -67,6 +70,7 @@ class CRepPeriod : public Described<CRepPeriod> {
     oParams_.Item(name).SetValue(std::move(value));
   }
 
+  bool is_editing_ = false;
   std::unique_ptr<frmReportPeriod> dialog_;  ///< from the first Edit on
   host::SettingsCollection oParams_;
   excel::Worksheet sheet_;

@@ -46,16 +46,19 @@ Date DayBefore(Date date) {
 struct frmReportPeriod::Showing {
   Showing(const host::SettingsCollection& settings, const host::Book& passed_book)
       : settings(settings), book(books.Get(passed_book.BookCode())), grid(books, [this](bool current) {
-          const auto value = [this](std::u16string_view name) {
-            return ui::Get<ui::DatePicker>(*form, name).Value();
+          // The pickers show months alone; their days are whatever they were.
+          const auto months = [this](std::u16string_view begin, std::u16string_view end) {
+            return DateRange{MonthBegin(ui::Get<ui::DatePicker>(*form, begin).Value()),
+                             MonthEnd(ui::Get<ui::DatePicker>(*form, end).Value())};
           };
-          return current ? DateRange{value(u"edCurrBegDate"), value(u"edCurrEndDate")}
-                         : DateRange{value(u"edPrevBegDate"), value(u"edPrevEndDate")};
+          return current ? months(u"edCurrBegDate", u"edCurrEndDate")
+                         : months(u"edPrevBegDate", u"edPrevEndDate");
         }) {}
 
   host::SettingsItem Setting(std::u16string_view name) const { return settings.Item(name); }
 
   host::SettingsCollection settings;
+  std::optional<std::vector<std::u16string>> account_plans;  ///< their codes; nothing when not to be read
   BookCache books;
   host::Book book;  ///< the current one
   host::DocumentSelection document_selection;
@@ -120,10 +123,13 @@ void frmReportPeriod::m_oForm_BeforeShow() {
 
 void frmReportPeriod::FillAccountPlans() {
   std::vector<ui::ComboBox::Item> items;
+  std::vector<std::u16string> codes;
   for (auto& [code, name] : CodesAndNames(showing_->book.Table(u"GLAccountSet"))) {
+    codes.push_back(code);
     items.push_back({std::move(code), std::move(name)});
   }
   AccountPlan().SetItems(std::move(items));
+  showing_->account_plans = std::move(codes);
 }
 
 void frmReportPeriod::FillControls() {
@@ -264,7 +270,7 @@ void frmReportPeriod::m_oForm_btOKClick(bool& verdict, std::u16string& message) 
 /// in.
 std::int32_t frmReportPeriod::Refusal(std::u16string_view& focus) const {
   const auto selected = [this](std::u16string_view option) { return Option(option).Selected(); };
-  if (AccountPlan().Value().empty()) {
+  if (AccountPlanCode().empty()) {
     focus = u"cbAccPlan";
     return kNoAccountPlan;
   }
@@ -307,7 +313,7 @@ std::int32_t frmReportPeriod::Refusal(std::u16string_view& focus) const {
 
 void frmReportPeriod::WriteBack() {
   Showing& s = *showing_;
-  const std::u16string plan = AccountPlan().Value();
+  const std::u16string plan = AccountPlanCode();
   s.Setting(u"Plan").SetValue(plan);
   s.Setting(u"Year").SetValue(LeadingNumber(Box(u"txtYear").Text()));
   s.Setting(u"Quarter").SetValue(LeadingNumber(Box(u"txtQuater").Text()));
@@ -318,8 +324,18 @@ void frmReportPeriod::WriteBack() {
   s.Setting(u"CurrPerBeg").SetValue(MonthBegin(Picker(u"edCurrBegDate").Value()));
   s.Setting(u"CurrPerEnd").SetValue(MonthEnd(Picker(u"edCurrEndDate").Value()));
 
-  const host::Table plans = s.book.Table(u"GLAccountSet");
-  s.Setting(u"IsBudgetPlan").SetValue(plans.Seek(plan) ? plans.Field(u"IsBudget") : Value(false));
+  Value is_budget = false;
+  const auto read_flag = [&] {
+    const host::Table plans = s.book.Table(u"GLAccountSet");
+    if (plans.Seek(plan)) is_budget = plans.Field(u"IsBudget");
+  };
+  // A host that could not list its plans may not find one either; the text passes all the same.
+  if (s.account_plans) {
+    read_flag();
+  } else {
+    IgnoreErrors(read_flag);
+  }
+  s.Setting(u"IsBudgetPlan").SetValue(is_budget);
 
   const ado::Recordset budgets(s.Setting(u"BudgetRS").Value().ToObject());
   s.grid.WriteBack(budgets);
@@ -339,6 +355,14 @@ ui::OptionButton& frmReportPeriod::Option(std::u16string_view name) const {
 }
 ui::ComboBox& frmReportPeriod::AccountPlan() const {
   return ui::Get<ui::ComboBox>(*showing_->form, u"cbAccPlan");
+}
+std::u16string frmReportPeriod::AccountPlanCode() const {
+  std::u16string text = AccountPlan().Value();
+  const auto& codes = showing_->account_plans;
+  if (!codes || std::ranges::find(*codes, text) != codes->end()) return text;
+  const auto own =
+      std::ranges::find_if(*codes, [&](const std::u16string& code) { return EqualIgnoringCase(code, text); });
+  return own == codes->end() ? std::u16string() : *own;
 }
 /// The numeric value of a text box as a whole number.
 int frmReportPeriod::Number(std::u16string_view box) const {

@@ -43,6 +43,9 @@ class frmReportPeriod {
   ui::DatePicker& Picker(std::u16string_view name) const;
   ui::OptionButton& Option(std::u16string_view name) const;
   ui::ComboBox& AccountPlan() const;
+  /// The plan code that the combo box holds, in the list's own letters, whichever were typed; empty when it
+  /// holds none of the list. Where the list could not be read, any text is a code.
+  std::u16string AccountPlanCode() const;
   int Number(std::u16string_view box) const;
 
   void ConnectEvents();

@@ -1,20 +1,10 @@
 #include "platform/encoded_text_stream.h"
 
 #include "platform/error.h"
+#include "platform/text.h"
 
 namespace qva {
 namespace {
-
-/// UTF-16, low byte first.
-std::string Utf16Bytes(std::u16string_view text) {
-  std::string bytes;
-  bytes.reserve(2 * text.size());
-  for (const char16_t c : text) {
-    bytes += static_cast<char>(c & 0xFF);
-    bytes += static_cast<char>(c >> 8);
-  }
-  return bytes;
-}
 
 /// Text in the ANSI code page. Unlike a channel, a stream refuses a character that the code page lacks.
 std::string AnsiBytes(std::u16string_view text, const Locale& locale) {
@@ -30,7 +20,7 @@ class WritingStream : public TextStream {
 
   void WriteLine(std::u16string_view text) override {
     const std::u16string line = std::u16string(text) + u"\r\n";
-    bytes_->Append(encoding_ == StreamEncoding::Utf16 ? Utf16Bytes(line) : AnsiBytes(line, locale_));
+    bytes_->Append(encoding_ == StreamEncoding::Utf16 ? ToUtf16Bytes(line) : AnsiBytes(line, locale_));
   }
 
  private:
@@ -53,7 +43,7 @@ class ReadingStream : public TextStream {
 
 std::unique_ptr<TextStream> WriteTextStream(std::unique_ptr<ByteFile> bytes, StreamEncoding encoding,
                                             const Locale& locale) {
-  if (encoding == StreamEncoding::Utf16) bytes->Append(Utf16Bytes(u"\uFEFF"));
+  if (encoding == StreamEncoding::Utf16) bytes->Append(ToUtf16Bytes(u"\uFEFF"));
   return std::make_unique<WritingStream>(std::move(bytes), encoding, locale);
 }
 

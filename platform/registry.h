@@ -1,8 +1,10 @@
-// The registry: the six operations that the library uses, with the contracts of advapi32's ANSI forms.
+// The registry: the six operations that the library uses, with the contracts of advapi32's ANSI forms, and
+// two for values as they are stored.
 #pragma once
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace qva {
@@ -44,6 +46,14 @@ struct RegistrySecurity {
   bool inherit_handle = false;
 };
 
+/// A value as it is stored: texts are UTF-16, whatever the code page lacks included, with their terminating
+/// zero.
+struct RegistryValue {
+  std::uint32_t type = kRegSz;
+  std::string bytes;
+  friend bool operator==(const RegistryValue&, const RegistryValue&) = default;
+};
+
 /// An open key. 0 is none; HKEY_CURRENT_USER_VALUE is always open.
 using RegistryKey = std::uint64_t;
 
@@ -52,7 +62,8 @@ class Registry {
   virtual ~Registry() = default;
 
   // None of the operations raises. All return a Windows code (RegistryStatus names those that we meet).
-  // Key paths and value names ignore letter case; data are bytes as they stand in the ANSI code page.
+  // Key paths and value names ignore letter case; data are bytes as they stand in the ANSI code
+  // page, but for QueryStored and SetStored.
 
   /// Opens an existing key (RegOpenKeyExA). On success `key` is the caller's to close; otherwise untouched.
   virtual std::int32_t OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
@@ -71,6 +82,13 @@ class Registry {
   /// Writes a value (RegSetValueExA). A text may come without its terminating zero, which the store adds.
   virtual std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                                 std::span<const char> data) = 0;
+
+  /// Reads a value of any length, nothing of it converted (RegQueryValueExW). `value` is touched on success
+  /// alone.
+  virtual std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) = 0;
+
+  /// Writes such a value (RegSetValueExW).
+  virtual std::int32_t SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) = 0;
 
   /// Deletes a value (RegDeleteValueA).
   virtual std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) = 0;

@@ -97,6 +97,25 @@ std::u16string FromUtf8(std::string_view bytes) {
   return out;
 }
 
+std::string ToUtf16Bytes(std::u16string_view text) {
+  std::string bytes;
+  bytes.reserve(2 * text.size());
+  for (const char16_t c : text) {
+    bytes += static_cast<char>(c & 0xFF);
+    bytes += static_cast<char>(c >> 8);
+  }
+  return bytes;
+}
+
+std::u16string FromUtf16Bytes(std::string_view bytes) {
+  std::u16string text;
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
+                                  static_cast<unsigned char>(bytes[i + 1]) << 8);
+  }
+  return text;
+}
+
 std::u16string ToLower(std::u16string_view text) {
   std::u16string out(text);
   std::ranges::transform(out, out.begin(), LowerOf);

@@ -11,6 +11,10 @@ std::string ToUtf8(std::u16string_view text);
 /// UTF-8 to UTF-16; a malformed sequence becomes U+FFFD.
 std::u16string FromUtf8(std::string_view bytes);
 
+/// The bytes of UTF-16, the lower one first, as Windows stores it; and back, without an odd byte at the end.
+std::string ToUtf16Bytes(std::u16string_view text);
+std::u16string FromUtf16Bytes(std::string_view bytes);
+
 /// Lower case of Latin letters, Lithuanian and the other European ones of the Latin blocks included.
 /// Simple one-to-one mapping, as the platform's case-insensitive comparisons use.
 std::u16string ToLower(std::u16string_view text);

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::u16string_view kFolder = u"Varnholt";
 constexpr std::u16string_view kVariable = u"PATH";
+constexpr std::u16string_view kKeptVariable = u"PATH_before_QVA_Varnholt";
 constexpr std::u16string_view kEnvironmentKey = u"Environment";  ///< where the user's variables are kept
 constexpr std::size_t kBufferSize = 1024;   ///< of the process's PATH, its terminating zero included
 constexpr std::int32_t kPathChanged = 800;  ///< host message: folder %0 was added
@@ -37,6 +38,42 @@ bool IsOnProcessPath(std::u16string_view folder) {
   return ContainsIgnoringCase(GetServices().locale->FromAnsi({buffer.data(), length}), folder);
 }
 
+/// Keeps the user's PATH beside itself, under the first of our names that does not hold another one. False
+/// when that is refused.
+bool Keep(Registry& registry, RegistryKey environment, const RegistryValue& path) {
+  for (long long number = 1;; ++number) {
+    std::u16string name(kKeptVariable);
+    if (number > 1) name += u"_" + NumberText(number);
+    RegistryValue kept;
+    const std::int32_t status = registry.QueryStored(environment, name, kept);
+    if (status == kRegistryFileNotFound) {
+      return registry.SetStored(environment, name, path) == kRegistrySuccess;
+    }
+    if (status != kRegistrySuccess) return false;
+    if (kept == path) return true;
+  }
+}
+
+/// Whether the user's PATH may be replaced by what was made of `read`: it is that text, letter by letter, or
+/// there is none, or it is kept.
+bool IsSaved(std::u16string_view read) {
+  Registry& registry = *GetServices().registry;
+  RegistryKey environment = 0;
+  const std::int32_t opened =
+      registry.OpenKey(HKEY_CURRENT_USER_VALUE, kEnvironmentKey, kKeyQueryValue | kKeySetValue, environment);
+  if (opened != kRegistrySuccess) return opened == kRegistryFileNotFound;
+  struct CloseKey {
+    Registry& registry;
+    RegistryKey key;
+    ~CloseKey() { registry.CloseKey(key); }
+  } const close{registry, environment};
+  RegistryValue path;
+  const std::int32_t status = registry.QueryStored(environment, kVariable, path);
+  if (status != kRegistrySuccess) return status == kRegistryFileNotFound;
+  const RegistryValue whole{kRegSz, ToUtf16Bytes(std::u16string(read) + u'\0')};
+  return path == whole || Keep(registry, environment, path);
+}
+
 }  // namespace
 
 const ClassDescription& CSetPath::Description() {
@@ -57,6 +94,7 @@ bool CSetPath::RegPath(std::u16string& PathKey) {
   std::int32_t type = kRegSz;
   std::u16string path = registry.GetRegSetting(HKEY_CURRENT_USER_VALUE, key, variable, type);
   if (ContainsIgnoringCase(path, folder)) return false;
+  if (!IsSaved(path)) return false;
   if (!path.empty()) path += u';';
   path += folder;
   if (!registry.SaveRegSetting(HKEY_CURRENT_USER_VALUE, key, variable, path, kRegSz)) return false;

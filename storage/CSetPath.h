@@ -21,7 +21,10 @@ class CSetPath : public Described<CSetPath> {
   ///
   /// A search path of the process of more than 1023 characters is not looked into, on purpose. A user's PATH
   /// of more than 254 characters counts as empty (CWinRegistry::GetRegSetting) and is replaced. PATH becomes
-  /// a plain text (REG_SZ), whatever it was.
+  /// a plain text (REG_SZ), whatever it was. A PATH that is not read whole and exactly - such a long one, one
+  /// of another type, one with letters outside the code page - is kept beside it first, as it was stored, as
+  /// "PATH_before_QVA_Varnholt", or with "_2" and so on behind that where an older one stands; a PATH that
+  /// can be neither read nor kept is not replaced.
   bool RegPath(std::u16string& PathKey);
 };
 

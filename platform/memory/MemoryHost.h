@@ -37,6 +37,7 @@ struct MemoryHost {
   std::map<std::u16string, Company> books;             ///< by book code; CreateBook knows these alone
   std::map<std::u16string, std::u16string> path_keys;  ///< folder by key
   std::map<std::u16string, std::vector<AccountSet>> account_sets;  ///< by book code
+  bool refuses_tables = false;  ///< tables raise, whatever they are asked for
   std::vector<Document> documents;
   std::map<std::int32_t, std::u16string> texts;  ///< message texts by number
   MessageBox* message_box = nullptr;             ///< shows the messages of the message object

@@ -19,9 +19,11 @@ class TableObject : public Described<TableObject> {
                                                     .Get<&TableObject::Rows>(u"Rows", {{u"Fields"}});
     return description;
   }
-  explicit TableObject(std::map<std::u16string, Record> records) : records_(std::move(records)) {}
+  TableObject(const MemoryHost& host, std::map<std::u16string, Record> records)
+      : host_(host), records_(std::move(records)) {}
 
   bool Seek(std::u16string key) {
+    RefuseIfTold();
     const auto found = records_.find(key);
     current_ = found == records_.end() ? nullptr : &found->second;
     return current_ != nullptr;
@@ -31,6 +33,7 @@ class TableObject : public Described<TableObject> {
     return FieldOf(*current_, name);
   }
   Value Rows(Value fields) const {
+    RefuseIfTold();
     if (records_.empty()) return {};
     const std::vector<Value>& names = fields.ToArray().elements;
     std::vector<Value> cells;
@@ -42,12 +45,16 @@ class TableObject : public Described<TableObject> {
   }
 
  private:
+  void RefuseIfTold() const {
+    if (host_.refuses_tables) throw AutomationError(kAutomationFailed);
+  }
   static Value FieldOf(const Record& record, const std::u16string& name) {
     const auto found = record.find(name);
     if (found == record.end()) throw AutomationError(kSubscriptOutOfRange);
     return found->second;
   }
 
+  const MemoryHost& host_;
   std::map<std::u16string, Record> records_;  ///< by primary key
   const Record* current_ = nullptr;
 };
@@ -156,7 +163,7 @@ ObjectPtr MakeHostTable(MemoryHost& host, std::u16string_view book_code, std::u1
   } else if (!EqualIgnoringCase(name, u"REFBankAccountRole")) {
     return {};
   }
-  return MakeRef<TableObject>(std::move(records));
+  return MakeRef<TableObject>(host, std::move(records));
 }
 
 ObjectPtr MakeHostQueryObject(MemoryHost& host, std::u16string_view programmatic_identifier) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/code_page.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -64,7 +65,10 @@ MemoryRegistry::Node* MemoryRegistry::FindOrCreate(Node* node, std::u16string_vi
 void MemoryRegistry::Store(Node& node, std::u16string_view name, std::uint32_t type,
                            std::span<const char> data) {
   std::string bytes(data.begin(), data.end());
-  if (IsText(type) && (bytes.empty() || bytes.back() != '\0')) bytes += '\0';
+  if (IsText(type)) {
+    if (bytes.empty() || bytes.back() != '\0') bytes += '\0';
+    bytes = ToUtf16Bytes(FromCodePage1257(bytes));
+  }
   node.values[ToLower(name)] = {type, std::move(bytes)};
 }
 
@@ -88,16 +92,40 @@ std::int32_t MemoryRegistry::CreateKey(RegistryKey parent, std::u16string_view p
   return kRegistrySuccess;
 }
 
-std::int32_t MemoryRegistry::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
-                                        std::span<char> data, std::uint32_t& size) {
-  if (const auto refusal = RefusalOf(Operation::Query)) return refusal;
+std::int32_t MemoryRegistry::FindWritable(RegistryKey key, Node*& node) const {
+  if (const auto refusal = RefusalOf(Operation::Set)) return refusal;
   const auto handle = Resolve(key);
   if (!handle) return kRegistryInvalidHandle;
-  if (!(handle->access & kKeyQueryValue)) return kRegistryAccessDenied;
-  const auto found = handle->node->values.find(ToLower(name));
-  if (found == handle->node->values.end()) return kRegistryFileNotFound;
-  const std::string& bytes = found->second.bytes;
-  type = found->second.type;
+  if (!(handle->access & kKeySetValue)) return kRegistryAccessDenied;
+  node = handle->node;
+  return kRegistrySuccess;
+}
+
+const RegistryValue* MemoryRegistry::FindValue(RegistryKey key, std::u16string_view name,
+                                               std::int32_t& status) const {
+  status = RefusalOf(Operation::Query);
+  if (status != kRegistrySuccess) return nullptr;
+  const auto handle = Resolve(key);
+  if (!handle) {
+    status = kRegistryInvalidHandle;
+  } else if (!(handle->access & kKeyQueryValue)) {
+    status = kRegistryAccessDenied;
+  } else if (const auto found = handle->node->values.find(ToLower(name));
+             found != handle->node->values.end()) {
+    return &found->second;
+  } else {
+    status = kRegistryFileNotFound;
+  }
+  return nullptr;
+}
+
+std::int32_t MemoryRegistry::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
+                                        std::span<char> data, std::uint32_t& size) {
+  std::int32_t status = kRegistrySuccess;
+  const RegistryValue* value = FindValue(key, name, status);
+  if (!value) return status;
+  const std::string bytes = IsText(value->type) ? ToCodePage1257(FromUtf16Bytes(value->bytes)) : value->bytes;
+  type = value->type;
   size = static_cast<std::uint32_t>(bytes.size());
   if (data.empty()) return kRegistrySuccess;
   if (data.size() < bytes.size()) return kRegistryMoreData;
@@ -105,14 +133,26 @@ std::int32_t MemoryRegistry::QueryValue(RegistryKey key, std::u16string_view nam
   return kRegistrySuccess;
 }
 
+std::int32_t MemoryRegistry::QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) {
+  std::int32_t status = kRegistrySuccess;
+  if (const RegistryValue* found = FindValue(key, name, status)) value = *found;
+  return status;
+}
+
 std::int32_t MemoryRegistry::SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                                       std::span<const char> data) {
-  if (const auto refusal = RefusalOf(Operation::Set)) return refusal;
-  const auto handle = Resolve(key);
-  if (!handle) return kRegistryInvalidHandle;
-  if (!(handle->access & kKeySetValue)) return kRegistryAccessDenied;
-  Store(*handle->node, name, type, data);
-  return kRegistrySuccess;
+  Node* node = nullptr;
+  const std::int32_t status = FindWritable(key, node);
+  if (node) Store(*node, name, type, data);
+  return status;
+}
+
+std::int32_t MemoryRegistry::SetStored(RegistryKey key, std::u16string_view name,
+                                       const RegistryValue& value) {
+  Node* node = nullptr;
+  const std::int32_t status = FindWritable(key, node);
+  if (node) node->values[ToLower(name)] = value;
+  return status;
 }
 
 std::int32_t MemoryRegistry::DeleteValue(RegistryKey key, std::u16string_view name) {
@@ -139,7 +179,8 @@ std::optional<std::string> MemoryRegistry::Text(std::u16string_view path, std::u
   if (!node) return std::nullopt;
   const auto found = node->values.find(ToLower(name));
   if (found == node->values.end() || !IsText(found->second.type)) return std::nullopt;
-  return found->second.bytes.substr(0, found->second.bytes.size() - 1);
+  const std::string text = ToCodePage1257(FromUtf16Bytes(found->second.bytes));
+  return text.substr(0, text.size() - 1);
 }
 
 bool MemoryRegistry::HasKey(std::u16string_view path) const {

@@ -26,6 +26,8 @@ class MemoryRegistry : public Registry {
                           std::span<char> data, std::uint32_t& size) override;
   std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                         std::span<const char> data) override;
+  std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) override;
+  std::int32_t SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) override;
   std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) override;
   std::int32_t CloseKey(RegistryKey key) override;
 
@@ -47,13 +49,9 @@ class MemoryRegistry : public Registry {
   bool HasKey(std::u16string_view path) const;
 
  private:
-  struct Data {
-    std::uint32_t type = kRegSz;
-    std::string bytes;
-  };
   struct Node {
     std::map<std::u16string, std::unique_ptr<Node>> children;  // by lower-case name
-    std::map<std::u16string, Data> values;                     // by lower-case name
+    std::map<std::u16string, RegistryValue> values;            // by lower-case name
   };
   struct Handle {
     Node* node = nullptr;
@@ -66,6 +64,11 @@ class MemoryRegistry : public Registry {
   static Node* Find(Node* node, std::u16string_view path);
   static Node* FindOrCreate(Node* node, std::u16string_view path);
   static void Store(Node& node, std::u16string_view name, std::uint32_t type, std::span<const char> data);
+  /// An open key's node, for a value that is to be written.
+  std::int32_t FindWritable(RegistryKey key, Node*& node) const;
+  /// The value that an operation on an open key is about; nothing, and the operation's answer in `status`,
+  /// when there is none to be read.
+  const RegistryValue* FindValue(RegistryKey key, std::u16string_view name, std::int32_t& status) const;
 
   std::unique_ptr<Node> current_user_;
   std::map<RegistryKey, Handle> handles_;

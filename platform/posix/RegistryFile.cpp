@@ -6,6 +6,7 @@
 #include "platform/code_page.h"
 #include "platform/posix/FileAccess.h"
 #include "platform/posix/UserFolder.h"
+#include "platform/text.h"
 
 namespace qva {
 namespace {
@@ -78,17 +79,24 @@ std::int32_t RegistryFile::CreateKey(RegistryKey parent, std::u16string_view pat
   return kRegistrySuccess;
 }
 
-std::int32_t RegistryFile::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
-                                      std::span<char> data, std::uint32_t& size) {
+std::int32_t RegistryFile::QueryData(RegistryKey key, std::u16string_view name, RegistryData& data) const {
   const auto opened = Find(key);
   if (!opened) return kRegistryInvalidHandle;
   if (!(opened->access & kKeyQueryValue)) return kRegistryAccessDenied;
   const auto registry = Read();
   const RegistryData* value = registry ? registry->Find(opened->path, name) : nullptr;
   if (!value) return kRegistryFileNotFound;
+  data = *value;
+  return kRegistrySuccess;
+}
 
-  const std::string bytes = IsRegistryText(value->type) ? ToCodePage1257(value->text) : value->bytes;
-  type = value->type;
+std::int32_t RegistryFile::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
+                                      std::span<char> data, std::uint32_t& size) {
+  RegistryData value;
+  const std::int32_t status = QueryData(key, name, value);
+  if (status != kRegistrySuccess) return status;
+  const std::string bytes = IsRegistryText(value.type) ? ToCodePage1257(value.text) : value.bytes;
+  type = value.type;
   size = static_cast<std::uint32_t>(bytes.size());
   if (data.empty()) return kRegistrySuccess;
   if (data.size() < bytes.size()) return kRegistryMoreData;
@@ -96,26 +104,40 @@ std::int32_t RegistryFile::QueryValue(RegistryKey key, std::u16string_view name,
   return kRegistrySuccess;
 }
 
-std::int32_t RegistryFile::SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
-                                    std::span<const char> data) {
+std::int32_t RegistryFile::QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) {
+  RegistryData data;
+  const std::int32_t status = QueryData(key, name, data);
+  if (status != kRegistrySuccess) return status;
+  value = {data.type, IsRegistryText(data.type) ? ToUtf16Bytes(data.text) : data.bytes};
+  return kRegistrySuccess;
+}
+
+std::int32_t RegistryFile::SetData(RegistryKey key, std::u16string_view name, RegistryData data) {
   const auto opened = Find(key);
   if (!opened) return kRegistryInvalidHandle;
   if (!(opened->access & kKeySetValue)) return kRegistryAccessDenied;
   if (!IsWritable(name)) return kRegistryWriteFault;
-  RegistryData value{.type = type};
-  const std::string_view bytes(data.data(), data.size());
-  if (IsRegistryText(type)) {
-    value.text = FromCodePage1257(bytes);
-    if (!value.text.ends_with(u'\0')) value.text += u'\0';
-  } else {
-    value.bytes = bytes;
-  }
+  if (IsRegistryText(data.type) && !data.text.ends_with(u'\0')) data.text += u'\0';
   return Change([&](RegistryText& current) -> std::int32_t {
     // Another process may have removed the key since it was opened.
     if (!IsThere(current, opened->path)) return kRegistryFileNotFound;
-    current.Set(opened->path, name, std::move(value));
+    current.Set(opened->path, name, std::move(data));
     return kRegistrySuccess;
   });
+}
+
+std::int32_t RegistryFile::SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
+                                    std::span<const char> data) {
+  const std::string_view bytes(data.data(), data.size());
+  if (IsRegistryText(type)) return SetData(key, name, {.type = type, .text = FromCodePage1257(bytes)});
+  return SetData(key, name, {.type = type, .bytes = std::string(bytes)});
+}
+
+std::int32_t RegistryFile::SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) {
+  if (IsRegistryText(value.type)) {
+    return SetData(key, name, {.type = value.type, .text = FromUtf16Bytes(value.bytes)});
+  }
+  return SetData(key, name, {.type = value.type, .bytes = value.bytes});
 }
 
 std::int32_t RegistryFile::DeleteValue(RegistryKey key, std::u16string_view name) {

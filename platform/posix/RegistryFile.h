@@ -40,6 +40,8 @@ class RegistryFile : public Registry {
                           std::span<char> data, std::uint32_t& size) override;
   std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                         std::span<const char> data) override;
+  std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) override;
+  std::int32_t SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) override;
   std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) override;
   std::int32_t CloseKey(RegistryKey key) override;
 
@@ -52,6 +54,8 @@ class RegistryFile : public Registry {
   std::optional<OpenedKey> Find(RegistryKey key) const;
   RegistryKey Keep(std::u16string path, std::uint32_t access);
   std::optional<RegistryText> Read() const;
+  std::int32_t QueryData(RegistryKey key, std::u16string_view name, RegistryData& data) const;
+  std::int32_t SetData(RegistryKey key, std::u16string_view name, RegistryData data);
   /// Applies `change` to what the file holds now; writes it back when that answers kRegistrySuccess.
   std::int32_t Change(const std::function<std::int32_t(RegistryText&)>& change);
 

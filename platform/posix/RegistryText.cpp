@@ -87,24 +87,6 @@ std::optional<std::string> ReadHexBytes(std::string_view& rest) {
   return bytes;
 }
 
-std::u16string FromUtf16Bytes(std::string_view bytes) {
-  std::u16string text;
-  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
-    text += static_cast<char16_t>(static_cast<unsigned char>(bytes[i]) |
-                                  static_cast<unsigned char>(bytes[i + 1]) << 8);
-  }
-  return text;
-}
-
-std::string ToUtf16Bytes(std::u16string_view text) {
-  std::string bytes;
-  for (const char16_t c : text) {
-    bytes += static_cast<char>(c & 0xFF);
-    bytes += static_cast<char>(c >> 8);
-  }
-  return bytes;
-}
-
 /// Reads what stands behind the equals sign.
 std::optional<RegistryData> ReadData(std::string_view rest) {
   RegistryData data;

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/windows/AnsiText.h"
+#include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 
 namespace qva::windows {
@@ -81,6 +82,37 @@ std::int32_t AnsiRegistry::SetValue(RegistryKey key, std::u16string_view name, s
     const std::string terminated(data.begin(), data.end());
     return RegSetValueExA(HandleOf(key), ToAnsi(name).c_str(), 0, type,
                           reinterpret_cast<const BYTE*>(terminated.c_str()), static_cast<DWORD>(data.size()));
+  });
+}
+
+std::int32_t AnsiRegistry::QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) {
+  return Guarded([&]() -> std::int32_t {
+    const std::wstring wide_name = WideText(name);
+    RegistryValue stored;
+    for (;;) {
+      DWORD type = 0;
+      auto size = static_cast<DWORD>(stored.bytes.size());
+      auto* buffer = stored.bytes.empty() ? nullptr : reinterpret_cast<BYTE*>(stored.bytes.data());
+      const LSTATUS status =
+          RegQueryValueExW(HandleOf(key), wide_name.c_str(), nullptr, &type, buffer, &size);
+      if (status != ERROR_SUCCESS && status != ERROR_MORE_DATA) return status;
+      const bool is_whole = status == ERROR_SUCCESS && size <= stored.bytes.size();
+      stored.type = type;
+      stored.bytes.resize(size);
+      if (!is_whole) continue;  // asked for the size, or another program has made it longer since
+      value = std::move(stored);
+      return ERROR_SUCCESS;
+    }
+  });
+}
+
+std::int32_t AnsiRegistry::SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) {
+  return Guarded([&]() -> std::int32_t {
+    // Windows looks behind a text that has no terminating zero: there must be one.
+    const std::string terminated = value.bytes + '\0';
+    return RegSetValueExW(HandleOf(key), WideText(name).c_str(), 0, value.type,
+                          reinterpret_cast<const BYTE*>(terminated.c_str()),
+                          static_cast<DWORD>(value.bytes.size()));
   });
 }
 

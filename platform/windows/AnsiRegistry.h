@@ -1,4 +1,4 @@
-// The Windows registry, by advapi32's ANSI forms.
+// The Windows registry, by advapi32's ANSI forms; values as they are stored by the wide ones.
 #pragma once
 
 #include "platform/registry.h"
@@ -16,6 +16,8 @@ class AnsiRegistry : public Registry {
                           std::span<char> data, std::uint32_t& size) override;
   std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                         std::span<const char> data) override;
+  std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) override;
+  std::int32_t SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) override;
   std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) override;
   std::int32_t CloseKey(RegistryKey key) override;
 };

@@ -58,6 +58,42 @@ TEST_F(CalcPeriod, IsChosenKeptAndLeftAlone) {
   EXPECT_THAT(run.messages, HasSubstr("There are no answers for the form frmReportPeriod"));
 }
 
+TEST_F(CalcPeriod, KeepsPlanCodesAsTheListHasThem) {
+  const std::filesystem::path resources = folder / "resources";
+  std::filesystem::copy(SourceFolder() / "host", resources);
+  std::ofstream(resources / "sample.sql", std::ios::app)
+      << "\nINSERT INTO GLAccountSet (BookCode, Code, Name, IsBudget) VALUES\n"
+         "  ('MEDVILNE', '0012', 'Nuliai', 1), ('MEDVILNE', '1-2', 'Data', 1), ('MEDVILNE', '12', 'Dvylika', "
+         "1);\n";
+  std::ofstream(folder / "forms") << "[frmReportPeriod]\n"
+                                     "cbAccPlan = 0012\n"
+                                     "SpecGrid 1 BookCode = MEDVILNE\n"
+                                     "SpecGrid 1 PlanCode = 0012\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
+                                     "cbAccPlan = 1-2\n"
+                                     "SpecGrid 1 PlanCode = 1-2\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
+                                     "cbAccPlan = biudz\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
+                                     "cbAccPlan = NERA\n"
+                                     "btOk\n"
+                                     "[frmReportPeriod]\n"
+                                     "cbAccPlan = 12\n"
+                                     "btOk\n";
+  const RunResult run = RunMacro("period_codes", {"--form-answers", (folder / "forms").string(),
+                                                  "--host-resources", resources.string()});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("True: String 0012, String 0012", "True: String 0012, String 0012",
+                                     "True: String 1-2, String 1-2", "True: String BIUDZ, String 1-2",
+                                     "False: String BIUDZ, String 1-2", "True: Double 12, String 1-2"));
+  EXPECT_THAT(run.messages, HasSubstr("Ataskaitinio periodo nustatymai"));
+}
+
 TEST_F(CalcPeriod, StaysInItsWorkbookWhenAnotherOneHasASheetOfThatName) {
   const RunResult run = RunMacro("two_books");
   EXPECT_EQ(run.exit_status, 0) << run.errors;

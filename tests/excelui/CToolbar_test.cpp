@@ -65,6 +65,37 @@ TEST_F(Toolbar, BeforeInitHasNoBar) {
   EXPECT_EQ(BarCount(), 3);
 }
 
+TEST_F(Toolbar, BeforeInitTouchesNoBarThatHappensToHaveNoName) {
+  const ObjectPtr bar = Call(GetObject(excel, u"CommandBars"), u"Add", {u"Kieno nors"}).ToObject();
+  Call(GetObject(bar, u"Controls"), u"Add", {1});
+  Put(bar, u"Name", u"");
+  const std::int32_t bars = BarCount();
+  toolbar = LibraryTest::Create(u"CToolbar");
+  AddShape(u"Picture02");
+  const ObjectPtr picture = GetObject(sheet, u"Shapes", {u"Picture02"});
+  const auto error = [&](std::u16string_view member, Arguments arguments) {
+    return ErrorNumberOf([&] { Call(toolbar, member, std::move(arguments)); });
+  };
+  EXPECT_EQ(error(u"VisibleButton", {1, false}), kObjectNotSet);
+  EXPECT_EQ(error(u"EnabledButton", {1, true}), kObjectNotSet);
+  EXPECT_EQ(error(u"ButtonFaceID", {1, 100}), kObjectNotSet);
+  EXPECT_EQ(error(u"ButtonFace", {1, picture}), kObjectNotSet);
+  EXPECT_EQ(error(u"ButtonToolTipText", {1, u"Kita"}), kObjectNotSet);
+  EXPECT_EQ(error(u"SetAction", {1, u"Kitas"}), kObjectNotSet);
+  EXPECT_EQ(error(u"SetHotKey", {1, u"^{k}"}), kObjectNotSet);
+  EXPECT_EQ(error(u"Refresh", {}), kObjectNotSet);
+  EXPECT_EQ(ErrorNumberOf([&] { Put(toolbar, u"VisibleToolbar", true); }), kObjectNotSet);
+  EXPECT_EQ(ErrorNumberOf([&] { Get(toolbar, u"VisibleToolbar"); }), kObjectNotSet);
+  EXPECT_EQ(Result(u"PositinTop", {}), 1);
+  // Nor does it take the bar along when it goes, also when its settings could not be read.
+  Call(toolbar, u"Init", {workbook, sheet});
+  EXPECT_EQ(error(u"SetAction", {1, u"Kitas"}), kObjectNotSet);
+  toolbar.reset();
+  EXPECT_EQ(BarCount(), bars);
+  EXPECT_EQ(Get(bar, u"Visible"), Value(false));
+  EXPECT_EQ(Get(GetObject(bar, u"Controls", {1}), u"Visible"), Value(true));
+}
+
 TEST_F(Toolbar, KnowsWhereItsDefaultButtonsAre) {
   Build(Buttons(3));
   EXPECT_EQ(Call(toolbar, u"iComment"), Value(4));

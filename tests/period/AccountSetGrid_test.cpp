@@ -237,7 +237,56 @@ TEST_F(AccountSets, ChangeNothingElseWithADocumentCode) {
   });
 }
 
+TEST_F(AccountSets, RefuseACodeThatIsLongerThanItsField) {
+  const std::u16string fitting(25, u'x');
+  const std::u16string long_code(26, u'x');
+  for (const std::u16string& code : {fitting, long_code}) {
+    host.books[code] = host.books[u"MEDVILNE"];
+    host.account_sets[u"MEDVILNE"].push_back({code, u"Ilgas", true});
+  }
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  EXPECT_TRUE(ShowAndConfirm([&](MemoryForm& form) {
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"BookCode", long_code));
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"PlanCode", long_code));
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"BudgetCurrDocCode", std::u16string(251, u'x')));
+    EXPECT_FALSE(form.TypeCell(kGrid, 0, u"BudgetLastDocCode", std::u16string(251, u'x')));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"));
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"PlanCode", fitting));
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BudgetCurrDocCode", std::u16string(250, u'x')));
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BudgetLastDocCode", std::u16string(250, u'y')));
+  }));
+  EXPECT_EQ(Records()[0][1], Value(fitting));
+  EXPECT_EQ(Records()[0][6], Value(std::u16string(250, u'y')));
+}
+
+TEST_F(AccountSets, RefuseALongCodeThatIsLookedUp) {
+  const std::u16string long_code(26, u'x');
+  host.account_sets[u"MEDVILNE"].push_back({long_code, u"Ilgas", true});
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  Pick(long_code);
+  EXPECT_TRUE(ShowAndConfirm([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"));
+  }));
+}
+
 // --- Lookups
+
+TEST_F(AccountSets, ChangeNothingWhenALookupConfirmsTheCode) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  EXPECT_TRUE(ShowAndConfirm([&](MemoryForm& form) {
+    Pick(u"MEDVILNE");
+    form.PressCellButton(kGrid, 0, u"BookCode");
+    Pick(u"B1");
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    EXPECT_THAT(platform.list_chooser.shown, SizeIs(2));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"));
+    Pick(u"F1");
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"F1", u"False", u"", u""));
+  }));
+  EXPECT_EQ(Records()[0][3], Value(Currency{0}));
+}
 
 TEST_F(AccountSets, LookBooksUpInTheCurrentBook) {
   Pick(u"BALTIJA");
@@ -322,6 +371,37 @@ TEST_F(AccountSets, OfferTheDocumentsOfThePreviousPeriod) {
     EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"True", u"", u"BIU-2023"));
   }));
   EXPECT_EQ(Records()[0][5], Value(Currency{110000}));
+}
+
+TEST_F(AccountSets, OfferTheDocumentsOfWholeMonths) {
+  host.documents = {{21, u"MEDVILNE", u"BOBN", u"PRADZIA", DateFromParts(2024, 2, 1)},
+                    {22, u"MEDVILNE", u"BOBN", u"PABAIGA", DateFromParts(2024, 4, 30)},
+                    {23, u"MEDVILNE", u"BOBN", u"PRIES", DateFromParts(2024, 1, 31)},
+                    {24, u"MEDVILNE", u"BOBN", u"PO", DateFromParts(2024, 5, 1)}};
+  AddBudget({u"MEDVILNE", u"B1", 1, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    form.Click(u"optUser");
+    // The pickers show months; the days that they keep are not the user's.
+    form.PickDate(u"edCurrBegDate", DateFromParts(2024, 2, 29));
+    form.PickDate(u"edCurrEndDate", DateFromParts(2024, 4, 3));
+    form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+    EXPECT_THAT(OfferedCodes(), ElementsAre(u"PRADZIA", u"PABAIGA"));
+    form.PickDate(u"edPrevBegDate", DateFromParts(2024, 5, 15));
+    form.PickDate(u"edPrevEndDate", DateFromParts(2024, 5, 2));
+    form.PressCellButton(kGrid, 0, u"BudgetLastDocCode");
+    EXPECT_THAT(OfferedCodes(), ElementsAre(u"PO"));
+  });
+}
+
+TEST_F(AccountSets, RefuseADocumentWhoseCodeIsLongerThanItsField) {
+  host.documents = {{21, u"MEDVILNE", u"BOBN", std::u16string(251, u'x'), DateFromParts(2024, 2, 1)}};
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  Pick(std::u16string(251, u'x'));
+  EXPECT_TRUE(ShowAndConfirm([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"));
+  }));
+  EXPECT_EQ(Records()[0][3], Value(Currency{120000}));
 }
 
 TEST_F(AccountSets, KeepTheCellsWhenNoDocumentIsChosen) {

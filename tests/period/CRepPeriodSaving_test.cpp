@@ -139,7 +139,7 @@ TEST_F(ReportPeriodSaving, EditReadsAndWritesTheCellsInTheirOrder) {
   EXPECT_THAT(
       std::vector<std::string>(first_write, steps.end()),
       ElementsAre(
-          "AccPlan.Value = \"F1\"", "RepYear.Value = 2024", "RepQuarter.Value = 2", "RepMon.Value = 5",
+          "AccPlan.Value = \"'F1\"", "RepYear.Value = 2024", "RepQuarter.Value = 2", "RepMon.Value = 5",
           "RepType.Value = 3", "RepLastPerBeg.Value = #2023-01-01#", "RepLastPerEnd.Value = #2023-12-31#",
           "RepCurrPerBeg.Value = #2024-01-01#", "RepCurrPerEnd.Value = #2024-12-31#", "BudgetCount.Value = 1",
           "CurrBudgetDocId.Value = 0", "CurrBudgetDocCode.Value = \"\"", "LastBudgetDocId.Value = 0",
@@ -181,6 +181,78 @@ TEST_F(ReportPeriodSaving, TwoSheetsKeepTheirOwnPeriods) {
   EXPECT_TRUE(EditAndConfirm([](MemoryForm& form) { form.Type(u"txtYear", u"2026"); }));
   platform.forms.user = [](MemoryForm& form) { EXPECT_EQ(form.Text(u"txtYear"), u"2026"); };
   EXPECT_FALSE(Call(other, u"Edit").ToBoolean());
+}
+
+TEST_F(ReportPeriodSaving, EditKeepsEveryPlanCodeAsItIs) {
+  NameCells();
+  auto& plans = host.account_sets[u"MEDVILNE"];
+  for (const std::u16string_view code :
+       {u"0012", u"1E5", u"1-2", u"12:30", u"5%", u"TRUE", u"=1+1", u"'a", u"-7", u"1,5", u"MAR5", u"0",
+        u"12", u"123456789012345", u"1234567890123456", u"00"}) {
+    plans.push_back({std::u16string(code), u"Planas", false});
+    EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) {
+      form.Type(u"cbAccPlan", code);
+      EXPECT_TRUE(form.TypeCell(u"SpecGrid", form.RowCount(u"SpecGrid"), u"BookCode", u"MEDVILNE"));
+      EXPECT_TRUE(form.TypeCell(u"SpecGrid", form.RowCount(u"SpecGrid") - 1, u"PlanCode", code));
+    })) << ToUtf8(code);
+    EXPECT_EQ(At(u"AccPlan").ToText(), code);
+    EXPECT_EQ(RowOf(At(u"BudgetCount").ToInt32())[1].ToText(), code);
+    // The next dialog shows what this one kept.
+    platform.forms.user = [&](MemoryForm& form) { EXPECT_EQ(form.Text(u"cbAccPlan"), code); };
+    EXPECT_FALSE(Edit());
+  }
+}
+
+TEST_F(ReportPeriodSaving, EditKeepsAPlanCodeInACellForTexts) {
+  NameCells();
+  Put(Cell(u"AccPlan").object(), u"NumberFormat", u"@");
+  for (const std::u16string_view code : {u"0012", u"12"}) {
+    host.account_sets[u"MEDVILNE"].push_back({std::u16string(code), u"Planas", false});
+    EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) { form.Type(u"cbAccPlan", code); }));
+    EXPECT_EQ(At(u"AccPlan"), Value(code));
+  }
+}
+
+TEST_F(ReportPeriodSaving, EditKeepsAPlanCodeThatIsANumberAsOne) {
+  NameCells();
+  host.account_sets[u"MEDVILNE"].push_back({u"12", u"Planas", false});
+  EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) { form.Type(u"cbAccPlan", u"12"); }));
+  EXPECT_EQ(At(u"AccPlan"), Value(12.0));
+}
+
+// --- Calls from within
+
+TEST_F(ReportPeriodSaving, EditAndInitDuringTheDialogRaiseFormAlreadyDisplayed) {
+  NameCells();
+  EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) {
+    EXPECT_EQ(ErrorNumberOf([&] { Edit(); }), kFormAlreadyDisplayed);
+    EXPECT_EQ(ErrorNumberOf([&] { Init(); }), kFormAlreadyDisplayed);
+    form.Type(u"txtYear", u"2026");
+  }));
+  EXPECT_EQ(At(u"RepYear"), Value(2026.0));
+  // Afterwards both go again, also when the dialog failed.
+  Init();
+  platform.forms.refuse = true;
+  EXPECT_FALSE(Edit());
+  platform.forms.refuse = false;
+  EXPECT_TRUE(EditAndConfirm());
+}
+
+TEST_F(ReportPeriodSaving, AnotherObjectIsEditedDuringTheDialog) {
+  NameCells();
+  const ObjectPtr other = Create(u"CRepPeriod");
+  Call(other, u"Init", {Sheet()});
+  int shown = 0;
+  platform.forms.user = [&](MemoryForm& form) {
+    if (++shown == 1) {
+      EXPECT_TRUE(Call(other, u"Edit").ToBoolean());
+    } else {
+      form.Type(u"txtQuater", u"3");
+    }
+    form.Click(u"btOk");
+  };
+  EXPECT_TRUE(Edit());
+  EXPECT_EQ(shown, 2);
 }
 
 // --- Failures and cost

@@ -446,7 +446,34 @@ TEST_F(ReportPeriodDialog, WritesWholeMonthsOfTheUsersDates) {
 }
 
 TEST_F(ReportPeriodDialog, TakesAPlanThatTheBookLacksForNoBudgetPlan) {
+  host.refuses_tables = true;
   EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) { form.Type(u"cbAccPlan", u"NĖRA"); }));
+  EXPECT_EQ(Setting(u"Plan"), Value(u"NĖRA"));
+  EXPECT_EQ(Setting(u"IsBudgetPlan"), Value(false));
+}
+
+TEST_F(ReportPeriodDialog, RefusesATextThatIsNoCodeOfTheList) {
+  for (const std::u16string_view text : {u"NĖRA", u"F", u"F1 ", u"Finansinė"}) {
+    EXPECT_EQ(Confirm([&](MemoryForm& form) { form.Type(u"cbAccPlan", text); }),
+              (Refused{u"Tekstas 810", u"cbAccPlan"}))
+        << ToUtf8(text);
+  }
+  EXPECT_EQ(Setting(u"Plan"), Value(u"F1"));
+}
+
+TEST_F(ReportPeriodDialog, RefusesAnyTextOfABookWithoutAccountPlans) {
+  host.account_sets[u"MEDVILNE"].clear();
+  EXPECT_EQ(Confirm([](MemoryForm&) {}), (Refused{u"Tekstas 810", u"cbAccPlan"}));
+}
+
+TEST_F(ReportPeriodDialog, TakesACodeInOtherLetterCaseForTheListsOwn) {
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) { form.Type(u"cbAccPlan", u"b1"); }));
+  EXPECT_EQ(Setting(u"Plan"), Value(u"B1"));
+  EXPECT_EQ(Setting(u"IsBudgetPlan"), Value(true));
+  // The code itself comes first.
+  host.account_sets[u"MEDVILNE"].push_back({u"b1", u"Kitas", false});
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm& form) { form.Type(u"cbAccPlan", u"b1"); }));
+  EXPECT_EQ(Setting(u"Plan"), Value(u"b1"));
   EXPECT_EQ(Setting(u"IsBudgetPlan"), Value(false));
 }
 
@@ -474,7 +501,7 @@ TEST_F(ReportPeriodDialog, OpensHalfFilledWhenFillingFails) {
 }
 
 TEST_F(ReportPeriodDialog, FillsTheControlsWhenTheAccountPlansCannotBeListed) {
-  host.account_sets.clear();
+  host.refuses_tables = true;
   Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"cbAccPlan"), u"F1"); });
 }
 

@@ -23,16 +23,29 @@ class SetPath : public LibraryTest {
   std::optional<std::string> UserPath() const { return platform.registry.Text(u"Environment", u"PATH"); }
   std::size_t MessagesShown() const { return platform.message_box.boxes().size(); }
 
-  /// The type of the user's PATH.
-  std::uint32_t UserPathType() {
+  /// A value of the user's environment as it is stored; nothing where there is none.
+  std::optional<RegistryValue> Stored(std::u16string_view name) {
     RegistryKey key = 0;
-    std::uint32_t type = 0;
-    std::uint32_t size = 0;
+    RegistryValue value;
     platform.registry.OpenKey(HKEY_CURRENT_USER_VALUE, u"Environment", kKeyQueryValue, key);
-    platform.registry.QueryValue(key, u"PATH", type, {}, size);
+    const bool found = platform.registry.QueryStored(key, name, value) == kRegistrySuccess;
     platform.registry.CloseKey(key);
-    return type;
+    return found ? std::optional(value) : std::nullopt;
   }
+  std::optional<RegistryValue> Kept() { return Stored(kKept); }
+  void Store(const RegistryValue& path) {
+    RegistryKey key = 0;
+    SetUserPath("");
+    platform.registry.OpenKey(HKEY_CURRENT_USER_VALUE, u"Environment", kKeySetValue, key);
+    platform.registry.SetStored(key, u"PATH", path);
+    platform.registry.CloseKey(key);
+  }
+  static RegistryValue TextValue(std::u16string_view text, std::uint32_t type = kRegSz) {
+    return {type, ToUtf16Bytes(std::u16string(text) + u'\0')};
+  }
+  std::uint32_t UserPathType() { return Stored(u"PATH")->type; }
+
+  static constexpr std::u16string_view kKept = u"PATH_before_QVA_Varnholt";
 
   ObjectPtr path = Create(u"CSetPath");
 };
@@ -144,11 +157,76 @@ TEST_F(SetPath, MakesAPathWithReferencesAPlainText) {
   EXPECT_EQ(UserPathType(), kRegSz);
 }
 
-TEST_F(SetPath, TakesAPathThatCannotBeReadForEmpty) {
+TEST_F(SetPath, LeavesAPathAloneThatCannotBeReadAtAll) {
   SetUserPath("C:\\Bin");
   platform.registry.Refuse(Operation::Query, kRegistryAccessDenied);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bin");
+  EXPECT_EQ(MessagesShown(), 0u);
+}
+
+// --- What is replaced is kept
+
+TEST_F(SetPath, KeepsNothingOfAPathThatItReadWholeAndExactly) {
   EXPECT_TRUE(RegPath());
-  EXPECT_EQ(UserPath(), "\\Varnholt");  // the setting is not to be read either
+  SetUserPath("C:\\Bin;C:\\\xC0\xFEuolas");
+  EXPECT_TRUE(RegPath(u"Nera"));
+  EXPECT_EQ(Kept(), std::nullopt);
+}
+
+TEST_F(SetPath, KeepsAPathThatIsTooLongToBeRead) {
+  SetUserPath(std::string(3000, 'a'), kRegExpandSz);
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(Kept(), TextValue(std::u16string(3000, u'a'), kRegExpandSz));
+}
+
+TEST_F(SetPath, KeepsAPathWithReferencesWithItsType) {
+  SetUserPath("%USERPROFILE%\\bin", kRegExpandSz);
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(Kept(), TextValue(u"%USERPROFILE%\\bin", kRegExpandSz));
+}
+
+TEST_F(SetPath, KeepsAPathWithLettersThatTheCodePageLacks) {
+  Store(TextValue(u"C:\\Програми"));
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\????????;C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(Kept(), TextValue(u"C:\\Програми"));
+}
+
+TEST_F(SetPath, KeepsAPathThatIsNoText) {
+  const RegistryValue bytes{kRegBinary, std::string("\1\2\0\3", 4)};
+  Store(bytes);
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(Kept(), bytes);
+}
+
+TEST_F(SetPath, KeepsAPathThatLacksItsTerminatingZeroWhoseLastLetterIsNotRead) {
+  Store({kRegSz, ToUtf16Bytes(u"C:\\Bin")});
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(UserPath(), "C:\\Bi;C:\\Buhalterija\\Varnholt");
+  EXPECT_EQ(Kept(), (RegistryValue{kRegSz, ToUtf16Bytes(u"C:\\Bin")}));
+}
+
+TEST_F(SetPath, KeepsEachPathThatItReplacesOnce) {
+  SetUserPath(std::string(300, 'a'));
+  EXPECT_TRUE(RegPath());
+  SetUserPath(std::string(300, 'b'));  // put back and changed since
+  EXPECT_TRUE(RegPath());
+  SetUserPath(std::string(300, 'a'));
+  EXPECT_TRUE(RegPath());
+  EXPECT_EQ(Kept(), TextValue(std::u16string(300, u'a')));
+  EXPECT_EQ(Stored(u"PATH_before_QVA_Varnholt_2"), TextValue(std::u16string(300, u'b')));
+  EXPECT_EQ(Stored(u"PATH_before_QVA_Varnholt_3"), std::nullopt);
+}
+
+TEST_F(SetPath, ReplacesNoPathThatCannotBeKept) {
+  SetUserPath(std::string(300, 'a'));
+  platform.registry.Refuse(Operation::Set, kRegistryAccessDenied);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), std::string(300, 'a'));
+  EXPECT_EQ(platform.registry.OpenHandles(), 0u);
+  EXPECT_EQ(MessagesShown(), 0u);
 }
 
 TEST_F(SetPath, IsSilentWhenThePathCannotBeWritten) {

@@ -42,6 +42,14 @@ class RecordingRegistry : public Registry {
     Line() << "set " << ToUtf8(name) << " type " << type << " bytes " << data.size();
     return registry_.SetValue(key, name, type, data);
   }
+  std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) override {
+    Line() << "query stored " << ToUtf8(name);
+    return registry_.QueryStored(key, name, value);
+  }
+  std::int32_t SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) override {
+    Line() << "set stored " << ToUtf8(name) << " type " << value.type << " bytes " << value.bytes.size();
+    return registry_.SetStored(key, name, value);
+  }
   std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) override {
     Line() << "delete " << ToUtf8(name);
     return registry_.DeleteValue(key, name);

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/text.h"
 #include "platform/windows/WindowsApi.h"
 
 namespace qva::windows {
@@ -83,6 +84,20 @@ TEST_F(AnsiRegistryTest, NamesItsKeysAndTextsForAllWhoReadTheRegistry) {
                          RRF_RT_REG_SZ, nullptr, text, &bytes),
             ERROR_SUCCESS);
   EXPECT_STREQ(text, L"ž");
+}
+
+TEST_F(AnsiRegistryTest, GivesAndTakesValuesAsTheyAreStored) {
+  ASSERT_EQ(Create(), kRegistrySuccess);
+  const std::u16string text = std::u16string(3000, u'я') + u'\0';
+  const RegistryValue value{kRegExpandSz, ToUtf16Bytes(text)};
+  ASSERT_EQ(registry.SetStored(key, u"name", value), kRegistrySuccess);
+  RegistryValue read;
+  ASSERT_EQ(registry.QueryStored(key, u"NAME", read), kRegistrySuccess);
+  EXPECT_EQ(read, value);
+  ASSERT_EQ(registry.SetStored(key, u"none", {kRegBinary, ""}), kRegistrySuccess);
+  ASSERT_EQ(registry.QueryStored(key, u"none", read), kRegistrySuccess);
+  EXPECT_EQ(read, (RegistryValue{kRegBinary, ""}));
+  EXPECT_EQ(registry.QueryStored(key, u"missing", read), kRegistryFileNotFound);
 }
 
 TEST_F(AnsiRegistryTest, DeletesAValue) {

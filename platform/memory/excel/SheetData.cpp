@@ -18,7 +18,9 @@ const Cell* SheetData::Find(std::int32_t row, std::int32_t column) const {
 }
 
 void SheetData::Enter(std::int32_t row, std::int32_t column, const Value& value) {
-  const bool as_text = formats[FormatProperty::NumberFormat].At(row, column) == Value(u"@");
+  // An apostrophe in front counts in cells of the format for texts, too.
+  const bool is_quoted = value.Is(Value::Type::Text) && value.As<std::u16string>().starts_with(u'\'');
+  const bool as_text = !is_quoted && formats[FormatProperty::NumberFormat].At(row, column) == Value(u"@");
   Hold(row, column, ReadEntry(value, as_text));
 }
 

@@ -43,6 +43,24 @@ Set book = excel.ActiveWorkbook
 Set sheet = book.Sheets("Sheet2")
 CheckError "connecting", 0
 
+' A bar without a name is not taken for that of a toolbar before Init.
+Set picture = excel.CommandBars.Add("Kieno nors")
+picture.Name = ""
+number = excel.CommandBars.Count
+Set toolbar = CreateObject("QVA_Varnholt.CToolbar")
+toolbar.SetAction 1, "Veiksmas"
+CheckError "an action before Init", 91
+toolbar.SetHotKey 1, "^{k}"
+CheckError "a key before Init", 91
+toolbar.VisibleButton 1, False
+CheckError "a button before Init", 91
+toolbar.VisibleToolbar = True
+CheckError "showing the bar before Init", 91
+Set toolbar = Nothing
+Check "the bar without a name stays", excel.CommandBars.Count, number
+picture.Delete
+Set picture = Nothing
+
 ' Settings sheets of every size.
 For Each number In Array(0, 1, 20, 254)
   Describe sheet, number
@@ -169,4 +187,4 @@ Set sheet = Nothing
 Set book = Nothing
 Set global = Nothing
 Set excel = Nothing
-Finish 108
+Finish 113

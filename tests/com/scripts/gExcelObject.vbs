@@ -3,7 +3,8 @@ Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\M
 Class MacroError
   Public Description
 End Class
-Dim global, excel, shell, result, failed
+Dim global, excel, shell, result, failed, number, went_through, halves
+halves = ""
 Set shell = CreateObject("WScript.Shell")
 ' The first connection brings the host's client tools to life, which stay.
 shell.RegWrite P0, "MEDVILNE"
@@ -69,7 +70,26 @@ Report InStr(control.Trace, "Application.Visible") > 0, "Excel is asked whether 
 global.ResetConnectOnError
 CheckNothing "the book after the reset", global.oBook
 CheckNothing "the plant after the reset", global.oMyPlant
+
+' Whichever call fails, nothing is kept of the connection, and the next one is whole.
+number = 0
+Do
+  number = number + 1
+  control.FailCall number
+  global.InitConnectEX excel, Empty
+  went_through = (Err.Number = 0)
+  Err.Clear
+  control.FailCall 0
+  If Not went_through Then
+    If Not (global.oBook Is Nothing And global.oMyPlant Is Nothing) Then halves = halves & " " & number
+    If global.InitConnectEX(excel, Empty) <> 1 Then halves = halves & " count " & number
+    If global.oMyPlant Is Nothing Then halves = halves & " plant " & number
+  End If
+  global.ResetConnectOnError
+Loop Until went_through Or number > 20
+Check "the calls of a connection", number - 1, 6
+Check "half connections", halves, ""
 Set failed = Nothing
 Set global = Nothing
 Set excel = Nothing
-Finish 30
+Finish 32

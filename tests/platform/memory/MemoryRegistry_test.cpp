@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/text.h"
+
 namespace qva {
 namespace {
 
@@ -76,6 +78,22 @@ TEST_F(MemoryRegistryTest, AddsNoSecondTerminatingZeroAndNoneToBinaryData) {
   ASSERT_EQ(registry.QueryValue(key, u"bytes", type, {}, size), kRegistrySuccess);
   EXPECT_EQ(size, 3u);
   EXPECT_EQ(registry.Text(u"K", u"bytes"), std::nullopt);
+}
+
+TEST_F(MemoryRegistryTest, GivesAndTakesValuesAsTheyAreStored) {
+  registry.SetText(u"K", u"text", "\xFE");
+  const RegistryKey key = Open(u"K");
+  RegistryValue value;
+  ASSERT_EQ(registry.QueryStored(key, u"TEXT", value), kRegistrySuccess);
+  EXPECT_EQ(value, (RegistryValue{kRegSz, std::string("\x7E\x01\0\0", 4)}));
+  const RegistryValue cyrillic{kRegExpandSz, ToUtf16Bytes(std::u16string_view(u"я\0", 2))};
+  ASSERT_EQ(registry.SetStored(key, u"copy", cyrillic), kRegistrySuccess);
+  ASSERT_EQ(registry.QueryStored(key, u"copy", value), kRegistrySuccess);
+  EXPECT_EQ(value, cyrillic);
+  EXPECT_EQ(registry.Text(u"K", u"copy"), "?");
+  EXPECT_EQ(registry.QueryStored(Open(u"K", kKeySetValue), u"copy", value), kRegistryAccessDenied);
+  EXPECT_EQ(registry.SetStored(Open(u"K", kKeyQueryValue), u"copy", value), kRegistryAccessDenied);
+  EXPECT_EQ(registry.QueryStored(4711, u"copy", value), kRegistryInvalidHandle);
 }
 
 TEST_F(MemoryRegistryTest, LeavesABufferAloneThatIsTooSmallAndTellsTheSize) {

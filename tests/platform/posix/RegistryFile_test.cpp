@@ -341,6 +341,32 @@ TEST_F(RegistryFileTest, HoldsTheSettingsStore) {
             u"C:\\Ataskaitos\\Metinės");
 }
 
+TEST_F(RegistryFileTest, GivesAndTakesValuesAsTheyAreStored) {
+  WriteRegistry("[HKEY_CURRENT_USER\\Environment]\n\"PATH\"=\"C:\\\\Програми\"\n\"b\"=hex:01,00,02\n");
+  const RegistryKey key = Open(u"Environment");
+  RegistryValue value;
+  ASSERT_EQ(registry.QueryStored(key, u"path", value), kRegistrySuccess);
+  EXPECT_EQ(value, (RegistryValue{kRegSz, ToUtf16Bytes(std::u16string_view(u"C:\\Програми\0", 12))}));
+  value.type = kRegExpandSz;
+  ASSERT_EQ(registry.SetStored(key, u"copy", value), kRegistrySuccess);
+  RegistryValue copy;
+  ASSERT_EQ(registry.QueryStored(key, u"copy", copy), kRegistrySuccess);
+  EXPECT_EQ(copy, value);
+  ASSERT_EQ(registry.QueryStored(key, u"b", value), kRegistrySuccess);
+  EXPECT_EQ(value, (RegistryValue{kRegBinary, std::string("\1\0\2", 3)}));
+  ASSERT_EQ(registry.SetStored(key, u"c", value), kRegistrySuccess);
+  EXPECT_EQ(Read(key, u"c"), std::string("\1\0\2", 3));
+}
+
+TEST_F(RegistryFileTest, ChecksAccessToValuesAsTheyAreStored) {
+  WriteRegistry("[HKEY_CURRENT_USER\\Environment]\n\"a\"=\"b\"\n");
+  RegistryValue value{7, "untouched"};
+  EXPECT_EQ(registry.QueryStored(Open(u"Environment"), u"none", value), kRegistryFileNotFound);
+  EXPECT_EQ(registry.QueryStored(Open(u"Environment", kKeySetValue), u"a", value), kRegistryAccessDenied);
+  EXPECT_EQ(value, (RegistryValue{7, "untouched"}));
+  EXPECT_EQ(registry.SetStored(Open(u"Environment", kKeyQueryValue), u"a", value), kRegistryAccessDenied);
+}
+
 class UserRegistryPathTest : public testing::Test {
  protected:
   UserRegistryPathTest() {
