@@ -104,4 +104,15 @@ bool IgnoreErrors(Step&& step) {
   }
 }
 
+/// The same where nothing may be raised at all, as in a destructor: a lack of memory is forgotten, too.
+template <class Step>
+bool IgnoreFailures(Step&& step) noexcept {
+  try {
+    std::forward<Step>(step)();
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
 }  // namespace qva
