@@ -60,18 +60,13 @@ const ClassDescription& CToolbar::Description() {
 }
 
 CToolbar::~CToolbar() {
-  try {
-    if (bar_) {
-      IgnoreErrors([&] { bar_.SetEnabled(true); });
-      IgnoreErrors([&] { bar_.Delete(); });
-    }
-    if (buttons_) {
-      ReleaseHotKeys(Refusals::Ignored);
-      buttons_->Reset();
-    }
-  } catch (...) {
-    // Out of memory: Excel drops the bar when it ends.
+  if (bar_) {
+    IgnoreFailures([&] { bar_.SetEnabled(true); });
+    IgnoreFailures([&] { bar_.Delete(); });
   }
+  if (!buttons_) return;
+  IgnoreFailures([&] { ReleaseHotKeys(Refusals::Ignored); });
+  IgnoreFailures([&] { buttons_->Reset(); });
 }
 
 std::uint8_t CToolbar::VisibleButton(std::uint8_t Index, bool Visible) {

@@ -70,13 +70,9 @@ const ClassDescription& CToolbars::Description() {
 }
 
 CToolbars::~CToolbars() {
-  try {
-    // Taken out first: what a toolbar sets off in Excel when it goes may look at the set.
-    std::exchange(toolbars_, {});
-    IgnoreErrors([&] { cmdGoToAppDelete(); });
-  } catch (...) {
-    // Out of memory: Excel drops the command when it ends.
-  }
+  // Taken out first: what a toolbar sets off in Excel when it goes may look at the set.
+  std::exchange(toolbars_, {});
+  IgnoreFailures([&] { cmdGoToAppDelete(); });
 }
 
 std::uint8_t CToolbars::CreateToolbar(excel::Worksheet oSheet) {

@@ -13,21 +13,21 @@ const ClassDescription& CLockScreen::Description() {
 
 CLockScreen::CLockScreen() {
   const excel::Application application = TheGlobals().application;
-  application.SetScreenUpdating(false);
   try {
+    application.SetScreenUpdating(false);
     application.SetCursor(xlWait);
   } catch (...) {
     // There will be no instance whose release could thaw the screen.
-    IgnoreErrors([&] { application.SetScreenUpdating(true); });
+    IgnoreFailures([&] { application.SetScreenUpdating(true); });
     throw;
   }
 }
 
 CLockScreen::~CLockScreen() {
   const excel::Application application = TheGlobals().application;
-  IgnoreErrors([&] { application.SetScreenUpdating(true); });
-  IgnoreErrors([&] { application.SetCursor(xlDefault); });
-  IgnoreErrors([&] { application.ResetStatusBar(); });
+  IgnoreFailures([&] { application.SetScreenUpdating(true); });
+  IgnoreFailures([&] { application.SetCursor(xlDefault); });
+  IgnoreFailures([&] { application.ResetStatusBar(); });
 }
 
 }  // namespace qva

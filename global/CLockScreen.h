@@ -15,8 +15,8 @@ class CLockScreen : public Described<CLockScreen> {
   /// Freezes the screen and shows the wait cursor. Raises 91 without an application, and Excel's errors; the
   /// screen is live then.
   CLockScreen();
-  /// Thaws the screen, and gives the cursor and the status bar back to Excel. Errors are ignored,
-  /// each step is tried.
+  /// Thaws the screen, and gives the cursor and the status bar back to Excel. Each step is tried, whatever
+  /// fails, also for want of memory.
   ~CLockScreen() override;
 };
 

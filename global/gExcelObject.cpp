@@ -124,12 +124,12 @@ void gExcelObject::ResetConnectOnError() {
 
 void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
   std::u16string description;
-  IgnoreErrors([&] { description = Get(ExcelErr, u"Description").ToText(); });
-  IgnoreErrors([&] { GetServices().message_box->Show(description, vbCritical | vbOKOnly, u""); });
+  IgnoreFailures([&] { description = Get(ExcelErr, u"Description").ToText(); });
+  IgnoreFailures([&] { GetServices().message_box->Show(description, vbCritical | vbOKOnly, u""); });
   // A copy: an Excel that quits runs macros that may release the global object, and with it the application.
   const excel::Application application = TheGlobals().application;
   if (!application) return;
-  IgnoreErrors([&] {
+  IgnoreFailures([&] {
     if (application.Visible()) {
       application.SetScreenUpdating(true);
     } else {

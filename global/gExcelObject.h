@@ -44,7 +44,7 @@ class gExcelObject : public Described<gExcelObject> {
   void ResetConnectOnError();
 
   /// The workbooks' last resort: shows the error's description, then gives a visible Excel its screen back
-  /// and shuts an invisible one down. Never raises.
+  /// and shuts an invisible one down. Each step is tried, also when memory is short. Never raises.
   void ExcelReportError(ObjectPtr ExcelErr);
 
   /// Counts up; the first one makes the toolbar collection. Raises 6 (Overflow) past 32 767.

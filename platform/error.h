@@ -60,10 +60,22 @@ class AutomationError : public std::exception {
   const std::u16string& source() const { return source_; }
   const std::u16string& description() const { return description_; }
 
+  /// Whether the call itself was refused, before any code of the member ran: there is no such member, or the
+  /// arguments do not fit.
+  bool is_of_call() const { return is_of_call_; }
   /// Position (from 0) of the argument that could not be converted, −1 when the error is not about one.
   int argument() const { return argument_; }
-  AutomationError& AtArgument(int index) {
-    argument_ = index;
+  /// Marks an error of the call, which may be about an argument.
+  AutomationError& OfCall(int argument = -1) {
+    is_of_call_ = true;
+    argument_ = argument;
+    return *this;
+  }
+  /// Marks an error that comes out of the code of a member: what it says of a call is about one that the
+  /// member made, and means nothing to the member's own caller.
+  AutomationError& OfMember() {
+    is_of_call_ = false;
+    argument_ = -1;
     return *this;
   }
 
@@ -74,6 +86,7 @@ class AutomationError : public std::exception {
   std::int32_t number_;
   std::u16string source_;
   std::u16string description_;
+  bool is_of_call_ = false;
   int argument_ = -1;
   mutable std::string what_;
 };
@@ -87,6 +100,17 @@ bool IgnoreErrors(Step&& step) {
     std::forward<Step>(step)();
     return true;
   } catch (const AutomationError&) {
+    return false;
+  }
+}
+
+/// The same where nothing may be raised at all, as in a destructor: a lack of memory is forgotten, too.
+template <class Step>
+bool IgnoreFailures(Step&& step) noexcept {
+  try {
+    std::forward<Step>(step)();
+    return true;
+  } catch (...) {
     return false;
   }
 }

@@ -1,6 +1,5 @@
 #include "platform/member_table.h"
 
-
 #include "platform/text.h"
 
 namespace qva {
@@ -76,7 +75,7 @@ struct Binding {
 Binding Bind(const Member& member, const Arguments& arguments) {
   const auto& parameters = member.parameters;
   if (arguments.positional.size() + arguments.named.size() > parameters.size()) {
-    throw AutomationError(kWrongArgumentCount);
+    throw AutomationError(kWrongArgumentCount).OfCall();
   }
   Binding binding{std::vector<Value>(parameters.size()), std::vector<int>(parameters.size(), kOmitted)};
   // The new value of a property comes last in the parameters, whatever optional ones stand before it.
@@ -88,8 +87,8 @@ Binding Bind(const Member& member, const Arguments& arguments) {
   for (std::size_t n = 0; n < arguments.named.size(); ++n) {
     std::size_t i = 0;
     while (i < parameters.size() && !EqualIgnoringCase(parameters[i].name, arguments.named[n].name)) ++i;
-    if (i == parameters.size()) throw AutomationError(kNamedArgumentNotFound);
-    if (binding.positions[i] != kOmitted) throw AutomationError(kWrongArgumentCount);
+    if (i == parameters.size()) throw AutomationError(kNamedArgumentNotFound).OfCall();
+    if (binding.positions[i] != kOmitted) throw AutomationError(kWrongArgumentCount).OfCall();
     binding.positions[i] = -1 - static_cast<int>(n);
   }
   for (std::size_t i = 0; i < parameters.size(); ++i) {
@@ -103,9 +102,9 @@ Binding Bind(const Member& member, const Arguments& arguments) {
     if (parameters[i].optional) {
       binding.values[i] = parameters[i].default_value;
     } else if (position == kOmitted) {
-      throw AutomationError(kWrongArgumentCount);
+      throw AutomationError(kWrongArgumentCount).OfCall();
     } else if (parameters[i].type != ParameterType::Any) {
-      throw AutomationError(kArgumentNotOptional).AtArgument(static_cast<int>(i));
+      throw AutomationError(kArgumentNotOptional).OfCall(static_cast<int>(i));
     }
   }
   return binding;
@@ -124,6 +123,15 @@ void StoreBack(const Member& member, Binding& binding, Arguments& arguments) {
 }
 
 }  // namespace
+
+Value member_table_detail::RunMember(Value (*code)(void* context), void* context) {
+  try {
+    return code(context);
+  } catch (AutomationError& error) {
+    error.OfMember();
+    throw;
+  }
+}
 
 void ClassDescription::Add(Member member) {
   by_name_[ToLower(member.name)].push_back(members_.size());
@@ -146,7 +154,7 @@ bool ClassDescription::HasName(std::u16string_view name) const {
 Value ClassDescription::Invoke(Object& self, Access access, std::u16string_view name,
                                Arguments& arguments) const {
   const Member* member = Find(access, name);
-  if (!member) throw AutomationError(kUnsupportedMember);
+  if (!member) throw AutomationError(kUnsupportedMember).OfCall();
   const bool has_arguments = !arguments.positional.empty() || !arguments.named.empty();
   if (member->kind == MemberKind::Get && member->parameters.empty() && has_arguments &&
       member->result == ParameterType::Object) {

@@ -211,7 +211,7 @@ T FromArgument(const Value& value, std::size_t index) {
   try {
     return Marshal<T>::From(value);
   } catch (AutomationError& error) {
-    error.AtArgument(static_cast<int>(index));
+    error.OfCall(static_cast<int>(index));
     throw;
   }
 }
@@ -220,15 +220,21 @@ template <class A>
 inline constexpr bool kByReference =
     std::is_lvalue_reference_v<A> && !std::is_const_v<std::remove_reference_t<A>>;
 
-/// The result of a function as a value; Empty for none.
+/// Runs the code of a member, whose errors are its own from now on (AutomationError::OfMember).
+Value RunMember(Value (*code)(void* context), void* context);
+
+/// The result of a member's function as a value; Empty for none.
 template <class R, class Function, class Values>
 Value CallForValue(Function& function, Values& values) {
-  if constexpr (std::is_void_v<R>) {
-    std::apply(function, values);
-    return {};
-  } else {
-    return Marshal<std::remove_cvref_t<R>>::To(std::apply(function, values));
-  }
+  auto code = [&]() -> Value {
+    if constexpr (std::is_void_v<R>) {
+      std::apply(function, values);
+      return {};
+    } else {
+      return Marshal<std::remove_cvref_t<R>>::To(std::apply(function, values));
+    }
+  };
+  return RunMember([](void* context) { return (*static_cast<decltype(code)*>(context))(); }, &code);
 }
 
 /// Stores a variable that the member changed; one that it left alone keeps its own type.

@@ -1,6 +1,20 @@
 #include "platform/settings.h"
 
 namespace qva {
+namespace {
+
+/// A key that is open, for as long as this lives.
+struct OpenedKey {
+  Registry& registry;
+  RegistryKey handle = 0;
+  bool is_open = false;
+
+  ~OpenedKey() {
+    if (is_open) registry.CloseKey(handle);
+  }
+};
+
+}  // namespace
 
 std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16string_view application,
                           std::u16string_view section, std::u16string_view key,
@@ -8,19 +22,19 @@ std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16stri
   const std::u16string path = u"Software\\VB and VBA Program Settings\\" + std::u16string(application) +
                               u"\\" + std::u16string(section);
   std::u16string result(default_value);
-  RegistryKey handle = 0;
-  if (registry.OpenKey(HKEY_CURRENT_USER_VALUE, path, kKeyQueryValue, handle) != kRegistrySuccess)
-    return result;
+  OpenedKey opened{registry};
+  opened.is_open =
+      registry.OpenKey(HKEY_CURRENT_USER_VALUE, path, kKeyQueryValue, opened.handle) == kRegistrySuccess;
+  if (!opened.is_open) return result;
 
   std::uint32_t type = 0;
   std::uint32_t size = 0;
-  if (registry.QueryValue(handle, key, type, {}, size) == kRegistrySuccess && type == kRegSz) {
+  if (registry.QueryValue(opened.handle, key, type, {}, size) == kRegistrySuccess && type == kRegSz) {
     std::string data(size, '\0');
-    if (registry.QueryValue(handle, key, type, data, size) == kRegistrySuccess && type == kRegSz) {
+    if (registry.QueryValue(opened.handle, key, type, data, size) == kRegistrySuccess && type == kRegSz) {
       result = locale.FromAnsi(data.substr(0, data.find('\0')));
     }
   }
-  registry.CloseKey(handle);
   return result;
 }
 

@@ -3,6 +3,7 @@
 #include "global/Globals.h"
 #include "platform/host.h"
 #include "platform/services.h"
+#include "reports/FrozenScreen.h"
 
 namespace qva {
 namespace {
@@ -54,9 +55,7 @@ void CReports::Init(std::u16string WCaption) {
   const excel::Application application = TheGlobals().application;
   workbook_ = application.ActiveWorkbook();
   application.ActiveWindow().SetCaption(WCaption);
-  application.SetScreenUpdating(false);
-  application.SetDisplayFormulaBar(true);
-  application.SetScreenUpdating(true);
+  WithScreenFrozen(application, true, [&] { application.SetDisplayFormulaBar(true); });
 }
 
 void CReports::FillAttr(excel::Range& rIMKodas, excel::Range& rPVMKodas, excel::Range& rPavad,

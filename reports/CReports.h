@@ -20,7 +20,7 @@ class CReports : public Described<CReports> {
   static const ClassDescription& Description();
 
   /// Takes over the application's active workbook and sets the active window's caption. Excel's errors, such
-  /// as that of a missing window, reach the caller.
+  /// as that of a missing window, reach the caller; the screen is on afterwards, whatever fails.
   void Init(std::u16string WCaption);
 
   /// Shows the date that the cells hold in a date picker and writes the one that the user confirms back; true

@@ -1,24 +1,12 @@
 // CReports: the protection flag and the fill of zones.
 #include "global/Globals.h"
 #include "reports/CReports.h"
+#include "reports/FrozenScreen.h"
 
 namespace qva {
 namespace {
 
 constexpr std::int32_t kGrey = 15;  ///< of Excel's palette
-
-/// Takes a step while the screen stands still, and lets it go on as told, also after an error.
-template <class Step>
-void WithScreenFrozen(const excel::Application& application, bool updating_afterwards, Step step) {
-  try {
-    application.SetScreenUpdating(false);
-    step();
-  } catch (const AutomationError&) {
-    IgnoreErrors([&] { application.SetScreenUpdating(updating_afterwards); });
-    throw;
-  }
-  application.SetScreenUpdating(updating_afterwards);
-}
 
 }  // namespace
 

@@ -53,10 +53,16 @@ ObjectPtr CommandBarControls::Add(const Value& type, const Value& id, const Valu
   if (position < 1 || position > end) throw InvalidOfficeCall();
   const auto control = AddControl(bar_, static_cast<std::size_t>(position) - 1,
                                   NumberOr(msoControlButton, type), NumberOr(1, id));
-  control->temporary = temporary;
-  if (!parameter.Is(Value::Type::Missing)) control->parameter = parameter.ToText();
-  Changed(*application_);
-  return ObjectOf<CommandBarControl>(application_, control);
+  try {
+    control->temporary = temporary;
+    if (!parameter.Is(Value::Type::Missing)) control->parameter = parameter.ToText();
+    const ObjectPtr result = ObjectOf<CommandBarControl>(application_, control);
+    Changed(*application_);
+    return result;
+  } catch (...) {
+    std::erase(bar_->controls, control);
+    throw;
+  }
 }
 
 }  // namespace qva::commandbars

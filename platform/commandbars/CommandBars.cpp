@@ -45,9 +45,15 @@ ObjectPtr CommandBars::Add(const Value& name, std::int32_t position, bool menu_b
   bar->position = position;
   bar->is_menu_bar = menu_bar;
   bar->temporary = temporary;
+  const ObjectPtr result = ObjectOf<CommandBar>(application_, bar);
   application_->command_bars.push_back(bar);
-  Changed(*application_);
-  return ObjectOf<CommandBar>(application_, bar);
+  try {
+    Changed(*application_);
+  } catch (...) {
+    std::erase(application_->command_bars, bar);
+    throw;
+  }
+  return result;
 }
 
 std::shared_ptr<CommandBarData> CommandBars::Find(std::u16string_view name) const {

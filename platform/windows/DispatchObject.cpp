@@ -74,7 +74,7 @@ class DispatchArguments {
   AutomationError error = ErrorOf(code);
   const bool is_about_argument =
       code == DISP_E_TYPEMISMATCH || code == DISP_E_PARAMNOTFOUND || code == DISP_E_OVERFLOW;
-  if (is_about_argument) error.AtArgument(argument);
+  if (is_about_argument) error.OfCall(argument);
   throw error;
 }
 

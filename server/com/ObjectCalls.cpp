@@ -46,7 +46,7 @@ void Read(const DISPPARAMS& list, const MemberIds& ids, DISPID member, LateArgum
       continue;
     }
     const std::u16string_view name = ids.ArgumentName(member, id);
-    if (name.empty()) throw AutomationError(kNamedArgumentNotFound);
+    if (name.empty()) throw AutomationError(kNamedArgumentNotFound).OfCall();
     late.values.Named(name, value_at(place));
     late.named_places.push_back(place);
   }
@@ -71,18 +71,19 @@ void WriteBack(const LateArguments& late, VARIANTARG* list) {
   }
 }
 
-/// Where the argument for a parameter stands in the caller's list.
-UINT PlaceOf(const LateArguments& late, const Member* member, int parameter) {
+/// Where the argument for a parameter stands in the caller's list, if it is known.
+std::optional<UINT> PlaceOf(const LateArguments& late, const Member* member, int parameter) {
   const auto index = static_cast<std::size_t>(parameter);
   const bool is_put = member && (member->kind == MemberKind::Put || member->kind == MemberKind::PutRef);
   if (is_put && index + 1 == member->parameters.size() && !late.positional_places.empty()) {
     return late.positional_places.back();
   }
   if (index < late.positional_places.size()) return late.positional_places[index];
-  for (std::size_t i = 0; member && i < late.named_places.size(); ++i) {
+  const bool has_name = member && index < member->parameters.size();
+  for (std::size_t i = 0; has_name && i < late.named_places.size(); ++i) {
     if (late.values.named[i].name == member->parameters[index].name) return late.named_places[i];
   }
-  return 0;
+  return std::nullopt;
 }
 
 Access AccessOf(WORD flags, const ClassDescription* table, std::u16string_view name,
@@ -162,7 +163,8 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
     }
     int parameter = -1;
     const HRESULT code = ReportLate(error, parameter);
-    if (argument && parameter >= 0) *argument = PlaceOf(late, member, parameter);
+    const std::optional<UINT> place = parameter >= 0 ? PlaceOf(late, member, parameter) : std::nullopt;
+    if (argument && place) *argument = *place;
     return code;
   }
 }

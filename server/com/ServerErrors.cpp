@@ -17,7 +17,7 @@ struct Report {
   std::u16string_view source;
   std::u16string_view description;
   int argument;
-  bool is_protocol;  ///< the platform's own error, raised by the library: nothing is lost by its bare code
+  bool is_of_call;  ///< nothing is lost by the protocol's bare code
 };
 
 template <class Use>
@@ -25,14 +25,8 @@ HRESULT Translate(Use&& use) noexcept {
   try {
     throw;
   } catch (const AutomationError& error) {
-    bool is_protocol = false;
-    try {
-      is_protocol =
-          error.source() == kLibraryName && error.description() == StandardDescription(error.number());
-    } catch (...) {
-      // Without memory for the comparison the error goes out in full.
-    }
-    return use(Report{error.number(), error.source(), error.description(), error.argument(), is_protocol});
+    return use(
+        Report{error.number(), error.source(), error.description(), error.argument(), error.is_of_call()});
   } catch (const std::bad_alloc&) {
     return use(Report{kOutOfMemory, kLibraryName, u"Out of memory", -1, false});
   } catch (...) {
@@ -46,7 +40,7 @@ BSTR NewBstr(std::u16string_view text) {
 
 /// The dispatch protocol's code for an error, S_OK when it has none.
 HRESULT ProtocolCode(const Report& report) {
-  if (!report.is_protocol) return S_OK;
+  if (!report.is_of_call) return S_OK;
   switch (report.number) {
     case kUnsupportedMember:
       return DISP_E_MEMBERNOTFOUND;

@@ -14,10 +14,10 @@ namespace qva::com {
 /// facility of controls, a negative number for itself.
 HRESULT ErrorCode(std::int32_t number) noexcept;
 
-/// Reports to a late-bound caller. The protocol's own errors - unknown member, wrong number of arguments, an
-/// argument that does not convert - have codes of their own, which are the result; `argument` then receives
-/// the position of the parameter that the error is about, if any. Everything else fills `info`, where the
-/// caller gave one, and is DISP_E_EXCEPTION.
+/// Reports to a late-bound caller. A call that was refused - unknown member, wrong number of arguments, an
+/// argument that does not convert - has a code of the protocol's, which is the result; `argument` then
+/// receives the position of the parameter that the error is about, if any. Everything else, whatever a member
+/// raises above all, fills `info`, where the caller gave one, and is DISP_E_EXCEPTION.
 HRESULT ReportLate(EXCEPINFO* info, int& argument) noexcept;
 
 /// Reports to an early-bound caller of the interface: sets the thread's error object.

@@ -200,6 +200,12 @@ void Desktop::Resize(const Window& window, int width, int height) {
   Do({"windowsize", window, std::to_string(width), std::to_string(height)});
 }
 
+void Desktop::Place(const Window& window, int x, int y, int width, int height) {
+  Resize(window, width, height);
+  Do({"windowmove", window, std::to_string(x), std::to_string(y)});
+  Settle();
+}
+
 int Desktop::WindowCount() {
   const std::string tree = Output({"xwininfo", "-root", "-tree"});
   return static_cast<int>(std::ranges::count(tree, '\n'));

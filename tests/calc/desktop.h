@@ -60,6 +60,9 @@ class Desktop {
   /// Gives the window another size, as a user who drags its border; real pixels.
   void Resize(const Window& window, int width, int height);
 
+  /// Moves the window and gives it a size; real pixels.
+  void Place(const Window& window, int x, int y, int width, int height);
+
   /// How many windows of whatever kind X has.
   int WindowCount();
   /// How many files the program of a window has open.

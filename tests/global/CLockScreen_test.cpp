@@ -49,6 +49,29 @@ TEST_F(LockScreen, TriesEveryStepOfTheThawWhicheverFails) {
   }
 }
 
+TEST_F(LockScreen, TriesEveryStepOfTheThawWhenMemoryRunsOut) {
+  const ObjectPtr global = Connected();
+  for (long n = 1; n <= 3; ++n) {
+    Put(excel, u"StatusBar", u"Skaičiuojama");
+    ObjectPtr lock = Create(u"CLockScreen");
+    failure.Reset(n, CallFailure::Kind::NoMemory);
+    lock.reset();
+    EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(n != 1));
+    EXPECT_EQ(Get(excel, u"Cursor"), Value(std::int32_t{n == 2 ? 2 : -4143}));
+    EXPECT_EQ(Get(excel, u"StatusBar").Is(Value::Type::Text), n == 3);
+  }
+}
+
+TEST_F(LockScreen, LeavesTheScreenLiveWhenThereIsNoMemoryToMakeIt) {
+  const ObjectPtr global = Connected();
+  for (long n = 1; n <= 2; ++n) {
+    failure.Reset(n, CallFailure::Kind::NoMemory);
+    EXPECT_THROW(Create(u"CLockScreen"), std::bad_alloc);
+    EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true)) << "call " << n;
+    EXPECT_EQ(Get(excel, u"Cursor"), Value(std::int32_t{-4143}));
+  }
+}
+
 TEST_F(LockScreen, ThawsTheApplicationThatIsConnectedByThen) {
   const ObjectPtr global = Connected();
   ObjectPtr lock = Create(u"CLockScreen");

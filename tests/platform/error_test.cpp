@@ -40,7 +40,7 @@ TEST(AutomationError, KeepsWhatItWasMadeOf) {
 }
 
 TEST(AutomationError, NamesTheArgument) {
-  EXPECT_EQ(AutomationError(kTypeMismatch).AtArgument(2).argument(), 2);
+  EXPECT_EQ(AutomationError(kTypeMismatch).OfCall(2).argument(), 2);
 }
 
 TEST(IgnoreErrors, TellsWhetherTheStepWentThrough) {

@@ -65,6 +65,8 @@ class Sample : public Described<Sample> {
     throw std::runtime_error("broken");
   }
 
+  void CallJoin(const ObjectPtr& other) { Call(other, u"Join", {u"a", u"two", 3}); }
+
   double Size() const { return 2.5; }
   std::u16string Cell(std::int32_t row, std::int32_t column) const { return cells + NumberText(row, column); }
   void PutCell(std::int32_t row, std::int32_t column, const std::u16string& text) {
@@ -97,6 +99,7 @@ class Sample : public Described<Sample> {
             .Method<&Sample::Change>(u"Change", {{u"Text"}, {u"Any"}, {u"Object"}})
             .Method<&Sample::ChangeAndFail>(u"ChangeAndFail", {{u"Number"}})
             .Method<&Sample::ChangeAndBreak>(u"ChangeAndBreak", {{u"Number"}})
+            .Method<&Sample::CallJoin>(u"CallJoin", {{u"Other"}})
             .Get<&Sample::Size>(u"Size")
             .Get<&Sample::Cell>(u"Cell", {{u"Row"}, {u"Column"}})
             .Put<&Sample::PutCell>(u"Cell", {{u"Row"}, {u"Column"}})
@@ -219,6 +222,24 @@ TEST_F(MemberTableTest, ArgumentsAreConvertedAndErrorsNameTheArgument) {
 
 TEST_F(MemberTableTest, ErrorsOfTheMemberItselfNameNoArgument) {
   EXPECT_EQ(ErrorOf([&] { Call(sample, u"ChangeAndFail", {1}); }).argument(), -1);
+}
+
+TEST_F(MemberTableTest, OnlyARefusedCallsErrorIsOfTheCall) {
+  for (const AutomationError& error : {ErrorOf([&] { Call(sample, u"Nobody"); }),
+                                       ErrorOf([&] { Call(sample, u"Join", {u"a"}); }), ErrorOf([&] {
+                                         Call(sample, u"Join", {u"a", Missing{}, 3});
+                                       }),
+                                       ErrorOf([&] {
+                                         Call(sample, u"Join", {u"a", u"two", 3});
+                                       }),
+                                       ErrorOf([&] { Call(sample, u"Join", Arguments{}.Named(u"x", 3)); })}) {
+    EXPECT_TRUE(error.is_of_call()) << error.number();
+  }
+  // The member calls another one with arguments that do not fit: its own error, about none of its own.
+  const AutomationError error = ErrorOf([&] { Call(sample, u"CallJoin", {sample}); });
+  EXPECT_EQ(error.number(), kTypeMismatch);
+  EXPECT_FALSE(error.is_of_call());
+  EXPECT_EQ(error.argument(), -1);
 }
 
 TEST_F(MemberTableTest, StoresByReferenceArgumentsBack) {

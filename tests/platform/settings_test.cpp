@@ -57,5 +57,18 @@ TEST_F(GetSettingTest, GivesTheDefaultWhenTheValueCannotBeRead) {
   EXPECT_EQ(P0(), u"none");
 }
 
+TEST_F(GetSettingTest, ClosesTheKeyWhenMemoryRunsOut) {
+  class ShortOfMemory : public MemoryRegistry {
+    std::int32_t QueryValue(RegistryKey, std::u16string_view, std::uint32_t&, std::span<char>,
+                            std::uint32_t&) override {
+      throw std::bad_alloc();
+    }
+  } registry;
+  registry.SetText(kPath, u"P0", "a");
+  EXPECT_THROW(GetSetting(registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0", u""),
+               std::bad_alloc);
+  EXPECT_EQ(registry.OpenHandles(), 0u);
+}
+
 }  // namespace
 }  // namespace qva

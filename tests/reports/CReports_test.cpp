@@ -187,6 +187,19 @@ TEST_F(Reports, InitWithoutAWindowRaisesAndLeavesTheScreenAlone) {
   EXPECT_EQ(Get(excel, u"DisplayFormulaBar"), Value(false));
 }
 
+TEST_F(Reports, InitFreesTheScreenWhicheverStepExcelRefusesOrMemoryIsShortFor) {
+  Call(Get(excel, u"Workbooks").ToObject(), u"Add");
+  for (long n = 1; n <= 5; ++n) {
+    SCOPED_TRACE(n);
+    failure.Reset(n);
+    EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Init", {u"Balansas"}); }), kAutomationFailed);
+    EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true));
+    failure.Reset(n, CallFailure::Kind::NoMemory);
+    EXPECT_THROW(Call(reports, u"Init", {u"Balansas"}), std::bad_alloc);
+    EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true));
+  }
+}
+
 TEST_F(Reports, InitWithoutAConnectionRaisesObjectNotSet) {
   global.reset();
   EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Init", {u"Balansas"}); }), kObjectNotSet);

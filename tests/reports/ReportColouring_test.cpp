@@ -97,6 +97,18 @@ TEST_F(Colouring, LockingPassesTheErrorOfAnyCallOnAndFreesTheScreen) {
   EXPECT_EQ(Object::LiveCount(), live);
 }
 
+TEST_F(Colouring, LockingFreesTheScreenWhenMemoryRunsOut) {
+  for (long n = 1; n <= 6; ++n) {
+    SCOPED_TRACE(n);
+    Put(excel, u"ScreenUpdating", true);
+    const ObjectPtr zone = TracedCells(u"B2");
+    StartOver(n);
+    failure.Reset(n, CallFailure::Kind::NoMemory);
+    EXPECT_THROW(Call(reports, u"Locking", {zone}), std::bad_alloc);
+    EXPECT_TRUE(Updating());
+  }
+}
+
 TEST_F(Colouring, LockingAZoneOfAnotherSheetRaisesExcelsRefusal) {
   const ObjectPtr zone = GetObject(Sheet(2), u"Range", {u"A1"});
   EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Locking", {zone}); }), kApplicationDefined);
@@ -190,6 +202,17 @@ TEST_F(Colouring, AnErrorThatCannotBeShownReachesTheMacro) {
   StartOver(6);  // the creation of the message object, after the screen was restored
   EXPECT_EQ(ErrorNumberOf([&] { Color(TracedCells(u"A1"), true); }), kAutomationFailed);
   EXPECT_TRUE(Updating());
+}
+
+TEST_F(Colouring, ColorRangesFreesTheScreenWhenMemoryRunsOut) {
+  for (long n = 1; n <= 4; ++n) {
+    SCOPED_TRACE(n);
+    const ObjectPtr grey = TracedCells(u"B2");
+    StartOver(n);
+    failure.Reset(n, CallFailure::Kind::NoMemory);
+    EXPECT_THROW(Color(grey, true), std::bad_alloc);
+    EXPECT_TRUE(Updating());
+  }
 }
 
 }  // namespace

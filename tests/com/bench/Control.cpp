@@ -53,7 +53,8 @@ const ClassDescription& Control::Description() {
           .Method<&Control::LibraryIsUnused>(u"LibraryIsUnused")
           .Method<&Control::Reset>(u"Reset")
           .Method<&Control::Increment>(u"Increment", {{u"number"}})
-          .Method<&Control::Throw>(u"Throw", {{u"what"}});
+          .Method<&Control::Throw>(u"Throw", {{u"what"}})
+          .Method<&Control::CallAlpha>(u"CallAlpha", {{u"object"}});
   return description;
 }
 
@@ -176,6 +177,10 @@ void Control::Throw(std::u16string what) {
   if (what == u"bad_alloc") throw std::bad_alloc();
   if (what == u"logic_error") throw std::logic_error("an exception of the language's own library");
   throw 7;
+}
+
+void Control::CallAlpha(ObjectPtr object) {
+  Call(object, u"Alpha", {1, 2, 3});
 }
 
 }  // namespace qva::bench

@@ -66,6 +66,8 @@ class Control : public Described<Control> {
   /// Throws what no member should: std::bad_alloc for "bad_alloc", std::logic_error for "logic_error", else a
   /// number.
   [[noreturn]] void Throw(std::u16string what);
+  /// Calls the member "Alpha" of another server's object with three arguments.
+  void CallAlpha(ObjectPtr object);
 };
 
 }  // namespace qva::bench

@@ -1,6 +1,7 @@
 // The IDispatch way in, with every shape of argument.
 #include "platform/error.h"
 #include "tests/com/client/client.h"
+#include "tests/windows/windows_test.h"
 
 namespace qva::com {
 namespace {
@@ -287,6 +288,49 @@ TEST_F(ByReference, LeavesAVariableThatTheMemberLeavesAlone) {
 
 TEST_F(ByReference, TakesAPlainValueAndForgetsTheResult) {
   EXPECT_EQ(Increment(Number(41)).code, S_OK);
+}
+
+/// An error inside a member, which another object's refusal of the member's own call may be.
+class ErrorInside : public ByReference {
+ protected:
+  /// An object whose Alpha refuses the last of its arguments.
+  static ComPtr<windows::TestDispatch> Refusing(HRESULT code) {
+    auto object = windows::NewDispatch();
+    object->names = {u"Alpha", u"ScreenUpdating"};
+    object->invoke = [code](const windows::InvokeCall& call) {
+      *call.argument = 0;
+      return code;
+    };
+    return object;
+  }
+};
+
+TEST_F(ErrorInside, IsNotMistakenForARefusalOfTheCall) {
+  const auto tools = New<_CTools>(CLSID_CTools);
+  for (const auto& [code, number] : {std::pair<HRESULT, int>{DISP_E_TYPEMISMATCH, kTypeMismatch},
+                                     {DISP_E_OVERFLOW, kOverflow},
+                                     {DISP_E_MEMBERNOTFOUND, kUnsupportedMember},
+                                     {DISP_E_BADPARAMCOUNT, kWrongArgumentCount}}) {
+    const auto excel = Refusing(code);
+    ASSERT_EQ(tools->Init(excel.get()), S_OK);
+    const Answer answer = Invoke(*tools, IdOf(*tools, L"LockScreen"), kCall, {Number(-1)});
+    EXPECT_EQ(answer.code, DISP_E_EXCEPTION) << number;
+    EXPECT_EQ(answer.error_code, ErrorResult(number));
+    EXPECT_EQ(answer.source, u"QVA_Varnholt");
+    EXPECT_EQ(answer.description, StandardDescription(number));
+    EXPECT_EQ(answer.argument, 99u);
+  }
+}
+
+// The third argument of the member's own call; the member itself has one, which the caller names.
+TEST_F(ErrorInside, TellsNoArgument) {
+  const auto object = Refusing(DISP_E_TYPEMISMATCH);
+  const Answer answer =
+      Invoke(*control_, IdOf(*control_, L"CallAlpha"), kCall, {ObjectArgument(object.get())}, {0});
+  EXPECT_EQ(object->calls, 1);
+  EXPECT_EQ(answer.code, DISP_E_EXCEPTION);
+  EXPECT_EQ(answer.error_code, ErrorResult(kTypeMismatch));
+  EXPECT_EQ(answer.argument, 99u);
 }
 
 /// What is no automation error stops at the boundary.

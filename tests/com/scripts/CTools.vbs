@@ -1,7 +1,7 @@
 ' CTools, as a workbook's macro uses it.
 Class OtherExcel
 End Class
-Dim tools, excel, name, book, sheet, path, files, folder
+Dim tools, excel, name, book, sheet, path, files, folder, other
 Set tools = CreateObject("QVA_Varnholt.CTools")
 CheckError "creation", 0
 Check "the class", TypeName(tools), "_CTools"
@@ -88,8 +88,14 @@ tools.FileExist path, "Report.xls"
 CheckError "Null for a text", 94
 tools.NoSuchMember
 CheckError "an unknown name", 438
+Set other = CreateObject("QVA_Varnholt.CTools")
+other.Init New OtherExcel
+other.LockScreen True
+CheckErrorText "a name that Excel does not know", 438, "QVA_Varnholt", _
+  "Object doesn't support this property or method"
+Set other = Nothing
 Set sheet = Nothing
 Set book = Nothing
 Set tools = Nothing
 Set excel = Nothing
-Finish 43
+Finish 44

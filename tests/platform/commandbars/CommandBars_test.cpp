@@ -172,5 +172,26 @@ TEST_F(CommandBarsTest, ThatAreTemporaryEndWithExcel) {
   EXPECT_EQ(excel->KeyBinding(u"{F1}"), std::nullopt);
 }
 
+// An application that has no memory left for showing what changed.
+TEST(CommandBars, LeaveNoBarAndNoControlWhenMemoryRunsOut) {
+  struct ShortOfMemory : CommandBarApplication {
+    void RunMacro(const std::u16string&) override {}
+    void CommandBarsChanged() override {
+      if (is_short) throw std::bad_alloc();
+    }
+    bool is_short = false;
+  };
+  const auto application = std::make_shared<ShortOfMemory>();
+  const ObjectPtr bars = MakeRef<CommandBars>(application);
+  const ObjectPtr bar = Call(bars, u"Add", {u"Ataskaita"}).ToObject();
+  const ObjectPtr controls = GetObject(bar, u"Controls");
+
+  application->is_short = true;
+  EXPECT_THROW(Call(bars, u"Add", {u"Kita"}), std::bad_alloc);
+  EXPECT_EQ(Get(bars, u"Count"), Value(4));
+  EXPECT_THROW(Call(controls, u"Add"), std::bad_alloc);
+  EXPECT_EQ(Get(controls, u"Count"), Value(0));
+}
+
 }  // namespace
 }  // namespace qva::commandbars
