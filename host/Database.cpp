@@ -1,5 +1,7 @@
 #include "host/Database.h"
 
+#include <cmath>
+
 #include "host/HostError.h"
 #include "host/ReadFile.h"
 #include "platform/text.h"
@@ -17,6 +19,8 @@ AutomationError Unusable(std::u16string_view file, const char* cause) {
 
 /// What the last operation on a connection failed of.
 AutomationError LastError(sqlite3* database, Author author) {
+  // SQLite has no code of its own for a sum beyond 64 bits.
+  if (std::string_view(sqlite3_errmsg(database)) == "integer overflow") return NumberOverflow();
   if (author == Author::Caller && sqlite3_errcode(database) == SQLITE_ERROR) {
     return HostError(Failure::WrongCondition, kCommonLibrary,
                      u"The condition cannot be used: " + FromUtf8(sqlite3_errmsg(database)));
@@ -46,8 +50,14 @@ std::u16string Cursor::Text(int column) const {
   return text ? std::u16string(text, bytes / sizeof(char16_t)) : std::u16string();
 }
 
-std::int32_t Cursor::Number(int column) const {
-  return sqlite3_column_int(statement_, column);
+std::int64_t Cursor::Number(int column) const {
+  if (sqlite3_column_type(statement_, column) == SQLITE_FLOAT) {
+    // SQLite itself would give the greatest whole number for any that is greater.
+    const double number = sqlite3_column_double(statement_, column);
+    if (!(std::abs(number) < 0x1p63)) throw NumberOverflow();
+    return std::llround(number);
+  }
+  return sqlite3_column_int64(statement_, column);
 }
 
 Cursor Statement::Run(std::initializer_list<std::u16string_view> parameters) const {

@@ -29,8 +29,8 @@ class Cursor {
   bool Next();
   /// The text of a column (from 0) of the current row; empty for a database null.
   std::u16string Text(int column) const;
-  /// The whole number of a column, which must be one of 32 bits.
-  std::int32_t Number(int column) const;
+  /// The whole number of a column; 0 for a database null. Raises Overflow (6) for one beyond 64 bits.
+  std::int64_t Number(int column) const;
 
  private:
   sqlite3_stmt* statement_;
@@ -55,7 +55,8 @@ class Statement {
 };
 
 /// A connection to a database file. Each operation here and above raises Failure::DatabaseUnusable with the
-/// file's name and SQLite's own account of the cause, or what Author says.
+/// file's name and SQLite's own account of the cause, or what Author says; Overflow (6) for a sum beyond 64
+/// bits.
 class Database {
  public:
   enum class Mode {

@@ -71,7 +71,7 @@ HostDatabase::HostDatabase(const std::filesystem::path& file)
                  {u"DocId", Type::Number},
                  {u"AccSetCode", Type::Text},
                  {u"AccountCode", Type::Text},
-                 {u"Amount", Type::Number}}),
+                 {u"Amount", Type::Amount}}),
       accounts_(database_, u"GLAccount", TableReader::Scope::OneBook, u"Code",
                 {{u"BookCode", Type::Text}, {u"Code", Type::Text}, {u"Name", Type::Text}}),
       account_months_(database_, u"GLAccountMonth", TableReader::Scope::OneBook, u"Code",
@@ -80,16 +80,16 @@ HostDatabase::HostDatabase(const std::filesystem::path& file)
                        {u"AccountCode", Type::Text},
                        {u"Month", Type::Day},
                        {u"IsClosing", Type::Flag},
-                       {u"Debit", Type::Number},
-                       {u"Credit", Type::Number}}),
+                       {u"Debit", Type::Amount},
+                       {u"Credit", Type::Amount}}),
       vat_months_(database_, u"VATMonth", TableReader::Scope::OneBook, u"Code",
                   {{u"BookCode", Type::Text},
                    {u"Code", Type::Text},
                    {u"Month", Type::Day},
                    {u"VATClassCode", Type::Text},
                    {u"IsSale", Type::Flag},
-                   {u"Base", Type::Number},
-                   {u"VATAmount", Type::Number}}) {
+                   {u"Base", Type::Amount},
+                   {u"VATAmount", Type::Amount}}) {
   // Callers' conditions alone query the view; whether it is there shows here.
   database_.Prepare("SELECT DocId, AccSetCode FROM GLContAccountPostBBN");
 }

@@ -33,4 +33,9 @@ inline AutomationError HostError(Failure failure, std::u16string_view source, st
                          std::move(description));
 }
 
+/// Error 6 for a number of the database beyond the range of its type.
+inline AutomationError NumberOverflow() {
+  return AutomationError(kOverflow, std::u16string(kCommonLibrary), StandardDescription(kOverflow));
+}
+
 }  // namespace qva::embedded

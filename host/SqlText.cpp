@@ -39,6 +39,13 @@ std::u16string DoubleText(double number) {
   return FromUtf8({text, static_cast<std::size_t>(end - text)});
 }
 
+/// All digits of an amount, without the sign that tells its type.
+std::u16string CurrencyText(const Value& amount) {
+  std::u16string text = DescribeValue(amount);
+  text.pop_back();
+  return text;
+}
+
 std::u16string DateText(Date date) {
   const DateParts parts = PartsOf(date);
   if (parts.hour == 0 && parts.minute == 0 && parts.second == 0) return DayText(date);
@@ -78,12 +85,13 @@ std::u16string SqlLiteral(const Value& value, std::u16string_view member) {
     case Value::Type::Int16:
     case Value::Type::Int32:
       return NumberText(value.ToInt32());
-    case Value::Type::Double:
     case Value::Type::Currency:
+      return CurrencyText(value);
+    case Value::Type::Double:
       if (!std::isfinite(value.ToDouble())) break;
       return DoubleText(value.ToDouble());
     case Value::Type::Date:
-      return Quoted(DateText(value.As<Date>()));
+      return Quoted(DateText(value.ToDate()));
     default:
       break;
   }

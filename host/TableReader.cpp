@@ -5,6 +5,20 @@
 #include "platform/text.h"
 
 namespace qva::embedded {
+namespace {
+
+std::int32_t NumberOf(std::int64_t number) {
+  if (number < INT32_MIN || number > INT32_MAX) throw NumberOverflow();
+  return static_cast<std::int32_t>(number);
+}
+
+Currency AmountOf(std::int64_t cents) {
+  constexpr std::int64_t kScale = 10'000;
+  if (cents < INT64_MIN / kScale || cents > INT64_MAX / kScale) throw NumberOverflow();
+  return {cents * kScale};
+}
+
+}  // namespace
 
 TableReader::TableReader(const Database& database, std::u16string_view name, Scope scope,
                          std::u16string_view key, std::vector<FieldDescription> fields)
@@ -56,7 +70,10 @@ Record TableReader::ReadOne(const Cursor& row) const {
         record.push_back(row.Text(column));
         break;
       case FieldType::Number:
-        record.push_back(row.Number(column));
+        record.push_back(NumberOf(row.Number(column)));
+        break;
+      case FieldType::Amount:
+        record.push_back(AmountOf(row.Number(column)));
         break;
       case FieldType::Flag:
         record.push_back(row.Number(column) != 0);

@@ -14,7 +14,8 @@ namespace qva::embedded {
 /// What a field holds, and the value that it becomes.
 enum class FieldType {
   Text,
-  Number,  ///< whole number; Int32
+  Number,  ///< whole number of 32 bits; Int32
+  Amount,  ///< whole number of cents; Currency
   Flag,    ///< 0 or 1; Boolean
   Day,     ///< text YYYY-MM-DD; Date
 };
@@ -27,7 +28,8 @@ struct FieldDescription {
 /// One record: a value for each field of its table.
 using Record = std::vector<Value>;
 
-/// Every operation on records raises Failure::DatabaseUnusable when the database fails it.
+/// Every operation on records raises Failure::DatabaseUnusable when the database fails it, and Overflow (6)
+/// for a number beyond the range of its field's type.
 class TableReader {
  public:
   /// Whose records a reader gives: those of the book it is asked for (by the field BookCode), or of all.

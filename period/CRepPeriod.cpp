@@ -246,6 +246,10 @@ void CRepPeriod::LoadBudgets() {
   if (count > 0) {
     const Value block = cells_[kBookCode].Offset(1, 0).Resize(count, kBudgetColumns).Value();
     const std::vector<Value>& table = block.ToArray().elements;
+    // A foreign object in the place of a sheet may give a block of any size.
+    if (table.size() != static_cast<std::size_t>(count) * kBudgetFields.size()) {
+      throw AutomationError(kTypeMismatch);
+    }
     for (std::size_t row = 0; row < table.size(); row += kBudgetFields.size()) {
       std::vector<Value> values;
       for (std::size_t i = 0; i < kBudgetFields.size(); ++i) {

@@ -1,5 +1,6 @@
 #include "platform/date.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
@@ -175,8 +176,97 @@ std::u16string OrderOf(std::u16string_view pattern) {
   return order.size() == 3 ? order : u"yMd";
 }
 
+/// The day of year, month and day as they are written; nothing when there is no such day.
+std::optional<double> DayOf(int year, int month, int day) {
+  if (month < 1 || month > 12 || day < 1) return std::nullopt;
+  const int full_year = FullYear(year);
+  if (full_year < 100) return std::nullopt;
+  const Date date = DateFromParts(full_year, month, day);
+  if (PartsOf(date).day != day) return std::nullopt;
+  return date.serial;
+}
+
+/// Takes the longest of a kind of names off a text, in any letter case; its number, nothing when none fits.
+std::optional<int> TakeName(std::u16string_view& text, const Locale& locale, DateName kind, int count) {
+  std::optional<int> number;
+  std::size_t length = 0;
+  for (int n = 0; n < count; ++n) {
+    const std::u16string name = locale.NameOf(kind, n);
+    if (name.size() <= length || !EqualIgnoringCase(text.substr(0, name.size()), name)) continue;
+    number = n;
+    length = name.size();
+  }
+  text.remove_prefix(length);
+  return number;
+}
+
+/// Takes a number of so many digits off a text.
+std::optional<int> TakeNumber(std::u16string_view& text, std::size_t least, std::size_t most) {
+  std::size_t length = 0;
+  int number = 0;
+  while (length < std::min(text.size(), most) && IsDigit(text[length])) {
+    number = number * 10 + (text[length++] - u'0');
+  }
+  if (length < least) return std::nullopt;
+  text.remove_prefix(length);
+  return number;
+}
+
+/// Takes a character that stands for itself off a text. Of blanks there may be any number, or none.
+bool TakeLiteral(std::u16string_view& text, char16_t c) {
+  if (c == u' ') {
+    text.remove_prefix(std::min(text.find_first_not_of(u' '), text.size()));
+    return true;
+  }
+  if (!EqualIgnoringCase(text.substr(0, 1), std::u16string_view(&c, 1))) return false;
+  text.remove_prefix(1);
+  return true;
+}
+
+/// The day of a text that Format wrote by the pattern; nothing when it is another one, or lacks a part.
+std::optional<double> ParseByPattern(std::u16string_view text, std::u16string_view pattern,
+                                     const Locale& locale) {
+  std::optional<int> year, month, day;
+  bool quoted = false;
+  std::size_t run = 0;
+  for (std::size_t i = 0; i < pattern.size(); i += run) {
+    const char16_t c = pattern[i];
+    run = RunAt(pattern, i);
+    if (c == u'\'') {
+      quoted = quoted != (run % 2 == 1);
+      for (std::size_t n = 0; n < run / 2; ++n) {
+        if (!TakeLiteral(text, c)) return std::nullopt;
+      }
+    } else if (quoted || !IsPatternLetter(c)) {
+      for (std::size_t n = 0; n < run; ++n) {
+        if (!TakeLiteral(text, c)) return std::nullopt;
+      }
+    } else if (c == u'd' && run > 2) {
+      if (!TakeName(text, locale, run == 3 ? DateName::ShortWeekday : DateName::Weekday, 7)) {
+        return std::nullopt;
+      }
+    } else if (c == u'M' && run > 2) {
+      month = TakeName(text, locale,
+                       run == 3                ? DateName::ShortMonth
+                       : HasDayNumber(pattern) ? DateName::MonthOfDate
+                                               : DateName::Month,
+                       12);
+      if (!month) return std::nullopt;
+      ++*month;
+    } else {
+      const std::size_t width = c == u'y' && run > 2 ? 4 : 2;
+      const auto number = TakeNumber(text, run > 1 ? width : 1, width);
+      if (!number) return std::nullopt;
+      (c == u'y' ? year : c == u'M' ? month : day) = number;
+    }
+  }
+  if (!text.empty() || !year || !month || !day) return std::nullopt;
+  return DayOf(*year, *month, *day);
+}
+
 std::optional<double> ParseDay(std::u16string_view text, const Locale& locale) {
   const std::u16string pattern = locale.ShortDatePattern();
+  if (const auto day = ParseByPattern(text, pattern, locale)) return day;
   const DateSeparators separators = SeparatorsOf(pattern);
   int numbers[3];
   std::size_t lengths[3];
@@ -196,12 +286,7 @@ std::optional<double> ParseDay(std::u16string_view text, const Locale& locale) {
   const std::u16string order = lengths[0] == 4 ? u"yMd" : OrderOf(pattern);
   int year = 0, month = 0, day = 0;
   for (std::size_t n = 0; n < 3; ++n) (order[n] == u'y' ? year : order[n] == u'M' ? month : day) = numbers[n];
-  if (month < 1 || month > 12 || day < 1) return std::nullopt;
-  const int full_year = FullYear(year);
-  if (full_year < 100) return std::nullopt;
-  const Date date = DateFromParts(full_year, month, day);
-  if (PartsOf(date).day != day) return std::nullopt;
-  return date.serial;
+  return DayOf(year, month, day);
 }
 
 }  // namespace

@@ -51,7 +51,8 @@ std::u16string ShortDateText(Date date, const Locale& locale);
 /// The time of day by the user's long time, which may name the half of the day (t for its first letter, tt).
 std::u16string LongTimeText(Date date, const Locale& locale);
 
-/// A date, a time, or both, by the user's regional settings: parts may be parted by ".", "-", "/", blanks or
+/// A date, a time, or both, by the user's regional settings: a date as ShortDateText writes it, or of numbers
+/// alone, whose parts may be parted by ".", "-", "/", blanks or
 /// the regional separator; four leading digits are a year, otherwise the order of the short date pattern
 /// decides. Nothing when the text is no date.
 std::optional<Date> ParseDate(std::u16string_view text, const Locale& locale);

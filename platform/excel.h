@@ -49,16 +49,28 @@ class Range : public Facade {
   qva::Value Value() const { return Get(u"Value"); }
   /// One value for all cells, or an array of rows by columns with any bounds.
   void SetValue(qva::Value value) const { Put(u"Value", std::move(value)); }
+  /// The same with dates and amounts as Double: of these, Value gives four decimals alone.
+  qva::Value Value2() const { return Get(u"Value2"); }
   /// Formulas as they were entered, constants as text; of a single cell a text, of several an array of rows
   /// by columns. Of several areas those of the first.
   qva::Value Formula() const { return Get(u"Formula"); }
   /// A formula or constant in the user's own language; the empty text empties the cells.
   void SetFormulaLocal(std::u16string_view formula) const { Put(u"FormulaLocal", formula); }
+  /// Whether the cells are parts of array formulas: True, False, or Null where they differ.
+  qva::Value HasArray() const { return Get(u"HasArray"); }
+  /// All cells of the array formula that the first cell is part of; Excel raises 1004 when there is none.
+  Range CurrentArray() const { return Range(GetObject(u"CurrentArray")); }
+  /// How the cells show what they hold, such as "General" or "@" (text); Null where they differ.
+  qva::Value NumberFormat() const { return Get(u"NumberFormat"); }
+  void SetNumberFormat(std::u16string_view format) const { Put(u"NumberFormat", format); }
   /// The rectangles that the range is made of.
   excel::Areas Areas() const;
   excel::Worksheet Worksheet() const;
   /// "$A$1" or "$A$1:$B$2".
   std::u16string Address() const { return Get(u"Address").ToText(); }
+  /// The number of the first row and of the first column.
+  std::int32_t Row() const { return Get(u"Row").ToInt32(); }
+  std::int32_t Column() const { return Get(u"Column").ToInt32(); }
   /// Of cells; of whole columns where the range came from Columns.
   std::int32_t Count() const { return Get(u"Count").ToInt32(); }
   /// The rows of the range as units of their own.

@@ -26,6 +26,11 @@ inline AutomationError SubscriptRefusal() {
   return {kSubscriptOutOfRange, std::u16string(kExcelSource), StandardDescription(kSubscriptOutOfRange)};
 }
 
+/// Error 1004: an array formula can be changed as a whole only.
+inline AutomationError ArrayRefusal() {
+  return Refusal(u"You cannot change part of an array.");
+}
+
 /// The number that a macro gets from an object whose workbook was closed (hexadecimal 800401A8).
 inline constexpr std::int32_t kObjectGone = -2147221080;
 

@@ -58,8 +58,14 @@ Currency ScaledCurrency(double amount) {
   return {scaled_whole + scaled_rest};
 }
 
-/// A number written by the regional settings, or in &H hexadecimal notation; nothing when it is none.
-std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view decimal_separator) {
+/// A number as it was written.
+struct WrittenNumber {
+  bool is_negative = false;
+  std::string decimal;  ///< digits with perhaps a point among them and "e" with an exponent behind them
+};
+
+/// Reads a number written by the regional settings, or in &H hexadecimal notation; nothing when it is none.
+std::optional<WrittenNumber> ParseNumber(std::u16string_view text, std::u16string_view decimal_separator) {
   text = Trim(text);
   if (text.starts_with(u"&H") || text.starts_with(u"&h")) {
     const std::string digits = ToUtf8(text.substr(2));
@@ -68,8 +74,9 @@ std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view 
       return std::nullopt;
     }
     const auto bits = std::stoul(digits, nullptr, 16);
-    return digits.size() <= 4 ? static_cast<double>(static_cast<std::int16_t>(bits))
-                              : static_cast<double>(static_cast<std::int32_t>(bits));
+    const std::int64_t number =
+        digits.size() <= 4 ? static_cast<std::int16_t>(bits) : static_cast<std::int32_t>(bits);
+    return WrittenNumber{number < 0, std::to_string(std::abs(number))};
   }
   std::string plain;
   bool has_digit = false;
@@ -99,15 +106,55 @@ std::optional<double> ParseNumber(std::u16string_view text, std::u16string_view 
     if (i == first_digit) return std::nullopt;
   }
   if (i != text.size()) return std::nullopt;
-  const double number = LeadingDecimal(plain);
-  if (std::isinf(number)) throw AutomationError(kOverflow);
-  return is_negative ? -number : number;
+  return WrittenNumber{is_negative, std::move(plain)};
+}
+
+WrittenNumber NumberIn(std::u16string_view text) {
+  auto number = ParseNumber(text, UserLocale().DecimalSeparator());
+  if (!number) throw AutomationError(kTypeMismatch);
+  return *std::move(number);
 }
 
 double NumberOfText(std::u16string_view text) {
-  const auto number = ParseNumber(text, UserLocale().DecimalSeparator());
-  if (!number) throw AutomationError(kTypeMismatch);
-  return *number;
+  const WrittenNumber written = NumberIn(text);
+  const double number = LeadingDecimal(written.decimal);
+  if (std::isinf(number)) throw AutomationError(kOverflow);
+  return written.is_negative ? -number : number;
+}
+
+/// By the digits themselves: an amount may have 19, a double keeps 15. What goes beyond the fourth decimal is
+/// rounded half to even.
+Currency CurrencyOfText(std::u16string_view text) {
+  const WrittenNumber written = NumberIn(text);
+  const std::string mantissa = written.decimal.substr(0, written.decimal.find('e'));
+  std::string digits = mantissa;
+  long long whole = static_cast<long long>(mantissa.size());  // digits in front of the point
+  if (const std::size_t point = mantissa.find('.'); point != mantissa.npos) {
+    digits.erase(point, 1);
+    whole = static_cast<long long>(point);
+  }
+  if (mantissa.size() < written.decimal.size()) {
+    // Cut where no text is long enough to make up for it.
+    constexpr long kGreatestExponent = 2'000'000'000;
+    const long exponent = std::strtol(written.decimal.c_str() + mantissa.size() + 1, nullptr, 10);
+    whole += std::clamp(exponent, -kGreatestExponent, kGreatestExponent);
+  }
+  const std::size_t zeros = std::min(digits.find_first_not_of('0'), digits.size());
+  digits.erase(0, zeros);
+  if (digits.empty()) return {};
+  const long long kept = whole - static_cast<long long>(zeros) + 4;
+  if (kept < 0) return {};
+  if (kept > 19) throw AutomationError(kOverflow);
+
+  std::string rest = digits.substr(std::min(digits.size(), static_cast<std::size_t>(kept)));
+  rest.erase(rest.find_last_not_of('0') + 1);
+  digits.resize(static_cast<std::size_t>(kept), '0');
+  std::uint64_t scaled = digits.empty() ? 0 : std::stoull(digits);
+  const std::string_view half = "5";
+  if (rest > half || (rest == half && scaled % 2 == 1)) ++scaled;
+  constexpr auto kGreatest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  if (scaled > kGreatest + (written.is_negative ? 1 : 0)) throw AutomationError(kOverflow);
+  return {static_cast<std::int64_t>(written.is_negative ? 0 - scaled : scaled)};
 }
 
 /// Up to 15 significant digits; scientific from 1E+15 on and where a fraction would need more digits.
@@ -160,6 +207,11 @@ std::u16string CurrencyText(Currency amount, std::u16string_view decimal_separat
   return text;
 }
 
+bool IsInRange(Date date) {
+  // A time on the first day makes its serial smaller, not greater.
+  return date.serial > kFirstDate - 1 && date.serial < kEndOfDates;
+}
+
 /// Whether a time of day is to be shown. One that rounds to midnight is none.
 bool HasTime(const DateParts& parts) {
   return parts.hour != 0 || parts.minute != 0 || parts.second != 0;
@@ -185,8 +237,7 @@ Value DefaultOf(const ObjectPtr& object) {
 }
 
 Date DateInRange(double serial) {
-  // A time on the first day makes its serial smaller, not greater.
-  if (!(serial > kFirstDate - 1 && serial < kEndOfDates)) throw AutomationError(kOverflow);
+  if (!IsInRange({serial})) throw AutomationError(kOverflow);
   return {serial};
 }
 
@@ -271,13 +322,14 @@ double Value::ToDouble() const {
 Currency Value::ToCurrency() const {
   if (Is(Type::Currency)) return As<qva::Currency>();
   if (Is(Type::Object)) return DefaultOf(As<ObjectPtr>()).ToCurrency();
+  if (Is(Type::Text)) return CurrencyOfText(As<std::u16string>());
   return ScaledCurrency(ToDouble());
 }
 
 Date Value::ToDate() const {
   switch (type()) {
     case Type::Date:
-      return As<qva::Date>();
+      return DateInRange(As<qva::Date>().serial);
     case Type::Text: {
       const auto& text = As<std::u16string>();
       if (const auto date = ParseDate(text, UserLocale())) return *date;
@@ -305,7 +357,7 @@ std::u16string Value::ToText() const {
     case Type::Currency:
       return CurrencyText(As<qva::Currency>(), UserLocale().DecimalSeparator());
     case Type::Date:
-      return DateText(As<qva::Date>(), UserLocale());
+      return DateText(ToDate(), UserLocale());
     case Type::Text:
       return As<std::u16string>();
     case Type::Object:
@@ -346,6 +398,7 @@ std::u16string DescribeValue(const Value& value) {
       return CurrencyText(value.As<Currency>(), u".") + u"@";
     case Value::Type::Date: {
       const Date date = value.As<Date>();
+      if (!IsInRange(date)) return u"#" + DoubleText(date.serial, u".") + u"#";
       return u"#" +
              FormatByWindowsPattern(date, HasTime(PartsOf(date)) ? u"yyyy-MM-dd HH:mm:ss" : u"yyyy-MM-dd") +
              u"#";

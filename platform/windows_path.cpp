@@ -33,6 +33,12 @@ void CheckName(std::u16string_view name) {
   if (is_bad) throw AutomationError(kBadFileNameOrNumber);
 }
 
+/// Servers and shares become folders where there is no Windows, so none may lead out of its place.
+void CheckRootName(std::u16string_view name) {
+  if (name == u"." || name == u"..") throw AutomationError(kBadFileNameOrNumber);
+  CheckName(name);
+}
+
 /// What a path starts from; takes the part that tells it off the path.
 WindowsPath TakeStart(std::u16string_view& path, const WindowsPath& current) {
   if (path.size() >= 2 && IsSeparator(path[0]) && IsSeparator(path[1])) {
@@ -40,8 +46,8 @@ WindowsPath TakeStart(std::u16string_view& path, const WindowsPath& current) {
     const std::u16string_view server = TakeName(path);
     const std::u16string_view share = TakeName(path);
     if (server.empty() || share.empty()) throw AutomationError(kPathNotFound);
-    CheckName(server);
-    CheckName(share);
+    CheckRootName(server);
+    CheckRootName(share);
     return {.root = u"\\\\" + std::u16string(server) + u"\\" + std::u16string(share)};
   }
   if (path.size() >= 2 && path[1] == u':' && IsLetter(path[0])) {

@@ -21,7 +21,7 @@ struct WindowsPath {
 /// current root; "C:name" is relative to the current folder if that is on the drive, to the drive's root
 /// otherwise. ".." does not lead out of the root. Raises 76 (Path not found) for an empty path, 52 (Bad file
 /// name or number) for a name with a character that Windows' names cannot have: < > : " | ? * and control
-/// characters.
+/// characters, and for a server or share "." or "..".
 WindowsPath ParseWindowsPath(std::u16string_view path, const WindowsPath& current);
 
 }  // namespace qva

@@ -61,8 +61,17 @@ class CReports : public Described<CReports> {
   /// counts, too.
   void Locking(excel::Range rZona);
 
-  /// Puts the values of formulas in their place. A constant text that holds "=" is written anew, too, and
-  /// stays that text, as does a formula's. Excel's errors reach the caller; cells done by then stay so.
+  /// Puts the values of formulas in their place; formats stay. What becomes of each:
+  /// - numbers keep all their digits, also where the cell shows a date or an amount of money;
+  /// - texts stay the texts that they are, though they look like numbers, dates, times or formulas; the empty
+  ///   text leaves an empty cell;
+  /// - True, False and error values stay what they are;
+  /// - a cell of the format "@" (text) keeps it, and its number stays a number;
+  /// - an array formula becomes the values of all its cells. One that goes beyond ScanArrea refuses the whole
+  ///   call, with 1004 and nothing changed.
+  /// A constant text that holds "=" is written anew, too, and stays that text. Only the used part of the
+  /// sheet counts. Excel's errors reach the caller; cells done by then stay so. Raises 13 for an object that
+  /// only looks like a range.
   void ClearFormulas(excel::Range ScanArrea);
 
   /// Saves the workbook in the archive as the report of a year and quarter or, where `rYear` holds the full

@@ -1,66 +1,203 @@
 // CReports: formulas into fixed values.
 #include <algorithm>
+#include <utility>
+#include <vector>
 
+#include "platform/excel_refusals.h"
 #include "reports/CReports.h"
 
 namespace qva {
 namespace {
 
 /// Formulas are read in blocks of about this many cells, so that whole columns stay within memory.
-constexpr std::int32_t kBlockCells = 1 << 17;
+constexpr std::int64_t kBlockCells = 1 << 17;
+
+/// The format of cells that take whatever is entered as text.
+const Value kTextFormat = u"@";
+
+/// Where a rectangle of cells lies on its sheet.
+struct Place {
+  std::int64_t row = 0;
+  std::int64_t column = 0;
+  std::int64_t rows = 0;
+  std::int64_t columns = 0;
+
+  std::int64_t end_row() const { return row + rows; }
+  std::int64_t end_column() const { return column + columns; }
+  bool Contains(const Place& other) const {
+    return other.row >= row && other.column >= column && other.end_row() <= end_row() &&
+           other.end_column() <= end_column();
+  }
+};
+
+std::int64_t CheckedCount(const excel::Range& units) {
+  const std::int32_t count = units.Count();
+  if (count < 1) throw AutomationError(kTypeMismatch);  // no cells, but an object that only looks like them
+  return count;
+}
+
+/// The size alone, with the place 0. Not the range's own Count, which may count whole rows or columns.
+Place SizeOf(const excel::Range& range) {
+  const std::int64_t rows = CheckedCount(range.Rows());
+  return {.rows = rows, .columns = CheckedCount(range.Columns())};
+}
+
+Place PlaceOf(const excel::Range& range) {
+  Place place = SizeOf(range);
+  place.row = range.Row();
+  place.column = range.Column();
+  return place;
+}
+
+excel::Range Part(const excel::Range& range, std::int64_t row, std::int64_t column, std::int64_t rows,
+                  std::int64_t columns) {
+  return range.Cells(static_cast<std::int32_t>(row), static_cast<std::int32_t>(column))
+      .Resize(static_cast<std::int32_t>(rows), static_cast<std::int32_t>(columns));
+}
 
 bool HoldsFormula(const Value& formula) {
   return formula.Is(Value::Type::Text) && formula.As<std::u16string>().find(u'=') != std::u16string::npos;
 }
 
-/// The value as it is to be entered. Excel would take a text that begins with "=" for a formula again; the
-/// apostrophe, which is no part of the value, keeps it the text that it is.
-Value EntryOf(const Value& value) {
-  const bool would_be_formula = value.Is(Value::Type::Text) && value.As<std::u16string>().starts_with(u'=');
-  return would_be_formula ? Value(u"'" + value.As<std::u16string>()) : value;
+/// The elements of what a member gave for so many cells, along the rows.
+std::vector<Value> ElementsOf(Value given, std::int64_t rows, std::int64_t columns) {
+  if (rows == 1 && columns == 1 && !given.Is(Value::Type::Array)) return {std::move(given)};
+  const Array& block = given.ToArray();
+  const bool fits = block.dimensions.size() == 2 && block.dimensions[0].count == rows &&
+                    block.dimensions[1].count == columns;
+  if (!fits) throw AutomationError(kTypeMismatch);
+  return block.elements;
 }
 
-void Freeze(const excel::Range& cell) {
-  const Value value = cell.Value();
-  cell.SetFormulaLocal(u"");
-  cell.SetValue(EntryOf(value));
+/// Cells that were read at once, and those of them that hold formulas.
+struct Block {
+  excel::Range cells;
+  std::int64_t columns = 0;
+  std::vector<std::int64_t> formulas;  ///< positions from 0, along the rows
+
+  excel::Range Cell(std::int64_t position) const {
+    return cells.Cells(static_cast<std::int32_t>(position / columns) + 1,
+                       static_cast<std::int32_t>(position % columns) + 1);
+  }
+};
+
+/// Puts a value into a cell as it is. Excel would read a text once more, as a number, date or formula; the
+/// apostrophe, which is no part of the value, keeps it a text. A cell of texts would keep the apostrophe and
+/// make a text of a number.
+void Enter(const excel::Range& cell, const Value& value, const Value& common_format) {
+  const bool is_text = value.Is(Value::Type::Text);
+  if (is_text && value.As<std::u16string>().empty()) return cell.SetValue(value);
+  const Value format = common_format.Is(Value::Type::Null) ? cell.NumberFormat() : common_format;
+  if (format != kTextFormat) return cell.SetValue(is_text ? u"'" + value.As<std::u16string>() : value);
+  if (is_text) return cell.SetValue(value);
+  cell.SetNumberFormat(u"General");
+  cell.SetValue(value);
+  cell.SetNumberFormat(u"@");
 }
 
-/// The formulas' texts travel as one block, since freezing a cell does not change those of others. Values do
-/// not: a value that was written back may change what the next cell gives.
-void FreezeFormulas(const excel::Range& block) {
-  const Value formulas = block.Formula();
-  if (!formulas.Is(Value::Type::Array)) {
-    if (HoldsFormula(formulas)) Freeze(block);
-    return;
+/// Finds the formulas of some areas, then puts their values in their place. Nothing is changed before all is
+/// known, since an array formula that goes beyond the areas refuses the whole.
+class Freezing {
+ public:
+  explicit Freezing(const excel::Range& range) {
+    const excel::Areas areas = range.Areas();
+    const std::int32_t count = areas.Count();
+    if (count == 1) {
+      areas_.push_back(range);
+    } else {
+      for (std::int32_t n = 1; n <= count; ++n) areas_.push_back(areas.Item(n));
+    }
   }
-  const Array& cells = formulas.AsArray();
-  const auto columns = static_cast<std::size_t>(cells.dimensions.back().count);
-  for (std::size_t n = 0; n < cells.elements.size(); ++n) {
-    if (!HoldsFormula(cells.elements[n])) continue;
-    Freeze(
-        block.Cells(static_cast<std::int32_t>(n / columns) + 1, static_cast<std::int32_t>(n % columns) + 1));
-  }
-}
 
-void FreezeArea(const excel::Range& area) {
-  // Not the range's own Count, which may count whole rows or columns.
-  const std::int32_t rows = area.Rows().Count();
-  const std::int32_t columns = area.Columns().Count();
-  const std::int32_t rows_of_block = std::max(kBlockCells / columns, 1);
-  if (rows <= rows_of_block) return FreezeFormulas(area);
-  for (std::int32_t row = 1; row <= rows; row += rows_of_block) {
-    FreezeFormulas(area.Cells(row, 1).Resize(std::min(rows_of_block, rows - row + 1), columns));
+  void Run() {
+    for (const excel::Range& area : areas_) FindIn(area);
+    for (const Block& block : blocks_) Freeze(block);
+    for (const excel::Range& array : arrays_) FreezeArray(array);
   }
-}
+
+ private:
+  void FindIn(const excel::Range& area) {
+    const Place size = SizeOf(area);
+    if (size.rows * size.columns <= kBlockCells) return Read(area, size.rows, size.columns);
+    // Beyond the used range there is nothing; a whole sheet would take hours to read.
+    const Place used = PlaceOf(area.Worksheet().UsedRange());
+    const std::int64_t top = area.Row();
+    const std::int64_t left = area.Column();
+    const std::int64_t end_row = std::min(top + size.rows, used.end_row());
+    const std::int64_t first_column = std::max(left, used.column);
+    const std::int64_t columns = std::min(left + size.columns, used.end_column()) - first_column;
+    if (columns < 1) return;
+    const std::int64_t rows_of_block = std::max<std::int64_t>(kBlockCells / columns, 1);
+    for (std::int64_t row = std::max(top, used.row); row < end_row; row += rows_of_block) {
+      const std::int64_t rows = std::min(rows_of_block, end_row - row);
+      Read(Part(area, row - top + 1, first_column - left + 1, rows, columns), rows, columns);
+    }
+  }
+
+  /// The formulas' texts travel as one block.
+  void Read(const excel::Range& cells, std::int64_t rows, std::int64_t columns) {
+    const std::vector<Value> formulas = ElementsOf(cells.Formula(), rows, columns);
+    Block block{cells, columns, {}};
+    for (std::size_t n = 0; n < formulas.size(); ++n) {
+      if (HoldsFormula(formulas[n])) block.formulas.push_back(static_cast<std::int64_t>(n));
+    }
+    if (block.formulas.empty()) return;
+    if (cells.HasArray() != Value(false)) TakeArrays(block);
+    if (!block.formulas.empty()) blocks_.push_back(std::move(block));
+  }
+
+  /// Takes the cells of array formulas out of a block.
+  void TakeArrays(Block& block) {
+    const Place place = PlaceOf(block.cells);
+    std::erase_if(block.formulas, [&](std::int64_t position) {
+      const Place cell_place{place.row + position / block.columns, place.column + position % block.columns, 1,
+                             1};
+      const auto is_known = [&](const Place& array) { return array.Contains(cell_place); };
+      if (std::any_of(array_places_.begin(), array_places_.end(), is_known)) return true;
+      const excel::Range cell = block.Cell(position);
+      if (cell.HasArray() == Value(false)) return false;
+      excel::Range array = cell.CurrentArray();
+      const Place array_place = PlaceOf(array);
+      const auto holds_it = [&](const excel::Range& area) { return PlaceOf(area).Contains(array_place); };
+      if (std::none_of(areas_.begin(), areas_.end(), holds_it)) throw excel::ArrayRefusal();
+      array_places_.push_back(array_place);
+      arrays_.push_back(std::move(array));
+      return true;
+    });
+  }
+
+  /// Values do not travel as a block: one that was written back may change what the next cell gives.
+  static void Freeze(const Block& block) {
+    const Value format = block.cells.NumberFormat();
+    for (const std::int64_t position : block.formulas) {
+      const excel::Range cell = block.Cell(position);
+      const Value value = cell.Value2();
+      cell.SetFormulaLocal(u"");
+      Enter(cell, value, format);
+    }
+  }
+
+  static void FreezeArray(const excel::Range& array) {
+    const Place size = SizeOf(array);
+    const Block block{array, size.columns, {}};
+    const std::vector<Value> values = ElementsOf(array.Value2(), size.rows, size.columns);
+    const Value format = array.NumberFormat();
+    array.SetFormulaLocal(u"");
+    for (std::size_t n = 0; n < values.size(); ++n) {
+      Enter(block.Cell(static_cast<std::int64_t>(n)), values[n], format);
+    }
+  }
+
+  std::vector<excel::Range> areas_;
+  std::vector<Block> blocks_;
+  std::vector<excel::Range> arrays_;
+  std::vector<Place> array_places_;
+};
 
 }  // namespace
 
 void CReports::ClearFormulas(excel::Range ScanArrea) {
-  const excel::Areas areas = ScanArrea.Areas();
-  const std::int32_t count = areas.Count();
-  if (count == 1) return FreezeArea(ScanArrea);
-  for (std::int32_t n = 1; n <= count; ++n) FreezeArea(areas.Item(n));
+  Freezing(ScanArrea).Run();
 }
 
 }  // namespace qva

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "platform/ado.h"
+#include "platform/calc/CellMembers.h"
 #include "platform/calc/FormattedArea.h"
 #include "platform/calc/Preview.h"
 #include "platform/calc/RangeAreas.h"
@@ -25,7 +26,7 @@ Value ForCell(const Value& value) {
   // LibreOffice would read a text in a block as if it were typed.
   if (value.Is(Value::Type::Text)) return u"'" + value.As<std::u16string>();
   // It takes no dates and amounts in a block, but reads dates in this notation whatever the locale.
-  if (value.Is(Value::Type::Date)) return FormatByWindowsPattern(value.As<Date>(), u"yyyy-MM-dd HH:mm:ss");
+  if (value.Is(Value::Type::Date)) return FormatByWindowsPattern(value.ToDate(), u"yyyy-MM-dd HH:mm:ss");
   if (value.Is(Value::Type::Currency)) return value.ToDouble();
   return value;
 }
@@ -124,7 +125,10 @@ constexpr Override kOverrides[] = {
     {u"Range", u"CopyFromRecordset", Use::Read, &CopyFromRecordset},
     {u"Range", u"Font", Use::Read, &RangeFont},
     {u"Range", u"Interior", Use::Read, &RangeInterior},
+    {u"Range", u"FormulaLocal", Use::Write, &SetFormulaLocal},
+    {u"Range", u"HasArray", Use::Read, &HasArray},
     {u"Range", u"Value", Use::Write, &SetCellValue},
+    {u"Range", u"Value2", Use::Read, &CellValue2},
     {u"Shape", u"Copy", Use::Read, &CopyShape},
     {u"Window", u"FreezePanes", Use::Write, &SetFreezePanes},
     {u"Workbook", u"SaveAs", Use::Read, &SaveAs},

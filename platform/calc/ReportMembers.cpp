@@ -189,7 +189,10 @@ Value WithCellError(const ObjectPtr& range, Value value) {
   if (value != Value(0.0)) return value;
   const ObjectPtr cell = GetObject(GetObject(range, u"CellRange"), u"getCellByPosition", {0, 0});
   const std::int32_t code = Call(cell, u"getError").ToInt32();
-  if (code == 0) return value;
+  return code == 0 ? value : CellErrorOf(code);
+}
+
+Value CellErrorOf(std::int32_t code) {
   for (const CellError& known : kCellErrors) {
     if (known.code == code) return ErrorValue{known.error};
   }

@@ -47,7 +47,7 @@ Any ToArgument(const Value& value) {
 /// the locale, and then show them as dates.
 Any ToProperty(const Value& value) {
   if (!value.Is(Value::Type::Date)) return ToArgument(value);
-  const Date date = value.As<Date>();
+  const Date date = value.ToDate();
   const bool is_day = std::floor(date.serial) == date.serial;
   return Any(ToUno(FormatByWindowsPattern(date, is_day ? u"yyyy-MM-dd" : u"yyyy-MM-dd HH:mm:ss")));
 }

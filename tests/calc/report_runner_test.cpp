@@ -153,10 +153,26 @@ TEST_F(ReportRunner, SaysWhenLibreOfficeEndsBeforeTheReportRan) {
 }
 
 TEST_F(ReportRunner, RefusesAWrongCommandLine) {
-  Process runner({ReportRunnerFile(), "--timeout", "soon", "x"}, {}, folder / "errors.txt");
-  EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 2);
-  Process nothing({ReportRunnerFile()}, {}, folder / "errors.txt");
-  EXPECT_EQ(nothing.Wait(std::chrono::seconds(20)), 2);
+  const auto status = [&](std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), ReportRunnerFile());
+    // Without LibreOffice on the path, what is not refused ends with 3.
+    Process runner(arguments, {{"PATH", folder.string()}}, folder / "errors.txt");
+    return runner.Wait(std::chrono::seconds(20));
+  };
+  const std::string sample = Sample().string();
+  const std::string nowhere = (folder / "nowhere").string();
+  EXPECT_EQ(status({sample}), 3);
+  EXPECT_EQ(status({}), 2);
+  EXPECT_EQ(status({sample, sample}), 2);
+  for (const char* seconds : {"soon", "1x", "0", "-1", "", " 1", "1.5", "99999999999"}) {
+    EXPECT_EQ(status({"--timeout", seconds, sample}), 2) << seconds;
+  }
+  EXPECT_EQ(status({"--timeout", "1", sample}), 3);
+  EXPECT_EQ(status({nowhere}), 2);
+  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("there is no \"" + nowhere));
+  for (const char* option : {"--answers", "--form-answers", "--build-folder", "--host-resources"}) {
+    EXPECT_EQ(status({option, nowhere, sample}), 2) << option;
+  }
 }
 
 }  // namespace

@@ -31,6 +31,7 @@ TEST_F(ConditionBuilderTest, AFieldEqualsAValueOfEachKind) {
       {0.1, u"0.1"},
       {-1e300, u"-1e+300"},
       {Currency{15000}, u"1.5"},
+      {Currency{9223372036854775807}, u"922337203685477.5807"},
       {Date{45292}, u"'2024-01-01'"},
       {Date{45292.5}, u"'2024-01-01 12:00:00'"},
   };

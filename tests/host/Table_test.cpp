@@ -53,6 +53,69 @@ TEST_F(TableTest, SeekFindsARecordOfItsOwnBookAlone) {
   EXPECT_TRUE(OpenBook(u"BALTIJA").Table(u"GLAccountSet").Seek(u"ŽVEJYBA"));
 }
 
+TEST_F(TableTest, AnAmountIsCurrencyHoweverGreatItIs) {
+  OpenBook(u"MEDVILNE");
+  Execute(
+      "INSERT INTO GLEntry (BookCode, EntryDate, Kind, DebitAccount, CreditAccount, Amount, VATClassCode, "
+      "VATAmount, Name) VALUES ('MEDVILNE', '2031-01-15', 'OPER', '2710', '5000', 3000000000, 'PVM1', "
+      "630000000, ''), ('MEDVILNE', '2031-02-15', 'OPER', '2710', '5000', 922337203685477, NULL, 0, '');"
+      "INSERT INTO GLPosting VALUES ('MEDVILNE', 105, 99, 'BIUDZ', '5000', -3000000000)");
+  const host::Book book = OpenBook(u"MEDVILNE");
+  const auto months = book.Table(u"GLAccountMonth");
+  ASSERT_TRUE(months.Seek(u"2710/2031-01"));
+  EXPECT_EQ(months.Field(u"Debit"), Value(Currency{30'000'000'000'000}));
+  ASSERT_TRUE(months.Seek(u"5000/2031-01"));
+  EXPECT_EQ(months.Field(u"Credit"), Value(Currency{30'000'000'000'000}));
+  ASSERT_TRUE(months.Seek(u"2710/2031-02"));
+  EXPECT_EQ(months.Field(u"Debit").ToText(), u"922337203685477");
+  const auto vat = book.Table(u"VATMonth");
+  ASSERT_TRUE(vat.Seek(u"2031-01/PVM1"));
+  EXPECT_EQ(vat.Field(u"Base"), Value(Currency{30'000'000'000'000}));
+  EXPECT_EQ(vat.Field(u"VATAmount"), Value(Currency{6'300'000'000'000}));
+  const auto postings = book.Table(u"GLDocumentPosting");
+  ASSERT_TRUE(postings.Seek(u"105/99"));
+  EXPECT_EQ(postings.Field(u"Amount"), Value(Currency{-30'000'000'000'000}));
+}
+
+TEST_F(TableTest, ANumberBeyondItsFieldsRangeOverflows) {
+  const auto raised = [&](std::u16string_view table, std::u16string_view key) {
+    const auto error = ErrorOf([&] { OpenBook(u"MEDVILNE").Table(table).Seek(key); });
+    return error ? error->number() : 0;
+  };
+  OpenBook(u"MEDVILNE");
+  const auto post = [&](const char* amount) {
+    Execute(("DELETE FROM GLPosting WHERE Line = 99; INSERT INTO GLPosting VALUES ('MEDVILNE', 105, 99, "
+             "'BIUDZ', '5000', " +
+             std::string(amount) + ")")
+                .c_str());
+  };
+  post("922337203685478");
+  EXPECT_EQ(raised(u"GLDocumentPosting", u"105/99"), kOverflow);
+  post("-922337203685478");
+  EXPECT_EQ(raised(u"GLDocumentPosting", u"105/99"), kOverflow);
+  post("9223372036854775807");
+  EXPECT_EQ(raised(u"GLDocumentPosting", u"105/99"), kOverflow);
+  post("1");
+  EXPECT_EQ(raised(u"GLDocumentPosting", u"105/99"), 0);
+
+  Execute(
+      "INSERT INTO GLEntry (BookCode, EntryDate, Kind, DebitAccount, CreditAccount, Amount, Name) VALUES "
+      "('MEDVILNE', '2031-01-15', 'OPER', '2710', '5000', 9223372036854775807, ''), "
+      "('MEDVILNE', '2031-01-16', 'OPER', '2710', '5000', 9223372036854775807, '')");
+  EXPECT_EQ(raised(u"GLAccountMonth", u"2710/2031-01"), kOverflow) << "the sum itself is too great";
+
+  Execute(
+      "DROP VIEW GLDocumentPosting; CREATE VIEW GLDocumentPosting AS SELECT BookCode, 'x' AS Code, "
+      "2147483648 "
+      "AS DocId, AccSetCode, AccountCode, 1e300 AS Amount FROM GLPosting");
+  EXPECT_EQ(raised(u"GLDocumentPosting", u"x"), kOverflow) << "a document's number";
+  Execute(
+      "DROP VIEW GLDocumentPosting; CREATE VIEW GLDocumentPosting AS SELECT BookCode, 'x' AS Code, 1 AS "
+      "DocId, "
+      "AccSetCode, AccountCode, 1e300 AS Amount FROM GLPosting");
+  EXPECT_EQ(raised(u"GLDocumentPosting", u"x"), kOverflow) << "no whole number";
+}
+
 TEST_F(TableTest, AFlagIsABoolean) {
   const auto account_sets = OpenBook(u"MEDVILNE").Table(u"GLAccountSet");
   account_sets.Seek(u"BIUDZ");

@@ -110,7 +110,7 @@ TEST_P(Ledger, AccountsAndPostingsOfDocumentsAreGivenOut) {
   const auto postings = OpenBook(u"MEDVILNE").Table(u"GLDocumentPosting");
   ASSERT_TRUE(postings.Seek(u"105/1"));
   EXPECT_EQ(postings.Field(u"AccSetCode"), Value(u"BIUDZ"));
-  EXPECT_EQ(postings.Field(u"Amount"), Value(std::int32_t{33000000}));
+  EXPECT_EQ(postings.Field(u"Amount"), Value(Currency{330000000000})) << "in cents";
   EXPECT_FALSE(postings.Seek(u"204/1")) << "another book's";
 }
 

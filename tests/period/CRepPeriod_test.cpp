@@ -5,6 +5,31 @@
 namespace qva {
 namespace {
 
+/// Another object, all whose blocks of cells are one and the same; so are those of the objects that it leads
+/// to.
+class WithBlock : public Object {
+ public:
+  WithBlock(ObjectPtr inner, Value block) : inner_(std::move(inner)), block_(std::move(block)) {}
+
+  Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override {
+    for (Value& argument : arguments.positional) {
+      if (!argument.Is(Value::Type::Object)) continue;
+      if (const auto* own = dynamic_cast<const WithBlock*>(argument.ToObject().get())) argument = own->inner_;
+    }
+    Value result = inner_->Invoke(access, member, arguments);
+    if (result.Is(Value::Type::Array)) return block_;
+    if (result.Is(Value::Type::Object) && !result.IsNothing()) {
+      return ObjectPtr(MakeRef<WithBlock>(result.ToObject(), block_));
+    }
+    return result;
+  }
+  std::u16string TypeName() const override { return inner_->TypeName(); }
+
+ private:
+  ObjectPtr inner_;
+  Value block_;
+};
+
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
@@ -240,6 +265,25 @@ TEST_F(ReportPeriod, EditShowsTheBudgetTable) {
   SetRow(2, {u"BALTIJA", u"F2", 0});
   EXPECT_THAT(ShownRows(), ElementsAre(ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"),
                                        ElementsAre(u"BALTIJA", u"F2", u"0", u"", u"")));
+}
+
+TEST_F(ReportPeriod, EditFailsForABlockOfAnotherSizeThanTheTable) {
+  NameCells();
+  Set(u"BudgetCount", 2);
+  SetRow(1, {u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023"});
+  const auto edit = [&](Value block) {
+    platform.forms.created = 0;
+    Call(period, u"Init", {ObjectPtr(MakeRef<WithBlock>(sheet.object(), std::move(block)))});
+    return EditAndConfirm();
+  };
+  const Value cell = u"1";
+  EXPECT_TRUE(edit(Array::Block(2, 7, std::vector<Value>(14, cell))));
+  for (const std::size_t size : {0, 1, 6, 8, 13, 15, 21}) {
+    const auto count = static_cast<std::int32_t>(size);
+    EXPECT_FALSE(edit(Array::Block(1, count, std::vector<Value>(size, cell)))) << size;
+    EXPECT_EQ(platform.forms.created, 0) << size;
+  }
+  EXPECT_FALSE(edit(Array{})) << "without dimensions";
 }
 
 TEST_F(ReportPeriod, EditShowsNoBudgetsForNoneAtAll) {

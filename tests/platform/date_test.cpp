@@ -209,6 +209,24 @@ TEST_F(DateTest, ReadsDatesWithEverySeparator) {
   EXPECT_EQ(Parsed(u"2024_06_12", u"yyyy_MM_dd"), "2024-06-12 00:00:00");
 }
 
+TEST_F(DateTest, ReadsWhatTheShortDateWrites) {
+  for (const char16_t* pattern :
+       {u"yyyy-MM-dd", u"yyyy 'm.' MMMM d 'd.'", u"yyyy 'm.' MMM d 'd.'", u"d. MMMM/yyyy",
+        u"dd'd'MM'M'yyyy'y'", u"'dMy' dd/MM/yyyy", u"dddd, d MMMM yyyy", u"ddd d.M.yy", u"MMMM d, yyyy",
+        u"ddMMyyyy", u"yyyyMMdd", u"d''M''yyyy", u"' 'yyyy. MM. dd.' '", u"dd-MMM-yy", u"yyyy'年'M'月'd'日'",
+        u"M/d/y"}) {
+    platform.locale.short_date_pattern = pattern;
+    for (int day = 0; day < 366; day += 5) {
+      const Date date = DateFromParts(2009, 1, 1 + day);
+      const std::u16string text = ShortDateText(date, platform.locale);
+      EXPECT_EQ(Parsed(text, pattern), Iso(date)) << ToUtf8(pattern);
+      EXPECT_EQ(Parsed(ToLower(text) + u" 14:05", pattern).substr(10), " 14:05:00") << ToUtf8(text);
+    }
+  }
+  EXPECT_EQ(Parsed(u"2010 m. lapkričio 31 d.", u"yyyy 'm.' MMMM d 'd.'"), "none") << "no such day";
+  EXPECT_EQ(Parsed(u"2010 m. lapkričio", u"yyyy 'm.' MMMM"), "none") << "no day at all";
+}
+
 TEST_F(DateTest, OrderOfThePartsIsTheRegionalOneUnlessTheYearLeads) {
   EXPECT_EQ(Parsed(u"12.6.2024", u"dd.MM.yyyy"), "2024-06-12 00:00:00");
   EXPECT_EQ(Parsed(u"6/12/2024", u"M/d/yyyy"), "2024-06-12 00:00:00");

@@ -385,6 +385,54 @@ TEST_F(ValueTest, WhatIsNoNumberIsWrittenAsOnWindows) {
   EXPECT_EQ(Value(std::nan("")).ToText(), u"-1.#IND");
 }
 
+TEST_F(ValueTest, CurrencyFromTextIsExactToItsNineteenDigits) {
+  const std::pair<const char16_t*, std::int64_t> amounts[] = {
+      {u"922337203685477,5807", std::numeric_limits<std::int64_t>::max()},
+      {u"-922337203685477,5808", std::numeric_limits<std::int64_t>::min()},
+      {u"900719925474099,3001", 9007199254740993001},
+      {u"0,1", 1000},
+      {u",0001", 1},
+      {u"12", 120000},
+      {u"+007,5", 75000},
+      {u"1,5e3", 15000000},
+      {u"15e-4", 15},
+      {u"0,000015e2", 15},
+      {u"0,00025", 2},
+      {u"0,00035", 4},
+      {u"0,000250001", 3},
+      {u"0,00005", 0},
+      {u"0,000050001", 1},
+      {u"0,00015", 2},
+      {u"0,000049999", 0},
+      {u"922337203685477,58070", std::numeric_limits<std::int64_t>::max()},
+      {u"922337203685477,58074", std::numeric_limits<std::int64_t>::max()},
+      {u"1e-999999999999999999999", 0},
+      {u"0e999999999999999999999", 0},
+      {u"&HFFFF", -10000},
+      {u"&H80000000", std::int64_t{-2147483648} * 10000},
+  };
+  for (const auto& [text, scaled] : amounts) {
+    EXPECT_EQ(Value(text).ToCurrency(), Currency{scaled}) << ToUtf8(text);
+  }
+  for (const char16_t* text : {u"922337203685477,5808", u"-922337203685477,5809", u"922337203685477,58075",
+                               u"1e15", u"1e400", u"1e999999999999999999999", u"9999999999999999999"}) {
+    EXPECT_EQ(RaisedBy([=] { Value(text).ToCurrency(); }), kOverflow) << ToUtf8(text);
+  }
+}
+
+TEST_F(ValueTest, ADateOutOfItsRangeOverflowsAlsoWhenItIsADateAlready) {
+  const double infinity = std::numeric_limits<double>::infinity();
+  for (const double serial : {std::nan(""), infinity, -infinity, 1e300, -1e300, 1e10, 2958466.0, -657435.0}) {
+    const Value value(Date{serial});
+    EXPECT_EQ(RaisedBy([&] { value.ToDate(); }), kOverflow) << serial;
+    EXPECT_EQ(RaisedBy([&] { value.ToText(); }), kOverflow) << serial;
+    EXPECT_EQ(RaisedBy([&] { HolderOf(value).ToDate(); }), kOverflow) << serial;
+    EXPECT_TRUE(DescribeValue(value).starts_with(u"#")) << serial;
+  }
+  EXPECT_EQ(Value(Date{2958465.99}).ToDate(), Date{2958465.99});
+  EXPECT_EQ(Value(Date{-657434.5}).ToDate(), Date{-657434.5});
+}
+
 TEST_F(ValueTest, CurrencyIsWrittenWithUpToFourDecimals) {
   const std::pair<std::int64_t, const char16_t*> texts[] = {
       {0, u"0"},

@@ -55,6 +55,12 @@ TEST(ParseWindowsPath, DotsDoNotLeadOutOfTheRoot) {
   EXPECT_EQ(Parsed(u"\\\\server\\share\\..\\..\\x"), "[\\\\server\\share] x");
 }
 
+TEST(ParseWindowsPath, DotsAreNeitherServersNorShares) {
+  for (const char16_t* path : {u"\\\\..\\..\\evil", u"\\\\.\\share\\x", u"\\\\server\\..\\x", u"//../.."}) {
+    EXPECT_EQ(Parsed(path), "52") << ToUtf8(path);
+  }
+}
+
 TEST(ParseWindowsPath, RefusesWhatWindowsRefuses) {
   EXPECT_EQ(Parsed(u""), "76");
   for (const char16_t bad : std::u16string_view(u"<>:\"|?*\x1F")) {

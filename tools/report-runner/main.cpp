@@ -1,13 +1,16 @@
 // Runs a report workbook in LibreOffice from the command line; see Usage below.
 #include <getopt.h>
 
+#include <charconv>
 #include <csignal>
+#include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <iostream>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "tools/report-runner/ReportRun.h"
 
@@ -37,8 +40,8 @@ workbook. Each step is printed.
                          grows, in place of the calls
   --help                 this text
 
-Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong command line, 3 when LibreOffice is
-missing or had to be stopped.
+Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong command line or a path that is not
+there, 3 when LibreOffice is missing or had to be stopped.
 )";
 
 enum Option {
@@ -72,6 +75,25 @@ constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"help", no_argument, nullptr, kHelp},
                                {nullptr, 0, nullptr, 0}};
 
+/// The seconds that a text of nothing but digits means; 0 for any other text.
+std::chrono::seconds Seconds(std::string_view text) {
+  std::int32_t seconds = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  if (error != std::errc() || end != text.data() + text.size()) seconds = 0;
+  return std::chrono::seconds(seconds);
+}
+
+/// Whether the files and folders that the user named are there; says which one is not.
+bool AreThere(const std::vector<std::filesystem::path>& named) {
+  for (const std::filesystem::path& path : named) {
+    std::error_code error;
+    if (std::filesystem::exists(path, error)) continue;
+    std::cerr << "report-runner: there is no " << path << '\n';
+    return false;
+  }
+  return true;
+}
+
 volatile std::sig_atomic_t interrupted = 0;
 
 /// Lets the run end in order: what was started must not outlive us.
@@ -85,6 +107,7 @@ int main(int argc, char** argv) {
   qva::ReportRunOptions options;
   options.build_folder = std::filesystem::absolute(argv[0]).parent_path().parent_path();
   std::chrono::seconds timeout{0};
+  std::vector<std::filesystem::path> named;
   int choice;
   while ((choice = getopt_long(argc, argv, "", kOptions, nullptr)) != -1) {
     switch (choice) {
@@ -99,21 +122,25 @@ int main(int argc, char** argv) {
         break;
       case kBuild:
         options.build_folder = optarg;
+        named.push_back(options.build_folder / "libqva_calc.so");
         break;
       case kHost:
         options.host_resources = optarg;
+        named.push_back(options.host_resources);
         break;
       case kAnswers:
         options.answers = optarg;
+        named.push_back(options.answers);
         break;
       case kFormAnswers:
         options.form_answers = optarg;
+        named.push_back(options.form_answers);
         break;
       case kShow:
         options.show = true;
         break;
       case kTimeout:
-        timeout = std::chrono::seconds(std::atoi(optarg));
+        timeout = Seconds(optarg);
         if (timeout.count() <= 0) {
           std::cerr << "report-runner: --timeout takes a number of seconds above 0\n";
           return 2;
@@ -141,6 +168,8 @@ int main(int argc, char** argv) {
     return 2;
   }
   options.workbook = argv[optind];
+  named.push_back(options.workbook);
+  if (!AreThere(named)) return 2;
   if (options.show) options.timeout = std::chrono::hours(24);  // users take their time
   if (timeout.count() > 0) options.timeout = timeout;
   options.interrupted = [] { return interrupted != 0; };

@@ -41,15 +41,10 @@ void Calculate(WorkbookData& workbook, const Place& wanted) {
     }
     cell.calculating_in = calculation;
     missing.clear();
-    const FormulaContext context{
+    FormulaContext context{
         .workbook = &workbook, .sheet = OwnerOf(workbook, place.sheet), .cell_value = read};
-    const Operand result = EvaluateFormula(cell.formula, context);
-    const Value value = [&]() -> Value {
-      if (const Value* plain = std::get_if<Value>(&result)) return *plain;
-      const Reference& reference = std::get<Reference>(result);
-      if (reference.area.count() != 1) return ErrorValue{xlErrValue};
-      return read(*reference.sheet, reference.area.row, reference.area.column);
-    }();
+    if (cell.array) context.array_place = {place.row - cell.array->row, place.column - cell.array->column};
+    const Value value = Scalar(EvaluateFormula(cell.formula, context), context);
     if (!missing.empty()) {
       open.insert(open.end(), missing.begin(), missing.end());
       continue;

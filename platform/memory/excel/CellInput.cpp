@@ -3,16 +3,19 @@
 #include <charconv>
 
 #include "platform/automation.h"
+#include "platform/clock.h"
 #include "platform/date.h"
 #include "platform/excel_constants.h"
 #include "platform/memory/excel/Formula.h"
 #include "platform/memory/excel/Refusals.h"
+#include "platform/services.h"
 #include "platform/text.h"
 
 namespace qva::memory {
 namespace {
 
 constexpr std::size_t kLongestText = 32767;
+constexpr double kEndOfDates = 2958466;  // the day after 31 December 9999
 
 struct ErrorName {
   XlCVError code;
@@ -36,7 +39,14 @@ std::optional<int> TakeNumber(std::u16string_view& text) {
   return number;
 }
 
-/// "2024-06-12", "2024/6/12", "6/12/2024" or "6-12-2024".
+std::optional<Date> DayOf(int year, int month, int day) {
+  if (year < 100 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
+  const Date date = DateFromParts(year, month, day);
+  if (PartsOf(date).day != day) return std::nullopt;  // 30 February and its like are no dates
+  return date;
+}
+
+/// "2024-06-12", "2024/6/12", "6/12/2024" or "6-12-2024"; "6/12" and "6-12" are days of this year.
 std::optional<Date> ParseExcelDate(std::u16string_view text) {
   const bool year_first = text.find_first_not_of(u"0123456789") == 4;
   int parts[3] = {};
@@ -51,15 +61,31 @@ std::optional<Date> ParseExcelDate(std::u16string_view text) {
     const auto part = TakeNumber(text);
     if (!part) return std::nullopt;
     parts[i] = *part;
+    if (i == 1 && text.empty() && !year_first)
+      return DayOf(PartsOf(GetServices().clock->Now()).year, parts[0], parts[1]);
   }
   if (!text.empty()) return std::nullopt;
   const int year = year_first ? parts[0] : parts[2];
   const int month = year_first ? parts[1] : parts[0];
   const int day = year_first ? parts[2] : parts[1];
-  if (year < 100 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
-  const Date date = DateFromParts(year, month, day);
-  if (PartsOf(date).day != day) return std::nullopt;  // 30 February and its like are no dates
-  return date;
+  return DayOf(year, month, day);
+}
+
+/// "12:30" or "12:30:15": the fraction of the day.
+std::optional<double> ParseExcelTime(std::u16string_view text) {
+  int parts[3] = {};
+  for (int i = 0; i < 3; ++i) {
+    if (i == 2 && text.empty()) break;
+    if (i > 0) {
+      if (!text.starts_with(u':')) return std::nullopt;
+      text.remove_prefix(1);
+    }
+    const auto part = TakeNumber(text);
+    if (!part || *part > (i == 0 ? 23 : 59)) return std::nullopt;
+    parts[i] = *part;
+  }
+  if (!text.empty()) return std::nullopt;
+  return (parts[0] * 3600 + parts[1] * 60 + parts[2]) / 86400.0;
 }
 
 Value ReadText(const std::u16string& text) {
@@ -69,12 +95,29 @@ Value ReadText(const std::u16string& text) {
   const auto error = ParseErrorPrefix(text);
   if (error && EqualIgnoringCase(text, ErrorText(*error))) return *error;
   if (const auto date = ParseExcelDate(text)) return *date;
+  if (const auto time = ParseExcelTime(text)) return *time;
   return text;
+}
+
+bool IsNumberOrBoolean(const Value& value) {
+  switch (value.type()) {
+    case Value::Type::Boolean:
+    case Value::Type::Byte:
+    case Value::Type::Int16:
+    case Value::Type::Int32:
+    case Value::Type::Double:
+    case Value::Type::Currency:
+    case Value::Type::Date:
+      return true;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
 
 CellEntry ReadEntry(const Value& value, bool as_text) {
+  if (as_text && IsNumberOrBoolean(value)) return {ConstantText(value), u""};
   switch (value.type()) {
     case Value::Type::Empty:
     case Value::Type::Null:
@@ -92,7 +135,7 @@ CellEntry ReadEntry(const Value& value, bool as_text) {
     case Value::Type::Array:
       throw Refusal();
     case Value::Type::Date:
-      if (value.As<Date>().serial < 0) throw Refusal();
+      if (!(value.As<Date>().serial >= 0 && value.As<Date>().serial < kEndOfDates)) throw Refusal();
       return {value, u""};
     case Value::Type::Text: {
       const auto& text = value.As<std::u16string>();
@@ -119,6 +162,9 @@ std::u16string ConstantText(const Value& value) {
       return value.As<bool>() ? u"TRUE" : u"FALSE";
     case Value::Type::Error:
       return ErrorText(value.As<ErrorValue>());
+    case Value::Type::Byte:
+    case Value::Type::Int16:
+    case Value::Type::Int32:
     case Value::Type::Currency:
     case Value::Type::Date:
     case Value::Type::Double:

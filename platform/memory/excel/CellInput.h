@@ -21,10 +21,13 @@ struct CellEntry {
 ///   and error values stay what they are; an object stands for its default property.
 /// - Text that begins with "=" is a formula, "12", "1,500.5", "-3E2" and "5%" are numbers, "TRUE" is a
 /// Boolean,
-///   "#N/A" an error, "2024-06-12" and "6/12/2024" are dates; an apostrophe in front, or `as_text` (the
-///   cell's number format is "@"), keeps any of them as text.
-/// Raises 1004 for a formula that cannot be read, an array, a date before 1900 and a text of more than 32 767
-/// characters.
+///   "#N/A" an error, "2024-06-12", "6/12/2024" and "6/12" of this year are dates, "12:30" is a time; an
+///   apostrophe in front keeps any of them as text.
+/// - `as_text` (the cell's number format is "@") takes texts as they are, apostrophes included, and makes
+/// texts
+///   of numbers, dates and Booleans.
+/// Raises 1004 for a formula that cannot be read, an array, a date outside of the years 1900 to 9999 and a
+/// text of more than 32 767 characters.
 CellEntry ReadEntry(const Value& value, bool as_text);
 
 /// What Range.Formula gives for a constant: numbers and dates as digits with a decimal point, "TRUE", "#N/A".

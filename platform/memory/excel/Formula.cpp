@@ -31,14 +31,6 @@ bool IsNumber(const Value& value) {
   return value.Is(Value::Type::Double) || value.Is(Value::Type::Currency) || value.Is(Value::Type::Date);
 }
 
-/// What an operand is worth where one value is wanted.
-Value Scalar(const Operand& operand, const FormulaContext& context) {
-  if (const Value* value = std::get_if<Value>(&operand)) return *value;
-  const Reference& reference = std::get<Reference>(operand);
-  if (reference.area.count() != 1) return Error(xlErrValue);
-  return context.cell_value(*reference.sheet, reference.area.row, reference.area.column);
-}
-
 /// A number, or the error value that stands for the attempt.
 Value ToNumber(const Value& value) {
   if (IsError(value)) return value;
@@ -371,6 +363,18 @@ class Evaluator {
 };
 
 }  // namespace
+
+Value Scalar(const Operand& operand, const FormulaContext& context) {
+  if (const Value* value = std::get_if<Value>(&operand)) return *value;
+  const Reference& reference = std::get<Reference>(operand);
+  const Area& area = reference.area;
+  if (area.count() == 1) return context.cell_value(*reference.sheet, area.row, area.column);
+  if (!context.array_place) return Error(xlErrValue);
+  const std::int32_t row = area.rows == 1 ? 0 : context.array_place->row;
+  const std::int32_t column = area.columns == 1 ? 0 : context.array_place->column;
+  if (row >= area.rows || column >= area.columns) return Error(xlErrNA);
+  return context.cell_value(*reference.sheet, area.row + row, area.column + column);
+}
 
 Operand EvaluateFormula(std::u16string_view formula, const FormulaContext& context) {
   return Evaluator(formula, context).Run();

@@ -28,6 +28,13 @@ struct FormulaContext {
   /// What references without a sheet mean.
   std::shared_ptr<SheetData> sheet;
   std::function<Value(SheetData& sheet, std::int32_t row, std::int32_t column)> cell_value;
+  /// In an array formula: how far its cell is from the array's first one. An area is then worth the cell at
+  /// that place in it, that of its only row or column for all rows or columns.
+  struct ArrayPlace {
+    std::int32_t row = 0;
+    std::int32_t column = 0;
+  };
+  std::optional<ArrayPlace> array_place;
   /// Names that were followed to get here: names may refer to each other, and in a circle.
   int depth = 0;
 };
@@ -36,6 +43,9 @@ struct FormulaContext {
 /// reference to an unknown sheet #REF!, an unknown name or function #NAME?, a division by zero #DIV/0!, a
 /// text that is no number in a computation #VALUE!. Raises 1004 when the text is no formula.
 Operand EvaluateFormula(std::u16string_view formula, const FormulaContext& context);
+
+/// What an operand is worth where one value is wanted; of an area #VALUE!, but for array formulas.
+Value Scalar(const Operand& operand, const FormulaContext& context);
 
 /// Raises 1004 when the text is no formula.
 void CheckFormula(std::u16string_view formula);

@@ -40,6 +40,12 @@ bool IsBlank(const Value& value) {
          value == Value(u"");
 }
 
+/// What Value makes of a number: an amount of four decimals where the cell shows one.
+Value InFormat(const Value& number, std::u16string_view format) {
+  const bool is_amount = format.find_first_of(u"$€") != format.npos;
+  return is_amount ? Value(number.ToCurrency()) : number;
+}
+
 /// The elements of an array that is put into cells, by position from 0.
 class Source {
  public:
@@ -82,10 +88,15 @@ const ClassDescription& Range::Description() {
           .Default(u"_Default")
           .Get<&Range::Value>(u"Value")
           .Put<&Range::SetValue>(u"Value")
+          .Get<&Range::Value2>(u"Value2")
+          .Put<&Range::SetValue>(u"Value2")
           .Get<&Range::Formula>(u"Formula")
           .Put<&Range::SetValue>(u"Formula")
           .Get<&Range::Formula>(u"FormulaLocal")
           .Put<&Range::SetValue>(u"FormulaLocal")
+          .Put<&Range::SetFormulaArray>(u"FormulaArray")
+          .Get<&Range::HasArray>(u"HasArray")
+          .Get<&Range::CurrentArray>(u"CurrentArray")
           .Get<&Range::Text>(u"Text")
           .Get<&Range::Address>(u"Address",
                                 {Optional(u"RowAbsolute", true), Optional(u"ColumnAbsolute", true)})
@@ -150,12 +161,26 @@ qva::Value Range::ReadBlock(Read read) const {
 
 Value Range::Value() {
   SheetData& sheet = Open();
-  return ReadBlock([&](std::int32_t row, std::int32_t column) { return CellValue(sheet, row, column); });
+  const FormatLayer& formats = sheet.formats[FormatProperty::NumberFormat];
+  return ReadBlock([&](std::int32_t row, std::int32_t column) {
+    qva::Value value = CellValue(sheet, row, column);
+    return value.Is(qva::Value::Type::Double) ? InFormat(value, formats.At(row, column).ToText()) : value;
+  });
+}
+
+Value Range::Value2() {
+  SheetData& sheet = Open();
+  return ReadBlock([&](std::int32_t row, std::int32_t column) -> qva::Value {
+    const qva::Value value = CellValue(sheet, row, column);
+    const bool is_number = value.Is(qva::Value::Type::Date) || value.Is(qva::Value::Type::Currency);
+    return is_number ? value.ToDouble() : value;
+  });
 }
 
 void Range::SetValue(const qva::Value& value) {
   RequireUnprotected(area(), excel::kProtectedRefusal);
   SheetData& sheet = Open();
+  sheet.RequireWholeArrays(area());
   // The default value of an object is asked for once, not for each cell.
   const qva::Value given = value.Is(qva::Value::Type::Object) ? Get(value.ToObject(), u"") : value;
   if (IsBlank(given)) {
@@ -185,6 +210,27 @@ Value Range::Formula() {
     if (!cell) return u"";
     return cell->formula.empty() ? ConstantText(cell->value) : cell->formula;
   });
+}
+
+void Range::SetFormulaArray(const std::u16string& formula) {
+  RequireUnprotected(area(), excel::kProtectedRefusal);
+  SheetData& sheet = Open();
+  sheet.RequireWholeArrays(area());
+  sheet.EnterArray(area(), formula);
+}
+
+Value Range::HasArray() {
+  std::int32_t count = 0;
+  Open().ForEachCell(area(),
+                     [&](std::int32_t, std::int32_t, const Cell& cell) { count += cell.array ? 1 : 0; });
+  if (count == 0) return false;
+  return count == area().count() ? qva::Value(true) : qva::Value(Null());
+}
+
+ObjectPtr Range::CurrentArray() {
+  const Cell* cell = Open().Find(area().row, area().column);
+  if (!cell || !cell->array) throw Refusal(u"No cells were found.");
+  return Part(*cell->array);
 }
 
 Value Range::Text() {
@@ -395,6 +441,7 @@ void Range::SetNumberFormat(const std::u16string& format) {
 
 bool Range::ClearContents() {
   RequireUnprotected(area(), excel::kProtectedRefusal);
+  Open().RequireWholeArrays(area());
   Open().Clear(area());
   return true;
 }
@@ -412,6 +459,7 @@ std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
       std::min(fields_by_records.dimensions[0].count, kColumnCount - area().column + 1);
   const Area target{area().row, area().column, rows, columns};
   RequireUnprotected(target, excel::kProtectedRefusal);
+  sheet.RequireWholeArrays(target);
   for (std::int32_t row = 0; row < rows; ++row) {
     for (std::int32_t column = 0; column < columns; ++column) {
       const auto element = static_cast<std::size_t>(column) * static_cast<std::size_t>(record_count) +

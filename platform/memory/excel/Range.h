@@ -49,14 +49,24 @@ class Range : public Described<Range> {
   qva::Value Format(FormatProperty property) const;
   void SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal);
 
-  /// Of one cell its value: Empty, Double, text, Boolean, Date, Currency or error. Of several a block.
+  /// Of one cell its value: Empty, Double, text, Boolean, Date, Currency or error. Of several a block. A
+  /// number in a format with the sign of a currency is Currency, with its four decimals.
   qva::Value Value();
+  /// The same, but dates and amounts as Double.
+  qva::Value Value2();
+  /// Raises 1004, as whatever changes cells does, when only a part of an array formula's cells would change.
   /// One value for all cells, or an array: rows by columns, or one row for all rows. What lies outside of the
   /// array gets #N/A, unless the array has one row or column only, which is repeated.
   void SetValue(const qva::Value& value);
   /// Formulas as they were entered, constants as text in the notation of the United States. FormulaLocal is
   /// the same: this Excel's own language is that of the United States.
   qva::Value Formula();
+  /// Makes one array formula of all cells.
+  void SetFormulaArray(const std::u16string& formula);
+  /// Whether all cells are parts of array formulas; Null where only some are.
+  qva::Value HasArray();
+  /// All cells of the array formula that the first cell is part of. Raises 1004 when it is part of none.
+  ObjectPtr CurrentArray();
   /// What the cell shows, in the general format; of several cells Null unless all show the same.
   qva::Value Text();
   qva::Value Default(const qva::Value& row, const qva::Value& column);

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/excel_refusals.h"
 #include "platform/memory/excel/CellInput.h"
+#include "platform/memory/excel/Formula.h"
 #include "platform/memory/excel/WorkbookData.h"
 
 namespace qva::memory {
@@ -25,7 +27,23 @@ void SheetData::Enter(std::int32_t row, std::int32_t column, const Value& value)
 }
 
 void SheetData::EnterPlain(std::int32_t row, std::int32_t column, const Value& value) {
-  Hold(row, column, ReadEntry(value, true));
+  Hold(row, column, ReadEntry(value, value.Is(Value::Type::Text)));
+}
+
+void SheetData::EnterArray(const Area& area, const std::u16string& formula) {
+  CheckFormula(formula);
+  for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+    for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
+      Hold(row, column, {Value(), formula});
+      Find(row, column)->array = area;
+    }
+  }
+}
+
+void SheetData::RequireWholeArrays(const Area& area) {
+  ForEachCell(area, [&](std::int32_t, std::int32_t, const Cell& cell) {
+    if (cell.array && Around(*cell.array, area) != area) throw excel::ArrayRefusal();
+  });
 }
 
 void SheetData::Hold(std::int32_t row, std::int32_t column, CellEntry entry) {

@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -31,6 +32,8 @@ struct Cell {
   Value value;
   /// With its "="; empty for a constant.
   std::u16string formula;
+  /// All cells of the array formula that this one is part of.
+  std::optional<Area> array;
 
   // Recalculation (Calculation.h).
   std::uint64_t calculated_at = 0;   ///< WorkbookData::generation of the last result
@@ -79,6 +82,10 @@ struct SheetData {
   void Enter(std::int32_t row, std::int32_t column, const Value& value);
   /// Sets what a cell holds as Enter, except that a text stays the text that it is.
   void EnterPlain(std::int32_t row, std::int32_t column, const Value& value);
+  /// Gives all cells of the area one array formula. Raises 1004 when it cannot be read.
+  void EnterArray(const Area& area, const std::u16string& formula);
+  /// Raises 1004 when the area holds a part of an array formula's cells, but not all of them.
+  void RequireWholeArrays(const Area& area);
   /// Empties all cells of the area, at the cost of those that are not empty.
   void Clear(const Area& area);
   /// The smallest area around all cells that are not empty or were given a format of their own, also when

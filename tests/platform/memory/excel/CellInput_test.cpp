@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/date.h"
 #include "platform/excel_constants.h"
 #include "tests/platform/core_test.h"
 
@@ -56,8 +57,8 @@ TEST_F(CellInputTest, ReadsBooleansErrorsAndDatesInTexts) {
   EXPECT_EQ(Entered(u"#n/a"), Value(ErrorValue{xlErrNA}));
   EXPECT_EQ(Entered(u"2024-06-12"), Value(Date{45455}));
   EXPECT_EQ(Entered(u"6/12/2024"), Value(Date{45455}));
-  for (const char16_t* text :
-       {u"2024.06.12", u"2024-02-30", u"2024-13-01", u"1-2", u"2024-06/12", u"2024-06-12x"}) {
+  for (const char16_t* text : {u"2024.06.12", u"2024-02-30", u"2024-13-01", u"13/1", u"2/30", u"2024/6",
+                               u"2024-06/12", u"2024-06-12x"}) {
     EXPECT_EQ(Entered(text), Value(text));
   }
 }
@@ -65,8 +66,27 @@ TEST_F(CellInputTest, ReadsBooleansErrorsAndDatesInTexts) {
 TEST_F(CellInputTest, KeepsTextWhereItIsToldTo) {
   EXPECT_EQ(Entered(u"'0012"), Value(u"0012"));
   EXPECT_EQ(ReadEntry(u"0012", true).value, Value(u"0012"));
+  EXPECT_EQ(ReadEntry(u"'12", true).value, Value(u"'12"));
   EXPECT_EQ(ReadEntry(u"=A1", true).formula, u"");
   EXPECT_EQ(ReadEntry(u"=A1", true).value, Value(u"=A1"));
+}
+
+TEST_F(CellInputTest, MakesTextsOfNumbersWhereTheCellIsOfTexts) {
+  EXPECT_EQ(ReadEntry(1.5, true).value, Value(u"1.5"));
+  EXPECT_EQ(ReadEntry(7, true).value, Value(u"7"));
+  EXPECT_EQ(ReadEntry(true, true).value, Value(u"TRUE"));
+  EXPECT_EQ(ReadEntry(ErrorValue{xlErrNA}, true).value, Value(ErrorValue{xlErrNA}));
+}
+
+TEST_F(CellInputTest, ReadsDaysOfThisYearAndTimes) {
+  const int year = PartsOf(platform.clock.Now()).year;
+  EXPECT_EQ(Entered(u"1/4"), Value(DateFromParts(year, 1, 4)));
+  EXPECT_EQ(Entered(u"1-4"), Value(DateFromParts(year, 1, 4)));
+  EXPECT_EQ(Entered(u"12:30"), Value(750 / 1440.0));
+  EXPECT_EQ(Entered(u"12:30:15"), Value(45015 / 86400.0));
+  for (const char16_t* text : {u"24:00", u"12:60", u"12:", u"12:30:", u"12:30:15:1"}) {
+    EXPECT_EQ(Entered(text), Value(text)) << ToUtf8(text);
+  }
 }
 
 TEST_F(CellInputTest, ReadsFormulasAndRefusesWhatIsNone) {

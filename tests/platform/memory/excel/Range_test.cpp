@@ -240,6 +240,50 @@ TEST_F(RangeTest, IsSelectedAndActivatedOnTheActiveSheetOnly) {
   EXPECT_EQ(RaisedBy([&] { Call(elsewhere, u"Activate"); }), 1004);
 }
 
+TEST_F(RangeTest, HoldsArrayFormulasThatChangeAsAWholeOnly) {
+  Set(u"A1:B2", Array::Block(2, 2, {1, 2, 3, 4}));
+  Put(Range(u"D1:E3"), u"FormulaArray", u"=A1:B2*10");
+  Put(Range(u"G1"), u"FormulaArray", u"=SUM(A1:B2)");
+  Put(Range(u"H1:H2"), u"FormulaArray", u"=A1:B1");
+  EXPECT_EQ(At(u"D1"), Value(10.0));
+  EXPECT_EQ(At(u"E2"), Value(40.0));
+  EXPECT_EQ(At(u"D3"), Value(ErrorValue{xlErrNA})) << "beyond what the formula gives";
+  EXPECT_EQ(At(u"G1"), Value(10.0));
+  EXPECT_EQ(At(u"H2"), Value(1.0)) << "the only row serves all";
+  EXPECT_EQ(Text(Range(u"E3"), u"Formula"), u"=A1:B2*10");
+  EXPECT_EQ(Get(Range(u"D1:E3"), u"HasArray"), Value(true));
+  EXPECT_EQ(Get(Range(u"C1:E3"), u"HasArray"), Value(Null{}));
+  EXPECT_EQ(Get(Range(u"A1:B2"), u"HasArray"), Value(false));
+  EXPECT_EQ(AddressOf(GetObject(Range(u"E2"), u"CurrentArray")), u"$D$1:$E$3");
+  EXPECT_EQ(RaisedBy([&] { Get(Range(u"A1"), u"CurrentArray"); }), 1004);
+
+  for (const char16_t* part : {u"D1", u"E3:F4", u"A1:D1"}) {
+    EXPECT_EQ(RaisedBy([&] { Set(part, 1); }), 1004) << ToUtf8(part);
+    EXPECT_EQ(RaisedBy([&] { Set(part, u""); }), 1004) << ToUtf8(part);
+    EXPECT_EQ(RaisedBy([&] { Call(Range(part), u"ClearContents"); }), 1004) << ToUtf8(part);
+    EXPECT_EQ(RaisedBy([&] { Put(Range(part), u"FormulaArray", u"=1"); }), 1004) << ToUtf8(part);
+  }
+  EXPECT_EQ(At(u"E2"), Value(40.0));
+  EXPECT_EQ(RaisedBy([&] { Put(Range(u"J1"), u"FormulaArray", u"=1+"); }), 1004);
+  Put(Range(u"D1:E3"), u"FormulaLocal", u"");
+  EXPECT_EQ(At(u"E2"), Value());
+  Set(u"H1:H2", 5);
+  EXPECT_EQ(Get(Range(u"H1"), u"HasArray"), Value(false));
+}
+
+TEST_F(RangeTest, ShowsAmountsAsCurrencyAndGivesAllDigitsByValue2) {
+  Set(u"A1", 1.23456789);
+  Put(Range(u"A1"), u"NumberFormat", u"#,##0.00 €");
+  EXPECT_EQ(At(u"A1"), Value(Currency{12346}));
+  EXPECT_EQ(Get(Range(u"A1"), u"Value2"), Value(1.23456789));
+  Set(u"A2", Date{45455.5});
+  EXPECT_EQ(Get(Range(u"A2"), u"Value2"), Value(45455.5));
+  Set(u"A3", Currency{12345});
+  EXPECT_EQ(Get(Range(u"A3"), u"Value2"), Value(1.2345));
+  Put(Range(u"A4"), u"Value2", 7);
+  EXPECT_EQ(At(u"A4"), Value(7.0));
+}
+
 TEST_F(RangeTest, GetsANameAndKnowsIt) {
   Put(Range(u"B2:C3"), u"Name", u"Zona");
   EXPECT_EQ(Text(GetObject(Range(u"B2:C3"), u"Name"), u"Name"), u"Zona");
