@@ -30,6 +30,26 @@ excel::FileSearch FileSearchOf(const excel::Application& application) {
   }
 }
 
+/// Whether a folder has a file, asked of the one file: its folder may be one that cannot be listed. Raises
+/// what keeps it from being known.
+bool HasFile(const std::u16string& folder, const std::u16string& name) {
+  const Files& files = *GetServices().files;
+  if (folder.empty() || name.empty() || name.find_first_of(u"*?\\/:") != name.npos) {
+    return !files.Find(folder, name).empty();
+  }
+  const std::u16string path =
+      folder + (folder.ends_with(u'\\') || folder.ends_with(u'/') ? u"" : u"\\") + name;
+  try {
+    files.Length(path);
+    return true;
+  } catch (const AutomationError& error) {
+    const bool is_missing = error.number() == kFileNotFound || error.number() == kPathNotFound ||
+                            error.number() == kBadFileNameOrNumber;
+    if (is_missing || files.FolderExists(path)) return false;
+    throw;
+  }
+}
+
 }  // namespace
 
 const ClassDescription& CTools::Description() {
@@ -113,7 +133,7 @@ std::u16string CTools::ConvertStr2Str(std::u16string sString, std::u16string ToC
 
 bool CTools::FileExist(std::u16string Path, std::u16string File) {
   const excel::FileSearch search = FileSearchOf(application_);
-  if (!search) return !GetServices().files->Find(Path, File).empty();
+  if (!search) return HasFile(Path, File);
   search.SetLookIn(Path);
   search.SetFileName(File);
   return search.Execute() > 0;

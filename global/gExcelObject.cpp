@@ -5,6 +5,7 @@
 #include "global/Globals.h"
 #include "global/Helpers.h"
 #include "global/StartUp.h"
+#include "platform/failure_listener.h"
 #include "platform/services.h"
 #include "platform/settings.h"
 
@@ -30,6 +31,7 @@ AutomationError ConnectionError(const std::function<std::u16string()>& descripti
   } catch (const AutomationError& error) {
     text = error.description();
   }
+  TellFailure(text);
   return AutomationError(kObjectErrorBase, u"InitConnectEX", std::move(text));
 }
 
@@ -125,6 +127,7 @@ void gExcelObject::ResetConnectOnError() {
 void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
   std::u16string description;
   IgnoreFailures([&] { description = Get(ExcelErr, u"Description").ToText(); });
+  IgnoreFailures([&] { TellFailure(description); });
   IgnoreFailures([&] { GetServices().message_box->Show(description, vbCritical | vbOKOnly, u""); });
   // A copy: an Excel that quits runs macros that may release the global object, and with it the application.
   const excel::Application application = TheGlobals().application;

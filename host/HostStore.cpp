@@ -1,24 +1,34 @@
 #include "host/HostStore.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <cerrno>
 
 #include "host/HostError.h"
 #include "host/ReadFile.h"
+#include "platform/posix/OwnersFolders.h"
+#include "platform/temporary_name.h"
 #include "platform/text.h"
 
 namespace qva::embedded {
 namespace {
 
-/// A new, empty file beside another one, deleted unless it was renamed.
+constexpr mode_t kOwnersFile = 0600;
+
+/// A new, empty file beside another one, for its owner alone, deleted unless it was renamed.
 class TemporaryFile {
  public:
   /// The file is not there when none can be created in the folder.
-  explicit TemporaryFile(const std::filesystem::path& beside) : path_(beside.string() + ".XXXXXX") {
-    const int file = mkstemp(path_.data());
-    is_there_ = file >= 0;
-    if (is_there_) close(file);
+  explicit TemporaryFile(const std::filesystem::path& beside) {
+    for (int i = 0; i < kTemporaryNameTries && !is_there_; ++i) {
+      path_ = beside.parent_path() / TemporaryName(beside.filename().string().size());
+      const int file = open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kOwnersFile);
+      is_there_ = file >= 0;
+      if (is_there_) close(file);
+      if (!is_there_ && errno != EEXIST) return;
+    }
   }
   ~TemporaryFile() {
     if (is_there_) unlink(path_.c_str());
@@ -27,7 +37,7 @@ class TemporaryFile {
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
   bool is_there() const { return is_there_; }
-  std::filesystem::path path() const { return path_; }
+  const std::filesystem::path& path() const { return path_; }
 
   /// Renames the file; false leaves it as it is.
   bool RenameTo(const std::filesystem::path& name) {
@@ -39,7 +49,7 @@ class TemporaryFile {
   }
 
  private:
-  std::string path_;
+  std::filesystem::path path_;
   bool is_there_ = false;
 };
 
@@ -60,8 +70,7 @@ void CreateFromSample(const HostOptions& options) {
   const std::optional<std::string> script = ReadFile(options.sample);
   if (!script) throw not_created(u"the sample \"" + PathText(options.sample) + u"\" cannot be read");
 
-  std::error_code error;
-  std::filesystem::create_directories(options.database.parent_path(), error);
+  CreateOwnersFolders(options.database.parent_path());
   // Whatever became of the folder, the file shows whether it can be used.
   TemporaryFile file(options.database);
   if (!file.is_there()) throw not_created(u"its folder cannot be written");

@@ -17,9 +17,9 @@ class HostStore {
   const HostOptions& options() const { return options_; }
 
   /// The database. Where there is none yet it is created from the sample: filled under another name and
-  /// renamed when it is whole, so that nobody ever meets a half-filled one.
-  /// Raises Failure::DatabaseNotCreated, which leaves nothing behind but the database's folder, and
-  /// Failure::DatabaseUnusable.
+  /// renamed when it is whole, so that nobody ever meets a half-filled one. File and folder are made for
+  /// their owner alone. Raises Failure::DatabaseNotCreated, which leaves nothing behind but the database's
+  /// folder, and Failure::DatabaseUnusable.
   std::shared_ptr<const HostDatabase> Open();
 
  private:

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/date.h"
+#include "platform/failure_listener.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -13,6 +14,12 @@ constexpr std::u16string_view kList = u"list";
 AutomationError AnswerError(const std::string& description) {
   return AutomationError(kInvalidProcedureCall, u"QVA_Varnholt", FromUtf8(description));
 }
+
+/// The form does not take what it understood, or gets no answer at all.
+class Refusal : public AutomationError {
+ public:
+  explicit Refusal(const std::string& description) : AutomationError(AnswerError(description)) {}
+};
 
 /// The words of an answer's left side.
 std::vector<std::u16string_view> Words(std::u16string_view text) {
@@ -54,14 +61,14 @@ void UnattendedForms::Work(MemoryForm& form) {
   SkipShowing();
   try {
     if (next_ == answers_->size() || (*answers_)[next_].text != u"[" + form.description().name + u"]") {
-      throw AnswerError("There are no answers for the form " + name +
-                        (answers_path_.empty() ? "" : " in " + PathText(answers_path_)));
+      throw Refusal("There are no answers for the form " + name +
+                    (answers_path_.empty() ? "" : " in " + PathText(answers_path_)));
     }
     ++next_;
     if (left_over) throw AnswerError(Place(*left_over) + ": no form was open for it");
     while (form.Visible()) {
       const std::optional<Answer> answer = NextAnswer();
-      if (!answer) throw AnswerError("The answers end while the form " + name + " is still open");
+      if (!answer) throw Refusal("The answers end while the form " + name + " is still open");
       Do(form, *answer);
       if (!list_problem_.empty()) throw AnswerError(std::exchange(list_problem_, {}));
       Log("  " + ToUtf8(answer->text));
@@ -69,6 +76,11 @@ void UnattendedForms::Work(MemoryForm& form) {
   } catch (const AutomationError& error) {
     Log("ERROR: " + ToUtf8(error.description()));
     SkipShowing();
+    if (dynamic_cast<const Refusal*>(&error)) {
+      TellFailure(error.description());
+    } else {
+      TellWrongAnswer(error.description());
+    }
     throw;
   }
 }
@@ -91,7 +103,7 @@ void UnattendedForms::Do(MemoryForm& form, const Answer& answer) {
     const bool is_grid = dynamic_cast<const ui::Grid*>(control) != nullptr;
     const auto row = is_grid && words.size() >= 2 ? Number(words[1]) : std::nullopt;
     if (is_grid && row && words.size() == 3 && has_value) {
-      if (!form.TypeCell(name, *row - 1, words[2], value)) throw AnswerError("The form refuses this value");
+      if (!form.TypeCell(name, *row - 1, words[2], value)) throw Refusal("The form refuses this value");
     } else if (is_grid && row && words.size() == 3) {
       form.PressCellButton(name, *row - 1, words[2]);
     } else if (is_grid && row && words.size() == 2 && !has_value) {
@@ -110,8 +122,10 @@ void UnattendedForms::Do(MemoryForm& form, const Answer& answer) {
       form.Type(name, value);
     }
     if (name == form.description().default_button && form.Visible()) {
-      throw AnswerError("The form refuses what it was given");
+      throw Refusal("The form refuses what it was given");
     }
+  } catch (const Refusal& refusal) {
+    throw Refusal(Place(answer) + ": " + ToUtf8(refusal.description()));
   } catch (const AutomationError& error) {
     throw AnswerError(Place(answer) + ": " + ToUtf8(error.description()));
   }
@@ -157,7 +171,9 @@ void UnattendedForms::ReadAnswers() {
   if (answers_path_.empty()) return;
   const auto lines = ReadLines(answers_path_);
   if (!lines) {
-    Log("ERROR: cannot read the answers file " + PathText(answers_path_));
+    const std::string problem = "cannot read the answers file " + PathText(answers_path_);
+    Log("ERROR: " + problem);
+    TellWrongAnswer(FromUtf8(problem));
     return;
   }
   for (std::size_t line = 0; line < lines->size(); ++line) {

@@ -33,7 +33,8 @@ namespace qva {
 /// refuses, and answers that leave the form open raise 5 (Invalid procedure call) with a description that
 /// tells the line. The form is hidden then, and the next showing goes on with the next answers. Answers left
 /// over when a form closes raise the same from the next showing. Everything is told in the log, as
-/// UnattendedMessageBox does.
+/// UnattendedMessageBox does, and what is wrong to the failure listener: as a failure where there are no
+/// answers or the form refuses one, as a wrong answer otherwise.
 class UnattendedForms : public ui::FormFactory, public ListChooser {
  public:
   /// An empty answers path means no answers, an empty log path the standard error output. Clock and locale

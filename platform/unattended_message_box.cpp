@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/date.h"
+#include "platform/failure_listener.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -82,9 +83,13 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
                                          const std::vector<Button>& buttons) {
   const std::optional<Answer> answer = NextAnswer();
   auto pressed = buttons.begin();
+  std::string problem;
   std::string reason =
-      problem_.empty() ? "no answer left, the first button" : problem_ + ", the first button";
-  if (answer) {
+      (answers_path_.empty() ? "no answers file" : "no answer left") + std::string(", the first button");
+  if (is_unreadable_) {
+    pressed = std::prev(buttons.end());
+    problem = "cannot read the answers file " + PathText(answers_path_);
+  } else if (answer) {
     reason = "line " + std::to_string(answer->line) + " of " + PathText(answers_path_);
     pressed = std::ranges::find_if(buttons, [&](const Button& button) {
       return EqualIgnoringCase(answer->text, button.caption) || answer->text == NumberText(button.number) ||
@@ -92,10 +97,10 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
     });
     if (pressed == buttons.end()) {
       pressed = std::prev(buttons.end());
-      reason =
-          "ERROR: \"" + ToUtf8(answer->text) + "\" in " + reason + " names no button, the box was closed";
+      problem = "\"" + ToUtf8(answer->text) + "\" in " + reason + " names no button";
     }
   }
+  if (!problem.empty()) reason = "ERROR: " + problem + ", the box was closed";
 
   const auto name = [](const Button& button) {
     return std::to_string(button.number) + " " + ToUtf8(button.caption);
@@ -107,6 +112,9 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
     entry += (&button == &buttons.front() ? " " : " | ") + name(button);
   }
   AppendToLog(log_path_, entry + "\n  answer:  " + name(*pressed) + " (" + reason + ")\n");
+  if (!problem.empty()) {
+    TellWrongAnswer(FromUtf8(problem) + u" of the box \u201E" + std::u16string(text) + u"\u201C");
+  }
   return pressed->number;
 }
 
@@ -118,15 +126,10 @@ std::optional<UnattendedMessageBox::Answer> UnattendedMessageBox::NextAnswer() {
 
 void UnattendedMessageBox::ReadAnswers() {
   answers_.emplace();
-  if (answers_path_.empty()) {
-    problem_ = "no answers file";
-    return;
-  }
+  if (answers_path_.empty()) return;
   const auto lines = ReadLines(answers_path_);
-  if (!lines) {
-    problem_ = "ERROR: cannot read the answers file " + PathText(answers_path_);
-    return;
-  }
+  is_unreadable_ = !lines;
+  if (!lines) return;
   for (std::size_t line = 0; line < lines->size(); ++line) {
     const std::u16string& answer = (*lines)[line];
     if (!answer.empty() && answer.front() != u'#') answers_->push_back({answer, static_cast<int>(line) + 1});

@@ -17,7 +17,8 @@ namespace qva {
 /// letter case, or its number. The buttons of Show also go by their English names ("OK", "Cancel", …).
 /// Empty lines and those that begin with "#" are passed over. The file is read when the first box is shown.
 /// Without a file, and when no answers are left, the first button is pressed. An answer that names no button
-/// of the box is an error in the log and closes the box, which presses its last button.
+/// of the box, and a file that cannot be read, are errors in the log and told to the failure listener; where
+/// that goes on, the box is closed, which presses its last button.
 ///
 /// The log is UTF-8; each box adds its time, title, text, buttons and answer. Where there is no log or it
 /// cannot be written, they go to the standard error output.
@@ -51,7 +52,7 @@ class UnattendedMessageBox : public MessageBox {
   const Clock& clock_;
   std::optional<std::vector<Answer>> answers_;  ///< nothing until the first box
   std::size_t next_ = 0;
-  std::string problem_;  ///< what was wrong with the answers file, for the log
+  bool is_unreadable_ = false;  ///< the answers file
 };
 
 }  // namespace qva

@@ -7,6 +7,7 @@
 
 #include "period/CDatePic.h"
 #include "platform/excel.h"
+#include "platform/failure_listener.h"
 #include "platform/host.h"
 #include "platform/member_table.h"
 #include "reports/enDateType.h"
@@ -103,7 +104,9 @@ class CReports : public Described<CReports> {
     try {
       operation();
     } catch (const AutomationError& error) {
-      if (error.number() != 0) Tell(error.description());
+      if (error.number() == 0) return;
+      TellFailure(error.description());
+      Tell(error.description());
     }
   }
 

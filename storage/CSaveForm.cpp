@@ -3,6 +3,7 @@
 #include "global/Globals.h"
 #include "global/StartUp.h"
 #include "platform/date.h"
+#include "platform/failure_listener.h"
 #include "platform/services.h"
 #include "platform/text.h"
 #include "storage/CFile.h"
@@ -83,7 +84,7 @@ void CSaveForm::Save(excel::Workbook wb, std::u16string BlankName, std::u16strin
   SetErrorStatus(0);
   file_full_path_.clear();
   FileExist(std::move(wb), std::move(BlankName), std::move(BlankType), std::move(BlankID), BlankDate);
-  if (error_status_ == 0) SaveWorkbook();
+  SaveOrTell();
 }
 
 void CSaveForm::SaveReport(excel::Workbook wb, std::u16string ReportName, std::int16_t intYear,
@@ -91,7 +92,7 @@ void CSaveForm::SaveReport(excel::Workbook wb, std::u16string ReportName, std::i
   SetErrorStatus(0);
   file_full_path_.clear();
   ReportExist(std::move(wb), std::move(ReportName), intYear, intQuater);
-  if (error_status_ == 0) SaveWorkbook();
+  SaveOrTell();
 }
 
 bool CSaveForm::FileExist(excel::Workbook wb, std::u16string BlankName, std::u16string BlankType,
@@ -180,6 +181,13 @@ bool CSaveForm::IsInFolder() {
   SetErrorStatus(kNotSaved);
   error_description_ += u"\r\n" + folder_;
   return false;
+}
+
+void CSaveForm::SaveOrTell() {
+  if (error_status_ == 0) SaveWorkbook();
+  if (error_status_ == 0) return;
+  TellFailure(u"the report was not saved (ErrorStatus " + NumberText(error_status_) + u") " + folder_ +
+              file_name_);
 }
 
 void CSaveForm::SaveWorkbook() {

@@ -65,6 +65,8 @@ class CSaveForm : public Described<CSaveForm> {
   std::u16string FormFileName() const;
   /// Whether the folder holds the file; creates the folder when it is missing.
   bool IsInFolder();
+  /// Saves when nothing failed until now; the failure listener hears of a report that is not saved.
+  void SaveOrTell();
   /// Saves the workbook under folder and file name; FileFullPath then.
   void SaveWorkbook();
 

@@ -20,5 +20,7 @@ fi
 env "${sanitizer[@]}" LC_ALL=C.UTF-8 QVA_TEST_LOG="$work/log.txt" QVA_VARNHOLT_DRIVES="$work/drives" \
   timeout --kill-after=10 400 "$build/tools/report-runner" --no-picture --output-folder "$work/out" \
   --host-resources "$work/host" --answers "$work/box.answers" --form-answers "$work/form.answers" --timeout 380 \
-  "$work/corpus.fods" > "$work/runner.txt" 2>&1 || tail -n 20 "$work/runner.txt"
+  "$work/corpus.fods" > "$work/runner.txt" 2>&1
+# Status 1 is the failures that the macros report on purpose.
+[[ $? -le 1 ]] || tail -n 20 "$work/runner.txt"
 tools/corpus.pl compare libreoffice "$work/log.txt"

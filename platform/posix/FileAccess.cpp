@@ -6,8 +6,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <thread>
+
+#include "platform/temporary_name.h"
 
 namespace qva {
 namespace {
@@ -27,6 +28,31 @@ bool TakeOverAttributes(int descriptor, const std::filesystem::path& path) {
 
 FileDescriptor::~FileDescriptor() {
   if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+TemporaryFile::TemporaryFile(const std::filesystem::path& target) : target_(target) {
+  for (int i = 0; i < kTemporaryNameTries; ++i) {
+    path_ = target_;
+    path_.replace_filename(TemporaryName(target_.filename().string().size()));
+    file_ = FileDescriptor(::open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (file_ || errno != EEXIST) break;
+  }
+  if (!file_) path_.clear();
+}
+
+TemporaryFile::~TemporaryFile() {
+  if (!path_.empty()) ::unlink(path_.c_str());
+}
+
+bool TemporaryFile::Replace() {
+  if (::fsync(file_.get()) != 0 || ::rename(path_.c_str(), target_.c_str()) != 0) return false;
+  path_.clear();
+  // The rename itself reaches the disk with its folder. Should that fail, the new content stands all the
+  // same.
+  const std::filesystem::path folder_path = target_.has_parent_path() ? target_.parent_path() : ".";
+  const FileDescriptor folder(::open(folder_path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder) ::fsync(folder.get());
+  return true;
 }
 
 bool WriteWhole(int descriptor, std::string_view bytes) {
@@ -58,19 +84,8 @@ bool ReplaceWholeFile(const std::filesystem::path& path, std::string_view conten
   std::filesystem::path target = std::filesystem::canonical(path, error);
   if (error) target = path;
 
-  std::string temporary = target.string() + ".XXXXXX";
-  const FileDescriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
-  if (!file) return false;
-  if (!WriteWhole(file.get(), content) || !TakeOverAttributes(file.get(), target) ||
-      ::fsync(file.get()) != 0 || ::rename(temporary.c_str(), target.c_str()) != 0) {
-    ::unlink(temporary.c_str());
-    return false;
-  }
-  // The rename itself reaches the disk with its folder. Should that fail, the new content stands all the
-  // same.
-  const FileDescriptor folder(::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder) ::fsync(folder.get());
-  return true;
+  TemporaryFile file(target);
+  return file && WriteWhole(file.get(), content) && TakeOverAttributes(file.get(), target) && file.Replace();
 }
 
 FileDescriptor LockFile(const std::filesystem::path& path, std::chrono::milliseconds patience) {

@@ -35,6 +35,28 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
 /// Writes all bytes to a descriptor; false when that fails part of the way.
 bool WriteWhole(int descriptor, std::string_view bytes);
 
+/// A new, empty file beside the one that it may replace, for its owner alone. Deleted unless it did.
+class TemporaryFile {
+ public:
+  /// There is no file, with the reason in errno, when none can be created.
+  explicit TemporaryFile(const std::filesystem::path& target);
+  ~TemporaryFile();
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  int get() const { return file_.get(); }
+  explicit operator bool() const { return static_cast<bool>(file_); }
+
+  /// Takes the target's place, on the disk too: what it holds first, then its name. False, with the reason in
+  /// errno, leaves the target as it was.
+  bool Replace();
+
+ private:
+  std::filesystem::path target_;
+  std::filesystem::path path_;  ///< empty once it is gone
+  FileDescriptor file_;
+};
+
 /// Replaces a file's content, or creates the file for its owner alone: readers see either the old content
 /// or the new one, after a crash too. A symbolic link stays one; permissions and owner are kept.
 /// False when that fails, the file is not writable for us or its owner cannot be kept; it is then unchanged.

@@ -13,6 +13,7 @@
 #include "platform/encoded_text_stream.h"
 #include "platform/error.h"
 #include "platform/posix/FileAccess.h"
+#include "platform/posix/OwnersFolders.h"
 #include "platform/posix/UserFolder.h"
 #include "platform/text.h"
 
@@ -177,7 +178,7 @@ bool CopyContent(int from, int to) {
   const timespec times[] = {status.st_atim, status.st_mtim};
   // Folders of other systems may have no permissions to set.
   ::fchmod(to, status.st_mode & 07777);
-  return ::futimens(to, times) == 0 && ::fsync(to) == 0;
+  return ::futimens(to, times) == 0;
 }
 
 std::vector<std::u16string> NamesOf(const fs::path& relative) {
@@ -264,14 +265,8 @@ void PosixFiles::Copy(std::u16string_view from, std::u16string_view to) {
   // A symbolic link stays one.
   if (const fs::path real = fs::canonical(target, error); !error) target = real;
 
-  std::string temporary = target.string() + ".XXXXXX";
-  const FileDescriptor copy(::mkostemp(temporary.data(), O_CLOEXEC));
-  if (!copy) throw ErrorFor(errno, target);
-  if (!CopyContent(original.get(), copy.get()) || ::rename(temporary.c_str(), target.c_str()) != 0) {
-    const AutomationError failure = ErrorFor(errno, target);
-    ::unlink(temporary.c_str());
-    throw failure;
-  }
+  TemporaryFile copy(target);
+  if (!copy || !CopyContent(original.get(), copy.get()) || !copy.Replace()) throw ErrorFor(errno, target);
 }
 
 void PosixFiles::CreateFolder(std::u16string_view path) {
@@ -353,7 +348,10 @@ fs::path PosixFiles::RootPath(const std::u16string& root) const {
   if (root.ends_with(u':')) {
     const fs::path drive = FindName(drives_, root.substr(0, 1));
     std::error_code error;
-    if (EqualIgnoringCase(root, u"C:")) fs::create_directories(drive, error);
+    if (EqualIgnoringCase(root, u"C:")) {
+      CreateOwnersFolders(drives_);
+      fs::create_directories(drive, error);
+    }
     return drive;
   }
   const std::size_t share = root.find(u'\\', 2);

@@ -19,7 +19,10 @@ std::vector<ObjectFactory*> With(std::vector<ObjectFactory*> factories, ObjectFa
 
 PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
                              std::vector<ObjectFactory*> factories)
-    : registry_(UserRegistryPath()),
+    : registry_(UserRegistryPath(),
+                [this](const std::u16string& problem) {
+                  services_.message_box->Show(problem, vbCritical | vbOKOnly, u"");
+                }),
       message_box_(PathFromEnvironment("QVA_VARNHOLT_ANSWERS"),
                    PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_),
       forms_(PathFromEnvironment("QVA_VARNHOLT_FORM_ANSWERS"),

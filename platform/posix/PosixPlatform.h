@@ -17,7 +17,8 @@
 namespace qva {
 
 /// Owns one of each service. Message boxes and forms are unattended, by the files that the environment
-/// variables QVA_VARNHOLT_ANSWERS, QVA_VARNHOLT_FORM_ANSWERS and QVA_VARNHOLT_MESSAGE_LOG name.
+/// variables QVA_VARNHOLT_ANSWERS, QVA_VARNHOLT_FORM_ANSWERS and QVA_VARNHOLT_MESSAGE_LOG name. What is wrong
+/// with the registry's file is told by the message box.
 class PosixPlatform {
  public:
   /// Objects come from `factories` (borrowed), then from `modules` (see ModuleFactory); recordsets, which no

@@ -5,6 +5,7 @@
 
 #include "platform/code_page.h"
 #include "platform/posix/FileAccess.h"
+#include "platform/posix/OwnersFolders.h"
 #include "platform/posix/UserFolder.h"
 #include "platform/text.h"
 
@@ -45,7 +46,8 @@ std::filesystem::path UserRegistryPath() {
   return folder.empty() ? folder : folder / "qva-varnholt" / "registry.reg";
 }
 
-RegistryFile::RegistryFile(std::filesystem::path path) : path_(std::move(path)), last_key_(kBeforeFirstKey) {
+RegistryFile::RegistryFile(std::filesystem::path path, std::function<void(const std::u16string&)> tell)
+    : path_(std::move(path)), tell_(std::move(tell)), last_key_(kBeforeFirstKey) {
 }
 
 std::int32_t RegistryFile::OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
@@ -166,15 +168,24 @@ RegistryKey RegistryFile::Keep(std::u16string path, std::uint32_t access) {
 }
 
 std::optional<RegistryText> RegistryFile::Read() const {
+  int wrong_line = 0;
   const auto content = ReadWholeFile(path_);
-  return content ? RegistryText::Parse(*content) : std::nullopt;
+  auto registry = content ? RegistryText::Parse(*content, &wrong_line) : std::nullopt;
+  if (!registry && !is_told_) {
+    is_told_ = true;  // before the user is told: who looks at the message may set off another reading
+    const std::u16string file = u"\u201E" + FromUtf8(path_.string()) + u"\u201C";
+    tell_(content ? u"Registro failo " + file + u" eilut\u0117je " + NumberText(wrong_line) +
+                        u" yra klaida. Kol ji nei\u0161taisyta, nustatymai neskaitomi ir nekei\u010Diami."
+                  : u"Registro failas " + file + u" neskaitomas. Nustatymai nekei\u010Diami.");
+  }
+  if (registry) is_told_ = false;
+  return registry;
 }
 
 std::int32_t RegistryFile::Change(const std::function<std::int32_t(RegistryText&)>& change) {
   // Looked at before anything is created: what cannot be changed leaves no trace beside it.
   if (path_.empty() || !Read()) return kRegistryWriteFault;
-  std::error_code error;
-  if (path_.has_parent_path()) std::filesystem::create_directories(path_.parent_path(), error);
+  CreateOwnersFolders(path_.parent_path());
   const FileDescriptor lock = LockFile(path_.string() + ".lock", kLockPatience);
   if (!lock) return kRegistryWriteFault;
   auto registry = Read();

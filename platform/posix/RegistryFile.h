@@ -24,13 +24,17 @@ std::filesystem::path UserRegistryPath();
 /// added), so nothing that another process or the user writes is lost. It is replaced as a whole
 /// (ReplaceWholeFile); with its folder it is created by the first change. A file that is malformed (see
 /// RegistryText) or cannot be read holds nothing for a reader and is never written: a change answers
-/// kRegistryWriteFault, as does a lock that is not to be had within two seconds.
+/// kRegistryWriteFault, as does a lock that is not to be had within two seconds. What is wrong with it is
+/// told once, and once more when it goes wrong again after it was read.
 ///
 /// An open key is a number and a path and holds no resource of the system, so one that is never closed costs
 /// next to nothing. Single-threaded, as the library is.
 class RegistryFile : public Registry {
  public:
-  explicit RegistryFile(std::filesystem::path path);
+  /// `tell` gets an account, for the user, of what is wrong with the file, a mistake's line with it.
+  explicit RegistryFile(
+      std::filesystem::path path,
+      std::function<void(const std::u16string&)> tell = [](const std::u16string&) {});
 
   std::int32_t OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                        RegistryKey& key) override;
@@ -60,6 +64,8 @@ class RegistryFile : public Registry {
   std::int32_t Change(const std::function<std::int32_t(RegistryText&)>& change);
 
   std::filesystem::path path_;
+  std::function<void(const std::u16string&)> tell_;
+  mutable bool is_told_ = false;
   std::unordered_map<RegistryKey, OpenedKey> opened_;
   RegistryKey last_key_;
 };

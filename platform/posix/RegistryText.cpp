@@ -39,6 +39,10 @@ bool IsEndOfLine(std::string_view rest) {
   return rest.empty() || rest.front() == ';';
 }
 
+bool IsUtf8(std::string_view text) {
+  return ToUtf8(FromUtf8(text)) == text;
+}
+
 /// Reads a text in quotation marks. A backslash before anything but a quotation mark or another backslash
 /// stands for itself, so that a path typed by hand survives.
 std::optional<std::string> ReadQuoted(std::string_view& rest) {
@@ -177,10 +181,14 @@ RegistryText::RegistryText() {
   entries_.push_back({.raw = std::string(kHeader) + line_end_});
 }
 
-std::optional<RegistryText> RegistryText::Parse(std::string_view utf8) {
+std::optional<RegistryText> RegistryText::Parse(std::string_view utf8, int* wrong_line) {
   RegistryText result;
   if (utf8.empty()) return result;
-  if (ToUtf8(FromUtf8(utf8)) != utf8) return std::nullopt;
+  int line = 0;
+  const auto mistake = [&]() -> std::optional<RegistryText> {
+    if (wrong_line) *wrong_line = line;
+    return std::nullopt;
+  };
 
   // The last line gets an end if it lacks one, so that lines can be added after it.
   std::string ended;
@@ -188,49 +196,55 @@ std::optional<RegistryText> RegistryText::Parse(std::string_view utf8) {
   if (first_end != utf8.npos && first_end > 0 && utf8[first_end - 1] == '\r') result.line_end_ = "\r\n";
   if (!utf8.ends_with('\n')) utf8 = ended = std::string(utf8) + result.line_end_;
 
-  const auto next_line = [&utf8] {
-    const std::string_view line = utf8.substr(0, utf8.find('\n') + 1);
-    utf8.remove_prefix(line.size());
-    return std::string(line);
+  const auto next_line = [&] {
+    const std::string text(utf8.substr(0, utf8.find('\n') + 1));
+    utf8.remove_prefix(text.size());
+    ++line;
+    return text;
   };
   std::string& header = result.entries_.front().raw = next_line();
   std::string_view title = header;
   Skip(title, kByteOrderMark);
-  if (Content(title) != kHeader) return std::nullopt;
+  if (Content(title) != kHeader) return mistake();
 
   std::u16string key;
   while (!utf8.empty()) {
     Entry entry{.raw = next_line()};
+    const int first_line = line;
+    if (!IsUtf8(entry.raw)) return mistake();
     const std::string content(Content(entry.raw));
     std::string_view rest = content;
     if (Skip(rest, "[")) {
       const std::size_t end = rest.rfind(']');
-      if (end == rest.npos || rest.starts_with('-') || !IsEndOfLine(rest.substr(end + 1)))
-        return std::nullopt;
+      if (end == rest.npos || rest.starts_with('-') || !IsEndOfLine(rest.substr(end + 1))) return mistake();
       key = ToLower(FromUtf8(rest.substr(0, end)));
       entry.kind = Entry::Kind::Section;
       entry.key = key;
     } else if (rest.starts_with('"') || rest.starts_with('@')) {
-      if (key.empty()) return std::nullopt;
+      if (key.empty()) return mistake();
       if (!Skip(rest, "@")) {
         const auto name = ReadQuoted(rest);
-        if (!name) return std::nullopt;
+        if (!name) return mistake();
         entry.name = FromUtf8(*name);
       }
       SkipBlanks(rest);
-      if (!Skip(rest, "=")) return std::nullopt;
+      if (!Skip(rest, "=")) return mistake();
       SkipBlanks(rest);
       std::string joined(rest);
       if (joined.starts_with("hex")) {
         while (joined.ends_with('\\') && joined.find(';') == joined.npos && !utf8.empty()) {
-          const std::string line = next_line();
+          const std::string more = next_line();
+          if (!IsUtf8(more)) return mistake();
           joined.pop_back();
-          joined += Content(line);
-          entry.raw += line;
+          joined += Content(more);
+          entry.raw += more;
         }
       }
       auto data = ReadData(joined);
-      if (!data) return std::nullopt;
+      if (!data) {
+        line = first_line;
+        return mistake();
+      }
       entry.kind = Entry::Kind::Value;
       entry.key = key;
       entry.data = std::move(*data);

@@ -44,8 +44,8 @@ class RegistryText {
 
   /// Nothing when the text is malformed: it is not UTF-8, lacks the header, or a section or value cannot be
   /// read. Deletions ("[-key]", "name"=-), which only an import can carry out, count as malformed too.
-  /// An empty text is an empty registry.
-  static std::optional<RegistryText> Parse(std::string_view utf8);
+  /// An empty text is an empty registry. `wrong_line` gets the line of the first mistake, from 1.
+  static std::optional<RegistryText> Parse(std::string_view utf8, int* wrong_line = nullptr);
 
   std::string Utf8() const;
 

@@ -4,6 +4,7 @@
 
 #include "platform/automation.h"
 #include "platform/date.h"
+#include "platform/temporary_name.h"
 #include "platform/text.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
@@ -166,31 +167,54 @@ std::unique_ptr<TextStream> StreamOf(const Value& result) {
   return stream ? std::make_unique<AutomationTextStream>(stream) : nullptr;
 }
 
-/// A new empty file in a folder, deleted again unless it was moved away.
-class TemporaryFile {
+/// Sees to it that what was written is on the disk; false when it may not be.
+bool Flush(const std::wstring& path, DWORD flags) {
+  const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, flags, nullptr));
+  return file.get() != INVALID_HANDLE_VALUE && FlushFileBuffers(file.get());
+}
+
+/// A copy of a file beside the one that it is to replace, deleted again unless it did.
+class TemporaryCopy {
  public:
-  explicit TemporaryFile(const std::u16string& folder) {
-    wchar_t path[MAX_PATH];
-    if (!GetTempFileNameW(WideText(folder).c_str(), L"qva", 0, path)) throw LastError();
-    path_ = path;
+  TemporaryCopy(const std::u16string& source, const std::u16string& target)
+      : target_(WideText(target)), folder_(WideText(FolderOf(target))) {
+    for (int i = 0; i < kTemporaryNameTries; ++i) {
+      const std::string name = TemporaryName(target_.size() - folder_.size());
+      path_ = folder_ + std::wstring(name.begin(), name.end());
+      if (CopyFileW(WideText(source).c_str(), path_.c_str(), TRUE)) return;
+      const DWORD code = GetLastError();
+      const bool is_taken = code == ERROR_FILE_EXISTS || code == ERROR_ALREADY_EXISTS;
+      if (!is_taken || i + 1 == kTemporaryNameTries) throw AutomationError(ErrorNumberFor(code));
+    }
   }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() {
+  TemporaryCopy(const TemporaryCopy&) = delete;
+  TemporaryCopy& operator=(const TemporaryCopy&) = delete;
+  ~TemporaryCopy() {
     if (path_.empty()) return;
     SetFileAttributesW(path_.c_str(), FILE_ATTRIBUTE_NORMAL);  // it may have become read-only as its original
     DeleteFileW(path_.c_str());
   }
 
-  const wchar_t* path() const { return path_.c_str(); }
-  void MoveOver(const std::u16string& target) {
+  /// Takes the target's place, on the disk too: what it holds first, then its name.
+  void Replace() {
+    const DWORD attributes = GetFileAttributesW(path_.c_str());
+    // A read-only file cannot be flushed.
+    SetFileAttributesW(path_.c_str(), attributes & ~static_cast<DWORD>(FILE_ATTRIBUTE_READONLY));
+    if (!Flush(path_, FILE_ATTRIBUTE_NORMAL)) throw LastError();
+    SetFileAttributesW(path_.c_str(), attributes);
     constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    if (!MoveFileExW(path_.c_str(), WideText(target).c_str(), kFlags)) throw LastError();
+    if (!MoveFileExW(path_.c_str(), target_.c_str(), kFlags)) throw LastError();
     path_.clear();
+    // Not every file system lets a folder be flushed; the new file stands all the same.
+    Flush(folder_, FILE_FLAG_BACKUP_SEMANTICS);
   }
 
  private:
-  std::wstring path_;
+  std::wstring target_;
+  std::wstring folder_;  ///< ends in "\"
+  std::wstring path_;    ///< empty once it is gone
 };
 
 WIN32_FILE_ATTRIBUTE_DATA DataOf(std::u16string_view path) {
@@ -253,9 +277,7 @@ void WindowsFiles::Copy(std::u16string_view from, std::u16string_view to) {
     throw AutomationError(kPathFileAccess);
   }
   // Under another name first, so that a copy that breaks off does not stand in the old one's place.
-  TemporaryFile copy(FolderOf(target));
-  if (!CopyFileW(WideText(source).c_str(), copy.path(), FALSE)) throw LastError();
-  copy.MoveOver(target);
+  TemporaryCopy(source, target).Replace();
 }
 
 void WindowsFiles::CreateFolder(std::u16string_view path) {

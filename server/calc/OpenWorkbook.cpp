@@ -5,8 +5,10 @@
 #include <com/sun/star/document/MacroExecMode.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
+#include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <osl/file.hxx>
 #include <stdexcept>
@@ -26,7 +28,11 @@ using css::uno::Sequence;
 using css::uno::UNO_QUERY_THROW;
 using rtl::OUString;
 
-const OUString kRunModule("QVA_VarnholtRun");
+using css::script::provider::XScript;
+using css::script::provider::XScriptProvider;
+
+/// The name of what stands in LibreOffice's libraries for a moment: no macro may have it.
+const OUString kOwnName("QVA_VarnholtRun");
 
 OUString UrlOf(const std::string& path) {
   OUString url;
@@ -49,9 +55,97 @@ OUString OwnLibrary(const Reference<css::script::XLibraryContainer>& libraries) 
   throw std::runtime_error("the workbook has no library of macros");
 }
 
+Any Invoke(const Reference<XScript>& script, const Sequence<Any>& arguments) {
+  Sequence<sal_Int16> changed;
+  Sequence<Any> values;
+  return script->invoke(arguments, changed, values);
+}
+
+Reference<XScript> FindScript(const Reference<XScriptProvider>& scripts, const OUString& name,
+                              const char* location) {
+  return scripts->getScript("vnd.sun.star.script:" + name +
+                            "?language=Basic&location=" + OUString::createFromAscii(location));
+}
+
+/// A module's own spelling of a name in any letter case, as Basic finds it.
+OUString ModuleNamed(const Reference<css::container::XNameContainer>& modules, const OUString& name) {
+  for (const OUString& module : modules->getElementNames()) {
+    if (module.equalsIgnoreAsciiCase(name)) return module;
+  }
+  throw std::runtime_error("the workbook has no module " + ToUtf8(FromUno(name)));
+}
+
+/// Whether the module of a library compiles. LibreOffice would pass over one that does not. Asked of a copy,
+/// which can be run without effect.
+bool Compiles(const Reference<XScriptProvider>& scripts, const OUString& library,
+              const Reference<css::container::XNameContainer>& modules, const OUString& module) {
+  OUString source;
+  modules->getByName(module) >>= source;
+  modules->insertByName(kOwnName, Any(OUString(source + "\nFunction " + kOwnName + "Compiles()\n" + kOwnName +
+                                               "Compiles = 1\nEnd Function\n")));
+  Any result;
+  try {
+    result =
+        Invoke(FindScript(scripts, library + "." + kOwnName + "." + kOwnName + "Compiles", "document"), {});
+  } catch (const css::uno::Exception&) {
+    // Without a script there is no result.
+  }
+  modules->removeByName(kOwnName);
+  return result.hasValue();
+}
+
+/// A macro of ours that calls another one and gives back the error that it did not handle, which LibreOffice
+/// would end it with without a word. It stands in a library of the application, so that no document that is
+/// saved meanwhile has it, for as long as the object lives.
+class Caller {
+ public:
+  explicit Caller(const Reference<css::uno::XComponentContext>& context)
+      : libraries_(context->getServiceManager()->createInstanceWithContext(
+                       "com.sun.star.script.ApplicationScriptLibraryContainer", context),
+                   UNO_QUERY_THROW) {
+    Remove();
+    libraries_->createLibrary(kOwnName)->insertByName(
+        "Caller", Any(OUString("Option VBASupport 1\n"
+                               "Function Run(Macro)\n"
+                               "  On Error GoTo Failed\n"
+                               "  Err.Clear\n"
+                               "  Macro.invoke Array(), Array(), Array()\n"
+                               "  Run = Array()\n"
+                               "  Exit Function\n"
+                               "Failed:\n"
+                               "  Run = Array(Err.Number, Err.Source, Err.Description)\n"
+                               "End Function\n")));
+    script_ =
+        FindScript(css::script::provider::theMasterScriptProviderFactory::get(context)->createScriptProvider(
+                       Any(OUString("user"))),
+                   kOwnName + ".Caller.Run", "application");
+  }
+  ~Caller() {
+    try {
+      Remove();
+    } catch (const css::uno::Exception&) {
+      // The next one removes it.
+    }
+  }
+  Caller(const Caller&) = delete;
+  Caller& operator=(const Caller&) = delete;
+
+  /// Nothing when the macro was ended by an End statement.
+  Any Call(const Reference<XScript>& macro) const { return Invoke(script_, SequenceOf({Any(macro)})); }
+
+ private:
+  void Remove() const {
+    if (libraries_->hasByName(kOwnName)) libraries_->removeLibrary(kOwnName);
+  }
+
+  Reference<css::script::XLibraryContainer> libraries_;
+  Reference<XScript> script_;
+};
+
 }  // namespace
 
-OpenWorkbook::OpenWorkbook(const Reference<css::uno::XComponentContext>& context, const std::string& path) {
+OpenWorkbook::OpenWorkbook(const Reference<css::uno::XComponentContext>& context, const std::string& path)
+    : context_(context) {
   const OUString url = UrlOf(path);
   // Not hidden, since LibreOffice refuses part of its Excel model to the window of a hidden workbook, or
   // crashes on it; without a display nothing is seen of it anyway.
@@ -93,37 +187,19 @@ void OpenWorkbook::RunMacro(const std::string& macro) const {
   libraries->loadLibrary(library_name);
   const Reference<css::container::XNameContainer> modules(libraries->getByName(library_name),
                                                           UNO_QUERY_THROW);
-  modules->insertByName(kRunModule,
-                        Any(ToUno(FromUtf8("Option VBASupport 1\n"
-                                           "Function Run()\n"
-                                           "  On Error GoTo Failed\n"
-                                           "  Err.Clear\n"
-                                           "  " +
-                                           procedure +
-                                           "\n"
-                                           "  Run = Array()\n"
-                                           "  Exit Function\n"
-                                           "Failed:\n"
-                                           "  Run = Array(Err.Number, Err.Source, Err.Description)\n"
-                                           "End Function\n"))));
-  const Reference<css::script::provider::XScriptProviderSupplier> supplier(model_, UNO_QUERY_THROW);
-  const auto script = supplier->getScriptProvider()->getScript(
-      "vnd.sun.star.script:" + library_name + "." + kRunModule + ".Run?language=Basic&location=document");
-  Any outcome;
-  try {
-    Sequence<sal_Int16> changed;
-    Sequence<Any> values;
-    outcome = script->invoke({}, changed, values);
-  } catch (const css::uno::Exception&) {
-    modules->removeByName(kRunModule);
-    throw;
+  const Reference<XScriptProvider> scripts =
+      Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
+  const OUString module = ModuleNamed(modules, ToUno(FromUtf8(procedure.substr(0, procedure.find('.')))));
+  const Reference<XScript> called =
+      FindScript(scripts, library_name + "." + ToUno(FromUtf8(procedure)), "document");
+  if (!Compiles(scripts, library_name, modules, module)) {
+    throw std::runtime_error("the macro " + macro + " does not compile");
   }
-  modules->removeByName(kRunModule);
+  const Any outcome = Caller(context_).Call(called);
 
   Sequence<Any> error;
   if (!(outcome >>= error)) {
-    throw std::runtime_error("the macro " + macro +
-                             " does not compile, or it was ended by an End statement or by quitting Excel");
+    throw std::runtime_error("the macro " + macro + " was ended by an End statement or by quitting Excel");
   }
   if (error.getLength() != 3) return;
   throw AutomationError(FromAny(error[0]).ToInt32(), FromAny(error[1]).ToText(), FromAny(error[2]).ToText());

@@ -19,8 +19,8 @@ class OpenWorkbook {
   OpenWorkbook& operator=(const OpenWorkbook&) = delete;
 
   /// Runs a macro of the workbook, named as Library.Module.Procedure or, in its own library, as
-  /// Module.Procedure. Raises the error that it did not handle. LibreOffice would end such a
-  /// macro without a word, so it is called by a module of ours, which is in the workbook for that long.
+  /// Module.Procedure. Raises the error that it did not handle, and for a macro that does not compile or was
+  /// ended. Nothing of ours stands in the workbook while the macro runs.
   void RunMacro(const std::string& macro) const;
 
   void PrintToPdf(const std::string& path) const;
@@ -29,6 +29,7 @@ class OpenWorkbook {
   void Keep() { is_kept_ = true; }
 
  private:
+  css::uno::Reference<css::uno::XComponentContext> context_;
   css::uno::Reference<css::lang::XComponent> model_;
   bool is_kept_ = false;
 };

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "platform/calc/UnoText.h"
+#include "platform/failure_listener.h"
 #include "platform/text.h"
 #include "server/calc/BasicError.h"
 #include "server/calc/CallLog.h"
@@ -52,12 +53,35 @@ void WriteResult(const std::string& result) {
   std::ofstream(Variable("QVA_JOB_RESULT")) << result << '\n';
 }
 
+class Failures : public FailureListener {
+ public:
+  void Failed(std::u16string_view what) override {
+    if (first_.empty()) first_ = what.empty() ? "an error without a text" : ToUtf8(what);
+  }
+  void WronglyAnswered(std::u16string_view what) override {
+    WriteResult("wrong answer: " + ToUtf8(what));
+    // The macro that asked must not get an answer any more, nor the workbook its closing.
+    std::_Exit(EXIT_FAILURE);
+  }
+
+  const std::string& first() const { return first_; }
+
+ private:
+  std::string first_;
+};
+
+Failures& TheFailures() {
+  static auto& failures = *new Failures;
+  return failures;
+}
+
 }  // namespace
 
 void ReportJob::trigger(const OUString&) {
+  ListenForFailures(&TheFailures());
   try {
     Run();
-    WriteResult("ok");
+    WriteResult(TheFailures().first().empty() ? "ok" : TheFailures().first());
   } catch (const AutomationError& error) {
     WriteResult("error in the macro: " + std::to_string(error.number()) + " (" + ToUtf8(error.source()) +
                 ") " + ToUtf8(error.description()));

@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 namespace qva {
 namespace {
@@ -104,6 +105,12 @@ void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> 
   }
   run_ = std::make_unique<Process>(std::vector<std::string>{"sh", "-c", command}, environment,
                                    folder / "errors.txt");
+}
+
+void CalcTest::WaitForOutput(const std::string& text) const {
+  for (int i = 0; i < 600 && Contents(folder / "printed.txt").find(text) == std::string::npos; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
 }
 
 RunResult CalcTest::Finish() {

@@ -46,6 +46,9 @@ class CalcTest : public testing::Test {
   void StartWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options,
                      std::map<std::string, std::string> environment);
   bool IsRunning() { return run_->IsRunning(); }
+  /// Waits until the runner of this start has printed a text.
+  void WaitForOutput(const std::string& text) const;
+  pid_t RunnerPid() const { return run_->Pid(); }
   /// Waits for the end of what was started.
   RunResult Finish();
   /// What the macro wrote until now.

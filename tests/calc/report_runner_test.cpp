@@ -11,7 +11,9 @@
 namespace qva {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 /// What the sample leaves.
@@ -26,6 +28,17 @@ class ReportRunner : public CalcTest {
     options.push_back("--form-answers");
     options.push_back((SourceFolder() / "samples/balance.answers").string());
     return options;
+  }
+
+  /// A run of the same workbook and folder while another one goes on.
+  RunResult RunBeside(const std::string& macro) {
+    Process runner({ReportRunnerFile(), "--output-folder", output.string(), "--no-picture",
+                    (folder / (macro + ".fods")).string()},
+                   {}, folder / "beside.txt");
+    RunResult run;
+    run.exit_status = runner.Wait(std::chrono::seconds(20));
+    run.errors = Contents(folder / "beside.txt");
+    return run;
   }
 
   /// The cells of the saved workbook's first sheet as LibreOffice reads them anew.
@@ -76,9 +89,10 @@ TEST_F(ReportRunner, PrintsEachStep) {
   }
 }
 
-TEST_F(ReportRunner, LeavesNoReportWhenItsDialogIsNotAnswered) {
-  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--expect", kArchived});
+TEST_F(ReportRunner, LeavesNoReportWhenItsDialogIsNotAnsweredAndFails) {
+  const RunResult run = RunWorkbook(Sample(), {"--no-picture"});
   EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("The report failed: There are no answers for the form frmReportPeriod"));
   EXPECT_THAT(run.output, HasSubstr("CRepPeriod.Edit -> False"));
   EXPECT_THAT(run.messages, HasSubstr("There are no answers for the form frmReportPeriod"));
 }
@@ -95,13 +109,13 @@ TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
   EXPECT_THAT(run.errors, HasSubstr("the workbook has no library NoLibrary"));
 }
 
-TEST_F(ReportRunner, FailsWhenTheExpectedFileIsNotLeft) {
+TEST_F(ReportRunner, FailsWhenTheExpectedFileIsNotLeftAndDeletesNothing) {
   std::filesystem::create_directories((output / kArchived).parent_path());
   std::ofstream(output / kArchived) << "of an earlier run";
   const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--book", "NERA", "--expect", kArchived});
   EXPECT_EQ(run.exit_status, 1);
-  EXPECT_THAT(run.errors, HasSubstr("did not leave drives/C/Ataskaitos/Archyvas/2025/Balansas_2025.xls"));
-  EXPECT_FALSE(std::filesystem::exists(output / kArchived));
+  EXPECT_THAT(run.errors, HasSubstr("„NERA“")) << "the book is unknown";
+  EXPECT_EQ(Contents(output / kArchived), "of an earlier run");
   EXPECT_THAT(run.messages, HasSubstr("„NERA“")) << "the macro told why";
 }
 
@@ -173,6 +187,66 @@ TEST_F(ReportRunner, RefusesAWrongCommandLine) {
   for (const char* option : {"--answers", "--form-answers", "--build-folder", "--host-resources"}) {
     EXPECT_EQ(status({option, nowhere, sample}), 2) << option;
   }
+}
+
+TEST_F(ReportRunner, PutsNothingOfItsOwnIntoAFileThatTheMacroSaves) {
+  const RunResult run = RunMacro("saves_itself");
+  EXPECT_THAT(run.errors, HasSubstr("1234 (makrokomanda) after the save")) << "errors still arrive";
+  EXPECT_THAT(Contents(folder / "macro.log.fods"),
+              AllOf(HasSubstr("Sub Main"), Not(HasSubstr("QVA_VarnholtRun"))));
+}
+
+TEST_F(ReportRunner, ListsItsOwnFilesAloneAndExpectsOneOfThem) {
+  std::filesystem::create_directories(output);
+  std::ofstream(output / "kept.txt") << "of an earlier run";
+  const RunResult run = RunMacro("leaves_a_file", {"--expect", "kept.txt"});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("the one that is there is of an earlier run"));
+  EXPECT_EQ(Contents(output / "kept.txt"), "of an earlier run");
+  const RunResult again = RunMacro("leaves_a_file", {"--expect", "drives/C/new.txt"});
+  EXPECT_EQ(again.exit_status, 0) << again.errors;
+  EXPECT_THAT(again.output, AllOf(HasSubstr("drives/C/new.txt"), Not(HasSubstr("kept.txt"))));
+}
+
+TEST_F(ReportRunner, AMisspeltAnswerStopsTheRunWithItsLine) {
+  std::ofstream(folder / "answers.txt") << "# of a question\nTiap\n";
+  const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("\"Tiap\" in line 2 of " + (folder / "answers.txt").string()));
+  EXPECT_THAT(run.lines, testing::IsEmpty()) << "the macro went on";
+}
+
+TEST_F(ReportRunner, TheNextRunHasTheFolderAfterATimeLimitAnInterruptionAndAKill) {
+  const auto start = [&] { StartMacro("endless", {"--timeout", "40"}, {}); };
+  const auto runs = [&] {
+    start();
+    WaitForOutput("Running ");
+  };
+  EXPECT_EQ(RunMacro("endless", {"--timeout", "12"}).exit_status, 3);
+  EXPECT_FALSE(std::filesystem::exists(output / ".~lock.endless.fods#"));
+  runs();
+  const RunResult second = RunBeside("endless");
+  EXPECT_EQ(second.exit_status, 1);
+  EXPECT_THAT(second.errors, HasSubstr("Another run is working in the output folder"));
+  kill(RunnerPid(), SIGINT);
+  EXPECT_EQ(Finish().exit_status, 3);
+  runs();
+  kill(RunnerPid(), SIGKILL);
+  EXPECT_EQ(Finish().exit_status, 137);
+  EXPECT_TRUE(std::filesystem::exists(output / ".~lock.endless.fods#"));
+  runs();
+  kill(RunnerPid(), SIGTERM);
+  EXPECT_EQ(Finish().exit_status, 3);
+}
+
+TEST_F(ReportRunner, RefusesAWorkbookThatSomebodyHasOpen) {
+  std::filesystem::create_directories(output);
+  std::ofstream(output / ".~lock.balance.fods#")
+      << ",jonas,pc,22.11.2026 03:18,file:///home/jonas/.config/libreoffice/4;";
+  const RunResult run = RunWorkbook(Sample(), {"--no-picture"});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("is open in another program"));
+  EXPECT_FALSE(std::filesystem::exists(output / "balance.fods"));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "global/gExcelObject.h"
 
+#include "tests/heard_failures.h"
 #include "tests/library_fixture.h"
 #include "tests/out_of_memory.h"
 
@@ -472,6 +473,18 @@ TEST_F(GlobalObject, InitConnectWithNoHostAtAllKeepsNumberAndSourceAndTellsTheRe
         << "the texts are not to be had";
     EXPECT_EQ(Get(global, u"oBook"), Nothing());
   }
+}
+
+TEST_F(GlobalObject, TellsTheListenerOfAReportedErrorAndOfAConnectionThatFails) {
+  const HeardFailures failures;
+  const ObjectPtr global = Connected();
+  EXPECT_TRUE(failures.failed.empty());
+  Call(global, u"ExcelReportError", {MakeRef<ErrObject>()});
+  EXPECT_THAT(failures.failed, ElementsAre(u"Dalyba iš nulio"));
+  Call(global, u"ResetConnectOnError");
+  SetSetting(host::kFormsSection, u"P0", u"NERA");
+  EXPECT_NE(ErrorNumberOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); }), 0);
+  EXPECT_EQ(failures.failed.size(), 2u);
 }
 
 }  // namespace

@@ -81,5 +81,14 @@ TEST_F(EmbeddedHostTest, ClientToolsWorkOnTheBookThatWasSet) {
   EXPECT_FALSE(GetObject(GetObject(tools.object(), u"Session"), u"Book"));
 }
 
+TEST_F(EmbeddedHostTest, MakesItsDatabaseForTheUserAlone) {
+  options_.database = folder_.path() / "data" / "host.sqlite";
+  EmbeddedHost factory(options_, platform_.services());
+  host::CommonObjects::Create(factory).CreateBook(u"MEDVILNE");
+  using std::filesystem::perms;
+  EXPECT_EQ(std::filesystem::status(options_.database).permissions(), perms::owner_read | perms::owner_write);
+  EXPECT_EQ(std::filesystem::status(options_.database.parent_path()).permissions(), perms::owner_all);
+}
+
 }  // namespace
 }  // namespace qva::embedded

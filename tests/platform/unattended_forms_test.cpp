@@ -2,6 +2,7 @@
 
 #include "platform/date.h"
 #include "platform/memory/MemoryLocale.h"
+#include "tests/heard_failures.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/posix/temporary_folder.h"
 
@@ -174,6 +175,22 @@ TEST_F(UnattendedFormsTest, RefusesAListWithoutItsAnswer) {
 TEST_F(UnattendedFormsTest, LeavesAListWhenToldTo) {
   EXPECT_EQ(Show("[frmTest]\ngrid 1 A = x\ngrid 1 B\nlist\nbtOk\n"), "");
   EXPECT_EQ(model.rows[0][1], u"");
+}
+
+TEST_F(UnattendedFormsTest, ARefusedOrMissingAnswerIsAFailureAndAnyOtherMistakeAWrongAnswer) {
+  const HeardFailures failures;
+  Show("[frmTest]\ngrid 1 A = bloga\n");
+  Show("");
+  Show("[frmTest]\ntxt = 1\n");
+  EXPECT_EQ(failures.failed.size(), 3u);
+  EXPECT_TRUE(failures.wrongly_answered.empty());
+  Show("[frmTest]\ntxtt = 1\nbtOk\n");
+  Show("[frmTest]\ned = 2024-02-30\nbtOk\n");
+  Show("[frmTest]\ngrid 1 B\nlist = C\nbtOk\n");
+  EXPECT_EQ(failures.failed.size(), 3u);
+  ASSERT_EQ(failures.wrongly_answered.size(), 3u);
+  EXPECT_THAT(ToUtf8(failures.wrongly_answered[0]),
+              HasSubstr("line 2 of " + answers.string() + " (txtt = 1)"));
 }
 
 }  // namespace

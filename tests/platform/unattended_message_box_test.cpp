@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "platform/memory/MemoryClock.h"
+#include "platform/text.h"
+#include "tests/heard_failures.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
@@ -55,17 +57,24 @@ TEST_F(UnattendedMessageBoxTest, PressesTheFirstButtonWithoutAnAnswersFile) {
 }
 
 TEST_F(UnattendedMessageBoxTest, TellsWhenTheAnswersFileCannotBeRead) {
-  EXPECT_EQ(Ask(), 1);
+  const HeardFailures failures;
+  EXPECT_EQ(Ask(), 3) << "nothing is agreed to";
+  EXPECT_EQ(failures.wrongly_answered.size(), 1u);
   EXPECT_THAT(Log(), HasSubstr("ERROR: cannot read the answers file " + answers.string()));
 }
 
 TEST_F(UnattendedMessageBoxTest, AnswerThatNamesNoButtonClosesTheBoxAndIsAnError) {
+  const HeardFailures failures;
   Answers("Galbūt\n4\n0\n2\n");
   EXPECT_EQ(Ask(), 3);
   EXPECT_THAT(Log(), HasSubstr("ERROR: \"Galbūt\" in line 1 of " + answers.string() + " names no button"));
+  ASSERT_EQ(failures.wrongly_answered.size(), 1u);
+  EXPECT_THAT(ToUtf8(failures.wrongly_answered[0]), HasSubstr("\"Galbūt\" in line 1 of " + answers.string()));
   EXPECT_EQ(Ask(), 3);
   EXPECT_EQ(Ask(), 3);
   EXPECT_EQ(Ask(), 2);
+  EXPECT_EQ(failures.wrongly_answered.size(), 3u);
+  EXPECT_TRUE(failures.failed.empty());
 }
 
 TEST_F(UnattendedMessageBoxTest, AsksWithOneButtonAtLeast) {

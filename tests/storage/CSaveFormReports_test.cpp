@@ -1,6 +1,7 @@
 // CSaveForm: yearly reports.
 #include "storage/CSaveForm.h"
 
+#include "tests/heard_failures.h"
 #include "tests/storage/save_form_fixture.h"
 
 namespace qva {
@@ -191,6 +192,15 @@ TEST_F(SaveFormReports, HoldsTheWorkbookUntilItsRelease) {
   SaveReport(workbook, u"Balansas", 2010, 3);
   form.reset();
   EXPECT_EQ(workbook->ReferenceCount(), before);
+}
+
+TEST_F(SaveFormReports, AReportThatIsNotSavedIsAFailureForTheListener) {
+  const HeardFailures failures;
+  SaveReport(workbook, u"Balansas", 2010, 3);
+  EXPECT_TRUE(failures.failed.empty());
+  SaveReport(workbook, u"Balansas", 1900, 3);
+  ASSERT_EQ(failures.failed.size(), 1u);
+  EXPECT_TRUE(failures.failed[0].find(u"(ErrorStatus 4)") != std::u16string::npos);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 #include "platform/date.h"
@@ -20,6 +21,26 @@ namespace qva {
 namespace {
 
 namespace fs = std::filesystem;
+
+std::function<void()> flushing;  ///< run before each flushing of a file
+
+BOOL WINAPI FlushAndTell(HANDLE file) {
+  if (flushing) flushing();
+  const auto flush = reinterpret_cast<decltype(&FlushFileBuffers)>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "FlushFileBuffers")));
+  return flush(file);
+}
+
+}  // namespace
+
+/// In the place of what the linker would take from Windows' import library.
+#ifdef _WIN64
+decltype(&FlushFileBuffers) flush_import asm("__imp_FlushFileBuffers") = &FlushAndTell;
+#else
+decltype(&FlushFileBuffers) flush_import asm("__imp__FlushFileBuffers@4") = &FlushAndTell;
+#endif
+
+namespace {
 
 /// A new folder with Lithuanian letters in its name, removed with all its content.
 class TemporaryFolder {
@@ -117,6 +138,30 @@ TEST_F(WindowsFilesTest, ACopyOfAReadOnlyFileThatFailsLeavesNothingBehind) {
   EXPECT_TRUE(raised == kPermissionDenied || raised == kPathFileAccess) << raised;
   EXPECT_EQ(ReadContent(At(u"y.txt")), "old");
   EXPECT_EQ(files.Find(folder.path(), u"*").size(), 2u);
+}
+
+TEST_F(WindowsFilesTest, ACopyIsOnTheDiskBeforeItReplaces) {
+  WriteContent(At(u"x.txt"), "new");
+  WriteContent(At(u"y.txt"), "old");
+  SetFileAttributesW(WideText(At(u"x.txt")).c_str(), FILE_ATTRIBUTE_READONLY);
+  std::vector<std::string> found;
+  flushing = [&] { found.push_back(ReadContent(At(u"y.txt")).value_or("(no file)")); };
+  files.Copy(At(u"x.txt"), At(u"y.txt"));
+  flushing = nullptr;
+  ASSERT_FALSE(found.empty());
+  EXPECT_EQ(found[0], "old");
+  EXPECT_EQ(ReadContent(At(u"y.txt")), "new");
+  EXPECT_TRUE(GetFileAttributesW(WideText(At(u"y.txt")).c_str()) & FILE_ATTRIBUTE_READONLY);
+}
+
+TEST_F(WindowsFilesTest, CopiesIntoFoldersOfPathsAsLongAsTheyCanBe) {
+  constexpr std::size_t kLongest = 247;
+  const std::u16string deep = At(std::u16string(kLongest - folder.path().size() - 1, u'd'));
+  files.CreateFolder(deep);
+  WriteContent(At(u"x.txt"), "new");
+  files.Copy(At(u"x.txt"), deep + u"\\y.txt");
+  EXPECT_EQ(ReadContent(deep + u"\\y.txt"), "new");
+  EXPECT_EQ(files.Find(deep, u"*").size(), 1u) << "something is left behind";
 }
 
 TEST_F(WindowsFilesTest, AFileThatSomebodyElseKeepsToHimselfIsError70) {

@@ -2,14 +2,15 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 namespace qva {
 
@@ -28,14 +29,10 @@ Process::Process(const std::vector<std::string>& arguments,
   std::vector<char*> pointers;
   for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
-  const pid_t parent = getpid();
   pid_ = fork();
   if (pid_ < 0) throw std::runtime_error("cannot start " + arguments[0]);
   if (pid_ == 0) {
     setpgid(0, 0);
-    // A caller that is killed cannot end it.
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (getppid() != parent) _exit(127);
     const int null = open("/dev/null", O_RDONLY);
     dup2(null, STDIN_FILENO);
     const int error_file = open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
@@ -45,6 +42,32 @@ Process::Process(const std::vector<std::string>& arguments,
     _exit(127);
   }
   setpgid(pid_, pid_);
+  StartGuard();
+}
+
+void Process::StartGuard() {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return;
+  guard_ = fork();
+  if (guard_ == 0) {
+    setpgid(0, 0);  // what interrupts us leaves it alone
+    close(ends[1]);
+    char none;
+    while (read(ends[0], &none, 1) < 0 && errno == EINTR) continue;
+    kill(-pid_, SIGKILL);
+    _exit(0);
+  }
+  close(ends[0]);
+  our_end_ = ends[1];
+}
+
+void Process::StopGuard() {
+  if (guard_ > 0) {
+    kill(guard_, SIGKILL);
+    waitpid(guard_, nullptr, 0);
+    guard_ = -1;
+  }
+  if (our_end_ >= 0) close(std::exchange(our_end_, -1));
 }
 
 bool Process::IsRunning() {
@@ -68,6 +91,7 @@ int Process::Wait(std::chrono::milliseconds limit) {
 void Process::Kill() {
   // Whatever the program started is in its group; nothing of it may go on.
   kill(-pid_, SIGKILL);
+  StopGuard();
   if (ended_) return;
   int status = 0;
   waitpid(pid_, &status, 0);

@@ -16,8 +16,8 @@ namespace qva {
 std::optional<std::filesystem::path> FindProgram(const std::string& name);
 
 /// A program that was started with its own process group, standard input closed, its output going where
-/// ours goes. The destructor stops it, with everything that it started; where we are killed, the system stops
-/// the program itself.
+/// ours goes. The destructor stops it, with everything that it started; where we are killed, a guard
+/// process does.
 class Process {
  public:
   /// Starts `arguments[0]`, looked up on the search path, with variables added to our environment, and its
@@ -32,13 +32,20 @@ class Process {
   /// Waits for the end, at most so long, and stops the process then. Result: its exit status.
   int Wait(std::chrono::milliseconds limit);
   void Kill();
+  pid_t Pid() const { return pid_; }
   /// After the end: the exit status, 128 and the signal's number for a program that a signal ended.
   int ExitStatus() const { return exit_status_; }
 
  private:
+  /// The guard waits for the end of a pipe that we alone hold open, which comes however we end.
+  void StartGuard();
+  void StopGuard();
+
   pid_t pid_ = -1;
   bool ended_ = false;
   int exit_status_ = 127;
+  pid_t guard_ = -1;
+  int our_end_ = -1;  ///< of the guard's pipe
 };
 
 }  // namespace qva

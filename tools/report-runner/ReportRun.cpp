@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/Process.h"
 
 namespace qva {
@@ -19,27 +20,6 @@ namespace fs = std::filesystem;
 
 constexpr int kMacroFailed = 1;
 constexpr int kNoLibreOffice = 3;
-
-/// A folder that goes with its object.
-class PrivateFolder {
- public:
-  PrivateFolder() {
-    std::string pattern = (fs::temp_directory_path() / "qva-report-XXXXXX").string();
-    if (!mkdtemp(pattern.data()))
-      throw std::runtime_error("cannot make a folder in " + fs::temp_directory_path().string());
-    path_ = pattern;
-  }
-  ~PrivateFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  PrivateFolder(const PrivateFolder&) = delete;
-  PrivateFolder& operator=(const PrivateFolder&) = delete;
-  const fs::path& path() const { return path_; }
-
- private:
-  fs::path path_;
-};
 
 void Write(const fs::path& path, const std::string& text) {
   std::ofstream file(path, std::ios::binary);
@@ -141,21 +121,13 @@ std::string RegistryWithBook(std::string book) {
 constexpr std::string_view kArchives[] = {"C/Ataskaitos/Archyvas", "C/Ataskaitos/Baltija",
                                           "C/Ataskaitos/Formos"};
 
+constexpr const char* kDrives = "QVA_VARNHOLT_DRIVES";
+
 /// The drives that macros save to: in the output folder, unless the user's environment has others.
 void MakeDrives(const fs::path& output, std::map<std::string, std::string>& environment) {
-  constexpr const char* kVariable = "QVA_VARNHOLT_DRIVES";
-  if (const char* own = std::getenv(kVariable); own && *own) return;
+  if (const char* own = std::getenv(kDrives); own && *own) return;
   for (const std::string_view archive : kArchives) fs::create_directories(output / "drives" / archive);
-  environment[kVariable] = (output / "drives").string();
-}
-
-/// Prints the files below a folder, by name.
-void PrintFiles(const fs::path& folder, std::ostream& out) {
-  std::map<std::string, std::uintmax_t> sizes;
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.is_regular_file()) sizes[entry.path().lexically_relative(folder).string()] = entry.file_size();
-  }
-  for (const auto& [name, size] : sizes) out << "  " << name << " (" << size << " bytes)" << std::endl;
+  environment[kDrives] = (output / "drives").string();
 }
 
 /// Prints the lines that a growing file has gained since the last call.
@@ -205,6 +177,35 @@ void MakePicture(const fs::path& pdf, const fs::path& errors, std::ostream& err)
   if (process.Wait(std::chrono::seconds(60)) != 0) err << "No PNG was made: pdftoppm is missing or failed\n";
 }
 
+/// Runs a step when it goes.
+class AtEnd {
+ public:
+  explicit AtEnd(std::function<void()> step) : step_(std::move(step)) {}
+  ~AtEnd() { step_(); }
+  AtEnd(const AtEnd&) = delete;
+  AtEnd& operator=(const AtEnd&) = delete;
+
+ private:
+  std::function<void()> step_;
+};
+
+/// The file by which LibreOffice keeps others from a document.
+fs::path LockOf(const fs::path& document) {
+  return document.parent_path() / (".~lock." + document.filename().string() + "#");
+}
+
+/// Where an earlier run was cut off, locks of its LibreOffice are left at what it had open.
+void RemoveLocks(const fs::path& output) {
+  RemoveDeadLocks(output);
+  if (const char* own = std::getenv(kDrives); own && *own) RemoveDeadLocks(own);
+}
+
+/// Prints the files of a run, by name.
+void PrintFiles(const OutputFolder& output, std::ostream& out) {
+  for (const auto& [name, size] : output.NewFiles())
+    out << "  " << name << " (" << size << " bytes)" << std::endl;
+}
+
 }  // namespace
 
 int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& err) {
@@ -222,18 +223,30 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   }
 
   const fs::path output = fs::absolute(options.output_folder).lexically_normal();
-  fs::create_directories(output);
+  OutputFolder output_folder(output);
+  if (!output_folder.IsOurs()) {
+    err << "Another run is working in the output folder " << output.string() << '\n';
+    return kMacroFailed;
+  }
   const fs::path workbook = output / options.workbook.filename();
   if (fs::exists(workbook) && fs::equivalent(workbook, options.workbook)) {
     err << "The workbook stands in the output folder " << output.string() << ", where its copy would go\n";
     return kMacroFailed;
   }
-  if (!options.expect.empty()) fs::remove(output / options.expect);
+  RemoveLocks(output);
+  if (const fs::path lock = LockOf(workbook); fs::exists(lock)) {
+    err << workbook.string() << " is open in another program: close it there. Where none has it, delete "
+        << lock.string() << '\n';
+    return kMacroFailed;
+  }
+  output_folder.Remember();
   fs::copy_file(options.workbook, workbook, fs::copy_options::overwrite_existing);
   fs::path pdf = workbook;
   pdf.replace_extension(".pdf");
 
-  const PrivateFolder folder;
+  // When the profile is gone again, so that its locks count as dead.
+  const AtEnd remove_locks([&] { RemoveLocks(output); });
+  const ProfileFolder folder;
   const fs::path profile = folder.path() / "profile";
   fs::create_directories(profile / "user");
   Write(profile / "user" / "registrymodifications.xcu", ProfileSettings());
@@ -312,13 +325,15 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
     err << "The report failed: " << outcome << '\n';
     return kMacroFailed;
   }
-  if (!options.expect.empty() && !fs::exists(output / options.expect)) {
-    err << "The report failed: its macro did not leave " << options.expect << '\n';
+  if (!options.expect.empty() && !output_folder.IsNew(options.expect)) {
+    err << "The report failed: its macro did not leave " << options.expect
+        << (fs::exists(output / options.expect) ? "; the one that is there is of an earlier run" : "")
+        << '\n';
     return kMacroFailed;
   }
   if (options.picture) MakePicture(pdf, errors, err);
   out << "Results in " << output.string() << ':' << std::endl;
-  PrintFiles(output, out);
+  PrintFiles(output_folder, out);
   return 0;
 }
 

@@ -32,10 +32,13 @@ struct ReportRunOptions {
 /// Copies the workbook into the output folder, runs its macro in a LibreOffice of its own - a private profile
 /// that goes again, our component, the embedded host, and unless the user has drives of his own, a drive C in
 /// the folder "drives" of the output folder, with the sample companies' archives - and prints each step to
-/// `out`, failures to `err`. Result: 0 when the macro went through, 1 when it failed or did not leave the
-/// file that is expected of it, 3 when LibreOffice is missing, could not be started or had to be stopped at
-/// the time limit or on interruption. Nothing that was started goes on afterwards. Raises std::exception when
-/// the output folder cannot be written.
+/// `out`, failures to `err`. Result: 0 when the macro went through, 1 when it failed, the library told of a
+/// failure, an answer was wrong, it did not leave the file that is expected of it, or another run or program
+/// has the folder or the copy; 3 when LibreOffice is missing, could not be started or had to be stopped at
+/// the time limit or on interruption. Nothing that was started goes on afterwards, and however a run ended,
+/// the next one can have its folder; nothing there is deleted but logs and prints of the earlier run, which
+/// are replaced, and only this run's files are listed. Raises std::exception when the output folder cannot be
+/// written.
 int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& err);
 
 }  // namespace qva

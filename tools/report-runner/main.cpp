@@ -40,8 +40,11 @@ workbook. Each step is printed.
                          grows, in place of the calls
   --help                 this text
 
-Exit status: 0 when the macro went through, 1 when it failed, 2 for a wrong command line or a path that is not
-there, 3 when LibreOffice is missing or had to be stopped.
+An answer that fits no window stops the run with its line, before anything is done by it.
+
+Exit status: 0 when the macro went through, 1 when it failed, the library told of a failure (no such book, no
+answers, a report that was not saved), an answer was wrong, or another run has the output folder, 2 for a wrong
+command line or a path that is not there, 3 when LibreOffice is missing or had to be stopped.
 )";
 
 enum Option {

@@ -7,6 +7,7 @@
 #include <set>
 #include <thread>
 
+#include "platform/posix/OwnersFolders.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
@@ -120,6 +121,22 @@ TEST_F(FileAccess, LockIsWaitedFor) {
 
 TEST_F(FileAccess, LockThatCannotBeMadeIsNone) {
   EXPECT_FALSE(LockFile(folder / "missing" / "lock", milliseconds(0)));
+}
+
+TEST_F(FileAccess, AFileIsReplacedWhoseNameIsAsLongOrAsShortAsNamesCanBe) {
+  for (const std::size_t length : {1u, 2u, 249u, 255u}) {
+    const std::filesystem::path named = folder / std::string(length, 'x');
+    EXPECT_TRUE(ReplaceWholeFile(named, "old"));
+    EXPECT_TRUE(ReplaceWholeFile(named, "new")) << length;
+    EXPECT_EQ(FileContent(named), "new");
+  }
+  EXPECT_EQ(Names().size(), 4u) << "something is left behind";
+}
+
+TEST_F(FileAccess, FoldersAreCreatedForTheirOwnerAlone) {
+  CreateOwnersFolders(folder / "one" / "two");
+  EXPECT_EQ(PermissionsOf(folder / "one"), 0700u);
+  EXPECT_EQ(PermissionsOf(folder / "one/two"), 0700u);
 }
 
 }  // namespace

@@ -3,13 +3,29 @@
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include <csignal>
+#include <functional>
 
 #include "platform/date.h"
 #include "platform/memory/MemoryLocale.h"
 #include "tests/platform/files_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
+
+namespace {
+
+/// Gets the path of each file and folder that is flushed, before it is.
+std::function<void(const std::filesystem::path&)> flushing;
+
+}  // namespace
+
+/// In the C library's place.
+extern "C" int fsync(int descriptor) {
+  if (flushing) flushing(std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(descriptor)));
+  return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
 
 namespace qva {
 namespace {
@@ -70,6 +86,10 @@ class FileSizeLimit {
 
 class PosixFilesTest : public testing::Test {
  protected:
+  void WriteDriveFile(const std::string& name, std::string_view content) {
+    fs::create_directories(folder / "drives/C");
+    WriteFile(folder / "drives/C" / name, content);
+  }
   template <class Step>
   static std::int32_t Raised(Step&& step) {
     try {
@@ -284,6 +304,29 @@ TEST(UserDrivesPath, IsTheVariablesOrBelowTheUsersData) {
   EXPECT_EQ(UserDrivesPath(), "/data/qva-varnholt/drives");
   environment.Set("XDG_DATA_HOME", "relative");
   EXPECT_EQ(UserDrivesPath(), "/home/ona/.local/share/qva-varnholt/drives");
+}
+
+TEST_F(PosixFilesTest, ACopyIsOnTheDiskBeforeItReplacesAndItsNameAfterwards) {
+  WriteDriveFile("x.txt", "new");
+  WriteDriveFile("y.txt", "old");
+  std::vector<std::string> flushed;
+  flushing = [&](const fs::path& path) {
+    flushed.push_back((fs::is_directory(path) ? "folder " : FileContent(path) + " ") +
+                      FileContent(folder / "drives/C/y.txt"));
+  };
+  files.Copy(u"C:\\x.txt", u"C:\\y.txt");
+  flushing = nullptr;
+  EXPECT_THAT(flushed, testing::ElementsAre("new old", "folder new"));
+}
+
+TEST_F(PosixFilesTest, CopiesToNamesAsLongAsTheyCanBe) {
+  WriteDriveFile("x.txt", "new");
+  for (const std::size_t length : {1u, 249u, 255u}) {
+    const std::string name(length, 'y');
+    files.Copy(u"C:\\x.txt", u"C:\\" + FromUtf8(name));
+    EXPECT_EQ(FileContent(folder / "drives/C" / name), "new") << length;
+  }
+  EXPECT_EQ(files.Find(u"C:\\", u"*").size(), 4u) << "something is left behind";
 }
 
 }  // namespace

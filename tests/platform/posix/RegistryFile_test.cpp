@@ -392,5 +392,29 @@ TEST_F(UserRegistryPathTest, IsWhereTheVariableSays) {
   EXPECT_EQ(UserRegistryPath(), "/home/user/.config/qva-varnholt/registry.reg");
 }
 
+TEST_F(RegistryFileTest, AMistakeIsToldOnceWithItsLine) {
+  std::vector<std::string> told;
+  RegistryFile telling{file, [&](const std::u16string& problem) { told.push_back(ToUtf8(problem)); }};
+  const auto read = [&] {
+    RegistryKey key = 0;
+    return telling.OpenKey(HKEY_CURRENT_USER_VALUE, u"Environment", kAccess, key);
+  };
+  read();
+  EXPECT_THAT(told, testing::IsEmpty()) << "there is no file, and none is needed";
+  WriteRegistry("[HKEY_CURRENT_USER\\Environment]\n\"PATH\"=unquoted\n");
+  read();
+  read();
+  RegistryKey key = 0;
+  EXPECT_EQ(telling.CreateKey(HKEY_CURRENT_USER_VALUE, u"New", kAccess, {}, key), kRegistryWriteFault);
+  ASSERT_EQ(told.size(), 1u);
+  EXPECT_THAT(told[0], testing::HasSubstr("„" + file.string() + "“ 4 eilutėje yra klaida"));
+  WriteRegistry("[HKEY_CURRENT_USER\\Environment]\n");
+  EXPECT_EQ(read(), kRegistrySuccess);
+  WriteRegistry("nonsense\n[\n");
+  read();
+  ASSERT_EQ(told.size(), 2u) << "it went wrong again";
+  EXPECT_THAT(told[1], testing::HasSubstr(" 4 eilutėje"));
+}
+
 }  // namespace
 }  // namespace qva

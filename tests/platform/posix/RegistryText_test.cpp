@@ -272,5 +272,19 @@ TEST(RegistryText, ReadsBackWhatItWrites) {
   }
 }
 
+TEST(RegistryText, TellsTheLineOfAMistake) {
+  const std::string good = kHeader + "\n[HKEY_CURRENT_USER\\A]\n";
+  const auto line_of = [](const std::string& text) {
+    int line = 0;
+    EXPECT_FALSE(RegistryText::Parse(text, &line));
+    return line;
+  };
+  EXPECT_EQ(line_of("no header\n"), 1);
+  EXPECT_EQ(line_of(good + "\"a\"=\"unended\n\"b\"=\"x\"\n"), 4);
+  EXPECT_EQ(line_of(good + "\"a\"=\"x\"\n; \xFF\n"), 5);
+  EXPECT_EQ(line_of(good + "\"a\"=hex:01,\\\n  0x\n\"b\"=\"x\"\n"), 4) << "where the value begins";
+  EXPECT_EQ(line_of(good + "[-HKEY_CURRENT_USER\\A]\n"), 4);
+}
+
 }  // namespace
 }  // namespace qva

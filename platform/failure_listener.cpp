@@ -1,0 +1,22 @@
+#include "platform/failure_listener.h"
+
+namespace qva {
+namespace {
+
+FailureListener* listening = nullptr;
+
+}  // namespace
+
+void ListenForFailures(FailureListener* listener) {
+  listening = listener;
+}
+
+void TellFailure(std::u16string_view what) noexcept {
+  if (listening) listening->Failed(what);
+}
+
+void TellWrongAnswer(std::u16string_view what) noexcept {
+  if (listening) listening->WronglyAnswered(what);
+}
+
+}  // namespace qva
