@@ -45,10 +45,11 @@ if [[ ! -e $system/.complete ]]; then
   echo "$sources" > "$system/etc/apt/sources.list"
   apt-config dump | grep -E '^Acquire::(https?::|Retries|Check-Valid-Until|Check-Date|Languages)' \
     > "$system/etc/apt/apt.conf.d/90machine" || true
+  # An archive may be reached by https alone.
+  [[ ! -e /etc/ssl/certs/ca-certificates.crt ]] || cp /etc/ssl/certs/ca-certificates.crt "$system/etc/ssl/certs"
   touch "$system/.complete"
 fi
 cp -L /etc/resolv.conf /etc/hosts "$system/etc"
-cp -rL /etc/ssl/certs/. "$system/etc/ssl/certs"
 
 rm -rf "$system/root/project"
 git clone --quiet --no-hardlinks "$project" "$system/root/project"
