@@ -194,6 +194,7 @@ TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
   EXPECT_EQ(Row(sheet, "MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM"),
             "36|MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM|3044|3260");
   EXPECT_THAT(sheet, HasSubstr(">Mokestinis laikotarpis: 2025 m. gruodžio mėn.<"));
+  EXPECT_THAT(sheet, HasSubstr("2026-01-22")) << "the date of filling in";
 }
 
 TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {

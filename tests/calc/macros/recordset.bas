@@ -34,7 +34,7 @@ Sub Main()
     On Error GoTo 0
     calls.WriteValues Range("B7")
     ShowRows 7, 8
-    WriteLine "a day: " & Format(Range("B7").Value, "yyyy-mm-dd hh:nn") & " " & Format(Range("C8").Value, "yyyy-mm-dd hh:nn")
+    WriteLine "hours: " & Hour(Range("B7").Value) & " " & Hour(Range("C8").Value)
 End Sub
 
 Private Sub ShowRows(nFirst, nLast)
