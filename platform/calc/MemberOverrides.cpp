@@ -13,7 +13,6 @@
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/SheetProtection.h"
 #include "platform/calc/toolbars/ToolbarMembers.h"
-#include "platform/date.h"
 #include "platform/excel.h"
 #include "platform/text.h"
 
@@ -25,9 +24,6 @@ Value ForCell(const Value& value) {
   if (value.Is(Value::Type::Null)) return {};
   // LibreOffice would read a text in a block as if it were typed.
   if (value.Is(Value::Type::Text)) return u"'" + value.As<std::u16string>();
-  // It takes no dates and amounts in a block, but reads dates in this notation whatever the locale.
-  if (value.Is(Value::Type::Date)) return FormatByWindowsPattern(value.ToDate(), u"yyyy-MM-dd HH:mm:ss");
-  if (value.Is(Value::Type::Currency)) return value.ToDouble();
   return value;
 }
 

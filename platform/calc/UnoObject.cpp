@@ -43,13 +43,20 @@ Any ToArgument(const Value& value) {
   return ToAny(value);
 }
 
-/// A new value for a property of LibreOffice's. Cells take no dates, but read them in this notation whatever
-/// the locale, and then show them as dates.
-Any ToProperty(const Value& value) {
-  if (!value.Is(Value::Type::Date)) return ToArgument(value);
-  const Date date = value.ToDate();
-  const bool is_day = std::floor(date.serial) == date.serial;
-  return Any(ToUno(FormatByWindowsPattern(date, is_day ? u"yyyy-MM-dd" : u"yyyy-MM-dd HH:mm:ss")));
+/// A new value for a property of LibreOffice's. Cells take neither dates nor amounts, alone or in arrays:
+/// some versions refuse them, others pass over them without a word. Dates they read in this notation whatever
+/// the locale, and then show as dates.
+Value ForCells(const Value& value) {
+  if (value.Is(Value::Type::Currency)) return value.ToDouble();
+  if (value.Is(Value::Type::Date)) {
+    const Date date = value.ToDate();
+    const bool is_day = std::floor(date.serial) == date.serial;
+    return FormatByWindowsPattern(date, is_day ? u"yyyy-MM-dd" : u"yyyy-MM-dd HH:mm:ss");
+  }
+  if (!value.Is(Value::Type::Array)) return value;
+  Array array = value.AsArray();
+  for (Value& element : array.elements) element = ForCells(element);
+  return array;
 }
 
 /// The arguments in the order and number of the method's parameters.
@@ -129,7 +136,7 @@ void UnoObject::Write(const OUString& name, const Arguments& arguments) {
   const Reference<css::beans::XPropertySet> properties(
       Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()),
       css::uno::UNO_QUERY_THROW);
-  properties->setPropertyValue(name, ToProperty(arguments.positional[0]));
+  properties->setPropertyValue(name, ToArgument(ForCells(arguments.positional[0])));
 }
 
 bool UnoObject::HasMethod(const OUString& name) {

@@ -25,11 +25,30 @@ ObjectPtr CreateRegistered(std::u16string_view programmatic_identifier) {
   return ToObject(object.get());
 }
 
-ObjectPtr CreateRecordset() {
-  const ObjectPtr recordset = CreateRegistered(ado::kRecordset);
-  // Wine's ADO gives out an automation interface that refuses every call.
-  const bool answers = recordset && IgnoreErrors([&] { Get(recordset, u"State"); });
-  return answers ? recordset : recordset::NewRecordset();
+/// Whether a new recordset does what the library asks of recordsets, so that no value is lost; it holds
+/// records of its own afterwards. Not every ADO does: Wine's of old refuses every call, its newer one forgets
+/// the values of AddNew, knows neither GetRows nor Delete, and moves clones along.
+bool KeepsRecords(const ado::Recordset& recordset) {
+  bool keeps = false;
+  IgnoreErrors([&] {
+    const ado::Fields fields = recordset.Fields();
+    fields.Append(u"Code", ado::adVarChar, 1, ado::adFldIsNullable);
+    fields.Append(u"Id", ado::adInteger, 0, ado::adFldIsNullable);
+    recordset.Open();
+    const Value names = Array::Of({u"Code", u"Id"});
+    recordset.AddNew(names, Array::Of({u"a", 1}));
+    recordset.AddNew(names, Array::Of({u"b", 2}));
+    recordset.MoveFirst();
+    const Value all = recordset.Clone().GetRows();
+    recordset.Delete();
+    recordset.MoveNext();
+    const std::int32_t count = recordset.RecordCount();
+    const Value rest = recordset.GetRows();
+    keeps = fields.Count() == 2 && fields.Item(1).Name() == u"Id" && count == 1 && recordset.EndOfFile() &&
+            all.ToArray().elements == std::vector<Value>{u"a", u"b", 1, 2} &&
+            rest.ToArray().elements == std::vector<Value>{u"b", 2};
+  });
+  return keeps;
 }
 
 }  // namespace
@@ -39,6 +58,16 @@ ObjectPtr ComObjectFactory::Create(std::u16string_view programmatic_identifier) 
   ObjectPtr object = CreateRegistered(programmatic_identifier);
   if (!object) throw AutomationError(kCannotCreateObject);
   return object;
+}
+
+ObjectPtr ComObjectFactory::CreateRecordset() {
+  if (recordsets_ == Recordsets::NotTried) {
+    const ado::Recordset trial(CreateRegistered(ado::kRecordset));
+    recordsets_ = KeepsRecords(trial) ? Recordsets::Ado : Recordsets::InMemory;
+  }
+  const ObjectPtr recordset =
+      recordsets_ == Recordsets::Ado ? CreateRegistered(ado::kRecordset) : ObjectPtr();
+  return recordset ? recordset : recordset::NewRecordset();
 }
 
 }  // namespace qva::windows

@@ -71,13 +71,14 @@ TEST_F(CalcFinish, AReportIsPrintedFrozenLockedColouredAndStored) {
   const RunResult run = RunReport("finish", Answers({"Po vieną puslapį", "Gerai", "Gerai", "Gerai", "Ne",
                                                      "Taip", "Gerai", "Gerai", "Gerai"}));
   EXPECT_EQ(run.exit_status, 1) << "the library told of a failure";
-  EXPECT_THAT(run.lines,
-              ElementsAre("printed: 0 Antras $A$3:$B$110", "like formulas: =J1 =J1", "screen: True $A$1",
-                          "saved: True Balansas_2024_03.xls True", "refused: True False",
-                          "replaced: True True", "by date: True Balansas_2024_05.xls", "wrong year: False",
-                          "opened: Kopija.xls", "formulas: 6|10|10.5||#DIV/0!|#N/A|0|ąč|a = b|=F1*2",
-                          "block: 11,0,100|21,0,200|31,0,300|=J1,=J1,", "saved cell: True",
-                          "locked: True False True", "colours: 15 -4142 -4142"));
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre("printed: 0 Antras $A$3:$B$110", "a date: False Date 2024-05-15", "like formulas: =J1 =J1",
+                  "screen: True $A$1", "saved: True Balansas_2024_03.xls True", "refused: True False",
+                  "replaced: True True", "by date: True Balansas_2024_05.xls", "wrong year: False",
+                  "opened: Kopija.xls", "formulas: 6|10|10.5||#DIV/0!|#N/A|0|ąč|a = b|=F1*2",
+                  "block: 11,0,100|21,0,200|31,0,300|=J1,=J1,", "saved cell: True", "locked: True False True",
+                  "colours: 15 -4142 -4142"));
 
   const std::string archived = Contents(archive / "2024/Balansas_2024_03.xls");
   EXPECT_THAT(archived, StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"));

@@ -33,7 +33,10 @@ TEST_F(CalcRecordset, IsWrittenIntoCellsFromItsCurrentRecordOn) {
           "String =1+1; Double 7; Empty ; Empty ; Empty ; ", "Empty ; Empty ; Empty ; Empty ; Empty ; ",
           "at the end: -1", "again: 0", "kept: ąčę",
           "behind the end: 3021 | ADODB.Recordset | Either BOF or EOF is True, or the current record has "
-          "been deleted. Requested operation requires a current record."));
+          "been deleted. Requested operation requires a current record.",
+          "Date 2024-05-15; Date 2024-05-15; Double 2.55; String 2024-05-15 d.; Empty ; ",
+          "Date 2024-05-15; Date 2024-05-15; Double 2.55; String 2024-05-15 d.; Empty ; ",
+          "hours: 0 18"));
 }
 
 }  // namespace

@@ -129,6 +129,7 @@ TEST_F(Samples, TheBalanceSheetBalancesAndIsArchived) {
   EXPECT_EQ(Row(sheet, "NUOSAVO KAPITALO IR ĮSIPAREIGOJIMŲ IŠ VISO"),
             "NUOSAVO KAPITALO IR ĮSIPAREIGOJIMŲ IŠ VISO|835959.01|833840.56");
   EXPECT_THAT(sheet, HasSubstr(">2025 M. GRUODŽIO 31 D. BALANSAS<"));
+  EXPECT_THAT(sheet, HasSubstr(">Sudaryta 2026-02-27<"));
   EXPECT_EQ(Row(sheet, "Įmonės vadovas"), "Įmonės vadovas|Rūta Žiedaitė");
 }
 
@@ -163,6 +164,7 @@ TEST_F(Samples, TheStatementOfProfitAgreesWithTheLedgerAndComparesWithBudgets) {
   const std::string sheet = FirstSheet(Archive() / "2025/PelnasNuostoliai_2025_12.xls");
   EXPECT_THAT(sheet, FinishedSheet());
   EXPECT_EQ(Formulas(sheet), 4);
+  EXPECT_THAT(sheet, HasSubstr(">Sudaryta 2026-02-27<"));
   EXPECT_THAT(Row(sheet, "Pardavimo pajamos"), AllOf(StartsWith("1|Pardavimo pajamos|36130|34981|40010|"),
                                                      HasSubstr("|502607|474291|"), HasSubstr("|500000|")));
   EXPECT_THAT(Row(sheet, "GRYNASIS PELNAS (NUOSTOLIAI)"), HasSubstr("|30021|26709|"));
@@ -192,6 +194,7 @@ TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
   EXPECT_EQ(Row(sheet, "MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM"),
             "36|MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM|3044|3260");
   EXPECT_THAT(sheet, HasSubstr(">Mokestinis laikotarpis: 2025 m. gruodžio mėn.<"));
+  EXPECT_THAT(sheet, HasSubstr("2026-01-22")) << "the date of filling in";
 }
 
 TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {

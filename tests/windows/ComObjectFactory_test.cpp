@@ -1,8 +1,9 @@
-// Recordsets on a machine with an ADO that works, with one that does not, and with none that automation
+// Recordsets on a machine with an ADO that works, with those that lose data, and with none that automation
 // reaches.
 #include "platform/windows/ComObjectFactory.h"
 
 #include "platform/ado.h"
+#include "platform/recordset/RecordsetFactory.h"
 #include "tests/windows/windows_test.h"
 
 namespace qva::windows {
@@ -28,6 +29,51 @@ class TestFactory final : public IClassFactory {
   HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 };
 
+/// What an ADO of the tests does in its own way: given the object, the member and its arguments, the result
+/// of the member; none where it does what ADO does.
+using Flaw = std::function<std::optional<Value>(const ObjectPtr&, std::u16string_view, Arguments&)>;
+
+/// The COM object of a recordset in memory, or of what it gives out, with a flaw.
+ComPtr<TestDispatch> Disguised(const ObjectPtr& object, const Flaw& flaw) {
+  const auto dispatch = NewDispatch();
+  dispatch->names = {u"Fields", u"Append", u"Count",   u"Item",      u"Name",
+                     u"State",  u"Open",   u"EOF",     u"MoveFirst", u"MoveNext",
+                     u"AddNew", u"Clone",  u"GetRows", u"Delete",    u"RecordCount"};
+  dispatch->invoke = [object, flaw, names = dispatch->names](const InvokeCall& call) {
+    const std::u16string& member = names.at(call.id - 1);
+    Arguments arguments;
+    for (UINT i = call.parameters.cArgs; i > 0; --i) {
+      arguments.positional.push_back(FromVariant(call.parameters.rgvarg[i - 1]));
+    }
+    try {
+      const std::optional<Value> own = flaw(object, member, arguments);
+      const Value result = own ? *own : object->Invoke(Access::Call, member, arguments);
+      if (result.Is(Value::Type::Object)) {
+        call.result->vt = VT_DISPATCH;
+        call.result->pdispVal = Disguised(result.ToObject(), flaw).Detach();
+      } else if (call.result) {
+        *call.result = ToVariant(result).Detach();
+      }
+      return S_OK;
+    } catch (const AutomationError&) {
+      return E_NOTIMPL;
+    }
+  };
+  return dispatch;
+}
+
+Flaw Refuses(std::u16string_view refused) {
+  return [refused](const ObjectPtr&, std::u16string_view member, Arguments&) -> std::optional<Value> {
+    if (member == refused) throw AutomationError(kInvalidProcedureCall);
+    return std::nullopt;
+  };
+}
+Flaw Answers(std::u16string_view answered, Value answer) {
+  return [=](const ObjectPtr&, std::u16string_view member, Arguments&) {
+    return member == answered ? std::optional(answer) : std::nullopt;
+  };
+}
+
 class ComObjectFactoryTest : public NothingLeftTest {
  protected:
   ~ComObjectFactoryTest() override {
@@ -41,14 +87,11 @@ class ComObjectFactoryTest : public NothingLeftTest {
                                     &registration),
               S_OK);
   }
-  /// Makes the ADO of ours give out an object whose State is answered by `invoke`.
-  void GiveOut(std::function<HRESULT(const InvokeCall&)> invoke) {
-    ado_factory.create = [this, invoke](REFIID id, void** result) {
+  /// Makes the ADO of ours give out recordsets with a flaw.
+  void GiveOut(const Flaw& flaw) {
+    ado_factory.create = [this, flaw](REFIID id, void** result) {
       ++created;
-      const auto recordset = NewDispatch();
-      recordset->names = {u"State"};
-      recordset->invoke = invoke;
-      return recordset->QueryInterface(id, result);
+      return Disguised(recordset::NewRecordset(), flaw)->QueryInterface(id, result);
     };
   }
   /// True for a recordset in memory that works.
@@ -67,22 +110,68 @@ class ComObjectFactoryTest : public NothingLeftTest {
   int created = 0;
 };
 
-TEST_F(ComObjectFactoryTest, TakesTheADOThatAnswers) {
+TEST_F(ComObjectFactoryTest, TakesTheADOThatKeepsRecordsAfterOneTrial) {
   ReplaceAdo();
-  GiveOut([](const InvokeCall& call) {
-    call.result->vt = VT_I4;
-    call.result->lVal = 0;
-    return S_OK;
-  });
+  GiveOut([](const ObjectPtr&, std::u16string_view, Arguments&) { return std::nullopt; });
   const ObjectPtr recordset = factory.Create(u"adodb.recordset");
-  EXPECT_EQ(created, 1);
+  EXPECT_EQ(created, 2);
   EXPECT_EQ(recordset->MemberTable(), nullptr);
-  EXPECT_EQ(Get(recordset, u"State").ToInt32(), 0);
+  EXPECT_EQ(Get(recordset, u"State").ToInt32(), ado::adStateClosed) << "not the one that was tried";
+  EXPECT_EQ(factory.Create(u"ADODB.Recordset")->MemberTable(), nullptr);
+  EXPECT_EQ(created, 3);
+}
+
+TEST_F(ComObjectFactoryTest, TriesNoADOBeforeARecordsetIsAskedFor) {
+  ReplaceAdo();
+  GiveOut(Refuses(u""));
+  EXPECT_EQ(ErrorNumberIn([&] { factory.Create(u"QVA.NoSuchClass"); }), kCannotCreateObject);
+  EXPECT_EQ(created, 0);
+}
+
+TEST_F(ComObjectFactoryTest, TakesTheRecordsetInMemoryForAnADOThatLosesData) {
+  const auto drops_values = [](const ObjectPtr&, std::u16string_view member, Arguments& arguments) {
+    if (member == u"AddNew") arguments.positional.at(1) = Array::Of({Null(), Null()});
+    return std::optional<Value>();
+  };
+  const auto moves_clones_along = [](const ObjectPtr& object, std::u16string_view member, Arguments&) {
+    return member == u"Clone" ? std::optional<Value>(object) : std::nullopt;
+  };
+  const std::pair<const char*, Flaw> flaws[] = {
+      {"no fields can be made", Refuses(u"Append")},
+      {"fields are not made", Answers(u"Append", Value())},
+      {"fields are not counted", Answers(u"Count", 0)},
+      {"fields have no names", Answers(u"Name", u"")},
+      {"cannot be opened", Refuses(u"Open")},
+      {"adds no records", Refuses(u"AddNew")},
+      {"forgets that a record is added", Answers(u"AddNew", Value())},
+      {"drops the values of a new record", drops_values},
+      {"gives no block of records", Refuses(u"GetRows")},
+      {"gives an empty block of records", Answers(u"GetRows", Array{})},
+      {"has no clones", Refuses(u"Clone")},
+      {"moves clones along", moves_clones_along},
+      {"deletes no records", Refuses(u"Delete")},
+      {"forgets that a record is deleted", Answers(u"Delete", Value())},
+      {"does not move", Refuses(u"MoveNext")},
+      {"does not count", Answers(u"RecordCount", -1)},
+      {"has no end", Answers(u"EOF", false)},
+  };
+  ReplaceAdo();
+  for (const auto& [what, flaw] : flaws) {
+    SCOPED_TRACE(what);
+    ComObjectFactory new_factory;
+    GiveOut(flaw);
+    created = 0;
+    EXPECT_TRUE(IsInMemory(new_factory.Create(u"ADODB.Recordset")));
+    EXPECT_TRUE(IsInMemory(new_factory.Create(u"ADODB.Recordset")));
+    EXPECT_EQ(created, 1) << "tried once";
+  }
 }
 
 TEST_F(ComObjectFactoryTest, TakesTheRecordsetInMemoryForAnADOThatRefusesEveryCall) {
   ReplaceAdo();
-  GiveOut([](const InvokeCall&) { return TYPE_E_LIBNOTREGISTERED; });
+  GiveOut([](const ObjectPtr&, std::u16string_view, Arguments&) -> std::optional<Value> {
+    throw AutomationError(kInvalidProcedureCall);
+  });
   EXPECT_TRUE(IsInMemory(factory.Create(u"ADODB.Recordset")));
   EXPECT_EQ(created, 1);
 }

@@ -41,7 +41,9 @@ Private Sub Formulas(r, s)
     s.Range("F8").Formula = "=""ą"" & ""č"""
     s.Range("F9").Value = "a = b"
     s.Range("G2").Formula = "=F1*2"
-    r.ClearFormulas s.Range("F1:F9")
+    s.Range("F10").Formula = "=DATE(2024,5,15)"
+    r.ClearFormulas s.Range("F1:F10")
+    WriteLine "a date: " & s.Range("F10").HasFormula & " " & TypeName(s.Range("F10").Value) & " " & Format(s.Range("F10").Value, "yyyy-mm-dd")
     ' A block of two dimensions, in which each cell differs; the last column holds texts like formulas.
     For i = 1 To 3
         s.Cells(i, 9).Formula = "=" & i * 10 & "+1"
@@ -59,7 +61,7 @@ Private Sub Saving(r, s)
     Dim bSaved As Boolean
     s.Range("H1").Value = 2024
     s.Range("H2").Value = 3
-    s.Range("H3").Value = DateSerial(2024, 5, 15)
+    s.Range("H3").Value = "2024-05-15"
     r.SaveDoc s.Range("H1"), s.Range("H2"), bSaved
     WriteLine "saved: " & bSaved & " " & ThisWorkbook.Name & " " & ThisWorkbook.Saved
     s.Range("F1").Value = 6

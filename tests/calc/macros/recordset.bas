@@ -24,20 +24,28 @@ Sub Main()
     Set calls = CreateObject("NVXCommonObjects.ExcelCalls")
     Range("D3").Value = "senas"
     WriteLine "written: " & calls.CopyFromRecordset(Range("B2:Z9"), rs)
-    Dim row As Integer, column As Integer, sLine As String
-    For row = 2 To 5
-        sLine = ""
-        For column = 2 To 6
-            sLine = sLine & Shown(Cells(row, column).Value) & "; "
-        Next
-        WriteLine sLine
-    Next
+    ShowRows 2, 5
     WriteLine "at the end: " & CInt(rs.EOF)
     WriteLine "again: " & calls.CopyFromRecordset(Range("B2"), rs)
     WriteLine "kept: " & Range("B2").Value
     On Error Resume Next
     rs.MoveNext
     WriteErr "behind the end"
+    On Error GoTo 0
+    calls.WriteValues Range("B7")
+    ShowRows 7, 8
+    WriteLine "hours: " & Hour(Range("B7").Value) & " " & Hour(Range("C8").Value)
+End Sub
+
+Private Sub ShowRows(nFirst, nLast)
+    Dim row As Integer, column As Integer, sLine As String
+    For row = nFirst To nLast
+        sLine = ""
+        For column = 2 To 6
+            sLine = sLine & Shown(Cells(row, column).Value) & "; "
+        Next
+        WriteLine sLine
+    Next
 End Sub
 
 'The type and the value, in any locale

@@ -19,13 +19,22 @@ class ExcelCalls : public Described<ExcelCalls> {
   static const ClassDescription& Description() {
     static const ClassDescription description =
         ClassBuilder(u"ExcelCalls", "Calls members of Excel's objects")
-            .Method<&ExcelCalls::CopyFromRecordset>(u"CopyFromRecordset", {{u"Cells"}, {u"Data"}});
+            .Method<&ExcelCalls::CopyFromRecordset>(u"CopyFromRecordset", {{u"Cells"}, {u"Data"}})
+            .Method<&ExcelCalls::WriteValues>(u"WriteValues", {{u"Cells"}});
     return description;
   }
 
  private:
   std::int32_t CopyFromRecordset(const excel::Range& cells, const Facade& data) {
     return cells.CopyFromRecordset(data);
+  }
+  /// The same values in two rows: as one array, and one by one. They are of types that macros cannot pass
+  /// whole.
+  void WriteValues(const excel::Range& cells) {
+    const std::vector<Value> values = {Date{45427}, Date{45427.75}, Currency{25500}, u"2024-05-15 d."};
+    const auto columns = static_cast<std::int32_t>(values.size());
+    cells.Cells(1, 1).Resize(1, columns).SetValue(Array::Block(1, columns, values));
+    for (std::int32_t i = 0; i < columns; ++i) cells.Cells(2, i + 1).SetValue(values[i]);
   }
 };
 
