@@ -1,6 +1,5 @@
 #include "platform/member_table.h"
 
-
 #include "platform/text.h"
 
 namespace qva {

@@ -12,9 +12,9 @@ namespace {
 constexpr std::size_t kLongestName = 255;
 constexpr std::size_t kLongestSheetName = 31;
 
-using Names = std::vector<std::shared_ptr<NameData>>;
+using NameList = std::vector<std::shared_ptr<NameData>>;
 
-std::shared_ptr<NameData> FindIn(const Names& names, std::u16string_view wanted) {
+std::shared_ptr<NameData> FindIn(const NameList& names, std::u16string_view wanted) {
   const auto found = std::find_if(names.begin(), names.end(),
                                   [&](const auto& name) { return EqualIgnoringCase(name->name, wanted); });
   return found == names.end() ? nullptr : *found;
@@ -35,7 +35,7 @@ bool IsValidName(std::u16string_view name) {
          !EqualIgnoringCase(name, u"R") && !EqualIgnoringCase(name, u"C");
 }
 
-void CopyNames(const Names& from, Names& to, const std::shared_ptr<WorkbookData>& workbook,
+void CopyNames(const NameList& from, NameList& to, const std::shared_ptr<WorkbookData>& workbook,
                const std::shared_ptr<SheetData>& scope) {
   to.clear();
   for (const auto& name : from) {
@@ -124,7 +124,7 @@ std::shared_ptr<NameData> DefineName(const std::shared_ptr<WorkbookData>& workbo
                                      std::u16string refers_to) {
   if (!IsValidName(name)) throw Refusal(u"That name is not valid.");
   CheckFormula(refers_to);
-  Names& names = scope ? scope->names : workbook->names;
+  NameList& names = scope ? scope->names : workbook->names;
   std::shared_ptr<NameData> data = FindIn(names, name);
   if (!data) {
     data = std::make_shared<NameData>();
@@ -147,7 +147,7 @@ void RenameSheet(WorkbookData& workbook, SheetData& sheet, std::u16string_view n
       (taken && taken.get() != &sheet)) {
     throw Refusal(u"The name that you entered for the sheet is invalid.");
   }
-  const auto rename_in = [&](const Names& names) {
+  const auto rename_in = [&](const NameList& names) {
     for (const auto& defined : names) {
       defined->refers_to = RenameSheetIn(defined->refers_to, sheet.name, name);
     }
