@@ -74,6 +74,7 @@ void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
   for (std::size_t row = 0; row < m_BaselList.RowCount(); ++row) {
     m_BaselList.MoveTo(row);
     std::vector<Value> values;
+    values.reserve(shared.size());
     for (const std::u16string& name : shared) values.push_back(m_BaselList.Get(name));
     budgets.AddNew(names, Array::Of(std::move(values)));
   }

@@ -127,7 +127,8 @@ bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b) {
 }
 
 bool ContainsIgnoringCase(std::u16string_view text, std::u16string_view what) {
-  return what.empty() || !std::ranges::search(text, what, {}, LowerOf, LowerOf).empty();
+  const auto same = [](char16_t a, char16_t b) { return LowerOf(a) == LowerOf(b); };
+  return what.empty() || std::search(text.begin(), text.end(), what.begin(), what.end(), same) != text.end();
 }
 
 bool FitsPattern(std::u16string_view name, std::u16string_view pattern) {

@@ -186,7 +186,8 @@ std::u16string DoubleText(double x, std::u16string_view decimal_separator) {
   } else if (exponent < 0) {
     out = "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
   } else if (count <= exponent + 1) {
-    out = digits + std::string(static_cast<std::size_t>(exponent + 1 - count), '0');
+    out = digits;
+    out.resize(static_cast<std::size_t>(exponent + 1), '0');
   } else {
     const auto whole = static_cast<std::size_t>(exponent + 1);
     out = digits.substr(0, whole) + "." + digits.substr(whole);

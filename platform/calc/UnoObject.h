@@ -15,7 +15,7 @@ namespace qva::calc {
 class UnoObject : public Object {
  public:
   /// Takes the value that the object came in.
-  explicit UnoObject(css::uno::Any target) : target_(std::move(target)) {}
+  explicit UnoObject(const css::uno::Any& target) : target_(target) {}
 
   const css::uno::Any& target() const { return target_; }
 

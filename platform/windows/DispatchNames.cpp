@@ -93,6 +93,7 @@ DispatchNames::Ids DispatchNames::Resolve(IDispatch& dispatch, std::u16string_vi
   std::vector<std::wstring> texts{WideText(member)};
   for (const NamedArgument& argument : named) texts.push_back(WideText(argument.name));
   std::vector<LPOLESTR> names;
+  names.reserve(texts.size());
   for (std::wstring& text : texts) names.push_back(text.data());
   std::vector<DISPID> answers(names.size(), DISPID_UNKNOWN);
   const HRESULT code = RetryWhileBusy([&] {

@@ -185,8 +185,8 @@ HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* res
       const bool is_left_out = parameter.by_reference && !variant.byref;
       if (is_left_out && !parameter.optional) return E_POINTER;
       Value value = is_left_out ? Value(Missing{}) : windows::FromVariant(variant);
-      const bool takes_default = parameter.optional && value.Is(Value::Type::Missing);
-      values.push_back(takes_default ? parameter.default_value : std::move(value));
+      if (parameter.optional && value.Is(Value::Type::Missing)) value = parameter.default_value;
+      values.push_back(std::move(value));
       variants.push_back(variant);
     }
     const std::vector<Value> before = values;

@@ -123,9 +123,9 @@ TEST_F(CreateBook, ADatabaseOfAnotherSchemaVersionIsReported) {
 }
 
 TEST_F(CreateBook, EachMissingTableIsReported) {
-  for (const std::string table : {"Contact", "Address", "ResponsiblePerson", "PathKey", "Book", "Company",
-                                  "GLAccountSet", "REFBankAccountRole", "DocumentType", "THDocument",
-                                  "GLAccount"}) {
+  for (const std::string table :
+       {"Contact", "Address", "ResponsiblePerson", "PathKey", "Book", "Company", "GLAccountSet",
+        "REFBankAccountRole", "DocumentType", "THDocument", "GLAccount"}) {
     std::filesystem::remove(options_.database);
     OpenBook(u"MEDVILNE");
     Database(options_.database, Database::Mode::Write).Execute("DROP TABLE " + table);

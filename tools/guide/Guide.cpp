@@ -72,7 +72,7 @@ std::string Signature(const Member& member) {
     const Parameter& parameter = member.parameters[i];
     std::string one = (parameter.by_reference ? "ByRef " : "") + ToUtf8(parameter.name) + " As " +
                       BasicType(parameter.type, parameter.object_class) + DefaultOf(parameter);
-    if (parameter.optional) one = "[" + one + "]";
+    if (parameter.optional) one.insert(0, 1, '[').append(1, ']');
     arguments += (i ? ", " : "") + one;
   }
   if (count > 0 || member.kind == MemberKind::Method) text += "(" + arguments + ")";
@@ -116,12 +116,12 @@ std::string AlignComments(const std::string& code) {
     const std::size_t comment = line.find(kComment);
     std::string statement = line.substr(0, comment);
     if (comment == line.npos) {
-      parts.push_back({statement, ""});
+      parts.emplace_back(statement, "");
       continue;
     }
     statement.erase(statement.find_last_not_of(' ') + 1);
     width = std::max(width, statement.size());
-    parts.push_back({statement, line.substr(comment)});
+    parts.emplace_back(statement, line.substr(comment));
   }
   std::string aligned;
   for (auto& [statement, comment] : parts) {

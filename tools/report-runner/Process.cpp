@@ -27,6 +27,7 @@ std::optional<std::filesystem::path> FindProgram(const std::string& name) {
 Process::Process(const std::vector<std::string>& arguments,
                  const std::map<std::string, std::string>& environment, const std::filesystem::path& errors) {
   std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
   pointers.push_back(nullptr);
   pid_ = fork();

@@ -276,7 +276,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
                                         "--nolockcheck"};
   if (!options.show) {
-    arguments.push_back("--headless");
+    arguments.emplace_back("--headless");
     environment["SAL_USE_VCLPLUGIN"] = "svp";
   }
   // A log means that nobody sits at the screen; without one message boxes are shown there.
@@ -293,7 +293,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   arguments.push_back("-env:UserInstallation=" + UrlOf(profile));
   arguments.push_back("-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
                       UrlOf(folder.path() / "qva.components"));
-  arguments.push_back("service:QVA_Varnholt.ReportJob");
+  arguments.emplace_back("service:QVA_Varnholt.ReportJob");
   Process process(arguments, environment, errors);
   Follower follower(options.log.empty() ? steps : output / options.log, out);
   Follower message_follower(messages, out);

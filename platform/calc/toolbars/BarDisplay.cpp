@@ -116,9 +116,10 @@ std::shared_ptr<CommandBarControlData> BarDisplay::ControlOf(const CommandBarApp
   return found;
 }
 
-std::u16string BarDisplay::AddPicture(std::u16string_view name, Reference<css::graphic::XGraphic> picture) {
+std::u16string BarDisplay::AddPicture(std::u16string_view name,
+                                      const Reference<css::graphic::XGraphic>& picture) {
   std::u16string key = std::u16string(name) + u'#' + NumberText(static_cast<long long>(pictures_.size()));
-  pictures_[key] = std::move(picture);
+  pictures_[key] = picture;
   return key;
 }
 

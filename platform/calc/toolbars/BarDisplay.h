@@ -24,7 +24,7 @@ namespace qva::calc {
 /// those are not visible.
 class BarDisplay {
  public:
-  explicit BarDisplay(css::uno::Reference<css::frame::XModel> document) : document_(std::move(document)) {}
+  explicit BarDisplay(const css::uno::Reference<css::frame::XModel>& document) : document_(document) {}
 
   /// Makes the window show what the bars are now. Raises css::uno::Exception where LibreOffice refuses.
   void Show(const commandbars::CommandBarApplication& bars);
@@ -35,7 +35,8 @@ class BarDisplay {
       const commandbars::CommandBarApplication& bars, const rtl::OUString& command);
 
   /// A picture that a button may show from now on as its face, by a name; gives the name.
-  std::u16string AddPicture(std::u16string_view name, css::uno::Reference<css::graphic::XGraphic> picture);
+  std::u16string AddPicture(std::u16string_view name,
+                            const css::uno::Reference<css::graphic::XGraphic>& picture);
 
  private:
   /// An entry of a toolbar or menu bar; without a command, a line between groups.

@@ -224,8 +224,8 @@ void DocumentBars::ResetKey(std::u16string_view key) {
   }
 }
 
-void DocumentBars::CopyPicture(std::u16string_view name, Reference<css::graphic::XGraphic> picture) {
-  clipboard_picture = display_.AddPicture(name, std::move(picture));
+void DocumentBars::CopyPicture(std::u16string_view name, const Reference<css::graphic::XGraphic>& picture) {
+  clipboard_picture = display_.AddPicture(name, picture);
 }
 
 void DocumentBars::Close() {

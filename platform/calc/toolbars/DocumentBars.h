@@ -41,7 +41,7 @@ class DocumentBars : public commandbars::CommandBarApplication,
   void ResetKey(std::u16string_view key);
 
   /// Puts a picture on the bars' clipboard.
-  void CopyPicture(std::u16string_view name, css::uno::Reference<css::graphic::XGraphic> picture);
+  void CopyPicture(std::u16string_view name, const css::uno::Reference<css::graphic::XGraphic>& picture);
 
   /// Shows what changed.
   void Show();

@@ -59,7 +59,7 @@ class Source {
     if (rows_ == 1) row = 0;
     if (columns_ == 1) column = 0;
     if (row >= rows_ || column >= columns_) return ErrorValue{xlErrNA};
-    return array_.elements[static_cast<std::size_t>(row * columns_ + column)];
+    return array_.elements[static_cast<std::size_t>(row) * columns_ + column];
   }
 
  private:
