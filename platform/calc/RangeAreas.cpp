@@ -20,10 +20,6 @@ using css::uno::Reference;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
 
-Value Own(const ObjectPtr& object, Access access, std::u16string_view member, const Arguments& arguments) {
-  return static_cast<UnoObject&>(*object).InvokeOwn(access, member, arguments);
-}
-
 /// The rectangles of a range that is made of several; null for a single one.
 Reference<css::sheet::XSheetCellRanges> AreasOf(const ObjectPtr& range) {
   return Reference<css::sheet::XSheetCellRanges>(ToAny(Get(range, u"CellRange")), UNO_QUERY);

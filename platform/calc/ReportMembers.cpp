@@ -27,11 +27,6 @@ constexpr std::u16string_view kPrintArea = u"Print_Area";
 constexpr std::u16string_view kStandardLibrary = u"Standard";
 constexpr std::u16string_view kDefaultProject = u"VBAProject";  ///< Excel's name of a project without one
 
-/// LibreOffice's own member, whatever stands in for it here.
-Value Own(const ObjectPtr& object, Access access, std::u16string_view member, const Arguments& arguments) {
-  return static_cast<UnoObject&>(*object).InvokeOwn(access, member, arguments);
-}
-
 /// Stands for a sheet's name "Print_Area": LibreOffice keeps print areas beside the names.
 class PrintAreaName : public Described<PrintAreaName> {
  public:

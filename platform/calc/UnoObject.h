@@ -43,4 +43,10 @@ class UnoObject : public Object {
   css::uno::Reference<css::beans::XIntrospectionAccess> introspection_;
 };
 
+/// LibreOffice's own member of an object of its, past the member that the library has in its place.
+inline Value Own(const ObjectPtr& object, Access access, std::u16string_view member,
+                 const Arguments& arguments) {
+  return static_cast<UnoObject&>(*object).InvokeOwn(access, member, arguments);
+}
+
 }  // namespace qva::calc

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "tests/calc/calc_fixture.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
