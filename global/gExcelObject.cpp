@@ -68,6 +68,7 @@ gExcelObject::~gExcelObject() {
 
 std::int16_t gExcelObject::InitConnectEX(excel::Application App, Value, host::Book oAppBook) {
   Globals& globals = TheGlobals();
+  excel_ = ConnectedExcel(App);
   globals.application = std::move(App);
   if (oAppBook) globals.oBook = std::move(oAppBook);
   if (!globals.oBook) ConnectToHost();
@@ -136,7 +137,7 @@ void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
 
 void gExcelObject::InitToolBars() {
   Count(toolbar_count_, 1);
-  if (toolbar_count_ == 1) TheGlobals().oToolBars = MakeRef<CToolbars>();
+  if (toolbar_count_ == 1) TheGlobals().oToolBars = MakeRef<CToolbars>(excel_);
 }
 
 void gExcelObject::ResetToolBars() {
@@ -155,8 +156,8 @@ void gExcelObject::cmdHelp() {
 void gExcelObject::InitEnvironment() {
   Count(environment_count_, 1);
   if (environment_count_ == 1) {
-    TheGlobals().oEnvironment = MakeRef<CEnvironment>();
-    excel_state_ = MakeRef<CExcelState>();
+    TheGlobals().oEnvironment = MakeRef<CEnvironment>(excel_);
+    excel_state_ = MakeRef<CExcelState>(excel_);
   }
   Held(excel_state_)->SaveExcelState();
 }
