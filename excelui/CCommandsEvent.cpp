@@ -1,6 +1,5 @@
 #include "excelui/CCommandsEvent.h"
 
-#include "global/Globals.h"
 #include "platform/services.h"
 
 namespace qva {
@@ -28,6 +27,7 @@ const ClassDescription& CCommandsEvent::Description() {
 }
 
 void CCommandsEvent::Init(excel::CommandBar pCmdBar, Ref<CDefaultButtons> pDefButton) {
+  excel_.Hold();
   bar_ = std::move(pCmdBar);
   default_buttons_ = std::move(pDefButton);
 }
@@ -44,12 +44,12 @@ void CCommandsEvent::cmdHelp(std::u16string& sHelpFile, std::int32_t& iHelpConte
   if (sHelpFile.empty()) {
     sHelpFile = GetServices().environment->LibraryFolder().append(u"\\").append(kHelpFile);
   }
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   application.Help(sHelpFile, iHelpContextID);
 }
 
 void CCommandsEvent::cmdComment() {
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   const excel::CommandBarControl control = Control(&CDefaultButtons::cmdIndexComment);
   const std::int32_t state = control.State();
   if (IsPressed(state)) {
@@ -62,7 +62,7 @@ void CCommandsEvent::cmdComment() {
 }
 
 void CCommandsEvent::cmdFreeze(excel::Range rnStart, std::int16_t& ScrollRow) {
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   const excel::CommandBarControl control = Control(&CDefaultButtons::cmdIndexFreeze);
   application.SetScreenUpdating(false);
   application.SetEnableEvents(false);

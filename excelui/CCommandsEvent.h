@@ -5,16 +5,20 @@
 #include <string>
 
 #include "excelui/CDefaultButtons.h"
+#include "excelui/ConnectedExcel.h"
 #include "platform/excel.h"
 #include "platform/member_table.h"
 
 namespace qva {
 
 /// Carries out help, comment indicators and freeze panes. Each raises whatever Excel raises, and 91 (Object
-/// variable not set) where it needs the bar before Init.
+/// variable not set) where it needs the bar before Init. What it switches is that of its own connection, or
+/// of the one at Init.
 class CCommandsEvent : public Described<CCommandsEvent> {
  public:
   static const ClassDescription& Description();
+  CCommandsEvent() = default;
+  explicit CCommandsEvent(ConnectedExcel excel) : excel_(std::move(excel)) {}
 
   /// Shows a topic of a help file; without a file that of the report help beside the library, which the
   /// variable then holds.
@@ -31,6 +35,7 @@ class CCommandsEvent : public Described<CCommandsEvent> {
   /// The control of one of the default buttons.
   excel::CommandBarControl Control(std::int32_t (CDefaultButtons::*index)() const) const;
 
+  ConnectedExcel excel_;
   excel::CommandBar bar_;
   Ref<CDefaultButtons> default_buttons_;
 };

@@ -1,6 +1,5 @@
 #include "excelui/CDefaultButtons.h"
 
-#include "global/Globals.h"
 #include "global/StartUp.h"
 
 namespace qva {
@@ -55,13 +54,14 @@ const ClassDescription& CDefaultButtons::Description() {
   return description;
 }
 
-CDefaultButtons::CDefaultButtons() {
+CDefaultButtons::CDefaultButtons(ConnectedExcel excel) : excel_(std::move(excel)) {
   std::int32_t number = kFirstCaption;
   for (std::u16string& caption : captions_) caption = HostText(number++);
 }
 
 void CDefaultButtons::Init(excel::Worksheet pwsSeting, excel::CommandBar pCmdBar,
                            Ref<CButtonProperties> pBProperties) {
+  excel_.Hold();
   sheet_ = std::move(pwsSeting);
   bar_ = std::move(pCmdBar);
   buttons_ = std::move(pBProperties);
@@ -117,7 +117,7 @@ void CDefaultButtons::AddButtons() {
     control.SetSetting(u"OnAction", std::move(macro));
   }
 
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   buttons->Button(buttons->TotalButtons()).on_action = MacroOf(application.ThisWorkbook().Name(), kHelpMacro);
 }
 

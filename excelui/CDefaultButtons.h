@@ -6,6 +6,7 @@
 #include <string>
 
 #include "excelui/CButtonProperties.h"
+#include "excelui/ConnectedExcel.h"
 #include "platform/excel.h"
 #include "platform/member_table.h"
 
@@ -20,7 +21,8 @@ class CDefaultButtons : public Described<CDefaultButtons> {
  public:
   static const ClassDescription& Description();
 
-  CDefaultButtons();
+  CDefaultButtons() : CDefaultButtons(ConnectedExcel()) {}
+  explicit CDefaultButtons(ConnectedExcel excel);
 
   /// Appends the buttons to the list and puts each on the bar, at the position that it has in the list.
   /// Raises whatever Excel raises, and 6 (Overflow) beyond 255 buttons; the buttons before stay.
@@ -44,6 +46,7 @@ class CDefaultButtons : public Described<CDefaultButtons> {
  private:
   std::int32_t IndexOf(std::u16string_view property, Value value) const;
 
+  ConnectedExcel excel_;
   excel::Worksheet sheet_;
   excel::CommandBar bar_;
   Ref<CButtonProperties> buttons_;

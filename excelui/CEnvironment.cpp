@@ -1,7 +1,6 @@
 #include "excelui/CEnvironment.h"
 
 #include "excelui/ExcelSettings.h"
-#include "global/Globals.h"
 
 namespace qva {
 namespace {
@@ -116,7 +115,7 @@ const ClassDescription& CEnvironment::Description() {
 
 void CEnvironment::SetDefaultAppState(bool) {
   // A copy: what a setting sets off in Excel may reset the connection.
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   IgnoreErrors([&] { application.SetCaption(u""); });
   IgnoreErrors([&] { application.Range(u"A1").Activate(); });
   ActiveSettings settings(application);
@@ -127,7 +126,7 @@ void CEnvironment::SetDefaultAppState(bool) {
 }
 
 void CEnvironment::SetDefaultExcelState() {
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   IgnoreErrors([&] { application.SetCaption(u""); });
   ActiveSettings settings(application);
   Apply(settings, &FixedSetting::ordinary);

@@ -1,6 +1,7 @@
 // The two fixed states of Excel.
 #pragma once
 
+#include "excelui/ConnectedExcel.h"
 #include "platform/member_table.h"
 
 namespace qva {
@@ -11,6 +12,8 @@ namespace qva {
 class CEnvironment : public Described<CEnvironment> {
  public:
   static const ClassDescription& Description();
+  CEnvironment() = default;
+  explicit CEnvironment(ConnectedExcel excel) : excel_(std::move(excel)) {}
 
   /// The state for reading a report: no formula bar, gridlines and headings, every command bar disabled but
   /// the report toolbars, F1 and F3 to F12 without effect, the active workbook's names hidden.
@@ -18,6 +21,9 @@ class CEnvironment : public Described<CEnvironment> {
   void SetDefaultAppState(bool bDisplayHorizontalScrollBar);
   /// The state of an Excel that nobody changed; gives keys and names back.
   void SetDefaultExcelState();
+
+ private:
+  ConnectedExcel excel_;
 };
 
 }  // namespace qva

@@ -3,7 +3,6 @@
 #include <limits>
 
 #include "excelui/ExcelSettings.h"
-#include "global/Globals.h"
 
 namespace qva {
 
@@ -67,9 +66,9 @@ void CExcelState::RestoreExcelState() {
   if (!stack_.empty()) stack_.pop_back();
 }
 
-CExcelState::Snapshot CExcelState::TakeSnapshot() {
+CExcelState::Snapshot CExcelState::TakeSnapshot() const {
   Snapshot snapshot;
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   if (!application) return snapshot;
 
   ActiveSettings settings(application);
@@ -91,8 +90,8 @@ CExcelState::Snapshot CExcelState::TakeSnapshot() {
   return snapshot;
 }
 
-void CExcelState::PutBack(const Snapshot& snapshot) {
-  const excel::Application application = TheGlobals().application;
+void CExcelState::PutBack(const Snapshot& snapshot) const {
+  const excel::Application application = excel_.Application();
   IgnoreErrors([&] { application.SetCaption(snapshot.caption); });
 
   ActiveSettings settings(application);

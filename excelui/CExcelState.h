@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "excelui/ConnectedExcel.h"
 #include "platform/member_table.h"
 
 namespace qva {
@@ -17,6 +18,9 @@ struct SavedSetting;
 /// could not be read is not written back.
 class CExcelState : public Object {
  public:
+  CExcelState() = default;
+  explicit CExcelState(ConnectedExcel excel) : excel_(std::move(excel)) {}
+
   /// One snapshot more. The stack is at most 32 767 deep; then the latest snapshot is taken anew.
   void SaveExcelState();
   /// Puts the latest snapshot back and drops it. Does nothing when there is none.
@@ -48,9 +52,10 @@ class CExcelState : public Object {
     std::optional<bool> menu_bar_enabled;
   };
 
-  static Snapshot TakeSnapshot();
-  static void PutBack(const Snapshot& snapshot);
+  Snapshot TakeSnapshot() const;
+  void PutBack(const Snapshot& snapshot) const;
 
+  ConnectedExcel excel_;
   std::vector<Snapshot> stack_;
 };
 

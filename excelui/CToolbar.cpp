@@ -1,6 +1,5 @@
 #include "excelui/CToolbar.h"
 
-#include "global/Globals.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -168,7 +167,7 @@ std::uint8_t CToolbar::TotalButtons() const {
 }
 
 std::int32_t CToolbar::FindBar() {
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   excel::CommandBar bar;
   std::int32_t index = 0;
   IgnoreErrors([&] {
@@ -204,7 +203,7 @@ std::uint8_t CToolbar::BindHotKey(std::uint8_t button) {
       result = kDone;
       macro = control.OnAction();
     }
-    const excel::Application application = TheGlobals().application;
+    const excel::Application application = excel_.Application();
     const auto bind = [&](std::u16string_view code) {
       IgnoreErrors([&] { application.OnKey(code, macro); });
     };
@@ -216,7 +215,7 @@ std::uint8_t CToolbar::BindHotKey(std::uint8_t button) {
 }
 
 void CToolbar::ReleaseHotKeys(Refusals refusals) {
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   const Ref<CButtonProperties> buttons = buttons_;
   const auto release = [&](std::u16string_view code) {
     try {

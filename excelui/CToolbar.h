@@ -5,13 +5,15 @@
 #include <string>
 
 #include "excelui/CCommandsEvent.h"
+#include "excelui/ConnectedExcel.h"
 #include "platform/excel.h"
 #include "platform/member_table.h"
 
 namespace qva {
 
 /// A toolbar made from a workbook's settings sheet: one temporary bar of Excel, its buttons and their hot
-/// keys. All of that goes with the object.
+/// keys. All of that goes with the object. Bars and keys are those of the connection that it was made for, or
+/// of the one at Init, whoever connects later.
 ///
 /// The sheet has these named cells: "nTotalButtons" (0 to 254), "sToolBarCaption", "bMenuBar" and, where
 /// there are buttons, the headers "Button_ID", "Button_FaceID", "Button_Captions", "Button_Pictures",
@@ -26,6 +28,7 @@ class CToolbar : public Described<CToolbar> {
  public:
   static const ClassDescription& Description();
   CToolbar() = default;
+  explicit CToolbar(ConnectedExcel excel) : excel_(std::move(excel)) {}
   /// Deletes the bar, gives all hot keys back and empties the list of buttons. Ignores what Excel raises,
   /// call by call.
   ~CToolbar() override;
@@ -107,6 +110,7 @@ class CToolbar : public Described<CToolbar> {
   void ReleaseHotKeys(Refusals refusals);
   Ref<CDefaultButtons> DefaultButtons() const;
 
+  ConnectedExcel excel_;
   Ref<CCommandsEvent> cmd_event_;
   excel::Worksheet sheet_;
   excel::Workbook workbook_;

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "excelui/ExcelSettings.h"
-#include "global/Globals.h"
 #include "global/StartUp.h"
 
 namespace qva {
@@ -16,14 +15,13 @@ constexpr std::int32_t kMenuProtection = msoBarNoCustomize | msoBarNoChangeVisib
 
 /// The go-to-application command and the bar that it is on; each may be empty.
 struct GoToApp {
-  explicit GoToApp(const std::u16string& caption) {
+  GoToApp(const excel::Application& application, const std::u16string& caption) {
     IgnoreErrors([&] {
-      bar = MenuBar();
+      bar = MenuBar(application);
       command = bar.Controls(caption);
     });
   }
-  static excel::CommandBar MenuBar() {
-    const excel::Application application = TheGlobals().application;
+  static excel::CommandBar MenuBar(const excel::Application& application) {
     return application.CommandBars(kWorksheetMenuBar);
   }
 
@@ -76,7 +74,7 @@ CToolbars::~CToolbars() {
 }
 
 std::uint8_t CToolbars::CreateToolbar(excel::Worksheet oSheet) {
-  const auto toolbar = MakeRef<CToolbar>();
+  const auto toolbar = MakeRef<CToolbar>(excel_);
   toolbar->Init(oSheet.Parent(), oSheet);
   if (toolbar->TotalButtons() == 0) return 0;
   toolbars_.push_back(toolbar);
@@ -113,12 +111,13 @@ void CToolbars::Refresh() {
 
 void CToolbars::cmdGoToAppShow(std::u16string sMacros) {
   const std::u16string caption = cmdGoToAppCaption();
-  GoToApp go_to_app(caption);
+  const excel::Application application = excel_.Application();
+  GoToApp go_to_app(application, caption);
   if (go_to_app.command) {
     go_to_app.SetUp(caption, sMacros);
     return;
   }
-  if (!go_to_app.bar) go_to_app.bar = GoToApp::MenuBar();
+  if (!go_to_app.bar) go_to_app.bar = GoToApp::MenuBar(application);
   go_to_app.bar.SetProtection(msoBarNoProtection);
   try {
     go_to_app.command = go_to_app.bar.Controls().Add(msoControlButton);
@@ -131,7 +130,7 @@ void CToolbars::cmdGoToAppShow(std::u16string sMacros) {
 }
 
 void CToolbars::cmdGoToAppDelete() {
-  const GoToApp found(cmdGoToAppCaption());
+  const GoToApp found(excel_.Application(), cmdGoToAppCaption());
   if (!found.command) return;
   found.bar.SetProtection(msoBarNoProtection);
   found.command.Delete();

@@ -10,12 +10,13 @@
 namespace qva {
 
 /// The set of report toolbars, numbered by the set itself, and the go-to-application command on Excel's
-/// worksheet menu bar. Both go with the object: the toolbars first. Raises whatever Excel raises, unless a
-/// member says otherwise.
+/// worksheet menu bar. Both go with the object: the toolbars first. All stand in the Excel of the connection
+/// that the set was made for. Raises whatever Excel raises, unless a member says otherwise.
 class CToolbars : public Described<CToolbars> {
  public:
   static const ClassDescription& Description();
   CToolbars() = default;
+  explicit CToolbars(ConnectedExcel excel) : excel_(std::move(excel)) {}
   ~CToolbars() override;
 
   /// Builds a toolbar from a settings sheet. Result: its id, or 0 when the sheet describes none. An id is
@@ -42,6 +43,7 @@ class CToolbars : public Described<CToolbars> {
   std::u16string cmdGoToAppCaption() const;
 
  private:
+  ConnectedExcel excel_;
   std::vector<Ref<CToolbar>> toolbars_;
   /// The position from 1 of the toolbar that was last looked for, 0 when there was none.
   std::int16_t position_ = 0;

@@ -2,7 +2,6 @@
 #include <array>
 
 #include "excelui/CToolbar.h"
-#include "global/Globals.h"
 
 namespace qva {
 namespace {
@@ -62,10 +61,11 @@ void Store(const Column& column, const Value& cell, ButtonEntry& button) {
 }  // namespace
 
 void CToolbar::Init(excel::Workbook wb_Setings, excel::Worksheet ws_Setings) {
+  excel_.Hold();
   workbook_ = std::move(wb_Setings);
   sheet_ = std::move(ws_Setings);
   buttons_ = MakeRef<CButtonProperties>();
-  const auto events = MakeRef<CCommandsEvent>();
+  const auto events = MakeRef<CCommandsEvent>(excel_);
   cmd_event_ = events;
   id_ = 0;
   if (!ReadSettings()) return;
@@ -112,7 +112,7 @@ bool CToolbar::ReadSettings() {
 }
 
 void CToolbar::CreateBar() {
-  const excel::Application application = TheGlobals().application;
+  const excel::Application application = excel_.Application();
   // Held from here on, so that a failure leaves no bar behind.
   bar_ = application.CommandBars().Add(caption_, is_menu_bar_);
   bar_.SetVisible(false);
@@ -166,7 +166,7 @@ void CToolbar::AddControls() {
 }
 
 void CToolbar::AddDefaultButtons() {
-  default_buttons_ = MakeRef<CDefaultButtons>();
+  default_buttons_ = MakeRef<CDefaultButtons>(excel_);
   const Ref<CDefaultButtons> added = default_buttons_;
   added->Init(sheet_, bar_, buttons_);
   added->AddButtons();

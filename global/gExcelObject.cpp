@@ -70,6 +70,7 @@ gExcelObject::~gExcelObject() {
 
 std::int16_t gExcelObject::InitConnectEX(excel::Application App, Value, host::Book oAppBook) {
   Globals& globals = TheGlobals();
+  excel_ = ConnectedExcel(App);
   globals.application = std::move(App);
   if (oAppBook) globals.oBook = std::move(oAppBook);
   if (!globals.oBook) ConnectToHost();
@@ -143,7 +144,7 @@ void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
 
 void gExcelObject::InitToolBars() {
   // Made before it is counted: one that could not be made is made by the next call.
-  const Ref<CToolbars> made = toolbar_count_ == 0 ? MakeRef<CToolbars>() : Ref<CToolbars>();
+  const Ref<CToolbars> made = toolbar_count_ == 0 ? MakeRef<CToolbars>(excel_) : Ref<CToolbars>();
   Count(toolbar_count_, 1);
   if (made) TheGlobals().oToolBars = made;
 }
@@ -164,8 +165,8 @@ void gExcelObject::cmdHelp() {
 void gExcelObject::InitEnvironment() {
   if (environment_count_ == 0) {
     // Made before they are counted, as above.
-    const auto environment = MakeRef<CEnvironment>();
-    excel_state_ = MakeRef<CExcelState>();
+    const auto environment = MakeRef<CEnvironment>(excel_);
+    excel_state_ = MakeRef<CExcelState>(excel_);
     TheGlobals().oEnvironment = environment;
   }
   Count(environment_count_, 1);

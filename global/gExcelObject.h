@@ -6,6 +6,7 @@
 #include "excelui/CEnvironment.h"
 #include "excelui/CExcelState.h"
 #include "excelui/CToolbars.h"
+#include "excelui/ConnectedExcel.h"
 #include "platform/excel.h"
 #include "platform/host.h"
 #include "platform/member_table.h"
@@ -13,8 +14,8 @@
 namespace qva {
 
 /// Binds the library to the running Excel and to the host's open book, and owns the library-wide globals
-/// (global/Globals.h), which all instances share. An instance holds only its use counters and the snapshots
-/// of the user's Excel.
+/// (global/Globals.h), which all instances share. An instance holds only its use counters, the snapshots of
+/// the user's Excel, and the application that it connected last: what it makes goes on with that one.
 class gExcelObject : public Described<gExcelObject> {
  public:
   static const ClassDescription& Description();
@@ -66,6 +67,7 @@ class gExcelObject : public Described<gExcelObject> {
   /// Opens the book that the host setting "P0" names, and hands it to the host's own tools.
   void ConnectToHost();
 
+  ConnectedExcel excel_;
   Ref<CExcelState> excel_state_;
   std::int16_t connection_count_ = 0;
   std::int16_t toolbar_count_ = 0;

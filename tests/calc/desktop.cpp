@@ -175,6 +175,10 @@ void Desktop::TryKey(const std::string& title, const std::string& key) {
 
 void Desktop::Type(const Window& window, const std::string& text) {
   Focus(window);
+  TypeAnywhere(text);
+}
+
+void Desktop::TypeAnywhere(const std::string& text) {
   Once({"type", "--delay", "20", "--", text});
   Settle();
 }

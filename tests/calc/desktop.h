@@ -52,6 +52,8 @@ class Desktop {
   void TryKey(const std::string& title, const std::string& key);
   /// Types a text with the keyboard's focus on the window.
   void Type(const Window& window, const std::string& text);
+  /// Types a text wherever the keyboard's focus is.
+  void TypeAnywhere(const std::string& text);
   /// Clicks a place of the window, in pixels at 100 % scale from its upper left corner.
   void Click(const Window& window, int x, int y, int times = 1);
 

@@ -142,7 +142,7 @@ std::string Example(const std::filesystem::path& macro) {
   std::string shown = text.substr(first + begin.size(), last - first - begin.size());
   Replace(shown, "TheApplication()", "Application");
   Replace(shown, "TheWorkbook()", "ThisWorkbook");
-  Replace(shown, "TheSheet(", "Worksheets(");
+  Replace(shown, "TheSheet(", "ThisWorkbook.Worksheets(");
   Replace(shown, "Note ", "Debug.Print ");
   for (std::size_t at = shown.find("Show("); at != shown.npos; at = shown.find("Show(", at)) {
     if (at > 0 && shown[at - 1] == '.') {

@@ -34,16 +34,6 @@ class Action : public cppu::WeakImplHelper1<css::awt::XCallback> {
   std::function<void()> action_;
 };
 
-Reference<css::frame::XFrame> CurrentFrame() {
-  const auto desktop = css::frame::Desktop::create(Context());
-  const Reference<css::frame::XFrame> current = desktop->getCurrentFrame();
-  if (current.is()) return current;
-  // No window has been active yet.
-  const Reference<css::container::XIndexAccess> frames(desktop->getFrames(), UNO_QUERY);
-  if (!frames.is() || frames->getCount() == 0) return {};
-  return Reference<css::frame::XFrame>(frames->getByIndex(frames->getCount() - 1), UNO_QUERY);
-}
-
 }  // namespace
 
 Reference<css::awt::XToolkit> Toolkit() {
@@ -57,24 +47,20 @@ void Post(std::function<void()> action) {
   loop->addCallback(new Action(std::move(action)), Any());
 }
 
+Reference<css::frame::XFrame> CurrentFrame() {
+  const auto desktop = css::frame::Desktop::create(Context());
+  const Reference<css::frame::XFrame> current = desktop->getCurrentFrame();
+  if (current.is()) return current;
+  // No window has been active yet.
+  const Reference<css::container::XIndexAccess> frames(desktop->getFrames(), UNO_QUERY);
+  if (!frames.is() || frames->getCount() == 0) return {};
+  return Reference<css::frame::XFrame>(frames->getByIndex(frames->getCount() - 1), UNO_QUERY);
+}
+
 Reference<css::awt::XWindowPeer> DocumentWindow() {
   const Reference<css::frame::XFrame> frame = CurrentFrame();
   return frame.is() ? Reference<css::awt::XWindowPeer>(frame->getContainerWindow(), UNO_QUERY)
                     : Reference<css::awt::XWindowPeer>();
-}
-
-KeepsActiveDocument::KeepsActiveDocument() : frame_(CurrentFrame()) {
-}
-
-KeepsActiveDocument::~KeepsActiveDocument() {
-  if (!frame_.is()) return;
-  try {
-    frame_->activate();
-    // Otherwise the focus, which is given later, would activate the other document after all.
-    frame_->getContainerWindow()->setFocus();
-  } catch (const css::uno::Exception&) {
-    // The document is gone.
-  }
 }
 
 bool IsOnScreen() {

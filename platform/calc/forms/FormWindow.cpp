@@ -11,6 +11,7 @@
 
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/EventLoop.h"
+#include "platform/calc/forms/Modality.h"
 #include "platform/calc/forms/Painter.h"
 
 namespace qva::calc {
@@ -146,10 +147,10 @@ void FormWindow::ShowModal() {
   if (visible_) throw AutomationError(kFormAlreadyDisplayed);
   visible_ = true;
   failure_ = nullptr;
-  // Above another form there is no document to come back to.
-  std::optional<KeepsActiveDocument> keeps_document;
+  // Above another form all is disabled already.
+  std::optional<OthersDisabled> others_disabled;
   try {
-    if (Shown().empty()) keeps_document.emplace();
+    if (Shown().empty()) others_disabled.emplace();
     const OnTop on_top(*this);
     const Keys keys(*this);
     // LibreOffice gives the focus to the first control when it shows the dialog.
@@ -167,7 +168,7 @@ void FormWindow::ShowModal() {
   } catch (...) {
     Fail(std::current_exception());
   }
-  keeps_document.reset();
+  others_disabled.reset();
   if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
 

@@ -82,7 +82,7 @@ void BarCommands::setMasterDispatchProvider(const Reference<css::frame::XDispatc
 
 void BarCommands::dispatch(const css::util::URL& url, const Sequence<css::beans::PropertyValue>&) {
   const Reference<css::frame::XDispatch> alive(this);  // the macro may close the workbook
-  if (const std::shared_ptr<CommandTarget> target = target_.lock()) target->Execute(url.Complete);
+  if (const std::shared_ptr<CommandTarget> target = target_.lock()) target->Execute(url.Complete, frame_);
 }
 
 void BarCommands::addStatusListener(const Reference<css::frame::XStatusListener>& listener,

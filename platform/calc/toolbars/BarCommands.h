@@ -21,8 +21,9 @@ struct CommandState {
 class CommandTarget {
  public:
   virtual ~CommandTarget() = default;
-  /// Does what the command stands for; errors end here.
-  virtual void Execute(const rtl::OUString& command) = 0;
+  /// Does what the command stands for in the window of `frame`, where it was given; errors end here.
+  virtual void Execute(const rtl::OUString& command,
+                       const css::uno::Reference<css::frame::XFrame>& frame) = 0;
   virtual CommandState StateOf(const rtl::OUString& command) = 0;
 };
 
@@ -39,6 +40,7 @@ class BarCommands
   /// Takes part in the frame's dispatching until Leave.
   void Enter(const css::uno::Reference<css::frame::XFrame>& frame);
   void Leave();
+  const css::uno::Reference<css::frame::XFrame>& frame() const { return frame_; }
   /// Tells whoever shows one of the commands what it looks like now.
   void Broadcast();
 

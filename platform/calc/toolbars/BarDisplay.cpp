@@ -1,5 +1,6 @@
 #include "platform/calc/toolbars/BarDisplay.h"
 
+#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/ui/DockingArea.hpp>
 #include <com/sun/star/ui/ItemStyle.hpp>
@@ -123,12 +124,22 @@ std::u16string BarDisplay::AddPicture(std::u16string_view name,
   return key;
 }
 
-void BarDisplay::Show(const CommandBarApplication& bars) {
-  const auto controller = document_->getCurrentController();
-  const Reference<css::beans::XPropertySet> frame(
-      controller.is() ? controller->getFrame() : Reference<css::frame::XFrame>(), UNO_QUERY);
-  if (!frame.is()) return;
-  layout_.set(frame->getPropertyValue("LayoutManager"), UNO_QUERY_THROW);
+void BarDisplay::FindWindows(const std::vector<Reference<css::frame::XFrame>>& frames) {
+  std::vector<Window> windows;
+  for (const Reference<css::frame::XFrame>& frame : frames) {
+    const auto known = std::ranges::find(windows_, frame, &Window::frame);
+    Window& window = windows.emplace_back(known != windows_.end() ? *known : Window{frame, {}, {}, {}});
+    window.layout.set(
+        Reference<css::beans::XPropertySet>(frame, UNO_QUERY_THROW)->getPropertyValue("LayoutManager"),
+        UNO_QUERY_THROW);
+  }
+  windows_ = std::move(windows);
+}
+
+void BarDisplay::Show(const CommandBarApplication& bars,
+                      const std::vector<Reference<css::frame::XFrame>>& frames) {
+  FindWindows(frames);
+  if (windows_.empty()) return;
   configuration_ = Reference<css::ui::XUIConfigurationManagerSupplier>(document_, UNO_QUERY_THROW)
                        ->getUIConfigurationManager();
 
@@ -144,7 +155,7 @@ void BarDisplay::Show(const CommandBarApplication& bars) {
   }
   for (const auto& [resource, toolbar] : wanted) ShowToolbar(resource, toolbar);
   ShowMenuBar(bars);
-  ShowOwnBars(bars);
+  for (Window& window : windows_) ShowOwnBars(window, bars);
 }
 
 BarDisplay::Shown BarDisplay::Describe(const CommandBarData& bar) {
@@ -169,38 +180,42 @@ std::vector<BarDisplay::Item> BarDisplay::ItemsOf(const CommandBarData& bar, boo
 
 void BarDisplay::ShowToolbar(const OUString& resource, const Shown& toolbar) {
   const auto known = toolbars_.find(resource);
-  const bool is_changed = known == toolbars_.end() || !(known->second == toolbar);
-  const bool is_moved = known == toolbars_.end() || known->second.position != toolbar.position;
-  if (is_changed) {
+  if (known == toolbars_.end() || !(known->second == toolbar)) {
     const Reference<css::container::XIndexContainer> settings(configuration_->createSettings(),
                                                               UNO_QUERY_THROW);
     Reference<css::beans::XPropertySet>(settings, UNO_QUERY_THROW)
         ->setPropertyValue("UIName", Any(toolbar.title));
     Fill(settings, toolbar.items);
     // A toolbar follows its settings only while it is persistent.
-    SetPersistent(layout_->getElement(resource), true);
+    for (const Window& window : windows_) SetPersistent(window.layout->getElement(resource), true);
     Configure(resource, settings);
-    SetPersistent(layout_->getElement(resource), false);
+    for (const Window& window : windows_) SetPersistent(window.layout->getElement(resource), false);
     toolbars_[resource] = toolbar;
   }
-  // It is gone after LibreOffice showed something else in the window, such as the print preview.
-  if (const bool is_new = !layout_->getElement(resource).is(); is_new || is_moved) {
-    layout_->createElement(resource);
-    const Reference<css::ui::XUIElement> element = layout_->getElement(resource);
-    if (!element.is()) return;
-    SetPersistent(element, false);
-    layout_->showElement(resource);
-    Place(resource, toolbar);
-  }
+  for (Window& window : windows_) ShowIn(window, resource, toolbar.position);
 }
 
-void BarDisplay::Place(const OUString& resource, const Shown& toolbar) {
-  layout_->unlockWindow(resource);
+void BarDisplay::ShowIn(Window& window, const OUString& resource, std::int32_t position) {
+  const auto known = window.positions.find(resource);
+  const bool is_there = known != window.positions.end() && known->second == position;
+  // It is gone after LibreOffice showed something else in the window, such as the print preview.
+  if (is_there && window.layout->getElement(resource).is()) return;
+  window.layout->createElement(resource);
+  const Reference<css::ui::XUIElement> element = window.layout->getElement(resource);
+  if (!element.is()) return;
+  SetPersistent(element, false);
+  window.layout->showElement(resource);
+  Place(window, resource, position);
+  window.positions[resource] = position;
+}
+
+void BarDisplay::Place(Window& window, const OUString& resource, std::int32_t position) {
+  window.layout->unlockWindow(resource);
   using css::ui::DockingArea;
   DockingArea area = css::ui::DockingArea_DOCKINGAREA_TOP;
-  switch (toolbar.position) {
+  switch (position) {
     case msoBarFloating:
-      layout_->floatWindow(resource);
+      window.layout->floatWindow(resource);
       return;
     case msoBarLeft:
       area = css::ui::DockingArea_DOCKINGAREA_LEFT;
@@ -214,14 +229,17 @@ void BarDisplay::Place(const OUString& resource, const Shown& toolbar) {
     default:
       break;
   }
-  const bool is_row = toolbar.position != msoBarLeft && toolbar.position != msoBarRight;
-  layout_->dockWindow(resource, area,
-                      is_row ? css::awt::Point(0, kRowOfItsOwn) : css::awt::Point(kRowOfItsOwn, 0));
+  const bool is_row = position != msoBarLeft && position != msoBarRight;
+  window.layout->dockWindow(resource, area,
+                            is_row ? css::awt::Point(0, kRowOfItsOwn) : css::awt::Point(kRowOfItsOwn, 0));
 }
 
 void BarDisplay::RemoveToolbar(const OUString& resource) {
   toolbars_.erase(resource);
-  layout_->destroyElement(resource);
+  for (Window& window : windows_) {
+    window.positions.erase(resource);
+    window.layout->destroyElement(resource);
+  }
   if (configuration_->hasSettings(resource)) configuration_->removeSettings(resource);
 }
 
@@ -256,7 +274,7 @@ void BarDisplay::ShowMenuBar(const CommandBarApplication& bars) {
   Configure(kMenuBar, settings);
 }
 
-void BarDisplay::ShowOwnBars(const CommandBarApplication& bars) {
+void BarDisplay::ShowOwnBars(Window& window, const CommandBarApplication& bars) const {
   const bool has_other_menu_bar = !menu_bar_.title.isEmpty();
   for (const OwnBar& own : kOwnBars) {
     const OUString resource = OUString::createFromAscii(own.resource);
@@ -265,13 +283,13 @@ void BarDisplay::ShowOwnBars(const CommandBarApplication& bars) {
     for (const auto& bar : bars.command_bars) {
       if (bar->built_in && bar->name == own.name) is_wanted = is_wanted || IsVisible(*bar);
     }
-    const Reference<css::ui::XUIElement> element = layout_->getElement(resource);
-    if (!is_wanted && layout_->isElementVisible(resource)) {
+    const Reference<css::ui::XUIElement> element = window.layout->getElement(resource);
+    if (!is_wanted && window.layout->isElementVisible(resource)) {
       SetPersistent(element, false);
-      layout_->hideElement(resource);
-      hidden_.insert(resource);
-    } else if (is_wanted && hidden_.erase(resource) > 0) {
-      layout_->showElement(resource);
+      window.layout->hideElement(resource);
+      window.hidden.insert(resource);
+    } else if (is_wanted && window.hidden.erase(resource) > 0) {
+      window.layout->showElement(resource);
       SetPersistent(element, true);
     }
   }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <com/sun/star/container/XIndexContainer.hpp>
+#include <com/sun/star/frame/XFrame.hpp>
 #include <com/sun/star/frame/XLayoutManager2.hpp>
 #include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/graphic/XGraphic.hpp>
@@ -15,7 +16,7 @@
 
 namespace qva::calc {
 
-/// Shows the bars of one document in its window. All that is set up for it belongs to the document in memory
+/// Shows the bars of one document in its windows. All that is set up for it belongs to the document in memory
 /// and goes with it: neither the user's settings nor the document's file ever get anything of it.
 ///
 /// A bar of a macro's is a toolbar, or the menu bar while one that is a menu bar is visible. Controls that
@@ -26,8 +27,10 @@ class BarDisplay {
  public:
   explicit BarDisplay(const css::uno::Reference<css::frame::XModel>& document) : document_(document) {}
 
-  /// Makes the window show what the bars are now. Raises css::uno::Exception where LibreOffice refuses.
-  void Show(const commandbars::CommandBarApplication& bars);
+  /// Makes the document's windows show what the bars are now. Raises css::uno::Exception where LibreOffice
+  /// refuses.
+  void Show(const commandbars::CommandBarApplication& bars,
+            const std::vector<css::uno::Reference<css::frame::XFrame>>& frames);
 
   /// The command of a control (BarCommands), and the control of a command; null for any other one.
   static rtl::OUString CommandOf(const commandbars::CommandBarControlData& control);
@@ -57,13 +60,23 @@ class BarDisplay {
     friend bool operator==(const Shown&, const Shown&) = default;
   };
 
+  /// One of the document's windows.
+  struct Window {
+    css::uno::Reference<css::frame::XFrame> frame;
+    css::uno::Reference<css::frame::XLayoutManager2> layout;
+    std::map<rtl::OUString, std::int32_t> positions;  ///< of the toolbars that we put there, by resource
+    std::set<rtl::OUString> hidden;                   ///< LibreOffice's own bars that we hid
+  };
+
+  void FindWindows(const std::vector<css::uno::Reference<css::frame::XFrame>>& frames);
   static Shown Describe(const commandbars::CommandBarData& bar);
   static std::vector<Item> ItemsOf(const commandbars::CommandBarData& bar, bool is_menu);
   void ShowToolbar(const rtl::OUString& resource, const Shown& toolbar);
-  void Place(const rtl::OUString& resource, const Shown& toolbar);
+  static void ShowIn(Window& window, const rtl::OUString& resource, std::int32_t position);
+  static void Place(Window& window, const rtl::OUString& resource, std::int32_t position);
   void RemoveToolbar(const rtl::OUString& resource);
   void ShowMenuBar(const commandbars::CommandBarApplication& bars);
-  void ShowOwnBars(const commandbars::CommandBarApplication& bars);
+  void ShowOwnBars(Window& window, const commandbars::CommandBarApplication& bars) const;
   void SetFaces(const commandbars::CommandBarApplication& bars);
   void Fill(const css::uno::Reference<css::container::XIndexContainer>& settings,
             const std::vector<Item>& items);
@@ -74,13 +87,11 @@ class BarDisplay {
                  const css::uno::Reference<css::container::XIndexContainer>& settings);
 
   css::uno::Reference<css::frame::XModel> document_;
-  // Of the window that Show found.
-  css::uno::Reference<css::frame::XLayoutManager2> layout_;
+  std::vector<Window> windows_;
   css::uno::Reference<css::ui::XUIConfigurationManager> configuration_;
 
   std::map<rtl::OUString, Shown> toolbars_;        ///< by resource
   Shown menu_bar_;                                 ///< without items: LibreOffice's own
-  std::set<rtl::OUString> hidden_;                 ///< LibreOffice's own bars that we hid
   std::map<rtl::OUString, std::u16string> faces_;  ///< by command: what its icon shows
   std::map<std::u16string, css::uno::Reference<css::graphic::XGraphic>> pictures_;
 };

@@ -1,10 +1,13 @@
 #include "platform/calc/toolbars/DocumentBars.h"
 
+#include <algorithm>
 #include <com/sun/star/awt/XRequestCallback.hpp>
 #include <com/sun/star/container/NoSuchElementException.hpp>
+#include <com/sun/star/document/XDocumentEventBroadcaster.hpp>
 #include <com/sun/star/frame/DispatchHelper.hpp>
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/frame/XFrameActionListener.hpp>
+#include <com/sun/star/frame/XModel2.hpp>
 #include <com/sun/star/ui/XAcceleratorConfiguration.hpp>
 #include <com/sun/star/ui/XUIConfigurationManagerSupplier.hpp>
 #include <cppuhelper/implbase1.hxx>
@@ -16,6 +19,7 @@
 #include "platform/calc/toolbars/Faces.h"
 #include "platform/calc/toolbars/KeyNotation.h"
 #include "platform/excel.h"
+#include "platform/services.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -33,6 +37,31 @@ std::vector<std::shared_ptr<DocumentBars>>& OpenDocuments() {
   return documents;
 }
 
+using Applications = std::vector<css::uno::WeakReference<css::uno::XInterface>>;
+
+/// Of the workbooks that were closed: LibreOffice crashes when they are asked for their workbook.
+Applications& ClosedApplications() {
+  static auto& applications = *new Applications;
+  return applications;
+}
+
+bool Contains(const Applications& applications, const Reference<css::uno::XInterface>& application) {
+  return std::ranges::any_of(
+      applications, [&](const auto& known) { return Reference<css::uno::XInterface>(known) == application; });
+}
+
+/// The windows of a document.
+std::vector<Reference<css::frame::XFrame>> FramesOf(const Reference<css::frame::XModel>& document) {
+  std::vector<Reference<css::frame::XFrame>> frames;
+  const auto controllers = Reference<css::frame::XModel2>(document, UNO_QUERY_THROW)->getControllers();
+  while (controllers->hasMoreElements()) {
+    const Reference<css::frame::XController> controller(controllers->nextElement(), UNO_QUERY_THROW);
+    const Reference<css::frame::XFrame> frame = controller->getFrame();
+    if (frame.is() && std::ranges::find(frames, frame) == frames.end()) frames.push_back(frame);
+  }
+  return frames;
+}
+
 /// Shows the bars from LibreOffice's event loop.
 class ShowLater : public cppu::WeakImplHelper1<css::awt::XCallback> {
  public:
@@ -45,10 +74,14 @@ class ShowLater : public cppu::WeakImplHelper1<css::awt::XCallback> {
   std::weak_ptr<DocumentBars> bars_;
 };
 
-/// Learns of the end of a document.
-class CloseListener : public cppu::WeakImplHelper1<css::lang::XEventListener> {
+/// Learns of a document's further windows and of its end.
+class DocumentWatcher : public cppu::WeakImplHelper1<css::document::XDocumentEventListener> {
  public:
-  explicit CloseListener(std::weak_ptr<DocumentBars> bars) : bars_(std::move(bars)) {}
+  explicit DocumentWatcher(std::weak_ptr<DocumentBars> bars) : bars_(std::move(bars)) {}
+  void SAL_CALL documentEventOccured(const css::document::DocumentEvent& event) override {
+    const auto bars = bars_.lock();
+    if (bars && event.EventName == "OnViewCreated") bars->CommandBarsChanged();
+  }
   void SAL_CALL disposing(const css::lang::EventObject&) override {
     if (const auto bars = bars_.lock()) bars->Close();
   }
@@ -94,25 +127,37 @@ css::awt::KeyEvent RequireKey(std::u16string_view notation) {
 }  // namespace
 
 std::shared_ptr<DocumentBars> DocumentBars::Of(const ObjectPtr& application) {
+  const Reference<css::uno::XInterface> identity(ToAny(application), UNO_QUERY_THROW);
+  for (const auto& bars : OpenDocuments()) {
+    if (Contains(bars->applications_, identity)) return bars;
+  }
+  if (Contains(ClosedApplications(), identity)) {
+    throw AutomationError(kApplicationDefined, u"LibreOffice", u"The workbook is closed");
+  }
   const excel::Workbook workbook = excel::Application(application).ThisWorkbook();
   const auto document = DocumentOfSheet(GetObject(workbook.object(), u"Sheets", {1}));
-  for (const auto& bars : OpenDocuments()) {
-    if (bars->document() == document) return bars;
+  const auto known = std::ranges::find(OpenDocuments(), document, &DocumentBars::document);
+  if (known != OpenDocuments().end()) {
+    (*known)->applications_.emplace_back(identity);
+    return *known;
   }
   const auto bars = std::make_shared<DocumentBars>(document);
-  bars->commands_ = new BarCommands(bars);
+  bars->applications_.emplace_back(identity);
   bars->watcher_ = new FrameWatcher(bars);
-  document->addEventListener(new CloseListener(bars));
+  const rtl::Reference<DocumentWatcher> watcher = new DocumentWatcher(bars);
+  document->addEventListener(watcher.get());
+  Reference<css::document::XDocumentEventBroadcaster>(document, UNO_QUERY_THROW)
+      ->addDocumentEventListener(watcher.get());
   OpenDocuments().push_back(bars);
   return bars;
 }
 
 DocumentBars::DocumentBars(const Reference<css::frame::XModel>& document)
-    : document_(document), display_(document) {
+    : document_(document), names_{FileNameOf(document)}, display_(document) {
 }
 
 void DocumentBars::RunMacro(const std::u16string& name) {
-  if (document_.is()) RunDocumentMacro(document_, name);
+  if (document_.is()) RunDocumentMacro(document_, names_, name);
 }
 
 void DocumentBars::CommandBarsChanged() {
@@ -133,48 +178,50 @@ void DocumentBars::Show() {
   is_waiting_ = false;
   if (!document_.is()) return;
   try {
-    EnterFrame();
-    display_.Show(*this);
-    commands_->Broadcast();
+    names_.insert(FileNameOf(document_));
+    EnterFrames();
+    display_.Show(*this, FramesOf(document_));
+    for (const auto& commands : std::vector(commands_)) commands->Broadcast();
   } catch (const css::uno::Exception&) {
     // The bars are what they are even where they cannot be seen.
   }
 }
 
-void DocumentBars::EnterFrame() {
-  const auto controller = document_->getCurrentController();
-  const Reference<css::frame::XFrame> frame = controller.is() ? controller->getFrame() : nullptr;
-  if (frame == frame_ || !frame.is()) return;
-  if (frame_.is()) {
-    commands_->Leave();
-    frame_->removeFrameActionListener(watcher_);
+void DocumentBars::EnterFrames() {
+  const auto frames = FramesOf(document_);
+  std::erase_if(commands_, [&](const rtl::Reference<BarCommands>& commands) {
+    const Reference<css::frame::XFrame> frame = commands->frame();
+    if (std::ranges::find(frames, frame) != frames.end()) return false;
+    commands->Leave();
+    frame->removeFrameActionListener(watcher_);
+    return true;
+  });
+  for (const Reference<css::frame::XFrame>& frame : frames) {
+    if (std::ranges::find(commands_, frame, &BarCommands::frame) != commands_.end()) continue;
+    commands_.push_back(new BarCommands(weak_from_this()));
+    commands_.back()->Enter(frame);
+    frame->addFrameActionListener(watcher_);
   }
-  frame_ = frame;
-  commands_->Enter(frame);
-  frame->addFrameActionListener(watcher_);
 }
 
-void DocumentBars::Execute(const OUString& command) {
+void DocumentBars::Execute(const OUString& command, const Reference<css::frame::XFrame>& frame) {
   const auto alive = shared_from_this();
+  std::u16string macro;  // a copy: what it does may change the button or the key
   try {
     if (const auto control = BarDisplay::ControlOf(*this, command)) {
       if (!control->visible || !control->enabled) return;
-      if (!control->on_action.empty()) {
-        RunMacro(control->on_action);
-      } else if (const OUString own = BuiltInCommand(control->id); !own.isEmpty()) {
-        const Reference<css::frame::XDispatchProvider> provider(frame_, UNO_QUERY_THROW);
+      macro = control->on_action;
+      if (const OUString own = BuiltInCommand(control->id); macro.empty() && !own.isEmpty()) {
+        const Reference<css::frame::XDispatchProvider> provider(frame, UNO_QUERY_THROW);
         css::frame::DispatchHelper::create(Context())->executeDispatch(provider, own, "", 0, {});
       }
-      return;
     }
     for (const auto& [key, binding] : keys_) {
-      if (CommandOf(key) != command) continue;
-      const std::u16string macro = binding.macro;  // it may bind the key anew
-      if (!macro.empty()) RunMacro(macro);
-      return;
+      if (CommandOf(key) == command) macro = binding.macro;
     }
+    if (!macro.empty()) RunMacro(macro);
   } catch (const AutomationError&) {
-    // There is no such macro: nothing happens.
+    GetServices().message_box->Show(u"Nerasta makrokomanda „" + macro + u"“.", vbCritical, u"");
   } catch (const css::uno::Exception&) {
     // LibreOffice tells about its own failures.
   }
@@ -193,8 +240,8 @@ OUString DocumentBars::CommandOf(const Key& key) {
 void DocumentBars::BindKey(std::u16string_view key, const std::u16string& macro) {
   const css::awt::KeyEvent event = RequireKey(key);
   const Key pressed{event.KeyCode, event.Modifiers};
-  if (!document_.is()) return;
-  EnterFrame();
+  if (!document_.is() || event.KeyCode == 0) return;
+  EnterFrames();
   if (const auto known = keys_.find(pressed); known != keys_.end()) {
     known->second.macro = macro;
     return;
@@ -235,9 +282,14 @@ void DocumentBars::Close() {
   command_bars.clear();
   keys_.clear();
   document_.clear();
-  if (frame_.is()) commands_->Leave();
-  frame_.clear();
+  for (const auto& commands : commands_) commands->Leave();
+  commands_.clear();
   display_ = BarDisplay({});
+  auto& closed = ClosedApplications();
+  std::erase_if(closed,
+                [](const auto& application) { return !Reference<css::uno::XInterface>(application).is(); });
+  closed.insert(closed.end(), applications_.begin(), applications_.end());
+  applications_.clear();
 }
 
 }  // namespace qva::calc

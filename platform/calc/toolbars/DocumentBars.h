@@ -3,11 +3,14 @@
 
 #include <com/sun/star/frame/XFrameActionListener.hpp>
 #include <com/sun/star/frame/XModel.hpp>
+#include <cppuhelper/weakref.hxx>
 #include <map>
 #include <memory>
 #include <rtl/ref.hxx>
+#include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/calc/toolbars/BarCommands.h"
 #include "platform/calc/toolbars/BarDisplay.h"
@@ -17,13 +20,14 @@
 namespace qva::calc {
 
 /// What Application.CommandBars and Application.OnKey stand for. Excel has one set of bars; here each
-/// workbook has a set of its own, that of its window, from the first question for it until the workbook is
+/// workbook has a set of its own, that of its windows, from the first question for it until the workbook is
 /// closed. What changes is shown when LibreOffice next handles its events.
 class DocumentBars : public commandbars::CommandBarApplication,
                      public CommandTarget,
                      public std::enable_shared_from_this<DocumentBars> {
  public:
-  /// The bars of the workbook whose macros an Application is for. Raises what LibreOffice raises.
+  /// The bars of the workbook whose macros an Application is for. Raises 1004 when the workbook is known to
+  /// be closed, and what LibreOffice raises.
   static std::shared_ptr<DocumentBars> Of(const ObjectPtr& application);
 
   explicit DocumentBars(const css::uno::Reference<css::frame::XModel>& document);
@@ -32,12 +36,14 @@ class DocumentBars : public commandbars::CommandBarApplication,
 
   void RunMacro(const std::u16string& name) override;
   void CommandBarsChanged() override;
-  void Execute(const rtl::OUString& command) override;
+  /// A macro that is missing is told to the user.
+  void Execute(const rtl::OUString& command, const css::uno::Reference<css::frame::XFrame>& frame) override;
   CommandState StateOf(const rtl::OUString& command) override;
 
-  /// Lets a key run a macro, or do nothing when `macro` is empty. Raises 1004 for what is no key.
+  /// Lets a key run a macro, or do nothing when `macro` is empty; without effect for a key that LibreOffice
+  /// binds no command to. Raises 1004 for what is no key.
   void BindKey(std::u16string_view key, const std::u16string& macro);
-  /// Gives a key its meaning in LibreOffice back.
+  /// Gives a key its meaning in LibreOffice back. Raises as BindKey.
   void ResetKey(std::u16string_view key);
 
   /// Puts a picture on the bars' clipboard.
@@ -57,12 +63,13 @@ class DocumentBars : public commandbars::CommandBarApplication,
   };
 
   static rtl::OUString CommandOf(const Key& key);
-  /// Takes part in the dispatching of the window that the document is in now.
-  void EnterFrame();
+  /// Takes part in the dispatching of the windows that the document is in now, and in no other one's.
+  void EnterFrames();
 
   css::uno::Reference<css::frame::XModel> document_;  ///< null once it was closed
-  css::uno::Reference<css::frame::XFrame> frame_;     ///< whose dispatching we take part in
-  rtl::Reference<BarCommands> commands_;
+  std::set<std::u16string> names_;                    ///< that the document's file has had
+  std::vector<css::uno::WeakReference<css::uno::XInterface>> applications_;  ///< of the document's macros
+  std::vector<rtl::Reference<BarCommands>> commands_;                        ///< one for each window
   css::uno::Reference<css::frame::XFrameActionListener> watcher_;
   BarDisplay display_;
   std::map<Key, Binding> keys_;

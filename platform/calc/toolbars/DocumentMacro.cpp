@@ -1,5 +1,6 @@
 #include "platform/calc/toolbars/DocumentMacro.h"
 
+#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
@@ -26,11 +27,7 @@ Reference<css::frame::XModel> DocumentNamed(std::u16string_view file_name) {
   const auto components = css::frame::Desktop::create(Context())->getComponents()->createEnumeration();
   while (components->hasMoreElements()) {
     const Reference<css::frame::XModel> model(components->nextElement(), UNO_QUERY);
-    if (!model.is()) continue;
-    const OUString url = model->getURL();
-    const OUString name =
-        rtl::Uri::decode(url.copy(url.lastIndexOf('/') + 1), rtl_UriDecodeWithCharset, RTL_TEXTENCODING_UTF8);
-    if (EqualIgnoringCase(FromUno(name), file_name)) return model;
+    if (model.is() && EqualIgnoringCase(FileNameOf(model), file_name)) return model;
   }
   return {};
 }
@@ -66,12 +63,22 @@ Reference<css::script::provider::XScript> Find(const Reference<css::frame::XMode
 
 }  // namespace
 
-void RunDocumentMacro(const Reference<css::frame::XModel>& document, std::u16string_view name) {
+std::u16string FileNameOf(const Reference<css::frame::XModel>& document) {
+  const OUString url = document->getURL();
+  return FromUno(
+      rtl::Uri::decode(url.copy(url.lastIndexOf('/') + 1), rtl_UriDecodeWithCharset, RTL_TEXTENCODING_UTF8));
+}
+
+void RunDocumentMacro(const Reference<css::frame::XModel>& document, const std::set<std::u16string>& names,
+                      std::u16string_view name) {
   Reference<css::frame::XModel> owner = document;
   std::u16string_view macro = name;
   if (const std::size_t mark = name.rfind(u'!'); mark != name.npos) {
     macro = name.substr(mark + 1);
-    owner = DocumentNamed(name.substr(0, mark));
+    const std::u16string_view file_name = name.substr(0, mark);
+    const bool is_own = std::ranges::any_of(
+        names, [&](const std::u16string& own) { return EqualIgnoringCase(own, file_name); });
+    if (!is_own) owner = DocumentNamed(file_name);
     // A workbook that was never saved has no file.
     if (!owner.is()) owner = document;
   }

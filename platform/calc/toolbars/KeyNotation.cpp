@@ -17,37 +17,29 @@ struct NamedKey {
   sal_Int16 code;
 };
 
+/// A key that LibreOffice binds no command to.
+constexpr sal_Int16 kUnbound = 0;
+
 constexpr NamedKey kNamedKeys[] = {
-    {u"BACKSPACE", Key::BACKSPACE},
-    {u"BS", Key::BACKSPACE},
-    {u"DELETE", Key::DELETE},
-    {u"DEL", Key::DELETE},
-    {u"DOWN", Key::DOWN},
-    {u"END", Key::END},
-    {u"ENTER", Key::RETURN},
-    {u"RETURN", Key::RETURN},
-    {u"ESCAPE", Key::ESCAPE},
-    {u"ESC", Key::ESCAPE},
-    {u"HELP", Key::HELP},
-    {u"HOME", Key::HOME},
-    {u"INSERT", Key::INSERT},
-    {u"LEFT", Key::LEFT},
-    {u"PGDN", Key::PAGEDOWN},
-    {u"PGUP", Key::PAGEUP},
-    {u"RIGHT", Key::RIGHT},
-    {u"TAB", Key::TAB},
-    {u"UP", Key::UP},
+    {u"BACKSPACE", Key::BACKSPACE}, {u"BS", Key::BACKSPACE},  {u"BREAK", kUnbound},
+    {u"CAPSLOCK", kUnbound},        {u"CLEAR", kUnbound},     {u"DELETE", Key::DELETE},
+    {u"DEL", Key::DELETE},          {u"DOWN", Key::DOWN},     {u"END", Key::END},
+    {u"ENTER", Key::RETURN},        {u"RETURN", Key::RETURN}, {u"ESCAPE", Key::ESCAPE},
+    {u"ESC", Key::ESCAPE},          {u"HELP", Key::HELP},     {u"HOME", Key::HOME},
+    {u"INSERT", Key::INSERT},       {u"LEFT", Key::LEFT},     {u"NUMLOCK", kUnbound},
+    {u"PGDN", Key::PAGEDOWN},       {u"PGUP", Key::PAGEUP},   {u"RIGHT", Key::RIGHT},
+    {u"SCROLLLOCK", kUnbound},      {u"TAB", Key::TAB},       {u"UP", Key::UP},
 };
 
 constexpr int kFunctionKeys = 15;
 
-/// 0 for what is no key.
-sal_Int16 CodeOf(std::u16string_view name) {
+/// Nothing for what is no key.
+std::optional<sal_Int16> CodeOf(std::u16string_view name) {
   if (name.size() == 1) {
     const char16_t c = ToLower(name)[0];
     if (c >= u'a' && c <= u'z') return static_cast<sal_Int16>(Key::A + (c - u'a'));
     if (c >= u'0' && c <= u'9') return static_cast<sal_Int16>(Key::NUM0 + (c - u'0'));
-    return c == u'~' ? Key::RETURN : sal_Int16{0};
+    return c == u'~' ? Key::RETURN : kUnbound;
   }
   for (const NamedKey& key : kNamedKeys) {
     if (EqualIgnoringCase(key.name, name)) return key.code;
@@ -56,7 +48,7 @@ sal_Int16 CodeOf(std::u16string_view name) {
     if (EqualIgnoringCase(u"F" + NumberText(number), name))
       return static_cast<sal_Int16>(Key::F1 + number - 1);
   }
-  return 0;
+  return std::nullopt;
 }
 
 }  // namespace
@@ -75,8 +67,9 @@ std::optional<css::awt::KeyEvent> ParseKey(std::u16string_view notation) {
   if (notation.size() > 2 && notation.front() == u'{' && notation.back() == u'}') {
     notation = notation.substr(1, notation.size() - 2);
   }
-  key.KeyCode = CodeOf(notation);
-  if (key.KeyCode == 0) return std::nullopt;
+  const std::optional<sal_Int16> code = CodeOf(notation);
+  if (!code) return std::nullopt;
+  key.KeyCode = *code;
   return key;
 }
 

@@ -14,10 +14,6 @@ Sub Main()
     oOther.Sheets(1).Name = "Kitas"
     m.Show "Pereikite į kitą knygą", "Pradžia", Array("Gerai")
     WriteActive "new"
-    ThisWorkbook.Activate
-    Do Until ActiveWorkbook.Name = oOther.Name
-        Wait 300
-    Loop
     ' The window of the other workbook keeps the focus.
     ThisWorkbook.Activate
     m.Show "Viena", "Pirmas", Array("Gerai")

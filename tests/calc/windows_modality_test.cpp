@@ -1,0 +1,38 @@
+// What a user can do while one of the library's windows is shown in LibreOffice: nothing, in any document.
+#include "tests/calc/windows_fixture.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+
+TEST_F(CalcWindows, CoverEveryDocumentAndGiveTheCallersBack) {
+  StartMacro("shown_modal", {"--show"}, desktop.environment());
+  const Desktop::Window start = desktop.WaitForWindow("Pradžia");
+  const Desktop::Window other = desktop.WaitForWindow("^Untitled");
+  Leave(start, "Return");
+  /// A window of the library, while which the user tries to type into the other workbook.
+  const auto show = [&](const std::string& title) {
+    const Desktop::Window window = desktop.WaitForWindow(title);
+    desktop.Click(other, 300, 500);
+    desktop.TypeAnywhere("77");
+    return window;
+  };
+  Leave(show("Langas 1"), "Return");
+  Leave(show(kDate), "Escape");
+  Leave(show("Langas 2"), "Return");
+  Leave(show(kDate), "Return");
+  // What was disabled works again.
+  Leave(desktop.WaitForWindow("Pabaiga"), "Return");
+  desktop.Type(other, "77");
+  desktop.Keys(other, {"Return"});
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  const std::string box_line = "box: Lapas Lapas $A$1";
+  const std::string date_line = "date: Lapas Lapas $A$1";
+  EXPECT_THAT(run.lines,
+              ElementsAre(box_line, date_line, box_line, date_line, "other: Kitas Kitas $A$1", "typed"));
+}
+
+}  // namespace
+}  // namespace qva
