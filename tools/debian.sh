@@ -53,4 +53,9 @@ cp -L /etc/resolv.conf /etc/hosts "$system/etc"
 
 rm -rf "$system/root/project"
 git clone --quiet --no-hardlinks "$project" "$system/root/project"
-unshare --mount --pid --fork --kill-child "$0" --inside "$system" "$@" 9>&-
+unshare --mount --pid --fork --kill-child "$0" --inside "$system" "$@" 9>&- &
+# With it goes the first process of its namespace, and with that one all others.
+trap 'kill -KILL $! 2> /dev/null || true' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+wait $!

@@ -35,8 +35,7 @@ TEST_F(CalcRecordset, IsWrittenIntoCellsFromItsCurrentRecordOn) {
           "behind the end: 3021 | ADODB.Recordset | Either BOF or EOF is True, or the current record has "
           "been deleted. Requested operation requires a current record.",
           "Date 2024-05-15; Date 2024-05-15; Double 2.55; String 2024-05-15 d.; Empty ; ",
-          "Date 2024-05-15; Date 2024-05-15; Double 2.55; String 2024-05-15 d.; Empty ; ",
-          "hours: 0 18"));
+          "Date 2024-05-15; Date 2024-05-15; Double 2.55; String 2024-05-15 d.; Empty ; ", "hours: 0 18"));
 }
 
 }  // namespace
