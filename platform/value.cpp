@@ -187,9 +187,9 @@ std::u16string DoubleText(double x, std::u16string_view decimal_separator) {
     out = "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
   } else if (count <= exponent + 1) {
     out = digits;
-    out.resize(static_cast<std::size_t>(exponent + 1), '0');
+    out.resize(static_cast<std::size_t>(exponent) + 1, '0');
   } else {
-    const auto whole = static_cast<std::size_t>(exponent + 1);
+    const auto whole = static_cast<std::size_t>(exponent) + 1;
     out = digits.substr(0, whole) + "." + digits.substr(whole);
   }
   std::u16string text = FromUtf8((negative ? "-" : "") + out);
