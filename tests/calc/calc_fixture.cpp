@@ -103,6 +103,7 @@ void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> 
     environment["LD_PRELOAD"] = SanitizerRuntime();
     environment["ASAN_OPTIONS"] = "detect_leaks=0";
   }
+  fs::remove(folder / "printed.txt");  // of an earlier run
   run_ = std::make_unique<Process>(std::vector<std::string>{"sh", "-c", command}, environment,
                                    folder / "errors.txt");
 }

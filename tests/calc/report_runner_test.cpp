@@ -222,7 +222,7 @@ TEST_F(ReportRunner, TheNextRunHasTheFolderAfterATimeLimitAnInterruptionAndAKill
     start();
     WaitForOutput("Running ");
   };
-  EXPECT_EQ(RunMacro("endless", {"--timeout", "12"}).exit_status, 3);
+  EXPECT_EQ(RunMacro("endless", {"--timeout", "6"}).exit_status, 3);
   EXPECT_FALSE(std::filesystem::exists(output / ".~lock.endless.fods#"));
   runs();
   const RunResult second = RunBeside("endless");
