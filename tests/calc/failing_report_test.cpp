@@ -40,7 +40,7 @@ class CalcFailingReport : public CalcTest {
     const RunResult run =
         RunWorkbook(file, {"--no-picture", "--macro", "Tikrinimas.RunSample", "--form-answers",
                            (SourceFolder() / "samples/balance.answers").string()});
-    EXPECT_EQ(run.exit_status, 0) << run.errors;
+    EXPECT_EQ(run.exit_status, 1) << run.errors;
     EXPECT_THAT(run.messages, HasSubstr("text:    Nutrūko"));
     EXPECT_THAT(run.lines,
                 ElementsAre(std::string("before: ") + kUsersProgram, std::string("after: ") + kUsersProgram));
