@@ -1,7 +1,7 @@
 # The short front of the project. Everything is built under build/, results are left under out/.
 
 .DEFAULT_GOAL := help
-.PHONY: help run test windows bench docs package format clean
+.PHONY: help run test check windows bench docs package format clean
 
 help:  ## Show this list
 	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 18
@@ -15,14 +15,18 @@ unattended = --form-answers samples/$(REPORT).answers --expect "drives/C/Ataskai
 
 run:  ## Set up, build, and run a sample report in LibreOffice (REPORT=balance, profit-loss or vat; SHOW=1 on the screen)
 	@tools/install-packages.sh run
-	@cmake --preset release -DQVA_TESTS=OFF > /dev/null
-	@cmake --build --preset release
+	@cmake --preset release > /dev/null
+	@cmake --build --preset release --target report-runner qva_calc qva_host
 	@build/release/tools/report-runner --build-folder build/release --output-folder out/$(REPORT) \
 	  --log $(REPORT).log $(if $(SHOW),--show,$(unattended)) samples/$(REPORT).fods
 
 test:  ## Set up, build everything and run all tests
 	@tools/install-packages.sh run test windows package
 	@tools/test.sh
+
+check:  ## The short loop: formatting of what differs from the last commit, build, tests of library and seam
+	@tools/install-packages.sh run test
+	@tools/check.sh
 
 windows:  ## Cross-compile for 64-bit and 32-bit Windows
 	@tools/install-packages.sh windows
@@ -31,7 +35,7 @@ windows:  ## Cross-compile for 64-bit and 32-bit Windows
 
 bench:  ## Build and run the benchmarks
 	@tools/install-packages.sh run bench windows
-	@cmake --preset release -DQVA_TESTS=OFF -DQVA_BENCH=ON > /dev/null
+	@cmake --preset release -DQVA_BENCH=ON > /dev/null
 	@cmake --build --preset release
 	@build/release/bench/qva_bench
 	@tools/bench-calc.sh
@@ -39,13 +43,13 @@ bench:  ## Build and run the benchmarks
 
 docs:  ## Write docs/guide.md anew from the member tables
 	@tools/install-packages.sh run
-	@cmake --preset release -DQVA_TESTS=OFF > /dev/null
+	@cmake --preset release > /dev/null
 	@cmake --build --preset release --target guide
 	@build/release/guide .
 
 package: windows  ## Make the packages for Windows (zip) and LibreOffice (oxt) under out/
 	@tools/install-packages.sh run package
-	@cmake --preset release -DQVA_TESTS=OFF > /dev/null
+	@cmake --preset release > /dev/null
 	@cmake --build --preset release
 	@tools/package.sh build/release build/windows-x64 build/windows-x86 out
 

@@ -4,38 +4,35 @@
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
-builds=(build/debug build/windows-x64 build/windows-x86)
-passed=0 failed=0 skipped=0
+. tools/test-lib.sh
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 
-check() {
-  if [[ $1 -eq 0 ]]; then
-    passed=$((passed + 1))
-    echo "passed: $2"
-  else
-    failed=$((failed + 1))
-    echo "FAILED: $2"
-  fi
-}
+builds=(build/debug build/windows-x64 build/windows-x86)
 
 # Versions format differently, in a few places; the house's is 14.
 format=$(command -v clang-format-14 || command -v clang-format)
 if [[ $("$format" --version 2> /dev/null) == *"version 14."* ]]; then
   git ls-files '*.h' '*.cpp' | xargs "$format" --dry-run -Werror
-  check $? "formatting"
+  report "formatting" $?
 else
-  skipped=$((skipped + 1))
-  echo "NOT RUN: formatting, which only clang-format 14 can tell"
+  not_run "formatting, which only clang-format 14 can tell"
 fi
 
-# The benchmarks are built on request only.
+# The benchmarks are built on request only. Sources that are compiled some at a time stand in files of the build.
+for build in "${builds[@]}"; do cat "$build"/compile_commands.json "$build"/CMakeFiles/*/Unity/*.cxx; done > "$work/sources"
 lost=$(git ls-files '*.cpp' ':!bench' | while read -r source; do
-  grep -qsF "\"$PWD/$source\"" "${builds[@]/%//compile_commands.json}" || echo "not in the build: $source"
+  grep -qF "\"$PWD/$source\"" "$work/sources" || echo "not in the build: $source"
 done)
 printf '%s' "${lost:+$lost$'\n'}"
-check ${#lost} "every source is in a build"
+report "every source is in a build" ${#lost}
+
+# A system's header has a folder or ends in .h; below platform/ stand the adapters.
+strays=$(grep -nE '^#include ("(platform/[a-z]+/|server/|host/|tests/)|<([a-z]+/|[A-Za-z]+\.h[px]*>))' \
+  {global,period,reports,storage,excelui}/*.{h,cpp})
+printf '%s' "${strays:+$strays$'\n'}"
+report "the library includes the seam and the standard library alone" ${#strays}
 
 tools/tidy.pl "${builds[@]:0:2}"
-check $? "clang-tidy"
-
-printf '\n%d passed, %d failed, %d skipped\n' "$passed" "$failed" "$skipped"
-[[ $failed -eq 0 && $passed -gt 0 ]]
+report "clang-tidy" $?
+sum_up

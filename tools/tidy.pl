@@ -79,10 +79,20 @@ sub opens_namespace {
   return contents(shift->{file}) =~ /^using namespace/m;
 }
 
+# The commands of a build, one for each source: those that are compiled some at a time stand in a file that includes them.
+sub commands {
+  return map {
+    my $entry = $_;
+    $entry->{file} =~ m{/Unity/\w+\.cxx$}
+      ? map { { %$entry, file => $_ } } contents($entry->{file}) =~ /^#include "(.*)"/mg
+      : $entry
+  } @{ decode_json(contents(shift . '/compile_commands.json')) };
+}
+
 # Units: each has "arguments", "sources" and "names".
 my (%seen, @units);
 for my $build (@ARGV) {
-  my @entries = sort { $a->{file} cmp $b->{file} } @{ decode_json(contents("$build/compile_commands.json")) };
+  my @entries = sort { $a->{file} cmp $b->{file} } commands($build);
   # Those that open a namespace to all that follows come last.
   for my $entry ((grep { !opens_namespace($_) } @entries), grep { opens_namespace($_) } @entries) {
     my ($source) = $entry->{file} =~ m{^\Q$root\E/((?:$folders)/.*\.cpp)$} or next;

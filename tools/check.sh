@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# The short loop: formatting of what was changed since the last commit, an incremental build, and the tests of library
+# and seam, in as many processes as there are processors. The last line sums up.
+set -uo pipefail
+cd "$(dirname "$0")/.."
+. tools/test-lib.sh
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+git ls-files --modified --others --exclude-standard '*.h' '*.cpp' | while read -r file; do
+  [[ ! -e $file ]] || printf '%s\0' "$file"
+done | xargs -0 -r clang-format --dry-run -Werror
+report "formatting of what was changed" $?
+
+cmake --preset debug > /dev/null && cmake --build --preset debug --target qva_tests
+report "build" $?
+[[ $failed -eq 0 ]] || { sum_up; exit 1; }
+
+processes=$(nproc)
+for ((i = 0; i < processes; ++i)); do
+  GTEST_TOTAL_SHARDS=$processes GTEST_SHARD_INDEX=$i tools/google-test.sh build/debug/tests/qva_tests > "$work/$i" 2>&1 &
+done
+wait
+for ((i = 0; i < processes; ++i)); do
+  grep -v 'skipped$' "$work/$i"
+  read -r good _ bad _ none _ < <(tail -n 1 "$work/$i")
+  passed=$((passed + good)) failed=$((failed + bad)) skipped=$((skipped + none))
+done
+sum_up
