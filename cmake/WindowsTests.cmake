@@ -23,7 +23,8 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 8)
   file(GLOB seam_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp
        ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/recordset/*.cpp)
   list(FILTER seam_test_sources EXCLUDE REGEX "unattended_")
-  list(APPEND windows_test_sources ${seam_test_sources})
+  # Their fixtures put services of their own in the place of Windows'; this compiler's programs run the last source first.
+  list(PREPEND windows_test_sources ${seam_test_sources})
 else()
   list(FILTER windows_test_sources EXCLUDE REGEX "/(form|grid|list_chooser)_[a-z_]*_test\\.cpp$")
 endif()

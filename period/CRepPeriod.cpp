@@ -70,16 +70,18 @@ bool IsBlank(const Value& value) {
   return value.Is(Value::Type::Empty) || (value.Is(Value::Type::Text) && value.ToText().empty());
 }
 
-/// A text as a cell takes it that must keep it as it is. What reads like a number of at most 15 digits, the
-/// most that a cell keeps, becomes one, as it always has; whatever else a cell may take for a number, a date
-/// or a formula, the apostrophe makes a text, which is not part of it.
-Value CellText(Value value) {
-  if (!value.Is(Value::Type::Text)) return value;
+/// Puts a code into a cell. What reads like a number of at most 15 digits, the most that a cell keeps,
+/// becomes one, as it always has. Any other code that the cell took for a number, a date or a formula is put
+/// in again as a text, by an apostrophe that is no part of it; not at once, since cells of texts may keep the
+/// apostrophe.
+void PutCode(const excel::Range& cell, const Value& value) {
+  cell.SetValue(value);
+  if (!value.Is(Value::Type::Text)) return;
   const std::u16string text = value.ToText();
   const bool is_number = text.size() <= 15 &&
                          std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
                          !(text.size() > 1 && text.front() == u'0');
-  return is_number ? value : Value(u"'" + text);
+  if (!is_number && cell.Value() != value) cell.SetValue(u"'" + text);
 }
 
 /// An identifier above zero; what is no number is no identifier.
@@ -271,7 +273,7 @@ void CRepPeriod::LoadBudgets() {
 }
 
 void CRepPeriod::Save() const {
-  cells_[kAccPlan].SetValue(CellText(Item(kNamedCells[kAccPlan].setting)));
+  PutCode(cells_[kAccPlan], Item(kNamedCells[kAccPlan].setting));
   for (const Cell cell : {kRepYear, kRepQuarter, kRepMon, kRepType, kRepLastPerBeg, kRepLastPerEnd,
                           kRepCurrPerBeg, kRepCurrPerEnd, kBudgetCount}) {
     cells_[cell].SetValue(Item(kNamedCells[cell].setting));

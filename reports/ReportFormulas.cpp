@@ -82,16 +82,17 @@ struct Block {
 };
 
 /// Puts a value into a cell as it is. Excel would read a text once more, as a number, date or formula; the
-/// apostrophe, which is no part of the value, keeps it a text. A cell of texts would keep the apostrophe and
-/// make a text of a number.
+/// apostrophe, which is no part of the value, keeps it a text. A cell of texts takes texts as they are - what
+/// becomes of an apostrophe there is not to be relied on - and would make a text of a number.
 void Enter(const excel::Range& cell, const Value& value, const Value& common_format) {
   const bool is_text = value.Is(Value::Type::Text);
   if (is_text && value.As<std::u16string>().empty()) return cell.SetValue(value);
   const Value format = common_format.Is(Value::Type::Null) ? cell.NumberFormat() : common_format;
-  if (format != kTextFormat) return cell.SetValue(is_text ? u"'" + value.As<std::u16string>() : value);
-  if (is_text) return cell.SetValue(value);
+  const Value entry = is_text ? u"'" + value.As<std::u16string>() : value;
+  if (format != kTextFormat) return cell.SetValue(entry);
+  if (is_text && !value.As<std::u16string>().starts_with(u'\'')) return cell.SetValue(value);
   cell.SetNumberFormat(u"General");
-  cell.SetValue(value);
+  cell.SetValue(entry);
   cell.SetNumberFormat(u"@");
 }
 

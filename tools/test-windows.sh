@@ -227,9 +227,9 @@ for part; do
     32-bit)
       static_checks "32-bit" "$x86" i686-w64-mingw32
       if [[ -n $libraries ]]; then
-        wine_test "32-bit: qva_windows_tests" "$x86/qva_windows_tests.exe"
         clients "32-bit" "$x86" 'C:\windows\syswow64'
         side_by_side
+        wine_test "32-bit: qva_windows_tests" "$x86/qva_windows_tests.exe"
       else
         not_run "the 32-bit DLL - Wine's 32-bit libraries are not at hand; the DLL was checked statically"
       fi

@@ -3,7 +3,10 @@ Dim period, global, excel, sheet, answers, before, i, book
 
 ' A book that edits the period when it is asked for its code, and the errors of that.
 Class NestingBook
-  Public Period, Sheet, EditError, InitError
+  Public Period
+  Public Sheet
+  Public EditError
+  Public InitError
   Public Property Get BookCode
     On Error Resume Next
     Period.Edit

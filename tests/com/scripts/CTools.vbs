@@ -91,8 +91,8 @@ CheckError "an unknown name", 438
 Set other = CreateObject("QVA_Varnholt.CTools")
 other.Init New OtherExcel
 other.LockScreen True
-CheckErrorText "a name that Excel does not know", 438, "QVA_Varnholt", _
-  "Object doesn't support this property or method"
+CheckErrorText "a name that Excel does not know", 445, "QVA_Varnholt", _
+  "Object doesn't support this action"
 Set other = Nothing
 Set sheet = Nothing
 Set book = Nothing

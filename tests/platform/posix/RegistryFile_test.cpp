@@ -407,13 +407,13 @@ TEST_F(RegistryFileTest, AMistakeIsToldOnceWithItsLine) {
   RegistryKey key = 0;
   EXPECT_EQ(telling.CreateKey(HKEY_CURRENT_USER_VALUE, u"New", kAccess, {}, key), kRegistryWriteFault);
   ASSERT_EQ(told.size(), 1u);
-  EXPECT_THAT(told[0], testing::HasSubstr("„" + file.string() + "“ 4 eilutėje yra klaida"));
+  EXPECT_THAT(told[0], testing::HasSubstr("„" + file.string() + "“ eilutėje 4 yra klaida"));
   WriteRegistry("[HKEY_CURRENT_USER\\Environment]\n");
   EXPECT_EQ(read(), kRegistrySuccess);
   WriteRegistry("nonsense\n[\n");
   read();
   ASSERT_EQ(told.size(), 2u) << "it went wrong again";
-  EXPECT_THAT(told[1], testing::HasSubstr(" 4 eilutėje"));
+  EXPECT_THAT(told[1], testing::HasSubstr(" eilutėje 4"));
 }
 
 }  // namespace
