@@ -19,12 +19,12 @@ AutomationError Unusable(std::u16string_view file, const char* cause) {
 
 /// What the last operation on a connection failed of.
 AutomationError LastError(sqlite3* database, Author author) {
-  // SQLite has no code of its own for a sum beyond 64 bits.
-  if (std::string_view(sqlite3_errmsg(database)) == "integer overflow") return NumberOverflow();
   if (author == Author::Caller && sqlite3_errcode(database) == SQLITE_ERROR) {
     return HostError(Failure::WrongCondition, kCommonLibrary,
                      u"The condition cannot be used: " + FromUtf8(sqlite3_errmsg(database)));
   }
+  // SQLite has no code of its own for a sum beyond 64 bits.
+  if (std::string_view(sqlite3_errmsg(database)) == "integer overflow") return NumberOverflow();
   const char* file = sqlite3_db_filename(database, nullptr);
   return Unusable(FromUtf8(file ? file : ""), sqlite3_errmsg(database));
 }
