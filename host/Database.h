@@ -55,8 +55,8 @@ class Statement {
 };
 
 /// A connection to a database file. Each operation here and above raises Failure::DatabaseUnusable with the
-/// file's name and SQLite's own account of the cause, or what Author says; Overflow (6) for a sum beyond 64
-/// bits.
+/// file's name and SQLite's own account of the cause, or what Author says; Overflow (6) for a sum of its own
+/// beyond 64 bits.
 class Database {
  public:
   enum class Mode {

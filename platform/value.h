@@ -115,9 +115,9 @@ class Value {
   std::int16_t ToInt16() const;
   std::int32_t ToInt32() const;
   double ToDouble() const;
-  Currency ToCurrency() const;
+  Currency ToCurrency() const;  ///< text by its own digits, not by way of a double
   /// A number is a serial date; text is a date, a time or both by the user's regional settings.
-  /// Range: 1 January 100 to 31 December 9999, otherwise Overflow.
+  /// Range: 1 January 100 to 31 December 9999, otherwise Overflow, also of what is a date already.
   Date ToDate() const;
   /// Numbers with up to 15 digits, Booleans as "True"/"False", dates by the regional short date and long
   /// time.
