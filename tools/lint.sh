@@ -33,6 +33,11 @@ strays=$(grep -nE '^#include ("(platform/[a-z]+/|server/|host/|tests/)|<([a-z]+/
 printf '%s' "${strays:+$strays$'\n'}"
 report "the library includes the seam and the standard library alone" ${#strays}
 
-tools/tidy.pl "${builds[@]:0:2}"
-report "clang-tidy" $?
+# Newer versions find other things in other versions of the standard headers.
+if [[ $(clang-tidy --version 2> /dev/null) == *"version 14."* ]]; then
+  tools/tidy.pl "${builds[@]:0:2}"
+  report "clang-tidy" $?
+else
+  not_run "clang-tidy, whose findings are those of version 14"
+fi
 sum_up
