@@ -1,22 +1,5 @@
 ' CRepPeriod, as a workbook's macro uses it: the period of a report is asked for and kept, unattended.
-Dim period, global, excel, sheet, answers, before, i, book
-
-' A book that edits the period when it is asked for its code, and the errors of that.
-Class NestingBook
-  Public Period
-  Public Sheet
-  Public EditError
-  Public InitError
-  Public Property Get BookCode
-    On Error Resume Next
-    Period.Edit
-    EditError = Err.Number
-    Err.Clear
-    Period.Init Sheet
-    InitError = Err.Number
-    BookCode = "MEDVILNE"
-  End Property
-End Class
+Dim period, global, excel, sheet, answers, before, i
 
 ' What the named cells and the first two rows of the budget table hold.
 Function Cells()
@@ -89,23 +72,6 @@ Check "the sheet below a table of one row", CStr(excel.Range("BookCode").Offset(
 Check "the sheet beside it", excel.Range("BookCode").Offset(500, 7).Value, "kept"
 Check "a plan that is none of the list", period.Edit, False
 Check "the cells without it", Cells(), before
-Set book = New NestingBook
-Set book.Period = period
-Set book.Sheet = sheet
-global.InitConnectEX excel, Empty, book
-Check "a period that is edited meanwhile", period.Edit, True
-Check "the Edit meanwhile", book.EditError, CLng(400)
-Check "an Init meanwhile", book.InitError, CLng(400)
-Set book.Period = Nothing
-Set book.Sheet = Nothing
-Set book = Nothing
-global.ResetConnectEX 0
-global.InitConnectEX excel, Empty
-excel.Range("RepYear").Value = 2024
-excel.Range("RepLastPerBeg").Value = DateSerial(2024, 4, 1)
-excel.Range("RepLastPerEnd").Value = DateSerial(2024, 6, 30)
-excel.Range("RepCurrPerBeg").Value = DateSerial(2024, 7, 1)
-excel.Range("RepCurrPerEnd").Value = DateSerial(2024, 9, 30)
 Check "a period without answers", period.Edit, False
 Check "the cells in the end", Cells(), before
 control.FailCall 20
@@ -119,4 +85,4 @@ global.ResetConnectEX 0
 Set global = Nothing
 Set excel = Nothing
 CheckError "the end of the report", 0
-Finish 40
+Finish 37
