@@ -121,8 +121,9 @@ FormWindow::FormWindow(const ui::FormDescription& description) try
   window_->window()->setOutputSize({Scaled(description_.width), Scaled(description_.height)});
   Layout();
   SetPage(0);
-} catch (const css::uno::Exception& exception) {
-  throw FormError(kOutOfMemory, u"LibreOffice gives no window: " + FromUno(exception.Message));
+} catch (const css::uno::Exception&) {
+  // LibreOffice's own text names interfaces and source files.
+  throw FormError(kOutOfMemory, u"LibreOffice gives no window");
 }
 
 FormWindow::~FormWindow() {
@@ -163,8 +164,9 @@ void FormWindow::ShowModal() {
         throw FormError(kInternalError, u"LibreOffice does not show the form " + description_.name);
       }
     }
-  } catch (const css::uno::Exception& exception) {
-    Fail(std::make_exception_ptr(FormError(kInternalError, FromUno(exception.Message))));
+  } catch (const css::uno::Exception&) {
+    Fail(std::make_exception_ptr(
+        FormError(kInternalError, u"LibreOffice cannot show the form " + description_.name)));
   } catch (...) {
     Fail(std::current_exception());
   }
