@@ -73,11 +73,15 @@ bool IsBlank(const Value& value) {
 /// Puts a code into a cell. What reads like a number of at most 15 digits, the most that a cell keeps,
 /// becomes one, as it always has. Any other code that the cell took for a number, a date or a formula is put
 /// in again as a text, by an apostrophe that is no part of it; not at once, since cells of texts may keep the
-/// apostrophe.
+/// apostrophe. A formula that the cell refuses is such a code, too.
 void PutCode(const excel::Range& cell, const Value& value) {
-  cell.SetValue(value);
+  const std::u16string text = value.Is(Value::Type::Text) ? value.ToText() : u"";
+  try {
+    cell.SetValue(value);
+  } catch (const AutomationError&) {
+    if (text.empty() || std::u16string_view(u"=+-@").find(text.front()) == std::u16string_view::npos) throw;
+  }
   if (!value.Is(Value::Type::Text)) return;
-  const std::u16string text = value.ToText();
   const bool is_number = text.size() <= 15 &&
                          std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
                          !(text.size() > 1 && text.front() == u'0');

@@ -101,13 +101,13 @@ void UnattendedForms::Do(MemoryForm& form, const Answer& answer) {
     const std::u16string_view name = words.empty() ? std::u16string_view() : words.front();
     const ui::Control* control = form.Find(name);
     const bool is_grid = dynamic_cast<const ui::Grid*>(control) != nullptr;
-    const auto row = is_grid && words.size() >= 2 ? Number(words[1]) : std::nullopt;
+    const std::size_t row = is_grid && words.size() >= 2 ? Number(words[1]).value_or(0) : 0;
     if (is_grid && row && words.size() == 3 && has_value) {
-      if (!form.TypeCell(name, *row - 1, words[2], value)) throw Refusal("The form refuses this value");
+      if (!form.TypeCell(name, row - 1, words[2], value)) throw Refusal("The form refuses this value");
     } else if (is_grid && row && words.size() == 3) {
-      form.PressCellButton(name, *row - 1, words[2]);
+      form.PressCellButton(name, row - 1, words[2]);
     } else if (is_grid && row && words.size() == 2 && !has_value) {
-      form.SelectRow(name, *row - 1);
+      form.SelectRow(name, row - 1);
     } else if (words.size() == 3 && words[1] == u"double" && !has_value) {
       form.DoubleClickDay(name, date(words[2]));
     } else if (words.size() == 3 && words[1] == u"key" && Number(words[2]) && !has_value) {

@@ -153,7 +153,7 @@ class AutomationTextStream : public TextStream {
   AutomationTextStream(const AutomationTextStream&) = delete;
   AutomationTextStream& operator=(const AutomationTextStream&) = delete;
   ~AutomationTextStream() override {
-    IgnoreErrors([this] { Call(stream_, u"Close"); });
+    IgnoreFailures([this] { Call(stream_, u"Close"); });
   }
 
   void WriteLine(std::u16string_view text) override { Call(stream_, u"WriteLine", {text}); }

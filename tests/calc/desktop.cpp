@@ -62,6 +62,31 @@ Desktop::Desktop(fs::path folder) : folder_(std::move(folder)) {
                   {"XAUTHORITY", "/dev/null"}};
 }
 
+void Desktop::Manage() {
+  std::map<std::string, std::string> environment = environment_;
+  environment["XDG_CONFIG_HOME"] = folder_.string();
+  manager_ = std::make_unique<Process>(
+      std::vector<std::string>{"openbox", "--config-file", "/etc/xdg/openbox/rc.xml"}, environment,
+      folder_ / "manager.txt");
+  WaitFor("the window manager", [&] {
+    return Output({"xprop", "-root", "_NET_SUPPORTING_WM_CHECK"}).find("window id") != std::string::npos;
+  });
+}
+
+bool Desktop::IsAbove(const Window& upper, const Window& lower) {
+  // From the lowest to the highest, in hexadecimal.
+  std::string stack = Output({"xprop", "-root", "_NET_CLIENT_LIST_STACKING"});
+  std::ranges::replace(stack, '\n', ',');
+  const auto place = [&](const Window& window) {
+    std::ostringstream number;
+    number << "0x" << std::hex << std::stoul(window) << ',';
+    const std::size_t found = stack.find(number.str());
+    if (found == stack.npos) throw std::runtime_error("The window manager does not know a window: " + stack);
+    return found;
+  };
+  return place(upper) > place(lower);
+}
+
 std::string Desktop::Output(const std::vector<std::string>& command, bool* went_through) {
   const fs::path output = folder_ / "output.txt";
   std::vector<std::string> arguments = {"sh", "-c", "exec \"$@\" > '" + output.string() + "'", "sh"};

@@ -14,7 +14,7 @@
 
 namespace qva {
 
-/// A virtual X screen without a window manager and without repeating keys, which goes with its object.
+/// A virtual X screen without repeating keys, which goes with its object; with a window manager or without.
 /// Gestures are made by xdotool, as the keyboard and the mouse make them. What cannot be done within the time
 /// limit is a failure of the test and raises std::runtime_error.
 class Desktop {
@@ -27,6 +27,10 @@ class Desktop {
   /// `folder` takes the screen's files. LibreOffice takes the screen for one of QVA_DESKTOP_DPI dots per
   /// inch, where the environment has that; 96, which is 100 %, is the default.
   explicit Desktop(std::filesystem::path folder);
+
+  /// Starts a window manager (openbox). Windows have borders from then on, a click brings its window to the
+  /// front and gives it the focus, and a window that opens may be given none.
+  void Manage();
 
   /// What a program needs to appear here. For LibreOffice it names the backend that draws by X alone.
   const std::map<std::string, std::string>& environment() const { return environment_; }
@@ -65,6 +69,9 @@ class Desktop {
   /// Moves the window and gives it a size; real pixels.
   void Place(const Window& window, int x, int y, int width, int height);
 
+  /// Which of two windows covers the other where they overlap: true for `upper`. Needs a window manager.
+  bool IsAbove(const Window& upper, const Window& lower);
+
   /// How many windows of whatever kind X has.
   int WindowCount();
   /// How many files the program of a window has open.
@@ -92,6 +99,7 @@ class Desktop {
   std::map<std::string, std::string> environment_;
   std::set<std::string> processes_;  ///< of the windows that were waited for
   std::unique_ptr<Process> server_;
+  std::unique_ptr<Process> manager_;
 };
 
 }  // namespace qva

@@ -6,7 +6,19 @@ namespace {
 
 using testing::ElementsAre;
 
-TEST_F(CalcWindows, CoverEveryDocumentAndGiveTheCallersBack) {
+/// The parameter tells whether the screen has a window manager.
+class CalcModality : public CalcWindows, public testing::WithParamInterface<bool> {
+ protected:
+  CalcModality() {
+    if (GetParam()) desktop.Manage();
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Screens, CalcModality, testing::Bool(), [](const auto& screen) {
+  return screen.param ? "WithWindowManager" : "WithoutWindowManager";
+});
+
+TEST_P(CalcModality, CoversEveryDocumentAndGivesTheCallersBack) {
   StartMacro("shown_modal", {"--show"}, desktop.environment());
   const Desktop::Window start = desktop.WaitForWindow("Pradžia");
   const Desktop::Window other = desktop.WaitForWindow("^Untitled");
@@ -16,6 +28,7 @@ TEST_F(CalcWindows, CoverEveryDocumentAndGiveTheCallersBack) {
     const Desktop::Window window = desktop.WaitForWindow(title);
     desktop.Click(other, 300, 500);
     desktop.TypeAnywhere("77");
+    if (GetParam()) desktop.WaitFor("the window in front", [&] { return desktop.IsAbove(window, other); });
     return window;
   };
   Leave(show("Langas 1"), "Return");
