@@ -97,7 +97,7 @@ class ActiveSheet {
     Call(sheet, u"Activate");
   }
   ~ActiveSheet() {
-    IgnoreErrors([&] { Call(former_, u"Activate"); });
+    IgnoreFailures([&] { Call(former_, u"Activate"); });
   }
   ActiveSheet(const ActiveSheet&) = delete;
   ActiveSheet& operator=(const ActiveSheet&) = delete;

@@ -73,6 +73,11 @@ void Desktop::Manage() {
   });
 }
 
+void Desktop::Activate(const Window& window) {
+  Do({"windowactivate", window});
+  Settle();
+}
+
 bool Desktop::IsAbove(const Window& upper, const Window& lower) {
   // From the lowest to the highest, in hexadecimal.
   std::string stack = Output({"xprop", "-root", "_NET_CLIENT_LIST_STACKING"});
@@ -130,7 +135,7 @@ void Desktop::WaitFor(const std::string& what, const std::function<bool()>& cond
   }
 }
 
-Desktop::Window Desktop::WaitForWindow(const std::string& title, const Window& other_than) {
+Desktop::Window Desktop::FindWindow(const std::string& title, const Window& other_than) {
   Window window;
   WaitFor("a window \"" + title + "\"", [&] {
     std::istringstream lines(Output({"xdotool", "search", "--onlyvisible", "--name", title}));
@@ -140,6 +145,11 @@ Desktop::Window Desktop::WaitForWindow(const std::string& title, const Window& o
     return !window.empty();
   });
   processes_.insert(ProcessOf(window));
+  return window;
+}
+
+Desktop::Window Desktop::WaitForWindow(const std::string& title, const Window& other_than) {
+  const Window window = FindWindow(title, other_than);
   WaitUntilPainted(window);
   Settle();
   return window;

@@ -40,6 +40,8 @@ class Desktop {
   /// A visible window whose title contains `title` (a regular expression), once there is one. `other_than` is
   /// another window of such a title.
   Window WaitForWindow(const std::string& title, const Window& other_than = "");
+  /// The same without waiting for its picture: it may be covered by others.
+  Window FindWindow(const std::string& title, const Window& other_than = "");
   /// Whether there is such a window now.
   bool HasWindow(const std::string& title);
   /// Returns once the window is gone from the screen.
@@ -69,6 +71,10 @@ class Desktop {
   /// Moves the window and gives it a size; real pixels.
   void Place(const Window& window, int x, int y, int width, int height);
 
+  /// Has LibreOffice draw its windows by GTK, as on most desktops, from its next start on.
+  void UseGtk() { environment_["SAL_USE_VCLPLUGIN"] = "gtk3"; }
+  /// Makes a window the active one, as its button in a task bar does. Needs a window manager.
+  void Activate(const Window& window);
   /// Which of two windows covers the other where they overlap: true for `upper`. Needs a window manager.
   bool IsAbove(const Window& upper, const Window& lower);
 

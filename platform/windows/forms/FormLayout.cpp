@@ -61,7 +61,7 @@ std::vector<RECT> FormLayout::Places(SIZE inner, UiScale scale) const {
     // Both edges are scaled, not the size, so that those that meet at 100 % meet at every scale.
     RECT place{scale(bounds.left), scale(bounds.top), scale(bounds.left + bounds.width),
                scale(bounds.top + bounds.height)};
-    const Mode mode = modes_.empty() ? std::nullopt : modes_[i];
+    const Mode mode = modes_.empty() ? Mode() : modes_[i];
     const bool grows =
         !mode && (control.kind == ui::ControlKind::TabControl || control.kind == ui::ControlKind::Grid);
     const bool is_in_corner = !mode && control.kind == ui::ControlKind::Button && parents_[i] == i;
