@@ -55,13 +55,14 @@ std::vector<RECT> FormLayout::Places(SIZE inner, UiScale scale) const {
   const int more_width = modes_.empty() ? 0 : inner.cx - scale(start_width_);
   const int more_height = modes_.empty() ? 0 : inner.cy - scale(start_height_);
   std::vector<RECT> places;
+  const Mode none;
   for (std::size_t i = 0; i < parents_.size(); ++i) {
     const ui::ControlDescription& control = description_.controls[i];
     const ui::Bounds& bounds = control.bounds;
     // Both edges are scaled, not the size, so that those that meet at 100 % meet at every scale.
     RECT place{scale(bounds.left), scale(bounds.top), scale(bounds.left + bounds.width),
                scale(bounds.top + bounds.height)};
-    const Mode mode = modes_.empty() ? Mode() : modes_[i];
+    const Mode& mode = modes_.empty() ? none : modes_[i];
     const bool grows =
         !mode && (control.kind == ui::ControlKind::TabControl || control.kind == ui::ControlKind::Grid);
     const bool is_in_corner = !mode && control.kind == ui::ControlKind::Button && parents_[i] == i;
