@@ -172,7 +172,7 @@ TEST_F(Session, DoesNotGrowInAThousandReports) {
     EXPECT_EQ(CanUnload(), S_OK);
     return PrivateBytes();
   };
-  const SIZE_T before = run(200);
+  const SIZE_T before = run(1000);  // Wine 10 takes memory of its own for several hundred
   const SIZE_T after = run(1000);
   EXPECT_LT(after, before + 32 * 1024) << "less than one leaked object of 32 bytes a report";
   std::cout << "private bytes: " << before << " before, " << after << " after 1000 reports\n";
