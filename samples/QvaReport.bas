@@ -87,7 +87,6 @@ Private Sub IjungtiJuosta()
     oJuosta.SetAction oJuosta.iExcel, sMakrokomanda
     oJuosta.PositinTop
     oJuosta.VisibleToolbar = True
-    DerintiJuosta
     Zingsnis "Įrankių juosta „" & oJuosta.Caption & "“: mygtukų " & oJuosta.TotalButtons
 End Sub
 
