@@ -100,6 +100,7 @@ std::string Components(const fs::path& library) {
          implementation("QVA_Varnholt.ObjectFactory", "qva_create_object_factory",
                         "com.sun.star.bridge.OleObjectFactory", " single-instance=\"true\"") +
          implementation("QVA_Varnholt.ReportJob", "qva_create_report_job", "QVA_Varnholt.ReportJob", "") +
+         implementation("QVA_Varnholt.MenuJob", "qva_create_menu_job", "QVA_Varnholt.MenuJob", "") +
          " </component>\n</components>\n";
 }
 
