@@ -17,21 +17,31 @@ Public Const qvaMetaiIrKetvirtis = 3
 
 Public oExcel As Object              ' ryšys su „Excel“ ir apskaitos knyga; Nothing, kai ataskaita neatverta
 Public oJuosta As Object             ' ataskaitos įrankių juosta
+Private oJuostos As Object           ' savi, kad kitos atvertos ataskaitos jų nepakeistų: bibliotekoje jie bendri
+Private oBusena As Object
 Private sZurnalas As String          ' žurnalo failas šalia ataskaitos
 
 ' ---- Atidarymas, klaidos ir užvėrimas
 
-' Prisijungia prie apskaitos knygos, sukuria įrankių juostą ir parengia „Excel“ ataskaitai; atvertą palieka, kokia yra.
+' Prisijungia prie apskaitos knygos, sukuria įrankių juostą ir parengia „Excel“ ataskaitai. Jau atverta ataskaita tik
+' prisijungia iš naujo, nes tarp dviejų mygtukų galėjo prisijungti ar užsiverti kita.
 Public Sub Atverti()
-    If Not oExcel Is Nothing Then Exit Sub
+    If Not oExcel Is Nothing Then
+        oExcel.InitConnectEX Application, ThisWorkbook, Nothing
+        Exit Sub
+    End If
     PradetiZurnala
     Set oExcel = CreateObject("QVA_Varnholt.gExcelObject")
     oExcel.InitConnectEX Application, ThisWorkbook, Nothing
     If oExcel.oMyPlant Is Nothing Then Err.Raise vbObjectError + 1, "Atverti", "Apskaitos knyga atverta be įmonės objekto."
     Zingsnis "Prisijungta prie apskaitos knygos " & oExcel.oBook.BookCode
     oExcel.InitToolBars
+    Set oJuostos = oExcel.oToolBars
+    ' Kitos atvertos ataskaitos būsena nėra naudotojo: įsiminta ji liktų ir abi užvėrus.
+    If Not oExcel.oEnvironment Is Nothing Then oExcel.oEnvironment.SetDefaultExcelState
     oExcel.InitEnvironment
-    oExcel.oEnvironment.SetDefaultAppState
+    Set oBusena = oExcel.oEnvironment
+    oBusena.SetDefaultAppState
     IjungtiJuosta
     Zingsnis "Parengta ataskaitos aplinka"
 End Sub
@@ -71,18 +81,20 @@ End Sub
 Private Sub GrazintiExcel()
     On Error Resume Next
     ThisWorkbook.Activate                        ' rodmuo grąžinamas aktyviame lange
-    oExcel.oEnvironment.SetDefaultExcelState     ' prieš ResetEnvironment, kuri grąžina naudotojo nustatymus
+    oBusena.SetDefaultExcelState                 ' prieš ResetEnvironment, kuri grąžina naudotojo nustatymus
     oExcel.ResetEnvironment
     IsjungtiJuosta
     oExcel.ResetToolBars
+    Set oJuostos = Nothing
+    Set oBusena = Nothing
 End Sub
 
 Private Sub IjungtiJuosta()
     Dim nNumeris As Integer
     Dim sMakrokomanda As String
-    nNumeris = oExcel.oToolBars.CreateToolbar(ThisWorkbook.Worksheets("Nustatymai"))
+    nNumeris = oJuostos.CreateToolbar(ThisWorkbook.Worksheets("Nustatymai"))
     If nNumeris = 0 Then Err.Raise vbObjectError + 2, "IjungtiJuosta", "Nustatymų lape trūksta langelių."
-    Set oJuosta = oExcel.oToolBars.Item(nNumeris)
+    Set oJuosta = oJuostos.Item(nNumeris)
     sMakrokomanda = "EitiIExcel"
     oJuosta.SetAction oJuosta.iExcel, sMakrokomanda
     oJuosta.PositinTop
@@ -92,8 +104,8 @@ End Sub
 
 Private Sub IsjungtiJuosta()
     If oJuosta Is Nothing Then Exit Sub
-    oExcel.oToolBars.cmdGoToAppDelete
-    oExcel.oToolBars.DeleteToolbar oJuosta.IDCollection
+    oJuostos.cmdGoToAppDelete
+    oJuostos.DeleteToolbar oJuosta.IDCollection
     Set oJuosta = Nothing
 End Sub
 
@@ -117,15 +129,15 @@ End Sub
 ' Įprastas „Excel“; į ataskaitą grąžina meniu komanda.
 Public Sub EitiIExcel()
     oJuosta.VisibleToolbar = False
-    oExcel.oEnvironment.SetDefaultExcelState
-    oExcel.oToolBars.cmdGoToAppShow "RestoreApp"
-    Zingsnis "Įprastas „Excel“; grąžina komanda „" & oExcel.oToolBars.cmdGoToAppCaption & "“"
+    oBusena.SetDefaultExcelState
+    oJuostos.cmdGoToAppShow "RestoreApp"
+    Zingsnis "Įprastas „Excel“; grąžina komanda „" & oJuostos.cmdGoToAppCaption & "“"
 End Sub
 
 Public Sub RestoreApp()
     ThisWorkbook.Activate
-    oExcel.oToolBars.cmdGoToAppDelete
-    oExcel.oEnvironment.SetDefaultAppState
+    oJuostos.cmdGoToAppDelete
+    oBusena.SetDefaultAppState
     oJuosta.VisibleToolbar = True
     Zingsnis "Grįžta į ataskaitą"
 End Sub

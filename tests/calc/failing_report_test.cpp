@@ -62,6 +62,43 @@ TEST_F(CalcFailingReport, WhileAnotherWorkbookIsActiveGivesTheUserHisProgramBack
   ExpectTheUsersProgramBack(workbook, "Balansas");
 }
 
+/// A second sample that is opened meanwhile, and does all that it does; which of the two goes first.
+class CalcTwoSamples : public CalcFailingReport, public testing::WithParamInterface<bool> {};
+
+TEST_P(CalcTwoSamples, DoNotMeetAndLeaveTheUsersProgramAsItWas) {
+  const fs::path macros = SourceFolder() / "tests/calc/macros";
+  std::string workbook = Contents(SourceFolder() / "samples/balance.fods");
+  Insert(workbook, "<ooo:library-embedded ooo:name=\"Balansas\">",
+         Module("Tikrinimas", Contents(macros / "failing_sample.bas") + Contents(macros / "two_samples.bas") +
+                                  Contents(macros / "log.bas")));
+  std::ofstream(folder / "two.fods") << workbook;
+  fs::copy_file(SourceFolder() / "samples/vat.fods", folder / "vat.fods");
+  std::ofstream(folder / "two.answers")
+      << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n[frmDatePic]\nMonthView1 double 2026-02-27\n"
+      << Contents(SourceFolder() / "samples/vat.answers")
+      << "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  setenv("QVA_TEST_SECOND", (folder / "vat.fods").c_str(), 1);
+  setenv("QVA_TEST_FIRST_GOES_FIRST", GetParam() ? "1" : "0", 1);
+  const RunResult run = RunWorkbook(
+      folder / "two.fods",
+      {"--no-picture", "--macro", "Tikrinimas.RunBoth", "--form-answers", (folder / "two.answers").string()});
+  unsetenv("QVA_TEST_SECOND");
+  unsetenv("QVA_TEST_FIRST_GOES_FIRST");
+  EXPECT_EQ(run.exit_status, 0) << run.errors << run.messages;
+  EXPECT_THAT(
+      run.lines,
+      ElementsAre(
+          std::string("before: ") + kUsersProgram, "both: bars True True",
+          GetParam() ? "one left: bars False True" : "one left: bars True False",
+          HasSubstr("after: menus True, standard bar True, report bars 0, keys 0, formula bar True")));
+  EXPECT_TRUE(fs::exists(output / "drives/C/Ataskaitos/Archyvas/2025/Balansas_2025.xls"));
+  EXPECT_TRUE(fs::exists(output / "drives/C/Ataskaitos/Archyvas/2025/PVM registrai_2025_12.xls"));
+  EXPECT_EQ(fs::exists(output / "drives/C/Ataskaitos/Archyvas/2024/Balansas_2024.xls"), !GetParam());
+}
+
+INSTANTIATE_TEST_SUITE_P(Closed, CalcTwoSamples, testing::Bool(),
+                         [](const auto& order) { return order.param ? "FirstOneFirst" : "SecondOneFirst"; });
+
 // The README's macro, in the balance sheet's workbook.
 TEST_F(CalcFailingReport, OfTheReadmeGivesTheUserHisProgramBack) {
   const std::string readme = Contents(SourceFolder() / "README.md");

@@ -188,8 +188,8 @@ TEST_F(ReportPeriodSaving, EditKeepsEveryPlanCodeAsItIs) {
   NameCells();
   auto& plans = host.account_sets[u"MEDVILNE"];
   for (const std::u16string_view code :
-       {u"0012", u"1E5", u"1-2", u"12:30", u"5%", u"TRUE", u"=1+1", u"=1+", u"'a", u"-7", u"1,5", u"MAR5", u"0",
-        u"12", u"123456789012345", u"1234567890123456", u"00"}) {
+       {u"0012", u"1E5", u"1-2", u"12:30", u"5%", u"TRUE", u"=1+1", u"=1+", u"'a", u"-7", u"1,5", u"MAR5",
+        u"0", u"12", u"123456789012345", u"1234567890123456", u"00"}) {
     plans.push_back({std::u16string(code), u"Planas", false});
     EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) {
       form.Type(u"cbAccPlan", code);
