@@ -39,6 +39,23 @@ start --convert-to pdf --outdir "$home" "$work/zip/samples/balance.xls" > "$work
 check "the sample's sheets open in a spreadsheet" test -s "$home/balance.pdf"
 check "the extension installs" unopkg add "$oxt"
 check "and is listed" grep -q 'Identifier: qva.varnholt' <(unopkg list)
+same_version_is_refused() { ! unopkg add "$1" > "$work/again.log" 2>&1 && grep -q 'already been added' "$work/again.log"; }
+check "the same version is refused over it" same_version_is_refused "$oxt"
+another_version() {
+  rm -rf "$work/other"
+  unzip -qo "$oxt" -d "$work/other" && sed -i "s/<version value=\"[^\"]*\"/<version value=\"$1\"/" "$work/other/description.xml" &&
+    (cd "$work/other" && rm -f "$work/other-$1.oxt" && zip -qr "$work/other-$1.oxt" .) && chmod a+r "$work/other-$1.oxt"
+}
+has_version() { grep -q "Version: $1\$" <(unopkg list); }
+another_version 0.1.0 && another_version 99.0.0
+check "an older one is refused, too" same_version_is_refused "$work/other-0.1.0.oxt"
+check "a newer one takes its place" unopkg add "$work/other-99.0.0.oxt"
+check "and is the one that is there" has_version 99.0.0
+check "the first one comes back by force" unopkg add -f "$oxt"
+description() { unzip -p "$oxt" description.xml; }
+check "each file that its description names is in it" eval 'for file in $(description | grep -o "xlink:href=\"[^\"]*" | cut -d\" -f2); do
+  unzip -l "$oxt" | grep -q " $file\$" || exit 1; done'
+check "it names no place on a network" eval '! description | grep -E "href=\"(https?|ftp):"'
 
 # On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", then the sample's letter follows.
 exec {display_pipe}<> <(:)
@@ -67,7 +84,7 @@ run_sample() {
   rm -f "$home/profile/.lock"
   grep -q 'Baigta' "$drive/Pavyzdziai/$name.log"
 }
-for sample in 'balance b' 'profit-loss p' 'vat v'; do check "its menu runs the sample ${sample% *}" run_sample $sample; done
+for sample in 'balance b' 'profit-loss p' 'vat m'; do check "its menu runs the sample ${sample% *}" run_sample $sample; done
 archive=$drive/Ataskaitos/Archyvas
 check "and archives the reports" test -s "$archive/2025/Balansas_2025.xls" \
   -a -s "$archive/2025/PelnasNuostoliai_2025_12.xls" -a -s "$archive/2025/PVM registrai_2025_12.xls"
