@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Makes the installable packages from builds that are there: a zip for Windows, an extension for LibreOffice.
 #   tools/package.sh <release build> <64-bit Windows build> <32-bit Windows build> <output folder>
+# QVA_UPDATE_URL, where it is set, is the place from which installed extensions learn of newer ones: the URL of the
+# update file that is made then, too. The extension itself is to stand beside it.
 set -euo pipefail
-[[ $# -eq 4 ]] || { sed -n '2,3s/^# //p' "$0" >&2; exit 2; }
+[[ $# -eq 4 ]] || { sed -n '2,5s/^# //p' "$0" >&2; exit 2; }
 mkdir -p "$4"
 release=$(realpath "$1") x64=$(realpath "$2") x86=$(realpath "$3") output=$(realpath "$4")
 cd "$(dirname "$0")/.."
@@ -33,6 +35,20 @@ mkdir "$oxt/host" "$oxt/samples"
 cp host/QVAFormRes.txt host/sample.sql "$oxt/host"
 cp samples/*.fods samples/QvaReport.bas "$oxt/samples"
 documents "$oxt"
+if [[ -n ${QVA_UPDATE_URL:-} ]]; then
+  url=$(sed 's/&/\&amp;/g; s/"/\&quot;/g; s/</\&lt;/g' <<< "$QVA_UPDATE_URL")
+  information="<update-information><src xlink:href=\"$url\"/></update-information>"
+  URL=$information perl -i -pe 's/<!-- update-information -->/$ENV{URL}/' "$oxt/description.xml"
+  cat > "$output/QVA_Varnholt.update.xml" <<EOF
+<?xml version="1.0" encoding="UTF-8"?>
+<description xmlns="http://openoffice.org/extensions/update/2006" xmlns:xlink="http://www.w3.org/1999/xlink">
+ <identifier value="qva.varnholt"/>
+ <version value="$version"/>
+ <update-download><src xlink:href="${url%/*}/QVA_Varnholt-$version.oxt"/></update-download>
+</description>
+EOF
+  echo "$output/QVA_Varnholt.update.xml"
+fi
 pack "$oxt" "$output/QVA_Varnholt-$version.oxt"
 
 # --- Windows -------------------------------------------------------------------------------------------------

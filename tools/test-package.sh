@@ -38,7 +38,20 @@ traces() {
 start --convert-to pdf --outdir "$home" "$work/zip/samples/balance.xls" > "$work/start.log" 2>&1
 check "the sample's sheets open in a spreadsheet" test -s "$home/balance.pdf"
 check "the extension installs" unopkg add "$oxt"
-check "and is listed" grep -q 'Identifier: qva.varnholt' <(unopkg list)
+# Whole before it is searched: a second one does not start while the first one runs.
+list_has() { grep -q "$1" <<< "$(unopkg list)"; }
+check "and is listed" list_has 'Identifier: qva.varnholt'
+description() { unzip -p "$oxt" description.xml; }
+has_named_files() {
+  local file files
+  files=$(unzip -l "$oxt")
+  for file in $(description | grep -o 'xlink:href="[^"]*' | cut -d'"' -f2); do
+    grep -q " $file$" <<< "$files" || return 1
+  done
+}
+names_no_network() { ! description | grep -E 'href="(https?|ftp):'; }
+check "each file that its description names is in it" has_named_files
+check "it names no place on a network" names_no_network
 
 # On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", then the sample's letter follows.
 exec {display_pipe}<> <(:)
@@ -47,6 +60,27 @@ screen=$!
 read -r -t 60 -u "$display_pipe" display
 drive=$home/.local/share/qva-varnholt/drives/C
 user() { DISPLAY=:$display timeout 10 xdotool "$@" 2> /dev/null; }
+# The menu's template, where the extension has none yet.
+stand_in() {
+  local samples
+  samples=$(find "$home/profile/user/uno_packages" -path '*.oxt/samples' -type d)
+  [[ -e $samples/sablonas.fods ]] || install -m 644 samples/vat.fods "$samples/sablonas.fods"
+}
+begin_report() {
+  local i window
+  "${as_user[@]}" "DISPLAY=:$display" SAL_USE_VCLPLUGIN=gen timeout 120 \
+    soffice --calc --norestore --nologo --nolockcheck "$profile" > "$work/begin.log" 2>&1 &
+  for ((i = 0; i < 40; i++)); do
+    [[ -e "$drive/Pavyzdziai/Nauja ataskaita.fods" ]] && break
+    window=$(user search --onlyvisible --name 'LibreOffice Calc' | head -n 1)
+    [[ -z $window ]] || user windowfocus "$window" key Escape key alt+a key n
+    sleep 2
+  done
+  pkill -KILL -f -- "$profile"
+  wait "$!" 2> /dev/null
+  rm -f "$home/profile/.lock"
+  cmp -s "$drive/Pavyzdziai/Nauja ataskaita.fods" "$(find "$home/profile/user/uno_packages" -name sablonas.fods)"
+}
 run_sample() {
   local name=$1 key=$2 i window
   install -m 644 "samples/$name.answers" "$home/$name.answers"
@@ -74,7 +108,9 @@ run_sample() {
   rm -f "$home/profile/.lock"
   tail -n 1 "$drive/Pavyzdziai/$name.log" | grep -q 'Grąžinta'
 }
-for sample in 'balance b' 'profit-loss p' 'vat v'; do check "its menu runs the sample ${sample% *}, which gives the user his program back when he closes it" run_sample $sample; done
+for sample in 'balance b' 'profit-loss p' 'vat m'; do
+  check "its menu runs the sample ${sample% *}, which gives the user his program back when he closes it" run_sample $sample
+done
 archive=$drive/Ataskaitos/Archyvas
 check "and archives the reports" test -s "$archive/2025/Balansas_2025.xls" \
   -a -s "$archive/2025/PelnasNuostoliai_2025_12.xls" -a -s "$archive/2025/PVM registrai_2025_12.xls"
@@ -85,6 +121,22 @@ start --convert-to pdf --outdir "$home" "$work/zip/samples/vat.xls" > "$work/sta
 left=$(traces)
 [[ -z $left ]] || echo "$left"
 check "nothing of it is left in LibreOffice" test -z "$left"
+
+# Over other versions of itself, in a profile of their own: LibreOffice keeps what was replaced among its temporary files.
+profile=-env:UserInstallation=file://$home/versions
+check "it installs into another profile" unopkg add "$oxt"
+same_version_is_refused() { ! unopkg add "$1" > "$work/again.log" 2>&1 && grep -q 'already been added' "$work/again.log"; }
+check "the same version is refused over it" same_version_is_refused "$oxt"
+another_version() {
+  rm -rf "$work/other"
+  unzip -qo "$oxt" -d "$work/other" && sed -i "s/<version value=\"[^\"]*\"/<version value=\"$1\"/" "$work/other/description.xml" &&
+    (cd "$work/other" && rm -f "$work/other-$1.oxt" && zip -qr "$work/other-$1.oxt" .) && chmod a+r "$work/other-$1.oxt"
+}
+another_version 0.1.0 && another_version 99.0.0
+check "an older one is refused, too" same_version_is_refused "$work/other-0.1.0.oxt"
+check "a newer one takes its place" unopkg add "$work/other-99.0.0.oxt"
+check "and is the one that is there" list_has 'Version: 99.0.0'
+check "the first one comes back by force" unopkg add -f "$oxt"
 
 # --- The scripts for Windows ---------------------------------------------------------------------------------
 

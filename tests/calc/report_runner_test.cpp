@@ -89,6 +89,17 @@ TEST_F(ReportRunner, PrintsEachStep) {
   }
 }
 
+TEST_F(ReportRunner, PrintsWhatItDoesAroundTheLogOfTheMacro) {
+  const RunResult run = RunWorkbook(Sample(), Answered({"--log", "balance.log"}));
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  std::size_t at = 0;
+  for (const char* step :
+       {"  Starting LibreOffice\n", "  Opening ", "  Running Ataskaita.Main\n", "Baigta: ", "  Storing "}) {
+    at = run.output.find(step, at);
+    ASSERT_NE(at, std::string::npos) << step << "in its place of\n" << run.output;
+  }
+}
+
 TEST_F(ReportRunner, LeavesNoReportWhenItsDialogIsNotAnsweredAndFails) {
   const RunResult run = RunWorkbook(Sample(), {"--no-picture"});
   EXPECT_EQ(run.exit_status, 1);
