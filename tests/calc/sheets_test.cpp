@@ -87,13 +87,23 @@ TEST_F(CalcSheets, ProtectionFromTheUserAloneLetsTheLibraryWriteAndAnyOtherIsKep
   const RunResult run = RunSheets("protected_sheet");
   EXPECT_EQ(run.exit_status, 1) << "the refusals are failures of the report";
   // What a run of all changes leaves and raises, each line of an error's text but the first left out.
-  const std::vector<std::string> all = {"colour: 15",    "locking: 0 |  | ", "unlocking: 0 |  | ",
-                                        "locked: False", "frozen: 0 |  | ",  "unlocked cell frozen: 0 |  | ",
-                                        "formulas: 2 2", "filled: 0 |  | ",  "protected: True"};
-  const std::vector<std::string> refused = {
-      "colour: -4142",    std::string("locking") + kProtected, std::string("unlocking") + kProtected,
-      "locked: False",    std::string("frozen") + kProtected,  "unlocked cell frozen: 0 |  | ",
-      "formulas: =1+1 2", std::string("filled") + kProtected,  "protected: True"};
+  const std::vector<std::string> all = {"colour: 15",         "locking: 0 |  | ",
+                                        "unlocking: 0 |  | ", "locked: False",
+                                        "frozen: 0 |  | ",    "unlocked cell frozen: 0 |  | ",
+                                        "formulas: 2 2",      "unlocked cell of texts frozen: 0 |  | ",
+                                        "formula: 2 @",       "filled: 0 |  | ",
+                                        "protected: True"};
+  const std::vector<std::string> refused = {"colour: -4142",
+                                            std::string("locking") + kProtected,
+                                            std::string("unlocking") + kProtected,
+                                            "locked: False",
+                                            std::string("frozen") + kProtected,
+                                            "unlocked cell frozen: 0 |  | ",
+                                            "formulas: =1+1 2",
+                                            std::string("unlocked cell of texts frozen") + kProtected,
+                                            "formula: =1+1 @",
+                                            std::string("filled") + kProtected,
+                                            "protected: True"};
   std::vector<std::string> expected = {"from the user alone"};
   const auto then = [&](const std::vector<std::string>& lines) {
     expected.insert(expected.end(), lines.begin(), lines.end());
