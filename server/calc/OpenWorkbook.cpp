@@ -7,6 +7,7 @@
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
+#include <com/sun/star/script/provider/ScriptFrameworkErrorException.hpp>
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
 #include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
@@ -190,8 +191,13 @@ void OpenWorkbook::RunMacro(const std::string& macro) const {
   const Reference<XScriptProvider> scripts =
       Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
   const OUString module = ModuleNamed(modules, ToUno(FromUtf8(procedure.substr(0, procedure.find('.')))));
-  const Reference<XScript> called =
-      FindScript(scripts, library_name + "." + ToUno(FromUtf8(procedure)), "document");
+  const Reference<XScript> called = [&] {
+    try {
+      return FindScript(scripts, library_name + "." + ToUno(FromUtf8(procedure)), "document");
+    } catch (const css::script::provider::ScriptFrameworkErrorException&) {
+      throw std::runtime_error("the workbook has no macro " + macro);
+    }
+  }();
   if (!Compiles(scripts, library_name, modules, module)) {
     throw std::runtime_error("the macro " + macro + " does not compile");
   }

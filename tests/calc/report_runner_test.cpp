@@ -12,6 +12,7 @@ namespace qva {
 namespace {
 
 using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -104,9 +105,28 @@ TEST_F(ReportRunner, StopsAMacroThatDoesNotEnd) {
 }
 
 TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
-  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--macro", "NoLibrary.Ataskaita.Main"});
-  EXPECT_EQ(run.exit_status, 1);
-  EXPECT_THAT(run.errors, HasSubstr("the workbook has no library NoLibrary"));
+  const std::pair<const char*, const char*> missing[] = {
+      {"Nera.Ataskaita.Main", "the workbook has no library Nera"},
+      {"Nera.Main", "the workbook has no module Nera"},
+      {"Ataskaita.Nera", "the workbook has no macro Ataskaita.Nera"},
+      {"Nera", "the macro is not named as Module.Procedure"}};
+  for (const auto& [macro, text] : missing) {
+    const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--macro", macro});
+    EXPECT_EQ(run.exit_status, 1);
+    EXPECT_THAT(run.errors, EndsWith(std::string(text) + "\n"));
+    ExpectNoWordOfUno(run);
+  }
+}
+
+TEST_F(ReportRunner, TellsInPlainWordsThatAWorkbookCannotBeOpened) {
+  std::ofstream(folder / "broken.fods") << "no workbook";
+  std::ofstream(folder / "broken.ods") << "PK\x03\x04 no workbook";
+  for (const char* name : {"broken.fods", "broken.ods"}) {
+    const RunResult run = RunWorkbook(folder / name, {"--no-picture"});
+    EXPECT_EQ(run.exit_status, 1) << name;
+    EXPECT_THAT(run.errors, HasSubstr("The report failed: "));
+    ExpectNoWordOfUno(run);
+  }
 }
 
 TEST_F(ReportRunner, FailsWhenTheExpectedFileIsNotLeftAndDeletesNothing) {

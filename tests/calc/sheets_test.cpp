@@ -45,11 +45,6 @@ class CalcSheets : public CalcTest {
     for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++count;
     return count;
   }
-  static void ExpectNoWordOfUno(const RunResult& run) {
-    std::string all = run.messages + run.output + run.errors;
-    for (const std::string& line : run.lines) all += line + "\n";
-    EXPECT_THAT(all, AllOf(Not(HasSubstr("unsatisfied")), Not(HasSubstr(".cxx")), Not(HasSubstr(".hxx"))));
-  }
 };
 
 TEST_F(CalcSheets, TheScreenIsTurnedOffOnceAndOnAtOnce) {
