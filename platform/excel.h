@@ -54,6 +54,9 @@ class Range : public Facade {
   /// Formulas as they were entered, constants as text; of a single cell a text, of several an array of rows
   /// by columns. Of several areas those of the first.
   qva::Value Formula() const { return Get(u"Formula"); }
+  void SetFormula(std::u16string_view formula) const { Put(u"Formula", formula); }
+  /// One formula for all cells together.
+  void SetFormulaArray(std::u16string_view formula) const { Put(u"FormulaArray", formula); }
   /// A formula or constant in the user's own language; the empty text empties the cells.
   void SetFormulaLocal(std::u16string_view formula) const { Put(u"FormulaLocal", formula); }
   /// Whether the cells are parts of array formulas: True, False, or Null where they differ.

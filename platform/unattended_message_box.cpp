@@ -84,6 +84,7 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
   const std::optional<Answer> answer = NextAnswer();
   auto pressed = buttons.begin();
   std::string problem;
+  std::string_view of_box = " for the box";
   std::string reason =
       (answers_path_.empty() ? "no answers file" : "no answer left") + std::string(", the first button");
   if (is_unreadable_) {
@@ -98,7 +99,11 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
     if (pressed == buttons.end()) {
       pressed = std::prev(buttons.end());
       problem = "\"" + ToUtf8(answer->text) + "\" in " + reason + " names no button";
+      of_box = " of the box";
     }
+  } else if (!answers_path_.empty() && buttons.size() > 1) {
+    pressed = std::prev(buttons.end());
+    problem = "no answer is left in " + PathText(answers_path_);
   }
   if (!problem.empty()) reason = "ERROR: " + problem + ", the box was closed";
 
@@ -113,7 +118,7 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
   }
   AppendToLog(log_path_, entry + "\n  answer:  " + name(*pressed) + " (" + reason + ")\n");
   if (!problem.empty()) {
-    TellWrongAnswer(FromUtf8(problem) + u" of the box \u201E" + std::u16string(text) + u"\u201C");
+    TellWrongAnswer(FromUtf8(problem.append(of_box)) + u" \u201E" + std::u16string(text) + u"\u201C");
   }
   return pressed->number;
 }

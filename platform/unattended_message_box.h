@@ -16,9 +16,10 @@ namespace qva {
 /// The answers file is UTF-8 with one answer on each line, used in their order: the button's caption in any
 /// letter case, or its number. The buttons of Show also go by their English names ("OK", "Cancel", …).
 /// Empty lines and those that begin with "#" are passed over. The file is read when the first box is shown.
-/// Without a file, and when no answers are left, the first button is pressed. An answer that names no button
-/// of the box, and a file that cannot be read, are errors in the log and told to the failure listener; where
-/// that goes on, the box is closed, which presses its last button.
+/// Without a file the first button is pressed, and when no answers are left, that of a box that has no other.
+/// An answer that names no button of the box, a box that asks when no answers are left, and a file that
+/// cannot be read are errors in the log and told to the failure listener; where that goes on, the box is
+/// closed, which presses its last button.
 ///
 /// The log is UTF-8; each box adds its time, title, text, buttons and answer. Where there is no log or it
 /// cannot be written, they go to the standard error output.

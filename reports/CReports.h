@@ -73,8 +73,8 @@ class CReports : public Described<CReports> {
   /// - an array formula becomes the values of all its cells. One that goes beyond ScanArrea refuses the whole
   ///   call, with 1004 and nothing changed.
   /// A constant text that holds "=" is written anew, too, and stays that text. Only the used part of the
-  /// sheet counts. Excel's errors reach the caller; cells done by then stay so. Raises 13 for an object that
-  /// only looks like a range.
+  /// sheet counts. Excel's errors reach the caller; cells done by then stay so, and the refused one keeps its
+  /// formula. Raises 13 for an object that only looks like a range.
   void ClearFormulas(excel::Range ScanArrea);
 
   /// Saves the workbook in the archive as the report of a year and quarter or, where `rYear` holds the full

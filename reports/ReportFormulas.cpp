@@ -64,6 +64,12 @@ bool HoldsFormula(const Value& formula) {
   return formula.Is(Value::Type::Text) && formula.As<std::u16string>().find(u'=') != std::u16string::npos;
 }
 
+/// The formula of an array as it is entered: LibreOffice gives it in braces.
+std::u16string_view WithoutBraces(std::u16string_view formula) {
+  return formula.starts_with(u'{') && formula.ends_with(u'}') ? formula.substr(1, formula.size() - 2)
+                                                              : formula;
+}
+
 /// The elements of what a member gave for so many cells, along the rows.
 std::vector<Value> ElementsOf(Value given, std::int64_t rows, std::int64_t columns) {
   if (rows == 1 && columns == 1 && !given.Is(Value::Type::Array)) return {std::move(given)};
@@ -74,11 +80,17 @@ std::vector<Value> ElementsOf(Value given, std::int64_t rows, std::int64_t colum
   return block.elements;
 }
 
+/// A formula, or a text that looks like one.
+struct Found {
+  std::int64_t position = 0;  ///< in its block from 0, along the rows
+  std::u16string formula;
+};
+
 /// Cells that were read at once, and those of them that hold formulas.
 struct Block {
   excel::Range cells;
   std::int64_t columns = 0;
-  std::vector<std::int64_t> formulas;  ///< positions from 0, along the rows
+  std::vector<Found> formulas;
 
   excel::Range Cell(std::int64_t position) const {
     return cells.Cells(static_cast<std::int32_t>(position / columns) + 1,
@@ -86,19 +98,59 @@ struct Block {
   }
 };
 
-/// Puts a value into a cell as it is. Excel would read a text once more, as a number, date or formula; the
-/// apostrophe, which is no part of the value, keeps it a text. A cell of texts takes texts as they are - what
-/// becomes of an apostrophe there is not to be relied on - and would make a text of a number.
-void Enter(const excel::Range& cell, const Value& value, const Value& common_format) {
-  const bool is_text = value.Is(Value::Type::Text);
-  if (is_text && value.As<std::u16string>().empty()) return cell.SetValue(value);
-  const Value format = common_format.Is(Value::Type::Null) ? cell.NumberFormat() : common_format;
-  const Value entry = is_text ? u"'" + value.As<std::u16string>() : value;
-  if (format != kTextFormat) return cell.SetValue(entry);
-  if (is_text && !value.As<std::u16string>().starts_with(u'\'')) return cell.SetValue(value);
-  cell.SetNumberFormat(u"General");
-  cell.SetValue(entry);
-  cell.SetNumberFormat(u"@");
+/// All cells of an array formula.
+struct ArrayFormula {
+  excel::Range cells;
+  std::u16string formula;
+};
+
+/// A value on its way into a cell, as it is. Excel would read a text once more, as a number, date or formula;
+/// the apostrophe, which is no part of the value, keeps it a text. A cell of texts takes texts as they are -
+/// what becomes of an apostrophe there is not to be relied on - and would make a text of a number.
+class Entry {
+ public:
+  Entry(excel::Range cell, const Value& value, const Value& common_format)
+      : cell_(std::move(cell)), entry_(value) {
+    const bool is_text = value.Is(Value::Type::Text);
+    if (is_text && value.As<std::u16string>().empty()) return;
+    const Value format = common_format.Is(Value::Type::Null) ? cell_.NumberFormat() : common_format;
+    const bool is_kept = format == kTextFormat && is_text && !value.As<std::u16string>().starts_with(u'\'');
+    if (is_kept) return;
+    if (is_text) entry_ = u"'" + value.As<std::u16string>();
+    takes_texts_ = format == kTextFormat;
+  }
+
+  /// To be called before anything is lost: a protected sheet lets a cell's contents be changed, but no
+  /// format.
+  void OpenCell() const {
+    if (takes_texts_) cell_.SetNumberFormat(u"General");
+  }
+  void Enter() const { cell_.SetValue(entry_); }
+  void CloseCell() const {
+    if (takes_texts_) cell_.SetNumberFormat(u"@");
+  }
+
+ private:
+  excel::Range cell_;
+  Value entry_;
+  bool takes_texts_ = false;  ///< and is to be taken for another kind of cell meanwhile
+};
+
+/// Enters values in place of a formula, which `put_back` writes again where one of them is refused.
+template <class PutBack>
+void Replace(const excel::Range& cells, const std::vector<Entry>& entries, PutBack put_back) {
+  bool is_cleared = false;
+  try {
+    for (const Entry& entry : entries) entry.OpenCell();
+    cells.SetFormulaLocal(u"");
+    is_cleared = true;
+    for (const Entry& entry : entries) entry.Enter();
+  } catch (...) {
+    if (is_cleared) IgnoreFailures(put_back);
+    for (const Entry& entry : entries) IgnoreFailures([&] { entry.CloseCell(); });
+    throw;
+  }
+  for (const Entry& entry : entries) entry.CloseCell();
 }
 
 /// Finds the formulas of some areas, then puts their values in their place. Nothing is changed before all is
@@ -120,7 +172,7 @@ class Freezing {
     for (const Block& block : blocks_) all_ += static_cast<std::int64_t>(block.formulas.size());
     for (const Place& place : array_places_) all_ += place.rows * place.columns;
     for (const Block& block : blocks_) Freeze(block);
-    for (const excel::Range& array : arrays_) FreezeArray(array);
+    for (const ArrayFormula& array : arrays_) FreezeArray(array);
   }
 
  private:
@@ -148,7 +200,8 @@ class Freezing {
     const std::vector<Value> formulas = ElementsOf(cells.Formula(), rows, columns);
     Block block{cells, columns, {}};
     for (std::size_t n = 0; n < formulas.size(); ++n) {
-      if (HoldsFormula(formulas[n])) block.formulas.push_back(static_cast<std::int64_t>(n));
+      if (!HoldsFormula(formulas[n])) continue;
+      block.formulas.push_back({static_cast<std::int64_t>(n), formulas[n].As<std::u16string>()});
     }
     if (block.formulas.empty()) return;
     if (cells.HasArray() != Value(false)) TakeArrays(block);
@@ -158,7 +211,8 @@ class Freezing {
   /// Takes the cells of array formulas out of a block.
   void TakeArrays(Block& block) {
     const Place place = PlaceOf(block.cells);
-    std::erase_if(block.formulas, [&](std::int64_t position) {
+    std::erase_if(block.formulas, [&](const Found& found) {
+      const std::int64_t position = found.position;
       const Place cell_place{place.row + position / block.columns, place.column + position % block.columns, 1,
                              1};
       const auto is_known = [&](const Place& array) { return array.Contains(cell_place); };
@@ -170,7 +224,7 @@ class Freezing {
       const auto holds_it = [&](const excel::Range& area) { return PlaceOf(area).Contains(array_place); };
       if (std::none_of(areas_.begin(), areas_.end(), holds_it)) throw excel::ArrayRefusal();
       array_places_.push_back(array_place);
-      arrays_.push_back(std::move(array));
+      arrays_.push_back({std::move(array), found.formula});
       return true;
     });
   }
@@ -178,25 +232,25 @@ class Freezing {
   /// Values do not travel as a block: one that was written back may change what the next cell gives.
   void Freeze(const Block& block) {
     const Value format = block.cells.NumberFormat();
-    for (const std::int64_t position : block.formulas) {
+    for (const Found& found : block.formulas) {
       progress_.Say(kReplacing, done_++, all_);
-      const excel::Range cell = block.Cell(position);
-      const Value value = cell.Value2();
-      cell.SetFormulaLocal(u"");
-      Enter(cell, value, format);
+      const excel::Range cell = block.Cell(found.position);
+      Replace(cell, {Entry(cell, cell.Value2(), format)}, [&] { cell.SetFormula(found.formula); });
     }
   }
 
-  void FreezeArray(const excel::Range& array) {
-    const Place size = SizeOf(array);
-    const Block block{array, size.columns, {}};
-    const std::vector<Value> values = ElementsOf(array.Value2(), size.rows, size.columns);
-    const Value format = array.NumberFormat();
-    array.SetFormulaLocal(u"");
+  void FreezeArray(const ArrayFormula& array) {
+    const Place size = SizeOf(array.cells);
+    progress_.Say(kReplacing, done_, all_);
+    done_ += size.rows * size.columns;
+    const Block block{array.cells, size.columns, {}};
+    const std::vector<Value> values = ElementsOf(array.cells.Value2(), size.rows, size.columns);
+    const Value format = array.cells.NumberFormat();
+    std::vector<Entry> entries;
     for (std::size_t n = 0; n < values.size(); ++n) {
-      progress_.Say(kReplacing, done_++, all_);
-      Enter(block.Cell(static_cast<std::int64_t>(n)), values[n], format);
+      entries.emplace_back(block.Cell(static_cast<std::int64_t>(n)), values[n], format);
     }
+    Replace(array.cells, entries, [&] { array.cells.SetFormulaArray(WithoutBraces(array.formula)); });
   }
 
   Progress progress_;
@@ -204,7 +258,7 @@ class Freezing {
   std::int64_t all_ = 0;   ///< of so many
   std::vector<excel::Range> areas_;
   std::vector<Block> blocks_;
-  std::vector<excel::Range> arrays_;
+  std::vector<ArrayFormula> arrays_;
   std::vector<Place> array_places_;
 };
 

@@ -9,6 +9,7 @@
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
+#include <com/sun/star/script/provider/ScriptFrameworkErrorException.hpp>
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
 #include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
@@ -298,8 +299,13 @@ void OpenWorkbook::RunMacro(const std::string& macro) const {
   const Reference<XScriptProvider> scripts =
       Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
   const OUString module = ModuleNamed(modules, ToUno(FromUtf8(procedure.substr(0, procedure.find('.')))));
-  const Reference<XScript> called =
-      FindScript(scripts, library_name + "." + ToUno(FromUtf8(procedure)), "document");
+  const Reference<XScript> called = [&] {
+    try {
+      return FindScript(scripts, library_name + "." + ToUno(FromUtf8(procedure)), "document");
+    } catch (const css::script::provider::ScriptFrameworkErrorException&) {
+      throw MacroFailure(Reason::NoMacro, "the workbook has no macro " + macro);
+    }
+  }();
   const bool compiles = [&] {
     const KeptModification kept(model_);
     return Compiles(scripts, library_name, modules, module);

@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/failure_listener.h"
 #include "platform/text.h"
@@ -88,10 +89,8 @@ void ReportJob::trigger(const OUString&) {
   } catch (const AutomationError& error) {
     WriteResult("error in the macro: " + std::to_string(error.number()) + " (" + ToUtf8(error.source()) +
                 ") " + ToUtf8(error.description()));
-  } catch (const css::uno::Exception& exception) {
-    const Any caught = cppu::getCaughtException();
-    WriteResult("error: " + ToUtf8(FromUno(caught.getValueTypeName())) + ": " +
-                ToUtf8(FromUno(exception.Message)));
+  } catch (const css::uno::Exception&) {
+    WriteResult("error: " + ToUtf8(ErrorOf(cppu::getCaughtException()).description()));
   } catch (const std::exception& exception) {
     WriteResult(std::string("error: ") + exception.what());
   }

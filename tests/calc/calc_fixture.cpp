@@ -138,4 +138,12 @@ std::string CalcTest::Contents(const fs::path& path) {
   return contents.str();
 }
 
+void CalcTest::ExpectNoWordOfUno(const RunResult& run) {
+  std::string all = run.messages + run.output + run.errors;
+  for (const std::string& line : run.lines) all += line + "\n";
+  for (const char* word : {"unsatisfied", ".cxx", ".hxx", "com.sun.star"}) {
+    EXPECT_THAT(all, testing::Not(testing::HasSubstr(word)));
+  }
+}
+
 }  // namespace qva

@@ -58,6 +58,8 @@ class CalcTest : public testing::Test {
   std::string PdfText(const std::filesystem::path& pdf) const;
   /// Everything in the file, empty when there is none.
   static std::string Contents(const std::filesystem::path& path);
+  /// Expects that no text of LibreOffice's for its own developers got out of a run.
+  static void ExpectNoWordOfUno(const RunResult& run);
 
   std::filesystem::path folder;  ///< private, gone with the test
   std::filesystem::path output;  ///< the run's output folder within

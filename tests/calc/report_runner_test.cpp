@@ -1,6 +1,9 @@
 // The report runner on the sample workbook, and where it must give up.
+#include <fcntl.h>
 #include <signal.h>
 #include <stdlib.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -12,6 +15,7 @@ namespace qva {
 namespace {
 
 using testing::AllOf;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -38,6 +42,20 @@ class ReportRunner : public CalcTest {
     RunResult run;
     run.exit_status = runner.Wait(std::chrono::seconds(20));
     run.errors = Contents(folder / "beside.txt");
+    return run;
+  }
+
+  /// A run of the sample that ends, if nothing ended it before, as soon as LibreOffice is started. A program
+  /// that starts the runner may come before it.
+  RunResult RunWithBrokenLibreOffice(std::vector<std::string> command = {}) {
+    std::ofstream(folder / "soffice") << "#!/bin/sh\necho broken >&2\nexit 7\n";
+    std::filesystem::permissions(folder / "soffice", std::filesystem::perms::all);
+    command.insert(command.end(),
+                   {ReportRunnerFile(), "--output-folder", output.string(), Sample().string()});
+    Process runner(command, {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
+    RunResult run;
+    run.exit_status = runner.Wait(std::chrono::seconds(20));
+    run.errors = Contents(folder / "errors.txt");
     return run;
   }
 
@@ -115,9 +133,28 @@ TEST_F(ReportRunner, StopsAMacroThatDoesNotEnd) {
 }
 
 TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
-  const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--macro", "NoLibrary.Ataskaita.Main"});
-  EXPECT_EQ(run.exit_status, 1);
-  EXPECT_THAT(run.errors, HasSubstr("the workbook has no library NoLibrary"));
+  const std::pair<const char*, const char*> missing[] = {
+      {"Nera.Ataskaita.Main", "the workbook has no library Nera"},
+      {"Nera.Main", "the workbook has no module Nera"},
+      {"Ataskaita.Nera", "the workbook has no macro Ataskaita.Nera"},
+      {"Nera", "the macro is not named as Module.Procedure"}};
+  for (const auto& [macro, text] : missing) {
+    const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--macro", macro});
+    EXPECT_EQ(run.exit_status, 1);
+    EXPECT_THAT(run.errors, EndsWith(std::string(text) + "\n"));
+    ExpectNoWordOfUno(run);
+  }
+}
+
+TEST_F(ReportRunner, TellsInPlainWordsThatAWorkbookCannotBeOpened) {
+  std::ofstream(folder / "broken.fods") << "no workbook";
+  std::ofstream(folder / "broken.ods") << "PK\x03\x04 no workbook";
+  for (const char* name : {"broken.fods", "broken.ods"}) {
+    const RunResult run = RunWorkbook(folder / name, {"--no-picture"});
+    EXPECT_EQ(run.exit_status, 1) << name;
+    EXPECT_THAT(run.errors, HasSubstr("The report failed: "));
+    ExpectNoWordOfUno(run);
+  }
 }
 
 TEST_F(ReportRunner, FailsWhenTheExpectedFileIsNotLeftAndDeletesNothing) {
@@ -168,13 +205,10 @@ TEST_F(ReportRunner, SaysWhenLibreOfficeIsMissing) {
 }
 
 TEST_F(ReportRunner, SaysWhenLibreOfficeEndsBeforeTheReportRan) {
-  std::ofstream(folder / "soffice") << "#!/bin/sh\necho broken >&2\nexit 7\n";
-  std::filesystem::permissions(folder / "soffice", std::filesystem::perms::owner_all);
-  Process runner({ReportRunnerFile(), "--output-folder", output.string(), Sample().string()},
-                 {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
-  EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);
-  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("exit status 7"));
-  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("broken"));
+  const RunResult run = RunWithBrokenLibreOffice();
+  EXPECT_EQ(run.exit_status, 3);
+  EXPECT_THAT(run.errors, HasSubstr("exit status 7"));
+  EXPECT_THAT(run.errors, HasSubstr("broken"));
 }
 
 TEST_F(ReportRunner, RefusesAWrongCommandLine) {
@@ -193,11 +227,30 @@ TEST_F(ReportRunner, RefusesAWrongCommandLine) {
     EXPECT_EQ(status({"--timeout", seconds, sample}), 2) << seconds;
   }
   EXPECT_EQ(status({"--timeout", "1", sample}), 3);
+  for (const char* option : {"--log", "--expect"}) {
+    const std::string outside = (folder / "kept.txt").string();
+    std::ofstream(outside) << "not ours";
+    for (const std::string& path : {outside, std::string("../kept.txt"), std::string("drives/../../kept.txt"),
+                                    std::string("."), std::string("drives/")}) {
+      EXPECT_EQ(status({option, path, "--output-folder", output.string(), sample}), 2) << option << path;
+      EXPECT_THAT(Contents(folder / "errors.txt"),
+                  HasSubstr("takes the path of a file in the output folder"));
+    }
+    EXPECT_TRUE(std::filesystem::exists(outside));
+    EXPECT_EQ(status({option, "drives/../kept.txt", "--output-folder", output.string(), sample}), 3);
+  }
   EXPECT_EQ(status({nowhere}), 2);
   EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("there is no \"" + nowhere));
   for (const char* option : {"--answers", "--form-answers", "--build-folder", "--host-resources"}) {
     EXPECT_EQ(status({option, nowhere, sample}), 2) << option;
   }
+  EXPECT_EQ(status({folder.string()}), 2) << "a folder as the workbook";
+  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("is no file"));
+  for (const char* option : {"--answers", "--form-answers"}) {
+    EXPECT_EQ(status({option, folder.string(), sample}), 2) << option;
+  }
+  EXPECT_EQ(status({"--host-resources", sample, sample}), 2);
+  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("is no folder"));
 }
 
 TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
@@ -259,6 +312,15 @@ TEST_F(ReportRunner, AMisspeltAnswerStopsTheRunWithItsLine) {
   EXPECT_THAT(run.lines, testing::IsEmpty()) << "the macro went on";
 }
 
+TEST_F(ReportRunner, AnAnswersFileThatIsALineShortStopsTheRunAtTheQuestion) {
+  std::ofstream(folder / "answers.txt") << "# the question is forgotten\n";
+  const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("no answer is left in " + (folder / "answers.txt").string() +
+                                    " for the box „Ar tęsti ąčę?“"));
+  EXPECT_THAT(run.lines, testing::IsEmpty()) << "the macro went on";
+}
+
 TEST_F(ReportRunner, TheNextRunHasTheFolderAfterATimeLimitAnInterruptionAndAKill) {
   const auto start = [&] { StartMacro("endless", {"--timeout", "40"}, {}); };
   const auto runs = [&] {
@@ -290,6 +352,55 @@ TEST_F(ReportRunner, RefusesAWorkbookThatSomebodyHasOpen) {
   EXPECT_EQ(run.exit_status, 1);
   EXPECT_THAT(run.errors, HasSubstr("is open in another program"));
   EXPECT_FALSE(std::filesystem::exists(output / "balance.fods"));
+}
+
+TEST_F(ReportRunner, RemovesLocksOfRunsWithAnotherTemporaryFolderOnThisMachineAlone) {
+  std::filesystem::create_directories(output);
+  const std::filesystem::path lock = output / ".~lock.balance.fods#";
+  const std::string profile =
+      "22.11.2026 03:18,file:///kitur/la%C4%8Diai%20ir%20kt/qva-report-a1B2c3/profile;";
+  const auto errors = [&](const std::string& host) {
+    std::ofstream(lock) << ",jonas," << host << "," << profile;
+    return RunWithBrokenLibreOffice().errors;
+  };
+  char host[256] = {};
+  gethostname(host, sizeof host - 1);
+  EXPECT_THAT(errors(host), Not(HasSubstr("is open in another program")));
+  EXPECT_FALSE(std::filesystem::exists(lock));
+  EXPECT_THAT(errors(std::string(host) + ".local"), Not(HasSubstr("is open in another program")))
+      << "a name with its domain";
+  EXPECT_THAT(errors("kitas-" + std::string(host)), HasSubstr("is open in another program"));
+  EXPECT_TRUE(std::filesystem::exists(lock));
+}
+
+TEST_F(ReportRunner, KeepsTheLockOfARunThatGoesOnWithAnotherTemporaryFolder) {
+  std::filesystem::create_directories(output);
+  const std::filesystem::path running = folder / "la\xC4\x8Diai ir kt" / "qva-report-a1B2c3";
+  std::filesystem::create_directories(running);
+  const int held = open(running.c_str(), O_RDONLY | O_DIRECTORY);
+  ASSERT_EQ(flock(held, LOCK_EX), 0);
+  char host[256] = {};
+  gethostname(host, sizeof host - 1);
+  std::ofstream(output / ".~lock.balance.fods#")
+      << ",jonas," << host << ",22.11.2026 03:18,file://" << folder.string()
+      << "/la%C4%8Diai%20ir%20kt/qva-report-a1B2c3/profile;";
+  EXPECT_THAT(RunWithBrokenLibreOffice().errors, HasSubstr("is open in another program"));
+  close(held);
+  EXPECT_THAT(RunWithBrokenLibreOffice().errors, Not(HasSubstr("is open in another program")));
+}
+
+// A folder that a user other than root may not look into.
+TEST_F(ReportRunner, PassesOverFoldersThatItCannotRead) {
+  std::filesystem::create_directories(output / "closed" / "within");
+  std::filesystem::permissions(output / "closed", std::filesystem::perms::none);
+  std::filesystem::permissions(folder, std::filesystem::perms::all);
+  std::filesystem::permissions(output, std::filesystem::perms::all);
+  const RunResult run = RunWithBrokenLibreOffice(
+      geteuid() == 0 ? std::vector<std::string>{"setpriv", "--reuid=65534", "--clear-groups"}
+                     : std::vector<std::string>());
+  std::filesystem::permissions(output / "closed", std::filesystem::perms::owner_all);
+  EXPECT_EQ(run.exit_status, 3);
+  EXPECT_THAT(run.errors, HasSubstr("exit status 7")) << "LibreOffice was not even started";
 }
 
 }  // namespace

@@ -43,11 +43,25 @@ TEST_F(UnattendedMessageBoxTest, PassesOverCommentsAndEmptyLines) {
   EXPECT_THAT(Log(), HasSubstr("(line 6 of " + answers.string() + ")"));
 }
 
-TEST_F(UnattendedMessageBoxTest, PressesTheFirstButtonWhenNoAnswersAreLeft) {
+TEST_F(UnattendedMessageBoxTest, AQuestionForWhichNoAnswerIsLeftIsClosedAndAnError) {
+  const HeardFailures failures;
   Answers("2\n");
   EXPECT_EQ(Ask(), 2);
-  EXPECT_EQ(Ask(), 1);
-  EXPECT_THAT(Log(), HasSubstr("answer:  1 Įrašyti (no answer left, the first button)"));
+  EXPECT_EQ(Ask(), 3) << "nothing is agreed to";
+  EXPECT_EQ(box.Show(u"Ar ištrinti?", 4, u""), 7);
+  EXPECT_THAT(Log(), HasSubstr("answer:  3 Atšaukti (ERROR: no answer is left in " + answers.string()));
+  ASSERT_EQ(failures.wrongly_answered.size(), 2u);
+  EXPECT_EQ(ToUtf8(failures.wrongly_answered[0]),
+            "no answer is left in " + answers.string() + " for the box „Ar tikrai?“");
+  EXPECT_TRUE(failures.failed.empty());
+}
+
+TEST_F(UnattendedMessageBoxTest, ABoxOfOneButtonNeedsNoAnswer) {
+  const HeardFailures failures;
+  Answers("# none\n");
+  EXPECT_EQ(box.Show(u"Baigta", vbOKOnly, u""), vbOK);
+  EXPECT_THAT(Log(), HasSubstr("answer:  1 Gerai (no answer left, the first button)"));
+  EXPECT_TRUE(failures.wrongly_answered.empty());
 }
 
 TEST_F(UnattendedMessageBoxTest, PressesTheFirstButtonWithoutAnAnswersFile) {

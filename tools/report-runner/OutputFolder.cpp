@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <charconv>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
@@ -26,37 +27,75 @@ int LockFolder(const fs::path& path, bool& is_taken) {
   return folder;
 }
 
+/// A text of a URL as it was before it was put into one.
+std::string Decoded(std::string_view url) {
+  std::string text;
+  for (std::size_t n = 0; n < url.size(); ++n) {
+    unsigned char code = 0;
+    const char* const digits = url.data() + n + 1;
+    if (url[n] == '%' && n + 2 < url.size() &&
+        std::from_chars(digits, digits + 2, code, 16).ptr == digits + 2) {
+      text += static_cast<char>(code);
+      n += 2;
+    } else {
+      text += url[n];
+    }
+  }
+  return text;
+}
+
+/// Whether a host is this one; either name may have its domain.
+bool IsThisHost(std::string_view host) {
+  char name[256] = {};
+  if (gethostname(name, sizeof name - 1) != 0) return false;
+  const std::string_view own = name;
+  return host.substr(0, host.find('.')) == own.substr(0, own.find('.'));
+}
+
 /// Whether a lock file is one of a LibreOffice that this program started and that is dead. It names who
-/// locked: user, host, time and the profile's URL.
+/// locked: user twice, host, time and the profile's URL, with commas between. The profile may stand in
+/// another folder for temporary files than today's.
 bool IsDeadLock(const fs::path& file) {
   const std::string name = file.filename().string();
   if (!name.starts_with(".~lock.") || !name.ends_with('#')) return false;
   std::ostringstream contents;
   contents << std::ifstream(file).rdbuf();
   const std::string text = contents.str();
-  const std::string profiles = "file://" + (fs::temp_directory_path() / kProfilePrefix).string();
-  const std::size_t start = text.find(profiles);
-  if (start == text.npos) return false;
-  const std::size_t folder_start = start + std::string_view("file://").size();
-  const fs::path folder = text.substr(folder_start, text.find('/', start + profiles.size()) - folder_start);
+  std::istringstream fields(text);
+  std::string user, login, host, time, profile;
+  for (std::string* field : {&user, &login, &host, &time, &profile}) std::getline(fields, *field, ',');
+  constexpr std::string_view kScheme = "file://";
+  const std::size_t name_start = profile.rfind("/" + std::string(kProfilePrefix));
+  if (!IsThisHost(host) || !profile.starts_with(kScheme) || name_start == profile.npos) return false;
+  const std::size_t length = profile.find_first_of("/;", name_start + 1) - kScheme.size();
+  const fs::path folder = Decoded(std::string_view(profile).substr(kScheme.size(), length));
   bool is_taken = false;
   const int lock = LockFolder(folder, is_taken);
   if (lock >= 0) close(lock);
   return !is_taken;
 }
 
-}  // namespace
-
-void RemoveDeadLocks(const fs::path& folder) {
+/// Calls `look` with all that is below a folder, but for what may not be looked into.
+template <class Look>
+void ForEachEntry(const fs::path& folder, Look look) {
   std::error_code error;
-  std::vector<fs::path> dead;
   constexpr auto kOptions = fs::directory_options::skip_permission_denied;
   for (fs::recursive_directory_iterator entry(folder, kOptions, error), end; !error && entry != end;
        entry.increment(error)) {
-    std::error_code ignored;
-    if (entry->is_regular_file(ignored) && IsDeadLock(entry->path())) dead.push_back(entry->path());
+    look(*entry);
   }
-  for (const fs::path& file : dead) fs::remove(file, error);
+}
+
+}  // namespace
+
+void RemoveDeadLocks(const fs::path& folder) {
+  std::vector<fs::path> dead;
+  ForEachEntry(folder, [&](const fs::directory_entry& entry) {
+    std::error_code ignored;
+    if (entry.is_regular_file(ignored) && IsDeadLock(entry.path())) dead.push_back(entry.path());
+  });
+  std::error_code ignored;
+  for (const fs::path& file : dead) fs::remove(file, ignored);
 }
 
 ProfileFolder::ProfileFolder() {
@@ -93,9 +132,9 @@ std::optional<OutputFolder::State> OutputFolder::StateOf(const fs::path& file) {
 
 void OutputFolder::Remember() {
   before_.clear();
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path_)) {
+  ForEachEntry(path_, [&](const fs::directory_entry& entry) {
     if (const auto state = StateOf(entry.path())) before_[entry.path().lexically_relative(path_)] = *state;
-  }
+  });
 }
 
 bool OutputFolder::IsNew(const fs::path& file) const {
@@ -106,10 +145,12 @@ bool OutputFolder::IsNew(const fs::path& file) const {
 
 std::map<std::string, std::uintmax_t> OutputFolder::NewFiles() const {
   std::map<std::string, std::uintmax_t> files;
-  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(path_)) {
+  ForEachEntry(path_, [&](const fs::directory_entry& entry) {
     const fs::path name = entry.path().lexically_relative(path_);
-    if (IsNew(name)) files[name.string()] = entry.file_size();
-  }
+    std::error_code error;
+    const std::uintmax_t length = entry.file_size(error);
+    if (!error && IsNew(name)) files[name.string()] = length;
+  });
   return files;
 }
 

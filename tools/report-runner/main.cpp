@@ -33,22 +33,24 @@ the workbook. Each step is printed.
   --output-folder PATH   where the results go (out)
   --build-folder PATH    where libqva_calc.so and libqva_host.so stand (the folder above this program)
   --host-resources PATH  the embedded host's texts and sample company (host)
-  --answers PATH         answers to message boxes, one on each line; without it the first button is pressed
+  --answers PATH         answers to message boxes, one on each line, at least one for each question; without it the
+                         first button is pressed
   --form-answers PATH    answers to the library's dialogs (README.md); without it they are left
   --show                 on the screen, where windows are shown and wait for the user; --answers and --form-answers
                          still answer for the user
   --timeout SECONDS      how long LibreOffice may take (120; a day with --show)
   --no-picture           no PDF and no PNG
   --expect PATH          the run failed unless the macro leaves this file, a path in the output folder
-  --log PATH             the macro writes a log of its steps to this path in the output folder: it is printed as it
-                         grows, in place of the calls
+  --log PATH             the macro writes a log of its steps to this path in the output folder, where an earlier one
+                         is deleted first: it is printed as it grows, in place of the calls
   --help                 this text
 
-An answer that fits no window stops the run with its line, before anything is done by it.
+An answer that fits no window stops the run with its line, before anything is done by it; so does a question for
+which no answer is left.
 
 Exit status: 0 when the macro went through, 1 when it failed, the library told of a failure (no such book, no
-answers, a report that was not saved), an answer was wrong, or another run has the output folder, 2 for a wrong
-command line or a path that is not there, 3 when LibreOffice is missing or had to be stopped.
+answers, a report that was not saved), an answer was wrong or missing, or another run has the output folder, 2 for
+a wrong command line or a path that is not there, 3 when LibreOffice is missing or had to be stopped.
 )";
 
 enum Option {
@@ -90,15 +92,42 @@ std::chrono::seconds Seconds(std::string_view text) {
   return std::chrono::seconds(seconds);
 }
 
+/// What the user named, and what it must be.
+struct Named {
+  enum class Kind { File, FileOrPipe, Folder };
+  std::filesystem::path path;
+  Kind kind;
+};
+
 /// Whether the files and folders that the user named are there; says which one is not.
-bool AreThere(const std::vector<std::filesystem::path>& named) {
-  for (const std::filesystem::path& path : named) {
+bool AreThere(const std::vector<Named>& named) {
+  for (const auto& [path, kind] : named) {
     std::error_code error;
-    if (std::filesystem::exists(path, error)) continue;
-    std::cerr << "report-runner: there is no " << path << '\n';
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (!std::filesystem::exists(status)) {
+      std::cerr << "report-runner: there is no " << path << '\n';
+      return false;
+    }
+    const bool is_folder = std::filesystem::is_directory(status);
+    if (kind == Named::Kind::Folder ? is_folder
+        : kind == Named::Kind::File ? std::filesystem::is_regular_file(status)
+                                    : !is_folder) {
+      continue;
+    }
+    std::cerr << "report-runner: " << path
+              << (kind == Named::Kind::Folder ? " is no folder\n" : " is no file\n");
     return false;
   }
   return true;
+}
+
+/// Whether the option's value is the path of a file in the output folder; says so when it is not.
+bool StaysInOutputFolder(const char* option, const std::filesystem::path& path) {
+  const std::filesystem::path normal = path.lexically_normal();
+  if (path.is_relative() && path.has_filename() && normal != "." && *normal.begin() != "..") return true;
+  std::cerr << "report-runner: " << option << " takes the path of a file in the output folder, not " << path
+            << '\n';
+  return false;
 }
 
 volatile std::sig_atomic_t interrupted = 0;
@@ -135,7 +164,7 @@ int main(int argc, char** argv) {
   qva::ReportRunOptions options;
   options.build_folder = std::filesystem::absolute(argv[0]).parent_path().parent_path();
   std::chrono::seconds timeout{0};
-  std::vector<std::filesystem::path> named;
+  std::vector<Named> named;
   int choice;
   while ((choice = getopt_long(argc, argv, "", kOptions, nullptr)) != -1) {
     switch (choice) {
@@ -150,19 +179,19 @@ int main(int argc, char** argv) {
         break;
       case kBuild:
         options.build_folder = optarg;
-        named.push_back(options.build_folder / "libqva_calc.so");
+        named.push_back({options.build_folder / "libqva_calc.so", Named::Kind::File});
         break;
       case kHost:
         options.host_resources = optarg;
-        named.push_back(options.host_resources);
+        named.push_back({options.host_resources, Named::Kind::Folder});
         break;
       case kAnswers:
         options.answers = optarg;
-        named.push_back(options.answers);
+        named.push_back({options.answers, Named::Kind::FileOrPipe});
         break;
       case kFormAnswers:
         options.form_answers = optarg;
-        named.push_back(options.form_answers);
+        named.push_back({options.form_answers, Named::Kind::FileOrPipe});
         break;
       case kShow:
         options.show = true;
@@ -179,9 +208,11 @@ int main(int argc, char** argv) {
         break;
       case kExpect:
         options.expect = optarg;
+        if (!StaysInOutputFolder("--expect", options.expect)) return 2;
         break;
       case kLog:
         options.log = optarg;
+        if (!StaysInOutputFolder("--log", options.log)) return 2;
         break;
       case kHelp:
         std::cout << kUsage;
@@ -196,7 +227,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   options.workbook = argv[optind];
-  named.push_back(options.workbook);
+  named.push_back({options.workbook, Named::Kind::File});
   if (!AreThere(named)) return 2;
   if (options.show) options.timeout = std::chrono::hours(24);  // users take their time
   if (timeout.count() > 0) options.timeout = timeout;

@@ -134,11 +134,11 @@ SheetData& Range::Open() const {
   return *reference_.sheet;
 }
 
-void Range::RequireUnprotected(const Area& changed, std::u16string_view refusal) const {
+void Range::RequireUnprotected(const Area& changed) const {
   const SheetData& sheet = Open();
   if (!sheet.protection.is_on || sheet.protection.user_interface_only) return;
   const auto locked = sheet.formats[FormatProperty::Locked].Common(changed);
-  if (!locked || *locked == qva::Value(true)) throw Refusal(std::u16string(refusal));
+  if (!locked || *locked == qva::Value(true)) throw Refusal(std::u16string(excel::kProtectedRefusal));
 }
 
 ObjectPtr Range::Part(const Area& part, Unit unit) const {
@@ -178,7 +178,7 @@ Value Range::Value2() {
 }
 
 void Range::SetValue(const qva::Value& value) {
-  RequireUnprotected(area(), excel::kProtectedRefusal);
+  RequireUnprotected(area());
   SheetData& sheet = Open();
   sheet.RequireWholeArrays(area());
   // The default value of an object is asked for once, not for each cell.
@@ -213,7 +213,7 @@ Value Range::Formula() {
 }
 
 void Range::SetFormulaArray(const std::u16string& formula) {
-  RequireUnprotected(area(), excel::kProtectedRefusal);
+  RequireUnprotected(area());
   SheetData& sheet = Open();
   sheet.RequireWholeArrays(area());
   sheet.EnterArray(area(), formula);
@@ -409,7 +409,8 @@ Value Range::Format(FormatProperty property) const {
 }
 
 void Range::SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal) {
-  RequireUnprotected(area(), refusal);
+  const Protection& protection = Open().protection;
+  if (protection.is_on && !protection.user_interface_only) throw Refusal(refusal);
   Open().formats[property].Set(area(), value);
   OpenWorkbook(reference_.sheet->workbook)->saved = false;
 }
@@ -440,7 +441,7 @@ void Range::SetNumberFormat(const std::u16string& format) {
 }
 
 bool Range::ClearContents() {
-  RequireUnprotected(area(), excel::kProtectedRefusal);
+  RequireUnprotected(area());
   Open().RequireWholeArrays(area());
   Open().Clear(area());
   return true;
@@ -458,7 +459,7 @@ std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
   const std::int32_t columns =
       std::min(fields_by_records.dimensions[0].count, kColumnCount - area().column + 1);
   const Area target{area().row, area().column, rows, columns};
-  RequireUnprotected(target, excel::kProtectedRefusal);
+  RequireUnprotected(target);
   sheet.RequireWholeArrays(target);
   for (std::int32_t row = 0; row < rows; ++row) {
     for (std::int32_t column = 0; column < columns; ++column) {

@@ -40,13 +40,15 @@ class Range : public Described<Range> {
   /// The sheet, whose workbook must be open.
   SheetData& Open() const;
   /// Raises 1004 when the protection keeps macros from changing one of the cells of the sheet.
-  void RequireUnprotected(const Area& changed, std::u16string_view refusal) const;
+  void RequireUnprotected(const Area& changed) const;
   ObjectPtr Part(const Area& part, Unit unit = Unit::Cells) const;
   /// `read(row, column)` of the one cell, or of all as a block with both indexes from 1.
   template <class Read>
   qva::Value ReadBlock(Read read) const;
   /// A format that all cells have, or Null.
   qva::Value Format(FormatProperty property) const;
+  /// Raises 1004 with a text when the protection keeps macros from changing formats, be it of cells that are
+  /// not locked.
   void SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal);
 
   /// Of one cell its value: Empty, Double, text, Boolean, Date, Currency or error. Of several a block. A

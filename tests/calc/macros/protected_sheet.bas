@@ -8,8 +8,9 @@ Sub Main()
     Set t = CreateObject("QVA_Varnholt.CTools")
     t.Init Nothing
     Set s = ThisWorkbook.Sheets("Lapas")
-    s.Range("C1:C4").Formula = "=1+1"
-    s.Range("C4").Locked = False
+    s.Range("C1:C5").Formula = "=1+1"
+    s.Range("C5").NumberFormat = "@"
+    s.Range("C4:C5").Locked = False
     WriteLine "from the user alone"
     t.SheetLock True, "slaptas", "Lapas"
     Change r, s
@@ -49,6 +50,10 @@ Private Sub Change(r, s)
     r.ClearFormulas s.Range("C4")
     WriteErr "unlocked cell frozen"
     WriteLine "formulas: " & s.Range("C1").Formula & " " & s.Range("C4").Formula
+    s.Range("C5").Formula = "=1+1"
+    r.ClearFormulas s.Range("C5")
+    WriteErr "unlocked cell of texts frozen"
+    WriteLine "formula: " & s.Range("C5").Formula & " " & s.Range("C5").NumberFormat
     r.FillAttr s.Range("D1")
     WriteErr "filled"
     WriteLine "protected: " & s.ProtectContents

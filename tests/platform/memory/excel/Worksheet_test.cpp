@@ -167,6 +167,7 @@ TEST_F(WorksheetTest, KeepsLockedCellsFromChangesWhileItIsProtected) {
   EXPECT_EQ(At(u"A1"), Value(1.0));
   Set(u"B1", 3);
   EXPECT_EQ(At(u"B1"), Value(3.0));
+  EXPECT_EQ(RaisedBy([&] { Put(Range(u"B1"), u"NumberFormat", u"@"); }), 1004) << "formats are kept anywhere";
 }
 
 TEST_F(WorksheetTest, IsUnprotectedOnlyWithItsPassword) {
