@@ -162,7 +162,8 @@ TEST_P(GuideReference, NamesTheSettingsSheetsCells) {
         "Dim g, bars\n"
         "Set g = CreateObject(\"QVA_Varnholt.gExcelObject\")\n"
         "g.InitConnectEX Application, ThisWorkbook\n"
-        "TheSheet(1).Range(\"A1\").Value = 1\n";
+        "TheSheet(1).Range(\"A1\").Value = 1\n"
+        "TheSheet(1).Range(\"D2\").Value = 1\n";
     for (std::size_t i = 0; i < rows.size(); ++i) {
       if (i == missing) continue;
       macro += "DefineName \"" + rows[i][0] + "\", 1, \"$" + static_cast<char>('A' + i) + "$1\"\n";
@@ -179,8 +180,10 @@ TEST_P(GuideReference, NamesTheSettingsSheetsCells) {
 }
 
 TEST_P(GuideReference, ShowsTheHostsTablesAsTheyAre) {
+  const auto engine = std::make_unique<corpus::MemoryEngine>("guide_CTools");  // its services
   const embedded::TemporaryFolder folder;
   const std::filesystem::path file = folder.path() / "host.sqlite";
+  embedded::WriteFile(file, "");
   embedded::Database(file, embedded::Database::Mode::Write)
       .Execute(corpus::Contents(SourceFolder() / "host" / "sample.sql").c_str());
   const embedded::HostDatabase database(file);

@@ -45,6 +45,7 @@ build() {
 build "Build for LibreOffice, with sanitizers" debug -DQVA_TESTS=ON qva_calc_tests
 start "LibreOffice, first half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=0 tools/google-test.sh build/debug/tests/qva_calc_tests
 start "LibreOffice, second half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 tools/google-test.sh build/debug/tests/qva_calc_tests
+start "Guide's examples in LibreOffice" 300 tools/test-guide.sh build/debug
 start "Corpus in LibreOffice" 600 tools/check-command.sh "macros of the corpus" tools/corpus-libreoffice.sh build/debug
 
 build "Build for 64-bit Windows" windows-x64 -DQVA_TESTS=ON
