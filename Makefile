@@ -1,7 +1,7 @@
 # The short front of the project. Everything is built under build/, results are left under out/.
 
 .DEFAULT_GOAL := help
-.PHONY: help run test check windows bench docs package format clean
+.PHONY: help run test check windows bench docs samples package format clean
 
 help:  ## Show this list
 	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 18
@@ -46,6 +46,9 @@ docs:  ## Write docs/guide.md anew from the member tables
 	@cmake --preset release > /dev/null
 	@cmake --build --preset release --target guide
 	@build/release/guide .
+
+samples:  ## Put samples/QvaReport.bas into the sample workbooks anew
+	@tools/embed-module.pl samples/QvaReport.bas samples/*.fods
 
 package: windows  ## Make the packages for Windows (zip) and LibreOffice (oxt) under out/
 	@tools/install-packages.sh run package

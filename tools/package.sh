@@ -31,7 +31,7 @@ cp "$release/libqva_calc.so" "$release/libqva_host.so" "$oxt"
 strip --strip-unneeded "$oxt"/*.so
 mkdir "$oxt/host" "$oxt/samples"
 cp host/QVAFormRes.txt host/sample.sql "$oxt/host"
-cp samples/*.fods "$oxt/samples"
+cp samples/*.fods samples/QvaReport.bas "$oxt/samples"
 documents "$oxt"
 pack "$oxt" "$output/QVA_Varnholt-$version.oxt"
 
@@ -56,6 +56,7 @@ for sample in samples/*.fods; do
     my $text = <$in>;
     while ($text =~ m{<ooo:module ooo:name="(\w+)"[^>]*><ooo:source-code[^>]*>(.*?)</ooo:source-code>}gs) {
       my ($module, $code) = ($1, $2);
+      next if $module eq "QvaReport";
       $code =~ s/^Option VBASupport 1\n//;
       $code =~ s/&lt;/</g; $code =~ s/&gt;/>/g; $code =~ s/&quot;/"/g; $code =~ s/&apos;/\x27/g; $code =~ s/&amp;/&/g;
       $code =~ s/\n/\r\n/g;
@@ -64,5 +65,7 @@ for sample in samples/*.fods; do
     }' "$sample" "$zip/samples/$name"
   [[ -s $zip/samples/$name-Ataskaita.bas ]] || { echo "$0: $name has no macros" >&2; exit 1; }
 done
+# The module that all reports share is a file of its own.
+sed 's/$/\r/' samples/QvaReport.bas | iconv -f utf-8 -t cp1257 > "$zip/samples/QvaReport.bas"
 documents "$zip"
 pack "$zip" "$output/QVA_Varnholt-$version.zip"

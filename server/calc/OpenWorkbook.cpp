@@ -195,6 +195,29 @@ void OpenWorkbook::RunMacro(const std::string& macro) const {
   if (!Compiles(scripts, library_name, modules, module)) {
     throw std::runtime_error("the macro " + macro + " does not compile");
   }
+  Call(called, macro);
+}
+
+void OpenWorkbook::RunAutoClose() const {
+  const Reference<css::script::XLibraryContainer> libraries(
+      Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)->getPropertyValue("BasicLibraries"),
+      UNO_QUERY_THROW);
+  const OUString library = OwnLibrary(libraries);
+  const Reference<XScriptProvider> scripts =
+      Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
+  const Reference<css::container::XNameContainer> modules(libraries->getByName(library), UNO_QUERY_THROW);
+  for (const OUString& module : modules->getElementNames()) {
+    Reference<XScript> macro;
+    try {
+      macro = FindScript(scripts, library + "." + module + ".Auto_Close", "document");
+    } catch (const css::uno::Exception&) {
+      continue;  // it has none
+    }
+    Call(macro, ToUtf8(FromUno(module)) + ".Auto_Close");
+  }
+}
+
+void OpenWorkbook::Call(const Reference<XScript>& called, const std::string& macro) const {
   const Any outcome = Caller(context_).Call(called);
 
   Sequence<Any> error;

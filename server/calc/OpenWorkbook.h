@@ -2,6 +2,7 @@
 #pragma once
 
 #include <com/sun/star/lang/XComponent.hpp>
+#include <com/sun/star/script/provider/XScript.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <string>
 
@@ -23,12 +24,19 @@ class OpenWorkbook {
   /// ended. Nothing of ours stands in the workbook while the macro runs.
   void RunMacro(const std::string& macro) const;
 
+  /// Runs what the workbook has to do before it is closed: the macros Auto_Close of its own library, which
+  /// Excel runs when the user closes a workbook. Raises as RunMacro.
+  void RunAutoClose() const;
+
   void PrintToPdf(const std::string& path) const;
 
   /// Leaves the workbook to the user.
   void Keep() { is_kept_ = true; }
 
  private:
+  void Call(const css::uno::Reference<css::script::provider::XScript>& called,
+            const std::string& macro) const;
+
   css::uno::Reference<css::uno::XComponentContext> context_;
   css::uno::Reference<css::lang::XComponent> model_;
   bool is_kept_ = false;

@@ -114,6 +114,7 @@ void ReportJob::Run() {
     CallLog::Write(u"Printing to " + FromUtf8(pdf));
     open.PrintToPdf(pdf);
   }
+  open.RunAutoClose();
 }
 
 OUString ReportJob::getImplementationName() {

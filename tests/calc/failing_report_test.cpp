@@ -55,6 +55,13 @@ TEST_F(CalcFailingReport, OfTheSamplesGivesTheUserHisProgramBack) {
   ExpectTheUsersProgramBack(workbook, "Balansas");
 }
 
+// What belongs to a window is given back in the active one.
+TEST_F(CalcFailingReport, WhileAnotherWorkbookIsActiveGivesTheUserHisProgramBack) {
+  std::string workbook = Contents(SourceFolder() / "samples/balance.fods");
+  Insert(workbook, "Private Sub Uzbaigti()\n", std::string("    Workbooks.Add\n") + kError);
+  ExpectTheUsersProgramBack(workbook, "Balansas");
+}
+
 // The README's macro, in the balance sheet's workbook.
 TEST_F(CalcFailingReport, OfTheReadmeGivesTheUserHisProgramBack) {
   const std::string readme = Contents(SourceFolder() / "README.md");

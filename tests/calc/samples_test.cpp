@@ -38,6 +38,18 @@ class Samples : public CalcTest {
                        {"--form-answers", form_answers.string(), "--log", name + ".log"});
   }
 
+  /// Runs a sample whose macro does something more after Main, as the toolbar's buttons do when the user
+  /// presses them.
+  RunResult RunAfterwards(const std::string& sample, const std::string& name, const fs::path& answers,
+                          const std::string& calls) {
+    std::string workbook = Contents(SourceFolder() / "samples" / (sample + ".fods"));
+    const std::string end = "</ooo:source-code>";
+    workbook.insert(workbook.find(end), "\nPublic Sub Toliau()\n    Main\n" + calls + "End Sub\n");
+    std::ofstream(folder / (name + ".fods")) << workbook;
+    return RunWorkbook(folder / (name + ".fods"), {"--no-picture", "--log", name + ".log", "--macro",
+                                                   "Ataskaita.Toliau", "--form-answers", answers.string()});
+  }
+
   /// The log's entries without their times.
   std::vector<std::string> Log(const std::string& name) {
     std::vector<std::string> entries;
@@ -115,8 +127,8 @@ TEST_F(Samples, TheBalanceSheetBalancesAndIsArchived) {
                           "Archyve palyginti nėra: Balansas_2024.xls",
                           "Formulės pakeistos reikšmėmis, lapas apsaugotas", "Išspausdinta",
                           "Išsaugota archyve: Balansas_2025.xls",
-                          "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos",
-                          "Baigta: balansas, laikotarpis 2025-01-01 – 2025-12-31"));
+                          "Baigta: balansas, laikotarpis 2025-01-01 – 2025-12-31",
+                          "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"));
   EXPECT_THAT(run.output, HasSubstr("Baigta: balansas")) << "the runner prints the log";
   ExpectPaper("balance");
 
@@ -156,8 +168,8 @@ TEST_F(Samples, TheStatementOfProfitAgreesWithTheLedgerAndComparesWithBudgets) {
                   "Perskaitytos apyvartos: pajamos 502607 EUR, grynasis pelnas 30021 EUR",
                   "Formulės pakeistos reikšmėmis, lapas apsaugotas", "Išspausdinta",
                   "Išsaugota archyve: PelnasNuostoliai_2025_12.xls",
-                  "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos",
-                  "Baigta: pelno (nuostolių) ataskaita, laikotarpis 2025-01-01 – 2025-12-31"));
+                  "Baigta: pelno (nuostolių) ataskaita, laikotarpis 2025-01-01 – 2025-12-31",
+                  "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"));
   EXPECT_THAT(run.messages, HasSubstr("Kaip spausdinti ataskaitą?"));
   ExpectPaper("profit-loss");
 
@@ -198,29 +210,75 @@ TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
 }
 
 TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
-  // As if the user pressed them before the report is closed.
-  std::string workbook = Contents(SourceFolder() / "samples/balance.fods");
-  const std::size_t at = workbook.find("    Uzverti\n    Zingsnis \"Baigta");
-  ASSERT_NE(at, workbook.npos);
-  workbook.insert(at,
-                  "    cmdComment\n    cmdComment\n    cmdFreeze\n    Zingsnis \"frozen: \" &amp; "
-                  "ActiveWindow.FreezePanes\n"
-                  "    cmdFreeze\n    Zingsnis \"frozen: \" &amp; ActiveWindow.FreezePanes\n"
-                  "    EitiIExcel\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n"
-                  "    RestoreApp\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n");
-  std::ofstream(folder / "buttons.fods") << workbook;
   const RunResult run =
-      RunWorkbook(folder / "buttons.fods", {"--no-picture", "--log", "buttons.log", "--form-answers",
-                                            (SourceFolder() / "samples/balance.answers").string()});
+      RunAfterwards("balance", "buttons", SourceFolder() / "samples/balance.answers",
+                    "    cmdComment\n    cmdComment\n    cmdFreeze\n    Zingsnis \"frozen: \" &amp; "
+                    "ActiveWindow.FreezePanes\n"
+                    "    cmdFreeze\n    Zingsnis \"frozen: \" &amp; ActiveWindow.FreezePanes\n"
+                    "    EitiIExcel\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n"
+                    "    RestoreApp\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n");
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   const std::vector<std::string> log = Log("buttons");
   ASSERT_GT(log.size(), 9u);
   EXPECT_THAT(
-      std::vector<std::string>(log.begin() + 10, log.end()),
+      std::vector<std::string>(log.begin() + 11, log.end()),
       ElementsAre("frozen: True", "frozen: False", "Įprastas „Excel“; grąžina komanda „Grįžti į ataskaitą“",
                   "shown: False", "Grįžta į ataskaitą", "shown: True",
-                  "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos",
-                  StartsWith("Baigta: balansas")));
+                  "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"));
+}
+
+TEST_F(Samples, ThePeriodButtonMakesTheReportAnewForAnotherPeriod) {
+  std::ofstream(folder / "twice.answers") << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
+                                             "[frmDatePic]\nMonthView1 double 2026-02-27\n"
+                                             "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+                                             "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  const std::map<std::string, std::pair<std::string, std::string>> kRows = {
+      {"balance", {"Balansas_2024.xls", "TURTO IŠ VISO|833840.56|"}},
+      {"profit-loss", {"PelnasNuostoliai_2024_12.xls", "|26708|"}}};
+  for (const auto& [name, expected] : kRows) {
+    output = folder / ("out-" + name);
+    const RunResult run = RunAfterwards(name, name + "-twice", folder / "twice.answers",
+                                        "    KeistiLaikotarpi\n    Issaugoti\n");
+    ASSERT_EQ(run.exit_status, 0) << run.errors;
+    const std::string sheet = FirstSheet(Archive() / "2024" / expected.first);
+    EXPECT_THAT(sheet, FinishedSheet());
+    const std::string row = name == "balance" ? "TURTO IŠ VISO" : "GRYNASIS PELNAS (NUOSTOLIAI)";
+    EXPECT_THAT(Row(sheet, row), HasSubstr(expected.second)) << name;
+  }
+}
+
+TEST_F(Samples, AReportThatTheUserDoesNotLetReplaceIsNotLoggedAsSaved) {
+  ASSERT_EQ(RunSample("balance").exit_status, 0);
+  const fs::path archived = Archive() / "2025/Balansas_2025.xls";
+  const std::string before = Contents(archived);
+  std::ofstream(folder / "no.txt") << "Ne\n";
+  const RunResult run =
+      RunWorkbook(SourceFolder() / "samples/balance.fods",
+                  {"--no-picture", "--answers", (folder / "no.txt").string(), "--form-answers",
+                   (SourceFolder() / "samples/balance.answers").string(), "--log", "balance.log"});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(Log("balance"),
+              AllOf(testing::Contains("Neišsaugota"), Not(testing::Contains(StartsWith("Išsaugota")))));
+  EXPECT_EQ(Contents(archived), before);
+}
+
+TEST_F(Samples, OpenInLibreOfficeWithoutBeingToldWhatTheyAre) {
+  const std::map<std::string, std::string> kSheets = {
+      {"balance", "Likučiai"}, {"profit-loss", "Apyvartos"}, {"vat", "Registrai"}};
+  for (const auto& [name, sheet] : kSheets) {
+    Process convert(
+        {"soffice", "--headless", "--norestore",
+         "-env:UserInstallation=file://" + (folder / "convert").string(), "--convert-to", "ods:calc8",
+         "--outdir", (folder / "opened").string(), (SourceFolder() / "samples" / (name + ".fods")).string()},
+        {}, folder / "convert.txt");
+    ASSERT_EQ(convert.Wait(std::chrono::seconds(90)), 0) << Contents(folder / "convert.txt");
+    Process unzip({"unzip", "-q", "-o", (folder / "opened" / (name + ".ods")).string(), "content.xml", "-d",
+                   (folder / "opened" / name).string()},
+                  {}, folder / "unzip.txt");
+    ASSERT_EQ(unzip.Wait(std::chrono::seconds(20)), 0) << Contents(folder / "unzip.txt");
+    EXPECT_THAT(Contents(folder / "opened" / name / "content.xml"),
+                HasSubstr("table:name=\"" + sheet + "\""));
+  }
 }
 
 TEST_F(Samples, AReportWhosePeriodIsNotChosenIsNotMadeAndClosesAllTheSame) {

@@ -310,6 +310,7 @@ TEST_F(ListChooserWindowTest, FitsItsControlsAtEverySize) {
 
 TEST_F(ListChooserWindowTest, GrowsWithTheScaleOfTheDisplay) {
   Choose(u"", [](const Seen& seen) {
+    const PerDisplayPixels pixels;  // whoever calls this need not have the window's own
     const auto width_of = [](HWND window) {
       RECT area;
       GetWindowRect(window, &area);

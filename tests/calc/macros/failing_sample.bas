@@ -14,6 +14,7 @@ Private Sub WriteUsersProgram(sWhat As String)
     Dim oLayout As Object, s As String
     DoEvents
     Wait 200
+    ThisWorkbook.Activate
     Set oLayout = ThisComponent.CurrentController.Frame.LayoutManager
     s = "menus " & oLayout.isElementVisible("private:resource/menubar/menubar")
     s = s & ", standard bar " & oLayout.isElementVisible("private:resource/toolbar/standardbar")

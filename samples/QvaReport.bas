@@ -1,0 +1,200 @@
+Attribute VB_Name = "QvaReport"
+Option Explicit
+
+' Bendra visoms ataskaitoms: ryšys su „Excel“ ir apskaitos knyga, klaidos, ataskaitos įrankių juosta, žurnalas.
+' Ataskaitos makrokomanda pradedama „On Error GoTo Nepavyko“ ir „Atverti“, o jos gale – „Nepavyko: Klaida Err“.
+
+Public Const qvaMetai = 1               ' langelio RepType reikšmės: ataskaitos laikotarpis
+Public Const qvaKetvirtis = 2
+Public Const qvaMenuo = 3
+Public Const qvaPirmasPusmetis = 4
+Public Const qvaAntrasPusmetis = 5
+Public Const qvaNustatytas = 6
+
+Public Const qvaVisaData = 1            ' CReports.ReadDate: kokios datos klausia
+Public Const qvaMetaiIrMenuo = 2
+Public Const qvaMetaiIrKetvirtis = 3
+
+Public oExcel As Object              ' ryšys su „Excel“ ir apskaitos knyga; Nothing, kai ataskaita neatverta
+Public oJuosta As Object             ' ataskaitos įrankių juosta
+Private sZurnalas As String          ' žurnalo failas šalia ataskaitos
+
+' ---- Atidarymas, klaidos ir užvėrimas
+
+' Prisijungia prie apskaitos knygos, sukuria įrankių juostą ir parengia „Excel“ ataskaitai; atvertą palieka, kokia yra.
+Public Sub Atverti()
+    If Not oExcel Is Nothing Then Exit Sub
+    PradetiZurnala
+    Set oExcel = CreateObject("QVA_Varnholt.gExcelObject")
+    oExcel.InitConnectEX Application, ThisWorkbook, Nothing
+    If oExcel.oMyPlant Is Nothing Then Err.Raise vbObjectError + 1, "Atverti", "Apskaitos knyga atverta be įmonės objekto."
+    Zingsnis "Prisijungta prie apskaitos knygos " & oExcel.oBook.BookCode
+    oExcel.InitToolBars
+    oExcel.InitEnvironment
+    oExcel.oEnvironment.SetDefaultAppState
+    IjungtiJuosta
+    Zingsnis "Parengta ataskaitos aplinka"
+End Sub
+
+' Kiekvienos makrokomandos klaidų tvarkytoja: pirma grąžina naudotojo „Excel“, tada praneša.
+Public Sub Klaida(oKlaida As Object)
+    Dim nNumeris As Long, sAprasymas As String
+    nNumeris = oKlaida.Number
+    sAprasymas = oKlaida.Description
+    If oExcel Is Nothing Then
+        MsgBox sAprasymas, vbCritical, ThisWorkbook.Name     ' bibliotekos nėra, pranešti jos langu negalima
+        Exit Sub
+    End If
+    GrazintiExcel
+    Zingsnis "KLAIDA: " & sAprasymas
+    oKlaida.Number = nNumeris            ' jas išvalė „On Error“
+    oKlaida.Description = sAprasymas
+    oExcel.ExcelReportError oKlaida
+    oExcel.ResetConnectOnError
+    Set oExcel = Nothing
+End Sub
+
+' Grąžina naudotojo „Excel“ tokį, koks jis buvo, ir atsijungia. Kai knyga užveriama, iškviečiama savaime.
+Public Sub Uzverti()
+    If oExcel Is Nothing Then Exit Sub
+    GrazintiExcel
+    oExcel.ResetConnectEX 0
+    Set oExcel = Nothing
+    Zingsnis "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"
+End Sub
+
+Public Sub Auto_Close()
+    Uzverti
+End Sub
+
+' Kas nepavyksta, praleidžiama.
+Private Sub GrazintiExcel()
+    On Error Resume Next
+    ThisWorkbook.Activate                        ' rodmuo grąžinamas aktyviame lange
+    oExcel.oEnvironment.SetDefaultExcelState     ' prieš ResetEnvironment, kuri grąžina naudotojo nustatymus
+    oExcel.ResetEnvironment
+    IsjungtiJuosta
+    oExcel.ResetToolBars
+End Sub
+
+Private Sub IjungtiJuosta()
+    Dim nNumeris As Integer
+    Dim sMakrokomanda As String
+    nNumeris = oExcel.oToolBars.CreateToolbar(ThisWorkbook.Worksheets("Nustatymai"))
+    If nNumeris = 0 Then Err.Raise vbObjectError + 2, "IjungtiJuosta", "Nustatymų lape trūksta langelių."
+    Set oJuosta = oExcel.oToolBars.Item(nNumeris)
+    sMakrokomanda = "EitiIExcel"
+    oJuosta.SetAction oJuosta.iExcel, sMakrokomanda
+    oJuosta.PositinTop
+    oJuosta.VisibleToolbar = True
+    Zingsnis "Įrankių juosta „" & oJuosta.Caption & "“: mygtukų " & oJuosta.TotalButtons
+End Sub
+
+Private Sub IsjungtiJuosta()
+    If oJuosta Is Nothing Then Exit Sub
+    oExcel.oToolBars.cmdGoToAppDelete
+    oExcel.oToolBars.DeleteToolbar oJuosta.IDCollection
+    Set oJuosta = Nothing
+End Sub
+
+' ---- Įrankių juostos mygtukai
+
+Public Sub cmdComment()
+    oJuosta.CmdEvent.cmdComment
+End Sub
+
+' Užfiksuoja visą ataskaitos antraštę, nuo pirmos eilutės.
+Public Sub cmdFreeze()
+    Dim nVirsutine As Integer
+    nVirsutine = 1
+    oJuosta.CmdEvent.cmdFreeze Sritis("PirmaEilute"), nVirsutine
+End Sub
+
+Public Sub cmdHelp()
+    oExcel.cmdHelp
+End Sub
+
+' Įprastas „Excel“; į ataskaitą grąžina meniu komanda.
+Public Sub EitiIExcel()
+    oJuosta.VisibleToolbar = False
+    oExcel.oEnvironment.SetDefaultExcelState
+    oExcel.oToolBars.cmdGoToAppShow "RestoreApp"
+    Zingsnis "Įprastas „Excel“; grąžina komanda „" & oExcel.oToolBars.cmdGoToAppCaption & "“"
+End Sub
+
+Public Sub RestoreApp()
+    ThisWorkbook.Activate
+    oExcel.oToolBars.cmdGoToAppDelete
+    oExcel.oEnvironment.SetDefaultAppState
+    oJuosta.VisibleToolbar = True
+    Zingsnis "Grįžta į ataskaitą"
+End Sub
+
+' ---- Archyvas
+
+' Įrašo ataskaitą į archyvą. Naudotojui nesutikus pakeisti ankstesnės, SaveDoc taip pat grąžina True; ar įrašyta, pasako
+' langelis „Saved“.
+Public Sub IssaugotiArchyve(oAtaskaita As Object, rMetai As Object, rDalis As Object, ByVal bVisaData As Boolean)
+    Dim bAtlikta As Boolean
+    Sritis("Saved").Value = False
+    oAtaskaita.SaveDoc rMetai, rDalis, bAtlikta, bVisaData
+    If bAtlikta And Sritis("Saved").Value Then
+        Zingsnis "Išsaugota archyve: " & ThisWorkbook.Name
+    Else
+        Zingsnis "Neišsaugota"
+    End If
+End Sub
+
+' ---- Apskaitos knygos duomenys
+
+' Didžiosios knygos sąskaitos pagal kodą: kodas, pavadinimas.
+Public Function Saskaitos() As Variant
+    Saskaitos = oExcel.oBook.Table("GLAccount").Rows(Array("Code", "Name"))
+End Function
+
+' Sąskaitų mėnesių apyvartos pagal sąskaitą ir mėnesį: sąskaita, mėnuo, ar uždarymas, debetas ir kreditas centais.
+Public Function Apyvartos() As Variant
+    Apyvartos = oExcel.oBook.Table("GLAccountMonth").Rows(Array("AccountCode", "Month", "IsClosing", "Debit", "Credit"))
+End Function
+
+' ---- Laikotarpis
+
+' Mėnesių skaičius nuo mėnesio iki mėnesio, abu įskaitant.
+Public Function Menesiai(ByVal dNuo As Date, ByVal dIki As Date) As Integer
+    Menesiai = (Year(dIki) - Year(dNuo)) * 12 + Month(dIki) - Month(dNuo) + 1
+End Function
+
+' Langeliai pagal vardą šioje knygoje, kad ir kuri knyga tuo metu būtų aktyvi.
+Public Function Sritis(ByVal sVardas As String) As Object
+    Set Sritis = ThisWorkbook.Names.Item(sVardas).RefersToRange
+End Function
+
+Public Function LaikotarpioTekstas() As String
+    LaikotarpioTekstas = DataTekstu(Sritis("RepCurrPerBeg").Value) & " – " & DataTekstu(Sritis("RepCurrPerEnd").Value)
+End Function
+
+Public Function DataTekstu(ByVal dData As Date) As String
+    DataTekstu = Format(dData, "yyyy-mm-dd")
+End Function
+
+' „gruodžio“
+Public Function MenesioKilmininkas(ByVal nMenuo As Integer) As String
+    MenesioKilmininkas = Split("sausio,vasario,kovo,balandžio,gegužės,birželio,liepos,rugpjūčio,rugsėjo,spalio,lapkričio,gruodžio", ",")(nMenuo - 1)
+End Function
+
+' ---- Žurnalas
+
+Private Sub PradetiZurnala()
+    Dim sVardas As String
+    sVardas = ThisWorkbook.Name
+    sZurnalas = ThisWorkbook.Path & Application.PathSeparator & Left(sVardas, InStrRev(sVardas, ".") - 1) & ".log"
+    If Dir(sZurnalas) <> "" Then Kill sZurnalas
+End Sub
+
+Public Sub Zingsnis(ByVal sTekstas As String)
+    Dim nFailas As Integer
+    nFailas = FreeFile
+    Open sZurnalas For Append As #nFailas
+    Print #nFailas, Format(Now, "yyyy-mm-dd hh:mm:ss") & "  :  " & sTekstas
+    Close #nFailas
+End Sub
