@@ -12,6 +12,7 @@ trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; WINEPREFIX=$work/prefix t
 check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
 oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
 check "the zip unpacks" unzip -qo "$zip" -d "$work/zip"
+check "the help is beside either library" cmp "$work/zip/x64/FReport.chm" "$work/zip/x86/FReport.chm"
 
 # --- The extension -------------------------------------------------------------------------------------------
 
@@ -39,6 +40,7 @@ start --convert-to pdf --outdir "$home" "$work/zip/samples/balance.xls" > "$work
 check "the sample's sheets open in a spreadsheet" test -s "$home/balance.pdf"
 check "the extension installs" unopkg add "$oxt"
 check "and is listed" grep -q 'Identifier: qva.varnholt' <(unopkg list)
+check "with its help" grep -q . <(find "$home/profile" -path '*/FReport/index.html')
 
 # On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", then the sample's letter follows.
 exec {display_pipe}<> <(:)
