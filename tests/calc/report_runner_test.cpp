@@ -189,6 +189,38 @@ TEST_F(ReportRunner, RefusesAWrongCommandLine) {
   }
 }
 
+TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
+  const auto make_new = [&](const std::vector<std::string>& arguments) {
+    std::vector<std::string> command = {ReportRunnerFile(), "new"};
+    command.insert(command.end(), arguments.begin(), arguments.end());
+    return Process(command, {}, folder / "errors.txt").Wait(std::chrono::seconds(20));
+  };
+  const std::string blank = (SourceFolder() / "samples/sablonas.fods").string();
+  const std::string report = (folder / "Bandomasis šių metų balansas").string();
+  ASSERT_EQ(make_new({report, blank}), 0) << Contents(folder / "errors.txt");
+
+  const RunResult run = RunWorkbook(
+      report + ".fods", {"--form-answers", (SourceFolder() / "samples/sablonas.answers").string()});
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(Contents(output / "drives/C/Ataskaitos/Archyvas/2025/BandomasisSiuMetuBalansas_2025.xls"),
+              StartsWith("\xD0\xCF\x11\xE0"));
+  // The title, and the turnover of the sample company's year.
+  EXPECT_THAT(PdfText(output / "printed-1.pdf"), AllOf(HasSubstr("Bandomasis šių metų balansas"),
+                                                       HasSubstr("3 962 038,14"), Not(HasSubstr("ablonas"))));
+
+  // What is there already is never replaced.
+  std::ofstream(report + ".fods", std::ios::app) << "<!-- the author's -->";
+  const std::string before = Contents(report + ".fods");
+  EXPECT_EQ(make_new({report + ".fods", blank}), 2);
+  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("already"));
+  EXPECT_EQ(Contents(report + ".fods"), before);
+  EXPECT_EQ(make_new({(folder / "other").string(), (folder / "nowhere").string()}), 2);
+  EXPECT_FALSE(std::filesystem::exists(folder / "other.fods"));
+  EXPECT_EQ(make_new({(folder / "no such folder/other").string(), blank}), 2);
+  EXPECT_EQ(make_new({}), 2);
+  EXPECT_EQ(make_new({"--help"}), 2);
+}
+
 TEST_F(ReportRunner, PutsNothingOfItsOwnIntoAFileThatTheMacroSaves) {
   const RunResult run = RunMacro("saves_itself");
   EXPECT_THAT(run.errors, HasSubstr("1234 (makrokomanda) after the save")) << "errors still arrive";

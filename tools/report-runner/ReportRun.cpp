@@ -12,6 +12,7 @@
 
 #include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/Process.h"
+#include "tools/report-runner/Xml.h"
 
 namespace qva {
 namespace {
@@ -38,13 +39,6 @@ std::string UrlOf(const fs::path& path) {
     }
   }
   return url.str();
-}
-
-std::string XmlText(const std::string& text) {
-  std::string out;
-  for (const char c : text)
-    out += c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '"' ? "&quot;" : std::string(1, c);
-  return out;
 }
 
 /// Settings of the private profile: macros run, no first-start questions.

@@ -12,16 +12,20 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/report-runner/NewReport.h"
 #include "tools/report-runner/ReportRun.h"
 
 namespace {
 
 constexpr char kUsage[] =
     R"(Usage: report-runner [options] WORKBOOK
+       report-runner new NAME [TEMPLATE]
 
-Opens a report workbook in LibreOffice, without a display unless told otherwise, runs its entry macro, and leaves
-in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and a PDF and a PNG of the
-workbook. Each step is printed.
+"new" writes a report workbook of that name (NAME.fods, or a path to it) from the template (samples/sablonas.fods):
+it runs as it is, and has one marked place for the report itself. A file of that name is never replaced. The other
+form opens a report workbook in LibreOffice, without a display unless told otherwise, runs its entry macro, and
+leaves in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and a PDF and a PNG of
+the workbook. Each step is printed.
 
   --macro NAME           entry macro as Module.Procedure of the workbook's own library (Ataskaita.Main), or as
                          Library.Module.Procedure
@@ -104,9 +108,30 @@ void CatchInterruptions() {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int) { interrupted = 1; });
 }
 
+/// The exit status of "new".
+int MakeNewReport(const std::vector<std::string>& arguments) {
+  if (arguments.empty() || arguments.size() > 2 || arguments[0].empty() || arguments[0].front() == '-') {
+    std::cerr << kUsage;
+    return 2;
+  }
+  std::filesystem::path workbook = arguments[0];
+  if (workbook.extension() != ".fods") workbook += ".fods";
+  const std::filesystem::path template_file = arguments.size() == 2 ? arguments[1] : "samples/sablonas.fods";
+  try {
+    qva::WriteNewReport(template_file, workbook, workbook.stem().string());
+  } catch (const std::exception& exception) {
+    std::cerr << "report-runner: " << exception.what() << '\n';
+    return 2;
+  }
+  std::cout << workbook.string() << ": project " << qva::ProjectName(workbook.stem().string())
+            << "; the report goes into its module Ataskaita, procedure RasytiTurini\n";
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc > 1 && std::string_view(argv[1]) == "new") return MakeNewReport({argv + 2, argv + argc});
   qva::ReportRunOptions options;
   options.build_folder = std::filesystem::absolute(argv[0]).parent_path().parent_path();
   std::chrono::seconds timeout{0};

@@ -1,0 +1,77 @@
+#include "tools/report-runner/NewReport.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <utility>
+
+#include "tools/report-runner/Xml.h"
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::pair<std::string_view, char> kWithoutMarks[] = {
+    {"ą", 'a'}, {"č", 'c'}, {"ę", 'e'}, {"ė", 'e'}, {"į", 'i'}, {"š", 's'},
+    {"ų", 'u'}, {"ū", 'u'}, {"ž", 'z'}, {"Ą", 'A'}, {"Č", 'C'}, {"Ę", 'E'},
+    {"Ė", 'E'}, {"Į", 'I'}, {"Š", 'S'}, {"Ų", 'U'}, {"Ū", 'U'}, {"Ž", 'Z'}};
+
+bool IsLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+void ReplaceAll(std::string& text, std::string_view old_text, std::string_view new_text) {
+  for (std::size_t at = text.find(old_text); at != text.npos;
+       at = text.find(old_text, at + new_text.size())) {
+    text.replace(at, old_text.size(), new_text);
+  }
+}
+
+}  // namespace
+
+std::string ProjectName(std::string_view title) {
+  std::string folded(title);
+  for (const auto& [letter, plain] : kWithoutMarks) ReplaceAll(folded, letter, std::string(1, plain));
+  std::string name;
+  bool begins_word = true;
+  for (char c : folded) {
+    const bool is_letter = IsLetter(c);
+    if (!is_letter && (c < '0' || c > '9')) {
+      begins_word = true;
+      continue;
+    }
+    if (begins_word && c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+    name += c;
+    begins_word = false;
+  }
+  if (name.empty() || !IsLetter(name.front())) name.insert(0, "Ataskaita");
+  return name;
+}
+
+void WriteNewReport(const fs::path& template_file, const fs::path& workbook, const std::string& title) {
+  std::ostringstream contents;
+  contents << std::ifstream(template_file).rdbuf();
+  std::string text = contents.str();
+  if (text.empty()) throw std::runtime_error("there is no template " + template_file.string());
+  ReplaceAll(text, "Šablonas", XmlText(title));
+  ReplaceAll(text, "Sablonas", ProjectName(title));
+
+  // "x": refused when there is a file.
+  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(workbook.c_str(), "wx"),
+                                                             &std::fclose);
+  if (!file && errno == EEXIST) throw std::runtime_error("there is a file " + workbook.string() + " already");
+  if (!file) throw std::runtime_error(workbook.string() + " cannot be made: " + std::strerror(errno));
+  if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() || std::fflush(file.get()) != 0) {
+    const std::string reason = std::strerror(errno);
+    std::error_code ignored;
+    fs::remove(workbook, ignored);
+    throw std::runtime_error(workbook.string() + " cannot be written: " + reason);
+  }
+}
+
+}  // namespace qva

@@ -1,0 +1,22 @@
+// A new report workbook from the template.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+namespace qva {
+
+/// The name of a project of macros, and with it of the report's files in the archive, for a report's title in
+/// UTF-8: its letters and digits, Lithuanian letters without their marks, each word with a capital letter.
+/// "Ataskaita" goes in front where it would not begin with a letter.
+std::string ProjectName(std::string_view title);
+
+/// Writes the template's text as a new workbook: `title` takes the place of "Šablonas" wherever the template
+/// has that, its project's name that of "Sablonas". Raises std::runtime_error when the template cannot be
+/// read, when there is a file already, which stays as it is, or when the workbook cannot be written; no half
+/// of one is left.
+void WriteNewReport(const std::filesystem::path& template_file, const std::filesystem::path& workbook,
+                    const std::string& title);
+
+}  // namespace qva
