@@ -2,6 +2,7 @@
 #include <array>
 
 #include "excelui/CToolbar.h"
+#include "global/Progress.h"
 
 namespace qva {
 namespace {
@@ -29,6 +30,9 @@ constexpr Column kColumns[] = {
     {.header = u"Button_BeginGroup", .flag = &ButtonEntry::begin_group},
     {.header = u"Button_OnAction", .text = &ButtonEntry::on_action},
 };
+
+constexpr std::u16string_view kBuilding =
+    u"Kuriama įrankių juosta";  ///< in the status bar, where it takes long
 
 /// The columns, each as one array: its header and the cells of `count` buttons. Ends at the first one that
 /// Excel does not give: it stays Empty, as do those behind it.
@@ -128,7 +132,9 @@ void CToolbar::AddControls() {
   const Ref<CButtonProperties> buttons = buttons_;
   excel::CommandBarControls controls;
   std::u16string bar_name;
+  Progress progress;
   for (std::uint8_t i = 1; i <= button_count_; ++i) {
+    progress.Say(kBuilding);
     IgnoreErrors([&] {
       if (!controls) controls = bar.Controls();
       if (bar_name.empty()) bar_name = bar.Name();
@@ -137,6 +143,7 @@ void CToolbar::AddControls() {
   }
 
   for (std::uint8_t i = 1; i <= button_count_; ++i) {
+    progress.Say(kBuilding, i - 1, button_count_);
     const ButtonEntry button = buttons->Button(i);
     excel::CommandBarControl control;
     const auto held_control = [&]() -> const excel::CommandBarControl& {

@@ -80,7 +80,7 @@ std::int16_t gExcelObject::InitConnectEX(excel::Application App, Value, host::Bo
 void gExcelObject::ConnectToHost() {
   const Services& services = GetServices();
   const std::u16string p0 = GetSetting(*services.registry, *services.locale, host::kSettingsApplication,
-                                       host::kFormsSection, u"P0", u"");
+                                       host::kFormsSection, host::kBookSetting, u"");
   host::Book book;
   IgnoreErrors([&] { book = host::CommonObjects::Create(*services.object_factory).CreateBook(p0); });
   if (p0.empty()) throw ConnectionError([] { return HostText(kNoBookChosen); });

@@ -8,7 +8,8 @@ namespace qva::embedded {
 const ClassDescription& CommonObjects::Description() {
   static const ClassDescription description =
       ClassBuilder(u"CommonObjects", "The host's common object")
-          .Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}}, "Opens a book");
+          .Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}}, "Opens a book")
+          .Get<&CommonObjects::Books>(u"Books", {}, "The table of all books");
   return description;
 }
 
@@ -21,6 +22,12 @@ Ref<Book> CommonObjects::CreateBook(std::u16string book_code) {
                         PathText(store_->options().database) + u"\"");
   }
   return MakeRef<Book>(std::move(*row), std::move(database));
+}
+
+Ref<Table> CommonObjects::Books() {
+  auto database = store_->Open();
+  const TableReader& reader = *database->FindTable(u"Book");
+  return MakeRef<Table>(reader, std::u16string(), std::move(database));
 }
 
 }  // namespace qva::embedded

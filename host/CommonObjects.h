@@ -16,6 +16,8 @@ class CommonObjects : public Described<CommonObjects> {
   /// Opens the book of a code, creating the sample database on first use. Raises Failure::UnknownBook and
   /// what HostStore::Open raises.
   Ref<Book> CreateBook(std::u16string book_code);
+  /// The table of all books. Raises what HostStore::Open raises.
+  Ref<Table> Books();
 
  private:
   std::shared_ptr<HostStore> store_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "global/Progress.h"
 #include "period/BudgetFields.h"
 #include "platform/services.h"
 
@@ -16,6 +17,10 @@ constexpr std::u16string_view kDocumentTable = u"THDocument";
 constexpr std::u16string_view kPostingView = u"GLContAccountPostBBN";
 
 constexpr std::u16string_view kBudgetDocument = u"BOBN";  ///< the document type of budgets
+
+// What the status bar says meanwhile, where it takes long.
+constexpr std::u16string_view kShowingBudgets = u"Rodomi biudžetai";
+constexpr std::u16string_view kTakingBudgets = u"Perimami biudžetai";
 
 /// Whether a text has more characters than its field keeps: it could not be stored when all is confirmed.
 bool IsTooLong(std::u16string_view field, std::u16string_view text) {
@@ -55,9 +60,11 @@ void AccountSetGrid::Prepare(ui::Grid& grid, host::Book book, ado::Recordset bud
 
 void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
   if (!has_budgets_) throw AutomationError(kObjectNotSet);
+  Progress progress;
   const std::int32_t old_count = budgets.RecordCount();
   if (old_count > 0) budgets.MoveFirst();
   for (std::int32_t i = 0; i < old_count; ++i) {
+    progress.Say(kTakingBudgets);
     budgets.Delete();
     budgets.MoveNext();
   }
@@ -72,6 +79,7 @@ void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
   }
   const Value names = Array::Of({shared.begin(), shared.end()});
   for (std::size_t row = 0; row < m_BaselList.RowCount(); ++row) {
+    progress.Say(kTakingBudgets);
     m_BaselList.MoveTo(row);
     std::vector<Value> values;
     values.reserve(shared.size());
@@ -126,7 +134,10 @@ void AccountSetGrid::m_BaselList_AfterFillList() {
     const Value block = budgets.GetRows();
     const Array& records = block.ToArray();  // fields by records
     const auto record_count = static_cast<std::size_t>(records.dimensions.at(1).count);
+    Progress progress;
     for (std::size_t record = 0; record < record_count; ++record) {
+      progress.Say(kShowingBudgets, static_cast<std::int64_t>(record),
+                   static_cast<std::int64_t>(record_count));
       m_BaselList.AddRow();
       for (const auto& [field, name] : shared) {
         m_BaselList.Set(name, records.elements.at(field * record_count + record));

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "global/Globals.h"
+#include "global/Progress.h"
 #include "period/BudgetFields.h"
 #include "platform/date.h"
 #include "platform/services.h"
@@ -15,6 +16,11 @@ namespace {
 
 constexpr std::int32_t kBlue = 5;          ///< of Excel's palette
 constexpr std::int32_t kTypeObject = 100;  ///< the settings collection's own code of an object
+
+// What the status bar says meanwhile, where it takes long.
+constexpr std::u16string_view kBinding = u"Ieškoma ataskaitos laikotarpio langelių";
+constexpr std::u16string_view kReadingBudgets = u"Skaitomi biudžetai";
+constexpr std::u16string_view kWriting = u"Įrašomas ataskaitos laikotarpis";
 
 struct Setting {
   std::u16string_view name;
@@ -148,15 +154,18 @@ void CRepPeriod::Init(excel::Worksheet pWorkSheet) {
     excel::DefinedName object;
   };
   std::vector<Found> found;
+  Progress progress;
   const excel::Names names = book_.Names();
   const std::int32_t count = names.Count();
   for (std::int32_t i = 1; i <= count; ++i) {
+    progress.Say(kBinding);
     excel::DefinedName name = names.Item(i);
     std::u16string lower_name = ToLower(name.Name());
     found.push_back({std::move(lower_name), std::move(name)});
   }
 
   for (std::size_t i = 0; i < kCellCount; ++i) {
+    progress.Say(kBinding);
     cells_[i] = {};
     const std::u16string wanted = ToLower(kNamedCells[i].name);
     for (const Found& candidate : found) {
@@ -257,7 +266,9 @@ void CRepPeriod::LoadBudgets() {
     if (table.size() != static_cast<std::size_t>(count) * kBudgetFields.size()) {
       throw AutomationError(kTypeMismatch);
     }
+    Progress progress;
     for (std::size_t row = 0; row < table.size(); row += kBudgetFields.size()) {
+      progress.Say(kReadingBudgets, static_cast<std::int64_t>(row / kBudgetFields.size()), count);
       std::vector<Value> values;
       for (std::size_t i = 0; i < kBudgetFields.size(); ++i) {
         values.push_back(BudgetValue(kBudgetFields[i], table[row + i]));
@@ -277,9 +288,11 @@ void CRepPeriod::LoadBudgets() {
 }
 
 void CRepPeriod::Save() const {
+  Progress progress;
   PutCode(cells_[kAccPlan], Item(kNamedCells[kAccPlan].setting));
   for (const Cell cell : {kRepYear, kRepQuarter, kRepMon, kRepType, kRepLastPerBeg, kRepLastPerEnd,
                           kRepCurrPerBeg, kRepCurrPerEnd, kBudgetCount}) {
+    progress.Say(kWriting);
     cells_[cell].SetValue(Item(kNamedCells[cell].setting));
   }
 
@@ -290,6 +303,7 @@ void CRepPeriod::Save() const {
   cells_[kLastBudgetDocCode].SetValue(u"");
   cells_[kIsBudgetPlan].SetValue(std::int32_t{0});
 
+  progress.Say(kWriting);
   const excel::Range first = cells_[kBookCode].Offset(1, 0);
   if (!IsBlank(first.Value())) {
     // A table of one row, with nothing below it, ends at the sheet's bottom: everything down there is
@@ -298,6 +312,7 @@ void CRepPeriod::Save() const {
   }
   // The dialog may have put another recordset in the place of the loaded one.
   const ado::Recordset budgets(Item(u"BudgetRS").ToObject());
+  progress.Say(kWriting);
   first.CopyFromRecordset(budgets.Clone());
   cells_[kBudgetCount].SetValue(budgets.RecordCount());
 }

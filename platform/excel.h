@@ -425,6 +425,9 @@ class Application : public Settings {
   void SetDisplayFormulaBar(bool on) const { Put(u"DisplayFormulaBar", on); }
   /// One of XlMousePointer.
   void SetCursor(std::int32_t pointer) const { Put(u"Cursor", pointer); }
+  /// The text that a macro put there; False while the status bar is Excel's own.
+  qva::Value StatusBar() const { return Get(u"StatusBar"); }
+  void SetStatusBar(const qva::Value& text) const { Put(u"StatusBar", text); }
   /// Hands the status bar back to Excel.
   void ResetStatusBar() const { Put(u"StatusBar", false); }
   /// One of XlCommentDisplayMode.

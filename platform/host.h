@@ -35,9 +35,11 @@ inline bool IsHostIdentifier(std::u16string_view programmatic_identifier) {
   return false;
 }
 
-/// The host's settings store: application and sections.
+/// The host's settings store: application, sections, and the setting of the forms' section that holds the
+/// code of the current book.
 inline constexpr std::u16string_view kSettingsApplication = u"Quillon Enterprise";
 inline constexpr std::u16string_view kFormsSection = u"Forms\\MDI";
+inline constexpr std::u16string_view kBookSetting = u"P0";
 inline constexpr std::u16string_view kGeneralSection = u"General";
 
 /// One of a book's tables.
@@ -75,6 +77,8 @@ class CommonObjects : public Facade {
   }
   /// Opens the book that `code` names. Raises when there is none or its database cannot be read.
   Book CreateBook(std::u16string_view code) const { return Book(Call(u"CreateBook", {code}).ToObject()); }
+  /// The table of all books, with the fields "Code" and "Name". The embedded host alone has it.
+  Table Books() const { return Table(GetObject(u"Books")); }
 };
 
 /// The host's plant object.

@@ -16,4 +16,9 @@ std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16stri
                           std::u16string_view section, std::u16string_view key,
                           std::u16string_view default_value);
 
+/// Writes the setting where GetSetting finds it, in the user's code page. Result: whether it is written. Does
+/// not raise.
+bool SaveSetting(Registry& registry, const Locale& locale, std::u16string_view application,
+                 std::u16string_view section, std::u16string_view key, std::u16string_view value);
+
 }  // namespace qva

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "global/Progress.h"
 #include "period/CDatePic.h"
 #include "platform/excel.h"
 #include "platform/failure_listener.h"
@@ -15,7 +16,8 @@
 namespace qva {
 
 /// Takes over the active workbook, asks for the report's date, fills the company's attributes into the cells
-/// that the macros pass, and finishes the report: prints, locks, freezes, saves and colours it.
+/// that the macros pass, and finishes the report: prints, locks, freezes, saves and colours it. What takes
+/// longer than a second says so in the status bar.
 class CReports : public Described<CReports> {
  public:
   static const ClassDescription& Description();
@@ -89,7 +91,7 @@ class CReports : public Described<CReports> {
  private:
   /// Asks how to print: all at once, otherwise page by page.
   bool WantsAllAtOnce();
-  void PrintPages(const excel::Worksheet& sheet, std::int32_t count);
+  void PrintPages(const excel::Worksheet& sheet, std::int32_t count, Progress& progress);
   /// Asks whether the report that is in the archive may be replaced.
   bool MayReplace();
 

@@ -3,6 +3,7 @@
 #include <utility>
 #include <vector>
 
+#include "global/Progress.h"
 #include "platform/excel_refusals.h"
 #include "reports/CReports.h"
 
@@ -11,6 +12,10 @@ namespace {
 
 /// Formulas are read in blocks of about this many cells, so that whole columns stay within memory.
 constexpr std::int64_t kBlockCells = 1 << 17;
+
+// What the status bar says in a long one.
+constexpr std::u16string_view kSearching = u"Ieškoma formulių";
+constexpr std::u16string_view kReplacing = u"Formulės keičiamos reikšmėmis";
 
 /// The format of cells that take whatever is entered as text.
 const Value kTextFormat = u"@";
@@ -112,6 +117,8 @@ class Freezing {
 
   void Run() {
     for (const excel::Range& area : areas_) FindIn(area);
+    for (const Block& block : blocks_) all_ += static_cast<std::int64_t>(block.formulas.size());
+    for (const Place& place : array_places_) all_ += place.rows * place.columns;
     for (const Block& block : blocks_) Freeze(block);
     for (const excel::Range& array : arrays_) FreezeArray(array);
   }
@@ -137,6 +144,7 @@ class Freezing {
 
   /// The formulas' texts travel as one block.
   void Read(const excel::Range& cells, std::int64_t rows, std::int64_t columns) {
+    progress_.Say(kSearching);
     const std::vector<Value> formulas = ElementsOf(cells.Formula(), rows, columns);
     Block block{cells, columns, {}};
     for (std::size_t n = 0; n < formulas.size(); ++n) {
@@ -168,9 +176,10 @@ class Freezing {
   }
 
   /// Values do not travel as a block: one that was written back may change what the next cell gives.
-  static void Freeze(const Block& block) {
+  void Freeze(const Block& block) {
     const Value format = block.cells.NumberFormat();
     for (const std::int64_t position : block.formulas) {
+      progress_.Say(kReplacing, done_++, all_);
       const excel::Range cell = block.Cell(position);
       const Value value = cell.Value2();
       cell.SetFormulaLocal(u"");
@@ -178,17 +187,21 @@ class Freezing {
     }
   }
 
-  static void FreezeArray(const excel::Range& array) {
+  void FreezeArray(const excel::Range& array) {
     const Place size = SizeOf(array);
     const Block block{array, size.columns, {}};
     const std::vector<Value> values = ElementsOf(array.Value2(), size.rows, size.columns);
     const Value format = array.NumberFormat();
     array.SetFormulaLocal(u"");
     for (std::size_t n = 0; n < values.size(); ++n) {
+      progress_.Say(kReplacing, done_++, all_);
       Enter(block.Cell(static_cast<std::int64_t>(n)), values[n], format);
     }
   }
 
+  Progress progress_;
+  std::int64_t done_ = 0;  ///< cells that hold their values
+  std::int64_t all_ = 0;   ///< of so many
   std::vector<excel::Range> areas_;
   std::vector<Block> blocks_;
   std::vector<excel::Range> arrays_;

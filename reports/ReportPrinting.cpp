@@ -1,5 +1,6 @@
 // CReports: printing and previewing a sheet.
 #include "global/Helpers.h"
+#include "global/Progress.h"
 #include "global/StartUp.h"
 #include "platform/text.h"
 #include "reports/CReports.h"
@@ -15,6 +16,10 @@ constexpr std::int32_t kNextPage = 819;       ///< host message: page %0 will be
 constexpr std::int32_t kNextPageTitle = 820;  ///< host message: second text of the one before
 
 constexpr std::int32_t kAllAtOnceChosen = 1;
+
+// What the status bar says in a long one.
+constexpr std::u16string_view kPrinting = u"Spausdinama";
+constexpr std::u16string_view kPrintingPages = u"Spausdinami puslapiai";
 
 constexpr std::u16string_view kPrintName = u"Print";           ///< the workbook's name of what is printed
 constexpr std::u16string_view kPrintAreaName = u"Print_Area";  ///< the sheet's name that Excel prints by
@@ -42,6 +47,7 @@ excel::DefinedName FindPrintArea(const excel::Worksheet& sheet) {
 
 void CReports::Spauzd(excel::Worksheet sh, bool Out, bool AskBeforePage, std::uint8_t Count) {
   ShowingErrors([&] {
+    Progress progress;
     const std::int32_t visibility = sh.Visible();
     if (visibility != xlSheetVisible) sh.SetVisible(xlSheetVisible);
     CopyPrintRange(sh);
@@ -52,12 +58,14 @@ void CReports::Spauzd(excel::Worksheet sh, bool Out, bool AskBeforePage, std::ui
       return;
     }
     print_area.SetVisible(true);
+    if (AskBeforePage && Out) progress.Pause();
     if (!Out) {
       sh.PrintPreview();
     } else if (!AskBeforePage || WantsAllAtOnce()) {
+      progress.Say(kPrinting);
       sh.PrintOut();
     } else {
-      PrintPages(sh, Count);
+      PrintPages(sh, Count, progress);
     }
     print_area.SetVisible(false);
     sh.SetDisplayPageBreaks(false);
@@ -72,10 +80,13 @@ bool CReports::WantsAllAtOnce() {
   return Show(question, u"", {all_at_once, page_by_page}) == kAllAtOnceChosen;
 }
 
-void CReports::PrintPages(const excel::Worksheet& sheet, std::int32_t count) {
+void CReports::PrintPages(const excel::Worksheet& sheet, std::int32_t count, Progress& progress) {
+  progress.Say(kPrintingPages, 0, count);
   sheet.PrintOut(1);
   for (std::int32_t page = 2; page <= count; ++page) {
+    progress.Pause();
     Tell(HostMessage(kNextPage, NumberText(page)), HostText(kNextPageTitle));
+    progress.Say(kPrintingPages, page - 1, count);
     sheet.PrintOut(page);
   }
 }

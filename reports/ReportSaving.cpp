@@ -16,6 +16,8 @@ constexpr std::u16string_view kYes = u"Taip";
 constexpr std::u16string_view kNo = u"Ne";
 constexpr std::int32_t kNoChosen = 2;
 
+constexpr std::u16string_view kSaving = u"Ataskaita įrašoma archyve";  ///< in the status bar
+
 constexpr std::u16string_view kSavedName = u"Saved";  ///< the workbook's name of the cell that tells it
 
 /// What a report is stored under.
@@ -57,13 +59,17 @@ void CReports::SaveDoc(excel::Range rYear, excel::Range rQuater, bool& Saved, bo
     const std::u16string name = workbook_.VBProject().Name();
     // `Saved` stays True when the user refuses, on purpose: the report of the period is in the archive.
     if (form->ReportExistEx(name, period.year, period.part) && !MayReplace()) return;
+    Progress progress;  // not before the question
     form->SaveReport(workbook_, name, period.year, period.part);
     if (form->ErrorStatus() != 0) {
       Saved = false;
+      progress.Pause();
       Tell(form->ErrorDescr());
     } else {
+      progress.Say(kSaving);
       workbook_.Names().Item(kSavedName).RefersToRange().SetValue(true);
       workbook_.Save();
+      progress.Pause();
       Tell(HostMessage(kReportSaved, workbook_.FullName()));
     }
     // Also after a failure, on purpose: closing the workbook must not ask again.

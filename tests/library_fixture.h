@@ -17,6 +17,7 @@
 #include "global/StartUp.h"
 #include "platform/memory/CallCount.h"
 #include "platform/memory/CallFailure.h"
+#include "platform/memory/CallTime.h"
 #include "platform/memory/CallTrace.h"
 #include "platform/memory/Interceptor.h"
 #include "platform/memory/MemoryHost.h"
@@ -111,7 +112,8 @@ class LibraryTest : public testing::Test {
   CallTrace trace;
   CallCount count;
   CallFailure failure{0, AutomationError(kAutomationFailed, u"Server", u"The call failed")};
-  Interceptor interceptor{&trace, &count, &failure};
+  CallTime call_time{platform.clock};
+  Interceptor interceptor{&trace, &count, &failure, &call_time};
   InterceptedFactory factory{interceptor, platform.object_factory};
   Ref<memory::Application> excel;  ///< Excel as it is
   ObjectPtr application;           ///< Excel as the library gets it: every call is traced

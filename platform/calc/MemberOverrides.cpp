@@ -117,6 +117,8 @@ constexpr Override kOverrides[] = {
     {u"Application", u"OnKey", Use::Read, &OnKey},
     {u"Application", u"ScreenUpdating", Use::Write, &SetScreenUpdating},
     {u"Application", u"Sheets", Use::Read, &Sheets},
+    {u"Application", u"StatusBar", Use::Read, &StatusBar},
+    {u"Application", u"StatusBar", Use::Write, &SetStatusBar},
     {u"PageSetup", u"PrintArea", Use::Write, &SetPrintArea},
     {u"Range", u"CopyFromRecordset", Use::Read, &CopyFromRecordset},
     {u"Range", u"Font", Use::Read, &RangeFont},

@@ -1,6 +1,7 @@
 #include "platform/calc/Screen.h"
 
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/UnoObject.h"
 
 namespace qva::calc {
 
@@ -12,6 +13,16 @@ Value SetScreenUpdating(const ObjectPtr&, const Arguments& arguments) {
     while (on && document->hasControllersLocked()) document->unlockControllers();
   }
   return {};
+}
+
+Value StatusBar(const ObjectPtr&, const Arguments&) {
+  return false;
+}
+
+Value SetStatusBar(const ObjectPtr& application, const Arguments& arguments) {
+  if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
+  if (!Get(application, u"DisplayStatusBar").ToBoolean()) return {};
+  return static_cast<UnoObject&>(*application).InvokeOwn(Access::Put, u"StatusBar", arguments);
 }
 
 }  // namespace qva::calc

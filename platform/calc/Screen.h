@@ -10,4 +10,11 @@ namespace qva::calc {
 /// turned it off. As with LibreOffice's own, all workbooks are meant.
 Value SetScreenUpdating(const ObjectPtr& application, const Arguments& arguments);
 
+/// Application.StatusBar: False, since LibreOffice tells no text that a macro put there.
+Value StatusBar(const ObjectPtr& application, const Arguments& arguments);
+
+/// Application.StatusBar = …: a status bar that the user has hidden stays so; LibreOffice's own would show
+/// it.
+Value SetStatusBar(const ObjectPtr& application, const Arguments& arguments);
+
 }  // namespace qva::calc

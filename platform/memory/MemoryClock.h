@@ -13,8 +13,13 @@ class MemoryClock : public Clock {
   Date Now() const override { return now_; }
   void Set(Date now) { now_ = now; }
 
+  /// Stands still, too.
+  std::chrono::milliseconds Running() const override { return running_; }
+  void Advance(std::chrono::milliseconds time) { running_ += time; }
+
  private:
   Date now_ = kStart;
+  std::chrono::milliseconds running_{0};
 };
 
 }  // namespace qva

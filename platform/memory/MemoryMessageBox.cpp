@@ -36,6 +36,7 @@ std::int32_t MemoryMessageBox::Record(Shown box, std::int32_t first_button) {
     answers_.pop_front();
   }
   boxes_.push_back(std::move(box));
+  if (on_show) on_show();
   return boxes_.back().answer;
 }
 

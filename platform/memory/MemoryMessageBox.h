@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 #include "platform/message_box.h"
@@ -27,6 +28,9 @@ class MemoryMessageBox : public MessageBox {
   /// given; once they are used up, each box gets its first button.
   void Answer(std::int32_t button) { answers_.push_back(button); }
   std::size_t UnusedAnswers() const { return answers_.size(); }
+
+  /// Called while a box is shown.
+  std::function<void()> on_show;
 
   /// Every box shown so far, in order.
   const std::vector<Shown>& boxes() const { return boxes_; }

@@ -16,4 +16,9 @@ Date SystemClock::Now() const {
   return {DateFromParts(local.tm_year + 1900, local.tm_mon + 1, local.tm_mday).serial + seconds / 86400.0};
 }
 
+std::chrono::milliseconds SystemClock::Running() const {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(
+      std::chrono::steady_clock::now().time_since_epoch());
+}
+
 }  // namespace qva

@@ -12,4 +12,8 @@ Date WindowsClock::Now() const {
   return {DateFromParts(now.wYear, now.wMonth, now.wDay).serial + seconds / 86400.0};
 }
 
+std::chrono::milliseconds WindowsClock::Running() const {
+  return std::chrono::milliseconds(GetTickCount64());
+}
+
 }  // namespace qva::windows

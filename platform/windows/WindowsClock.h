@@ -8,6 +8,7 @@ namespace qva::windows {
 class WindowsClock : public Clock {
  public:
   Date Now() const override;
+  std::chrono::milliseconds Running() const override;
 };
 
 }  // namespace qva::windows

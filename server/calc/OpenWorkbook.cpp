@@ -1,8 +1,10 @@
 #include "server/calc/OpenWorkbook.h"
 
+#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/document/MacroExecMode.hpp>
+#include <com/sun/star/document/XEmbeddedScripts.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
@@ -10,8 +12,8 @@
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
 #include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/util/XModifiable.hpp>
 #include <osl/file.hxx>
-#include <stdexcept>
 #include <vector>
 
 #include "platform/calc/UnoText.h"
@@ -31,8 +33,16 @@ using rtl::OUString;
 using css::script::provider::XScript;
 using css::script::provider::XScriptProvider;
 
+using css::container::XNameContainer;
+using css::script::XLibraryContainer;
+
 /// The name of what stands in LibreOffice's libraries for a moment: no macro may have it.
 const OUString kOwnName("QVA_VarnholtRun");
+
+/// The library that LibreOffice gives every document.
+const OUString kStandardLibrary("Standard");
+
+constexpr std::u16string_view kEntryModule = u"ataskaita";  ///< in lower case
 
 OUString UrlOf(const std::string& path) {
   OUString url;
@@ -50,9 +60,9 @@ PropertyValue Property(const char* name, const Any& value) {
 /// The library of the workbook's own macros: the first that LibreOffice did not put there itself.
 OUString OwnLibrary(const Reference<css::script::XLibraryContainer>& libraries) {
   for (const OUString& name : libraries->getElementNames()) {
-    if (name != "Standard") return name;
+    if (name != kStandardLibrary) return name;
   }
-  throw std::runtime_error("the workbook has no library of macros");
+  throw MacroFailure(MacroFailure::Reason::NoMacro, "the workbook has no library of macros");
 }
 
 Any Invoke(const Reference<XScript>& script, const Sequence<Any>& arguments) {
@@ -72,8 +82,80 @@ OUString ModuleNamed(const Reference<css::container::XNameContainer>& modules, c
   for (const OUString& module : modules->getElementNames()) {
     if (module.equalsIgnoreAsciiCase(name)) return module;
   }
-  throw std::runtime_error("the workbook has no module " + ToUtf8(FromUno(name)));
+  throw MacroFailure(MacroFailure::Reason::NoMacro, "the workbook has no module " + ToUtf8(FromUno(name)));
 }
+
+/// Takes the next word off a line of Basic, in lower case: what stands before a blank, a parenthesis, an
+/// apostrophe or a colon.
+std::u16string TakeWord(std::u16string_view& line) {
+  line.remove_prefix(std::min(line.find_first_not_of(u" \t"), line.size()));
+  const std::u16string_view word = line.substr(0, line.find_first_of(u" \t('\":"));
+  line.remove_prefix(word.size());
+  return ToLower(word);
+}
+
+/// Whether a line of Basic begins a public Sub Main that can be called without arguments.
+bool BeginsMain(std::u16string_view line) {
+  std::u16string word = TakeWord(line);
+  if (word == u"public") word = TakeWord(line);
+  if (word == u"static") word = TakeWord(line);
+  if (word != u"sub" || TakeWord(line) != u"main") return false;
+  line = Trim(line);
+  if (!line.starts_with(u'(')) return true;
+  line.remove_prefix(1);
+  return Trim(line.substr(0, line.find(u')'))).empty();
+}
+
+bool HasMain(const Reference<XNameContainer>& modules, const OUString& module) {
+  OUString text;
+  modules->getByName(module) >>= text;
+  const std::u16string source = FromUno(text);
+  std::u16string_view rest = source;
+  while (!rest.empty()) {
+    const std::size_t length = std::min(rest.find_first_of(u"\r\n"), rest.size());
+    if (BeginsMain(rest.substr(0, length))) return true;
+    rest.remove_prefix(std::min(length + 1, rest.size()));
+  }
+  return false;
+}
+
+/// The module of a library that holds the entry macro: "Ataskaita" alone, or the first of any name.
+std::optional<OUString> FindEntryModule(const Reference<XNameContainer>& modules, bool any_name) {
+  for (const OUString& module : modules->getElementNames()) {
+    if ((any_name || ToLower(FromUno(module)) == kEntryModule) && HasMain(modules, module)) return module;
+  }
+  return std::nullopt;
+}
+
+Reference<XLibraryContainer> LibrariesOf(const Reference<css::lang::XComponent>& model) {
+  return {Reference<css::beans::XPropertySet>(model, UNO_QUERY_THROW)->getPropertyValue("BasicLibraries"),
+          UNO_QUERY_THROW};
+}
+
+Reference<XNameContainer> ModulesOf(const Reference<XLibraryContainer>& libraries, const OUString& library) {
+  libraries->loadLibrary(library);
+  return {libraries->getByName(library), UNO_QUERY_THROW};
+}
+
+/// Whether a document counts as modified stays as it is while this lives.
+class KeptModification {
+ public:
+  explicit KeptModification(const Reference<css::lang::XComponent>& model)
+      : model_(model, UNO_QUERY_THROW), is_modified_(model_->isModified()) {}
+  ~KeptModification() {
+    try {
+      if (!is_modified_) model_->setModified(false);
+    } catch (const css::uno::Exception&) {
+      // LibreOffice then asks whether to save it, and no more.
+    }
+  }
+  KeptModification(const KeptModification&) = delete;
+  KeptModification& operator=(const KeptModification&) = delete;
+
+ private:
+  Reference<css::util::XModifiable> model_;
+  bool is_modified_;
+};
 
 /// Whether the module of a library compiles. LibreOffice would pass over one that does not. Asked of a copy,
 /// which can be run without effect.
@@ -96,15 +178,16 @@ bool Compiles(const Reference<XScriptProvider>& scripts, const OUString& library
 
 /// A macro of ours that calls another one and gives back the error that it did not handle, which LibreOffice
 /// would end it with without a word. It stands in a library of the application, so that no document that is
-/// saved meanwhile has it, for as long as the object lives.
+/// saved meanwhile has it, for as long as the object lives. A macro that runs may have another one called.
 class Caller {
  public:
   explicit Caller(const Reference<css::uno::XComponentContext>& context)
-      : libraries_(context->getServiceManager()->createInstanceWithContext(
+      : name_(kOwnName + OUString::number(++running_)),
+        libraries_(context->getServiceManager()->createInstanceWithContext(
                        "com.sun.star.script.ApplicationScriptLibraryContainer", context),
                    UNO_QUERY_THROW) {
     Remove();
-    libraries_->createLibrary(kOwnName)->insertByName(
+    libraries_->createLibrary(name_)->insertByName(
         "Caller", Any(OUString("Option VBASupport 1\n"
                                "Function Run(Macro)\n"
                                "  On Error GoTo Failed\n"
@@ -118,9 +201,10 @@ class Caller {
     script_ =
         FindScript(css::script::provider::theMasterScriptProviderFactory::get(context)->createScriptProvider(
                        Any(OUString("user"))),
-                   kOwnName + ".Caller.Run", "application");
+                   name_ + ".Caller.Run", "application");
   }
   ~Caller() {
+    --running_;
     try {
       Remove();
     } catch (const css::uno::Exception&) {
@@ -135,9 +219,12 @@ class Caller {
 
  private:
   void Remove() const {
-    if (libraries_->hasByName(kOwnName)) libraries_->removeLibrary(kOwnName);
+    if (libraries_->hasByName(name_)) libraries_->removeLibrary(name_);
   }
 
+  inline static int running_ = 0;  ///< LibreOffice runs macros in one thread
+
+  OUString name_;
   Reference<css::script::XLibraryContainer> libraries_;
   Reference<XScript> script_;
 };
@@ -171,41 +258,62 @@ OpenWorkbook::~OpenWorkbook() {
   }
 }
 
+std::optional<std::string> OpenWorkbook::FindMain() const {
+  const Reference<XLibraryContainer> libraries = LibrariesOf(model_);
+  std::vector<OUString> names;
+  for (const OUString& name : libraries->getElementNames()) names.push_back(name);
+  std::stable_partition(names.begin(), names.end(),
+                        [](const OUString& name) { return name != kStandardLibrary; });
+  for (const bool any_name : {false, true}) {
+    for (const OUString& library : names) {
+      if (const auto module = FindEntryModule(ModulesOf(libraries, library), any_name)) {
+        return ToUtf8(FromUno(library + "." + *module + ".Main"));
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+bool OpenWorkbook::AllowsMacros() const {
+  const Reference<css::document::XEmbeddedScripts> scripts(model_, css::uno::UNO_QUERY);
+  return scripts.is() && scripts->getAllowMacroExecution();
+}
+
 void OpenWorkbook::RunMacro(const std::string& macro) const {
+  using Reason = MacroFailure::Reason;
   const std::size_t last_point = macro.rfind('.');
-  if (last_point == macro.npos) throw std::runtime_error("the macro is not named as Module.Procedure");
+  if (last_point == macro.npos) {
+    throw MacroFailure(Reason::NoMacro, "the macro is not named as Module.Procedure");
+  }
   const std::size_t point = macro.find('.');
   const bool names_library = point != last_point;
   const std::string procedure = names_library ? macro.substr(point + 1) : macro;
-  const Reference<css::script::XLibraryContainer> libraries(
-      Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)->getPropertyValue("BasicLibraries"),
-      UNO_QUERY_THROW);
+  const Reference<XLibraryContainer> libraries = LibrariesOf(model_);
   const OUString library_name =
       names_library ? ToUno(FromUtf8(macro.substr(0, point))) : OwnLibrary(libraries);
-  if (!libraries->hasByName(library_name))
-    throw std::runtime_error("the workbook has no library " + ToUtf8(FromUno(library_name)));
-  libraries->loadLibrary(library_name);
-  const Reference<css::container::XNameContainer> modules(libraries->getByName(library_name),
-                                                          UNO_QUERY_THROW);
+  if (!libraries->hasByName(library_name)) {
+    throw MacroFailure(Reason::NoMacro, "the workbook has no library " + ToUtf8(FromUno(library_name)));
+  }
+  const Reference<XNameContainer> modules = ModulesOf(libraries, library_name);
   const Reference<XScriptProvider> scripts =
       Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
   const OUString module = ModuleNamed(modules, ToUno(FromUtf8(procedure.substr(0, procedure.find('.')))));
   const Reference<XScript> called =
       FindScript(scripts, library_name + "." + ToUno(FromUtf8(procedure)), "document");
-  if (!Compiles(scripts, library_name, modules, module)) {
-    throw std::runtime_error("the macro " + macro + " does not compile");
-  }
+  const bool compiles = [&] {
+    const KeptModification kept(model_);
+    return Compiles(scripts, library_name, modules, module);
+  }();
+  if (!compiles) throw MacroFailure(Reason::DoesNotCompile, "the macro " + macro + " does not compile");
   Call(called, macro);
 }
 
 void OpenWorkbook::RunAutoClose() const {
-  const Reference<css::script::XLibraryContainer> libraries(
-      Reference<css::beans::XPropertySet>(model_, UNO_QUERY_THROW)->getPropertyValue("BasicLibraries"),
-      UNO_QUERY_THROW);
+  const Reference<XLibraryContainer> libraries = LibrariesOf(model_);
   const OUString library = OwnLibrary(libraries);
   const Reference<XScriptProvider> scripts =
       Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
-  const Reference<css::container::XNameContainer> modules(libraries->getByName(library), UNO_QUERY_THROW);
+  const Reference<XNameContainer> modules = ModulesOf(libraries, library);
   for (const OUString& module : modules->getElementNames()) {
     Reference<XScript> macro;
     try {
@@ -222,7 +330,8 @@ void OpenWorkbook::Call(const Reference<XScript>& called, const std::string& mac
 
   Sequence<Any> error;
   if (!(outcome >>= error)) {
-    throw std::runtime_error("the macro " + macro + " was ended by an End statement or by quitting Excel");
+    throw MacroFailure(MacroFailure::Reason::Ended,
+                       "the macro " + macro + " was ended by an End statement or by quitting Excel");
   }
   if (error.getLength() != 3) return;
   throw AutomationError(FromAny(error[0]).ToInt32(), FromAny(error[1]).ToText(), FromAny(error[2]).ToText());

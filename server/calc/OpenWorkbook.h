@@ -1,27 +1,56 @@
-// A workbook that a job of ours opens in LibreOffice.
+// A workbook that a job of ours opens in LibreOffice, or finds open there.
 #pragma once
 
 #include <com/sun/star/lang/XComponent.hpp>
 #include <com/sun/star/script/provider/XScript.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <optional>
+#include <stdexcept>
 #include <string>
 
 namespace qva::calc {
 
-/// Visible where there is a display, its macros enabled. Closed when the object goes, unless it is to stay.
-/// All texts are in UTF-8. Errors are std::runtime_error, UNO's exceptions, and those of the macros
-/// (AutomationError).
+/// Why a macro does not run, or did not run to its end.
+class MacroFailure : public std::runtime_error {
+ public:
+  enum class Reason {
+    NoMacro,  ///< there is none of that name
+    DoesNotCompile,
+    Ended  ///< by an End statement or by quitting Excel
+  };
+  MacroFailure(Reason reason, const std::string& text) : std::runtime_error(text), reason_(reason) {}
+  Reason reason() const { return reason_; }
+
+ private:
+  Reason reason_;
+};
+
+/// One that was opened here is visible where there is a display, its macros enabled, and closed when the
+/// object goes, unless it is to stay. All texts are in UTF-8. Errors are std::runtime_error, UNO's
+/// exceptions, and those of the macros (AutomationError).
 class OpenWorkbook {
  public:
   /// Opens the file of a path of the system.
   OpenWorkbook(const css::uno::Reference<css::uno::XComponentContext>& context, const std::string& path);
+  /// Takes a workbook of the user, which stays open.
+  OpenWorkbook(const css::uno::Reference<css::uno::XComponentContext>& context,
+               const css::uno::Reference<css::lang::XComponent>& model)
+      : context_(context), model_(model), is_kept_(true) {}
   ~OpenWorkbook();
   OpenWorkbook(const OpenWorkbook&) = delete;
   OpenWorkbook& operator=(const OpenWorkbook&) = delete;
 
+  /// The workbook's entry macro as Library.Module.Procedure: the public Sub Main without parameters of the
+  /// module "Ataskaita", else the first one of any module. The workbook's own libraries come before
+  /// "Standard", which LibreOffice gives every document. Nothing when there is none.
+  std::optional<std::string> FindMain() const;
+
+  /// Whether LibreOffice runs macros of the workbook; it may ask the user.
+  bool AllowsMacros() const;
+
   /// Runs a macro of the workbook, named as Library.Module.Procedure or, in its own library, as
-  /// Module.Procedure. Raises the error that it did not handle, and for a macro that does not compile or was
-  /// ended. Nothing of ours stands in the workbook while the macro runs.
+  /// Module.Procedure. Raises the error that it did not handle, and MacroFailure. Nothing of ours stands in
+  /// the workbook while the macro runs, nor does it count as modified by this.
   void RunMacro(const std::string& macro) const;
 
   /// Runs what the workbook has to do before it is closed: the macros Auto_Close of its own library, which

@@ -15,7 +15,6 @@
 #include "platform/failure_listener.h"
 #include "platform/text.h"
 #include "server/calc/BasicError.h"
-#include "server/calc/CallLog.h"
 #include "server/calc/OpenWorkbook.h"
 
 namespace qva::calc {
@@ -48,6 +47,10 @@ class Terminator : public cppu::WeakImplHelper1<css::awt::XCallback> {
  private:
   Reference<css::uno::XComponentContext> context_;
 };
+
+void WriteStep(const std::string& step) {
+  std::ofstream(Variable("QVA_JOB_STEPS"), std::ios::app) << step << '\n';
+}
 
 void WriteResult(const std::string& result) {
   std::ofstream(Variable("QVA_JOB_RESULT")) << result << '\n';
@@ -105,13 +108,13 @@ void ReportJob::trigger(const OUString&) {
 
 void ReportJob::Run() {
   const std::string workbook = Variable("QVA_JOB_WORKBOOK");
-  CallLog::Write(u"Opening " + FromUtf8(workbook));
+  WriteStep("Opening " + workbook);
   const OpenWorkbook open(context_, workbook);
   const std::string macro = Variable("QVA_JOB_MACRO");
-  CallLog::Write(u"Running " + FromUtf8(macro));
+  WriteStep("Running " + macro);
   open.RunMacro(macro);
   if (const std::string pdf = Variable("QVA_JOB_PDF"); !pdf.empty()) {
-    CallLog::Write(u"Printing to " + FromUtf8(pdf));
+    WriteStep("Storing " + pdf);
     open.PrintToPdf(pdf);
   }
   open.RunAutoClose();

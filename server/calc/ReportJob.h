@@ -14,8 +14,10 @@ namespace qva::calc {
 ///   QVA_JOB_MACRO     entry macro, as Library.Module.Procedure of the workbook
 ///   QVA_JOB_PDF       path of the PDF to print the workbook to; nothing is printed without it
 ///   QVA_JOB_RESULT    path of the file that is written when all is over: "ok", or what failed
-/// Steps are written to the call log. A job fails also with what the library tells of failures; a wrong
-/// answer to a window ends it, and LibreOffice, on the spot.
+///   QVA_JOB_STEPS     path of the file that each step is added to before it is taken: two lines before the
+///                     macro runs, one before the PDF is made
+/// A job fails also with what the library tells of failures; a wrong answer to a window ends it, and
+/// LibreOffice, on the spot.
 class ReportJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
  public:
   explicit ReportJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}

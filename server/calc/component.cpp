@@ -1,9 +1,9 @@
 // The entries by which LibreOffice creates the component's services (qva_calc.components names them).
 #include <sal/types.h>
 
+#include "server/calc/MenuJob.h"
 #include "server/calc/ObjectFactoryService.h"
 #include "server/calc/ReportJob.h"
-#include "server/calc/SampleJob.h"
 
 using css::uno::Any;
 using css::uno::Sequence;
@@ -31,7 +31,7 @@ extern "C" SAL_DLLPUBLIC_EXPORT XInterface* qva_create_report_job(XComponentCont
   return Created<qva::calc::ReportJob>(context);
 }
 
-extern "C" SAL_DLLPUBLIC_EXPORT XInterface* qva_create_sample_job(XComponentContext* context,
-                                                                  const Sequence<Any>&) {
-  return Created<qva::calc::SampleJob>(context);
+extern "C" SAL_DLLPUBLIC_EXPORT XInterface* qva_create_menu_job(XComponentContext* context,
+                                                                const Sequence<Any>&) {
+  return Created<qva::calc::MenuJob>(context);
 }

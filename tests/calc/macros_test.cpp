@@ -98,6 +98,12 @@ TEST_F(CalcMacros, ToolsFindBooksFreezeTheScreenAndProtectSheets) {
                           "text: a_b_c_d ą_č__"));
 }
 
+TEST_F(CalcMacros, AStatusBarThatTheUserHasHiddenStaysHidden) {
+  const RunResult run = RunMacro("status_bar");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("shown: False"));
+}
+
 TEST_F(CalcMacros, TheSearchPathGainsTheFolderOnce) {
   const RunResult run = RunMacro("set_path");
   EXPECT_EQ(run.exit_status, 0) << run.errors;

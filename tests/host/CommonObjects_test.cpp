@@ -19,6 +19,13 @@ TEST_F(CreateBook, TheBooksDefaultMemberIsItsCode) {
   EXPECT_EQ(Value(OpenBook(u"MEDVILNE").object()).ToText(), u"MEDVILNE");
 }
 
+TEST_F(CreateBook, AllBooksAreListedByCode) {
+  const Value rows = host::CommonObjects::Create(factory_).Books().Rows({u"Code", u"Name"});
+  EXPECT_THAT(rows.ToArray().elements,
+              testing::ElementsAre(Value(u"BALTIJA"), Value(u"Baltijos žvejų krantinė"), Value(u"MEDVILNE"),
+                                   Value(u"Medvilnės namai")));
+}
+
 TEST_F(CreateBook, RefusesAnUnknownCodeAndNamesIt) {
   for (const auto code : {u"NERA", u"medvilne", u"MEDVILNE ", u"", u"' OR '1' = '1"}) {
     ExpectFailure([&] { OpenBook(code); }, Failure::UnknownBook, u"NVXCommonObjects",

@@ -70,5 +70,28 @@ TEST_F(GetSettingTest, ClosesTheKeyWhenMemoryRunsOut) {
   EXPECT_EQ(registry.OpenHandles(), 0u);
 }
 
+class SaveSettingTest : public GetSettingTest {
+ protected:
+  bool Save(std::u16string_view text) {
+    return SaveSetting(platform.registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0", text);
+  }
+};
+
+TEST_F(SaveSettingTest, IsFoundByGetSettingAlsoWhereThereWasNone) {
+  for (const std::u16string_view text : {u"MEDVILNĖ", u"BALTIJA", u""}) {
+    EXPECT_TRUE(Save(text));
+    EXPECT_EQ(P0(), text);
+  }
+}
+
+TEST_F(SaveSettingTest, TellsThatItIsNotWritten) {
+  for (const auto operation : {MemoryRegistry::Operation::Create, MemoryRegistry::Operation::Set}) {
+    platform.registry.Refuse(operation, kRegistryAccessDenied);
+    EXPECT_FALSE(Save(u"MEDVILNE"));
+    EXPECT_EQ(P0(), u"none");
+    platform.registry.Refuse(operation, kRegistrySuccess);
+  }
+}
+
 }  // namespace
 }  // namespace qva

@@ -124,6 +124,15 @@ TEST(WindowsClock, TellsTheLocalTime) {
   EXPECT_NEAR(now.serial, serial, 2.0 / 86400);
 }
 
+TEST(WindowsClock, RunsOnWhateverTheWallClockShows) {
+  const WindowsClock clock;
+  const auto before = clock.Running();
+  Sleep(100);
+  const auto passed = clock.Running() - before;
+  EXPECT_GE(passed, std::chrono::milliseconds(80));
+  EXPECT_LT(passed, std::chrono::seconds(60));
+}
+
 TEST(WindowsEnvironment, KnowsWhereTheLibraryLies) {
   EXPECT_EQ(WindowsEnvironment().LibraryFolder(), OwnFolder());
 }

@@ -94,6 +94,7 @@ std::string Components(const fs::path& library) {
          implementation("QVA_Varnholt.ObjectFactory", "qva_create_object_factory",
                         "com.sun.star.bridge.OleObjectFactory", " single-instance=\"true\"") +
          implementation("QVA_Varnholt.ReportJob", "qva_create_report_job", "QVA_Varnholt.ReportJob", "") +
+         implementation("QVA_Varnholt.MenuJob", "qva_create_menu_job", "QVA_Varnholt.MenuJob", "") +
          " </component>\n</components>\n";
 }
 
@@ -124,25 +125,57 @@ void MakeDrives(const fs::path& output, std::map<std::string, std::string>& envi
   environment[kDrives] = (output / "drives").string();
 }
 
-/// Prints the lines that a growing file has gained since the last call.
+void PrintStep(std::string_view step, std::ostream& out) {
+  out << "  " << step << std::endl;
+}
+
+/// The lines that a growing file gains.
 class Follower {
  public:
-  Follower(fs::path path, std::ostream& out) : path_(std::move(path)), out_(out) {}
+  explicit Follower(fs::path path) : path_(std::move(path)) {}
 
-  void Follow() {
+  /// What came since the last call.
+  std::vector<std::string> NewLines() {
+    std::vector<std::string> lines;
     std::ifstream file(path_, std::ios::binary);
     file.seekg(static_cast<std::streamoff>(read_));
     std::string line;
     while (std::getline(file, line) && !file.eof()) {
       read_ += line.size() + 1;
-      out_ << "  " << line << std::endl;
+      lines.push_back(line);
     }
+    return lines;
   }
 
  private:
   fs::path path_;
-  std::ostream& out_;
   std::size_t read_ = 0;
+};
+
+/// Prints what the files of a run gain, in the order in which things happen.
+class Narrator {
+ public:
+  /// `job` is the file of the job's own steps, `report` that of the macro's, `messages` that of the messages.
+  Narrator(const fs::path& job, const fs::path& report, const fs::path& messages, std::ostream& out)
+      : job_(job), report_(report), messages_(messages), out_(out) {}
+
+  void GoOn() {
+    // The job is asked first: whatever the macro wrote before a step of the job is there by then.
+    const std::vector<std::string> steps = job_.NewLines();
+    auto step = steps.begin();
+    for (; step != steps.end() && steps_before_macro_ > 0; ++step, --steps_before_macro_)
+      PrintStep(*step, out_);
+    for (const std::string& line : report_.NewLines()) PrintStep(line, out_);
+    for (const std::string& line : messages_.NewLines()) PrintStep(line, out_);
+    for (; step != steps.end(); ++step) PrintStep(*step, out_);
+  }
+
+ private:
+  Follower job_;
+  Follower report_;
+  Follower messages_;
+  std::ostream& out_;
+  int steps_before_macro_ = 2;  ///< as in server/calc/ReportJob.h
 };
 
 /// The file's text without the line feed at its end.
@@ -249,6 +282,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   Write(folder.path() / "qva.components", Components(component));
   Write(folder.path() / "registry.reg", RegistryWithBook(options.book));
   const fs::path steps = folder.path() / "steps.txt";
+  const fs::path job_steps = folder.path() / "job.txt";
   const fs::path result = folder.path() / "result.txt";
   const fs::path errors = folder.path() / "errors.txt";
   const fs::path messages = output / "messages.txt";
@@ -262,6 +296,7 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
       {"QVA_JOB_PDF", options.picture ? pdf.string() : ""},
       {"QVA_JOB_PRINTED", (output / kPrinted).string()},
       {"QVA_JOB_RESULT", result.string()},
+      {"QVA_JOB_STEPS", job_steps.string()},
       {"QVA_VARNHOLT_CALL_LOG", steps.string()},
       {"QVA_VARNHOLT_REGISTRY", (folder.path() / "registry.reg").string()},
       {"QVA_HOST_DATABASE", (folder.path() / "host.sqlite").string()},
@@ -288,19 +323,17 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   arguments.push_back("-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
                       UrlOf(folder.path() / "qva.components"));
   arguments.emplace_back("service:QVA_Varnholt.ReportJob");
+  PrintStep("Starting LibreOffice", out);
   Process process(arguments, environment, errors);
-  Follower follower(options.log.empty() ? steps : output / options.log, out);
-  Follower message_follower(messages, out);
+  Narrator narrator(job_steps, options.log.empty() ? steps : output / options.log, messages, out);
   const auto deadline = std::chrono::steady_clock::now() + options.timeout;
   while (process.IsRunning() && std::chrono::steady_clock::now() < deadline && !options.interrupted()) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    follower.Follow();
-    message_follower.Follow();
+    narrator.GoOn();
   }
   const bool timed_out = process.IsRunning();
   process.Kill();
-  follower.Follow();
-  message_follower.Follow();
+  narrator.GoOn();
   if (options.interrupted()) {
     err << "Interrupted; LibreOffice was stopped\n";
     return kNoLibreOffice;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <ctime>
+#include <thread>
 
 #include "platform/date.h"
 #include "platform/text.h"
@@ -47,6 +48,15 @@ TEST_F(SystemClockTest, ShowsTheUsersTimeZone) {
 TEST_F(SystemClockTest, ShowsWholeSeconds) {
   const double seconds = SystemClock().Now().serial * 86400;
   EXPECT_NEAR(seconds, std::round(seconds), 1e-3);
+}
+
+TEST_F(SystemClockTest, RunsOnWhateverTheWallClockShows) {
+  const SystemClock clock;
+  const auto before = clock.Running();
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  const auto passed = clock.Running() - before;
+  EXPECT_GE(passed, std::chrono::milliseconds(19));
+  EXPECT_LT(passed, std::chrono::seconds(60));
 }
 
 }  // namespace

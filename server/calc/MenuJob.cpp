@@ -1,0 +1,237 @@
+#include "server/calc/MenuJob.h"
+
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <cppuhelper/exc_hlp.hxx>
+#include <cppuhelper/supportsservice.hxx>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <system_error>
+
+#include "period/CodesAndNames.h"
+#include "platform/calc/UnoError.h"
+#include "platform/calc/UnoText.h"
+#include "platform/calc/UnoValue.h"
+#include "platform/host.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/services.h"
+#include "platform/settings.h"
+#include "platform/text.h"
+#include "server/calc/BasicError.h"
+#include "server/calc/ComponentFolder.h"
+#include "server/calc/OpenWorkbook.h"
+
+namespace qva::calc {
+namespace {
+
+namespace fs = std::filesystem;
+using css::uno::Reference;
+using css::uno::Sequence;
+using rtl::OUString;
+
+constexpr std::u16string_view kSampleBook = u"MEDVILNE";  ///< the embedded host's sample company
+constexpr std::u16string_view kTitle = u"QVA_Varnholt";
+constexpr std::u16string_view kReportsFolder = u"C:\\Pavyzdziai";
+constexpr std::u16string_view kTemplate = u"sablonas.fods";
+constexpr std::u16string_view kNewReport = u"Nauja ataskaita";
+constexpr int kMostNewReports = 9999;
+
+/// The archive of the sample company; the library makes no more than its last folder.
+constexpr std::u16string_view kArchiveFolders[] = {u"C:\\Ataskaitos", u"C:\\Ataskaitos\\Archyvas"};
+
+// What the user is told.
+constexpr std::u16string_view kNoWorkbook =
+    u"Nėra atvertos knygos.\nAtverkite ataskaitos knygą ir šią komandą pakartokite jos lange.";
+constexpr std::u16string_view kNoMacro =
+    u"Šioje knygoje nėra makrokomandos „Main“.\nAtverkite ataskaitos knygą arba pradėkite naują komanda "
+    u"„Nauja "
+    u"ataskaita iš šablono“. Savo knygoje parašykite makrokomandą „Public Sub Main()“ modulyje „Ataskaita“.";
+constexpr std::u16string_view kMacrosDisabled =
+    u"Šios knygos makrokomandos išjungtos.\nMeniu „Priemonės → Parinktys → LibreOffice → Saugumas → "
+    u"Makrokomandų saugumas“ pasirinkite „Vidutinis“ arba knygos aplanką įrašykite tarp patikimų vietų. Tada "
+    u"knygą užverkite, vėl atverkite ir leiskite vykdyti makrokomandas.";
+constexpr std::u16string_view kDoesNotCompile =
+    u"Knygos makrokomandose yra klaida, todėl jų vykdyti negalima.\nAtverkite jas Basic rengyklėje "
+    u"(„Priemonės → Makrokomandos → Taisyti makrokomandas“) ir pasirinkite „Kompiliuoti“.";
+constexpr std::u16string_view kNotSaved =
+    u"Pasirinktos knygos įrašyti nepavyko.\nPatikrinkite, ar galima rašyti į nustatymų failą (aplinkos "
+    u"kintamasis QVA_VARNHOLT_REGISTRY arba ~/.config/qva-varnholt/registry.reg).";
+constexpr std::u16string_view kNoTemplate =
+    u"Šablono nėra: plėtinys įdiegtas ne visas.\nĮdiekite jį iš naujo. Ieškota: ";
+constexpr std::u16string_view kNotCopied = u"Naujos ataskaitos failo sukurti nepavyko: ";
+constexpr std::u16string_view kTooManyReports =
+    u"Naujai ataskaitai neliko laisvo vardo.\nSenas ataskaitas iš aplanko C:\\Pavyzdziai perkelkite kitur.";
+constexpr std::u16string_view kFailed = u"Komandos įvykdyti nepavyko.";
+
+/// What the user is told in place of anything else.
+class Refusal : public std::exception {
+ public:
+  explicit Refusal(std::u16string_view text) : text_(text) {}
+  const std::u16string& text() const { return text_; }
+
+ private:
+  std::u16string text_;
+};
+
+void MakeFolder(Files& files, std::u16string_view folder) {
+  if (!files.FolderExists(folder)) files.CreateFolder(folder);
+}
+
+std::u16string CurrentBook(const Services& services) {
+  return GetSetting(*services.registry, *services.locale, host::kSettingsApplication, host::kFormsSection,
+                    host::kBookSetting, u"");
+}
+
+bool SetCurrentBook(const Services& services, std::u16string_view code) {
+  return SaveSetting(*services.registry, *services.locale, host::kSettingsApplication, host::kFormsSection,
+                     host::kBookSetting, code);
+}
+
+/// Without a current book no report connects to the host. Where it cannot be stored, the macro tells that
+/// there is none.
+void ChooseSampleBook(const Services& services) {
+  if (CurrentBook(services).empty()) SetCurrentBook(services, kSampleBook);
+}
+
+void ChooseBook() {
+  const Services& services = GetServices();
+  ChoiceList list{u"Apskaitos knygos", {u"Kodas", u"Pavadinimas"}, {}};
+  for (CodeAndName& book : CodesAndNames(host::CommonObjects::Create(*services.object_factory).Books())) {
+    list.rows.push_back({std::move(book.code), std::move(book.name)});
+  }
+  const auto chosen = services.list_chooser->Choose(list, CurrentBook(services));
+  if (chosen && !SetCurrentBook(services, list.rows.at(*chosen)[0])) throw Refusal(kNotSaved);
+}
+
+fs::path InExtension(std::u16string_view sample) {
+  return ComponentFolder() / "samples" / ToUtf8(sample);
+}
+
+fs::path SystemPath(std::u16string_view path) {
+  return PosixFiles(UserDrivesPath(), *GetServices().locale).SystemPath(path);
+}
+
+/// A copy of the template under a name that nothing else has.
+fs::path CopyTemplate() {
+  const fs::path source = InExtension(kTemplate);
+  std::error_code error;
+  if (!fs::is_regular_file(source, error))
+    throw Refusal(std::u16string(kNoTemplate) + FromUtf8(source.string()));
+  for (int number = 1; number <= kMostNewReports; ++number) {
+    std::u16string name = std::u16string(kReportsFolder) + u"\\" + std::u16string(kNewReport);
+    if (number > 1) name += u" " + NumberText(number);
+    const fs::path copy = SystemPath(name + u".fods");
+    // Fails where anything of that name is there, also when it has come just now.
+    if (fs::copy_file(source, copy, error)) {
+      fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add, error);
+      return copy;
+    }
+    if (error != std::errc::file_exists) {
+      throw Refusal(std::u16string(kNotCopied) + FromUtf8(copy.string() + ": " + error.message()));
+    }
+  }
+  throw Refusal(kTooManyReports);
+}
+
+std::u16string TextOf(const MacroFailure& failure) {
+  switch (failure.reason()) {
+    case MacroFailure::Reason::NoMacro:
+      return std::u16string(kNoMacro);
+    case MacroFailure::Reason::DoesNotCompile:
+      return std::u16string(kDoesNotCompile);
+    case MacroFailure::Reason::Ended:
+      break;  // the macro's own will
+  }
+  return {};
+}
+
+std::u16string TextOf(const AutomationError& error) {
+  return error.description().empty() ? std::u16string(kFailed) + u" (" + NumberText(error.number()) + u")"
+                                     : error.description();
+}
+
+}  // namespace
+
+void MenuJob::RunActiveWorkbook() const {
+  const Reference<css::lang::XComponent> active =
+      css::frame::Desktop::create(context_)->getCurrentComponent();
+  const Reference<css::lang::XServiceInfo> info(active, css::uno::UNO_QUERY);
+  if (!info.is() || !info->supportsService("com.sun.star.sheet.SpreadsheetDocument")) {
+    throw Refusal(kNoWorkbook);
+  }
+  const OpenWorkbook workbook(context_, active);
+  const std::optional<std::string> macro = workbook.FindMain();
+  if (!macro) throw Refusal(kNoMacro);
+  if (!workbook.AllowsMacros()) throw Refusal(kMacrosDisabled);
+  workbook.RunMacro(*macro);
+}
+
+void MenuJob::MakeReport() const {
+  const Services& services = GetServices();
+  MakeFolder(*services.files, kReportsFolder);
+  ChooseSampleBook(services);
+  OpenWorkbook(context_, CopyTemplate().string()).Keep();
+}
+
+void MenuJob::RunSample(std::u16string_view name) const {
+  const Services& services = GetServices();
+  MakeFolder(*services.files, kReportsFolder);
+  for (const std::u16string_view folder : kArchiveFolders) MakeFolder(*services.files, folder);
+  ChooseSampleBook(services);
+  const std::u16string file = std::u16string(name) + u".fods";
+  const std::u16string copy = std::u16string(kReportsFolder) + u"\\" + file;
+  services.files->Copy(FromUtf8(InExtension(file).string()), copy);
+  OpenWorkbook workbook(context_, SystemPath(copy).string());
+  workbook.Keep();
+  workbook.RunMacro("Ataskaita.Main");
+}
+
+void MenuJob::Run(std::u16string_view command) const {
+  // The services come with the first creation of an object.
+  context_->getServiceManager()->createInstanceWithContext("com.sun.star.bridge.OleObjectFactory", context_);
+  if (command == u"run-workbook") return RunActiveWorkbook();
+  if (command == u"choose-book") return ChooseBook();
+  if (command == u"new-report") return MakeReport();
+  RunSample(command);
+}
+
+void MenuJob::trigger(const OUString& command) {
+  std::u16string failure;
+  try {
+    Run(FromUno(command));
+  } catch (const Refusal& refusal) {
+    failure = refusal.text();
+  } catch (const MacroFailure& exception) {
+    failure = TextOf(exception);
+  } catch (const AutomationError& error) {
+    failure = TextOf(error);
+  } catch (const css::uno::Exception&) {
+    failure = TextOf(ErrorOf(cppu::getCaughtException()));
+  } catch (const std::exception& exception) {
+    failure = FromUtf8(exception.what());
+  } catch (...) {
+    failure = kFailed;
+  }
+  ReleaseErrors();
+  if (failure.empty()) return;
+  try {
+    GetServices().message_box->Show(failure, vbCritical, kTitle);
+  } catch (const AutomationError&) {
+    // There were no services to show it by.
+  }
+}
+
+OUString MenuJob::getImplementationName() {
+  return "QVA_Varnholt.MenuJob";
+}
+
+sal_Bool MenuJob::supportsService(const OUString& name) {
+  return cppu::supportsService(this, name);
+}
+
+Sequence<OUString> MenuJob::getSupportedServiceNames() {
+  return SequenceOf({OUString("QVA_Varnholt.MenuJob")});
+}
+
+}  // namespace qva::calc

@@ -1,0 +1,38 @@
+// The extension's menu "Ataskaitos".
+#pragma once
+
+#include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/task/XJobExecutor.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/implbase2.hxx>
+
+namespace qva::calc {
+
+/// One command of the menu. Whatever fails is shown to the user in a message box and goes no further.
+class MenuJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
+ public:
+  explicit MenuJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}
+
+  /// The commands:
+  ///   run-workbook  runs the entry macro of the active workbook (OpenWorkbook::FindMain)
+  ///   choose-book   lets the user choose the host's current book, of those that the embedded host has
+  ///   new-report    copies the template to a file of its own in C:\Pavyzdziai and opens it
+  /// Any other one is the name of a sample, its file's without ending, of which a copy in C:\Pavyzdziai, in
+  /// place of an earlier one, is opened and run; it stays open. With template and samples, the sample
+  /// company's book becomes the current one where there is none yet.
+  void SAL_CALL trigger(const rtl::OUString& command) override;
+
+  rtl::OUString SAL_CALL getImplementationName() override;
+  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
+  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
+
+ private:
+  void Run(std::u16string_view command) const;
+  void RunActiveWorkbook() const;
+  void MakeReport() const;
+  void RunSample(std::u16string_view name) const;
+
+  css::uno::Reference<css::uno::XComponentContext> context_;
+};
+
+}  // namespace qva::calc

@@ -1,0 +1,165 @@
+// The extension's menu: its commands, and what they tell of whatever does not work.
+#include <fstream>
+
+#include "tests/calc/calc_fixture.h"
+#include "tests/test_paths.h"
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+constexpr const char* kNever = "0";   ///< com.sun.star.document.MacroExecMode.NEVER_EXECUTE
+constexpr const char* kAlways = "4";  ///< ALWAYS_EXECUTE_NO_WARN
+
+struct Module {
+  std::string name;
+  std::string source;
+};
+
+class CalcMenu : public CalcTest {
+ protected:
+  CalcMenu() {
+    // The component's folder as the extension has it, with a template that may be missing.
+    build = folder / "build";
+    fs::create_directories(build / "samples");
+    fs::create_symlink(CalcComponentFile(), build / "libqva_calc.so");
+    fs::create_symlink(HostModuleFile(), build / "libqva_host.so");
+  }
+
+  RunResult Run(const std::string& macro, std::vector<std::string> options = {},
+                std::map<std::string, std::string> environment = {}) {
+    options.insert(options.end(), {"--macro", "Ataskaita." + macro, "--build-folder", build.string()});
+    StartMacro("menu", options, std::move(environment));
+    return Finish();
+  }
+  RunResult RunAnother(const std::vector<Module>& modules, const std::string& mode = kAlways) {
+    return Run("RunsAnother", {}, {{"QVA_TEST_BOOK", WriteBook(modules)}, {"QVA_TEST_MODE", mode}});
+  }
+
+  /// A workbook of such modules in its own library.
+  std::string WriteBook(const std::vector<Module>& modules) const {
+    const fs::path book = folder / "kita.fods";
+    std::ofstream out(book);
+    out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<office:document xmlns:office=\"urn:oasis:names:tc:opendocument:xmlns:office:1.0\"\n"
+           " xmlns:table=\"urn:oasis:names:tc:opendocument:xmlns:table:1.0\"\n"
+           " xmlns:script=\"urn:oasis:names:tc:opendocument:xmlns:script:1.0\"\n"
+           " xmlns:ooo=\"http://openoffice.org/2004/office\" office:version=\"1.3\"\n"
+           " office:mimetype=\"application/vnd.oasis.opendocument.spreadsheet\">\n";
+    if (!modules.empty()) {
+      out << "<office:scripts><office:script script:language=\"ooo:Basic\"><ooo:libraries>"
+             "<ooo:library-embedded ooo:name=\"Kita\">";
+      for (const Module& module : modules) {
+        out << "<ooo:module ooo:name=\"" << module.name << "\"><ooo:source-code>"
+            << XmlText("Option VBASupport 1\n" + module.source +
+                       Contents(SourceFolder() / "tests/calc/macros/log.bas"))
+            << "</ooo:source-code></ooo:module>";
+      }
+      out << "</ooo:library-embedded></ooo:libraries></office:script></office:scripts>";
+    }
+    out << "<office:body><office:spreadsheet><table:table table:name=\"Lapas\"><table:table-row>"
+           "<table:table-cell/></table:table-row></table:table></office:spreadsheet></office:body>"
+           "</office:document>\n";
+    return book.string();
+  }
+  static std::string Writing(const std::string& text) { return "  WriteLine \"" + text + "\"\n"; }
+  fs::path Reports() const { return output / "drives/C/Pavyzdziai"; }
+
+  fs::path build;
+};
+
+TEST_F(CalcMenu, RunsTheActiveWorkbookAlsoFromAMacroThatRuns) {
+  const RunResult run = Run("RunsItself");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("Main of this workbook", "back"));
+  EXPECT_THAT(run.messages, IsEmpty());
+}
+
+TEST_F(CalcMenu, RunsMainOfTheModuleAtaskaitaBeforeOthersAndLeavesTheWorkbookUnmodified) {
+  const RunResult run = RunAnother({{"Aaa", "Sub Main()\n" + Writing("Aaa") + "End Sub\n"},
+                                    {"Ataskaita", "Public Sub Main\n" + Writing("Ataskaita") + "End Sub\n"},
+                                    {"Zzz", "Sub Main()\n" + Writing("Zzz") + "End Sub\n"}});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("Ataskaita", "modified: False"));
+}
+
+TEST_F(CalcMenu, RunsTheFirstPublicMainOfAnotherModule) {
+  const RunResult run =
+      RunAnother({{"Ataskaita", "Private Sub Main()\nEnd Sub\n' Sub Main()\nSub Maina()\nEnd Sub\n"},
+                  {"Kitas", "Sub Main(n)\nEnd Sub\n"},
+                  {"Trecias", "\tPUBLIC  sub MAIN ( ) ' pradžia\n" + Writing("Trecias") + "End Sub\n"}});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("Trecias", "modified: False"));
+}
+
+TEST_F(CalcMenu, TellsThatAWorkbookHasNoMacroToRun) {
+  for (const auto& modules :
+       {std::vector<Module>{}, std::vector<Module>{{"Ataskaita", "Private Sub Main()\nEnd Sub\n"}}}) {
+    const RunResult run = RunAnother(modules);
+    EXPECT_EQ(run.exit_status, 0) << run.errors;
+    EXPECT_THAT(run.messages, AllOf(HasSubstr("Šioje knygoje nėra makrokomandos „Main“."),
+                                    HasSubstr("„Nauja ataskaita iš šablono“")));
+  }
+}
+
+TEST_F(CalcMenu, TellsWhatToDoWhereMacrosAreDisabled) {
+  const RunResult run = RunAnother({{"Ataskaita", "Sub Main()\n" + Writing("runs") + "End Sub\n"}}, kNever);
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("modified: False"));
+  EXPECT_THAT(run.messages, AllOf(HasSubstr("Šios knygos makrokomandos išjungtos."), HasSubstr("Saugumas")));
+}
+
+TEST_F(CalcMenu, TellsThatThereIsNoWorkbook) {
+  const RunResult run = Run("RunsWithoutAWorkbook");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, HasSubstr("Nėra atvertos knygos."));
+}
+
+TEST_F(CalcMenu, TellsTheErrorOfAMacro) {
+  const RunResult run =
+      RunAnother({{"Ataskaita", "Sub Main()\n  Err.Raise 1004, \"Kita\", \"Lapas apsaugotas\"\nEnd Sub\n"}});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, HasSubstr("Lapas apsaugotas"));
+}
+
+TEST_F(CalcMenu, TheBookThatIsChosenIsTheHostsFromThenOn) {
+  std::ofstream(folder / "answers.txt") << "list = BALTIJA\n";
+  const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("\"P0\"=\"BALTIJA\""));
+}
+
+TEST_F(CalcMenu, TheBookStaysWhenNoneIsChosen) {
+  std::ofstream(folder / "answers.txt") << "list\n";
+  const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("\"P0\"=\"MEDVILNE\""));
+}
+
+TEST_F(CalcMenu, NewReportsGetNamesOfTheirOwnAndReplaceNothing) {
+  fs::copy_file(SourceFolder() / "samples/vat.fods", build / "samples/sablonas.fods");
+  fs::create_directories(Reports());
+  std::ofstream(Reports() / "nauja ATASKAITA.fods") << "the user's own";
+  const RunResult run = Run("MakesTwoReports");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, IsEmpty());
+  EXPECT_THAT(run.lines,
+              ElementsAre("C/Pavyzdziai/Nauja ataskaita 2.fods", "C/Pavyzdziai/Nauja ataskaita 3.fods"));
+  EXPECT_EQ(Contents(Reports() / "nauja ATASKAITA.fods"), "the user's own");
+  EXPECT_EQ(Contents(Reports() / "Nauja ataskaita 3.fods"), Contents(build / "samples/sablonas.fods"));
+}
+
+TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
+  const RunResult run = Run("MakesTwoReports");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, HasSubstr("Šablono nėra"));
+  EXPECT_TRUE(fs::is_empty(Reports()));
+}
+
+}  // namespace
+}  // namespace qva
