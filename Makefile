@@ -41,11 +41,12 @@ bench:  ## Build and run the benchmarks
 	@tools/bench-calc.sh
 	@tools/bench-windows.sh
 
-docs:  ## Write docs/guide.md anew from the member tables
-	@tools/install-packages.sh run
+docs:  ## Write docs/guide.md and docs/gidas.md anew from the member tables, and the searchable site into out/site
+	@tools/install-packages.sh run package
 	@cmake --preset release > /dev/null
 	@cmake --build --preset release --target guide
 	@build/release/guide .
+	@tools/site.sh build/release/guide
 
 samples:  ## Put samples/QvaReport.bas into the sample workbooks anew
 	@tools/embed-module.pl samples/QvaReport.bas samples/*.fods

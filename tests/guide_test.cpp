@@ -4,22 +4,65 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <map>
+#include <memory>
+#include <regex>
+#include <set>
 #include <sstream>
+
+#include "global/PublicClasses.h"
+#include "host/HostDatabase.h"
+#include "platform/date.h"
+#include "tests/corpus/Corpus.h"
+#include "tests/corpus/MemoryEngine.h"
+#include "tests/host/host_test.h"
 
 namespace qva {
 namespace {
 
+using Language = GuideLanguage;
+
+std::string Committed(const char* name) {
+  std::ifstream file(SourceFolder() / "docs" / name, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
+}
+
+/// The procedures that a guide shows, by the class that they are about.
+std::map<std::string, std::string> ExamplesOf(const std::string& guide, const std::string& prefix) {
+  std::map<std::string, std::string> examples;
+  const std::string begin = "```vb\nSub " + prefix;
+  for (std::size_t at = guide.find(begin); at != guide.npos; at = guide.find(begin, at + 1)) {
+    const std::size_t code = at + 6;
+    const std::size_t name = at + begin.size();
+    examples[guide.substr(name, guide.find('(', name) - name)] =
+        guide.substr(code, guide.find("```", code) - code);
+  }
+  return examples;
+}
+
+/// Code without what differs between the languages: comments and the procedure's name.
+std::string Statements(const std::string& example) {
+  std::string statements;
+  std::istringstream lines(example.substr(example.find('\n')));
+  for (std::string line; std::getline(lines, line);) {
+    line = line.substr(0, line.find("  ' "));
+    statements += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+  }
+  return statements;
+}
+
 TEST(Guide, IsTheOneThatTheMemberTablesGive) {
-  const std::filesystem::path sources = SourceFolder();
-  std::ifstream file(sources / "docs" / "guide.md", std::ios::binary);
-  std::ostringstream committed;
-  committed << file.rdbuf();
-  EXPECT_EQ(committed.str(), MakeGuide(sources)) << "make docs writes it anew";
+  EXPECT_EQ(Committed("guide.md"), MakeGuide(SourceFolder(), Language::English))
+      << "make docs writes it anew";
+  EXPECT_EQ(Committed("gidas.md"), MakeGuide(SourceFolder(), Language::Lithuanian));
 }
 
 TEST(Guide, ListsMembersAsBasicDeclaresThem) {
-  const std::string guide = MakeGuide(SourceFolder());
+  const std::string guide = MakeGuide(SourceFolder(), Language::English);
   for (const char* line :
        {"| `InitConnectEX(App As Object, objWB As Variant, [oAppBook As Object]) As Integer` |",
         "| `CheckFileName(ByRef FileName As String)` |",
@@ -29,8 +72,185 @@ TEST(Guide, ListsMembersAsBasicDeclaresThem) {
   }
 }
 
+TEST(Guide, HasTheSamePagesInBothLanguages) {
+  const auto english = MakeGuidePages(SourceFolder(), Language::English);
+  const auto lithuanian = MakeGuidePages(SourceFolder(), Language::Lithuanian);
+  ASSERT_EQ(english.size(), lithuanian.size());
+  for (std::size_t i = 0; i < english.size(); ++i) EXPECT_EQ(english[i].name, lithuanian[i].name);
+}
+
+/// Exactly what stands in the guide, pasted into a macro of the corpus, gives what the macro gives.
+TEST(Guide, ShowsExamplesThatRunAsPasted) {
+  const auto english = ExamplesOf(Committed("guide.md"), "Example");
+  const auto lithuanian = ExamplesOf(Committed("gidas.md"), "Pavyzdys");
+  ASSERT_EQ(english.size(), PublicClasses().size());
+  ASSERT_EQ(lithuanian.size(), PublicClasses().size());
+  for (const auto& [name, example] : english) {
+    ASSERT_TRUE(lithuanian.contains(name)) << name;
+    EXPECT_EQ(Statements(example), Statements(lithuanian.at(name)));
+    EXPECT_EQ(example.find("Debug."), example.npos);
+    for (const std::string& pasted : {example, lithuanian.at(name)}) {
+      const std::string macro = corpus::SourceOf("guide_" + name);
+      const std::string end = "' end of what is shown\n";
+      const std::size_t first = macro.find("' shown:\n");
+      const std::size_t last = macro.find(end);
+      const auto engine = std::make_unique<corpus::MemoryEngine>("guide_" + name);
+      EXPECT_EQ(engine->Run(macro.substr(0, first) + pasted + macro.substr(last + end.size())),
+                corpus::GoldenLogOf("guide_" + name))
+          << name;
+    }
+  }
+}
+
+/// A table's rows below a heading of the reference, each as its cells without backquotes.
+using Rows = std::vector<std::vector<std::string>>;
+Rows TableBelow(const std::string& page, const std::string& heading) {
+  Rows rows;
+  std::istringstream lines(page.substr(page.find("\n" + heading + "\n") + 1));
+  std::string line;
+  std::getline(lines, line);
+  while (std::getline(lines, line) && !line.starts_with("#")) {
+    if (!line.starts_with("|")) {
+      if (!rows.empty()) break;
+      continue;
+    }
+    std::vector<std::string>& row = rows.emplace_back();
+    std::istringstream cells(line.substr(2));
+    for (std::string cell; std::getline(cells, cell, '|');) {
+      std::erase(cell, '`');
+      const std::size_t first = cell.find_first_not_of(' ');
+      row.push_back(first == cell.npos ? "" : cell.substr(first, cell.find_last_not_of(' ') - first + 1));
+    }
+  }
+  if (rows.size() > 2) rows.erase(rows.begin(), rows.begin() + 2);
+  return rows;
+}
+
+class GuideReference : public testing::TestWithParam<Language> {
+ protected:
+  const std::string page_ = MakeGuidePages(SourceFolder(), GetParam()).back().text;
+  /// The heading of a section by its place, from 0.
+  std::string Heading(int place) const {
+    std::size_t at = page_.find("\n## ");
+    while (place-- > 0) at = page_.find("\n## ", at + 1);
+    return page_.substr(at + 1, page_.find('\n', at + 1) - at - 1);
+  }
+};
+
+TEST_P(GuideReference, NamesThePeriodsCells) {
+  const auto engine = std::make_unique<corpus::MemoryEngine>("guide_CRepPeriod");
+  std::istringstream made(
+      engine->Run("Dim p, i\n"
+                  "Set p = CreateObject(\"QVA_Varnholt.CRepPeriod\")\n"
+                  "p.Init ThisWorkbook.Worksheets(1)\n"
+                  "For i = 1 To ThisWorkbook.Names.Count\n"
+                  "  Note ThisWorkbook.Names.Item(i).Name\n"
+                  "Next\n"));
+  std::set<std::string> names;
+  for (std::string name; std::getline(made, name);) names.insert(name);
+  std::set<std::string> named;
+  for (const auto& row : TableBelow(page_, Heading(0))) named.insert(row[0]);
+  EXPECT_EQ(named, names);
+  EXPECT_EQ(names.size(), 16u);
+}
+
+TEST_P(GuideReference, NamesTheSettingsSheetsCells) {
+  const Rows rows = TableBelow(page_, Heading(2));
+  ASSERT_EQ(rows.size(), 13u);
+  const auto buttons_without = [&](std::size_t missing) {
+    std::string macro =
+        "Dim g, bars\n"
+        "Set g = CreateObject(\"QVA_Varnholt.gExcelObject\")\n"
+        "g.InitConnectEX Application, ThisWorkbook\n"
+        "TheSheet(1).Range(\"A1\").Value = 1\n"
+        "TheSheet(1).Range(\"D2\").Value = 1\n";
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      if (i == missing) continue;
+      macro += "DefineName \"" + rows[i][0] + "\", 1, \"$" + static_cast<char>('A' + i) + "$1\"\n";
+    }
+    macro +=
+        "Set bars = CreateObject(\"QVA_Varnholt.CToolbars\")\n"
+        "Note bars.CreateToolbar(TheSheet(1))\n"
+        "Set bars = Nothing\n"
+        "g.ResetConnectEX 0\n";
+    return std::make_unique<corpus::MemoryEngine>("guide_CToolbars")->Run(macro);
+  };
+  EXPECT_EQ(buttons_without(rows.size()), "1\n");
+  for (std::size_t i = 0; i < rows.size(); ++i) EXPECT_EQ(buttons_without(i), "0\n") << rows[i][0];
+}
+
+TEST_P(GuideReference, ShowsTheHostsTablesAsTheyAre) {
+  const auto engine = std::make_unique<corpus::MemoryEngine>("guide_CTools");  // its services
+  const embedded::TemporaryFolder folder;
+  const std::filesystem::path file = folder.path() / "host.sqlite";
+  embedded::WriteFile(file, "");
+  embedded::Database(file, embedded::Database::Mode::Write)
+      .Execute(corpus::Contents(SourceFolder() / "host" / "sample.sql").c_str());
+  const embedded::HostDatabase database(file);
+  const std::string source = corpus::Contents(SourceFolder() / "host" / "HostDatabase.cpp");
+  const std::regex given("TableReader::Scope::");
+  int tables = 0;
+  for (std::size_t at = page_.find("\n### `"); at != page_.npos;
+       at = page_.find("\n### `", at + 1), ++tables) {
+    const std::string heading = page_.substr(at + 1, page_.find('\n', at + 1) - at - 1);
+    const std::string name = heading.substr(5, heading.size() - 6);
+    SCOPED_TRACE(name);
+    const embedded::TableReader* table = database.FindTable(FromUtf8(name));
+    ASSERT_TRUE(table);
+    const Rows rows = TableBelow(page_, heading);
+    const std::string key_field = name == "THDocument" ? "IDC" : "Code";
+    const auto key = std::ranges::find_if(rows, [&](const auto& row) { return row[0] == key_field; });
+    ASSERT_NE(key, rows.end());
+    const auto record = table->Find(u"MEDVILNE", FromUtf8((*key)[3]));
+    ASSERT_TRUE(record);
+    ASSERT_EQ(record->size(), rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      EXPECT_EQ(table->FieldPosition(FromUtf8(rows[i][0])), i) << rows[i][0];
+      const Value& value = (*record)[i];
+      const bool is_day = value.Is(Value::Type::Date);
+      EXPECT_EQ(ToUtf8(is_day ? FormatByWindowsPattern(value.ToDate(), u"yyyy-MM-dd") : value.ToText()),
+                rows[i][3])
+          << rows[i][0];
+    }
+  }
+  EXPECT_EQ(tables, std::distance(std::sregex_iterator(source.begin(), source.end(), given), {}));
+}
+
+/// Those that no macro meets aside (tests/corpus/completeness_test.cpp says why).
+TEST_P(GuideReference, HasEveryErrorThatTheLibraryRaises) {
+  std::string told;
+  for (const auto& row : TableBelow(page_, Heading(5))) told += " " + row[1] + " ";
+  const std::regex enumerator(R"((k\w+) =\s+(-?\d+))");
+  const std::string header = corpus::Contents(SourceFolder() / "platform" / "error.h");
+  std::map<std::string, int> numbers;
+  for (std::sregex_iterator it(header.begin(), header.end(), enumerator), end; it != end; ++it)
+    numbers[(*it)[1]] = std::stoi((*it)[2]);
+  const std::set<std::string> out_of_reach = {"kBadFileNameOrNumber", "kUnsupportedAction",
+                                              "kAutomationFailed"};
+  const std::regex raised(R"(AutomationError\((k\w+)( \+ (\d+))?)");
+  int found = 0;
+  for (const char* folder : {"global", "period", "reports", "storage", "excelui"}) {
+    for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() / folder)) {
+      const std::string source = corpus::Contents(entry.path());
+      for (std::sregex_iterator it(source.begin(), source.end(), raised), end; it != end; ++it) {
+        if (out_of_reach.contains((*it)[1])) continue;
+        const int number = numbers.at((*it)[1]) + ((*it)[3].matched ? std::stoi((*it)[3]) : 0);
+        const std::string text = (number < 0 ? "−" : "") + std::to_string(std::abs(number));
+        EXPECT_TRUE(std::regex_search(told, std::regex("(^| )" + text + "[ ,]"))) << it->str();
+        ++found;
+      }
+    }
+  }
+  EXPECT_GT(found, 20);
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, GuideReference, testing::Values(Language::English, Language::Lithuanian),
+                         [](const auto& info) {
+                           return info.param == Language::English ? "English" : "Lithuanian";
+                         });
+
 TEST(Guide, RefusesAFolderWithoutItsSources) {
-  EXPECT_THROW(MakeGuide("/nonexistent"), std::runtime_error);
+  EXPECT_THROW(MakeGuide("/nonexistent", Language::English), std::runtime_error);
 }
 
 }  // namespace

@@ -86,7 +86,8 @@ sub write_basic {
   my $folder = shift;
   my $main = "Option VBASupport 1\nSub Main\n" . join('', map { "  Run_$_\n" } @names) . "End Sub\n";
   my %modules = (Prelude => contents("$corpus/prelude.bas"), Ataskaita => $main);
-  $modules{"M_$_"} = "Option VBASupport 1\n" . procedures($_) for @names;
+  # The macros' workbook is not the one that holds them.
+  $modules{"M_$_"} = "Option VBASupport 1\n" . procedures($_) =~ s/\bThisWorkbook\b/TheWorkbook()/gr for @names;
   my $modules = join '', map {
     qq(<ooo:module ooo:name="$_"><ooo:source-code>) . xml($modules{$_}) . "</ooo:source-code></ooo:module>\n"
   } sort keys %modules;

@@ -20,7 +20,7 @@ pack() {
 }
 documents() {
   mkdir -p "$1/docs/images"
-  cp docs/{guide,installation,libreoffice,host-interface}.md "$1/docs"
+  cp docs/{gidas,guide,installation,libreoffice,host-interface}.md "$1/docs"
   find docs/images -type f -exec cp {} "$1/docs/images" \;
 }
 
@@ -49,6 +49,9 @@ if [[ -n ${QVA_UPDATE_URL:-} ]]; then
 EOF
   echo "$output/QVA_Varnholt.update.xml"
 fi
+# The Help button looks beside the library: for pages here, for a help file on Windows.
+tools/help.sh "$release/guide" "$work/help"
+cp -r "$work/help/FReport" "$oxt"
 pack "$oxt" "$output/QVA_Varnholt-$version.oxt"
 
 # --- Windows -------------------------------------------------------------------------------------------------
@@ -84,4 +87,5 @@ done
 # The module that all reports share is a file of its own.
 sed 's/$/\r/' samples/QvaReport.bas | iconv -f utf-8 -t cp1257 > "$zip/samples/QvaReport.bas"
 documents "$zip"
+for bitness in x64 x86; do cp "$work/help/FReport.chm" "$zip/$bitness"; done
 pack "$zip" "$output/QVA_Varnholt-$version.zip"

@@ -12,6 +12,7 @@ trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; WINEPREFIX=$work/prefix t
 check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
 oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
 check "the zip unpacks" unzip -qo "$zip" -d "$work/zip"
+check "the help is beside either library" cmp "$work/zip/x64/FReport.chm" "$work/zip/x86/FReport.chm"
 
 # --- The extension -------------------------------------------------------------------------------------------
 
@@ -52,6 +53,7 @@ has_named_files() {
 names_no_network() { ! description | grep -E 'href="(https?|ftp):'; }
 check "each file that its description names is in it" has_named_files
 check "it names no place on a network" names_no_network
+check "with its help" grep -q . <(find "$home/profile" -path '*/FReport/index.html')
 
 # On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", then the sample's letter follows.
 exec {display_pipe}<> <(:)

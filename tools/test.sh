@@ -45,6 +45,7 @@ build() {
 build "Build for LibreOffice, with sanitizers" debug -DQVA_TESTS=ON qva_calc_tests
 start "LibreOffice, first half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=0 tools/google-test.sh build/debug/tests/qva_calc_tests
 start "LibreOffice, second half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 tools/google-test.sh build/debug/tests/qva_calc_tests
+start "Guide's examples in LibreOffice" 300 tools/test-guide.sh build/debug
 start "Corpus in LibreOffice" 600 tools/check-command.sh "macros of the corpus" tools/corpus-libreoffice.sh build/debug
 
 build "Build for 64-bit Windows" windows-x64 -DQVA_TESTS=ON
@@ -52,6 +53,7 @@ start "Windows, 64-bit" 1500 tools/test-windows.sh 64-bit
 start "Windows, on a screen" 1500 tools/test-windows.sh screen
 
 build "Build of the release" release -DQVA_TESTS=OFF
+start "Site and help" 300 tools/test-help.sh build/release
 start "Linux modules" 60 tools/check-modules.sh build/release
 build "Build for 32-bit Windows" windows-x86 -DQVA_TESTS=ON
 start "Windows, 32-bit" 1500 tools/test-windows.sh 32-bit

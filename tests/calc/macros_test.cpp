@@ -1,4 +1,6 @@
 // What report workbooks' macros see of the library in LibreOffice.
+#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 #include "tests/calc/calc_fixture.h"
@@ -48,6 +50,28 @@ TEST_F(CalcMacros, WrongUseGivesAutomationsOwnErrors) {
           "host's own error: -2147221499 | NVXCommonObjects | CompanyAttributes.Init needs a book",
           "unknown class: 429" + lib + "ActiveX component can't create object",
           HasSubstr("foreign class: 323"), "handler: 13" + lib + "Type mismatch"));
+}
+
+TEST_F(CalcMacros, HelpOpensThePagesBesideAHelpFile) {
+  // The desktop's program for files tells what it was given.
+  namespace fs = std::filesystem;
+  const fs::path opened = folder / "opened";
+  const fs::path opener = folder / "bin" / "xdg-open";
+  const fs::path pages = folder / "drives" / "C" / "Help" / "Reports";
+  fs::create_directories(opener.parent_path());
+  fs::create_directories(pages);
+  std::ofstream(opener) << "#!/bin/sh\necho \"$1\" > '" << opened.string() << ".new'\nmv '" << opened.string()
+                        << ".new' '" << opened.string() << "'\n";
+  fs::permissions(opener, fs::perms::owner_all);
+  std::ofstream(pages / "index.html") << "<html></html>";
+  StartMacro("help_pages", {},
+             {{"PATH", opener.parent_path().string() + ":" + std::getenv("PATH")},
+              {"QVA_VARNHOLT_DRIVES", (folder / "drives").string()},
+              {"QVA_TEST_OPENED", opened.string()}});
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("shown: 0 |  | ", HasSubstr("shown: 1004 | ")));
+  EXPECT_THAT(Contents(opened), HasSubstr("/C/Help/Reports/index.html"));
 }
 
 TEST_F(CalcMacros, AReportLivesFromConnectionToReset) {

@@ -89,7 +89,11 @@ MemoryEngine::MemoryEngine(std::string name)
 }
 
 std::string MemoryEngine::Run() {
-  const Block macro = ParseMacro(FromUtf8(SourceOf(name_)));
+  return Run(SourceOf(name_));
+}
+
+std::string MemoryEngine::Run(const std::string& source) {
+  const Block macro = ParseMacro(FromUtf8(source));
   Interpreter interpreter(PreludeFunctions(),
                           [this](const Object& object, Access access, std::u16string_view member) {
                             Watch(object, access, member);
@@ -129,6 +133,8 @@ Functions MemoryEngine::PreludeFunctions() {
       {u"logboxes", [this](const auto& a) { return LogBoxes(TextAt(a, 0)), Value(); }},
       {u"show", [](const auto& a) { return Value(Show(a.at(0))); }},
       {u"kind", [](const auto& a) { return Value(Kind(a.at(0))); }},
+      {u"format",
+       [](const auto& a) { return Value(FormatByWindowsPattern(a.at(0).ToDate(), u"yyyy-MM-dd")); }},
       {u"showdate", [](const auto& a) { return Value(a.at(0).Is(Type::Empty) ? u"" : Day(a.at(0))); }},
       {u"sameobject",
        [](const auto& a) { return Value(Unwrap(a.at(0).ToObject()) == Unwrap(a.at(1).ToObject())); }},
@@ -144,6 +150,9 @@ void MemoryEngine::AddExcelFunctions(Functions& functions) {
   functions[u"theworkbook"] = [this](const auto&) {
     return Value(GetObject(application, u"ActiveWorkbook"));
   };
+  // By these names the guide's examples call them.
+  functions[u"application"] = functions[u"theapplication"];
+  functions[u"thisworkbook"] = functions[u"theworkbook"];
   functions[u"thesheet"] = [this](const auto& a) { return Value(Sheet(a.at(0).ToInt32())); };
   functions[u"definename"] = [this](const auto& a) {
     DefineName(TextAt(a, 0), a.at(1).ToInt32(), TextAt(a, 2));

@@ -26,6 +26,8 @@ class MemoryEngine : public LibraryTest {
 
   /// Runs the macro. The result is its log, a line for each entry. Raises MacroError.
   std::string Run();
+  /// Runs another text in its place.
+  std::string Run(const std::string& source);
   /// What is wrong with the dialogs' answers: those that a form did not take, and showings that did not come.
   /// Empty when all is well.
   std::string FormProblems() const;

@@ -81,6 +81,20 @@ Function TheWorkbook()
   Set TheWorkbook = excel.ActiveWorkbook
 End Function
 
+' By these names the guide's examples call them.
+Function Application()
+  Set Application = excel
+End Function
+
+Function ThisWorkbook()
+  Set ThisWorkbook = excel.ActiveWorkbook
+End Function
+
+Function Format(value, pattern)
+  If pattern <> "yyyy-mm-dd" Then Err.Raise 5
+  Format = ShowDate(value)
+End Function
+
 Function TheSheet(number)
   Set TheSheet = excel.ActiveWorkbook.Sheets(number)
 End Function

@@ -1,7 +1,9 @@
 #include "tools/guide/Guide.h"
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
+#include <map>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -12,6 +14,32 @@
 
 namespace qva {
 namespace {
+
+/// What the generator itself says.
+struct Words {
+  bool is_first;  ///< which half of an example's comments
+  std::string_view example;
+  std::string_view member, meaning, no_members, read, written, read_and_written;
+  std::string_view number, text, class_word, error, when, every_class;
+};
+
+constexpr Words kEnglish = {true,
+                            "Example",
+                            "member",
+                            "what it is",
+                            "It has no members.",
+                            "read",
+                            "written",
+                            "read and written",
+                            "number",
+                            "text",
+                            "class",
+                            "error",
+                            "when",
+                            "every class"};
+constexpr Words kLithuanian = {
+    false,     "Pavyzdys", "narys", "kas tai", "Narių nėra.", "skaitoma",    "rašoma", "skaitoma ir rašoma",
+    "numeris", "tekstas",  "klasė", "klaida",  "kada",        "visos klasės"};
 
 std::string ReadText(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -62,6 +90,24 @@ std::string DefaultOf(const Parameter& parameter) {
   return "";
 }
 
+/// The lines of a reference table that tells of errors, "| error | when |", without its head.
+std::string ErrorRows(const std::string& prose) {
+  std::string rows;
+  bool is_in_table = false;
+  std::istringstream lines(prose);
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with("| error |") || line.starts_with("| klaida |")) {
+      is_in_table = true;
+      std::getline(lines, line);
+    } else if (!line.starts_with("|")) {
+      is_in_table = false;
+    } else if (is_in_table) {
+      rows += line + "\n";
+    }
+  }
+  return rows;
+}
+
 /// A member as Basic declares it.
 std::string Signature(const Member& member) {
   std::string text = ToUtf8(member.name);
@@ -81,11 +127,44 @@ std::string Signature(const Member& member) {
   return type.empty() ? text : text + " As " + type;
 }
 
+/// The classes' and members' one-line descriptions of a language by "Class" and "Class.Member", taken out as
+/// they are used, so that those of members that are no more show at the end.
+class Texts {
+ public:
+  /// An empty path means the member tables' own, which are English.
+  explicit Texts(const std::filesystem::path& file) : is_own_(file.empty()) {
+    if (is_own_) return;
+    std::istringstream lines(ReadText(file));
+    for (std::string line; std::getline(lines, line);) {
+      const std::size_t tab = line.find('\t');
+      if (tab == line.npos || tab + 1 == line.size()) throw std::runtime_error(file.string() + ": " + line);
+      if (!texts_.emplace(line.substr(0, tab), line.substr(tab + 1)).second)
+        throw std::runtime_error(file.string() + " has twice: " + line);
+    }
+  }
+
+  std::string Take(const std::string& key, std::string_view own) {
+    if (is_own_) return std::string(own);
+    auto text = texts_.extract(key);
+    if (text.empty()) throw std::runtime_error("no text for " + key);
+    return text.mapped();
+  }
+
+  void CheckAllTaken() const {
+    if (!texts_.empty()) throw std::runtime_error("no such member: " + texts_.begin()->first);
+  }
+
+ private:
+  bool is_own_;
+  std::map<std::string, std::string> texts_;
+};
+
 /// A property that is read and written has two members; the table names it once.
-std::string MemberRows(const ClassDescription& description) {
+std::string MemberRows(const ClassDescription& description, Texts& texts, const Words& words) {
   const std::vector<Member>& members = description.members();
-  if (members.empty()) return "It has no members.\n";
-  std::string rows = "| member | what it is |\n|---|---|\n";
+  if (members.empty()) return std::string(words.no_members) + "\n";
+  std::string rows =
+      "| " + std::string(words.member) + " | " + std::string(words.meaning) + " |\n|---|---|\n";
   for (std::size_t i = 0; i < members.size(); ++i) {
     const Member& member = members[i];
     bool is_second = false;
@@ -98,9 +177,12 @@ std::string MemberRows(const ClassDescription& description) {
       if (members[j].kind == MemberKind::Put || members[j].kind == MemberKind::PutRef) has_put = true;
     }
     if (is_second) continue;
-    rows += "| `" + Signature(member) + "` | " + std::string(member.help);
-    if (has_get || has_put)
-      rows += has_get && has_put ? "; read and written" : has_get ? "; read" : "; written";
+    const std::string key = ToUtf8(description.name()) + "." + ToUtf8(member.name);
+    rows += "| `" + Signature(member) + "` | " + texts.Take(key, member.help);
+    if (has_get || has_put) {
+      rows += "; ";
+      rows += has_get && has_put ? words.read_and_written : has_get ? words.read : words.written;
+    }
     rows += " |\n";
   }
   return rows;
@@ -131,41 +213,116 @@ std::string AlignComments(const std::string& code) {
   return aligned;
 }
 
-/// What a macro of the corpus shows, in the words of a workbook's own code.
-std::string Example(const std::filesystem::path& macro) {
+/// A line of code with its comment in the language: "' English | lietuviškai".
+std::string InLanguage(const std::string& line, bool is_first) {
+  const std::size_t comment = line.find("' ");
+  const std::size_t bar = line.find(" | ", comment == line.npos ? line.size() : comment);
+  if (bar == line.npos) return line;
+  return is_first ? line.substr(0, bar) : line.substr(0, comment + 2) + line.substr(bar + 3);
+}
+
+/// What a macro of the corpus shows, as a procedure to be pasted into a module.
+std::string Example(const std::filesystem::path& macro, const std::string& class_name, const Words& words) {
   const std::string text = ReadText(macro);
   const std::string begin = "' shown:\n";
   const std::string end = "' end of what is shown\n";
   const std::size_t first = text.find(begin);
   const std::size_t last = text.find(end);
   if (first == text.npos || last == text.npos) throw std::runtime_error("no example in " + macro.string());
-  std::string shown = text.substr(first + begin.size(), last - first - begin.size());
-  Replace(shown, "TheApplication()", "Application");
-  Replace(shown, "TheWorkbook()", "ThisWorkbook");
-  Replace(shown, "TheSheet(", "ThisWorkbook.Worksheets(");
-  Replace(shown, "Note ", "Debug.Print ");
-  for (std::size_t at = shown.find("Show("); at != shown.npos; at = shown.find("Show(", at)) {
-    if (at > 0 && shown[at - 1] == '.') {
-      at += 5;
-      continue;
-    }
-    shown.erase(shown.find_last_of(')', shown.find('\n', at)), 1);
-    shown.erase(at, 5);
+  std::istringstream lines(text.substr(first + begin.size(), last - first - begin.size()));
+  std::string shown = "Sub " + std::string(words.example) + class_name + "()\n";
+  for (std::string line; std::getline(lines, line);) {
+    shown += line.empty() ? "\n" : "    " + InLanguage(line, words.is_first) + "\n";
   }
-  return "```vb\n" + AlignComments(shown) + "```\n";
+  return "```vb\n" + AlignComments(shown + "End Sub\n") + "```\n";
+}
+
+/// The host's texts by number, as a table.
+std::string MessageRows(const std::filesystem::path& file, const Words& words) {
+  std::istringstream lines(ReadText(file));
+  std::string rows = "| " + std::string(words.number) + " | " + std::string(words.text) + " |\n|---|---|\n";
+  for (std::string line; std::getline(lines, line);) {
+    if (line.empty() || line.starts_with("#")) continue;
+    const std::size_t end = line.find_first_of(" \t");
+    rows += "| " + line.substr(0, end) + " | " + line.substr(line.find_first_not_of(" \t", end)) + " |\n";
+  }
+  Replace(rows, "\\n", " ");
+  return rows;
+}
+
+/// A page's name in a link becomes that of its heading where all pages are one.
+std::string Anchor(std::string_view title) {
+  std::u16string anchor;
+  for (const char16_t letter : ToLower(FromUtf8(title))) {
+    if (letter == u' ')
+      anchor += u'-';
+    else if (letter > 0x7f || letter == u'-' || std::isalnum(static_cast<unsigned char>(letter)))
+      anchor += letter;
+  }
+  return ToUtf8(anchor);
+}
+
+std::string TitleOf(const std::string& page) {
+  return page.substr(page.find(' ') + 1, page.find('\n') - page.find(' ') - 1);
 }
 
 }  // namespace
 
-std::string MakeGuide(const std::filesystem::path& source_folder) {
-  const std::filesystem::path prose = source_folder / "docs" / "guide";
-  std::string guide = ReadText(prose / "introduction.md");
+std::vector<GuidePage> MakeGuidePages(const std::filesystem::path& source_folder, GuideLanguage language) {
+  const Words& words = language == GuideLanguage::English ? kEnglish : kLithuanian;
+  const std::filesystem::path english = source_folder / "docs" / "guide";
+  const std::filesystem::path prose = words.is_first ? english : english / "lt";
+  const std::filesystem::path macros = source_folder / "tests" / "corpus" / "macros";
+  Texts texts(words.is_first ? std::filesystem::path() : prose / "members.tsv");
+
+  std::vector<GuidePage> pages;
+  const auto add = [&](std::string name, std::string text) {
+    pages.push_back({std::move(name), TitleOf(text), std::move(text)});
+  };
+  add("index", ReadText(prose / "introduction.md"));
+  for (const char* name : {"tutorial"}) {
+    if (std::filesystem::exists(english / (std::string(name) + ".md")))
+      add(name, ReadText(prose / (std::string(name) + ".md")));
+  }
+  std::string errors = "| " + std::string(words.class_word) + " | " + std::string(words.error) + " | " +
+                       std::string(words.when) + " |\n|---|---|---|\n";
+  const auto add_errors = [&](const std::string& who, const std::string& text) {
+    std::istringstream rows(ErrorRows(text));
+    for (std::string row; std::getline(rows, row);) errors += "| " + who + " " + row + "\n";
+  };
+  add_errors(std::string(words.every_class), pages.front().text);
   for (const PublicClass& public_class : PublicClasses()) {
     const ClassDescription& description = public_class.description();
     const std::string name = ToUtf8(description.name());
-    guide += "\n## " + name + "\n\n" + std::string(description.help()) + ".\n\n" +
-             Example(source_folder / "tests" / "corpus" / "macros" / ("guide_" + name + ".macro")) + "\n" +
-             MemberRows(description) + "\n" + ReadText(prose / (name + ".md"));
+    const std::string text = ReadText(prose / (name + ".md"));
+    add(name, "# " + name + "\n\n" + texts.Take(name, description.help()) + ".\n\n" +
+                  Example(macros / ("guide_" + name + ".macro"), name, words) + "\n" +
+                  MemberRows(description, texts, words) + "\n" + text);
+    add_errors("`" + name + "`", text);
+  }
+  texts.CheckAllTaken();
+  std::string reference = ReadText(prose / "reference.md");
+  Replace(reference, "<!-- messages -->\n", MessageRows(source_folder / "host" / "QVAFormRes.txt", words));
+  Replace(reference, "<!-- errors -->\n", errors);
+  add("reference", std::move(reference));
+  return pages;
+}
+
+std::string MakeGuide(const std::filesystem::path& source_folder, GuideLanguage language) {
+  const std::vector<GuidePage> pages = MakeGuidePages(source_folder, language);
+  std::string guide;
+  for (const GuidePage& page : pages) {
+    std::istringstream lines(page.text);
+    bool is_code = false;
+    if (!guide.empty()) guide += "\n";
+    for (std::string line; std::getline(lines, line);) {
+      if (line.starts_with("```")) is_code = !is_code;
+      if (!is_code && line.starts_with("#") && page.name != "index") guide += "#";
+      guide += line + "\n";
+    }
+  }
+  for (const GuidePage& page : pages) {
+    Replace(guide, "](" + page.name + ".md)", "](#" + Anchor(page.title) + ")");
   }
   return guide;
 }

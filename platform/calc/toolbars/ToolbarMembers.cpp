@@ -99,9 +99,13 @@ Value Help(const ObjectPtr&, const Arguments& arguments) {
   const std::u16string name = file.Is(Value::Type::Missing) ? std::u16string() : file.ToText();
   const auto* files = dynamic_cast<const PosixFiles*>(GetServices().files);
   const std::filesystem::path path = files ? files->SystemPath(name) : std::filesystem::path(ToUtf8(name));
-  if (name.empty() || !std::filesystem::exists(path)) throw Refused(u"There is no help file '" + name + u"'");
+  // Few desktops here can show a Windows help file, and each can show pages.
+  const std::filesystem::path pages = std::filesystem::path(path).replace_extension() / "index.html";
+  const bool has_pages = std::filesystem::exists(pages);
+  if (name.empty() || !(has_pages || std::filesystem::exists(path)))
+    throw Refused(u"There is no help file '" + name + u"'");
   rtl::OUString url;
-  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8(path.string())), url);
+  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8((has_pages ? pages : path).string())), url);
   css::system::SystemShellExecute::create(Context())->execute(url, "", 0);
   return {};
 }

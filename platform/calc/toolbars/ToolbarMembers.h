@@ -21,7 +21,8 @@ Value SetDisplayCommentIndicator(const ObjectPtr& application, const Arguments& 
 /// the middle of the window.
 Value SetFreezePanes(const ObjectPtr& window, const Arguments& arguments);
 
-/// Application.Help(HelpFile, HelpContextID): shows the file with the program that the desktop has for it;
+/// Application.Help(HelpFile, HelpContextID): shows the file with the program that the desktop has for it, or
+/// index.html of a folder beside it that has its name without the extension, where there is one;
 /// the topic is not looked up. Raises 1004 when there is no such file or no such program.
 Value Help(const ObjectPtr& application, const Arguments& arguments);
 

@@ -28,7 +28,8 @@ class Parser {
   explicit Parser(std::u16string_view source) : tokens_(SplitIntoTokens(source)) {}
 
   Block Parse() {
-    Block block = ParseBlock({});
+    Block block = ParseBlock({u"Sub"});
+    if (Accept(u"Sub")) ParseProcedure(block);
     if (Current().kind != Token::Kind::EndOfFile)
       Fail("\"" + ToUtf8(Current().text) + "\" without a beginning");
     return block;
@@ -75,6 +76,20 @@ class Parser {
       block.push_back(ParseStatement());
     }
     return block;
+  }
+
+  /// A procedure as a guide shows it: its statements stand as if they were the macro's own, so do those
+  /// behind it.
+  void ParseProcedure(Block& block) {
+    ExpectName();
+    Expect(u"(");
+    Expect(u")");
+    ExpectEnd();
+    for (Statement& statement : ParseBlock({u"End"})) block.push_back(std::move(statement));
+    Expect(u"End");
+    Expect(u"Sub");
+    ExpectEnd();
+    for (Statement& statement : ParseBlock({})) block.push_back(std::move(statement));
   }
 
   Statement ParseStatement() {

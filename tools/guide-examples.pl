@@ -1,0 +1,138 @@
+#!/usr/bin/env perl
+# Writes each example of docs/guide.md and docs/gidas.md as a spreadsheet of one empty sheet with the example in a
+# module, a spreadsheet driver.fods that runs them all, and what belongs to them, into a folder.
+use strict;
+use warnings;
+use utf8;
+use open qw(:std :encoding(UTF-8));
+use File::Basename qw(dirname);
+
+my $root = dirname(dirname(__FILE__));
+my $folder = $ARGV[0] // die "usage: guide-examples.pl <folder>\n";
+
+# What the examples leave in cells with the sample company; nothing where only their going through counts.
+my %expected = (
+  gExcelObject => 'A1=MEDVILNE',
+  CTools => 'A1=Balansas.xls A2=2024_05_ pelnas_ A3=Neatverta',
+  CLockScreen => 'A1=Skaičiuojama',
+  CRepPeriod => 'A3=Metai B3=2024',
+  CDatePic => 'A1=2024-05-20',
+  CReports => 'B1=398417265',
+  CSaveForm => 'A1=C:\Ataskaitos\Archyvas\PVM\Deklaracija_PVM_FR0600_20240531.xls',
+  CSetPath => 'A1=PATH papildytas',
+  CToolbar => 'A9=8',
+  CButtonProperties => 'A1=3',
+  CToolbars => 'A9=Ataskaita(',
+  CDefaultButtons => 'A9=2 B9=8',
+  CCommandsEvent => 'A1=1 B1=Ataskaita',
+  CEnvironment => 'A1=Ataskaitos būsena',
+);
+
+sub contents {
+  open my $in, '<', $_[0] or die "$_[0]: $!\n";
+  local $/;
+  return <$in>;
+}
+sub write_file {
+  my ($file, $text) = @_;
+  open my $out, '>', $file or die "$file: $!\n";
+  print $out $text;
+  close $out or die "$file: $!\n";
+}
+sub xml { return $_[0] =~ s/&/&amp;/gr =~ s/</&lt;/gr }
+
+sub spreadsheet {
+  my ($library, $module, $code) = @_;
+  return <<END;
+<?xml version="1.0" encoding="UTF-8"?>
+<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
+ xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
+ xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
+ xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
+ office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
+ <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
+  <ooo:library-embedded ooo:name="$library">
+   <ooo:module ooo:name="$module"><ooo:source-code>@{[xml("Option VBASupport 1\n$code")]}</ooo:source-code></ooo:module>
+  </ooo:library-embedded>
+ </ooo:libraries></office:script></office:scripts>
+ <office:body><office:spreadsheet>
+  <table:table table:name="Lapas1"><table:table-row><table:table-cell/></table:table-row></table:table>
+ </office:spreadsheet></office:body>
+</office:document>
+END
+}
+
+my (%examples, @names);
+for my $guide (qw(guide gidas)) {
+  my $text = contents("$root/docs/$guide.md");
+  while ($text =~ /^```vb\n(Sub (?:Example|Pavyzdys)(\w+)\(\)\n.*?^End Sub\n)```$/msg) {
+    my $name = "$guide-$2";
+    die "no expectation for $name\n" unless exists $expected{$2};
+    push @names, $name;
+    $examples{$name} = $1;
+    write_file("$folder/$name.fods", spreadsheet('Standard', 'Module1', $1));
+  }
+}
+die "the guides show " . @names . " examples\n" unless @names == 2 * keys %expected;
+
+# The Lithuanian one finds PATH as the English one left it.
+write_file("$folder/expected.txt",
+  join '', map { "$_\t" . ($_ eq 'gidas-CSetPath' ? '' : $expected{s/.*-//r}) . "\n" } @names);
+# The companies differ in their account plans.
+write_file("$folder/form.answers", join '', map {
+  my $answers = "$root/tests/corpus/macros/guide_" . s/.*-//r . '.answers';
+  -e $answers ? contents($answers) =~ s/= F1$/= PAGR/mr : ();
+} @names);
+my $driver = <<'END';
+Option Explicit
+
+Public Sub Main()
+    RunAll
+End Sub
+
+' One example in a document of its own; then what it left in the first sheet.
+Private Sub RunOne(sName As String, sProcedure As String)
+    Dim oDocument As Object, oSheet As Object, sResult As String, sText As String
+    Dim aLoad(1) As New com.sun.star.beans.PropertyValue
+    Dim nRow As Integer, nColumn As Integer, nFile As Integer
+    aLoad(0).Name = "MacroExecutionMode"
+    aLoad(0).Value = 4
+    aLoad(1).Name = "FilterName"
+    aLoad(1).Value = "OpenDocument Spreadsheet Flat XML"
+    Set oDocument = StarDesktop.loadComponentFromURL(ConvertToUrl(Environ("QVA_TEST_FOLDER") & "/" & sName & ".fods"), "_blank", 0, aLoad())
+    sResult = Outcome(oDocument, sProcedure)
+    Set oSheet = oDocument.Sheets.getByIndex(0)
+    For nRow = 0 To 8
+        For nColumn = 0 To 12
+            sText = oSheet.getCellByPosition(nColumn, nRow).String
+            If oDocument.getNumberFormats().getByKey(oSheet.getCellByPosition(nColumn, nRow).NumberFormat).Type And 2 Then
+                sText = Format(oSheet.getCellByPosition(nColumn, nRow).Value, "yyyy-mm-dd")
+            End If
+            If sText <> "" Then sResult = sResult & " " & Chr(65 + nColumn) & (nRow + 1) & "=" & sText
+        Next
+    Next
+    oDocument.setModified(False)
+    oDocument.close(False)
+    DoEvents
+    nFile = FreeFile
+    Open Environ("QVA_TEST_FOLDER") & "/" & sName & ".result" For Output As #nFile
+    Print #nFile, sResult
+    Close #nFile
+End Sub
+
+Private Function Outcome(oDocument As Object, sProcedure As String) As String
+    Dim oScript As Object
+    On Error Resume Next
+    Set oScript = oDocument.getScriptProvider().getScript("vnd.sun.star.script:Standard.Module1." & sProcedure & "?language=Basic&location=document")
+    oScript.invoke(Array(), Array(), Array())
+    Outcome = "no error"
+    If Err.Number <> 0 Then Outcome = "error " & Err.Number & " " & Err.Description
+End Function
+
+Private Sub RunAll()
+END
+for my $name (@names) {
+  my ($procedure) = $examples{$name} =~ /^Sub (\w+)/;
+  $driver .= qq(    RunOne "$name", "$procedure"\n);
+}
+write_file("$folder/driver.fods", spreadsheet('VBAProject', 'Ataskaita', $driver . "End Sub\n"));

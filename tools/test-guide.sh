@@ -1,0 +1,49 @@
+#!/usr/bin/env bash
+# Pastes every example of the guide, in both languages, into a module of a fresh spreadsheet in LibreOffice, as an author
+# would, and runs it with the sample company; then makes the tutorial's report, step by step. The last line sums the tests up.
+#   tools/test-guide.sh [<build folder>]
+set -uo pipefail
+cd "$(dirname "$0")/.."
+. tools/test-lib.sh
+
+build=${1:-build/debug}
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+mkdir -p "$work/drives/C/Ataskaitos/Archyvas"
+tools/guide-examples.pl "$work" || exit 1
+
+sanitizer=()
+if readelf -d "$build/libqva_calc.so" | grep -q libasan; then
+  sanitizer=(LD_PRELOAD="$("${CXX:-g++}" -print-file-name=libasan.so)" ASAN_OPTIONS=detect_leaks=0)
+fi
+runner() {
+  env "${sanitizer[@]}" LC_ALL=C.UTF-8 timeout --kill-after=10 200 "$build/tools/report-runner" --no-picture "$@"
+}
+QVA_TEST_FOLDER="$work" QVA_VARNHOLT_DRIVES="$work/drives" runner --output-folder "$work/out" \
+  --form-answers "$work/form.answers" --timeout 180 "$work/driver.fods" > "$work/runner.txt" 2>&1 ||
+  tail -n 30 "$work/runner.txt"
+
+while IFS=$'\t' read -r name expected; do
+  found=$(cat "$work/$name.result" 2> /dev/null)
+  [[ $found == *"$expected"* ]] || printf '%s gave:\n%s\nand not: %s\n' "$name" "$found" "$expected"
+  [[ $found == "no error"* && $found == *"$expected"* ]]
+  report "the example of $name runs as pasted" $?
+done < "$work/expected.txt"
+check "SaveDoc archives under the name of a project that has none" \
+  test -s "$work/drives/C/Ataskaitos/Archyvas/2024/VBAProject_2024_02.xls"
+
+# The tutorial, from the template to the archive.
+tutorial() {
+  local folder=$work/$1 workbook="$work/$1/Bandomasis balansas.fods"
+  mkdir "$folder"
+  { "$build/tools/report-runner" new "$workbook" && tools/tutorial.pl "$1" "$workbook" "$folder" &&
+    QVA_TEST_WORKBOOK="$workbook" runner --output-folder "$folder/driver" "$folder/driver.fods" &&
+    runner --output-folder "$folder/out" --form-answers "$folder/tutorial.answers" \
+      --expect drives/C/Ataskaitos/Archyvas/2025/BandomasisBalansas_2025.xls "$workbook"; } > "$folder/log.txt" 2>&1 ||
+    { tail -n 20 "$folder/log.txt"; return 1; }
+  # The sum of debits stands in its row twice.
+  pdftotext -layout "$folder/out/printed-1.pdf" - | grep -q 'IŠ VISO  *1 609 150,57  *1 609 150,57$'
+}
+check "the tutorial's report is made and archived" tutorial gidas
+check "and the English one's" tutorial guide
+sum_up
