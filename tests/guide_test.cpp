@@ -11,6 +11,7 @@
 #include <regex>
 #include <set>
 #include <sstream>
+#include <vector>
 
 #include "global/PublicClasses.h"
 #include "host/HostDatabase.h"
@@ -248,6 +249,17 @@ INSTANTIATE_TEST_SUITE_P(Languages, GuideReference, testing::Values(Language::En
                          [](const auto& info) {
                            return info.param == Language::English ? "English" : "Lithuanian";
                          });
+
+TEST(Guide, LeadsThroughTheSameTutorialInBothLanguages) {
+  std::vector<std::string> procedures;
+  for (const Language language : {Language::English, Language::Lithuanian}) {
+    const std::string page = MakeGuidePages(SourceFolder(), language)[1].text;
+    const std::size_t begin = page.find("Private Sub RasytiTurini()");
+    ASSERT_NE(begin, page.npos);
+    procedures.push_back(Statements(page.substr(begin, page.find("```", begin) - begin)));
+  }
+  EXPECT_EQ(procedures[0], procedures[1]);
+}
 
 TEST(Guide, RefusesAFolderWithoutItsSources) {
   EXPECT_THROW(MakeGuide("/nonexistent", Language::English), std::runtime_error);
