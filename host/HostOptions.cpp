@@ -16,8 +16,10 @@ std::optional<HostOptions> OptionsFromEnvironment(
     options.database = database;
   } else if (const auto data = path_of("XDG_DATA_HOME"); data.is_absolute()) {  // as its standard demands
     options.database = data / first_use;
+    options.is_own_folder = true;
   } else if (const auto home = path_of("HOME"); !home.empty()) {
     options.database = home / ".local" / "share" / first_use;
+    options.is_own_folder = true;
   } else {
     return std::nullopt;
   }

@@ -12,6 +12,7 @@ struct HostOptions {
   std::filesystem::path database;   ///< the books; created from the sample on first use
   std::filesystem::path sample;     ///< SQL script of the schema and the sample companies
   std::filesystem::path resources;  ///< folder of the resource libraries, each a file <name>.txt
+  bool is_own_folder = false;       ///< the database stands in a folder of ours, and not where the user wants
 };
 
 /// The options that the user's environment asks for:

@@ -83,6 +83,15 @@ void CreateFromSample(const HostOptions& options) {
   if (!file.RenameTo(options.database)) throw not_created(u"the finished file cannot be renamed");
 }
 
+/// Takes a file or folder from everybody but its owner, where that can be done.
+void TakeFromOthers(const std::filesystem::path& path) {
+  using std::filesystem::perm_options;
+  using std::filesystem::perms;
+  std::error_code ignored;
+  std::filesystem::permissions(path, perms::group_all | perms::others_all,
+                               perm_options::remove | perm_options::nofollow, ignored);
+}
+
 }  // namespace
 
 std::shared_ptr<const HostDatabase> HostStore::Open() {
@@ -95,6 +104,11 @@ std::shared_ptr<const HostDatabase> HostStore::Open() {
     throw HostError(
         Failure::DatabaseUnusable, kCommonLibrary,
         u"The host database \"" + PathText(options_.database) + u"\" cannot be used: it is a folder");
+  }
+  if (options_.is_own_folder) {
+    // An earlier version let everybody read them.
+    TakeFromOthers(options_.database.parent_path());
+    TakeFromOthers(options_.database);
   }
   database = std::make_shared<const HostDatabase>(options_.database);
   open_ = database;

@@ -6,6 +6,7 @@
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
+#include "platform/calc/toolbars/DocumentBars.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -29,7 +30,10 @@ constexpr Member kViewMembers[] = {
 };
 
 /// The document that a member of kViewMembers is about; null when no workbook is open.
-Reference<css::frame::XModel> DocumentOf(const ObjectPtr& object, std::u16string_view type) {
+Reference<css::frame::XModel> DocumentOf(const ObjectPtr& object, std::u16string_view type,
+                                         std::u16string_view member) {
+  // That of its macros, whichever is in front.
+  if (EqualIgnoringCase(member, u"DisplayCommentIndicator")) return DocumentBars::Of(object)->document();
   if (type == u"Worksheet") return DocumentOfSheet(object);
   if (type == u"Range") return DocumentOfSheet(GetObject(object, u"Worksheet"));
   const Value workbook = Get(object, u"ActiveWorkbook");
@@ -41,7 +45,7 @@ void BringCellsBack(const ObjectPtr& object, std::u16string_view type, std::u16s
     return candidate.type == type && EqualIgnoringCase(candidate.name, member);
   });
   if (!needs_view || std::ranges::none_of(WorkbookDocuments(), ShowsPreview)) return;
-  if (const auto document = DocumentOf(object, type); document.is()) LeavePreview(document);
+  if (const auto document = DocumentOf(object, type, member); document.is()) LeavePreview(document);
 }
 
 /// For these, LibreOffice follows the cells' view of a window without looking whether there is one; a

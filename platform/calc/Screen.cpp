@@ -1,16 +1,61 @@
 #include "platform/calc/Screen.h"
 
+#include <memory>
+
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/UnoObject.h"
 
 namespace qva::calc {
+namespace {
 
-Value SetScreenUpdating(const ObjectPtr&, const Arguments& arguments) {
-  if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
-  const bool on = arguments.positional[0].ToBoolean();
+void TurnOn() {
   for (const auto& document : WorkbookDocuments()) {
-    if (!on && !document->hasControllersLocked()) document->lockControllers();
-    while (on && document->hasControllersLocked()) document->unlockControllers();
+    while (document->hasControllersLocked()) document->unlockControllers();
+  }
+}
+
+/// A screen that is off. Kept by the Applications that turned it off.
+class Darkness {
+ public:
+  Darkness() = default;
+  ~Darkness() {
+    if (is_over_) return;
+    try {
+      TurnOn();
+    } catch (const css::uno::Exception&) {
+      // LibreOffice is ending.
+    }
+  }
+  Darkness(const Darkness&) = delete;
+  Darkness& operator=(const Darkness&) = delete;
+
+  void End() { is_over_ = true; }
+
+ private:
+  bool is_over_ = false;
+};
+
+/// The one of now; none while the screen is on.
+std::weak_ptr<Darkness>& TheDarkness() {
+  static auto& darkness = *new std::weak_ptr<Darkness>;
+  return darkness;
+}
+
+}  // namespace
+
+Value SetScreenUpdating(const ObjectPtr& application, const Arguments& arguments) {
+  if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
+  auto darkness = TheDarkness().lock();
+  if (arguments.positional[0].ToBoolean()) {
+    TurnOn();
+    if (darkness) darkness->End();
+    TheDarkness().reset();
+    return {};
+  }
+  if (!darkness) TheDarkness() = darkness = std::make_shared<Darkness>();
+  static_cast<UnoObject&>(*application).Keep(darkness);
+  for (const auto& document : WorkbookDocuments()) {
+    if (!document->hasControllersLocked()) document->lockControllers();
   }
   return {};
 }

@@ -3,6 +3,8 @@
 
 #include <com/sun/star/beans/XIntrospectionAccess.hpp>
 #include <com/sun/star/uno/Any.hxx>
+#include <memory>
+#include <utility>
 
 #include "platform/automation.h"
 
@@ -24,6 +26,9 @@ class UnoObject : public Object {
   /// The same as TypeName, kept.
   const std::u16string& Type() const;
 
+  /// Keeps what is to go with the object, in place of what was kept before.
+  void Keep(std::shared_ptr<void> companion) { companion_ = std::move(companion); }
+
   /// LibreOffice's own member, whatever stands in for it or is looked at before.
   Value InvokeOwn(Access access, std::u16string_view member, const Arguments& arguments);
 
@@ -41,6 +46,7 @@ class UnoObject : public Object {
   css::uno::Any target_;
   mutable std::u16string type_;  ///< empty until it is asked for
   css::uno::Reference<css::beans::XIntrospectionAccess> introspection_;
+  std::shared_ptr<void> companion_;
 };
 
 /// LibreOffice's own member of an object of its, past the member that the library has in its place.

@@ -52,7 +52,7 @@ TEST_F(CalcSheets, TheScreenIsTurnedOffOnceAndOnAtOnce) {
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("coloured, off: False", "coloured, on: 0", "coloured, never off: 0",
                                      "taken over: 0", "locked: 0", "held: False", "released: 0",
-                                     "frozen: False", "thawed: 0"));
+                                     "frozen: False", "thawed: 0", "held again: False", "disconnected: 0"));
 }
 
 TEST_F(CalcSheets, WhatNeedsTheCellsLeavesThePreview) {

@@ -16,6 +16,7 @@ class CalcTwoReports : public CalcToolbar {
     fs::copy_file(report, folder / "Kita.fods");
     fs::create_directory(folder / "kita");
     fs::copy_file(report, folder / "kita" / report.filename());
+    fs::copy_file(report, folder / "kita" / "Jono's ataskaita.fods");
     return RunWorkbook(report, {"--no-picture", "--macro", "VBAProject.Ataskaita." + procedure});
   }
 };
@@ -45,6 +46,26 @@ TEST_F(CalcTwoReports, ButtonsRunTheMacrosOfTheirOwnDocumentAmongTwoOfOneName) {
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines,
               ElementsAre("sorted in the report", "sorted in the other one", "sorted in the report"));
+}
+
+TEST_F(CalcTwoReports, TheMarksOfCommentsBringBackTheCellsOfTheirOwnDocument) {
+  const RunResult run = Run("InPreview");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("previews: preview preview", "comments: cells preview False"));
+}
+
+TEST_F(CalcTwoReports, AMacroOfANamedWorkbookIsSoughtInThatWorkbookAlone) {
+  const RunResult run = Run("OfQuotedNames");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("sorted in the other one", "sorted in the report", "closed"));
+  EXPECT_THAT(run.messages, HasSubstr("Nerasta makrokomanda „'Jono''s ataskaita.fods'!Rikiuoti“."));
+}
+
+TEST_F(CalcTwoReports, ALibraryThatCannotBeLoadedIsPassedOver) {
+  const RunResult run = Run("BesideALockedLibrary");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("sorted in the other one", "locked: True"));
+  EXPECT_THAT(run.messages, HasSubstr("Nerasta makrokomanda „Nera“."));
 }
 
 TEST_F(CalcToolbar, KeysThatLibreOfficeCannotBindAreTakenWithoutEffect) {

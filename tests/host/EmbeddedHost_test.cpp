@@ -90,5 +90,29 @@ TEST_F(EmbeddedHostTest, MakesItsDatabaseForTheUserAlone) {
   EXPECT_EQ(std::filesystem::status(options_.database.parent_path()).permissions(), perms::owner_all);
 }
 
+TEST_F(EmbeddedHostTest, TakesAnOldDatabaseFromOthersInItsOwnFolderAlone) {
+  using std::filesystem::perms;
+  options_.database = folder_.path() / "data" / "host.sqlite";
+  const auto folder = options_.database.parent_path();
+  const perms everybodys_file =
+      perms::owner_read | perms::owner_write | perms::group_read | perms::others_read;
+  const perms everybodys_folder = perms::all & ~(perms::group_write | perms::others_write);
+  const auto open = [&] {
+    EmbeddedHost factory(options_, platform_.services());
+    host::CommonObjects::Create(factory).CreateBook(u"MEDVILNE");
+  };
+  open();
+  std::filesystem::permissions(options_.database, everybodys_file);
+  std::filesystem::permissions(folder, everybodys_folder);
+  open();
+  EXPECT_EQ(std::filesystem::status(options_.database).permissions(), everybodys_file)
+      << "a place of the user's";
+  EXPECT_EQ(std::filesystem::status(folder).permissions(), everybodys_folder);
+  options_.is_own_folder = true;
+  open();
+  EXPECT_EQ(std::filesystem::status(options_.database).permissions(), perms::owner_read | perms::owner_write);
+  EXPECT_EQ(std::filesystem::status(folder).permissions(), perms::owner_all);
+}
+
 }  // namespace
 }  // namespace qva::embedded

@@ -21,12 +21,15 @@ TEST(HostOptions, TakeTheDatabaseOfTheVariableFirst) {
       OptionsOf({{"QVA_HOST_DATABASE", "/d/x.sqlite"}, {"XDG_DATA_HOME", "/data"}, {"HOME", "/home/a"}});
   ASSERT_TRUE(options);
   EXPECT_EQ(options->database, "/d/x.sqlite");
+  EXPECT_FALSE(options->is_own_folder);
 }
 
 TEST(HostOptions, PutTheDatabaseIntoTheUsersDataFolder) {
   EXPECT_EQ(OptionsOf({{"XDG_DATA_HOME", "/data"}, {"HOME", "/home/a"}})->database,
             "/data/qva-varnholt/host.sqlite");
   EXPECT_EQ(OptionsOf({{"HOME", "/home/a"}})->database, "/home/a/.local/share/qva-varnholt/host.sqlite");
+  EXPECT_TRUE(OptionsOf({{"XDG_DATA_HOME", "/data"}})->is_own_folder);
+  EXPECT_TRUE(OptionsOf({{"HOME", "/home/a"}})->is_own_folder);
 }
 
 TEST(HostOptions, DoNotCountEmptyVariablesNorARelativeDataFolder) {

@@ -65,10 +65,16 @@ class OthersDisabled::NewWindows : public cppu::WeakImplHelper1<css::awt::XTopWi
   OthersDisabled* owner_;
 };
 
-OthersDisabled::OthersDisabled() : frame_(CurrentFrame()), toolkit_(Toolkit(), UNO_QUERY_THROW) {
+OthersDisabled::OthersDisabled(const Reference<css::frame::XFrame>& frame)
+    : frame_(frame), toolkit_(Toolkit(), UNO_QUERY_THROW) {
   if (!frame_.is()) return;
   new_windows_ = new NewWindows(*this);
   window_.set(frame_->getContainerWindow(), UNO_QUERY_THROW);
+}
+
+OthersDisabled::OthersDisabled() : OthersDisabled(CurrentFrame()) {
+  if (!frame_.is()) return;
+  // What this raises - a window may go meanwhile - enables those again that are disabled by then.
   for (sal_Int32 i = 0; i < toolkit_->getTopWindowCount(); ++i) {
     const Reference<css::awt::XWindow2> window(toolkit_->getTopWindow(i), UNO_QUERY);
     if (window.is()) Disable(window);

@@ -26,6 +26,9 @@ class OthersDisabled {
  private:
   class NewWindows;
 
+  /// Disables nothing yet. From its end on the destructor runs, whatever happens.
+  explicit OthersDisabled(const css::uno::Reference<css::frame::XFrame>& frame);
+
   void Disable(const css::uno::Reference<css::awt::XWindow2>& window);
   void ActivateDocument() const;
   /// Returns once the document has kept the focus for a while, or nobody gives it any.

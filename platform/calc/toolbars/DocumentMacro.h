@@ -12,9 +12,10 @@ namespace qva::calc {
 std::u16string FileNameOf(const css::uno::Reference<css::frame::XModel>& document);
 
 /// Runs a macro named as "Macro", "Module.Macro" or either with the name of an open workbook and "!" in
-/// front, as in "balance.fods!cmdHelp"; without a workbook it is the document's, and also with one of
-/// `names`, which are those that the document has had, whatever other files are called. Names ignore letter
-/// case. What the macro raises, LibreOffice shows. Raises 1004 when there is no such macro.
+/// front, as in "balance.fods!cmdHelp" or "'my file.fods'!cmdHelp"; without a workbook it is the document's,
+/// and also with one of `names`, which are those that the document has had, whatever other files are called;
+/// one that was never saved has any name that no open file has. Names ignore letter case. What the macro
+/// raises, LibreOffice shows. Raises 1004 when there is no such macro.
 void RunDocumentMacro(const css::uno::Reference<css::frame::XModel>& document,
                       const std::set<std::u16string>& names, std::u16string_view name);
 

@@ -43,4 +43,13 @@ Sub Main()
     WriteLine "frozen: " & Application.ScreenUpdating
     t.LockScreen False
     WriteLine "thawed: " & Depth()
+    ' A lock that outlives the connection does not find its Excel any more.
+    Set t = Nothing
+    Set r = Nothing
+    Set another = Nothing
+    Set l = CreateObject("QVA_Varnholt.CLockScreen")
+    WriteLine "held again: " & Application.ScreenUpdating
+    Set g = Nothing
+    WriteLine "disconnected: " & Depth()
+    Set l = Nothing
 End Sub

@@ -79,6 +79,86 @@ Sub Disconnect()
     Set oExcel = Nothing
 End Sub
 
+Private Function View(ByVal oDocument) As String
+    View = IIf(HasUnoInterfaces(oDocument.CurrentController, "com.sun.star.sheet.XSpreadsheetView"), "cells", "preview")
+End Function
+
+Private Sub Preview(ByVal oDocument)
+    Dim aNone()
+    CreateUnoService("com.sun.star.frame.DispatchHelper").executeDispatch oDocument.CurrentController.Frame, ".uno:PrintPreview", "", 0, aNone()
+    Settle
+End Sub
+
+' Both workbooks show the preview, and the other one is in front.
+Sub InPreview()
+    Dim oOther, oToolbar As Object
+    ShowToolbar
+    Set oToolbar = oExcel.oToolBars.Item(1)
+    ThisComponent.CurrentController.ShowNotes = True
+    Set oOther = OpenCopy("Kita.fods")
+    Preview ThisComponent
+    Preview oOther
+    WriteLine "previews: " & View(ThisComponent) & " " & View(oOther)
+    oToolbar.CmdEvent.cmdComment
+    WriteLine "comments: " & View(ThisComponent) & " " & View(oOther) & " " & ThisComponent.CurrentController.ShowNotes
+End Sub
+
+' Runs the macro of a name by the command on the menu bar.
+Private Sub RunByMenu(ByVal sMacro)
+    Dim oItems, aItem, oEntries, sCommand, aNone()
+    oExcel.oToolBars.cmdGoToAppShow sMacro
+    Settle
+    Set oItems = ThisComponent.getUIConfigurationManager().getSettings("private:resource/menubar/menubar", False)
+    For Each aItem In oItems.getByIndex(oItems.Count - 1)
+        If aItem.Name = "ItemDescriptorContainer" Then Set oEntries = aItem.Value
+    Next
+    For Each aItem In oEntries.getByIndex(0)
+        If aItem.Name = "CommandURL" Then sCommand = aItem.Value
+    Next
+    CreateUnoService("com.sun.star.frame.DispatchHelper").executeDispatch ThisComponent.CurrentController.Frame, sCommand, "", 0, aNone()
+    Settle
+End Sub
+
+' Macros of workbooks whose names are in quotes, as Excel has them, and of one that is not open.
+Sub OfQuotedNames()
+    Dim oOther
+    ShowToolbar
+    Set oOther = OpenCopy("kita/Jono's ataskaita.fods")
+    RunByMenu "'Jono''s ataskaita.fods'!Rikiuoti"
+    RunByMenu "'two_reports.fods'!Ataskaita.Rikiuoti"
+    oOther.close False
+    Settle
+    WriteLine "closed"
+    RunByMenu "'Jono''s ataskaita.fods'!Rikiuoti"
+End Sub
+
+' A workbook with a library that nobody has unlocked. Such a one is stored in a package alone.
+Sub BesideALockedLibrary()
+    Dim oOther, oLibraries, aFilter(0) As New com.sun.star.beans.PropertyValue, aMode(0) As New com.sun.star.beans.PropertyValue
+    Set oOther = OpenCopy("Kita.fods")
+    Set oLibraries = oOther.BasicLibraries
+    oLibraries.createLibrary "Slapta"
+    oLibraries.getByName("Slapta").insertByName "Modulis", "Sub Paslaptis" & Chr(10) & "End Sub"
+    oLibraries.changeLibraryPassword "Slapta", "", "slaptas"
+    aFilter(0).Name = "FilterName"
+    aFilter(0).Value = "calc8"
+    oOther.storeAsURL UrlOf("kita/kita.ods"), aFilter()
+    oOther.close False
+    Settle
+    aMode(0).Name = "MacroExecutionMode"
+    aMode(0).Value = 4
+    Set oOther = StarDesktop.loadComponentFromURL(UrlOf("kita/kita.ods"), "_blank", 0, aMode())
+    Settle
+    RunIn oOther, "RunBeside"
+End Sub
+
+Sub RunBeside()
+    ShowToolbar
+    RunByMenu "Rikiuoti"
+    RunByMenu "Nera"
+    WriteLine "locked: " & Not ThisComponent.BasicLibraries.isLibraryPasswordVerified("Slapta")
+End Sub
+
 Sub Rikiuoti()
     WriteLine "sorted in " & IIf(InStr(ThisComponent.URL, "/kita/") > 0, "the other one", "the report")
 End Sub
