@@ -26,6 +26,7 @@ Private sZurnalas As String          ' žurnalo failas šalia ataskaitos
 ' Prisijungia prie apskaitos knygos, sukuria įrankių juostą ir parengia „Excel“ ataskaitai. Jau atverta ataskaita tik
 ' prisijungia iš naujo, nes tarp dviejų mygtukų galėjo prisijungti ar užsiverti kita.
 Public Sub Atverti()
+    ThisWorkbook.Activate
     If Not oExcel Is Nothing Then
         oExcel.InitConnectEX Application, ThisWorkbook, Nothing
         Exit Sub

@@ -26,10 +26,10 @@ Private Sub WriteUsersProgram(sWhat As String)
     WriteLine sWhat & ": " & s
 End Sub
 
-' Toolbars that LibreOffice does not have of its own.
+' The library's toolbars.
 Private Function ReportBars(oLayout As Object) As Integer
     Dim i As Integer
     For i = 0 To UBound(oLayout.Elements)
-        If InStr(oLayout.Elements(i).ResourceURL, "/custom") > 0 Then ReportBars = ReportBars + 1
+        If InStr(oLayout.Elements(i).ResourceURL, "/toolbar/qva_varnholt_") > 0 Then ReportBars = ReportBars + 1
     Next
 End Function
