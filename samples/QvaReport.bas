@@ -67,8 +67,11 @@ End Sub
 
 ' Grąžina naudotojo „Excel“ tokį, koks jis buvo, ir atsijungia. Kai knyga užveriama, iškviečiama savaime.
 Public Sub Uzverti()
+    Dim bIrasyta As Boolean
     If oExcel Is Nothing Then Exit Sub
+    bIrasyta = ThisWorkbook.Saved
     GrazintiExcel
+    If bIrasyta Then ThisWorkbook.Saved = True     ' pakito tik rodmuo, ne turinys
     oExcel.ResetConnectEX 0
     Set oExcel = Nothing
     Zingsnis "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"

@@ -288,16 +288,19 @@ std::vector<GuidePage> MakeGuidePages(const std::filesystem::path& source_folder
                        std::string(words.when) + " |\n|---|---|---|\n";
   const auto add_errors = [&](const std::string& who, const std::string& text) {
     std::istringstream rows(ErrorRows(text));
-    for (std::string row; std::getline(rows, row);) errors += "| " + who + " " + row + "\n";
+    for (std::string row; std::getline(rows, row);)
+      errors.append("| ").append(who).append(" ").append(row).append("\n");
   };
   add_errors(std::string(words.every_class), pages.front().text);
   for (const PublicClass& public_class : PublicClasses()) {
     const ClassDescription& description = public_class.description();
     const std::string name = ToUtf8(description.name());
     const std::string text = ReadText(prose / (name + ".md"));
-    add(name, "# " + name + "\n\n" + texts.Take(name, description.help()) + ".\n\n" +
-                  Example(macros / ("guide_" + name + ".macro"), name, words) + "\n" +
-                  MemberRows(description, texts, words) + "\n" + text);
+    std::string page = "# " + name + "\n\n";
+    page.append(texts.Take(name, description.help())).append(".\n\n");
+    page.append(Example(macros / ("guide_" + name + ".macro"), name, words)).append("\n");
+    page.append(MemberRows(description, texts, words)).append("\n").append(text);
+    add(name, page);
     add_errors("`" + name + "`", text);
   }
   texts.CheckAllTaken();

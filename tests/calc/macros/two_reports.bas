@@ -94,7 +94,7 @@ Sub InPreview()
     Dim oOther, oToolbar As Object
     ShowToolbar
     Set oToolbar = oExcel.oToolBars.Item(1)
-    ThisComponent.CurrentController.ShowNotes = True
+    ThisComponent.CurrentController.ShowNotes = False
     Set oOther = OpenCopy("Kita.fods")
     Preview ThisComponent
     Preview oOther
@@ -130,26 +130,6 @@ Sub OfQuotedNames()
     Settle
     WriteLine "closed"
     RunByMenu "'Jono''s ataskaita.fods'!Rikiuoti"
-End Sub
-
-' A workbook with a library that nobody has unlocked. Such a one is stored in a package alone.
-Sub BesideALockedLibrary()
-    Dim oOther, oLibraries, aFilter(0) As New com.sun.star.beans.PropertyValue, aMode(0) As New com.sun.star.beans.PropertyValue
-    Set oOther = OpenCopy("Kita.fods")
-    Set oLibraries = oOther.BasicLibraries
-    oLibraries.createLibrary "Slapta"
-    oLibraries.getByName("Slapta").insertByName "Modulis", "Sub Paslaptis" & Chr(10) & "End Sub"
-    oLibraries.changeLibraryPassword "Slapta", "", "slaptas"
-    aFilter(0).Name = "FilterName"
-    aFilter(0).Value = "calc8"
-    oOther.storeAsURL UrlOf("kita/kita.ods"), aFilter()
-    oOther.close False
-    Settle
-    aMode(0).Name = "MacroExecutionMode"
-    aMode(0).Value = 4
-    Set oOther = StarDesktop.loadComponentFromURL(UrlOf("kita/kita.ods"), "_blank", 0, aMode())
-    Settle
-    RunIn oOther, "RunBeside"
 End Sub
 
 Sub RunBeside()
