@@ -18,7 +18,7 @@ wine_run() { tools/wine-run.sh "$prefix" "$@"; }
 
 # --- The files themselves ------------------------------------------------------------------------------------
 
-exports() { sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/{/Table/d;s/.* //p}' "$1" | sort | tr '\n' ' '; }
+exports() { sed -nE '/Name Pointer\] Table/,/^$/s/^[[:space:]]+\[.* //p' "$1" | sort | tr '\n' ' '; }
 static_checks() {
   local name=$1 dll=$2/QVA_Varnholt.dll tools=$3
   local dump=$work/$name.dump

@@ -50,8 +50,12 @@ class ReportRunner : public CalcTest {
   RunResult RunWithBrokenLibreOffice(std::vector<std::string> command = {}) {
     std::ofstream(folder / "soffice") << "#!/bin/sh\necho broken >&2\nexit 7\n";
     std::filesystem::permissions(folder / "soffice", std::filesystem::perms::all);
+    // Copies, for a user who may not look into the project's folder.
+    const std::filesystem::path runner_copy = folder / "report-runner", workbook = folder / "balance.fods";
+    std::filesystem::copy_file(ReportRunnerFile(), runner_copy);
+    std::filesystem::copy_file(Sample(), workbook);
     command.insert(command.end(),
-                   {ReportRunnerFile(), "--output-folder", output.string(), Sample().string()});
+                   {runner_copy.string(), "--output-folder", output.string(), workbook.string()});
     Process runner(command, {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
     RunResult run;
     run.exit_status = runner.Wait(std::chrono::seconds(20));
