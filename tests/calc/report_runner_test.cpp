@@ -50,12 +50,14 @@ class ReportRunner : public CalcTest {
   RunResult RunWithBrokenLibreOffice(std::vector<std::string> command = {}) {
     std::ofstream(folder / "soffice") << "#!/bin/sh\necho broken >&2\nexit 7\n";
     std::filesystem::permissions(folder / "soffice", std::filesystem::perms::all);
-    // Copies, for a user who may not look into the project's folder.
+    // Copies and stand-ins, for a user who may not look into the project's folder.
+    std::filesystem::create_directory(folder / "build");
+    for (const char* module : {"libqva_calc.so", "libqva_host.so"}) std::ofstream(folder / "build" / module);
     const std::filesystem::path runner_copy = folder / "report-runner", workbook = folder / "balance.fods";
     std::filesystem::copy_file(ReportRunnerFile(), runner_copy);
     std::filesystem::copy_file(Sample(), workbook);
-    command.insert(command.end(),
-                   {runner_copy.string(), "--output-folder", output.string(), workbook.string()});
+    command.insert(command.end(), {runner_copy.string(), "--build-folder", (folder / "build").string(),
+                                   "--output-folder", output.string(), workbook.string()});
     Process runner(command, {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
     RunResult run;
     run.exit_status = runner.Wait(std::chrono::seconds(20));
