@@ -21,11 +21,11 @@ constexpr char kUsage[] =
     R"(Usage: report-runner [options] WORKBOOK
        report-runner new NAME [TEMPLATE]
 
-"new" writes a report workbook of that name (NAME.fods, or a path to it) from the template (samples/sablonas.fods):
-it runs as it is, and has one marked place for the report itself. A file of that name is never replaced. The other
-form opens a report workbook in LibreOffice, without a display unless told otherwise, runs its entry macro, and
-leaves in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and a PDF and a PNG of
-the workbook. Each step is printed.
+"new" writes a report workbook of that name (NAME.fods, or a path to it) from the template (samples/sablonas.fods,
+here or in the project): it runs as it is, and has one marked place for the report itself. A file of that name is
+never replaced. The other form opens a report workbook in LibreOffice, without a display unless told otherwise, runs
+its entry macro, and leaves in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and
+a PDF and a PNG of the workbook. Each step is printed.
 
   --macro NAME           entry macro as Module.Procedure of the workbook's own library (Ataskaita.Main), or as
                          Library.Module.Procedure
@@ -138,14 +138,21 @@ void CatchInterruptions() {
 }
 
 /// The exit status of "new".
-int MakeNewReport(const std::vector<std::string>& arguments) {
+int MakeNewReport(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
   if (arguments.empty() || arguments.size() > 2 || arguments[0].empty() || arguments[0].front() == '-') {
     std::cerr << kUsage;
     return 2;
   }
   std::filesystem::path workbook = arguments[0];
   if (workbook.extension() != ".fods") workbook += ".fods";
-  const std::filesystem::path template_file = arguments.size() == 2 ? arguments[1] : "samples/sablonas.fods";
+  std::filesystem::path template_file = "samples/sablonas.fods";
+  std::error_code ignored;
+  if (arguments.size() == 2) {
+    template_file = arguments[1];
+  } else if (!std::filesystem::exists(template_file, ignored)) {
+    // The program stands in build/<preset>/tools of the project.
+    template_file = std::filesystem::absolute(program).parent_path() / "../../../samples/sablonas.fods";
+  }
   try {
     qva::WriteNewReport(template_file, workbook, workbook.stem().string());
   } catch (const std::exception& exception) {
@@ -160,7 +167,7 @@ int MakeNewReport(const std::vector<std::string>& arguments) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc > 1 && std::string_view(argv[1]) == "new") return MakeNewReport({argv + 2, argv + argc});
+  if (argc > 1 && std::string_view(argv[1]) == "new") return MakeNewReport(argv[0], {argv + 2, argv + argc});
   qva::ReportRunOptions options;
   options.build_folder = std::filesystem::absolute(argv[0]).parent_path().parent_path();
   std::chrono::seconds timeout{0};
