@@ -19,7 +19,7 @@ check "the help is beside either library" cmp "$work/zip/x64/FReport.chm" "$work
 # LibreOffice's tool refuses root to install for one user.
 home=$work/home
 mkdir "$home"
-as_user=(env "HOME=$home" XDG_CONFIG_HOME= XDG_DATA_HOME= LC_ALL=C.UTF-8 SAL_USE_VCLPLUGIN=svp)
+as_user=(env -C "$home" "HOME=$home" XDG_CONFIG_HOME= XDG_DATA_HOME= LC_ALL=C.UTF-8 SAL_USE_VCLPLUGIN=svp)
 if [[ $EUID -eq 0 ]]; then
   chmod a+rx "$work"
   chown 65534:65534 "$home"
