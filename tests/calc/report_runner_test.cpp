@@ -54,8 +54,9 @@ class ReportRunner : public CalcTest {
     std::filesystem::create_directory(folder / "build");
     for (const char* module : {"libqva_calc.so", "libqva_host.so"}) std::ofstream(folder / "build" / module);
     const std::filesystem::path runner_copy = folder / "report-runner", workbook = folder / "balance.fods";
-    std::filesystem::copy_file(ReportRunnerFile(), runner_copy);
-    std::filesystem::copy_file(Sample(), workbook);
+    const auto anew = std::filesystem::copy_options::overwrite_existing;
+    std::filesystem::copy_file(ReportRunnerFile(), runner_copy, anew);
+    std::filesystem::copy_file(Sample(), workbook, anew);
     command.insert(command.end(), {runner_copy.string(), "--build-folder", (folder / "build").string(),
                                    "--output-folder", output.string(), workbook.string()});
     Process runner(command, {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
