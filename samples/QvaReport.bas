@@ -202,6 +202,8 @@ End Function
 
 Private Sub PradetiZurnala()
     Dim sVardas As String
+    sZurnalas = ""
+    If ThisWorkbook.Path = "" Then Exit Sub      ' neišsaugota knyga aplanko dar neturi
     sVardas = ThisWorkbook.Name
     sZurnalas = ThisWorkbook.Path & Application.PathSeparator & Left(sVardas, InStrRev(sVardas, ".") - 1) & ".log"
     If Dir(sZurnalas) <> "" Then Kill sZurnalas
@@ -209,6 +211,7 @@ End Sub
 
 Public Sub Zingsnis(ByVal sTekstas As String)
     Dim nFailas As Integer
+    If sZurnalas = "" Then Exit Sub
     nFailas = FreeFile
     Open sZurnalas For Append As #nFailas
     Print #nFailas, Format(Now, "yyyy-mm-dd hh:mm:ss") & "  :  " & sTekstas

@@ -18,12 +18,18 @@ report "build" $?
 
 processes=$(nproc)
 for ((i = 0; i < processes; ++i)); do
-  GTEST_TOTAL_SHARDS=$processes GTEST_SHARD_INDEX=$i tools/google-test.sh build/debug/tests/qva_tests > "$work/$i" 2>&1 &
+  GTEST_TOTAL_SHARDS=$processes GTEST_SHARD_INDEX=$i \
+    timeout --kill-after=10 600 tools/google-test.sh build/debug/tests/qva_tests > "$work/$i" 2>&1 &
 done
 wait
 for ((i = 0; i < processes; ++i)); do
   grep -v 'skipped$' "$work/$i"
-  read -r good _ bad _ none _ < <(tail -n 1 "$work/$i")
+  last=$(tail -n 1 "$work/$i")
+  [[ $last =~ ^[0-9]+\ passed,\ [0-9]+\ failed,\ [0-9]+\ skipped$ ]] || {
+    echo "FAILED: the tests were cut off"
+    last="0 passed, 1 failed, 0 skipped"
+  }
+  read -r good _ bad _ none _ <<< "$last"
   passed=$((passed + good)) failed=$((failed + bad)) skipped=$((skipped + none))
 done
 sum_up

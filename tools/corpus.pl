@@ -14,6 +14,9 @@ use open qw(:std :encoding(UTF-8));
 use File::Basename qw(basename dirname);
 use File::Path qw(make_path);
 use File::Temp qw(tempfile);
+use FindBin qw($Bin);
+use lib $Bin;
+use FlatWorkbook;
 
 my $root = dirname(dirname(__FILE__));
 my $corpus = "$root/tests/corpus";
@@ -22,27 +25,6 @@ my ($command, @arguments) = @ARGV;
 my %commands = (vbscript => \&write_vbscript, basic => \&write_basic, compare => \&compare);
 my $run = $commands{$command // ''} // die "usage: corpus.pl vbscript|basic|compare …\n";
 exit $run->(@arguments);
-
-sub contents {
-  my $file = shift;
-  open my $in, '<:raw', $file or die "$file: $!\n";
-  local $/;
-  my $bytes = <$in> // '';
-  utf8::decode($bytes) unless $bytes =~ s/^\xff\xfe// && do {
-    require Encode;
-    $bytes = Encode::decode('UTF-16LE', $bytes);
-    1;
-  };
-  $bytes =~ s/\r\n/\n/g;
-  return $bytes;
-}
-
-sub write_file {
-  my ($file, $text) = @_;
-  open my $out, '>', $file or die "$file: $!\n";
-  print $out $text;
-  close $out or die "$file: $!\n";
-}
 
 sub macro { return contents("$corpus/macros/$_[0].macro") }
 
@@ -75,38 +57,13 @@ sub write_vbscript {
   return 0;
 }
 
-sub xml {
-  my $text = shift;
-  $text =~ s/&/&amp;/g;
-  $text =~ s/</&lt;/g;
-  return $text;
-}
-
 sub write_basic {
   my $folder = shift;
   my $main = "Option VBASupport 1\nSub Main\n" . join('', map { "  Run_$_\n" } @names) . "End Sub\n";
   my %modules = (Prelude => contents("$corpus/prelude.bas"), Ataskaita => $main);
   # The macros' workbook is not the one that holds them.
   $modules{"M_$_"} = "Option VBASupport 1\n" . procedures($_) =~ s/\bThisWorkbook\b/TheWorkbook()/gr for @names;
-  my $modules = join '', map {
-    qq(<ooo:module ooo:name="$_"><ooo:source-code>) . xml($modules{$_}) . "</ooo:source-code></ooo:module>\n"
-  } sort keys %modules;
-  write_file("$folder/corpus.fods", <<END);
-<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
- xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
- xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
- <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name="VBAProject">
-$modules  </ooo:library-embedded>
- </ooo:libraries></office:script></office:scripts>
- <office:body><office:spreadsheet>
-  <table:table table:name="Lapas"><table:table-row><table:table-cell/></table:table-row></table:table>
- </office:spreadsheet></office:body>
-</office:document>
-END
+  write_file("$folder/corpus.fods", workbook('VBAProject', 'Lapas', %modules));
   # A box gets the answer that it gets in the golden log.
   my $answers = join '', map { boxes($_) } @names;
   write_file("$folder/box.answers", $answers);

@@ -4,27 +4,21 @@
 # LibreOffice's Basic wants to be told that a module is VBA; the VBA editor's own first line is nothing to it.
 use strict;
 use warnings;
+use utf8;
+use FindBin qw($Bin);
+use lib $Bin;
+use FlatWorkbook;
 
 @ARGV >= 2 or die "usage: $0 <module.bas> <workbook.fods>...\n";
 my ($module, @workbooks) = @ARGV;
 
-sub contents {
-  open my $in, '<:raw', $_[0] or die "$_[0]: $!\n";
-  local $/;
-  return <$in>;
-}
-
 my $code = contents($module);
 $code =~ s/^Attribute VB_Name = "(\w+)"\n// or die "$module: no module's name\n";
 my $name = $1;
-$code = "Option VBASupport 1\n$code";
-$code =~ s/&/&amp;/g;
-$code =~ s/</&lt;/g;
-$code =~ s/>/&gt;/g;
+$code = xml("Option VBASupport 1\n$code");
 for my $workbook (@workbooks) {
   my $text = contents($workbook);
   $text =~ s{(<ooo:module ooo:name="$name"><ooo:source-code>).*?(</ooo:source-code>)}{$1$code$2}s
     or die "$workbook: no module $name\n";
-  open my $out, '>:raw', $workbook or die "$workbook: $!\n";
-  print $out $text;
+  write_file($workbook, $text);
 }

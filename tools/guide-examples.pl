@@ -6,6 +6,9 @@ use warnings;
 use utf8;
 use open qw(:std :encoding(UTF-8));
 use File::Basename qw(dirname);
+use FindBin qw($Bin);
+use lib $Bin;
+use FlatWorkbook;
 
 my $root = dirname(dirname(__FILE__));
 my $folder = $ARGV[0] // die "usage: guide-examples.pl <folder>\n";
@@ -28,38 +31,9 @@ my %expected = (
   CEnvironment => 'A1=Ataskaitos būsena',
 );
 
-sub contents {
-  open my $in, '<', $_[0] or die "$_[0]: $!\n";
-  local $/;
-  return <$in>;
-}
-sub write_file {
-  my ($file, $text) = @_;
-  open my $out, '>', $file or die "$file: $!\n";
-  print $out $text;
-  close $out or die "$file: $!\n";
-}
-sub xml { return $_[0] =~ s/&/&amp;/gr =~ s/</&lt;/gr }
-
 sub spreadsheet {
   my ($library, $module, $code) = @_;
-  return <<END;
-<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
- xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
- xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
- <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name="$library">
-   <ooo:module ooo:name="$module"><ooo:source-code>@{[xml("Option VBASupport 1\n$code")]}</ooo:source-code></ooo:module>
-  </ooo:library-embedded>
- </ooo:libraries></office:script></office:scripts>
- <office:body><office:spreadsheet>
-  <table:table table:name="Lapas1"><table:table-row><table:table-cell/></table:table-row></table:table>
- </office:spreadsheet></office:body>
-</office:document>
-END
+  return workbook($library, 'Lapas1', $module => "Option VBASupport 1\n$code");
 }
 
 my (%examples, @names);

@@ -7,23 +7,13 @@ use warnings;
 use utf8;
 use open qw(:std :encoding(UTF-8));
 use File::Basename qw(dirname);
+use FindBin qw($Bin);
+use lib $Bin;
+use FlatWorkbook;
 
 my ($language, $workbook, $folder) = @ARGV;
 die "usage: tutorial.pl guide|gidas <new workbook> <folder>\n" unless defined $folder;
 my $root = dirname(dirname(__FILE__));
-
-sub contents {
-  open my $in, '<', $_[0] or die "$_[0]: $!\n";
-  local $/;
-  return <$in>;
-}
-sub write_file {
-  my ($file, $text) = @_;
-  open my $out, '>', $file or die "$file: $!\n";
-  print $out $text;
-  close $out or die "$file: $!\n";
-}
-sub xml { return $_[0] =~ s/&/&amp;/gr =~ s/</&lt;/gr =~ s/>/&gt;/gr }
 
 my $page = contents($root . '/docs/guide/' . ($language eq 'gidas' ? 'lt/' : '') . 'tutorial.md');
 my ($procedure) = $page =~ /^```vb\n(Private Sub RasytiTurini\(\)\n.*?^End Sub\n)```$/ms or die "no procedure\n";
@@ -76,20 +66,4 @@ Private Sub CopyTo(oSheet, sTo, sFrom)
     oSheet.copyRange(oSheet.getCellRangeByName(sTo).CellAddress, oSheet.getCellRangeByName(sFrom).RangeAddress)
 End Sub
 END
-write_file("$folder/driver.fods", <<END);
-<?xml version="1.0" encoding="UTF-8"?>
-<office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
- xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
- xmlns:script="urn:oasis:names:tc:opendocument:xmlns:script:1.0"
- xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
- office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
- <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name="VBAProject">
-   <ooo:module ooo:name="Ataskaita"><ooo:source-code>@{[xml($driver)]}</ooo:source-code></ooo:module>
-  </ooo:library-embedded>
- </ooo:libraries></office:script></office:scripts>
- <office:body><office:spreadsheet>
-  <table:table table:name="Lapas1"><table:table-row><table:table-cell/></table:table-row></table:table>
- </office:spreadsheet></office:body>
-</office:document>
-END
+write_file("$folder/driver.fods", workbook('VBAProject', 'Lapas1', Ataskaita => $driver));

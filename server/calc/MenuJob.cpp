@@ -45,8 +45,8 @@ constexpr std::u16string_view kNoWorkbook =
     u"Nėra atvertos knygos.\nAtverkite ataskaitos knygą ir šią komandą pakartokite jos lange.";
 constexpr std::u16string_view kNoMacro =
     u"Šioje knygoje nėra makrokomandos „Main“.\nAtverkite ataskaitos knygą arba pradėkite naują komanda "
-    u"„Nauja "
-    u"ataskaita iš šablono“. Savo knygoje parašykite makrokomandą „Public Sub Main()“ modulyje „Ataskaita“.";
+    u"„Nauja ataskaita iš šablono“. Savo knygoje parašykite makrokomandą „Public Sub Main()“ modulyje "
+    u"„Ataskaita“.";
 constexpr std::u16string_view kMacrosDisabled =
     u"Šios knygos makrokomandos išjungtos.\nMeniu „Priemonės → Parinktys → LibreOffice → Saugumas → "
     u"Makrokomandų saugumas“ pasirinkite „Vidutinis“ arba knygos aplanką įrašykite tarp patikimų vietų. Tada "
@@ -217,8 +217,8 @@ void MenuJob::trigger(const OUString& command) {
   if (failure.empty()) return;
   try {
     GetServices().message_box->Show(failure, vbCritical, kTitle);
-  } catch (const AutomationError&) {
-    // There were no services to show it by.
+  } catch (...) {
+    // There were no services, or no memory, to show it by.
   }
 }
 

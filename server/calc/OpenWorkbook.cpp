@@ -95,26 +95,28 @@ std::u16string TakeWord(std::u16string_view& line) {
   return ToLower(word);
 }
 
-/// Whether a line of Basic begins a public Sub Main that can be called without arguments.
-bool BeginsMain(std::u16string_view line) {
+/// Whether a line of Basic begins a public Sub of that name, in lower case, that can be called without
+/// arguments.
+bool BeginsSub(std::u16string_view line, std::u16string_view name) {
   std::u16string word = TakeWord(line);
   if (word == u"public") word = TakeWord(line);
   if (word == u"static") word = TakeWord(line);
-  if (word != u"sub" || TakeWord(line) != u"main") return false;
+  if (word != u"sub" || TakeWord(line) != name) return false;
   line = Trim(line);
   if (!line.starts_with(u'(')) return true;
   line.remove_prefix(1);
   return Trim(line.substr(0, line.find(u')'))).empty();
 }
 
-bool HasMain(const Reference<XNameContainer>& modules, const OUString& module) {
+/// Whether a module has such a Sub.
+bool HasSub(const Reference<XNameContainer>& modules, const OUString& module, std::u16string_view name) {
   OUString text;
   modules->getByName(module) >>= text;
   const std::u16string source = FromUno(text);
   std::u16string_view rest = source;
   while (!rest.empty()) {
     const std::size_t length = std::min(rest.find_first_of(u"\r\n"), rest.size());
-    if (BeginsMain(rest.substr(0, length))) return true;
+    if (BeginsSub(rest.substr(0, length), name)) return true;
     rest.remove_prefix(std::min(length + 1, rest.size()));
   }
   return false;
@@ -123,7 +125,8 @@ bool HasMain(const Reference<XNameContainer>& modules, const OUString& module) {
 /// The module of a library that holds the entry macro: "Ataskaita" alone, or the first of any name.
 std::optional<OUString> FindEntryModule(const Reference<XNameContainer>& modules, bool any_name) {
   for (const OUString& module : modules->getElementNames()) {
-    if ((any_name || ToLower(FromUno(module)) == kEntryModule) && HasMain(modules, module)) return module;
+    if ((any_name || ToLower(FromUno(module)) == kEntryModule) && HasSub(modules, module, u"main"))
+      return module;
   }
   return std::nullopt;
 }
@@ -316,18 +319,17 @@ void OpenWorkbook::RunMacro(const std::string& macro) const {
 
 void OpenWorkbook::RunAutoClose() const {
   const Reference<XLibraryContainer> libraries = LibrariesOf(model_);
-  const OUString library = OwnLibrary(libraries);
   const Reference<XScriptProvider> scripts =
       Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
-  const Reference<XNameContainer> modules = ModulesOf(libraries, library);
-  for (const OUString& module : modules->getElementNames()) {
-    Reference<XScript> macro;
-    try {
-      macro = FindScript(scripts, library + "." + module + ".Auto_Close", "document");
-    } catch (const css::uno::Exception&) {
-      continue;  // it has none
+  for (const OUString& library : libraries->getElementNames()) {
+    // In one that is not loaded no macro has run. To load it may ask the user for a password.
+    if (!libraries->isLibraryLoaded(library)) continue;
+    const Reference<XNameContainer> modules = ModulesOf(libraries, library);
+    for (const OUString& module : modules->getElementNames()) {
+      if (!HasSub(modules, module, u"auto_close")) continue;
+      const OUString macro = library + "." + module + ".Auto_Close";
+      Call(FindScript(scripts, macro, "document"), ToUtf8(FromUno(macro)));
     }
-    Call(macro, ToUtf8(FromUno(module)) + ".Auto_Close");
   }
 }
 

@@ -53,8 +53,8 @@ class OpenWorkbook {
   /// the workbook while the macro runs, nor does it count as modified by this.
   void RunMacro(const std::string& macro) const;
 
-  /// Runs what the workbook has to do before it is closed: the macros Auto_Close of its own library, which
-  /// Excel runs when the user closes a workbook. Raises as RunMacro.
+  /// Runs what the workbook has to do before it is closed: the macros Auto_Close of the libraries in which
+  /// macros ran, as Excel does when the user closes a workbook. Raises as RunMacro.
   void RunAutoClose() const;
 
   void PrintToPdf(const std::string& path) const;

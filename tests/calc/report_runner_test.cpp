@@ -297,6 +297,26 @@ TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
   EXPECT_EQ(make_new({"--help"}), 2);
 }
 
+TEST_F(ReportRunner, RunsAutoCloseInTheEndAlsoOfTheLibraryStandard) {
+  for (const std::string library : {"Ataskaitos", "Standard"}) {
+    const std::filesystem::path workbook =
+        WriteWorkbook("auto_close", library, "<table:table table:name=\"Lapas\"/>");
+    const auto run_it = [&] {
+      std::filesystem::remove(folder / "macro.log");
+      return RunWorkbook(workbook, {"--no-picture", "--macro", library + ".Ataskaita.Main"});
+    };
+    const RunResult run = run_it();
+    EXPECT_EQ(run.exit_status, 0) << library << run.errors;
+    EXPECT_THAT(run.lines, testing::ElementsAre("main", "closed"));
+
+    setenv("QVA_TEST_FAIL", "1", 1);
+    const RunResult failed = run_it();
+    unsetenv("QVA_TEST_FAIL");
+    EXPECT_EQ(failed.exit_status, 1);
+    EXPECT_THAT(failed.errors, HasSubstr("1234 (Auto_Close) neužverta"));
+  }
+}
+
 TEST_F(ReportRunner, PutsNothingOfItsOwnIntoAFileThatTheMacroSaves) {
   const RunResult run = RunMacro("saves_itself");
   EXPECT_THAT(run.errors, HasSubstr("1234 (makrokomanda) after the save")) << "errors still arrive";
