@@ -161,7 +161,13 @@ Value ClassDescription::Invoke(Object& self, Access access, std::u16string_view 
     // `Sheets("a")`: the arguments belong to the default member of what the property gives.
     const ObjectPtr collection = member->invoke(self, {}).ToObject();
     if (!collection) throw AutomationError(kObjectNotSet);
-    return collection->Invoke(access, u"", arguments);
+    try {
+      return collection->Invoke(access, u"", arguments);
+    } catch (AutomationError& error) {
+      // A foreign object counts its own parameters, whatever the caller gave.
+      if (!collection->MemberTable()) error.OfMember();
+      throw;
+    }
   }
   Binding binding = Bind(*member, arguments);
   try {

@@ -10,6 +10,7 @@
 
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
+#include "platform/calc/toolbars/DocumentBars.h"
 #include "platform/member_table.h"
 #include "platform/text.h"
 #include "server/calc/BasicError.h"
@@ -50,6 +51,11 @@ Value FromArgument(const Any& any, const Parameter* parameter) {
     return EqualIgnoringCase(parameter->name, u"ExcelErr") ? ErrObjectForMacro() : ObjectPtr();
   }
   return {};
+}
+
+/// LibreOffice's bars have to know whose workbook an application is, before that is closed.
+void Notice(const Value& argument) {
+  if (argument.Is(Value::Type::Object)) DocumentBars::Notice(argument.As<ObjectPtr>());
 }
 
 /// A result as Basic takes it: a block becomes an array of two dimensions in LibreOffice's wrapper alone;
@@ -167,6 +173,9 @@ Any PublishedObject::PerformUnguarded(Access access, const std::u16string& name,
       converted.positional.push_back(FromArgument(arguments[i], ParameterAt(member, position)));
     }
   }
+
+  for (const Value& value : converted.positional) Notice(value);
+  for (const NamedArgument& argument : converted.named) Notice(argument.value);
 
   const Arguments before = converted;
   Value result;

@@ -376,6 +376,43 @@ TEST_F(ReportRunner, TheNextRunHasTheFolderAfterATimeLimitAnInterruptionAndAKill
   EXPECT_EQ(Finish().exit_status, 3);
 }
 
+/// LibreOffice's own process, which a run started through its scripts.
+pid_t OfficeOf(pid_t runner) {
+  struct Facts {
+    std::string name;
+    pid_t parent = 0;
+  };
+  std::map<pid_t, Facts> processes;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+    std::string line;
+    std::getline(std::ifstream(entry.path() / "stat"), line);  // 12 (name) S 11 …
+    const std::size_t open = line.find('('), close = line.rfind(')');
+    if (close == std::string::npos) continue;
+    processes[std::stoi(line)] = {line.substr(open + 1, close - open - 1), std::stoi(line.substr(close + 4))};
+  }
+  for (const auto& [pid, facts] : processes) {
+    if (facts.name != "soffice.bin") continue;
+    pid_t ancestor = facts.parent;
+    while (ancestor > 1 && ancestor != runner) ancestor = processes[ancestor].parent;
+    if (ancestor == runner) return pid;
+  }
+  throw std::runtime_error("LibreOffice does not run");
+}
+
+TEST_F(ReportRunner, TellsACrashOfLibreOfficeAndTheNextRunHasTheFolder) {
+  for (const int signal : {SIGSEGV, SIGKILL}) {
+    SCOPED_TRACE(signal);
+    StartMacro("endless", {"--timeout", "40"}, {});
+    WaitForOutput("Running ");
+    kill(OfficeOf(RunnerPid()), signal);
+    const RunResult run = Finish();
+    EXPECT_EQ(run.exit_status, 3);
+    EXPECT_THAT(run.errors, HasSubstr("LibreOffice ended without running the report"));
+  }
+  const RunResult run = RunMacro("endless", {"--timeout", "6"});
+  EXPECT_THAT(run.errors, HasSubstr("did not finish within 6 seconds"));
+}
+
 TEST_F(ReportRunner, RefusesAWorkbookThatSomebodyHasOpen) {
   std::filesystem::create_directories(output);
   std::ofstream(output / ".~lock.balance.fods#")

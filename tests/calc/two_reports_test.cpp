@@ -41,6 +41,12 @@ TEST_F(CalcTwoReports, AnotherOneGoesOnWhenOneIsClosedWithItsToolbar) {
   EXPECT_THAT(run.lines, ElementsAre("other: ~Rikiuoti, keys 5, menu none, marks True", "own: 1"));
 }
 
+TEST_F(CalcTwoReports, AnotherOneGoesOnWhenTheConnectedOneIsClosedBeforeItHadBars) {
+  const RunResult run = Run("AfterAClosedOneWithoutBars");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("created: 1004 | LibreOffice | The workbook is closed", "own: 1"));
+}
+
 TEST_F(CalcTwoReports, ButtonsRunTheMacrosOfTheirOwnDocumentAmongTwoOfOneName) {
   const RunResult run = Run("OfOneName");
   EXPECT_EQ(run.exit_status, 0) << run.errors;

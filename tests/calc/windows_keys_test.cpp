@@ -93,7 +93,14 @@ TEST_F(CalcWindows, CellsAreFilledByTheKeyboardAlone) {
   // From the last corner to the first, and along the row.
   desktop.Keys(period, {"Return", "ctrl+End", "ctrl+Home", "Right", "Right", "Right"});
   desktop.Type(period, "BIU-9");
-  desktop.Keys(period, {"Return", "ctrl+Prior", "Tab", "Tab"});
+  desktop.Keys(period, {"Return"});
+  // What is longer than its field is refused where it was typed.
+  desktop.Type(period, std::string(251, 'x'));
+  desktop.Keys(period, {"Return"});
+  // A lookup that confirms the account set leaves its documents.
+  desktop.Keys(period, {"Left", "Left", "F4"});
+  Leave(desktop.WaitForWindow("planas$"), "Return");
+  desktop.Keys(period, {"ctrl+Prior", "Tab", "Tab"});
   desktop.Type(period, "2025");
   Leave(period, "Return");
   const RunResult run = Finish();

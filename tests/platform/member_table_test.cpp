@@ -33,6 +33,15 @@ class Parts : public Described<Parts> {
   }
 };
 
+/// Another component's collection, which finds fault with an argument that nobody gave.
+class ForeignParts : public Object {
+ public:
+  Value Invoke(Access, std::u16string_view, Arguments&) override {
+    throw AutomationError(kTypeMismatch).OfCall(7);
+  }
+  std::u16string TypeName() const override { return u"ForeignParts"; }
+};
+
 /// One member of every kind that a table can describe.
 class Sample : public Described<Sample> {
  public:
@@ -76,6 +85,7 @@ class Sample : public Described<Sample> {
   void SetOwner(const ObjectPtr& owner) { cells = owner ? owner->TypeName() : u"nobody"; }
 
   Ref<Parts> GetParts() const { return parts; }
+  ObjectPtr GetForeignParts() const { return MakeRef<ForeignParts>(); }
   std::u16string NameOf(const Ref<Part>& part) const { return part ? part->name : u"nothing"; }
   void Rename(Ref<Part>& part) {
     part = MakeRef<Part>();
@@ -106,6 +116,7 @@ class Sample : public Described<Sample> {
             .Put<&Sample::PutLabel>(u"Label", {Optional(u"Index", 5)})
             .PutRef<&Sample::SetOwner>(u"Owner")
             .Get<&Sample::GetParts>(u"Parts")
+            .Get<&Sample::GetForeignParts>(u"ForeignParts")
             .Method<&Sample::NameOf>(u"NameOf", {{u"Part"}})
             .Method<&Sample::Rename>(u"Rename", {{u"Part"}})
             .Property<&Sample::title>(u"Title")
@@ -237,6 +248,13 @@ TEST_F(MemberTableTest, OnlyARefusedCallsErrorIsOfTheCall) {
   }
   // The member calls another one with arguments that do not fit: its own error, about none of its own.
   const AutomationError error = ErrorOf([&] { Call(sample, u"CallJoin", {sample}); });
+  EXPECT_EQ(error.number(), kTypeMismatch);
+  EXPECT_FALSE(error.is_of_call());
+  EXPECT_EQ(error.argument(), -1);
+}
+
+TEST_F(MemberTableTest, AForeignCollectionsErrorIsNotAboutTheArgumentsOfThePropertyThatGaveIt) {
+  const AutomationError error = ErrorOf([&] { Get(sample, u"ForeignParts", {1}); });
   EXPECT_EQ(error.number(), kTypeMismatch);
   EXPECT_FALSE(error.is_of_call());
   EXPECT_EQ(error.argument(), -1);

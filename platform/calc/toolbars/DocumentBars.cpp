@@ -152,6 +152,17 @@ std::shared_ptr<DocumentBars> DocumentBars::Of(const ObjectPtr& application) {
   return bars;
 }
 
+void DocumentBars::Notice(const ObjectPtr& object) {
+  if (!object || object->TypeName() != u"Application") return;
+  IgnoreErrors([&] {
+    try {
+      Of(object);
+    } catch (const css::uno::Exception&) {
+      // The macros of no workbook: there is none that could be closed.
+    }
+  });
+}
+
 DocumentBars::DocumentBars(const Reference<css::frame::XModel>& document)
     : document_(document), names_{FileNameOf(document)}, display_(document) {
 }

@@ -29,6 +29,9 @@ class DocumentBars : public commandbars::CommandBarApplication,
   /// The bars of the workbook whose macros an Application is for. Raises 1004 when the workbook is known to
   /// be closed, and what LibreOffice raises.
   static std::shared_ptr<DocumentBars> Of(const ObjectPtr& application);
+  /// Takes note of an object that a macro passes, as long as its workbook is surely open: should it be an
+  /// Application, `Of` can tell later that its workbook is closed. Raises nothing.
+  static void Notice(const ObjectPtr& object);
 
   explicit DocumentBars(const css::uno::Reference<css::frame::XModel>& document);
 

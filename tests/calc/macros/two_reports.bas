@@ -18,9 +18,9 @@ Private Function UrlOf(ByVal sPath) As String
     UrlOf = ConvertToUrl(Left(Environ("QVA_TEST_LOG"), Len(Environ("QVA_TEST_LOG")) - Len("macro.log")) & sPath)
 End Function
 
-Private Sub RunIn(ByVal oDocument, ByVal sMacro)
-    oDocument.getScriptProvider().getScript("vnd.sun.star.script:VBAProject.Ataskaita." & sMacro & "?language=Basic&location=document").invoke(Array(), Array(), Array())
-End Sub
+Private Function RunIn(ByVal oDocument, ByVal sMacro)
+    RunIn = oDocument.getScriptProvider().getScript("vnd.sun.star.script:VBAProject.Ataskaita." & sMacro & "?language=Basic&location=document").invoke(Array(), Array(), Array())
+End Function
 
 Private Sub Settle()
     Dim i
@@ -74,6 +74,11 @@ Sub Connect()
     Set oExcel = CreateObject("QVA_Varnholt.gExcelObject")
     oExcel.InitConnectEX Application, ThisWorkbook, Nothing
 End Sub
+
+Function Connected() As Object
+    Connect
+    Set Connected = oExcel
+End Function
 
 Sub Disconnect()
     Set oExcel = Nothing
@@ -198,6 +203,26 @@ Sub AfterAClosedOne()
     Connect
     oOther.close False
     Settle
+    oExcel.InitToolBars
+    oExcel.oToolBars.CreateToolbar ThisWorkbook.Worksheets("Mygtukai")
+    WriteLine "own: " & oExcel.oToolBars.Count
+    oExcel.ResetToolBars
+End Sub
+
+' A workbook that connected, without any toolbar, is closed, and another report goes on.
+Sub AfterAClosedOneWithoutBars()
+    Dim oOther
+    Set oOther = OpenCopy("Kita.fods")
+    Set oExcel = RunIn(oOther, "Connected")
+    oOther.close False
+    Settle
+    oExcel.InitToolBars
+    On Error Resume Next
+    oExcel.oToolBars.CreateToolbar ThisWorkbook.Worksheets("Mygtukai")
+    WriteLine "created: " & Err.Number & " | " & Err.Source & " | " & Err.Description
+    On Error Goto 0
+    oExcel.ResetToolBars
+    Connect
     oExcel.InitToolBars
     oExcel.oToolBars.CreateToolbar ThisWorkbook.Worksheets("Mygtukai")
     WriteLine "own: " & oExcel.oToolBars.Count
