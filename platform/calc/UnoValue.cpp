@@ -8,8 +8,10 @@
 #include <com/sun/star/lang/XUnoTunnel.hpp>
 #include <com/sun/star/script/ArrayWrapper.hpp>
 #include <com/sun/star/script/Converter.hpp>
+#include <com/sun/star/script/NativeObjectWrapper.hpp>
 #include <limits>
 
+#include "platform/calc/DocumentModule.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 
@@ -79,6 +81,12 @@ Value FromStructure(const Any& any) {
         decimal.HighValue * 18446744073709551616.0 + decimal.MiddleValue * 4294967296.0 + decimal.LowValue;
     for (int n = 0; n < decimal.Scale; ++n) number /= 10;
     return decimal.Sign != 0 ? -number : number;
+  }
+  css::script::NativeObjectWrapper module;
+  if (any >>= module) {
+    if (const Any document = DocumentOf(module);
+        document.getValueTypeClass() == TypeClass::TypeClass_INTERFACE)
+      return FromInterface(document);
   }
   throw AutomationError(kTypeMismatch);
 }
