@@ -4,7 +4,7 @@ use strict;
 use warnings;
 use utf8;
 use Exporter qw(import);
-our @EXPORT = qw(contents write_file xml workbook);
+our @EXPORT = qw(contents write_file xml workbook project modules);
 
 # A file's text, which is UTF-8 or marked UTF-16, with lines ended as here.
 sub contents {
@@ -29,6 +29,21 @@ sub write_file {
 }
 
 sub xml { return $_[0] =~ s/&/&amp;/gr =~ s/</&lt;/gr =~ s/>/&gt;/gr }
+
+sub _text { return $_[0] =~ s/&lt;/</gr =~ s/&gt;/>/gr =~ s/&quot;/"/gr =~ s/&apos;/'/gr =~ s/&amp;/&/gr }
+
+# The name of a workbook's project of macros: that of its first library.
+sub project { return $_[0] =~ /<ooo:library-embedded ooo:name="([^"]*)"/ ? _text($1) : die "no library of macros\n" }
+
+# A workbook's modules as [name, source as VBA has it], in their order.
+sub modules {
+  my ($text) = @_;
+  my @modules;
+  while ($text =~ m{<ooo:module ooo:name="([^"]*)"[^>]*><ooo:source-code[^>]*>(.*?)</ooo:source-code>}gs) {
+    push @modules, [_text($1), _text($2) =~ s/^Option VBASupport 1\n//r];
+  }
+  return @modules;
+}
 
 # A spreadsheet of one empty sheet with one library of macros: workbook(library, sheet, module => code, …).
 sub workbook {

@@ -61,29 +61,8 @@ mkdir -p "$zip"/{x64,x86,samples}
 for bitness in x64 x86; do cp "${!bitness}/QVA_Varnholt.dll" "${!bitness}/QVA_Varnholt.manifest" "$zip/$bitness"; done
 cp "$x64/idl/QVA_Varnholt.tlb" "$zip"
 for script in packaging/windows/*.cmd; do sed 's/$/\r/' "$script" > "$zip/$(basename "$script")"; done
-# Excel cannot read flat documents: the sheets become .xls files, the macros modules to be imported.
-timeout 300 soffice --headless "-env:UserInstallation=file://$work/profile" --infilter="OpenDocument Spreadsheet Flat XML" \
-  --convert-to xls --outdir "$zip/samples" \
-  samples/*.fods > "$work/convert.log" 2>&1 || { cat "$work/convert.log" >&2; exit 1; }
-for sample in samples/*.fods; do
-  name=$(basename "$sample" .fods)
-  [[ -s $zip/samples/$name.xls ]] || { echo "$0: $name.xls was not made" >&2; exit 1; }
-  # One file for each module, as the VBA editor imports them.
-  perl -CSD -0777 -e '
-    my ($sample, $prefix) = @ARGV;
-    open my $in, "<:utf8", $sample or die;
-    my $text = <$in>;
-    while ($text =~ m{<ooo:module ooo:name="(\w+)"[^>]*><ooo:source-code[^>]*>(.*?)</ooo:source-code>}gs) {
-      my ($module, $code) = ($1, $2);
-      next if $module eq "QvaReport";
-      $code =~ s/^Option VBASupport 1\n//;
-      $code =~ s/&lt;/</g; $code =~ s/&gt;/>/g; $code =~ s/&quot;/"/g; $code =~ s/&apos;/\x27/g; $code =~ s/&amp;/&/g;
-      $code =~ s/\n/\r\n/g;
-      open my $out, ">:raw:encoding(cp1257)", "$prefix-$module.bas" or die;
-      print $out "Attribute VB_Name = \"$module\"\r\n$code";
-    }' "$sample" "$zip/samples/$name"
-  [[ -s $zip/samples/$name-Ataskaita.bas ]] || { echo "$0: $name has no macros" >&2; exit 1; }
-done
+# Excel cannot read flat documents.
+tools/excel-workbooks.sh "$zip/samples" samples/*.fods
 # The module that all reports share is a file of its own.
 sed 's/$/\r/' samples/QvaReport.bas | iconv -f utf-8 -t cp1257 > "$zip/samples/QvaReport.bas"
 documents "$zip"

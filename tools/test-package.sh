@@ -12,6 +12,10 @@ trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; WINEPREFIX=$work/prefix t
 check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
 oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
 check "the zip unpacks" unzip -qo "$zip" -d "$work/zip"
+for sample in samples/*.fods; do
+  name=$(basename "$sample" .fods)
+  check "Excel finds $name with its macros" tools/check-excel-workbook.py "$sample" "$work/zip/samples/$name.xlsm"
+done
 check "the help is beside either library" cmp "$work/zip/x64/FReport.chm" "$work/zip/x86/FReport.chm"
 
 # --- The extension -------------------------------------------------------------------------------------------
@@ -36,8 +40,8 @@ traces() {
   find "$home/profile" -iname '*varnholt*'
 }
 
-start --convert-to pdf --outdir "$home" "$work/zip/samples/balance.xls" > "$work/start.log" 2>&1
-check "the sample's sheets open in a spreadsheet" test -s "$home/balance.pdf"
+start --convert-to pdf --outdir "$home" "$work/zip/samples/balance.xlsm" > "$work/start.log" 2>&1
+check "the sample opens in a spreadsheet" test -s "$home/balance.pdf"
 check "the extension installs" unopkg add "$oxt"
 # Whole before it is searched: a second one does not start while the first one runs.
 list_has() { grep -q "$1" <<< "$(unopkg list)"; }
@@ -114,7 +118,7 @@ check "and archives the reports" test -s "$archive/2025/Balansas_2025.xls" \
 kill "$screen"
 check "the extension is removed" unopkg remove qva.varnholt
 # LibreOffice empties its cache at the next start.
-start --convert-to pdf --outdir "$home" "$work/zip/samples/vat.xls" > "$work/start.log" 2>&1
+start --convert-to pdf --outdir "$home" "$work/zip/samples/vat.xlsm" > "$work/start.log" 2>&1
 left=$(traces)
 [[ -z $left ]] || echo "$left"
 check "nothing of it is left in LibreOffice" test -z "$left"

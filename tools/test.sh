@@ -54,6 +54,7 @@ start "Windows, on a screen" 1500 tools/test-windows.sh screen
 
 build "Build of the release" release -DQVA_TESTS=OFF
 start "Site and help" 300 tools/test-help.sh build/release
+start "Workbooks for Excel" 300 tools/test-excel-workbooks.sh build/release
 start "Linux modules" 60 tools/check-modules.sh build/release
 build "Build for 32-bit Windows" windows-x86 -DQVA_TESTS=ON
 start "Windows, 32-bit" 1500 tools/test-windows.sh 32-bit
