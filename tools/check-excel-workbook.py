@@ -19,6 +19,42 @@ def expect(found, expected, what):
         failures.append(f"{what}: {found!r}, not {expected!r}")
 
 
+# ---- The file that holds the macros: [MS-CFB]
+
+
+def check_storage(storage, data):
+    """What Windows looks at, and olefile does not."""
+    table_sectors = struct.unpack_from("<I", data, 44)[0]
+    own = [sector for sector in struct.unpack_from("<109I", data, 76) if sector != 0xFFFFFFFF]
+    expect(len(own), table_sectors, "sectors of the table")
+    expect([storage.fat[sector] for sector in own], [0xFFFFFFFD] * len(own), "the table's entries for itself")
+    expect(len(data) % 512, 0, "bytes behind the last sector")
+    for entry in storage.direntries:
+        if entry and entry.entry_type in (olefile.STGTY_ROOT, olefile.STGTY_STORAGE):
+            check_tree(storage.direntries, entry.sid_child, f"the tree of {entry.name}")
+
+
+def check_tree(entries, top, what):
+    """2.6.4: in order, and no red one above another; gives the number of black ones on each way down."""
+
+    def order(name):
+        return len(name), name.upper()
+
+    def walk(number, after, before, above_is_red):
+        if number == olefile.NOSTREAM:
+            return 1
+        entry = entries[number]
+        if after and order(entry.name) <= order(after) or before and order(entry.name) >= order(before):
+            failures.append(f"{what} has {entry.name} in a wrong place")
+        is_red = entry.color == 0
+        expect(is_red and above_is_red, False, f"{what}: red {entry.name} below a red one")
+        left = walk(entry.sid_left, after, entry.name, is_red)
+        expect(walk(entry.sid_right, entry.name, before, is_red), left, f"{what}: black ones below {entry.name}")
+        return left + (not is_red)
+
+    walk(top, None, None, True)
+
+
 # ---- The macros: [MS-OVBA]
 
 
@@ -96,6 +132,7 @@ class Records:
 def project_of(binary):
     """Name, documents and modules - name and source - of a project; what is wrong with it becomes a failure."""
     with olefile.OleFileIO(binary, raise_defects=olefile.DEFECT_UNSURE) as storage:
+        check_storage(storage, binary)
         streams = {"/".join(path): storage.openstream(path).read() for path in storage.listdir()}
     expect(streams.pop("VBA/_VBA_PROJECT"), b"\xCC\x61\xFF\xFF\x00\x00\x00", "_VBA_PROJECT without compiled code")
 
