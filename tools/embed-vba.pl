@@ -15,35 +15,28 @@ my ($workbook, $folder) = @ARGV;
 my $text = contents($workbook);
 my @modules = modules($text) or die "$workbook: no macros\n";
 
-# Changes one part; each change must find its place.
-sub change {
-  my ($part, @changes) = @_;
+# Puts a text into one part, at a place that must be there.
+sub insert {
+  my ($part, $place, $insertion) = @_;
   my $content = contents("$folder/$part");
-  for my $change (@changes) {
-    my ($place, $replacement) = @$change;
-    $content =~ s/$place/$replacement->()/e or die "$workbook: $part has no $place\n";
-  }
+  $content =~ s/$place/$insertion/ or die "$workbook: $part has no $place\n";
   write_file("$folder/$part", $content);
 }
-# Puts a code name into an element's first tag.
-sub code_name { my ($name) = @_; return sub { qq(<$1 codeName="$name") } }
 
 my $book = contents("$folder/xl/workbook.xml");
 my $relations = contents("$folder/xl/_rels/workbook.xml.rels");
 my @documents = ('ThisWorkbook');
+insert('xl/workbook.xml', qr/<workbookPr\K\b/, qq( codeName="$documents[0]"));
 for my $id ($book =~ /<sheet [^>]*\br:id="([^"]*)"/g) {
   my ($relation) = $relations =~ /(<Relationship [^>]*\bId="$id"[^>]*>)/ or die "$workbook: no sheet $id\n";
   my ($sheet) = $relation =~ /\bTarget="([^"]*)"/;
   push @documents, 'Lapas' . @documents;
-  change("xl/$sheet", [qr/<(sheetPr)\b/, code_name($documents[-1])]);
+  insert("xl/$sheet", qr/<sheetPr\K\b/, qq( codeName="$documents[-1]"));
 }
-change('xl/workbook.xml', [qr/<(workbookPr)\b/, code_name('ThisWorkbook')]);
-change('xl/_rels/workbook.xml.rels', [qr{(?=</Relationships>)}, sub {
-  '<Relationship Id="rIdVba" Type="http://schemas.microsoft.com/office/2006/relationships/vbaProject" Target="vbaProject.bin"/>'
-}]);
-change('[Content_Types].xml', [qr{(?=</Types>)}, sub {
-  '<Override PartName="/xl/vbaProject.bin" ContentType="application/vnd.ms-office.vbaProject"/>'
-}]);
+insert('xl/_rels/workbook.xml.rels', qr{(?=</Relationships>)},
+  '<Relationship Id="rIdVba" Type="http://schemas.microsoft.com/office/2006/relationships/vbaProject" Target="vbaProject.bin"/>');
+insert('[Content_Types].xml', qr{(?=</Types>)},
+  '<Override PartName="/xl/vbaProject.bin" ContentType="application/vnd.ms-office.vbaProject"/>');
 
 open my $out, '>:raw', "$folder/xl/vbaProject.bin" or die "$folder/xl/vbaProject.bin: $!\n";
 print $out vba_project(project($text), \@documents, \@modules);
