@@ -4,10 +4,20 @@
 namespace qva {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAreArray;
+using testing::IsEmpty;
 using testing::SizeIs;
 
-class ToolbarBuilding : public ToolbarTest {};
+class ToolbarBuilding : public ToolbarTest {
+ protected:
+  /// The calls that have to do with the status bar.
+  std::vector<std::string> BarCalls() const {
+    std::vector<std::string> lines = trace.lines();
+    std::erase_if(lines, [](const std::string& line) { return line.find("StatusBar") == line.npos; });
+    return lines;
+  }
+};
 
 /// What Init asks for where there is no bar yet: a button with a face of Excel's, and one with a picture.
 const std::vector<std::string> kInitCalls = {
@@ -369,6 +379,18 @@ TEST_F(ToolbarBuilding, IsAReportToolbarForTheReportState) {
   EXPECT_EQ(Get(Bar(), u"Visible"), Value(true));
   EXPECT_EQ(Get(Bar(u"Standard"), u"Visible"), Value(false));
   Call(global, u"ResetEnvironment");
+}
+
+TEST_F(ToolbarBuilding, TellsInTheStatusBarWhereItTakesLong) {
+  call_time.PerCall(std::chrono::milliseconds(2));
+  Build(Buttons(20));
+  EXPECT_THAT(BarCalls(), IsEmpty()) << "a second has not passed";
+  toolbar.reset();
+  call_time.PerCall(std::chrono::milliseconds(50));
+  toolbar = NewToolbar();
+  EXPECT_THAT(BarCalls(), Contains("Application.StatusBar = \"Kuriama įrankių juosta\""));
+  EXPECT_THAT(BarCalls(), Contains("Application.StatusBar = \"Kuriama įrankių juosta: 11 iš 20\""));
+  EXPECT_EQ(Get(excel, u"StatusBar"), Value(false));
 }
 
 TEST_F(ToolbarBuilding, CostsTheSameForEachButton) {

@@ -24,6 +24,16 @@ class LongPeriod : public ReportPeriodTest {
   Value BarNow() const { return Get(excel, u"StatusBar"); }
 };
 
+/// A clock that each look at it puts forward by half a second: time passes without calls.
+class BusyClock : public Clock {
+ public:
+  Date Now() const override { return MemoryClock::kStart; }
+  milliseconds Running() const override { return running_ += milliseconds(500); }
+
+ private:
+  mutable milliseconds running_{0};
+};
+
 TEST_F(LongPeriod, WithinASecondNothingIsTold) {
   call_time.PerCall(milliseconds(1));
   Init();
@@ -45,6 +55,27 @@ TEST_F(LongPeriod, WritingThePeriodIsToldAndNotWhileTheDialogIsShown) {
   EXPECT_EQ(while_shown, Value(false));
   EXPECT_THAT(Bar(), Contains("Application.StatusBar = \"Įrašomas ataskaitos laikotarpis\""));
   EXPECT_EQ(BarNow(), Value(false));
+}
+
+TEST_F(LongPeriod, TheBudgetsAreToldAsTheyAreReadShownAndTakenOver) {
+  for (int row = 1; row <= 40; ++row) SetRow(row, {u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023"});
+  Set(u"BudgetCount", 40);
+  trace.Clear();
+  // What is done with the rows is the library's own work.
+  BusyClock clock;
+  Services services = GetServices();
+  services.clock = &clock;
+  InstallServices(services);
+  Value while_shown;
+  EXPECT_TRUE(EditAndConfirm([&](MemoryForm&) { while_shown = BarNow(); }));
+  EXPECT_EQ(while_shown, Value(false));
+  for (const char* text :
+       {"Skaitomi biudžetai: 1 iš 40", "Rodomi biudžetai: 1 iš 40", "Perimami biudžetai"}) {
+    EXPECT_THAT(Bar(), Contains("Application.StatusBar = \"" + std::string(text) + "\""));
+  }
+  EXPECT_EQ(BarNow(), Value(false));
+  services.clock = &platform.clock;
+  InstallServices(services);
 }
 
 }  // namespace
