@@ -2,9 +2,11 @@
 
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
+#include <com/sun/star/system/SystemShellExecute.hpp>
 #include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <filesystem>
+#include <osl/file.hxx>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -59,6 +61,8 @@ constexpr std::u16string_view kNotSaved =
     u"kintamasis QVA_VARNHOLT_REGISTRY arba ~/.config/qva-varnholt/registry.reg).";
 constexpr std::u16string_view kNoTemplate =
     u"Šablono nėra: plėtinys įdiegtas ne visas.\nĮdiekite jį iš naujo. Ieškota: ";
+constexpr std::u16string_view kNoGuide =
+    u"Gido nėra: plėtinys įdiegtas ne visas.\nĮdiekite jį iš naujo. Ieškota: ";
 constexpr std::u16string_view kNotCopied = u"Naujos ataskaitos failo sukurti nepavyko: ";
 constexpr std::u16string_view kTooManyReports =
     u"Naujai ataskaitai neliko laisvo vardo.\nSenas ataskaitas iš aplanko C:\\Pavyzdziai perkelkite kitur.";
@@ -174,6 +178,15 @@ void MenuJob::MakeReport() const {
   OpenWorkbook(context_, CopyTemplate().string()).Keep();
 }
 
+void MenuJob::ShowGuide() const {
+  const fs::path guide = ComponentFolder() / "FReport" / "index.html";
+  std::error_code error;
+  if (!fs::is_regular_file(guide, error)) throw Refusal(std::u16string(kNoGuide) + FromUtf8(guide.string()));
+  OUString url;
+  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8(guide.string())), url);
+  css::system::SystemShellExecute::create(context_)->execute(url, "", 0);
+}
+
 void MenuJob::RunSample(std::u16string_view name) const {
   const Services& services = GetServices();
   MakeFolder(*services.files, kReportsFolder);
@@ -193,6 +206,7 @@ void MenuJob::Run(std::u16string_view command) const {
   if (command == u"run-workbook") return RunActiveWorkbook();
   if (command == u"choose-book") return ChooseBook();
   if (command == u"new-report") return MakeReport();
+  if (command == u"guide") return ShowGuide();
   RunSample(command);
 }
 

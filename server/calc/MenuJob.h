@@ -17,6 +17,7 @@ class MenuJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang:
   ///   run-workbook  runs the entry macro of the active workbook (OpenWorkbook::FindMain)
   ///   choose-book   lets the user choose the host's current book, of those that the embedded host has
   ///   new-report    copies the template to a file of its own in C:\Pavyzdziai and opens it
+  ///   guide         opens the guide beside the component with the desktop's program for pages
   /// Any other one is the name of a sample, its file's without ending, of which a copy in C:\Pavyzdziai, in
   /// place of an earlier one, is opened and run; it stays open. With template and samples, the sample
   /// company's book becomes the current one where there is none yet.
@@ -30,6 +31,7 @@ class MenuJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang:
   void Run(std::u16string_view command) const;
   void RunActiveWorkbook() const;
   void MakeReport() const;
+  void ShowGuide() const;
   void RunSample(std::u16string_view name) const;
 
   css::uno::Reference<css::uno::XComponentContext> context_;

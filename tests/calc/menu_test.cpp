@@ -161,5 +161,22 @@ TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
   EXPECT_TRUE(fs::is_empty(Reports()));
 }
 
+TEST_F(CalcMenu, OpensTheGuideWithTheDesktopsProgramAndTellsWhereItIsMissing) {
+  EXPECT_THAT(Run("ShowsTheGuide").messages, HasSubstr("Gido nėra"));
+  const fs::path opened = folder / "opened", opener = folder / "bin" / "xdg-open";
+  fs::create_directories(opener.parent_path());
+  fs::create_directories(build / "FReport");
+  std::ofstream(opener) << "#!/bin/sh\necho \"$1\" > '" << opened.string() << ".new'\nmv '" << opened.string()
+                        << ".new' '" << opened.string() << "'\n";
+  fs::permissions(opener, fs::perms::owner_all);
+  std::ofstream(build / "FReport" / "index.html") << "<html></html>";
+  const RunResult run = Run("ShowsTheGuide", {},
+                            {{"PATH", opener.parent_path().string() + ":" + std::getenv("PATH")},
+                             {"QVA_TEST_OPENED", opened.string()}});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, IsEmpty());
+  EXPECT_THAT(Contents(opened), HasSubstr("/build/FReport/index.html"));
+}
+
 }  // namespace
 }  // namespace qva

@@ -52,3 +52,14 @@ Public Sub MakesTwoReports()
         WriteLine Mid(sUrl, InStr(sUrl, "/drives/") + 8)
     Next
 End Sub
+
+' Waits until the desktop's program was there, where one is to come.
+Public Sub ShowsTheGuide()
+    Dim n As Integer
+    Choose "guide"
+    If Environ("QVA_TEST_OPENED") = "" Then Exit Sub
+    For n = 1 To 100
+        If FileExists(Environ("QVA_TEST_OPENED")) Then Exit For
+        Wait 100
+    Next
+End Sub
