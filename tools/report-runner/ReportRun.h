@@ -16,7 +16,7 @@ struct ReportRunOptions {
   std::string book = "MEDVILNE";  ///< code of the host's book
   std::filesystem::path output_folder = "out";
   std::filesystem::path build_folder;             ///< of libqva_calc.so and libqva_host.so
-  std::filesystem::path host_resources = "host";  ///< of sample.sql and QVAFormRes.txt
+  std::filesystem::path host_resources;           ///< of sample.sql and QVAFormRes.txt
   std::filesystem::path answers;                  ///< to message boxes; none when empty
   std::filesystem::path form_answers;             ///< to dialogs; none when empty
   std::chrono::seconds timeout{120};

@@ -19,23 +19,25 @@ namespace {
 
 constexpr char kUsage[] =
     R"(Usage: report-runner [options] WORKBOOK
-       report-runner new NAME [TEMPLATE]
+  or:  report-runner new NAME [TEMPLATE]
 
-"new" writes a report workbook of that name (NAME.fods, or a path to it) from the template (samples/sablonas.fods,
-here or in the project): it runs as it is, and has one marked place for the report itself. A file of that name is
-never replaced. The other form opens a report workbook in LibreOffice, without a display unless told otherwise, runs
-its entry macro, and leaves in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and
-a PDF and a PNG of the workbook. Each step is printed.
+"new" writes a report workbook of that name (NAME.fods, or a path to it) from TEMPLATE, else from the one that came
+with this program: it runs as it is, and has one marked place for the report itself. A file of that name is never
+replaced. The other form opens a report workbook in LibreOffice, without a display unless told otherwise, runs its
+entry macro, and leaves in the output folder what the macro saved, what it printed (printed-1.pdf and so on), and a PDF
+and a PNG of the workbook. Each step is printed.
 
+Options:
   --macro NAME           entry macro as Module.Procedure of the workbook's own library (Ataskaita.Main), or as
                          Library.Module.Procedure
   --book CODE            code of the host's book to work on (MEDVILNE)
   --output-folder PATH   where the results go (out)
-  --build-folder PATH    where libqva_calc.so and libqva_host.so stand (the folder above this program)
-  --host-resources PATH  the embedded host's texts and sample company (host)
+  --build-folder PATH    where libqva_calc.so and libqva_host.so stand (those that came with this program)
+  --host-resources PATH  folder of the embedded host's texts and sample company (that came with this program)
   --answers PATH         answers to message boxes, one on each line, at least one for each question; without it the
                          first button is pressed
-  --form-answers PATH    answers to the library's dialogs (README.md); without it they are left
+  --form-answers PATH    answers to the library's dialogs, as the guide's "Answers files" has them; without it they
+                         are left
   --show                 on the screen, where windows are shown and wait for the user; --answers and --form-answers
                          still answer for the user
   --timeout SECONDS      how long LibreOffice may take (120; a day with --show)
@@ -44,6 +46,7 @@ a PDF and a PNG of the workbook. Each step is printed.
   --log PATH             the macro writes a log of its steps to this path in the output folder, where an earlier one
                          is deleted first: it is printed as it grows, in place of the calls
   --help                 this text
+  --version              the version
 
 An answer that fits no window stops the run with its line, before anything is done by it; so does a question for
 which no answer is left.
@@ -66,7 +69,8 @@ enum Option {
   kNoPicture,
   kExpect,
   kLog,
-  kHelp
+  kHelp,
+  kVersion
 };
 
 constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
@@ -82,6 +86,7 @@ constexpr option kOptions[] = {{"macro", required_argument, nullptr, kMacro},
                                {"expect", required_argument, nullptr, kExpect},
                                {"log", required_argument, nullptr, kLog},
                                {"help", no_argument, nullptr, kHelp},
+                               {"version", no_argument, nullptr, kVersion},
                                {nullptr, 0, nullptr, 0}};
 
 /// The seconds that a text of nothing but digits means; 0 for any other text.
@@ -137,22 +142,26 @@ void CatchInterruptions() {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) std::signal(signal, [](int) { interrupted = 1; });
 }
 
+/// Where the modules stand, with "host" and "samples" beside them: lib/qva-varnholt/modules of an
+/// installation, which has this program in bin, or the folder of the build, which has it in tools.
+std::filesystem::path ModulesFolder() {
+  std::error_code ignored;
+  const std::filesystem::path base =
+      std::filesystem::read_symlink("/proc/self/exe", ignored).parent_path().parent_path();
+  const std::filesystem::path installed = base / "lib/qva-varnholt/modules";
+  return std::filesystem::is_directory(installed, ignored) ? installed : base;
+}
+
 /// The exit status of "new".
-int MakeNewReport(const std::filesystem::path& program, const std::vector<std::string>& arguments) {
+int MakeNewReport(const std::vector<std::string>& arguments) {
   if (arguments.empty() || arguments.size() > 2 || arguments[0].empty() || arguments[0].front() == '-') {
     std::cerr << kUsage;
     return 2;
   }
   std::filesystem::path workbook = arguments[0];
   if (workbook.extension() != ".fods") workbook += ".fods";
-  std::filesystem::path template_file = "samples/sablonas.fods";
-  std::error_code ignored;
-  if (arguments.size() == 2) {
-    template_file = arguments[1];
-  } else if (!std::filesystem::exists(template_file, ignored)) {
-    // The program stands in build/<preset>/tools of the project.
-    template_file = std::filesystem::absolute(program).parent_path() / "../../../samples/sablonas.fods";
-  }
+  const std::filesystem::path template_file =
+      arguments.size() == 2 ? std::filesystem::path(arguments[1]) : ModulesFolder() / "samples/sablonas.fods";
   try {
     qva::WriteNewReport(template_file, workbook, workbook.stem().string());
   } catch (const std::exception& exception) {
@@ -167,9 +176,10 @@ int MakeNewReport(const std::filesystem::path& program, const std::vector<std::s
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc > 1 && std::string_view(argv[1]) == "new") return MakeNewReport(argv[0], {argv + 2, argv + argc});
+  if (argc > 1 && std::string_view(argv[1]) == "new") return MakeNewReport({argv + 2, argv + argc});
   qva::ReportRunOptions options;
-  options.build_folder = std::filesystem::absolute(argv[0]).parent_path().parent_path();
+  options.build_folder = ModulesFolder();
+  options.host_resources = options.build_folder / "host";
   std::chrono::seconds timeout{0};
   std::vector<Named> named;
   int choice;
@@ -223,6 +233,9 @@ int main(int argc, char** argv) {
         break;
       case kHelp:
         std::cout << kUsage;
+        return 0;
+      case kVersion:
+        std::cout << "report-runner (QVA_Varnholt) " QVA_VERSION "\n";
         return 0;
       default:
         std::cerr << kUsage;
