@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# Makes the installable packages from builds that are there: a zip for Windows, an extension for LibreOffice.
+# Makes the installable packages from builds that are there: a zip for Windows, an extension for LibreOffice, a package for
+# Debian.
 #   tools/package.sh <release build> <64-bit Windows build> <32-bit Windows build> <output folder>
 # QVA_UPDATE_URL, where it is set, is the place from which installed extensions learn of newer ones: the URL of the
-# update file that is made then, too. The extension itself is to stand beside it.
+# update file that is made then, too. The extension itself is to stand beside it. QVA_MAINTAINER is who keeps the package for
+# Debian, "name <address>".
 set -euo pipefail
-[[ $# -eq 4 ]] || { sed -n '2,5s/^# //p' "$0" >&2; exit 2; }
+[[ $# -eq 4 ]] || { sed -n '2,7s/^# //p' "$0" >&2; exit 2; }
 mkdir -p "$4"
 release=$(realpath "$1") x64=$(realpath "$2") x86=$(realpath "$3") output=$(realpath "$4")
 cd "$(dirname "$0")/.."
@@ -33,7 +35,7 @@ cp "$release/libqva_calc.so" "$release/libqva_host.so" "$oxt"
 strip --strip-unneeded "$oxt"/*.so
 mkdir "$oxt/host" "$oxt/samples"
 cp host/QVAFormRes.txt host/sample.sql "$oxt/host"
-cp samples/*.fods samples/QvaReport.bas "$oxt/samples"
+cp samples/*.fods samples/*.answers samples/QvaReport.bas "$oxt/samples"
 documents "$oxt"
 if [[ -n ${QVA_UPDATE_URL:-} ]]; then
   url=$(sed 's/&/\&amp;/g; s/"/\&quot;/g; s/</\&lt;/g' <<< "$QVA_UPDATE_URL")
@@ -53,6 +55,15 @@ fi
 tools/help.sh "$release/guide" "$work/help"
 cp -r "$work/help/FReport" "$oxt"
 pack "$oxt" "$output/QVA_Varnholt-$version.oxt"
+
+# --- Debian --------------------------------------------------------------------------------------------------
+
+cmake --build "$release" --target package-files > "$work/deb.log" 2>&1 &&
+  cpack --config "$release/CPackConfig.cmake" -B "$work/deb" ${QVA_MAINTAINER:+-D "CPACK_DEBIAN_PACKAGE_MAINTAINER=$QVA_MAINTAINER"} \
+    >> "$work/deb.log" 2>&1 || { cat "$work/deb.log" >&2; exit 1; }
+deb=("$work"/deb/*.deb)
+cp "${deb[0]}" "$output"
+echo "$output/$(basename "${deb[0]}")"
 
 # --- Windows -------------------------------------------------------------------------------------------------
 

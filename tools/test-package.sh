@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
 # Tests the packages: makes them, installs the extension into a fresh LibreOffice with LibreOffice's own tool, runs
-# its samples, removes it, and registers the Windows libraries by their scripts. The last line sums the tests up.
+# its samples, removes it, tries the package for Debian unpacked and, as root, installed, and registers the Windows
+# libraries by their scripts. The last line sums the tests up.
 #   tools/test-package.sh <build with the component> <64-bit Windows build> <32-bit Windows build>
 set -uo pipefail
 umask 022
 cd "$(dirname "$0")/.."
 . tools/test-lib.sh
 work=$(mktemp -d)
-screen=
-trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
+screen= installed=
+trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; [[ -z $installed ]] || dpkg --purge "$installed"; WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
 check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
 oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
 check "the zip unpacks" unzip -qo "$zip" -d "$work/zip"
@@ -138,6 +139,70 @@ check "an older one is refused, too" same_version_is_refused "$work/other-0.1.0.
 check "a newer one takes its place" unopkg add "$work/other-99.0.0.oxt"
 check "and is the one that is there" list_has 'Version: 99.0.0'
 check "the first one comes back by force" unopkg add -f "$oxt"
+
+# --- The package for Debian ----------------------------------------------------------------------------------
+
+deb=$(echo "$work"/*.deb)
+root=$work/root
+field() { dpkg-deb --field "$deb" "$1"; }
+version=$(field Version)
+check "the package for Debian unpacks" dpkg -x "$deb" "$root"
+for package in libreoffice-calc libsqlite3-0 libuno-cppu3 libc6; do
+  check "it needs $package" grep -q "\b$package" <(field Depends)
+done
+check "its list of changes ends with its version" test "$(dpkg-parsechangelog -l packaging/debian/changelog -S Version)" = "$version"
+check "Debian's checks find no error in it" lintian --allow-root --fail-on error "$deb"
+# As a user has it: in a folder of his own, with no word of where things are.
+in_folder() { "${as_user[@]}" mkdir -p "$home/$1" && "${as_user[@]}" env -C "$home/$1" timeout 200 "${@:2}"; }
+says_its_version() { [[ $("${as_user[@]}" "$1" --version) == "report-runner (QVA_Varnholt) $version" ]]; }
+makes_and_runs_a_report() {
+  in_folder "$1" "$2" new "Bandomasis balansas" > "$work/runner.log" 2>&1 &&
+    in_folder "$1" "$2" --form-answers "$root/usr/share/qva-varnholt/samples/sablonas.answers" \
+      --expect drives/C/Ataskaitos/Archyvas/2025/BandomasisBalansas_2025.xls "Bandomasis balansas.fods" >> "$work/runner.log" 2>&1 ||
+    { cat "$work/runner.log"; return 1; }
+}
+check "its runner says its version" says_its_version "$root/usr/bin/report-runner"
+check "makes a report from the template and runs it" makes_and_runs_a_report unpacked "$root/usr/bin/report-runner"
+check "and has the help beside the library" test -s "$root/usr/lib/qva-varnholt/modules/FReport/index.html" \
+  -a -s "$root/usr/share/doc/qva-varnholt/guide/index.html"
+options() { "$root/usr/bin/report-runner" --help | grep -oE '^  --[a-z-]+'; }
+has_options() {
+  local option text
+  text=$(zcat "$root/usr/share/man/man1/report-runner.1.gz" | sed 's/\\-/-/g')
+  for option in $(options); do grep -qF -- "fB$option\\fR" <<< "$text" || { echo "no $option"; return 1; }; done
+}
+check "its manual page has each option" has_options
+completes() {
+  env -C "$home/unpacked" "PATH=$root/usr/bin:$PATH" bash -c '
+    . "$1"
+    compopt() { :; }
+    COMP_WORDS=("${@:2}") COMP_CWORD=$(($# - 2))
+    _report_runner report-runner
+    printf "%s\n" "${COMPREPLY[@]}"' bash "$root/usr/share/bash-completion/completions/report-runner" report-runner "$@"
+}
+check "bash completes its options" test "$(completes --form)" = --form-answers
+check "and the names of workbooks" test "$(completes Ba)" = "Bandomasis balansas.fods"
+names_its_own() {
+  local name
+  for name in $(grep -ohE '[A-Za-z-]+\.md\b' "$1"/*.md | sort -u); do
+    [[ -e $1/$name ]] || { echo "no $name"; return 1; }
+  done
+}
+check "the documents in the zip name no others" names_its_own "$work/zip/docs"
+check "and neither do those in the package for Debian" names_its_own "$root/usr/share/doc/qva-varnholt"
+if [[ $EUID -ne 0 ]]; then
+  not_run "the package for Debian installed, which needs root"
+elif dpkg-query --show qva-varnholt > /dev/null 2>&1; then
+  not_run "the package for Debian installed, which this machine has already"
+else
+  installed=qva-varnholt
+  check "it installs" dpkg --install "$deb"
+  check "its runner is a command of every user" says_its_version report-runner
+  check "that makes and runs a report" makes_and_runs_a_report installed report-runner
+  check "and is removed" dpkg --purge qva-varnholt
+  installed=
+  check "without a trace" test -z "$(find /usr /etc /var/lib/dpkg/info -name '*qva-varnholt*' -o -name 'report-runner*')"
+fi
 
 # --- The scripts for Windows ---------------------------------------------------------------------------------
 
