@@ -82,6 +82,31 @@ begin_report() {
   rm -f "$home/profile/.lock"
   cmp -s "$drive/Pavyzdziai/Nauja ataskaita.fods" "$(find "$home/profile/user/uno_packages" -name sablonas.fods)"
 }
+# A sample that does not compile. LibreOffice tells of it first, in a window of its own that the user closes.
+tells_of_an_error() {
+  local i window sample
+  sample=$(find "$home/profile/user/uno_packages/cache" -name vat.fods)
+  cp -p "$sample" "$work/vat.fods"
+  sed -i 's/^Public Sub Main()$/&\n    x = = 1/' "$sample"
+  rm -f "$drive/Pavyzdziai/vat.fods" "$home/messages.txt"
+  "${as_user[@]}" "DISPLAY=:$display" SAL_USE_VCLPLUGIN=gen "QVA_VARNHOLT_MESSAGE_LOG=$home/messages.txt" \
+    timeout 120 soffice --calc --norestore --nologo --nolockcheck "$profile" > "$work/error.log" 2>&1 &
+  for ((i = 0; i < 50; i++)); do
+    grep -q 'Kompiliuoti' "$home/messages.txt" 2> /dev/null && break
+    if [[ -e $drive/Pavyzdziai/vat.fods ]]; then
+      for window in $(user search --onlyvisible --name .); do user windowfocus "$window" key Escape; done
+    else
+      window=$(user search --onlyvisible --name 'LibreOffice Calc' | head -n 1)
+      [[ -z $window ]] || user windowfocus "$window" key Escape key alt+a key m
+    fi
+    sleep 2
+  done
+  pkill -KILL -f -- "$profile"
+  wait "$!" 2> /dev/null
+  rm -f "$home/profile/.lock"
+  cp -p "$work/vat.fods" "$sample"
+  grep -q 'Knygos makrokomandose yra klaida, todėl jų vykdyti negalima.*„Kompiliuoti“' <(tr '\n' ' ' < "$home/messages.txt")
+}
 run_sample() {
   local name=$1 key=$2 i window
   install -m 644 "samples/$name.answers" "$home/$name.answers"
@@ -113,6 +138,7 @@ for sample in 'balance b' 'profit-loss p' 'vat m'; do
   check "its menu runs the sample ${sample% *}, which gives the user his program back when he closes it" run_sample $sample
 done
 check "its menu begins a report from the template" begin_report
+check "and tells what to do about macros that do not compile" tells_of_an_error
 archive=$drive/Ataskaitos/Archyvas
 check "and archives the reports" test -s "$archive/2025/Balansas_2025.xls" \
   -a -s "$archive/2025/PelnasNuostoliai_2025_12.xls" -a -s "$archive/2025/PVM registrai_2025_12.xls"
