@@ -59,8 +59,9 @@ pack "$oxt" "$output/QVA_Varnholt-$version.oxt"
 # --- Debian --------------------------------------------------------------------------------------------------
 
 cmake --build "$release" --target package-files > "$work/deb.log" 2>&1 &&
-  cpack --config "$release/CPackConfig.cmake" -B "$work/deb" ${QVA_MAINTAINER:+-D "CPACK_DEBIAN_PACKAGE_MAINTAINER=$QVA_MAINTAINER"} \
-    >> "$work/deb.log" 2>&1 || { cat "$work/deb.log" >&2; exit 1; }
+  cpack --config "$release/CPackConfig.cmake" -B "$work/deb" \
+    ${QVA_MAINTAINER:+-D "CPACK_DEBIAN_PACKAGE_MAINTAINER=$QVA_MAINTAINER"} >> "$work/deb.log" 2>&1 ||
+  { cat "$work/deb.log" >&2; exit 1; }
 deb=("$work"/deb/*.deb)
 cp "${deb[0]}" "$output"
 echo "$output/$(basename "${deb[0]}")"
