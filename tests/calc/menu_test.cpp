@@ -161,6 +161,15 @@ TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
   EXPECT_TRUE(fs::is_empty(Reports()));
 }
 
+TEST_F(CalcMenu, TellsThatTheMacrosDoNotCompile) {
+  const RunResult run =
+      RunAnother({{"Ataskaita", "Dim n\nSub Main()\n" + Writing("runs") + "  x = = 1\nEnd Sub\n"}});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("modified: False"));
+  EXPECT_THAT(run.messages, AllOf(HasSubstr("Knygos makrokomandose yra klaida, todėl jų vykdyti negalima."),
+                                  HasSubstr("„Kompiliuoti“")));
+}
+
 TEST_F(CalcMenu, OpensTheGuideWithTheDesktopsProgramAndTellsWhereItIsMissing) {
   EXPECT_THAT(Run("ShowsTheGuide").messages, HasSubstr("Gido nėra"));
   const fs::path opened = folder / "opened", opener = folder / "bin" / "xdg-open";
