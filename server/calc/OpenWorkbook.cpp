@@ -161,24 +161,24 @@ class KeptModification {
   bool is_modified_;
 };
 
-/// Where the first procedure of a module begins; its end when there is none.
-std::size_t FirstProcedure(std::u16string_view source) {
+/// Where a module's options end, with the comments among them.
+std::size_t EndOfOptions(std::u16string_view source) {
   std::size_t begin = 0;
   while (begin < source.size()) {
     std::u16string_view line = source.substr(begin, source.find_first_of(u"\r\n", begin) - begin);
     const std::size_t length = line.size();
-    std::u16string word = TakeWord(line);
-    while (word == u"public" || word == u"private" || word == u"static") word = TakeWord(line);
-    if (word == u"sub" || word == u"function" || word == u"property") break;
+    const std::u16string word = TakeWord(line);
+    if (!word.empty() && word != u"option" && word != u"attribute" && word != u"rem") break;
     begin += length + 1;
   }
   return std::min(begin, source.size());
 }
 
 /// Whether the module of a library compiles. LibreOffice would pass over one that does not. Asked of a copy,
-/// which can be run without effect. What is called stands in front of the other procedures, since within a
-/// macro that runs LibreOffice does not come back from one behind a mistake; what that calls stands behind
-/// them, where it is missing after a mistake.
+/// which can be run without effect. What is called stands in front of all that is the macros' own, since
+/// within a macro that runs LibreOffice does not come back from one behind a mistake; what that calls stands
+/// behind them, where it is missing after a mistake. Under Option Explicit the macro that runs gets the error
+/// then.
 bool Compiles(const Reference<XScriptProvider>& scripts, const OUString& library,
               const Reference<css::container::XNameContainer>& modules, const OUString& module) {
   OUString text;
@@ -186,7 +186,7 @@ bool Compiles(const Reference<XScriptProvider>& scripts, const OUString& library
   std::u16string source = FromUno(text);
   const std::u16string first = FromUno(kOwnName) + u"First", last = FromUno(kOwnName) + u"Last";
   source += u"\nFunction " + last + u"()\n" + last + u" = 1\nEnd Function\n";
-  source.insert(FirstProcedure(source),
+  source.insert(EndOfOptions(source),
                 u"Function " + first + u"()\n" + first + u" = " + last + u"()\nEnd Function\n");
   modules->insertByName(kOwnName, Any(ToUno(source)));
   Any result;

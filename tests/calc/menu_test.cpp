@@ -162,12 +162,15 @@ TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
 }
 
 TEST_F(CalcMenu, TellsThatTheMacrosDoNotCompile) {
-  const RunResult run =
-      RunAnother({{"Ataskaita", "Dim n\nSub Main()\n" + Writing("runs") + "  x = = 1\nEnd Sub\n"}});
-  EXPECT_EQ(run.exit_status, 0) << run.errors;
-  EXPECT_THAT(run.lines, ElementsAre("modified: False"));
-  EXPECT_THAT(run.messages, AllOf(HasSubstr("Knygos makrokomandose yra klaida, todėl jų vykdyti negalima."),
-                                  HasSubstr("„Kompiliuoti“")));
+  for (const std::string& source : {"Dim n\nSub Main()\n" + Writing("runs") + "  x = = 1\nEnd Sub\n",
+                                    "' pastaba\nDim = 1\nSub Main()\n" + Writing("runs") + "End Sub\n"}) {
+    const RunResult run = RunAnother({{"Ataskaita", source}});
+    EXPECT_EQ(run.exit_status, 0) << run.errors;
+    EXPECT_THAT(run.lines, ElementsAre("modified: False"));
+    EXPECT_THAT(run.messages, AllOf(HasSubstr("Knygos makrokomandose yra klaida, todėl jų vykdyti negalima."),
+                                    HasSubstr("„Kompiliuoti“")));
+    fs::remove(folder / "macro.log");
+  }
 }
 
 TEST_F(CalcMenu, OpensTheGuideWithTheDesktopsProgramAndTellsWhereItIsMissing) {
