@@ -15,10 +15,10 @@ struct ReportRunOptions {
       "Ataskaita.Main";           ///< Module.Procedure of the workbook's library, or with another before
   std::string book = "MEDVILNE";  ///< code of the host's book
   std::filesystem::path output_folder = "out";
-  std::filesystem::path build_folder;             ///< of libqva_calc.so and libqva_host.so
-  std::filesystem::path host_resources;           ///< of sample.sql and QVAFormRes.txt
-  std::filesystem::path answers;                  ///< to message boxes; none when empty
-  std::filesystem::path form_answers;             ///< to dialogs; none when empty
+  std::filesystem::path build_folder;    ///< of libqva_calc.so and libqva_host.so
+  std::filesystem::path host_resources;  ///< of sample.sql and QVAFormRes.txt
+  std::filesystem::path answers;         ///< to message boxes; none when empty
+  std::filesystem::path form_answers;    ///< to dialogs; none when empty
   std::chrono::seconds timeout{120};
   bool show = false;    ///< on the user's screen, where nobody answers for the user
   bool picture = true;  ///< PDF and PNG of the workbook as the macro left it
