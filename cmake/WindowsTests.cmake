@@ -11,7 +11,7 @@ target_compile_options(qva_windows_gtest PRIVATE -w)
 
 # Tests are compiled as often as they are run. No header of our own is precompiled: see tests/CMakeLists.txt.
 function(qva_windows_test_program name)
-  target_compile_options(${name} PRIVATE -O0)
+  target_compile_options(${name} PRIVATE -Og)
   target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <functional> <map> <sstream>
                             <unordered_map> <variant>)
 endfunction()
