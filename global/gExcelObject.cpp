@@ -23,13 +23,15 @@ Ref<T> Held(const Ref<T>& reference) {
   return reference;
 }
 
-/// An error of the connection. Where the host's text is not to be had, the reason stands in its place.
-AutomationError ConnectionError(const std::function<std::u16string()>& description) {
+/// An error of the connection. Where the host's text is not to be had, the reason stands in its place: why
+/// there is no book, if that is known, else why there is no text.
+AutomationError ConnectionError(std::u16string_view no_book,
+                                const std::function<std::u16string()>& description) {
   std::u16string text;
   try {
     text = description();
   } catch (const AutomationError& error) {
-    text = error.description();
+    text = no_book.empty() ? error.description() : no_book;
   }
   TellFailure(text);
   return AutomationError(kObjectErrorBase, u"InitConnectEX", std::move(text));
@@ -82,9 +84,14 @@ void gExcelObject::ConnectToHost() {
   const std::u16string p0 = GetSetting(*services.registry, *services.locale, host::kSettingsApplication,
                                        host::kFormsSection, host::kBookSetting, u"");
   host::Book book;
-  IgnoreErrors([&] { book = host::CommonObjects::Create(*services.object_factory).CreateBook(p0); });
-  if (p0.empty()) throw ConnectionError([] { return HostText(kNoBookChosen); });
-  if (!book) throw ConnectionError([&] { return HostMessage(kBookNotOpened, p0); });
+  std::u16string no_book;
+  try {
+    book = host::CommonObjects::Create(*services.object_factory).CreateBook(p0);
+  } catch (const AutomationError& error) {
+    no_book = error.description();
+  }
+  if (p0.empty()) throw ConnectionError(no_book, [] { return HostText(kNoBookChosen); });
+  if (!book) throw ConnectionError(no_book, [&] { return HostMessage(kBookNotOpened, p0); });
 
   TheClientTools().SetBook(book);
   std::int16_t count = connection_count_;

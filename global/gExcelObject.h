@@ -27,8 +27,9 @@ class gExcelObject : public Described<gExcelObject> {
   /// names is opened. Result: how often this instance opened a book itself. Raises kObjectErrorBase with the
   /// source "InitConnectEX" when "P0" is empty (host message 16514) or the book cannot be opened (host
   /// message 842); the application stays connected then, the book stays Nothing. Where the host's texts are
-  /// not to be had either, the description tells why. A book that was opened is kept together with its plant
-  /// or not at all: what the host's client tools and plant raise is raised, and the next call begins anew.
+  /// not to be had either, the description tells why there is no book, or else why there are no texts. A book
+  /// that was opened is kept together with its plant or not at all: what the host's client tools and plant
+  /// raise is raised, and the next call begins anew.
   std::int16_t InitConnectEX(excel::Application App, Value objWB, host::Book oAppBook);
 
   host::Book oBook() const;

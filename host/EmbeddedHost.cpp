@@ -11,6 +11,7 @@
 #include "host/Plant.h"
 #include "host/Query.h"
 #include "host/SettingsCollection.h"
+#include "platform/cannot_create.h"
 #include "platform/host.h"
 #include "platform/text.h"
 
@@ -37,7 +38,7 @@ ObjectPtr EmbeddedHost::Create(std::u16string_view programmatic_identifier) {
   if (is(host::kDocumentSelection)) return MakeRef<DocumentSelection>(store_, list_chooser_);
   if (is(host::kMessage)) return MakeRef<Message>(message_box_);
   if (is(host::kMessageResource)) return MakeRef<MessageResource>(store_->options().resources);
-  throw AutomationError(kCannotCreateObject);
+  throw CannotCreate(programmatic_identifier);
 }
 
 }  // namespace qva::embedded

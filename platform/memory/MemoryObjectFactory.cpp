@@ -1,6 +1,7 @@
 #include "platform/memory/MemoryObjectFactory.h"
 
 #include "platform/ado.h"
+#include "platform/cannot_create.h"
 #include "platform/recordset/RecordsetFactory.h"
 #include "platform/text.h"
 
@@ -12,11 +13,11 @@ MemoryObjectFactory::MemoryObjectFactory() {
 
 ObjectPtr MemoryObjectFactory::Create(std::u16string_view programmatic_identifier) {
   const auto found = creators_.find(ToLower(programmatic_identifier));
-  if (found == creators_.end()) throw AutomationError(kCannotCreateObject);
+  if (found == creators_.end()) throw CannotCreate(programmatic_identifier);
   // A copy: what the creator does may change the registrations.
   const Creator creator = found->second;
   ObjectPtr object = creator();
-  if (!object) throw AutomationError(kCannotCreateObject);
+  if (!object) throw CannotCreate(programmatic_identifier, u"its creator gives nothing");
   return object;
 }
 

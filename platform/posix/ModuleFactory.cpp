@@ -2,7 +2,7 @@
 
 #include <dlfcn.h>
 
-#include "platform/error.h"
+#include "platform/cannot_create.h"
 #include "platform/module.h"
 #include "platform/text.h"
 
@@ -36,16 +36,16 @@ ObjectPtr ModuleFactory::Create(std::u16string_view programmatic_identifier) {
   for (ObjectFactory* factory : factories_) {
     if (ObjectPtr object = TryCreate(*factory, programmatic_identifier)) return object;
   }
-  std::u16string description = StandardDescription(kCannotCreateObject);
+  std::u16string cause(kNoSuchClass);
   for (Module& module : modules_) {
     if (!module.factory && module.failure.empty()) Open(module);
     if (!module.factory) {
-      description += u"\n" + FromUtf8(module.path.string() + ": " + module.failure);
+      cause += u"\n" + FromUtf8(module.path.string() + ": " + module.failure);
     } else if (ObjectPtr object = TryCreate(*module.factory, programmatic_identifier)) {
       return object;
     }
   }
-  throw AutomationError(kCannotCreateObject, u"QVA_Varnholt", std::move(description));
+  throw CannotCreate(programmatic_identifier, cause);
 }
 
 void ModuleFactory::Open(Module& module) const {

@@ -15,7 +15,7 @@ namespace qva {
 ///
 /// A module (platform/module.h) is loaded when a question first reaches it, and never unloaded. One that
 /// cannot be loaded or opened is not tried again; when nobody else creates the object either, the
-/// 429 that Create raises names its path and the reason.
+/// 429 that Create raises names its path and the reason, too.
 class ModuleFactory : public ObjectFactory {
  public:
   /// `services` is handed to the modules; it and the factories must outlive this object, `services` the

@@ -1,6 +1,7 @@
 #include "platform/recordset/RecordsetFactory.h"
 
 #include "platform/ado.h"
+#include "platform/cannot_create.h"
 #include "platform/recordset/Recordset.h"
 #include "platform/text.h"
 
@@ -12,7 +13,7 @@ ObjectPtr NewRecordset() {
 
 ObjectPtr RecordsetFactory::Create(std::u16string_view programmatic_identifier) {
   if (!EqualIgnoringCase(programmatic_identifier, ado::kRecordset))
-    throw AutomationError(kCannotCreateObject);
+    throw CannotCreate(programmatic_identifier);
   return NewRecordset();
 }
 

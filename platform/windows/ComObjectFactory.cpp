@@ -1,28 +1,77 @@
 #include "platform/windows/ComObjectFactory.h"
 
 #include "platform/ado.h"
+#include "platform/cannot_create.h"
 #include "platform/recordset/RecordsetFactory.h"
 #include "platform/text.h"
 #include "platform/windows/Busy.h"
+#include "platform/windows/Error.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
 
 namespace qva::windows {
 namespace {
 
-/// An object of a registered class; null when there is none that can be reached by automation.
-ObjectPtr CreateRegistered(std::u16string_view programmatic_identifier) {
+#ifdef _WIN64
+constexpr std::u16string_view kBitness = u"64-bit", kOtherBitness = u"32-bit";
+constexpr REGSAM kOtherView = KEY_WOW64_32KEY;
+#else
+constexpr std::u16string_view kBitness = u"32-bit", kOtherBitness = u"64-bit";
+constexpr REGSAM kOtherView = KEY_WOW64_64KEY;
+#endif
+
+/// What came of a creation: an object, or Windows' code for why there is none that automation can reach.
+struct Creation {
+  ObjectPtr object;
+  HRESULT code = S_OK;
+  CLSID class_id = {};
+};
+
+Creation CreateRegistered(std::u16string_view programmatic_identifier) {
+  Creation creation;
+  creation.code = CLSIDFromProgID(WideText(programmatic_identifier).c_str(), &creation.class_id);
+  if (FAILED(creation.code)) return creation;
   ComPtr<IDispatch> object;
-  CLSID class_id;
-  if (SUCCEEDED(CLSIDFromProgID(WideText(programmatic_identifier).c_str(), &class_id))) {
-    RetryWhileBusy([&] {
-      return object.Obtain([&](IDispatch** received) {
-        return CoCreateInstance(class_id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                reinterpret_cast<void**>(received));
-      });
+  creation.code = RetryWhileBusy([&] {
+    return object.Obtain([&](IDispatch** received) {
+      return CoCreateInstance(creation.class_id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
+                              IID_IDispatch, reinterpret_cast<void**>(received));
     });
+  });
+  creation.object = ToObject(object.get());
+  return creation;
+}
+
+/// Whether programs of the other bitness find a server of the class.
+bool IsThereForOtherBitness(const CLSID& class_id) {
+  wchar_t text[39];
+  StringFromGUID2(class_id, text, 39);
+  const std::wstring path = L"CLSID\\" + std::wstring(text) + L"\\InprocServer32";
+  HKEY key = nullptr;
+  if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_QUERY_VALUE | kOtherView, &key) !=
+      ERROR_SUCCESS) {
+    return false;
   }
-  return ToObject(object.get());
+  RegCloseKey(key);
+  return true;
+}
+
+/// "0x80040154, not registered for 64-bit", or with the system's text for another code.
+std::u16string CauseOf(const Creation& creation) {
+  constexpr char16_t kDigits[] = u"0123456789ABCDEF";
+  std::u16string cause = u"0x";
+  for (int shift = 28; shift >= 0; shift -= 4) {
+    cause += kDigits[static_cast<std::uint32_t>(creation.code) >> shift & 0xF];
+  }
+  const bool has_identifier = creation.code != CO_E_CLASSSTRING;
+  if (has_identifier && creation.code != REGDB_E_CLASSNOTREG) {
+    return cause + u", " + SystemText(creation.code) + u" (" + std::u16string(kBitness) + u")";
+  }
+  cause += u", not registered for " + std::u16string(kBitness);
+  if (has_identifier && IsThereForOtherBitness(creation.class_id)) {
+    cause += u", but for " + std::u16string(kOtherBitness);
+  }
+  return cause;
 }
 
 /// Whether a new recordset does what the library asks of recordsets, so that no value is lost; it holds
@@ -55,18 +104,18 @@ bool KeepsRecords(const ado::Recordset& recordset) {
 
 ObjectPtr ComObjectFactory::Create(std::u16string_view programmatic_identifier) {
   if (EqualIgnoringCase(programmatic_identifier, ado::kRecordset)) return CreateRecordset();
-  ObjectPtr object = CreateRegistered(programmatic_identifier);
-  if (!object) throw AutomationError(kCannotCreateObject);
-  return object;
+  const Creation creation = CreateRegistered(programmatic_identifier);
+  if (!creation.object) throw CannotCreate(programmatic_identifier, CauseOf(creation));
+  return creation.object;
 }
 
 ObjectPtr ComObjectFactory::CreateRecordset() {
   if (recordsets_ == Recordsets::NotTried) {
-    const ado::Recordset trial(CreateRegistered(ado::kRecordset));
+    const ado::Recordset trial(CreateRegistered(ado::kRecordset).object);
     recordsets_ = KeepsRecords(trial) ? Recordsets::Ado : Recordsets::InMemory;
   }
   const ObjectPtr recordset =
-      recordsets_ == Recordsets::Ado ? CreateRegistered(ado::kRecordset) : ObjectPtr();
+      recordsets_ == Recordsets::Ado ? CreateRegistered(ado::kRecordset).object : ObjectPtr();
   return recordset ? recordset : recordset::NewRecordset();
 }
 

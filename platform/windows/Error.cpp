@@ -35,6 +35,13 @@ constexpr Translation kTranslations[] = {
     {STG_E_PATHNOTFOUND, kPathNotFound},
 };
 
+std::u16string DescriptionOf(std::int32_t number, HRESULT code) {
+  std::u16string text = StandardDescription(number);
+  return text.empty() ? SystemText(code) : text;
+}
+
+}  // namespace
+
 std::u16string SystemText(HRESULT code) {
   wchar_t text[512];
   const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
@@ -43,13 +50,6 @@ std::u16string SystemText(HRESULT code) {
   result.erase(result.find_last_not_of(u"\r\n ") + 1);
   return result.empty() ? StandardDescription(kAutomationFailed) : result;
 }
-
-std::u16string DescriptionOf(std::int32_t number, HRESULT code) {
-  std::u16string text = StandardDescription(number);
-  return text.empty() ? SystemText(code) : text;
-}
-
-}  // namespace
 
 std::int32_t ErrorNumberOf(HRESULT code) {
   const auto* found = std::ranges::find(kTranslations, code, &Translation::code);

@@ -12,6 +12,9 @@ namespace qva::windows {
 /// code in the facility of controls, 800A…, carries its number in itself), otherwise the code.
 std::int32_t ErrorNumberOf(HRESULT code);
 
+/// Windows' own text for a failure code, in the user's language; "Automation error" where it has none.
+std::u16string SystemText(HRESULT code);
+
 /// The failure of a call that left no further information: the number above, with the platform's own text or
 /// else the system's text for the code.
 AutomationError ErrorOf(HRESULT code);

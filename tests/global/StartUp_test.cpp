@@ -61,7 +61,10 @@ TEST_F(StartUpTest, MissingHostComponentsDoNotStopIt) {
   platform.object_factory.Unregister(host::kClientTools);
   StartUp();
   EXPECT_EQ(TheStartUpState().initialised, 1);
-  EXPECT_EQ(ErrorNumberOf([] { HostText(842); }), kCannotCreateObject);
+  const auto error = ErrorOf([] { HostText(842); });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->number(), kCannotCreateObject);
+  EXPECT_EQ(error->description(), u"QVA_Common.MessageResource: no such class");
 }
 
 TEST_F(StartUpTest, MessageTextsComeFromTheResourceByNumber) {

@@ -469,9 +469,48 @@ TEST_F(GlobalObject, InitConnectWithNoHostAtAllKeepsNumberAndSourceAndTellsTheRe
     ASSERT_TRUE(error);
     EXPECT_EQ(error->number(), kObjectErrorBase);
     EXPECT_EQ(error->source(), u"InitConnectEX");
-    EXPECT_EQ(error->description(), StandardDescription(kCannotCreateObject))
+    EXPECT_EQ(error->description(), u"NVXCommonObjects.CommonObjects: no such class")
         << "the texts are not to be had";
     EXPECT_EQ(Get(global, u"oBook"), Nothing());
+  }
+}
+
+TEST_F(GlobalObject, InitConnectWithoutTheHostsTextsTellsWhyThereIsNoBookFirst) {
+  platform.object_factory.Unregister(host::kMessageResource);
+  const ObjectPtr global = Create(u"gExcelObject");
+  SetSetting(host::kFormsSection, u"P0", u"NERA");
+  auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
+  ASSERT_TRUE(error);
+  const auto of_host =
+      ErrorOf([&] { host::CommonObjects::Create(platform.object_factory).CreateBook(u"NERA"); });
+  ASSERT_TRUE(of_host);
+  EXPECT_EQ(error->description(), of_host->description()) << "the host's own account";
+  platform.object_factory.Unregister(host::kCommonObjects);
+  error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->description(), u"NVXCommonObjects.CommonObjects: no such class");
+}
+
+TEST_F(GlobalObject, InitConnectWithTheHostsTextsSaysWhatTheyDoWhateverTheCause) {
+  platform.object_factory.Unregister(host::kCommonObjects);
+  const ObjectPtr global = Create(u"gExcelObject");
+  const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->description(), u"Tekstas 842: MEDVILNE");
+}
+
+TEST_F(GlobalObject, AHostComponentThatIsNotThereIsNamedByInitConnectWithNumberAndSourceKept) {
+  for (const std::u16string_view identifier : {host::kClientTools, host::kPlant}) {
+    ResetGlobals();
+    ShutDown();
+    const ObjectPtr global = Create(u"gExcelObject");
+    platform.object_factory.Unregister(identifier);
+    const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
+    ASSERT_TRUE(error) << ToUtf8(identifier);
+    EXPECT_EQ(error->number(), kCannotCreateObject);
+    EXPECT_EQ(error->source(), u"QVA_Varnholt");
+    EXPECT_EQ(error->description(), std::u16string(identifier) + u": no such class");
+    platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
   }
 }
 

@@ -282,7 +282,7 @@ TEST_F(InterceptorTest, WrapsAndCountsWhatAFactoryMakes) {
   EXPECT_EQ(RaisedBy([&] { factory.Create(u"Library.Other"); }), kCannotCreateObject);
   EXPECT_THAT(trace.lines(),
               ElementsAre("CreateObject(\"Library.Node\")", "Node.Number = 1",
-                          "CreateObject(\"Library.Other\") ! 429 ActiveX component can't create object"));
+                          "CreateObject(\"Library.Other\") ! 429 Library.Other: no such class"));
   EXPECT_EQ(count.calls(), 3);
   failure.Reset(1);
   EXPECT_EQ(RaisedBy([&] { factory.Create(u"Library.Node"); }), 1004);

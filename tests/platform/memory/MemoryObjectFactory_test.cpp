@@ -26,6 +26,20 @@ TEST_F(MemoryObjectFactoryTest, Raises429ForWhatItDoesNotKnow) {
   EXPECT_EQ(RaisedBy([&] { platform.object_factory.Create(u"Excel.Application"); }), kCannotCreateObject);
 }
 
+TEST_F(MemoryObjectFactoryTest, NamesTheClassAndTheCauseInItsError429) {
+  platform.object_factory.Register(u"A.Nothing", [] { return ObjectPtr(); });
+  const auto description_of = [&](std::u16string_view identifier) {
+    try {
+      platform.object_factory.Create(identifier);
+    } catch (const AutomationError& error) {
+      return error.description();
+    }
+    return std::u16string();
+  };
+  EXPECT_EQ(description_of(u"No.Such"), u"No.Such: no such class");
+  EXPECT_EQ(description_of(u"A.Nothing"), u"A.Nothing: its creator gives nothing");
+}
+
 TEST_F(MemoryObjectFactoryTest, Raises429ForACreatorThatGivesNothingAndPassesOnWhatItRaises) {
   platform.object_factory.Register(u"A.Nothing", [] { return ObjectPtr(); });
   platform.object_factory.Register(u"A.Failure",

@@ -75,7 +75,8 @@ TEST_F(ModuleFactoryTest, Raises429WhenNobodyHasTheClass) {
   ModuleFactory factory(services, {&first}, {});
   const AutomationError error = ErrorOfCreate(factory, u"C.Thing");
   EXPECT_EQ(error.number(), kCannotCreateObject);
-  EXPECT_EQ(error.description(), StandardDescription(kCannotCreateObject));
+  EXPECT_EQ(error.source(), u"QVA_Varnholt");
+  EXPECT_EQ(error.description(), u"C.Thing: no such class");
   ModuleFactory empty(services, {}, {});
   EXPECT_EQ(ErrorOfCreate(empty, u"C.Thing").number(), kCannotCreateObject);
 }
@@ -96,7 +97,7 @@ TEST_F(ModuleFactoryTest, AsksAModuleWhenNoFactoryHasTheClass) {
   const ObjectPtr tools = factory.Create(host::kClientTools);
   ASSERT_TRUE(tools);
   EXPECT_EQ(own.asked, 1);
-  EXPECT_EQ(ErrorOfCreate(factory, u"C.Thing").description(), StandardDescription(kCannotCreateObject));
+  EXPECT_EQ(ErrorOfCreate(factory, u"C.Thing").description(), u"C.Thing: no such class");
 }
 
 TEST_F(ModuleFactoryTest, ModuleThatIsNotNeededIsNotLoaded) {
@@ -115,7 +116,7 @@ TEST_F(ModuleFactoryTest, ModuleThatCannotBeLoadedIsNamedWithTheReason) {
     const AutomationError error = ErrorOfCreate(factory, u"A.Thing");
     EXPECT_EQ(error.number(), kCannotCreateObject);
     const std::string description = ToUtf8(error.description());
-    EXPECT_THAT(description, testing::HasSubstr("\n" + missing.string() + ": "));
+    EXPECT_THAT(description, testing::StartsWith("A.Thing: no such class\n" + missing.string() + ": "));
     EXPECT_THAT(description, testing::HasSubstr("No such file"));
     EXPECT_THAT(description, testing::HasSubstr("\n" + text.string() + ": "));
     EXPECT_THAT(description, testing::HasSubstr("\nlibm.so.6: "));
