@@ -81,7 +81,7 @@ int Statement::ParameterCount() const {
 Database::Database(const std::filesystem::path& file, Mode mode) {
   sqlite3* database = nullptr;
   const int flags = mode == Mode::Read ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE;
-  const int result = sqlite3_open_v2(file.c_str(), &database, flags, nullptr);
+  const int result = sqlite3_open_v2(Utf8Path(file).c_str(), &database, flags, nullptr);
   database_.reset(database);  // there is a connection to close also when the opening failed
   if (result != SQLITE_OK) throw Unusable(PathText(file), sqlite3_errstr(result));
   sqlite3_busy_timeout(database, kBusyTimeout);

@@ -16,13 +16,14 @@ struct HostOptions {
 };
 
 /// The options that the user's environment asks for:
-///   database   QVA_HOST_DATABASE, else qva-varnholt/host.sqlite in XDG_DATA_HOME (absolute) or
-///   ~/.local/share resources  QVA_HOST_RESOURCES, else `default_resources` sample     sample.sql in the
-///   resource folder
-/// An empty variable counts as none. `variable` gives the value of a variable, null when it is not set; of an
-/// environment without any place for the database the result is nothing. Does not raise.
+/// - database: QVA_HOST_DATABASE; else qva-varnholt/host.sqlite in XDG_DATA_HOME (absolute) or
+///   ~/.local/share, on Windows QVA_Varnholt\host.sqlite in LOCALAPPDATA (absolute)
+/// - resources: QVA_HOST_RESOURCES, else `default_resources`
+/// - sample: sample.sql in the resource folder
+/// `variable` gives the value of a variable; an empty one counts as none. Of an environment without any place
+/// for the database the result is nothing. Does not raise.
 std::optional<HostOptions> OptionsFromEnvironment(
-    const std::function<const char*(const char* name)>& variable,
+    const std::function<std::filesystem::path(const char* name)>& variable,
     const std::filesystem::path& default_resources);
 
 }  // namespace qva::embedded

@@ -1,21 +1,13 @@
 #include "host/HostStore.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-
 #include "host/HostError.h"
+#include "host/OwnersFiles.h"
 #include "host/ReadFile.h"
-#include "platform/posix/OwnersFolders.h"
 #include "platform/temporary_name.h"
 #include "platform/text.h"
 
 namespace qva::embedded {
 namespace {
-
-constexpr mode_t kOwnersFile = 0600;
 
 /// A new, empty file beside another one, for its owner alone, deleted unless it was renamed.
 class TemporaryFile {
@@ -24,14 +16,14 @@ class TemporaryFile {
   explicit TemporaryFile(const std::filesystem::path& beside) {
     for (int i = 0; i < kTemporaryNameTries && !is_there_; ++i) {
       path_ = beside.parent_path() / TemporaryName(beside.filename().string().size());
-      const int file = open(path_.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kOwnersFile);
-      is_there_ = file >= 0;
-      if (is_there_) close(file);
-      if (!is_there_ && errno != EEXIST) return;
+      const NewFile created = CreateOwnersFile(path_);
+      is_there_ = created == NewFile::Created;
+      if (created == NewFile::NotCreated) return;
     }
   }
   ~TemporaryFile() {
-    if (is_there_) unlink(path_.c_str());
+    std::error_code ignored;
+    if (is_there_) std::filesystem::remove(path_, ignored);
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -70,7 +62,7 @@ void CreateFromSample(const HostOptions& options) {
   const std::optional<std::string> script = ReadFile(options.sample);
   if (!script) throw not_created(u"the sample \"" + PathText(options.sample) + u"\" cannot be read");
 
-  CreateOwnersFolders(options.database.parent_path());
+  CreateOwnersFolder(options.database.parent_path());
   // Whatever became of the folder, the file shows whether it can be used.
   TemporaryFile file(options.database);
   if (!file.is_there()) throw not_created(u"its folder cannot be written");
@@ -81,15 +73,6 @@ void CreateFromSample(const HostOptions& options) {
     throw not_created(cause.description());
   }
   if (!file.RenameTo(options.database)) throw not_created(u"the finished file cannot be renamed");
-}
-
-/// Takes a file or folder from everybody but its owner, where that can be done.
-void TakeFromOthers(const std::filesystem::path& path) {
-  using std::filesystem::perm_options;
-  using std::filesystem::perms;
-  std::error_code ignored;
-  std::filesystem::permissions(path, perms::group_all | perms::others_all,
-                               perm_options::remove | perm_options::nofollow, ignored);
 }
 
 }  // namespace

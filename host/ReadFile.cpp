@@ -16,8 +16,13 @@ std::optional<std::string> ReadFile(const std::filesystem::path& file) {
   return bytes;
 }
 
+std::string Utf8Path(const std::filesystem::path& path) {
+  const std::u8string bytes = path.u8string();
+  return {bytes.begin(), bytes.end()};
+}
+
 std::u16string PathText(const std::filesystem::path& path) {
-  return FromUtf8(path.string());
+  return FromUtf8(Utf8Path(path));
 }
 
 }  // namespace qva::embedded

@@ -22,8 +22,12 @@ std::filesystem::path ResourcesBesideModule() {
 
 extern "C" __attribute__((visibility("default"))) qva::ObjectFactory* QvaOpenModule(
     const qva::Services& services) noexcept try {
-  auto options = qva::embedded::OptionsFromEnvironment([](const char* name) { return std::getenv(name); },
-                                                       ResourcesBesideModule());
+  auto options = qva::embedded::OptionsFromEnvironment(
+      [](const char* name) {
+        const char* value = std::getenv(name);
+        return std::filesystem::path(value ? value : "");
+      },
+      ResourcesBesideModule());
   if (!options || !services.message_box) return nullptr;
   // Conversions of values ask the services, and the module has a copy of the seam of its own.
   qva::InstallServices(services);

@@ -11,7 +11,7 @@ std::optional<HostOptions> OptionsOf(const std::map<std::string, std::string>& e
   return OptionsFromEnvironment(
       [&](const char* name) {
         const auto found = environment.find(name);
-        return found == environment.end() ? nullptr : found->second.c_str();
+        return std::filesystem::path(found == environment.end() ? "" : found->second);
       },
       "/lib/host");
 }

@@ -1,0 +1,20 @@
+// Files and folders that are their owner's alone, as far as the system tells users apart by files.
+#pragma once
+
+#include <filesystem>
+
+namespace qva::embedded {
+
+enum class NewFile { Created, NameIsTaken, NotCreated };
+
+/// Creates an empty file for its owner alone.
+NewFile CreateOwnersFile(const std::filesystem::path& file);
+
+/// Creates what is missing of a folder and those above it, for their owner alone. Who writes there finds out
+/// whether that went well.
+void CreateOwnersFolder(const std::filesystem::path& folder);
+
+/// Takes a file or folder from everybody but its owner, where that can be done.
+void TakeFromOthers(const std::filesystem::path& path);
+
+}  // namespace qva::embedded

@@ -1,0 +1,27 @@
+// Windows hands the rights of a folder on to what is created in it, and the user's own folder is the user's
+// alone.
+#include "host/OwnersFiles.h"
+
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::embedded {
+
+NewFile CreateOwnersFile(const std::filesystem::path& file) {
+  HANDLE created =
+      CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (created == INVALID_HANDLE_VALUE) {
+    return GetLastError() == ERROR_FILE_EXISTS ? NewFile::NameIsTaken : NewFile::NotCreated;
+  }
+  CloseHandle(created);
+  return NewFile::Created;
+}
+
+void CreateOwnersFolder(const std::filesystem::path& folder) {
+  std::error_code ignored;
+  std::filesystem::create_directories(folder, ignored);
+}
+
+void TakeFromOthers(const std::filesystem::path&) {
+}
+
+}  // namespace qva::embedded
