@@ -125,12 +125,94 @@ Value Sum(const std::vector<Operand>& operands, const FormulaContext& context) {
   return Finite(sum);
 }
 
+using Condition = std::function<bool(const Value& value)>;
+
+/// What a criterion such as "29*", ">=5" or a number asks of a cell. Patterns fit texts alone, as in Excel.
+Condition ConditionOf(const Value& criterion) {
+  if (!criterion.Is(Value::Type::Text)) {
+    return [criterion](const Value& value) { return Compare(u"=", value, criterion) == Value(true); };
+  }
+  std::u16string_view text = criterion.As<std::u16string>();
+  std::u16string_view op = u"=";
+  for (const std::u16string_view candidate : {u"<>", u"<=", u">=", u"=", u"<", u">"}) {
+    if (!text.starts_with(candidate)) continue;
+    op = candidate;
+    text.remove_prefix(candidate.size());
+    break;
+  }
+  const auto number = ParseExcelNumber(text);
+  const bool is_equality = op == u"=" || op == u"<>";
+  if (number || !is_equality) {
+    return [op, other = number ? Value(*number) : Value(text)](const Value& value) {
+      // Numbers and texts are never equal nor in an order here.
+      if (IsNumber(value) != IsNumber(other)) return op == u"<>";
+      return Compare(op, value, other) == Value(true);
+    };
+  }
+  return [pattern = std::u16string(text), is_fit = op == u"="](const Value& value) {
+    const bool fits = value.Is(Value::Type::Text) && FitsPattern(value.As<std::u16string>(), pattern);
+    return fits == is_fit;
+  };
+}
+
+/// SUMIF(cells, criterion, cells to add): of areas as large as the first one.
+Value SumIf(const std::vector<Operand>& operands, const FormulaContext& context) {
+  const auto* asked = operands.size() == 3 ? std::get_if<Reference>(&operands[0]) : nullptr;
+  const auto* added = operands.size() == 3 ? std::get_if<Reference>(&operands[2]) : nullptr;
+  if (!asked || !added) return Error(xlErrValue);
+  const Condition meets = ConditionOf(Scalar(operands[1], context));
+  double sum = 0;
+  Value error;
+  asked->sheet->ForEachCell(asked->area, [&](std::int32_t row, std::int32_t column, const Cell&) {
+    if (!meets(context.cell_value(*asked->sheet, row, column))) return;
+    const Value value = context.cell_value(*added->sheet, added->area.row + row - asked->area.row,
+                                           added->area.column + column - asked->area.column);
+    if (IsNumber(value)) sum += value.ToDouble();
+    if (IsError(value)) error = value;
+  });
+  return IsError(error) ? error : Finite(sum);
+}
+
+/// A function of numbers alone.
+template <auto compute, std::size_t count>
+Value OfNumbers(const std::vector<Operand>& operands, const FormulaContext& context) {
+  if (operands.size() != count) return Error(xlErrValue);
+  double numbers[count];
+  for (std::size_t i = 0; i < count; ++i) {
+    const Value number = ToNumber(Scalar(operands[i], context));
+    if (IsError(number)) return number;
+    numbers[i] = number.As<double>();
+  }
+  return Finite(compute(numbers));
+}
+double Absolute(const double* numbers) {
+  return std::abs(numbers[0]);
+}
+/// Halves go away from zero; those that binary digits miss by a hair do, too.
+double Rounded(const double* numbers) {
+  const double scale = std::pow(10.0, std::trunc(numbers[1]));
+  const double scaled = numbers[0] * scale;
+  return std::round(scaled + std::copysign(std::abs(scaled) * 1e-15, scaled)) / scale;
+}
+
+/// IF(condition, value where it holds, value where it does not).
+Value If(const std::vector<Operand>& operands, const FormulaContext& context) {
+  if (operands.size() != 3) return Error(xlErrValue);
+  const Value condition = ToNumber(Scalar(operands[0], context));
+  if (IsError(condition)) return condition;
+  return Scalar(operands[condition.As<double>() != 0 ? 1 : 2], context);
+}
+
 /// The functions. A new one is a line here and a function of this shape above.
 struct Function {
   std::u16string_view name;
   Value (*compute)(const std::vector<Operand>& operands, const FormulaContext& context);
 };
-constexpr Function kFunctions[] = {{u"SUM", Sum}};
+constexpr Function kFunctions[] = {{u"SUM", Sum},
+                                   {u"SUMIF", SumIf},
+                                   {u"IF", If},
+                                   {u"ABS", OfNumbers<Absolute, 1>},
+                                   {u"ROUND", OfNumbers<Rounded, 2>}};
 
 /// Reads and computes at once, by recursive descent.
 class Evaluator {

@@ -91,6 +91,34 @@ TEST_F(FormulaTest, Sums) {
   EXPECT_EQ(Evaluate(u"=SUM(A1:A3)"), Value(ErrorValue{xlErrNA}));
 }
 
+TEST_F(FormulaTest, SumsWhereACriterionIsMet) {
+  Put(Range(u"A1:A5"), u"NumberFormat", u"@");
+  Set(u"A1:B5", Array::Block(5, 2, {u"2710", 1, u"2720", 2, u"3011", 4, u"PVM1/S", 8, Value(), 16}));
+  EXPECT_EQ(Evaluate(u"=SUMIF(A1:A5,\"27*\",B1:B5)"), Value(3.0));
+  EXPECT_EQ(Evaluate(u"=SUMIF($A$1:$A$5,\"pvm1/s\",B1:B5)"), Value(8.0));
+  EXPECT_EQ(Evaluate(u"=SUMIF(A1:A5,\"<>27*\",B1:B5)"), Value(12.0)) << "of the cells that hold something";
+  EXPECT_EQ(Evaluate(u"=SUMIF(B1:B5,\">=4\",B1:B5)"), Value(28.0));
+  EXPECT_EQ(Evaluate(u"=SUMIF(B1:B5,2,B1:B5)"), Value(2.0));
+  EXPECT_EQ(Evaluate(u"=SUMIF(B1:B5,\"1*\",B1:B5)"), Value(0.0)) << "numbers fit no pattern";
+  EXPECT_EQ(Evaluate(u"=SUMIF(1,2,3)"), Value(ErrorValue{xlErrValue}));
+  Set(u"B2", ErrorValue{xlErrNA});
+  EXPECT_EQ(Evaluate(u"=SUMIF(A1:A5,\"27*\",B1:B5)"), Value(ErrorValue{xlErrNA}));
+  EXPECT_EQ(Evaluate(u"=SUMIF(A1:A5,\"3*\",B1:B5)"), Value(4.0));
+}
+
+TEST_F(FormulaTest, RoundsAndChooses) {
+  EXPECT_EQ(Evaluate(u"=ROUND(2.5,0)"), Value(3.0));
+  EXPECT_EQ(Evaluate(u"=ROUND(-2.5,0)"), Value(-3.0));
+  EXPECT_EQ(Evaluate(u"=ROUND(1.005,2)"), Value(1.01)) << "which binary digits miss by a hair";
+  EXPECT_EQ(Evaluate(u"=ROUND(1234,-2)"), Value(1200.0));
+  EXPECT_EQ(Evaluate(u"=ROUND(\"x\",0)"), Value(ErrorValue{xlErrValue}));
+  EXPECT_EQ(Evaluate(u"=ROUND(1)"), Value(ErrorValue{xlErrValue}));
+  EXPECT_EQ(Evaluate(u"=ABS(-3)+abs(4)"), Value(7.0));
+  EXPECT_EQ(Evaluate(u"=IF(1=2,\"a\",\"b\")"), Value(u"b"));
+  EXPECT_EQ(Evaluate(u"=IF(0=0,\"\",1/0)"), Value(u""));
+  EXPECT_EQ(Evaluate(u"=IF(1/0,1,2)"), Value(ErrorValue{xlErrDiv0}));
+}
+
 TEST_F(FormulaTest, GivesErrorValues) {
   EXPECT_EQ(Evaluate(u"=1/0"), Value(ErrorValue{xlErrDiv0}));
   EXPECT_EQ(Evaluate(u"=1+\"x\""), Value(ErrorValue{xlErrValue}));
