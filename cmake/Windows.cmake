@@ -45,15 +45,15 @@ add_custom_command(
 add_custom_target(qva_idl DEPENDS ${idl_output}/QVA_Varnholt.tlb ${idl_output}/QVA_Varnholt_idl.h)
 
 # What every COM server of the project is made of; each brings the faces of its own classes.
-add_library(qva_com STATIC server/com/MemberIds.cpp server/com/ObjectCalls.cpp server/com/ServerErrors.cpp
-                           server/com/ServerModule.cpp)
+add_library(qva_com STATIC server/com/MemberIds.cpp server/com/ObjectCalls.cpp server/com/Registration.cpp
+                           server/com/ServerEntries.cpp server/com/ServerErrors.cpp server/com/ServerModule.cpp)
 target_link_libraries(qva_com PUBLIC qva_windows qva_library)
 
 # A small file loads fast, and nothing here computes for long.
 set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
 
 # The product.
-add_library(QVA_Varnholt SHARED server/com/Exports.cpp server/com/Registration.cpp server/com/ServerClasses.cpp
+add_library(QVA_Varnholt SHARED server/com/Exports.cpp server/com/LibraryRegistration.cpp server/com/ServerClasses.cpp
                                 server/com/StandardLibrary.cpp server/com/QVA_Varnholt.def
                                 server/com/QVA_Varnholt.rc ${visual_styles})
 set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" UNITY_BUILD OFF RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
@@ -70,6 +70,11 @@ add_custom_command(
           -DOUTPUT=${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest -P ${CMAKE_SOURCE_DIR}/cmake/Manifest.cmake
   DEPENDS ${idl} ${CMAKE_SOURCE_DIR}/cmake/Manifest.cmake VERBATIM)
 add_custom_target(qva_manifest ALL DEPENDS ${CMAKE_BINARY_DIR}/QVA_Varnholt.manifest)
+
+option(QVA_DEMO_HOST "Build the demo host, for which SQLite's source is fetched" ON)
+if(QVA_DEMO_HOST)
+  include(cmake/DemoHost.cmake)
+endif()
 
 if(QVA_TESTS)
   include(cmake/WindowsTests.cmake)

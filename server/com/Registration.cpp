@@ -3,25 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/windows/WideText.h"
-#include "server/com/ServerClasses.h"
-
 namespace qva::com {
 namespace {
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
 constexpr wchar_t kVendorKey[] = L"Software\\QVA_Varnholt";
-constexpr wchar_t kRecordKey[] = L"Software\\QVA_Varnholt\\Registration";
-/// The system's marshaller for interfaces that a type library describes.
-constexpr wchar_t kTypeLibraryMarshaller[] = L"{00020424-0000-0000-C000-000000000046}";
-constexpr wchar_t kVersion[] = L"1.0";
-#ifdef _WIN64
-constexpr wchar_t kBitness[] = L"win64";
-constexpr wchar_t kOtherBitness[] = L"win32";
-#else
-constexpr wchar_t kBitness[] = L"win32";
-constexpr wchar_t kOtherBitness[] = L"win64";
-#endif
 
 HKEY Hive(Scope scope) {
   return scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
@@ -125,9 +111,9 @@ bool KeyExists(Scope scope, const std::wstring& path) {
   return RegOpenKeyExW(Hive(scope), path.c_str(), 0, KEY_QUERY_VALUE, key.receive()) == ERROR_SUCCESS;
 }
 
-bool IsRemembered(Scope scope) {
-  return RegGetValueW(Hive(scope), kRecordKey, kBitness, RRF_RT_REG_SZ, nullptr, nullptr, nullptr) ==
-         ERROR_SUCCESS;
+bool IsRemembered(const Registration& registration, Scope scope) {
+  return RegGetValueW(Hive(scope), registration.record.c_str(), kBitness, RRF_RT_REG_SZ, nullptr, nullptr,
+                      nullptr) == ERROR_SUCCESS;
 }
 
 LSTATUS DeleteTree(Scope scope, const std::wstring& path) {
@@ -164,17 +150,11 @@ std::optional<RegistrationFailure> UnregisterFrom(const Registration& registrati
   }
 
   if (failure) return failure;
-  const LSTATUS forgotten = RegDeleteKeyValueW(Hive(scope), kRecordKey, kBitness);
-  check(forgotten == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : forgotten, kRecordKey);
-  DeleteIfEmpty(scope, kRecordKey);
+  const LSTATUS forgotten = RegDeleteKeyValueW(Hive(scope), registration.record.c_str(), kBitness);
+  check(forgotten == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : forgotten, registration.record);
+  DeleteIfEmpty(scope, registration.record);
   DeleteIfEmpty(scope, kVendorKey);
   return failure;
-}
-
-std::wstring GuidText(const GUID& guid) {
-  wchar_t text[39];
-  StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
-  return text;
 }
 
 std::wstring Quoted(const std::wstring& text) {
@@ -188,51 +168,10 @@ std::wstring Quoted(const std::wstring& text) {
 
 }  // namespace
 
-Registration DescribeRegistration(const std::wstring& library_path) {
-  Registration result;
-  auto add = [&](const std::wstring& key, const wchar_t* name, std::optional<std::wstring> text) {
-    result.values.push_back({key, name, std::move(text)});
-  };
-
-  const std::wstring library = GuidText(kLibraryId);
-  for (const ServerClass& server_class : ServerClasses()) {
-    const ClassDescription& description = server_class.public_class->description();
-    const std::wstring name = windows::WideText(description.name());
-    const std::wstring help(description.help().begin(), description.help().end());
-    const std::wstring identifier = windows::WideText(kLibraryName) + L"." + name;
-    const std::wstring class_id = GuidText(server_class.class_id);
-
-    add(identifier, L"", help);
-    add(identifier + L"\\CLSID", L"", class_id);
-    result.shared_trees.push_back(identifier);
-
-    const std::wstring class_key = L"CLSID\\" + class_id;
-    add(class_key, L"", help);
-    add(class_key + L"\\InprocServer32", L"", library_path);
-    add(class_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
-    add(class_key + L"\\ProgID", L"", identifier);
-    add(class_key + L"\\Programmable", L"", std::nullopt);
-    add(class_key + L"\\TypeLib", L"", library);
-    add(class_key + L"\\Version", L"", kVersion);
-    result.own_trees.push_back(class_key);
-
-    const std::wstring interface_key = L"Interface\\" + GuidText(server_class.interface_id);
-    add(interface_key, L"", L"_" + name);
-    add(interface_key + L"\\ProxyStubClsid32", L"", kTypeLibraryMarshaller);
-    add(interface_key + L"\\TypeLib", L"", library);
-    add(interface_key + L"\\TypeLib", L"Version", kVersion);
-    result.own_trees.push_back(interface_key);
-  }
-
-  const std::wstring library_key = L"TypeLib\\" + library;
-  const std::wstring version_key = library_key + L"\\" + kVersion;
-  add(version_key, L"", windows::WideText(kLibraryName) + L" " + kVersion + L" report library");
-  add(version_key + L"\\0\\" + kBitness, L"", library_path);
-  add(version_key + L"\\FLAGS", L"", L"0");
-  result.own_trees.push_back(version_key + L"\\0\\" + kBitness);
-  result.shared_trees.push_back(library_key);
-  result.other_bitness = version_key + L"\\0\\" + kOtherBitness;
-  return result;
+std::wstring GuidText(const GUID& guid) {
+  wchar_t text[39];
+  StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
+  return text;
 }
 
 std::wstring RegistrationFailure::Message() const {
@@ -264,8 +203,8 @@ std::optional<RegistrationFailure> Register(const Registration& registration, Sc
   };
   for (const RegistrationValue& value : registration.values)
     write(kClasses + value.key, value.name, value.text);
-  write(kRecordKey, kBitness, scope == Scope::Machine ? L"machine" : L"user");
-  if (!failure && scope == Scope::Machine && IsRemembered(Scope::User)) {
+  write(registration.record, kBitness, scope == Scope::Machine ? L"machine" : L"user");
+  if (!failure && scope == Scope::Machine && IsRemembered(registration, Scope::User)) {
     failure = UnregisterFrom(registration, Scope::User);
   }
   if (failure) writer.TakeBack();
@@ -284,7 +223,7 @@ std::optional<RegistrationFailure> RegisterWherePermitted(const Registration& re
 std::optional<RegistrationFailure> Unregister(const Registration& registration) {
   std::optional<RegistrationFailure> failure;
   for (const Scope scope : {Scope::Machine, Scope::User}) {
-    if (!IsRemembered(scope)) continue;
+    if (!IsRemembered(registration, scope)) continue;
     std::optional<RegistrationFailure> here = UnregisterFrom(registration, scope);
     if (!failure) failure = std::move(here);
   }
@@ -300,7 +239,7 @@ std::wstring RegistryScript(const Registration& registration, Scope scope) {
     if (value.text)
       script += (value.name.empty() ? L"@" : Quoted(value.name)) + L"=" + Quoted(*value.text) + L"\r\n";
   }
-  script += L"\r\n[" + FullName(scope, kRecordKey) + L"]\r\n" + Quoted(kBitness) + L"=" +
+  script += L"\r\n[" + FullName(scope, registration.record) + L"]\r\n" + Quoted(kBitness) + L"=" +
             Quoted(scope == Scope::Machine ? L"machine" : L"user") + L"\r\n";
   return script;
 }

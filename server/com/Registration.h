@@ -1,4 +1,4 @@
-// What the library writes into the registry: the data, and writing, removing and printing it.
+// What a COM server writes into the registry: the data, and writing, removing and printing it.
 #pragma once
 
 #include <optional>
@@ -8,6 +8,15 @@
 #include "platform/windows/WindowsApi.h"
 
 namespace qva::com {
+
+/// This module's bitness and the other one, as registrations name them.
+#ifdef _WIN64
+inline constexpr wchar_t kBitness[] = L"win64";
+inline constexpr wchar_t kOtherBitness[] = L"win32";
+#else
+inline constexpr wchar_t kBitness[] = L"win32";
+inline constexpr wchar_t kOtherBitness[] = L"win64";
+#endif
 
 /// The hive that a registration stands in.
 enum class Scope { Machine, User };
@@ -20,8 +29,10 @@ struct RegistrationValue {
   std::optional<std::wstring> text;
 };
 
-/// Everything that one bitness of the library registers, as plain data.
+/// Everything that one bitness of a server registers, as plain data.
 struct Registration {
+  /// The key, below Software\QVA_Varnholt, in which a hive remembers that this is registered there.
+  std::wstring record;
   std::vector<RegistrationValue> values;
   /// Keys that go, with all below them, when this bitness is unregistered.
   std::vector<std::wstring> own_trees;
@@ -31,9 +42,8 @@ struct Registration {
   std::wstring other_bitness;
 };
 
-/// The registration of the library at `library_path`: programmatic identifiers, classes, interfaces and the
-/// type library.
-Registration DescribeRegistration(const std::wstring& library_path);
+/// An identifier in braces.
+std::wstring GuidText(const GUID& guid);
 
 /// A step that the registry refused: the Windows code, and the hive and the full name of the key that it was
 /// about.
@@ -50,9 +60,9 @@ struct RegistrationFailure {
 /// nothing is written.
 Scope ProbeScope();
 
-/// Writes all values into one hive and remembers the hive under Software\QVA_Varnholt\Registration there. A
-/// per-user registration that an earlier call left is removed when the machine's takes over. On a failure,
-/// which is returned, the hive is as it was before: new keys are removed again, replaced values put back.
+/// Writes all values into one hive and remembers that in its record there. A per-user registration that an
+/// earlier call left is removed when the machine's takes over. On a failure, which is returned, the hive is
+/// as it was before: new keys are removed again, replaced values put back.
 std::optional<RegistrationFailure> Register(const Registration& registration, Scope scope);
 
 /// Registers for the machine, or for the user when the machine's hive denies access as a whole or on the way.

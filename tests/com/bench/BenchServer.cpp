@@ -10,7 +10,7 @@
 #include "platform/windows/OwnObject.h"
 #include "platform/windows/WideText.h"
 #include "server/com/ComObject.h"
-#include "server/com/ServerErrors.h"
+#include "server/com/ServerEntries.h"
 #include "tests/com/bench/Bench.h"
 #include "tests/com/bench/BenchTypeInfo.h"
 #include "tests/com/bench/Control.h"
@@ -77,51 +77,6 @@ ObjectPtr Create(std::u16string_view programmatic_identifier) {
   return TheBench().NewHostObject(programmatic_identifier);
 }
 
-class ClassFactory final : public IClassFactory {
- public:
-  explicit ClassFactory(const BenchClass& bench_class) : bench_class_(bench_class) { com::Lock(); }
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interface_id, void** result) override {
-    const bool is_known = interface_id == IID_IUnknown || interface_id == IID_IClassFactory;
-    *result = is_known ? static_cast<IClassFactory*>(this) : nullptr;
-    if (!is_known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG references = InterlockedDecrement(&references_);
-    if (references == 0) delete this;
-    return static_cast<ULONG>(references);
-  }
-  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID interface_id, void** result) override {
-    *result = nullptr;
-    if (outer) return CLASS_E_NOAGGREGATION;
-    try {
-      const auto object = windows::WrapObject(Create(bench_class_.programmatic_identifier));
-      return object->QueryInterface(interface_id, result);
-    } catch (...) {
-      return com::ReportEarly(interface_id);
-    }
-  }
-  HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
-    lock ? com::Lock() : com::Unlock();
-    return S_OK;
-  }
-
- private:
-  ~ClassFactory() { com::Unlock(); }
-
-  const BenchClass& bench_class_;
-  LONG references_ = 0;
-};
-
-std::wstring GuidText(const GUID& guid) {
-  wchar_t text[39];
-  StringFromGUID2(guid, text, 39);
-  return text;
-}
-
 /// Sets the default value of a key below the machine's classes, or another one.
 HRESULT SetClassesValue(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
   const std::wstring path = L"Software\\Classes\\" + key;
@@ -149,8 +104,8 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result)
   TheBench();
   for (const BenchClass& bench_class : kClasses) {
     if (bench_class.class_id != class_id) continue;
-    const windows::ComPtr<IClassFactory> factory(new ClassFactory(bench_class));
-    return factory->QueryInterface(interface_id, result);
+    const auto create = [&bench_class] { return Create(bench_class.programmatic_identifier); };
+    return com::NewClassFactory(create, interface_id, result);
   }
   return CLASS_E_CLASSNOTAVAILABLE;
 }
@@ -159,11 +114,14 @@ STDAPI DllCanUnloadNow() {
   return com::UseCount() == 0 ? S_OK : S_FALSE;
 }
 
-STDAPI DllRegisterServer() {
+/// With the command line L"excel" Excel and the control alone are registered, and no host.
+STDAPI DllInstall(BOOL, LPCWSTR command_line) {
+  const bool with_host = std::wstring_view(command_line ? command_line : L"") != L"excel";
   for (const BenchClass& bench_class : kClasses) {
+    if (!with_host && host::IsHostIdentifier(bench_class.programmatic_identifier)) continue;
     const std::wstring identifier = windows::WideText(bench_class.programmatic_identifier);
-    const std::wstring class_key = L"CLSID\\" + GuidText(bench_class.class_id);
-    SetClassesValue(identifier + L"\\CLSID", L"", GuidText(bench_class.class_id));
+    const std::wstring class_key = L"CLSID\\" + com::GuidText(bench_class.class_id);
+    SetClassesValue(identifier + L"\\CLSID", L"", com::GuidText(bench_class.class_id));
     SetClassesValue(class_key, L"", identifier);
     SetClassesValue(class_key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
     const HRESULT code =
@@ -173,12 +131,16 @@ STDAPI DllRegisterServer() {
   return S_OK;
 }
 
+STDAPI DllRegisterServer() {
+  return DllInstall(TRUE, nullptr);
+}
+
 STDAPI DllUnregisterServer() {
   for (const BenchClass& bench_class : kClasses) {
     const std::wstring classes = L"Software\\Classes\\";
     const std::wstring identifier = windows::WideText(bench_class.programmatic_identifier);
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + identifier).c_str());
-    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + L"CLSID\\" + GuidText(bench_class.class_id)).c_str());
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, (classes + L"CLSID\\" + com::GuidText(bench_class.class_id)).c_str());
   }
   return S_OK;
 }

@@ -1,0 +1,75 @@
+#include "server/com/ServerEntries.h"
+
+#include <utility>
+
+#include "platform/windows/ComPtr.h"
+#include "server/com/ServerModule.h"
+
+namespace qva::com {
+namespace {
+
+/// Creates the objects of one class.
+class ClassFactory final : public IClassFactory {
+ public:
+  explicit ClassFactory(std::function<ObjectPtr()> create) : create_(std::move(create)) { Lock(); }
+  ClassFactory(const ClassFactory&) = delete;
+  ClassFactory& operator=(const ClassFactory&) = delete;
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interface_id, void** result) override {
+    if (!result) return E_POINTER;
+    const bool is_known = interface_id == IID_IUnknown || interface_id == IID_IClassFactory;
+    *result = is_known ? static_cast<IClassFactory*>(this) : nullptr;
+    if (!is_known) return E_NOINTERFACE;
+    AddRef();
+    return S_OK;
+  }
+  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
+  ULONG STDMETHODCALLTYPE Release() override {
+    const LONG references = InterlockedDecrement(&references_);
+    if (references == 0) delete this;
+    return static_cast<ULONG>(references);
+  }
+
+  HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID interface_id, void** result) override {
+    if (!result) return E_POINTER;
+    *result = nullptr;
+    if (outer) return CLASS_E_NOAGGREGATION;
+    try {
+      const auto object = windows::ComPtr<IDispatch>::Adopt(WrapObject(create_()));
+      return object->QueryInterface(interface_id, result);
+    } catch (...) {
+      return ReportEarly(interface_id);
+    }
+  }
+
+  HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override {
+    lock ? Lock() : Unlock();
+    return S_OK;
+  }
+
+ private:
+  ~ClassFactory() { Unlock(); }
+
+  const std::function<ObjectPtr()> create_;
+  LONG references_ = 0;
+};
+
+}  // namespace
+
+HRESULT NewClassFactory(std::function<ObjectPtr()> create, REFIID interface_id, void** result) {
+  const windows::ComPtr<IClassFactory> factory(new ClassFactory(std::move(create)));
+  return factory->QueryInterface(interface_id, result);
+}
+
+HRESULT ReportRegistration(const std::optional<RegistrationFailure>& failure) {
+  if (!failure) return S_OK;
+  return ReportRefusal(HRESULT_FROM_WIN32(static_cast<DWORD>(failure->code)), failure->Message());
+}
+
+HRESULT ReportRefusal(HRESULT code, const std::wstring& reason) {
+  OutputDebugStringW(reason.c_str());
+  SetErrorObject(GUID_NULL, L"QVA_Varnholt", reason.c_str());
+  return code;
+}
+
+}  // namespace qva::com
