@@ -74,6 +74,8 @@ add_custom_target(qva_manifest ALL DEPENDS ${CMAKE_BINARY_DIR}/QVA_Varnholt.mani
 option(QVA_DEMO_HOST "Build the demo host, for which SQLite's source is fetched" ON)
 if(QVA_DEMO_HOST)
   include(cmake/DemoHost.cmake)
+elseif(QVA_TESTS)
+  message(FATAL_ERROR "The tests need the demo host: QVA_DEMO_HOST")
 endif()
 
 if(QVA_TESTS)

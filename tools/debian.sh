@@ -53,6 +53,8 @@ cp -L /etc/resolv.conf /etc/hosts "$system/etc"
 
 rm -rf "$system/root/project"
 git clone --quiet --no-hardlinks "$project" "$system/root/project"
+# What was downloaded once serves there, too.
+[[ ! -d $project/build/downloads ]] || { mkdir "$system/root/project/build" && cp -r "$project/build/downloads" "$system/root/project/build"; }
 unshare --mount --pid --fork --kill-child "$0" --inside "$system" "$@" 9>&- &
 # With it goes the first process of its namespace, and with that one all others.
 trap 'kill -KILL $! 2> /dev/null || true' EXIT

@@ -70,7 +70,9 @@ echo "$output/$(basename "${deb[0]}")"
 
 zip=$work/zip
 mkdir -p "$zip"/{x64,x86,samples}
-for bitness in x64 x86; do cp "${!bitness}/QVA_Varnholt.dll" "${!bitness}/QVA_Varnholt.manifest" "$zip/$bitness"; done
+for bitness in x64 x86; do
+  cp -r "${!bitness}"/{QVA_Varnholt.dll,QVA_Varnholt.manifest,QVA_DemoHost.dll,host} "$zip/$bitness"
+done
 cp "$x64/idl/QVA_Varnholt.tlb" "$zip"
 for script in packaging/windows/*.cmd; do sed 's/$/\r/' "$script" > "$zip/$(basename "$script")"; done
 # Excel cannot read flat documents.

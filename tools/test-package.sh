@@ -262,5 +262,12 @@ check "the script for all users registers" script register-for-all
 check "in the machine's part of the registry" is_registered HKLM
 check "and is undone" script unregister
 check "without a trace" is_unregistered
+demo() { wine_run cmd /c "$(windows_path "$work/zip/demo.cmd")" "$1" | tr -d '\r' | grep -q 'done'; }
+has_demo() { wine_run reg query 'HKCU\Software\Classes\NVXCommonObjects.CommonObjects\CLSID' > /dev/null 2>&1; }
+has_no_demo() { ! has_demo; }
+check "the script for the demo host registers it" demo on
+check "for the user" has_demo
+check "and removes it" demo off
+check "with all that it registered" has_no_demo
 
 sum_up

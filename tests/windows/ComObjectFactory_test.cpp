@@ -121,6 +121,77 @@ TEST_F(ComObjectFactoryTest, TakesTheADOThatKeepsRecordsAfterOneTrial) {
   EXPECT_EQ(created, 3);
 }
 
+/// A class in the registry for one test: its identifier, and a server where there is one.
+class RegisteredClass {
+ public:
+  explicit RegisteredClass(const wchar_t* server, REGSAM view = 0) {
+    Set(kIdentifierKey, kClassId, 0);
+    if (server) Set(kServerKey, server, view);
+  }
+  RegisteredClass(const RegisteredClass&) = delete;
+  RegisteredClass& operator=(const RegisteredClass&) = delete;
+  ~RegisteredClass() {
+    RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"Software\\Classes\\QVA.TestedClass");
+    for (const REGSAM view : {KEY_WOW64_64KEY, KEY_WOW64_32KEY}) {
+      RegDeleteKeyExW(HKEY_LOCAL_MACHINE, kServerKey, view, 0);
+      RegDeleteKeyExW(HKEY_LOCAL_MACHINE, kClassKey, view, 0);
+    }
+  }
+
+ private:
+  static constexpr wchar_t kClassId[] = L"{4B0E6C6A-54B5-4D0C-9E0F-2F1C3C7E9A11}";
+  static constexpr wchar_t kIdentifierKey[] = L"Software\\Classes\\QVA.TestedClass\\CLSID";
+  static constexpr wchar_t kClassKey[] = L"Software\\Classes\\CLSID\\{4B0E6C6A-54B5-4D0C-9E0F-2F1C3C7E9A11}";
+  static constexpr wchar_t kServerKey[] =
+      L"Software\\Classes\\CLSID\\{4B0E6C6A-54B5-4D0C-9E0F-2F1C3C7E9A11}\\InprocServer32";
+
+  static void Set(const wchar_t* path, const std::wstring& text, REGSAM view) {
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExW(HKEY_LOCAL_MACHINE, path, 0, nullptr, 0, KEY_SET_VALUE | view, nullptr, &key,
+                              nullptr),
+              ERROR_SUCCESS);
+    RegSetValueExW(key, nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                   static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+    RegCloseKey(key);
+  }
+};
+
+#ifdef _WIN64
+constexpr REGSAM kOtherView = KEY_WOW64_32KEY;
+const std::string kBits = "64-bit", kOtherBits = "32-bit";
+#else
+constexpr REGSAM kOtherView = KEY_WOW64_64KEY;
+const std::string kBits = "32-bit", kOtherBits = "64-bit";
+#endif
+
+TEST_F(ComObjectFactoryTest, TellsTheClassTheCodeAndTheBitnessOfWhatCannotBeCreated) {
+  const auto description_of = [&](std::u16string_view identifier) {
+    try {
+      factory.Create(identifier);
+    } catch (const AutomationError& error) {
+      EXPECT_EQ(error.number(), kCannotCreateObject);
+      EXPECT_EQ(error.source(), u"QVA_Varnholt");
+      return ToUtf8(error.description());
+    }
+    return std::string("it was created");
+  };
+  EXPECT_EQ(description_of(u"QVA.NoSuchClass"), "QVA.NoSuchClass: 0x800401F3, not registered for " + kBits);
+  {
+    const RegisteredClass without_server(nullptr);
+    EXPECT_EQ(description_of(u"QVA.TestedClass"), "QVA.TestedClass: 0x80040154, not registered for " + kBits);
+  }
+  {
+    const RegisteredClass for_others(L"C:\\none.dll", kOtherView);
+    EXPECT_EQ(description_of(u"QVA.TestedClass"),
+              "QVA.TestedClass: 0x80040154, not registered for " + kBits + ", but for " + kOtherBits);
+  }
+  {
+    const RegisteredClass without_file(L"C:\\none.dll");
+    EXPECT_THAT(description_of(u"QVA.TestedClass"),
+                testing::MatchesRegex("QVA.TestedClass: 0x80[0-9A-F]*, .* \\(" + kBits + "\\)"));
+  }
+}
+
 TEST_F(ComObjectFactoryTest, TriesNoADOBeforeARecordsetIsAskedFor) {
   ReplaceAdo();
   GiveOut(Refuses(u""));

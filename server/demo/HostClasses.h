@@ -1,0 +1,34 @@
+// The host's classes as COM knows them, and who has registered them.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "server/com/Registration.h"
+
+namespace qva::demo {
+
+struct HostClass {
+  std::u16string_view programmatic_identifier;
+  CLSID class_id;  ///< of the demo host's class; other hosts have identifiers of their own
+};
+
+std::span<const HostClass> HostClasses();
+
+/// Null when no class of the demo host has the identifier.
+const HostClass* FindHostClass(REFCLSID class_id);
+
+/// The class that a hive has registered under the programmatic identifier, unless it is the demo host's own.
+std::optional<CLSID> ForeignClass(const HostClass& host_class, com::Scope scope);
+
+/// The full name of a key by which one of the host's classes is registered, for the machine or the user, by
+/// someone else than the demo host; nothing when there is none.
+std::optional<std::wstring> ForeignRegistration();
+
+/// What the demo host at `library_path` registers. Of what both bitnesses share, that which another host has
+/// taken over for the user is not among what goes when the demo host is unregistered.
+com::Registration DescribeRegistration(const std::wstring& library_path);
+
+}  // namespace qva::demo
