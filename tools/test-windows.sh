@@ -163,6 +163,68 @@ clients() {
   check "$name: all of it leaves the registry as it was" same_registry "$work/start.reg"
 }
 
+# The demo host; the last test of a prefix, which it leaves in use: where nobody has a host and where somebody has one, and the samples on it.
+demo_host() {
+  local name="$1: demo host" build=$2 system=$3
+  local regsvr32=$system\\regsvr32.exe cscript=$system\\cscript.exe reg=$system\\reg.exe
+  local demo bench dll sample left
+  demo=$(windows_path "$build/QVA_DemoHost.dll")
+  bench=$(windows_path "$build/QVA_TestBench.dll")
+  dll=$(windows_path "$build/QVA_Varnholt.dll")
+
+  registry "$work/before.reg"
+  wine_run "$regsvr32" /s "$demo"
+  report "$name: registers" $?
+  registry "$work/demo.reg"
+  check "$name: for the user alone" test "$(new_keys demo | cut -d'\' -f1 | sort -u)" = "[HKEY_CURRENT_USER"
+  wine_run "$regsvr32" /s /n /i:user "$demo"
+  report "$name: registers again" $?
+  check "$name: which changes nothing" same_registry "$work/demo.reg"
+  # Another host's, which came later.
+  wine_run "$reg" add 'HKCU\Software\Classes\NVXCommonObjects.Plant\CLSID' /ve /d '{11111111-2222-3333-4444-555555555555}' /f > /dev/null
+  wine_run "$regsvr32" /s /u "$demo"
+  report "$name: unregisters" $?
+  left=$(wine_run "$reg" query 'HKCU\Software\Classes\NVXCommonObjects.Plant\CLSID' | grep -c '{11111111-')
+  check "$name: but not what another host registered since" test "$left" = 1
+  refuses() { ! wine_run "$regsvr32" /s "$demo"; }
+  check "$name: refuses to be registered beside a host of the user's" refuses
+  wine_run "$reg" delete 'HKCU\Software\Classes\NVXCommonObjects.Plant' /f > /dev/null
+  # Here the user's classes had no place before.
+  wine_run "$reg" delete 'HKCU\Software\Classes' /f > /dev/null 2>&1
+  check "$name: no key is left" same_registry "$work/before.reg"
+
+  wine_run "$regsvr32" /s /n /i:excel "$bench"
+  wine_run "$regsvr32" /s "$dll"
+  check "$name: where there is no host, the missing class is named" without_host "$cscript" "$1"
+  wine_run "$regsvr32" /s "$demo"
+  # Windows looks for a class among the user's, too; this Wine among the machine's alone.
+  wine_run "$reg" copy 'HKCU\Software\Classes' 'HKLM\Software\Classes' /s /f > /dev/null
+  mkdir -p "$prefix/drive_c/Ataskaitos/Archyvas"
+  for sample in balance profit-loss vat; do
+    check "$name: sample $sample has the figures that it has on Linux" sample_figures "$sample" "$cscript"
+  done
+  check "$name: has its database in the user's own folder" test -s "$prefix"/drive_c/users/*/AppData/Local/QVA_Varnholt/host.sqlite
+  wine_run "$regsvr32" /s /u "$demo"
+}
+without_host() {
+  local output
+  output=$(wine_run "$1" //nologo "$(windows_path "$PWD/tests/com/demo/without_host.vbs")" "$2" 2>&1 | tr -d '\r')
+  echo "$output"
+  grep -qx 'OK' <<< "$output"
+}
+# A sample's macros on the bench's Excel, against what they give in LibreOffice.
+sample_figures() {
+  local folder=$work/sample
+  rm -rf "$folder"
+  mkdir "$folder"
+  tools/sample-script.pl "$1" "$folder" || return 1
+  QVA_VARNHOLT_FORM_ANSWERS=$(windows_path "$folder/form.answers") QVA_HOST_LIST_ANSWERS=$(windows_path "$folder/list.answers") \
+    wine_run "$2" //nologo "$(windows_path "$folder/script.vbs")" 2>&1
+  iconv -f UTF-16 -t UTF-8 "$folder/log.txt" > "$folder/log" || return 1
+  sed '1,/^==$/d' "$folder/log" | diff "tests/calc/figures/$1.txt" - && grep -q '^Baigta: ' "$folder/log" && grep -q '^Grąžinta ' "$folder/log" &&
+    ! grep -E '^(ERROR|KLAIDA)' "$folder/log"
+}
+
 # Whatever opens windows; Wine's 32-bit side has no displays.
 screen() {
   local regsvr32='C:\windows\system32\regsvr32.exe'
@@ -222,6 +284,7 @@ for part; do
     64-bit)
       static_checks "64-bit" "$x64" x86_64-w64-mingw32
       clients "64-bit" "$x64" 'C:\windows\system32'
+      demo_host "64-bit" "$x64" 'C:\windows\system32'
       ;;
     screen) screen ;;
     32-bit)
@@ -230,6 +293,7 @@ for part; do
         clients "32-bit" "$x86" 'C:\windows\syswow64'
         side_by_side
         wine_test "32-bit: qva_windows_tests" "$x86/qva_windows_tests.exe"
+        demo_host "32-bit" "$x86" 'C:\windows\syswow64'
       else
         not_run "the 32-bit DLL - Wine's 32-bit libraries are not at hand; the DLL was checked statically"
       fi

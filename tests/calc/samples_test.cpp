@@ -1,5 +1,7 @@
 // The sample reports from opening to closing, and what they leave in the archive.
+#include <cmath>
 #include <fstream>
+#include <iomanip>
 #include <map>
 #include <regex>
 #include <sstream>
@@ -96,6 +98,39 @@ class Samples : public CalcTest {
     return cells;
   }
 
+  /// All rows that hold something, in the same way, with six decimals of numbers at most: what
+  /// tests/calc/figures has of each sample, for whoever makes it by other means.
+  static std::string Figures(const std::string& sheet) {
+    static const std::regex cell("<table:table-cell([^>]*[^/])>(.*?)</table:table-cell>");
+    static const std::regex value("office:value=\"([^\"]*)\"");
+    static const std::regex repeated("columns-repeated=\"(\\d+)\"");
+    std::string figures;
+    for (std::size_t begin = sheet.find("<table:table-row"); begin != sheet.npos;
+         begin = sheet.find("<table:table-row", begin + 1)) {
+      std::string row = sheet.substr(begin, sheet.find("</table:table-row>", begin) - begin);
+      for (char& c : row) c = c == '\n' ? ' ' : c;
+      std::string cells;
+      for (std::sregex_iterator i(row.begin(), row.end(), cell), end; i != end; ++i) {
+        const std::string attributes = (*i)[1];
+        std::string content = std::regex_replace((*i)[2].str(), std::regex(" *<[^>]*> *"), "");
+        std::smatch found;
+        if (std::regex_search(attributes, found, value)) {
+          std::ostringstream number;
+          number << std::setprecision(15) << std::round(std::stod(found[1]) * 1e6) / 1e6;
+          content = number.str();
+        }
+        int times = content.empty() ? 0 : 1;
+        if (times && std::regex_search(attributes, found, repeated)) times = std::stoi(found[1]);
+        for (int n = 0; n < times; ++n) cells += (cells.empty() ? "" : "|") + content;
+      }
+      if (!cells.empty()) figures += cells + "\n";
+    }
+    return figures;
+  }
+  static std::string ExpectedFigures(const std::string& name) {
+    return Contents(SourceFolder() / "tests/calc/figures" / (name + ".txt"));
+  }
+
   static testing::Matcher<std::string> FinishedSheet() {
     return AllOf(HasSubstr("table:protected=\"true\""), Not(HasSubstr("#REF!")), Not(HasSubstr("Err:")));
   }
@@ -143,6 +178,7 @@ TEST_F(Samples, TheBalanceSheetBalancesAndIsArchived) {
   EXPECT_THAT(sheet, HasSubstr(">2025 M. GRUODŽIO 31 D. BALANSAS<"));
   EXPECT_THAT(sheet, HasSubstr(">Sudaryta 2026-02-27<"));
   EXPECT_EQ(Row(sheet, "Įmonės vadovas"), "Įmonės vadovas|Rūta Žiedaitė");
+  EXPECT_EQ(Figures(sheet), ExpectedFigures("balance"));
 }
 
 TEST_F(Samples, TheBalanceSheetMeetsLastYearsOneInTheArchive) {
@@ -182,6 +218,7 @@ TEST_F(Samples, TheStatementOfProfitAgreesWithTheLedgerAndComparesWithBudgets) {
   EXPECT_THAT(Row(sheet, "GRYNASIS PELNAS (NUOSTOLIAI)"), HasSubstr("|30021|26709|"));
   EXPECT_EQ(Row(sheet, "Patikra: grynasis pelnas pagal didžiąją knygą, EUR"),
             "Patikra: grynasis pelnas pagal didžiąją knygą, EUR|" + std::string(kProfit) + "|26708.52");
+  EXPECT_EQ(Figures(sheet), ExpectedFigures("profit-loss"));
 }
 
 TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
@@ -207,6 +244,7 @@ TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
             "36|MOKĖTINAS (+) ARBA GRĄŽINTINAS (–) PVM|3044|3260");
   EXPECT_THAT(sheet, HasSubstr(">Mokestinis laikotarpis: 2025 m. gruodžio mėn.<"));
   EXPECT_THAT(sheet, HasSubstr("2026-01-22")) << "the date of filling in";
+  EXPECT_EQ(Figures(sheet), ExpectedFigures("vat"));
 }
 
 TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
