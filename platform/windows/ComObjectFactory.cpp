@@ -63,12 +63,12 @@ std::u16string CauseOf(const Creation& creation) {
   for (int shift = 28; shift >= 0; shift -= 4) {
     cause += kDigits[static_cast<std::uint32_t>(creation.code) >> shift & 0xF];
   }
-  const bool has_identifier = creation.code != CO_E_CLASSSTRING;
-  if (has_identifier && creation.code != REGDB_E_CLASSNOTREG) {
+  const bool lacks_server = creation.code == REGDB_E_CLASSNOTREG || creation.code == REGDB_E_KEYMISSING;
+  if (!lacks_server && creation.code != CO_E_CLASSSTRING) {
     return cause + u", " + SystemText(creation.code) + u" (" + std::u16string(kBitness) + u")";
   }
   cause += u", not registered for " + std::u16string(kBitness);
-  if (has_identifier && IsThereForOtherBitness(creation.class_id)) {
+  if (lacks_server && IsThereForOtherBitness(creation.class_id)) {
     cause += u", but for " + std::u16string(kOtherBitness);
   }
   return cause;
