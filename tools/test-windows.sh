@@ -205,6 +205,11 @@ demo_host() {
   done
   check "$name: has its database in the user's own folder" test -s "$prefix"/drive_c/users/*/AppData/Local/QVA_Varnholt/host.sqlite
   wine_run "$regsvr32" /s /u "$demo"
+
+  wine_run "$regsvr32" /s "$bench"
+  registry "$work/other.reg"
+  check "$name: refuses to be registered beside a host of the machine's" refuses
+  check "$name: which changes nothing" same_registry "$work/other.reg"
 }
 without_host() {
   local output

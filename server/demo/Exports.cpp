@@ -53,7 +53,7 @@ com::Registration OwnRegistration() {
 }
 
 HRESULT RegisterUnlessThereIsAnother() {
-  if (const auto key = ForeignRegistration()) {
+  if (const auto key = ForeignKey()) {
     return com::ReportRefusal(kAnotherHostIsThere, L"QVA_DemoHost: another host is registered by " + *key +
                                                        L", and the demo host does not come before it");
   }
@@ -100,8 +100,8 @@ STDAPI DllCanUnloadNow() {
 }
 
 /// Registers for the current user, and for nobody else. Result: HRESULT 0x800704DA (ERROR_ALREADY_REGISTERED)
-/// when any of the host's classes is registered by someone else, for the machine or the user; the thread's
-/// error object then tells the key, and nothing has changed. Otherwise the code of what the registry refused.
+/// when someone else has a key of the host's classes, in the machine's hive or the user's; the thread's error
+/// object then tells which, and nothing has changed. Otherwise the code of what the registry refused.
 STDAPI DllRegisterServer() {
   return com::Guard([] { return RegisterUnlessThereIsAnother(); });
 }

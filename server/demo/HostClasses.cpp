@@ -25,8 +25,35 @@ constexpr HostClass kClasses[] = {
     {host::kMessageResource, ClassId(11)},
 };
 
-std::wstring IdentifierKey(const HostClass& host_class) {
-  return windows::WideText(host_class.programmatic_identifier) + L"\\CLSID";
+std::wstring Identifier(const HostClass& host_class) {
+  return windows::WideText(host_class.programmatic_identifier);
+}
+
+constexpr wchar_t kClassesKey[] = L"Software\\Classes\\";
+
+HKEY HiveOf(com::Scope scope) {
+  return scope == com::Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+}
+
+/// The class of the programmatic identifier in a hive; nothing where there is none.
+std::optional<CLSID> ClassIn(const HostClass& host_class, com::Scope scope) {
+  wchar_t text[64] = {};
+  DWORD bytes = sizeof text;
+  CLSID class_id = {};
+  const LSTATUS code =
+      RegGetValueW(HiveOf(scope), (kClassesKey + Identifier(host_class) + L"\\CLSID").c_str(), nullptr,
+                   RRF_RT_REG_SZ, nullptr, text, &bytes);
+  if (code != ERROR_SUCCESS || FAILED(CLSIDFromString(text, &class_id))) return std::nullopt;
+  return class_id;
+}
+
+/// Whether the identifier's key in a hive is someone else's. One that cannot be read is.
+bool IsForeign(const HostClass& host_class, com::Scope scope) {
+  HKEY key = nullptr;
+  const LSTATUS code =
+      RegOpenKeyExW(HiveOf(scope), (kClassesKey + Identifier(host_class)).c_str(), 0, KEY_QUERY_VALUE, &key);
+  if (code == ERROR_SUCCESS) RegCloseKey(key);
+  return code != ERROR_FILE_NOT_FOUND && ClassIn(host_class, scope) != host_class.class_id;
 }
 
 }  // namespace
@@ -43,24 +70,16 @@ const HostClass* FindHostClass(REFCLSID class_id) {
 }
 
 std::optional<CLSID> ForeignClass(const HostClass& host_class, com::Scope scope) {
-  const std::wstring key = L"Software\\Classes\\" + IdentifierKey(host_class);
-  wchar_t text[64] = {};
-  DWORD bytes = sizeof text;
-  if (RegGetValueW(scope == com::Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER, key.c_str(),
-                   nullptr, RRF_RT_REG_SZ, nullptr, text, &bytes) != ERROR_SUCCESS) {
-    return std::nullopt;
-  }
-  CLSID class_id = {};
-  if (FAILED(CLSIDFromString(text, &class_id)) || class_id == host_class.class_id) return std::nullopt;
-  return class_id;
+  const std::optional<CLSID> class_id = ClassIn(host_class, scope);
+  return class_id == host_class.class_id ? std::nullopt : class_id;
 }
 
-std::optional<std::wstring> ForeignRegistration() {
+std::optional<std::wstring> ForeignKey() {
   for (const com::Scope scope : {com::Scope::Machine, com::Scope::User}) {
     for (const HostClass& host_class : kClasses) {
-      if (!ForeignClass(host_class, scope)) continue;
-      return std::wstring(scope == com::Scope::Machine ? L"HKEY_LOCAL_MACHINE" : L"HKEY_CURRENT_USER") +
-             L"\\Software\\Classes\\" + IdentifierKey(host_class);
+      if (!IsForeign(host_class, scope)) continue;
+      return std::wstring(scope == com::Scope::Machine ? L"HKEY_LOCAL_MACHINE\\" : L"HKEY_CURRENT_USER\\") +
+             kClassesKey + Identifier(host_class);
     }
   }
   return std::nullopt;
@@ -72,11 +91,11 @@ com::Registration DescribeRegistration(const std::wstring& library_path) {
     result.values.push_back({key, name, std::move(text)});
   };
   for (const HostClass& host_class : kClasses) {
-    const std::wstring identifier = windows::WideText(host_class.programmatic_identifier);
+    const std::wstring identifier = Identifier(host_class);
     const std::wstring class_id = com::GuidText(host_class.class_id);
     add(identifier, L"", L"QVA_Varnholt demo host");
-    add(IdentifierKey(host_class), L"", class_id);
-    if (!ForeignClass(host_class, com::Scope::User)) result.shared_trees.push_back(identifier);
+    add(identifier + L"\\CLSID", L"", class_id);
+    if (!IsForeign(host_class, com::Scope::User)) result.shared_trees.push_back(identifier);
 
     const std::wstring class_key = L"CLSID\\" + class_id;
     add(class_key, L"", identifier);

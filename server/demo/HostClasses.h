@@ -20,12 +20,12 @@ std::span<const HostClass> HostClasses();
 /// Null when no class of the demo host has the identifier.
 const HostClass* FindHostClass(REFCLSID class_id);
 
-/// The class that a hive has registered under the programmatic identifier, unless it is the demo host's own.
+/// The class that a hive has under the programmatic identifier, unless it is the demo host's own.
 std::optional<CLSID> ForeignClass(const HostClass& host_class, com::Scope scope);
 
-/// The full name of a key by which one of the host's classes is registered, for the machine or the user, by
-/// someone else than the demo host; nothing when there is none.
-std::optional<std::wstring> ForeignRegistration();
+/// The full name of the key of a programmatic identifier of the host's that someone else than the demo host
+/// has in the machine's or the user's hive, whatever it says; nothing when there is none.
+std::optional<std::wstring> ForeignKey();
 
 /// What the demo host at `library_path` registers. Of what both bitnesses share, that which another host has
 /// taken over for the user is not among what goes when the demo host is unregistered.

@@ -1,6 +1,6 @@
 ' A sample report on the test bench's Excel and the registered host; tools/sample-script.pl puts its sheets and macros
 ' in. The log goes into a file in UTF-16, as consoles do not carry every letter.
-Dim texts, output, control, Application, ThisWorkbook, sheet
+Dim texts, output, control, Application, ThisWorkbook
 Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
 
 ' Literals beyond ASCII, which tools/ascii-script.pl moves into a file.
