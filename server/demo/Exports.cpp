@@ -2,6 +2,8 @@
 // host system is not installed.
 #include <olectl.h>
 
+#include <cstring>
+#include <filesystem>
 #include <string_view>
 
 #include "host/EmbeddedHost.h"

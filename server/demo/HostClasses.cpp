@@ -58,10 +58,6 @@ bool IsForeign(const HostClass& host_class, com::Scope scope) {
 
 }  // namespace
 
-std::span<const HostClass> HostClasses() {
-  return kClasses;
-}
-
 const HostClass* FindHostClass(REFCLSID class_id) {
   for (const HostClass& host_class : kClasses) {
     if (host_class.class_id == class_id) return &host_class;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -14,8 +13,6 @@ struct HostClass {
   std::u16string_view programmatic_identifier;
   CLSID class_id;  ///< of the demo host's class; other hosts have identifiers of their own
 };
-
-std::span<const HostClass> HostClasses();
 
 /// Null when no class of the demo host has the identifier.
 const HostClass* FindHostClass(REFCLSID class_id);
