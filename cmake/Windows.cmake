@@ -81,3 +81,5 @@ endif()
 if(QVA_TESTS)
   include(cmake/WindowsTests.cmake)
 endif()
+
+include(cmake/Doctor.cmake)

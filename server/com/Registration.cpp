@@ -230,6 +230,10 @@ std::optional<RegistrationFailure> Unregister(const Registration& registration) 
   return failure;
 }
 
+std::optional<RegistrationFailure> Remove(const Registration& registration, Scope scope) {
+  return UnregisterFrom(registration, scope);
+}
+
 std::wstring RegistryScript(const Registration& registration, Scope scope) {
   std::wstring script = L"Windows Registry Editor Version 5.00\r\n";
   std::wstring current;

@@ -73,6 +73,9 @@ std::optional<RegistrationFailure> RegisterWherePermitted(const Registration& re
 /// remembered, so that a later call finds what is left.
 std::optional<RegistrationFailure> Unregister(const Registration& registration);
 
+/// The same in one hive, whether it remembers a registration or not.
+std::optional<RegistrationFailure> Remove(const Registration& registration, Scope scope);
+
 /// What Register would write, as the text of a registry script (.reg).
 std::wstring RegistryScript(const Registration& registration, Scope scope);
 

@@ -1,0 +1,219 @@
+#include "tools/doctor/windows/Actions.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+#include "platform/text.h"
+#include "platform/windows/AnsiRegistry.h"
+#include "platform/windows/Bstr.h"
+#include "platform/windows/ComPtr.h"
+#include "platform/windows/PathVariable.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WindowsApi.h"
+#include "server/com/LibraryRegistration.h"
+#include "tools/doctor/Judgement.h"
+#include "tools/doctor/RepairPlan.h"
+#include "tools/doctor/windows/Console.h"
+#include "tools/doctor/windows/MachineReader.h"
+#include "tools/doctor/windows/Parts.h"
+#include "tools/doctor/windows/Prober.h"
+#include "tools/doctor/windows/ProgramFiles.h"
+
+namespace qva::doctor {
+namespace {
+
+using windows::TextOf;
+using windows::WideText;
+
+constexpr int kDone = 0;
+constexpr int kNotDone = 2;
+
+std::vector<Bitness> Bitnesses(bool is_64bit) {
+  return is_64bit ? std::vector{Bitness::x64, Bitness::x86} : std::vector{Bitness::x86};
+}
+
+/// Tells the outcome of a step: what it was about and, when it failed, why.
+int Tell(const Words& what, std::u16string_view about, std::uint32_t code, std::u16string_view reason,
+         Language language) {
+  std::u16string line = what.in[static_cast<std::size_t>(language)];
+  if (!about.empty()) line.append(u": ").append(about);
+  if (code != 0) {
+    line += language == Language::Lithuanian ? u" - nepavyko: " : u" - failed: ";
+    line += reason.empty() ? SystemWords(code) : std::u16string(reason);
+    line += u" (" + CodeText(code) + u")";
+  }
+  Write(line + u"\n");
+  return code == 0 ? kDone : kNotDone;
+}
+
+Words OfBitness(std::u16string_view english, std::u16string_view lithuanian, Bitness bitness) {
+  const Words words = BitnessWords(bitness);
+  return {words.in[0] + u": " + std::u16string(english), words.in[1] + u": " + std::u16string(lithuanian)};
+}
+
+/// A step that its part carries out.
+int RunStep(Bitness bitness, std::initializer_list<std::u16string_view> command, const Words& what,
+            std::u16string_view about, Language language) {
+  const PartResult result = Part(bitness, command).Wait();
+  const std::uint32_t code = result.start_code != 0 ? result.start_code : result.code;
+  return Tell(what, about, code, FromUtf8(result.answer), language);
+}
+
+/// The description that the last failed call left, if any.
+std::string LastDescription() {
+  windows::ComPtr<IErrorInfo> info;
+  if (info.Obtain([](IErrorInfo** received) { return GetErrorInfo(0, received); }) != S_OK) return {};
+  windows::Bstr text;
+  info->GetDescription(text.Receive());
+  return ToUtf8(text.Text());
+}
+
+/// Calls the installation entry of a library for the user.
+std::uint32_t Install(const std::u16string& path, bool install, std::string& answer) {
+  const HMODULE module = LoadLibraryExW(WideText(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+  using Entry = HRESULT(WINAPI*)(BOOL, LPCWSTR);
+  const auto entry = reinterpret_cast<Entry>(
+      reinterpret_cast<void*>(module ? GetProcAddress(module, "DllInstall") : nullptr));
+  if (!entry) return static_cast<std::uint32_t>(HRESULT_FROM_WIN32(GetLastError()));
+  const HRESULT code = entry(install ? TRUE : FALSE, L"user");
+  if (FAILED(code)) answer = LastDescription();
+  return FAILED(code) ? static_cast<std::uint32_t>(code) : 0;
+}
+
+std::uint32_t InstallDemo(bool install, std::string& answer) {
+  const std::optional<std::u16string> path = FindInPackage(kDemoHostFile, kOwnBitness);
+  if (!path) return static_cast<std::uint32_t>(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
+  return Install(*path, install, answer);
+}
+
+std::uint32_t RemoveFromUser(std::string& answer) {
+  const auto failure = com::Remove(com::DescribeRegistration(L""), com::Scope::User);
+  if (!failure) return 0;
+  answer = ToUtf8(TextOf(failure->Message().c_str()));
+  return static_cast<std::uint32_t>(HRESULT_FROM_WIN32(static_cast<DWORD>(failure->code)));
+}
+
+std::u16string UsualLog() {
+  const std::wstring folder = windows::PathVariable(L"LOCALAPPDATA") + L"\\QVA_Varnholt";
+  CreateDirectoryW(folder.c_str(), nullptr);
+  return TextOf((folder + L"\\calls.log").c_str());
+}
+
+/// Sets the file of the log, or deletes the value. Windows' code.
+std::int32_t SetCallLog(const std::u16string& file) {
+  windows::AnsiRegistry registry;
+  RegistryKey key = 0;
+  if (const auto code = registry.CreateKey(HKEY_CURRENT_USER_VALUE, kOwnKey, kKeySetValue, {}, key))
+    return code;
+  std::int32_t code = kRegistrySuccess;
+  if (file.empty()) {
+    code = registry.DeleteValue(key, kCallLogValue);
+    if (code == kRegistryFileNotFound) code = kRegistrySuccess;
+  } else {
+    code = registry.SetStored(key, kCallLogValue, {kRegSz, ToUtf16Bytes(file + u'\0')});
+  }
+  registry.CloseKey(key);
+  return code;
+}
+
+}  // namespace
+
+MachineFacts Examine() {
+  MachineFacts facts = LookAtMachine();
+  // All at once: each waits for other people's code.
+  std::vector<std::unique_ptr<Part>> parts;
+  const std::vector<Bitness> bitnesses = Bitnesses(facts.is_64bit);
+  for (const Bitness bitness : bitnesses) {
+    parts.push_back(std::make_unique<Part>(bitness, std::initializer_list<std::u16string_view>{u"/probe"}));
+  }
+  for (std::size_t i = 0; i < bitnesses.size(); ++i) {
+    BitnessFacts& found = facts.bitnesses.emplace_back();
+    const PartResult result = parts[i]->Wait();
+    ReadFacts(result.answer, found);
+    found.bitness = bitnesses[i];
+    found.start_code = result.start_code;
+  }
+  return facts;
+}
+
+int Repair(const MachineFacts& facts, Language language) {
+  int result = kDone;
+  const std::vector<RepairStep> steps = PlanRepair(facts);
+  for (const RepairStep& step : steps) {
+    int done = kDone;
+    switch (step.kind) {
+      case RepairKind::Unblock:
+        done = Tell({u"Unblocked, with what lies beside it", u"Atblokuota kartu su tuo, kas greta"},
+                    step.file, TakeMarks(FolderOf(step.file)), u"", language);
+        break;
+      case RepairKind::RemoveFromUser:
+        done = RunStep(
+            step.bitness, {u"/remove"},
+            OfBitness(u"removed the user's registration", u"pašalinta naudotojo registracija", step.bitness),
+            u"", language);
+        break;
+      case RepairKind::RegisterForUser:
+        done = RunStep(step.bitness, {u"/register", step.file},
+                       OfBitness(u"registered for the user", u"užregistruota naudotojui", step.bitness),
+                       step.file, language);
+        break;
+    }
+    result = std::max(result, done);
+  }
+  if (steps.empty()) {
+    Write(language == Language::Lithuanian ? u"Nėra nieko, ką būtų galima pataisyti naudotojui.\n"
+                                           : u"There is nothing that could be put right for the user.\n");
+  }
+  return result;
+}
+
+int SwitchLog(bool on, const std::u16string& file, Language language) {
+  std::u16string path;
+  if (on) path = file.empty() ? UsualLog() : file;
+  const auto code = static_cast<std::uint32_t>(SetCallLog(path));
+  return Tell(on ? Words(u"The log of calls is on", u"Kvietimų žurnalas įjungtas")
+                 : Words(u"The log of calls is off", u"Kvietimų žurnalas išjungtas"),
+              path, code, u"", language);
+}
+
+int SwitchDemo(bool on, Language language) {
+  int result = kDone;
+  for (const Bitness bitness : Bitnesses(LookAtMachine().is_64bit)) {
+    const Words what = on ? OfBitness(u"the demo host is on", u"bandomoji sistema įjungta", bitness)
+                          : OfBitness(u"the demo host is off", u"bandomoji sistema išjungta", bitness);
+    result =
+        std::max(result, RunStep(bitness, {on ? u"/register-demo" : u"/remove-demo"}, what, u"", language));
+  }
+  return result;
+}
+
+std::uint32_t RunPart(const CommandLine& line) {
+  // Nobody sees boxes here.
+  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
+  CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  std::string answer;
+  std::uint32_t code = 0;
+  switch (line.command) {
+    case Command::Probe:
+      answer =
+          FactsText(Probe([&](const BitnessFacts& facts) { WriteAnswer(line.answer, FactsText(facts)); }));
+      break;
+    case Command::Register:
+      code = Install(line.file, true, answer);
+      break;
+    case Command::Remove:
+      code = RemoveFromUser(answer);
+      break;
+    case Command::RegisterDemo:
+    case Command::RemoveDemo:
+      code = InstallDemo(line.command == Command::RegisterDemo, answer);
+      break;
+    default:
+      return kWrongCommandLine;
+  }
+  WriteAnswer(line.answer, answer);
+  return code;
+}
+
+}  // namespace qva::doctor

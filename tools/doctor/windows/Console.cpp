@@ -1,0 +1,50 @@
+#include "tools/doctor/windows/Console.h"
+
+#include <iterator>
+
+#include "platform/text.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::doctor {
+
+void Write(std::u16string_view text) {
+  const std::u16string lines = ReplaceAll(text, u"\n", u"\r\n");
+  const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  DWORD written = 0;
+  if (GetConsoleMode(output, &mode)) {
+    WriteConsoleW(output, windows::Wide(lines.data()), static_cast<DWORD>(lines.size()), &written, nullptr);
+  } else {
+    const std::string bytes = ToUtf8(lines);
+    WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  }
+}
+
+void WaitForReader(Language language) {
+  DWORD processes[2];
+  DWORD mode = 0;
+  const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+  const bool is_own = GetConsoleProcessList(processes, std::size(processes)) == 1;
+  if (!is_own || !GetConsoleMode(input, &mode)) return;
+  Write(language == Language::Lithuanian ? u"\nSpauskite „Enter“.\n" : u"\nPress Enter.\n");
+  wchar_t key = 0;
+  DWORD read = 0;
+  ReadConsoleW(input, &key, 1, &read, nullptr);
+}
+
+Language UsersLanguage() {
+  return PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_LITHUANIAN ? Language::Lithuanian
+                                                                      : Language::English;
+}
+
+std::u16string SystemWords(std::uint32_t code) {
+  wchar_t text[512];
+  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                      code, 0, text, std::size(text), nullptr);
+  std::u16string words = windows::TextOf(text, length);
+  words.erase(words.find_last_not_of(u"\r\n .") + 1);
+  return words.empty() ? u"?" : words;
+}
+
+}  // namespace qva::doctor

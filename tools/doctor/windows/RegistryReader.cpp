@@ -1,0 +1,70 @@
+#include "tools/doctor/windows/RegistryReader.h"
+
+#include <cstring>
+
+#include "platform/text.h"
+#include "platform/windows/AnsiRegistry.h"
+#include "platform/windows/WideText.h"
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::doctor {
+namespace {
+
+/// A key that is open for as long as this lives, if it could be opened.
+class OpenKey {
+ public:
+  OpenKey(Root root, std::u16string_view path, View view) {
+    is_open_ = registry_.OpenKey(static_cast<RegistryKey>(root), path,
+                                 kKeyQueryValue | static_cast<std::uint32_t>(view), key_) == kRegistrySuccess;
+  }
+  OpenKey(const OpenKey&) = delete;
+  OpenKey& operator=(const OpenKey&) = delete;
+  ~OpenKey() {
+    if (is_open_) registry_.CloseKey(key_);
+  }
+
+  bool is_open() const { return is_open_; }
+  std::optional<RegistryValue> Value(std::u16string_view name) {
+    RegistryValue value;
+    if (!is_open_ || registry_.QueryStored(key_, name, value) != kRegistrySuccess) return std::nullopt;
+    return value;
+  }
+
+ private:
+  windows::AnsiRegistry registry_;
+  RegistryKey key_ = 0;
+  bool is_open_ = false;
+};
+
+std::u16string Resolved(const std::u16string& text) {
+  const std::wstring wide = windows::WideText(text);
+  std::wstring resolved(ExpandEnvironmentStringsW(wide.c_str(), nullptr, 0), L'\0');
+  const DWORD size =
+      ExpandEnvironmentStringsW(wide.c_str(), resolved.data(), static_cast<DWORD>(resolved.size()));
+  return size == 0 || size > resolved.size() ? text : windows::TextOf(resolved.c_str());
+}
+
+}  // namespace
+
+std::optional<std::u16string> ReadText(Root root, std::u16string_view path, std::u16string_view name,
+                                       View view) {
+  const std::optional<RegistryValue> value = OpenKey(root, path, view).Value(name);
+  if (!value || (value->type != kRegSz && value->type != kRegExpandSz)) return std::nullopt;
+  const std::u16string text = FromUtf16Bytes(value->bytes);
+  return Resolved(text.substr(0, text.find(u'\0')));
+}
+
+std::optional<std::uint32_t> ReadNumber(Root root, std::u16string_view path, std::u16string_view name,
+                                        View view) {
+  const std::optional<RegistryValue> value = OpenKey(root, path, view).Value(name);
+  std::uint32_t number = 0;
+  if (!value || value->type != kRegDword || value->bytes.size() != sizeof number) return std::nullopt;
+  std::memcpy(&number, value->bytes.data(), sizeof number);
+  return number;
+}
+
+bool HasKey(Root root, std::u16string_view path, View view) {
+  return OpenKey(root, path, view).is_open();
+}
+
+}  // namespace qva::doctor
