@@ -81,4 +81,6 @@ tools/excel-workbooks.sh "$zip/samples" samples/*.fods
 sed 's/$/\r/' samples/QvaReport.bas | iconv -f utf-8 -t cp1257 > "$zip/samples/QvaReport.bas"
 documents "$zip"
 for bitness in x64 x86; do cp "$work/help/FReport.chm" "$zip/$bitness"; done
+cp "$x64/qva-doctor.exe" "$zip"
+cp "$x86/qva-doctor.exe" "$zip/x86"
 pack "$zip" "$output/QVA_Varnholt-$version.zip"

@@ -57,6 +57,7 @@ start "Site and help" 300 tools/test-help.sh build/release
 start "Workbooks for Excel" 300 tools/test-excel-workbooks.sh build/release
 start "Linux modules" 60 tools/check-modules.sh build/release
 build "Build for 32-bit Windows" windows-x86 -DQVA_TESTS=ON
+start "Doctor" 600 tools/test-doctor.sh build/windows-x64 build/windows-x86
 start "Windows, 32-bit" 1500 tools/test-windows.sh 32-bit
 start "Packages" 1500 tools/test-package.sh build/release build/windows-x64 build/windows-x86
 
