@@ -27,6 +27,12 @@ inline constexpr std::u16string_view kDocumentSelection = u"NVXCommonObjects.Doc
 inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
 inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
 
+/// All of them.
+inline constexpr std::u16string_view kCreatableClasses[] = {
+    kCommonObjects,     kPlant,      kClientTools,    kSettingsCollection,
+    kCompanyAttributes, kDataAccess, kQuery,          kConditionBuilder,
+    kDocumentSelection, kMessage,    kMessageResource};
+
 /// True for an identifier of one of the host's libraries, whether the class is there or not.
 inline bool IsHostIdentifier(std::u16string_view programmatic_identifier) {
   for (const std::u16string_view library : {u"NVXCommonObjects.", u"NVXClientTools.", u"QVA_Common."}) {

@@ -7,10 +7,7 @@ namespace qva::bench {
 
 Bench::Bench() {
   InstallServices(platform.services());
-  for (const std::u16string_view identifier :
-       {host::kCommonObjects, host::kPlant, host::kClientTools, host::kSettingsCollection,
-        host::kCompanyAttributes, host::kDataAccess, host::kMessage, host::kMessageResource, host::kQuery,
-        host::kConditionBuilder, host::kDocumentSelection}) {
+  for (const std::u16string_view identifier : host::kCreatableClasses) {
     platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
   }
   Reset();

@@ -100,6 +100,14 @@ std::u16string UsualLog() {
   return TextOf((folder + L"\\calls.log").c_str());
 }
 
+/// The whole path of a file that is named from the current folder.
+std::u16string WholePath(const std::u16string& file) {
+  std::wstring path(MAX_PATH, L'\0');
+  const DWORD length =
+      GetFullPathNameW(WideText(file).c_str(), static_cast<DWORD>(path.size()), path.data(), nullptr);
+  return length == 0 || length > path.size() ? file : TextOf(path.data(), length);
+}
+
 /// Sets the file of the log, or deletes the value. Windows' code.
 std::int32_t SetCallLog(const std::u16string& file) {
   windows::AnsiRegistry registry;
@@ -170,7 +178,7 @@ int Repair(const MachineFacts& facts, Language language) {
 
 int SwitchLog(bool on, const std::u16string& file, Language language) {
   std::u16string path;
-  if (on) path = file.empty() ? UsualLog() : file;
+  if (on) path = file.empty() ? UsualLog() : WholePath(file);
   const auto code = static_cast<std::uint32_t>(SetCallLog(path));
   return Tell(on ? Words(u"The log of calls is on", u"Kvietimų žurnalas įjungtas")
                  : Words(u"The log of calls is off", u"Kvietimų žurnalas išjungtas"),

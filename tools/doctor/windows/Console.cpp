@@ -1,5 +1,6 @@
 #include "tools/doctor/windows/Console.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "platform/text.h"
@@ -14,7 +15,12 @@ void Write(std::u16string_view text) {
   DWORD mode = 0;
   DWORD written = 0;
   if (GetConsoleMode(output, &mode)) {
-    WriteConsoleW(output, windows::Wide(lines.data()), static_cast<DWORD>(lines.size()), &written, nullptr);
+    // Older consoles take no long texts at once.
+    constexpr std::size_t kPiece = 4096;
+    for (std::size_t at = 0; at < lines.size(); at += kPiece) {
+      const auto length = static_cast<DWORD>(std::min(kPiece, lines.size() - at));
+      WriteConsoleW(output, windows::Wide(lines.data() + at), length, &written, nullptr);
+    }
   } else {
     const std::string bytes = ToUtf8(lines);
     WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);

@@ -75,12 +75,7 @@ class Prober {
     for (const PublicClass& public_class : PublicClasses()) {
       TryClass(std::u16string(kLibraryName) + u"." + std::u16string(public_class.description().name()));
     }
-    for (const std::u16string_view identifier :
-         {host::kCommonObjects, host::kPlant, host::kClientTools, host::kSettingsCollection,
-          host::kCompanyAttributes, host::kDataAccess, host::kQuery, host::kConditionBuilder,
-          host::kDocumentSelection, host::kMessage, host::kMessageResource}) {
-      TryHostClass(identifier);
-    }
+    for (const std::u16string_view identifier : host::kCreatableClasses) TryHostClass(identifier);
     AskHost();
     facts_.is_complete = true;
     facts_.doing.clear();
