@@ -274,6 +274,27 @@ status_of() {
 }
 check "demo on: is refused where there is no demo host" status_of 2 demo on
 check "demo on: says so" grep -q '^64-bit: the demo host is on - failed: ' "$work/text"
+for bitness in x64 x86; do cp -r "${!bitness}"/{QVA_DemoHost.dll,host} "$package/$bitness"; done
+check "demo on: is refused where there is another host" status_of 2 demo on
+check "demo on: names it" grep -q '^64-bit: the demo host is on - failed: .*another host is registered by HKEY_LOCAL_MACHINE' "$work/text"
+register /u 'C:\Host\QVA_TestBench.dll'
+has_demo() { wine_run "$system\\reg.exe" query 'HKCU\Software\Classes\NVXCommonObjects.CommonObjects\CLSID' > /dev/null 2>&1; }
+has_no_demo() { ! has_demo; }
+check "demo on: goes through where there is none" status_of "$([[ -n $libraries ]] && echo 0 || echo 2)" demo on
+check "demo on: registers it for the user" has_demo
+# Wine's programs find classes of the machine alone, and share the user's: the 64-bit ones become the machine's.
+mv "$package/x86" "$work/x86"
+doctor demo on
+mv "$work/x86" "$package/x86"
+wine_run "$system\\reg.exe" export 'HKCU\Software\Classes' "$(windows_path "$work/demo.reg")" /y > /dev/null
+registry_script <<< "$(iconv -f UTF-16 -t UTF-8 "$work/demo.reg" | tr -d '\r' | sed '1d; s/HKEY_CURRENT_USER/HKEY_LOCAL_MACHINE/')"
+mkdir -p "$c/Ataskaitos/Archyvas"
+doctor
+check "the demo host is named, its book opens, and its archive can be written" test \
+  "$(sed -n '/^64-bit Excel/,/^32-bit Excel/p' "$work/text" | grep -cE '\((host-demo|book|archive)\)$')" = 3
+check "demo off: goes through where both are" status_of "$([[ -n $libraries ]] && echo 0 || echo 2)" demo off
+check "demo off: removes it" has_no_demo
+make_well
 
 check "a wrong command line is refused" status_of 3 demo
 check "and shows what can be asked for" grep -q 'qva-doctor repair' "$work/text"

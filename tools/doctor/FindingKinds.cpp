@@ -140,11 +140,11 @@ constexpr FindingKind kKinds[] = {
       u"Iš išskleisto paketo paleiskite „qva-doctor repair“ arba paleiskite diegimo programą."}},
     {"registered-for-other",
      Level::Error,
-     {u"The library is registered for {other} programs alone, and Excel is {bitness}: CreateObject fails "
-      u"with "
-      u"error 429.",
-      u"Biblioteka užregistruota tik {other} programoms, o „Excel“ yra {bitness}: „CreateObject“ baigiasi "
-      u"429 "
+     {u"The library is registered for {other} programs alone: in the {bitness} Excel CreateObject fails with "
+      u"error "
+      u"429.",
+      u"Biblioteka užregistruota tik {other} programoms: {bitness} „Excel“ programoje „CreateObject“ "
+      u"baigiasi 429 "
       u"klaida."},
      {u"Run \"qva-doctor repair\" from the unpacked package, or the setup program; both register both "
       u"libraries.",
@@ -289,10 +289,9 @@ constexpr FindingKind kKinds[] = {
       u"on“."}},
     {"host-for-other",
      Level::Error,
-     {u"The accounting system is registered for {other} programs alone, and Excel is {bitness}: "
-      u"InitConnectEX "
+     {u"The accounting system is registered for {other} programs alone: in a {bitness} Excel InitConnectEX "
       u"fails.",
-      u"Apskaitos sistema užregistruota tik {other} programoms, o „Excel“ yra {bitness}: „InitConnectEX“ "
+      u"Apskaitos sistema užregistruota tik {other} programoms: {bitness} „Excel“ programoje „InitConnectEX“ "
       u"nepavyksta."},
      {u"Install Excel in the accounting system's bitness, or the accounting system's client in Excel's.",
       u"Įdiekite tiek bitų „Excel“, kiek turi apskaitos sistema, arba tiek bitų apskaitos sistemos kliento "

@@ -30,9 +30,7 @@ constexpr std::u16string_view kClasses = u"Software\\Classes\\";
 constexpr View kOtherView = kOwnBitness == Bitness::x64 ? View::x86 : View::x64;
 
 std::u16string GuidText(const CLSID& id) {
-  wchar_t text[39];
-  StringFromGUID2(id, text, static_cast<int>(std::size(text)));
-  return TextOf(text);
+  return TextOf(com::GuidText(id).c_str());
 }
 
 /// The name of an object's class, as it tells itself.
