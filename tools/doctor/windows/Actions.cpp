@@ -132,6 +132,7 @@ MachineFacts Examine() {
   // All at once: each waits for other people's code.
   std::vector<std::unique_ptr<Part>> parts;
   const std::vector<Bitness> bitnesses = Bitnesses(facts.is_64bit);
+  parts.reserve(bitnesses.size());
   for (const Bitness bitness : bitnesses) {
     parts.push_back(std::make_unique<Part>(bitness, std::initializer_list<std::u16string_view>{u"/probe"}));
   }
