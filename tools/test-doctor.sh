@@ -238,10 +238,11 @@ make_well
 
 # The 64-bit part alone: Wine shows the user's classes of one bitness to the other.
 mv "$package/x86" "$work/x86"
+with_32_bits=$IGNORED IGNORED=32:part-not-run
 register /n /i:user 'C:\Senas\QVA_Varnholt.dll'
 mv "$c/Senas" "$c/Kitur"
 doctor repair
-check "repair: leaves all well behind a stale registration of the user's" test "$(problems)" = 32:part-not-run
+check "repair: leaves all well behind a stale registration of the user's" test -z "$(problems)"
 gone() { ! has_server system32; }
 check "repair: which it removes" gone
 make_well
@@ -250,12 +251,13 @@ echo '[ZoneTransfer]
 ZoneId=3' | tee "$c/Varnholt/QVA_Varnholt.dll:Zone.Identifier" > "$c/Varnholt/FReport.chm:Zone.Identifier"
 touch "$c/Varnholt/FReport.chm"
 doctor repair
-check "repair: unblocks the library" test "$(problems)" = 32:part-not-run
+check "repair: unblocks the library" test -z "$(problems)"
 check "repair: and what lies beside it" test -z "$(find "$c/Varnholt" -name '*Zone*')"
 
 doctor repair
 check "repair: says that there is nothing to do" grep -q '^There is nothing' "$work/text"
 mv "$work/x86" "$package/x86"
+IGNORED=$with_32_bits
 
 call_log() { wine_run "$system\\reg.exe" query 'HKCU\Software\QVA_Varnholt' /v CallLog 2> /dev/null | grep -qF "$1"; }
 check "log on: goes through" doctor log on 'C:\žurnalas.log'
@@ -299,7 +301,8 @@ make_well
 check "a wrong command line is refused" status_of 3 demo
 check "and shows what can be asked for" grep -q 'qva-doctor repair' "$work/text"
 
-check "a report is written" doctor /report "$(windows_path "$work/report.html")"
+doctor /report "$(windows_path "$work/report.html")"
+check "a report is written" test -s "$work/report.html"
 check "which is whole" test "$(tail -n 1 "$work/report.html")" = "</body></html>"
 needs_nothing() { ! grep -qE '(src|href)=|@import|url\(' "$1"; }
 check "and needs no other file" needs_nothing "$work/report.html"

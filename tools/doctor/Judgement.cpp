@@ -192,8 +192,7 @@ class MachineJudge {
   void JudgeBitness() {
     if (here().start_code != 0 || (!here().is_complete && here().doing.empty())) {
       const std::uint32_t code = here().start_code;
-      const Words reason = code != 0 ? Words(system_words_(code))
-                                     : Words(u"its program ended at once", u"programa iškart baigėsi");
+      const Words reason = code != 0 ? Words(system_words_(code)) : EndedAtOnce();
       Add("part-not-run", {{u"reason", reason}});
       return;
     }
@@ -398,6 +397,10 @@ Level Worst(const std::vector<Finding>& findings) {
 
 Words BitnessWords(Bitness bitness) {
   return bitness == Bitness::x64 ? Words(u"64-bit", u"64 bitų") : Words(u"32-bit", u"32 bitų");
+}
+
+Words EndedAtOnce() {
+  return {u"its program ended at once", u"programa iškart baigėsi"};
 }
 
 std::u16string CodeText(std::uint32_t code) {

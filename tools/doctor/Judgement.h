@@ -51,6 +51,8 @@ Words BitnessWords(Bitness bitness);
 inline Bitness Other(Bitness bitness) {
   return bitness == Bitness::x64 ? Bitness::x86 : Bitness::x64;
 }
+/// Why a part of the doctor has nothing to tell.
+Words EndedAtOnce();
 /// A code as people look it up: "0x80040154", or in decimal digits when it is a small one.
 std::u16string CodeText(std::uint32_t code);
 

@@ -1,6 +1,7 @@
 #include "tools/doctor/windows/Actions.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 
@@ -52,12 +53,24 @@ Words OfBitness(std::u16string_view english, std::u16string_view lithuanian, Bit
   return {words.in[0] + u": " + std::u16string(english), words.in[1] + u": " + std::u16string(lithuanian)};
 }
 
+/// How a part that carried out a step tells the outcome: Windows' code, and the reason of a failure. A part
+/// that could not run may well end with the exit status 0.
+std::string OutcomeText(std::uint32_t code, std::string_view reason) {
+  return std::to_string(code) + "\t" + std::string(reason);
+}
+
 /// A step that its part carries out.
 int RunStep(Bitness bitness, std::initializer_list<std::u16string_view> command, const Words& what,
             std::u16string_view about, Language language) {
   const PartResult result = Part(bitness, command).Wait();
-  const std::uint32_t code = result.start_code != 0 ? result.start_code : result.code;
-  return Tell(what, about, code, FromUtf8(result.answer), language);
+  if (result.start_code != 0) return Tell(what, about, result.start_code, u"", language);
+  const std::size_t end = result.answer.find('\t');
+  if (end == result.answer.npos) {
+    return Tell(what, about, ERROR_PROCESS_ABORTED, EndedAtOnce().in[static_cast<std::size_t>(language)],
+                language);
+  }
+  const auto code = static_cast<std::uint32_t>(std::strtoul(result.answer.c_str(), nullptr, 10));
+  return Tell(what, about, code, FromUtf8(result.answer).substr(end + 1), language);
 }
 
 /// The description that the last failed call left, if any.
@@ -197,32 +210,32 @@ int SwitchDemo(bool on, Language language) {
   return result;
 }
 
-std::uint32_t RunPart(const CommandLine& line) {
+void RunPart(const CommandLine& line) {
   // Nobody sees boxes here.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX | SEM_NOOPENFILEERRORBOX);
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-  std::string answer;
+  const auto keep = [&](const BitnessFacts& facts) { WriteAnswer(line.answer, FactsText(facts)); };
+  std::string reason;
   std::uint32_t code = 0;
   switch (line.command) {
     case Command::Probe:
-      answer =
-          FactsText(Probe([&](const BitnessFacts& facts) { WriteAnswer(line.answer, FactsText(facts)); }));
-      break;
+      return keep(Probe(keep));
     case Command::Register:
-      code = Install(line.file, true, answer);
+      code = Install(line.file, true, reason);
       break;
     case Command::Remove:
-      code = RemoveFromUser(answer);
+      code = RemoveFromUser(reason);
       break;
     case Command::RegisterDemo:
+      code = InstallDemo(true, reason);
+      break;
     case Command::RemoveDemo:
-      code = InstallDemo(line.command == Command::RegisterDemo, answer);
+      code = InstallDemo(false, reason);
       break;
     default:
-      return kWrongCommandLine;
+      return;
   }
-  WriteAnswer(line.answer, answer);
-  return code;
+  WriteAnswer(line.answer, OutcomeText(code, reason));
 }
 
 }  // namespace qva::doctor

@@ -18,7 +18,7 @@ int SwitchLog(bool on, const std::u16string& file, Language language);
 /// Switches the demo host on or off, in each bitness.
 int SwitchDemo(bool on, Language language);
 
-/// Carries out what another process of the doctor asks this one for. Result: 0 or a HRESULT.
-std::uint32_t RunPart(const CommandLine& line);
+/// Carries out what another process of the doctor asks this one for, and writes the answer.
+void RunPart(const CommandLine& line);
 
 }  // namespace qva::doctor

@@ -76,9 +76,6 @@ PartResult Part::Wait() {
     TerminateProcess(process_, WAIT_TIMEOUT);
     WaitForSingleObject(process_, kLimitMilliseconds);
   }
-  DWORD code = 0;
-  GetExitCodeProcess(process_, &code);
-  result.code = code;
   result.answer = ReadWhole(answer_file_);
   return result;
 }

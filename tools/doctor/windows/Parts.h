@@ -12,8 +12,7 @@ namespace qva::doctor {
 /// What a part left behind.
 struct PartResult {
   std::uint32_t start_code = 0;  ///< Windows' code for starting it
-  std::uint32_t code = 0;        ///< its exit status: 0 or a HRESULT
-  std::string answer;            ///< in UTF-8
+  std::string answer;            ///< in UTF-8; empty when it died first
 };
 
 /// A part at work.

@@ -73,8 +73,9 @@ int Run(const CommandLine& line) {
     case Command::DemoOff:
       return SwitchDemo(line.command == Command::DemoOn, language);
     default:
+      RunPart(line);
       // What was loaded on the way may not survive an orderly end.
-      TerminateProcess(GetCurrentProcess(), RunPart(line));
+      TerminateProcess(GetCurrentProcess(), 0);
       return 0;
   }
 }
