@@ -41,7 +41,7 @@ bench:  ## Build and run the benchmarks
 	@tools/bench-calc.sh
 	@tools/bench-windows.sh
 
-docs:  ## Write docs/guide.md and docs/gidas.md anew from the member tables, and the searchable site into out/site
+docs:  ## Write docs/guide.md, docs/gidas.md and the doctor's findings anew from their tables, and the searchable site into out/site
 	@tools/install-packages.sh run package
 	@cmake --preset release > /dev/null
 	@cmake --build --preset release --target guide

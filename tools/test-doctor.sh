@@ -275,10 +275,10 @@ status_of() {
   [[ $? -eq $expected ]]
 }
 check "demo on: is refused where there is no demo host" status_of 2 demo on
-check "demo on: says so" grep -q '^64-bit: the demo host is on - failed: ' "$work/text"
+check "demo on: says so" grep -q '^64-bit: the demo host is on: failed: ' "$work/text"
 for bitness in x64 x86; do cp -r "${!bitness}"/{QVA_DemoHost.dll,host} "$package/$bitness"; done
 check "demo on: is refused where there is another host" status_of 2 demo on
-check "demo on: names it" grep -q '^64-bit: the demo host is on - failed: .*another host is registered by HKEY_LOCAL_MACHINE' "$work/text"
+check "demo on: names it" grep -q '^64-bit: the demo host is on: failed: .*another host is registered by HKEY_LOCAL_MACHINE' "$work/text"
 register /u 'C:\Host\QVA_TestBench.dll'
 has_demo() { wine_run "$system\\reg.exe" query 'HKCU\Software\Classes\NVXCommonObjects.CommonObjects\CLSID' > /dev/null 2>&1; }
 has_no_demo() { ! has_demo; }

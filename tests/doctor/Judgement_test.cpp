@@ -44,6 +44,12 @@ TEST(Judge, LooksAtTheHeaderBeforeTheLoading) {
               ElementsAre("64:file-damaged"));
   EXPECT_THAT(Problems(With([](BitnessFacts& x64) { x64.files[1].load_code = 126; })),
               ElementsAre("64:file-does-not-load"));
+  // Not even its header may be read.
+  EXPECT_THAT(Problems(With([](BitnessFacts& x64) {
+                x64.files[1].machine = 0;
+                x64.files[1].load_code = 5;
+              })),
+              ElementsAre("64:file-does-not-load"));
 }
 
 TEST(Judge, TellsAPartialForeignAndMixedRegistration) {

@@ -123,7 +123,7 @@ std::u16string_view Usage(Language language) {
                u"žurnalą\n"
                u"qva-doctor demo on | off                                 įjungia ar išjungia bandomąją "
                u"sistemą\n"
-               u"Būsena baigus: 0 - gerai, 1 - įspėjimai, 2 - klaidos, 3 - netinkama komanda\n"
+               u"Būsena baigus: 0 – gerai, 1 – įspėjimai, 2 – klaidos, 3 – netinkama komanda\n"
              : u"qva-doctor [check] [/report file.html] [/lang lt|en]   checks this computer\n"
                u"qva-doctor repair                                      puts right what can be put right for "
                u"the user\n"

@@ -21,7 +21,7 @@ struct FileFacts {
   std::uint16_t machine = 0;       ///< the processor that it is for, as its header says; 0 for no program
   std::u16string version;          ///< "1.0.0.0"; empty when it tells none
   std::int32_t zone = kNoZone;     ///< where it came from, as Windows marks downloaded files
-  std::int32_t load_code = kIdle;  ///< Windows' code for loading it, 0 when it loads
+  std::int32_t load_code = kIdle;  ///< Windows' code for reading and loading it, 0 when it loads
 
   static constexpr std::int32_t kNoZone = -1;  ///< no mark
   static constexpr std::int32_t kIdle = -1;    ///< not tried

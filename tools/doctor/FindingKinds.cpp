@@ -99,7 +99,7 @@ constexpr FindingKind kKinds[] = {
       u"klaida."},
      {u"Tick \"Trust access to the VBA project object model\" (File, Options, Trust Center, Trust Center "
       u"Settings, Macro Settings). What the administrator has set, only he can change.",
-      u"Pažymėkite „Pasitikėti prieiga prie VBA projekto objektų modelio“ (Failas, Parinktys, Patikimumo "
+      u"Pažymėkite „Patikėti prieigą prie VBA projekto objektų modelio“ (Failas, Parinktys, Patikimumo "
       u"centras, Patikimumo centro parametrai, Makrokomandų parametrai). Ką nustatė administratorius, gali "
       u"pakeisti tik jis."}},
 
@@ -222,7 +222,7 @@ constexpr FindingKind kKinds[] = {
       u"Biblioteka {file}, užregistruota {bitness} programoms, yra {other}."},
      {u"Register the library of the folder x64 with the 64-bit regsvr32 and that of x86 with the 32-bit one; "
       u"\"qva-doctor repair\" does.",
-      u"Aplanko „x64“ biblioteką registruokite 64 bitų, „x86“ - 32 bitų „regsvr32“; taip daro „qva-doctor "
+      u"Aplanko „x64“ biblioteką registruokite 64 bitų, „x86“ – 32 bitų „regsvr32“; taip daro „qva-doctor "
       u"repair“."}},
     {"file-damaged",
      Level::Error,
@@ -259,10 +259,10 @@ constexpr FindingKind kKinds[] = {
       u"Pataisykite, kas aukščiau pasakyta apie registraciją ir jos failą."}},
     {"needs-host",
      Level::Error,
-     {u"CreateObject(\"{class}\") fails with error 429{others}: it does not get the accounting system's "
-      u"class "
-      u"that it needs.",
-      u"CreateObject(\"{class}\") baigiasi 429 klaida{others}: negauna apskaitos sistemos klasės, kurios jam "
+     {u"CreateObject(\"{class}\") fails with error 429{others}: the class of the accounting system that it "
+      u"needs "
+      u"is not to be had.",
+      u"CreateObject(\"{class}\") baigiasi 429 klaida{others}: nėra apskaitos sistemos klasės, kurios "
       u"reikia."},
      {u"Put right what is said below about the accounting system.",
       u"Pataisykite, kas toliau pasakyta apie apskaitos sistemą."}},

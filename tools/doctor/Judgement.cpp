@@ -260,11 +260,11 @@ class MachineJudge {
       Add("folder-missing", {{u"file", path}});
     } else if (!file->is_there) {
       Add("file-missing", {{u"file", path}});
-    } else if (file->machine == 0) {
+    } else if (file->machine == 0 && file->load_code <= 0) {
       Add("file-damaged", {{u"file", path}});
-    } else if (file->machine != MachineOf(here().bitness)) {
+    } else if (file->machine != 0 && file->machine != MachineOf(here().bitness)) {
       Add("wrong-bitness", {{u"file", path}, {u"other", OfMachine(file->machine)}});
-    } else if (file->load_code > 0) {
+    } else if (file->load_code > 0) {  // or cannot even be read
       const auto code = static_cast<std::uint32_t>(file->load_code);
       Add("file-does-not-load",
           {{u"file", path}, {u"reason", system_words_(code)}, {u"code", CodeText(code)}});

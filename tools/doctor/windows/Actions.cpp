@@ -40,7 +40,7 @@ int Tell(const Words& what, std::u16string_view about, std::uint32_t code, std::
   std::u16string line = what.in[static_cast<std::size_t>(language)];
   if (!about.empty()) line.append(u": ").append(about);
   if (code != 0) {
-    line += language == Language::Lithuanian ? u" - nepavyko: " : u" - failed: ";
+    line += language == Language::Lithuanian ? u": nepavyko: " : u": failed: ";
     line += reason.empty() ? SystemWords(code) : std::u16string(reason);
     line += u" (" + CodeText(code) + u")";
   }

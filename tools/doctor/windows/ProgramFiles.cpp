@@ -28,6 +28,15 @@ DWORD AttributesOf(const std::u16string& path) {
   return GetFileAttributesW(WideText(path).c_str());
 }
 
+/// Windows' code for reading a file.
+DWORD ReadingCode(const std::u16string& path) {
+  const HANDLE file = CreateFileW(WideText(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
+                                  nullptr, OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return GetLastError();
+  CloseHandle(file);
+  return ERROR_SUCCESS;
+}
+
 /// A part of a file; shorter, or empty, where the file ends.
 std::string BytesOf(const std::u16string& path, std::int64_t from, DWORD count) {
   const HANDLE file = CreateFileW(WideText(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
@@ -96,7 +105,10 @@ FileFacts LookAt(const std::u16string& path) {
   FileFacts facts{.path = path};
   facts.is_there = IsFile(AttributesOf(path));
   facts.has_folder = facts.is_there || IsFolder(AttributesOf(FolderOf(path)));
+  const DWORD code = ReadingCode(path);
+  if (code == ERROR_ACCESS_DENIED && !IsFolder(AttributesOf(path))) facts.is_there = facts.has_folder = true;
   if (!facts.is_there) return facts;
+  if (code != ERROR_SUCCESS) facts.load_code = static_cast<std::int32_t>(code);
   facts.machine = MachineIn(path);
   facts.version = VersionIn(path);
   facts.zone = ZoneOf(path);
