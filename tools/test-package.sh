@@ -18,6 +18,7 @@ for sample in samples/*.fods; do
   check "Excel finds $name with its macros" tools/check-excel-workbook.py "$sample" "$work/zip/samples/$name.xlsm"
 done
 check "the help is beside either library" cmp "$work/zip/x64/FReport.chm" "$work/zip/x86/FReport.chm"
+check "the doctor is in it for either bitness" test -s "$work/zip/qva-doctor.exe" -a -s "$work/zip/x86/qva-doctor.exe"
 
 # --- The extension -------------------------------------------------------------------------------------------
 
