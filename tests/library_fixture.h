@@ -8,7 +8,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -24,12 +23,9 @@
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/memory/excel/Application.h"
 #include "platform/text.h"
+#include "tests/readable_values.h"
 
 namespace qva {
-
-inline void PrintTo(const Value& value, std::ostream* out) {
-  *out << ToUtf8(DescribeValue(value));
-}
 
 /// The error that `step` raises, if it raises one.
 inline std::optional<AutomationError> ErrorOf(const std::function<void()>& step) {

@@ -1,5 +1,7 @@
 #include "tests/test_paths.h"
 
+#include <cstdlib>
+
 namespace qva {
 
 std::filesystem::path SourceFolder() {
@@ -10,17 +12,27 @@ std::string HostModuleFile() {
 }
 
 #ifdef QVA_CALC_COMPONENT
+namespace {
+
+/// A file of the tested build: our own, unless QVA_TESTED_BUILD is the full path of another one's folder.
+std::filesystem::path OfTestedBuild(const char* own, const char* file) {
+  const char* const folder = std::getenv("QVA_TESTED_BUILD");
+  return folder ? std::filesystem::path(folder) / file : std::filesystem::path(own);
+}
+
+}  // namespace
+
 std::string ReportRunnerFile() {
-  return QVA_REPORT_RUNNER;
+  return OfTestedBuild(QVA_REPORT_RUNNER, "tools/report-runner");
 }
 std::filesystem::path CalcComponentFile() {
-  return QVA_CALC_COMPONENT;
+  return OfTestedBuild(QVA_CALC_COMPONENT, "libqva_calc.so");
 }
 std::filesystem::path ExcelCallsModuleFile() {
   return QVA_EXCEL_CALLS_MODULE;
 }
 std::string SanitizerRuntime() {
-  return QVA_SANITIZER_RUNTIME;
+  return std::getenv("QVA_TESTED_BUILD") ? "" : QVA_SANITIZER_RUNTIME;
 }
 #endif
 

@@ -1,5 +1,7 @@
 // Where a build keeps what tests read and start. Alone in a source of its own, so that no other source
-// depends on the folder that a clone stands in, and the compiler's results serve every clone.
+// depends on the folder that a clone stands in, and the compiler's results serve every clone. Where
+// QVA_TESTED_BUILD names the folder of a release build, its runner and component are tested in the place of
+// our own.
 #pragma once
 
 #include <filesystem>
@@ -18,7 +20,8 @@ std::string ReportRunnerFile();
 std::filesystem::path CalcComponentFile();
 /// The module that stands in the host's place in tests of the component.
 std::filesystem::path ExcelCallsModuleFile();
-/// The sanitizers' library that must be loaded before the component is; empty in a build without them.
+/// The sanitizers' library that must be loaded before the component is; empty where it was built without
+/// them.
 std::string SanitizerRuntime();
 
 }  // namespace qva

@@ -20,7 +20,7 @@ else
 fi
 
 # The benchmarks are built on request only. Sources that are compiled some at a time stand in files of the build.
-for build in "${builds[@]}"; do cat "$build"/compile_commands.json "$build"/CMakeFiles/*/Unity/*.cxx; done > "$work/sources"
+for build in "${builds[@]}"; do cat "$build"/compile_commands.json "$build"/{,tests/}CMakeFiles/*/Unity/*.cxx; done 2> /dev/null > "$work/sources"
 lost=$(git ls-files '*.cpp' ':!bench' | while read -r source; do
   grep -qF "\"$PWD/$source\"" "$work/sources" || echo "not in the build: $source"
 done)

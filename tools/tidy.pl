@@ -6,7 +6,7 @@
 #
 # The standard headers cost more than our own sources, so that many sources are checked as one unit. Sources whose
 # own names would meet there stand in different units; where it happens still, each of the unit is checked alone.
-# What was found clean is not checked again until it, a header, the profile or the program changes.
+# What was found clean is not checked again, in any clone, until it, a header, the profile or the program changes.
 use strict;
 use warnings;
 use Cwd qw(getcwd);
@@ -20,6 +20,8 @@ my $root = getcwd;
 my $folders = 'global|period|reports|storage|excelui|platform|host|server|tools';
 my $unit_size = 24;
 my $work = "$root/build/lint";
+# What was found clean, for all clones.
+my $clean_ones = ($ENV{XDG_CACHE_HOME} || "$ENV{HOME}/.cache") . '/qva-varnholt/clang-tidy';
 my $tidy = $ENV{CLANG_TIDY} // 'clang-tidy';
 my $jobs = `nproc` + 0;
 @ARGV or die "usage: tidy.pl <build folder>...\n";
@@ -112,9 +114,9 @@ my @missing = grep { m{^(?:$folders)/} && !$seen{$_} } split /\n/, `git ls-files
 print "in none of the builds: $_\n" for @missing;
 
 # What a result depends on besides the unit's own sources.
-my $common = sha256_hex(join "\0", `$tidy --version`, $root, map { contents($_) } '.clang-tidy',
+my $common = sha256_hex(join "\0", `$tidy --version`, map { contents($_) } qw(.clang-tidy tools/tidy.pl),
                         grep { -e } split /\n/, `git ls-files --cached --others --exclude-standard '*.h'`);
-make_path($work);
+make_path($work, $clean_ones);
 
 # Runs clang-tidy over one source file; returns its output and whether it was content.
 sub check {
@@ -141,18 +143,19 @@ sub check_unit {
       $clean &&= $content;
     }
   }
-  put("$work/$unit->{hash}.clean", '') if $clean;
+  put("$clean_ones/$unit->{hash}", '') if $clean;
   print $output =~ s/^\Q$root\E\///mgr;
   return $clean;
 }
 
-my %current;
 for (@units) {
-  $_->{hash} = sha256_hex(join "\0", $common, $_->{arguments}, map { ($_, contents($_)) } @{ $_->{sources} });
-  $current{"$work/$_->{hash}.clean"} = 1;
+  my $arguments = $_->{arguments} =~ s/\Q$root\E//gr;
+  $_->{hash} = sha256_hex(join "\0", $common, $arguments, map { ($_, contents($_)) } @{ $_->{sources} });
 }
-unlink grep { !$current{$_} } glob "$work/*.clean";
-my @waiting = sort { @{ $b->{sources} } <=> @{ $a->{sources} } } grep { !-e "$work/$_->{hash}.clean" } @units;
+# What no clone has asked for in a month is of the past.
+unlink grep { -M > 30 } glob "$clean_ones/*";
+utime undef, undef, grep { -e } map { "$clean_ones/$_->{hash}" } @units;
+my @waiting = sort { @{ $b->{sources} } <=> @{ $a->{sources} } } grep { !-e "$clean_ones/$_->{hash}" } @units;
 printf "%d sources in %d units, %d of them to be checked\n", scalar keys %seen, scalar @units, scalar @waiting;
 
 my ($running, $found) = (0, scalar @missing);

@@ -10,8 +10,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::IsSupersetOf;
 
-constexpr char kMessage[] = "QVA_Varnholt";
-
 TEST_F(CalcWindows, ASampleReportIsOfThePeriodThatTheUserChose) {
   StartWorkbook(SourceFolder() / "samples/balance.fods", {"--show", "--log", "balance.log"},
                 desktop.environment());

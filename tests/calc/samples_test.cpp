@@ -7,8 +7,7 @@
 #include <sstream>
 #include <utility>
 
-#include "tests/calc/calc_fixture.h"
-#include "tests/calc/desktop.h"
+#include "tests/calc/windows_fixture.h"
 #include "tests/test_paths.h"
 #include "tools/report-runner/Process.h"
 
@@ -26,8 +25,6 @@ using testing::StartsWith;
 /// The profit of 2025 by the sample company's ledger, which the balance sheet and the statement of profit
 /// share.
 constexpr const char* kProfit = "30021.32";
-
-constexpr const char* kMessage = "QVA_Varnholt";
 
 class Samples : public CalcTest {
  protected:

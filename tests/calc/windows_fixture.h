@@ -12,6 +12,7 @@ namespace qva {
 
 inline constexpr char kPeriod[] = "Ataskaitinio periodo nustatymai";
 inline constexpr char kDate[] = "Pasirinkite data";
+inline constexpr char kMessage[] = "QVA_Varnholt";
 
 class CalcWindows : public CalcTest {
  protected:

@@ -5,26 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <ostream>
 #include <string>
 
 #include "platform/memory/MemoryPlatform.h"
-#include "platform/text.h"
 #include "platform/value.h"
+#include "tests/readable_values.h"
 
 namespace qva {
-
-inline void PrintTo(const Value& value, std::ostream* out) {
-  *out << ToUtf8(DescribeValue(value));
-}
-
-inline void PrintTo(const Currency& amount, std::ostream* out) {
-  PrintTo(Value(amount), out);
-}
-
-inline void PrintTo(const Date& date, std::ostream* out) {
-  PrintTo(Value(date), out);
-}
 
 class CoreTest : public testing::Test {
  protected:

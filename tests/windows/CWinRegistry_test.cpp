@@ -28,7 +28,7 @@ namespace {
 
 using testing::ElementsAre;
 
-const char* const kPath = "Software\\QVA_Varnholt Test\\Environment";
+const char* const kRegistryPath = "Software\\QVA_Varnholt Test\\Environment";
 
 /// Puts a function in the place of an imported one for as long as it lives.
 template <class Function>
@@ -160,7 +160,7 @@ class RecordedRegistry : public testing::Test {
 
 TEST_F(RecordedRegistry, IsWrittenWithSecurityOfLength10AndTheInheritFlagMinus1) {
   EXPECT_TRUE(Save(u"PATH", u"C:\\Host"));
-  EXPECT_THAT(calls, ElementsAre("create HKEY_CURRENT_USER \"" + std::string(kPath) +
+  EXPECT_THAT(calls, ElementsAre("create HKEY_CURRENT_USER \"" + std::string(kRegistryPath) +
                                      "\" reserved 0 class \"\" options 0 access 63 security 10 no descriptor "
                                      "-1 disposition",
                                  "set key 1 \"PATH\" reserved 0 type 1 [C:\\Host] 7", "close key 1"));
@@ -171,8 +171,9 @@ TEST_F(RecordedRegistry, IsReadIntoABufferOf255Blanks) {
   Save(u"PATH", u"C:\\Host");
   calls.clear();
   EXPECT_EQ(Get(u"PATH"), u"C:\\Host");
-  EXPECT_THAT(calls, ElementsAre("open HKEY_CURRENT_USER \"" + std::string(kPath) + "\" options 0 access 63",
-                                 "query key 2 \"PATH\" null type 1 size 255 blanks", "close key 2"));
+  EXPECT_THAT(calls,
+              ElementsAre("open HKEY_CURRENT_USER \"" + std::string(kRegistryPath) + "\" options 0 access 63",
+                          "query key 2 \"PATH\" null type 1 size 255 blanks", "close key 2"));
   EXPECT_EQ(Get(u"TEMP"), u"");
   EXPECT_EQ(calls.back(), "close key 3") << "also after a failure";
   EXPECT_FALSE(IsOpen(2) || IsOpen(3));
@@ -184,8 +185,9 @@ TEST_F(RecordedRegistry, KeepsTheKeyOpenWhenTheValueCannotBeDeleted) {
   EXPECT_FALSE(IsOpen(2));
   calls.clear();
   EXPECT_FALSE(Delete(u"PATH"));
-  EXPECT_THAT(calls, ElementsAre("open HKEY_CURRENT_USER \"" + std::string(kPath) + "\" options 0 access 63",
-                                 "delete key 3 \"PATH\""));
+  EXPECT_THAT(calls,
+              ElementsAre("open HKEY_CURRENT_USER \"" + std::string(kRegistryPath) + "\" options 0 access 63",
+                          "delete key 3 \"PATH\""));
   EXPECT_TRUE(IsOpen(3));
 }
 

@@ -8,7 +8,7 @@
 namespace qva::commandbars {
 namespace {
 
-constexpr std::int32_t kRefused = -2147467259;  // hexadecimal 80004005
+constexpr std::int32_t kControlRefused = -2147467259;  // hexadecimal 80004005
 
 class CommandBarControlsTest : public memory::ExcelTest {
  protected:
@@ -103,7 +103,11 @@ TEST_F(CommandBarControlsTest, TakeTheStatesAndStylesThatExcelKnows) {
     EXPECT_EQ(Get(button, u"State"), Value(state));
   }
   EXPECT_EQ(RaisedBy([&] { Put(button, u"State", 1); }), kInvalidProcedureCall);
-  EXPECT_EQ(RaisedBy([&] { Put(Add({1, 2521}), u"State", 0); }), kRefused) << "Excel decides about its own";
+  EXPECT_EQ(RaisedBy([&] {
+              Put(Add({1, 2521}), u"State", 0);
+            }),
+            kControlRefused)
+      << "Excel decides about its own";
   Put(button, u"Style", std::int32_t{msoButtonIconAndCaption});
   EXPECT_EQ(RaisedBy([&] { Put(button, u"Style", 4); }), kInvalidProcedureCall);
   EXPECT_EQ(RaisedBy([&] { Put(button, u"FaceId", -1); }), kInvalidProcedureCall);
@@ -111,7 +115,7 @@ TEST_F(CommandBarControlsTest, TakeTheStatesAndStylesThatExcelKnows) {
 
 TEST_F(CommandBarControlsTest, TakeTheirFaceFromTheClipboard) {
   const ObjectPtr button = Add({1, 2521});
-  EXPECT_EQ(RaisedBy([&] { Call(button, u"PasteFace"); }), kRefused);
+  EXPECT_EQ(RaisedBy([&] { Call(button, u"PasteFace"); }), kControlRefused);
   const ObjectPtr shape = Call(GetObject(sheet, u"Shapes"), u"AddShape", {1, 0, 0, 16, 16}).ToObject();
   Put(shape, u"Name", u"Picture02");
   Call(shape, u"Copy");

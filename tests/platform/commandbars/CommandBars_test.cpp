@@ -8,7 +8,7 @@
 namespace qva::commandbars {
 namespace {
 
-constexpr std::int32_t kRefused = -2147467259;  // hexadecimal 80004005
+constexpr std::int32_t kBarRefused = -2147467259;  // hexadecimal 80004005
 
 class CommandBarsTest : public memory::ExcelTest {
  protected:
@@ -111,7 +111,7 @@ TEST_F(CommandBarsTest, AreRenamedUnlessTheyAreExcelsOrTheNameIsTaken) {
   Put(bar, u"Name", u"KITA");
   EXPECT_EQ(Text(bar, u"Name"), u"KITA");
   EXPECT_EQ(RaisedBy([&] { Put(bar, u"Name", u"standard"); }), kInvalidProcedureCall);
-  EXPECT_EQ(RaisedBy([&] { Put(GetObject(bars, u"Item", {1}), u"Name", u"x"); }), kRefused);
+  EXPECT_EQ(RaisedBy([&] { Put(GetObject(bars, u"Item", {1}), u"Name", u"x"); }), kBarRefused);
 }
 
 TEST_F(CommandBarsTest, StandWhereTheyAreAskedTo) {
@@ -128,10 +128,10 @@ TEST_F(CommandBarsTest, RefuseWhatTheirProtectionForbids) {
   const ObjectPtr controls = GetObject(bar, u"Controls");
   const ObjectPtr control = Call(controls, u"Add").ToObject();
   Put(bar, u"Protection", msoBarNoCustomize | msoBarNoMove | msoBarNoChangeVisible);
-  EXPECT_EQ(RaisedBy([&] { Call(controls, u"Add"); }), kRefused);
-  EXPECT_EQ(RaisedBy([&] { Call(control, u"Delete"); }), kRefused);
-  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Position", std::int32_t{msoBarLeft}); }), kRefused);
-  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Visible", true); }), kRefused);
+  EXPECT_EQ(RaisedBy([&] { Call(controls, u"Add"); }), kBarRefused);
+  EXPECT_EQ(RaisedBy([&] { Call(control, u"Delete"); }), kBarRefused);
+  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Position", std::int32_t{msoBarLeft}); }), kBarRefused);
+  EXPECT_EQ(RaisedBy([&] { Put(bar, u"Visible", true); }), kBarRefused);
   Put(bar, u"Visible", false);
   Put(control, u"Caption", u"x");
   Put(bar, u"Protection", std::int32_t{msoBarNoProtection});
