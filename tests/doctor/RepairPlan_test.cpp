@@ -28,13 +28,13 @@ std::vector<std::string> PlanWith(Change&& change) {
 
 constexpr char kRegister[] = "register 64 D:\\Paketas\\x64\\QVA_Varnholt.dll";
 
-HiveFacts Users(std::u16string_view file) {
+HiveFacts UsersHive(std::u16string_view file) {
   return {.hive = Hive::User, .expected = 10, .present = 10, .servers = {std::u16string(file)}};
 }
 
 TEST(PlanRepair, LeavesARegistrationThatServes) {
   EXPECT_THAT(Plan(GoodMachine()), IsEmpty());
-  EXPECT_THAT(PlanWith([](BitnessFacts& x64) { x64.hives[0] = Users(kUnpacked); }), IsEmpty());
+  EXPECT_THAT(PlanWith([](BitnessFacts& x64) { x64.hives[0] = UsersHive(kUnpacked); }), IsEmpty());
 }
 
 TEST(PlanRepair, RegistersWhatLiesBesideWhereNothingServes) {
@@ -59,7 +59,7 @@ TEST(PlanRepair, RegistersNothingThatDoesNotServeItself) {
 
 TEST(PlanRepair, RemovesAUsersRegistrationThatDoesNotServe) {
   const auto stale = [](BitnessFacts& x64) {
-    x64.hives[0] = Users(u"C:\\Nera\\QVA_Varnholt.dll");
+    x64.hives[0] = UsersHive(u"C:\\Nera\\QVA_Varnholt.dll");
     x64.files.push_back({.path = u"C:\\Nera\\QVA_Varnholt.dll"});
   };
   EXPECT_THAT(PlanWith(stale), ElementsAre("remove 64 "));
@@ -72,7 +72,7 @@ TEST(PlanRepair, RemovesAUsersRegistrationThatDoesNotServe) {
 
 TEST(PlanRepair, RemovesAUsersRegistrationThatHidesANewerOne) {
   EXPECT_THAT(PlanWith([](BitnessFacts& x64) {
-                x64.hives[0] = Users(kUnpacked);
+                x64.hives[0] = UsersHive(kUnpacked);
                 x64.files[0].version = u"0.9.0.0";
               }),
               ElementsAre("remove 64 "));
@@ -80,7 +80,7 @@ TEST(PlanRepair, RemovesAUsersRegistrationThatHidesANewerOne) {
 
 TEST(PlanRepair, TakesTheNewerLibraryBesideForTheUsersOlderOne) {
   EXPECT_THAT(PlanWith([](BitnessFacts& x64) {
-                x64.hives[0] = Users(kInstalled);
+                x64.hives[0] = UsersHive(kInstalled);
                 x64.hives[1].present = 0;
                 x64.files[0].version = u"1.0.10.0";
                 x64.files[1].version = u"1.0.9.0";
