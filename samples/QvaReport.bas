@@ -11,6 +11,8 @@ Public Const qvaPirmasPusmetis = 4
 Public Const qvaAntrasPusmetis = 5
 Public Const qvaNustatytas = 6
 
+Public Const qvaKlaida = -2147221504    ' ataskaitos savų klaidų numeriai: qvaKlaida + 1, 2, …
+
 Public Const qvaVisaData = 1            ' CReports.ReadDate: kokios datos klausia
 Public Const qvaMetaiIrMenuo = 2
 Public Const qvaMetaiIrKetvirtis = 3
@@ -34,7 +36,7 @@ Public Sub Atverti()
     PradetiZurnala
     Set oExcel = CreateObject("QVA_Varnholt.gExcelObject")
     oExcel.InitConnectEX Application, ThisWorkbook, Nothing
-    If oExcel.oMyPlant Is Nothing Then Err.Raise vbObjectError + 1, "Atverti", "Apskaitos knyga atverta be įmonės objekto."
+    If oExcel.oMyPlant Is Nothing Then Err.Raise qvaKlaida + 1, "Atverti", "Apskaitos knyga atverta be įmonės objekto."
     Zingsnis "Prisijungta prie apskaitos knygos " & oExcel.oBook.BookCode
     oExcel.InitToolBars
     Set oJuostos = oExcel.oToolBars
@@ -97,7 +99,7 @@ Private Sub IjungtiJuosta()
     Dim nNumeris As Integer
     Dim sMakrokomanda As String
     nNumeris = oJuostos.CreateToolbar(ThisWorkbook.Worksheets("Nustatymai"))
-    If nNumeris = 0 Then Err.Raise vbObjectError + 2, "IjungtiJuosta", "Nustatymų lape trūksta langelių."
+    If nNumeris = 0 Then Err.Raise qvaKlaida + 2, "IjungtiJuosta", "Nustatymų lape trūksta langelių."
     Set oJuosta = oJuostos.Item(nNumeris)
     sMakrokomanda = "EitiIExcel"
     oJuosta.SetAction oJuosta.iExcel, sMakrokomanda

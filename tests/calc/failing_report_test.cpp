@@ -62,6 +62,16 @@ TEST_F(CalcFailingReport, WhileAnotherWorkbookIsActiveGivesTheUserHisProgramBack
   ExpectTheUsersProgramBack(workbook, "Balansas");
 }
 
+TEST_F(CalcFailingReport, TellsWhatTheReportItselfFound) {
+  std::string workbook = Contents(SourceFolder() / "samples/balance.fods");
+  Insert(workbook, "\n    RasytiLikucius\n", "    Sritis(&quot;Skirtumas&quot;).Value = 1\n");
+  const fs::path file = folder / "unequal.fods";
+  std::ofstream(file) << workbook;
+  const RunResult run = RunWorkbook(file, {"--no-picture", "--form-answers",
+                                           (SourceFolder() / "samples/balance.answers").string()});
+  EXPECT_THAT(run.messages, HasSubstr("Turtas nelygus nuosavam kapitalui ir įsipareigojimams."));
+}
+
 /// A second sample that is opened meanwhile, and does all that it does; which of the two goes first.
 class CalcTwoSamples : public CalcFailingReport, public testing::WithParamInterface<bool> {};
 
