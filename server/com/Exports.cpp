@@ -23,12 +23,12 @@ Registration OwnRegistration() {
   return DescribeRegistration(windows::WideText(windows::OwnFile()));
 }
 
-/// Writes the registry script where `path` says. Raises nothing; result as for the exports.
-HRESULT WriteScript(const std::wstring& path, const std::wstring& script) {
+/// Writes a file for the user's tools. Raises nothing; result as for the exports.
+HRESULT WriteUnicodeFile(const std::wstring& path, const std::wstring& content) {
   HANDLE file =
       CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return HRESULT_FROM_WIN32(GetLastError());
-  const std::wstring text = L'\xFEFF' + script;
+  const std::wstring text = L'\xFEFF' + content;
   DWORD written = 0;
   const BOOL done =
       WriteFile(file, text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &written, nullptr);
@@ -78,20 +78,43 @@ STDAPI DllUnregisterServer() {
   return Guard([] { return ReportRegistration(Unregister(OwnRegistration())); });
 }
 
-/// As the two above; L"user" registers for the user even where the machine could be had, and
-/// L"dryrun:<file>" writes what would be registered as a registry script and changes nothing.
+/// As the two above, or for one hive alone: L"user" and L"machine" register and unregister there or fail.
+/// After either, or alone, L"report:<file>" has the reason of a failure written into a file. L"dryrun:<file>"
+/// writes what would be registered as a registry script and changes nothing.
 STDAPI DllInstall(BOOL install, LPCWSTR command_line) {
   return Guard([&]() -> HRESULT {
     constexpr std::wstring_view kDryRun = L"dryrun:";
-    const std::wstring_view command = command_line ? command_line : L"";
+    constexpr std::wstring_view kReport = L"report:";
+    std::wstring_view command = command_line ? command_line : L"";
     if (command.starts_with(kDryRun)) {
-      return WriteScript(std::wstring(command.substr(kDryRun.size())),
-                         RegistryScript(OwnRegistration(), ProbeScope()));
+      return WriteUnicodeFile(std::wstring(command.substr(kDryRun.size())),
+                              RegistryScript(OwnRegistration(), ProbeScope()));
     }
-    if (!install) return DllUnregisterServer();
-    if (command.empty()) return DllRegisterServer();
-    if (command != L"user") return E_INVALIDARG;
-    return ReportRegistration(Register(OwnRegistration(), Scope::User));
+    std::wstring report;
+    if (const std::size_t place = command.find(kReport); place != command.npos) {
+      report = command.substr(place + kReport.size());
+      command = command.substr(0, place);
+      if (command.ends_with(L' ')) command.remove_suffix(1);
+    }
+
+    const Registration own = OwnRegistration();
+    std::optional<RegistrationFailure> failure;
+    if (command.empty()) {
+      failure = install ? RegisterWherePermitted(own) : Unregister(own);
+    } else if (command == L"user" || command == L"machine") {
+      const Scope scope = command == L"user" ? Scope::User : Scope::Machine;
+      failure = install ? Register(own, scope) : Unregister(own, scope);
+    } else {
+      return E_INVALIDARG;
+    }
+
+    const HRESULT code = ReportRegistration(failure);
+    if (failure && !report.empty()) {
+      wchar_t number[11];
+      wsprintfW(number, L"0x%08lX", code);
+      WriteUnicodeFile(report, number + (L": " + failure->Message()) + L"\r\n");
+    }
+    return code;
   });
 }
 

@@ -220,11 +220,14 @@ std::optional<RegistrationFailure> RegisterWherePermitted(const Registration& re
   return Register(registration, Scope::User);
 }
 
+std::optional<RegistrationFailure> Unregister(const Registration& registration, Scope scope) {
+  return IsRemembered(registration, scope) ? UnregisterFrom(registration, scope) : std::nullopt;
+}
+
 std::optional<RegistrationFailure> Unregister(const Registration& registration) {
   std::optional<RegistrationFailure> failure;
   for (const Scope scope : {Scope::Machine, Scope::User}) {
-    if (!IsRemembered(registration, scope)) continue;
-    std::optional<RegistrationFailure> here = UnregisterFrom(registration, scope);
+    std::optional<RegistrationFailure> here = Unregister(registration, scope);
     if (!failure) failure = std::move(here);
   }
   return failure;

@@ -68,9 +68,12 @@ std::optional<RegistrationFailure> Register(const Registration& registration, Sc
 /// Registers for the machine, or for the user when the machine's hive denies access as a whole or on the way.
 std::optional<RegistrationFailure> RegisterWherePermitted(const Registration& registration);
 
-/// Removes the registration of this bitness from every hive that remembers one, leaving no key behind. No
+/// Removes the registration of this bitness from one hive, if that remembers one, leaving no key behind. No
 /// registration is no failure. Goes on after a failure; the first one is returned, and the hive stays
 /// remembered, so that a later call finds what is left.
+std::optional<RegistrationFailure> Unregister(const Registration& registration, Scope scope);
+
+/// The same from every hive.
 std::optional<RegistrationFailure> Unregister(const Registration& registration);
 
 /// The same in one hive, whether it remembers a registration or not.

@@ -104,9 +104,10 @@ class Registration : public ServerTest {
 
   HRESULT Register() const { return Export<HRESULT(STDAPICALLTYPE*)()>("DllRegisterServer")(); }
   HRESULT Unregister() const { return Export<HRESULT(STDAPICALLTYPE*)()>("DllUnregisterServer")(); }
-  HRESULT Install(const std::wstring& manner) const {
-    return Export<HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR)>("DllInstall")(TRUE, manner.c_str());
+  HRESULT Install(const std::wstring& manner, BOOL install = TRUE) const {
+    return Export<HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR)>("DllInstall")(install, manner.c_str());
   }
+  HRESULT Uninstall(const std::wstring& manner) const { return Install(manner, FALSE); }
   static std::string FailureText() { return ToUtf8(TakeErrorObject().description); }
 
   static void ExpectNothingIn(HKEY hive) {
@@ -169,6 +170,30 @@ TEST_F(Registration, ForTheMachineTakesOverFromTheUsers) {
   ExpectNothingIn(HKEY_CURRENT_USER);
 }
 
+TEST_F(Registration, ForTheMachineAloneFailsWhereTheMachinesIsRefused) {
+  {
+    const TemporaryKey key(HKEY_LOCAL_MACHINE, kMiddleClass, REG_OPTION_NON_VOLATILE);
+    const Refusal refusal(HKEY_LOCAL_MACHINE, kMiddleClass, Refusal::kWriting);
+    EXPECT_EQ(Install(L"machine"), HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));
+  }
+  ExpectNothingIn(HKEY_LOCAL_MACHINE);
+  ExpectNothingIn(HKEY_CURRENT_USER);
+  EXPECT_EQ(Install(L"machine"), S_OK);
+  ExpectAllIn(HKEY_LOCAL_MACHINE, L"machine");
+}
+
+TEST_F(Registration, GoesFromTheHiveThatIsNamedAlone) {
+  EXPECT_EQ(Register(), S_OK);
+  EXPECT_EQ(Install(L"user"), S_OK);
+  EXPECT_EQ(Uninstall(L"user"), S_OK);
+  ExpectAllIn(HKEY_LOCAL_MACHINE, L"machine");
+  ExpectNothingIn(HKEY_CURRENT_USER);
+  EXPECT_EQ(Install(L"user"), S_OK);
+  EXPECT_EQ(Uninstall(L"machine"), S_OK);
+  ExpectNothingIn(HKEY_LOCAL_MACHINE);
+  ExpectAllIn(HKEY_CURRENT_USER, L"user");
+}
+
 TEST_F(Registration, IsTakenBackWhenTheUsersCannotBeTakenOver) {
   EXPECT_EQ(Install(L"user"), S_OK);
   {
@@ -229,21 +254,57 @@ TEST_F(Registration, RefusesAnUnknownManner) {
   EXPECT_EQ(Install(L"everywhere"), E_INVALIDARG);
 }
 
-TEST_F(Registration, GoesToTheSameHiveInADryRun) {
-  wchar_t file[MAX_PATH + 20];
-  file[GetTempPathW(MAX_PATH, file)] = L'\0';
-  wcscat(file, L"qva_dry_run.reg");
-  const auto script = [&] {
-    EXPECT_EQ(Install(std::wstring(L"dryrun:") + file), S_OK);
-    HANDLE handle = CreateFileW(file, GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+/// A file among the temporary ones, gone with its owner.
+class TemporaryFile {
+ public:
+  explicit TemporaryFile(const wchar_t* name) {
+    wchar_t folder[MAX_PATH + 1];
+    GetTempPathW(MAX_PATH, folder);
+    path_ = std::wstring(folder) + name;
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile() { DeleteFileW(path_.c_str()); }
+
+  const std::wstring& path() const { return path_; }
+  bool exists() const { return GetFileAttributesW(path_.c_str()) != INVALID_FILE_ATTRIBUTES; }
+  std::wstring text() const {
+    HANDLE handle = CreateFileW(path_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
     std::wstring text(100000, L'\0');
     DWORD read = 0;
     EXPECT_TRUE(
         ReadFile(handle, text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &read, nullptr));
     CloseHandle(handle);
-    DeleteFileW(file);
     text.resize(read / sizeof(wchar_t));
     return text;
+  }
+
+ private:
+  std::wstring path_;
+};
+
+TEST_F(Registration, WritesTheReasonOfAFailureIntoTheReport) {
+  const TemporaryFile report(L"qva report.txt");
+  EXPECT_EQ(Install(L"machine report:" + report.path()), S_OK);
+  EXPECT_FALSE(report.exists());
+  EXPECT_EQ(Uninstall(L"machine report:" + report.path()), S_OK);
+  ExpectNothingIn(HKEY_LOCAL_MACHINE);
+
+  const Obstacle obstacle(HKEY_LOCAL_MACHINE);
+  const std::wstring commands[] = {L"machine report:" + report.path(), L"report:" + report.path()};
+  for (const std::wstring& command : commands) {
+    EXPECT_EQ(Install(command), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+    EXPECT_THAT(ToUtf8(windows::TextOf(report.text().c_str())),
+                HasSubstr("0x800703FD: QVA_Varnholt: the registry key "
+                          "HKEY_LOCAL_MACHINE\\Software\\Classes\\QVA_Varnholt.CSetPath\\CLSID "));
+  }
+}
+
+TEST_F(Registration, GoesToTheSameHiveInADryRun) {
+  const TemporaryFile file(L"qva_dry_run.reg");
+  const auto script = [&] {
+    EXPECT_EQ(Install(L"dryrun:" + file.path()), S_OK);
+    return file.text();
   };
   const std::wstring machine = script();
   EXPECT_NE(machine.find(L"[HKEY_LOCAL_MACHINE\\"), machine.npos);
