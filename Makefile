@@ -51,7 +51,7 @@ docs:  ## Write docs/guide.md, docs/gidas.md and the doctor's findings anew from
 samples:  ## Put samples/QvaReport.bas into the sample workbooks anew
 	@tools/embed-module.pl samples/QvaReport.bas samples/*.fods
 
-package: windows  ## Make the packages for Windows (zip), LibreOffice (oxt) and Debian (deb) under out/
+package: windows  ## Make the packages for Windows (setup, zip), LibreOffice (oxt) and Debian (deb) under out/
 	@tools/install-packages.sh run package
 	@cmake --preset release > /dev/null
 	@cmake --build --preset release

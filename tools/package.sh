@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
-# Makes the installable packages from builds that are there: a zip for Windows, an extension for LibreOffice, a package for
-# Debian.
+# Makes the installable packages from builds that are there: a setup program and a zip for Windows, an extension for
+# LibreOffice, a package for Debian.
 #   tools/package.sh <release build> <64-bit Windows build> <32-bit Windows build> <output folder>
+# What is for Windows is signed where the environment names a certificate (tools/sign.sh).
 # QVA_UPDATE_URL, where it is set, is the place from which installed extensions learn of newer ones: the URL of the
 # update file that is made then, too. The extension itself is to stand beside it. QVA_MAINTAINER is who keeps the package for
 # Debian, "name <address>".
 set -euo pipefail
-[[ $# -eq 4 ]] || { sed -n '2,7s/^# //p' "$0" >&2; exit 2; }
+[[ $# -eq 4 ]] || { sed -n '2,8s/^# //p' "$0" >&2; exit 2; }
 mkdir -p "$4"
 release=$(realpath "$1") x64=$(realpath "$2") x86=$(realpath "$3") output=$(realpath "$4")
 cd "$(dirname "$0")/.."
@@ -70,9 +71,11 @@ echo "$output/$(basename "${deb[0]}")"
 
 zip=$work/zip
 mkdir -p "$zip"/{x64,x86,samples}
+# What there is for each bitness. The setup program registers QVA_DemoHost.dll where it is among them (/Demo).
 for bitness in x64 x86; do
   cp -r "${!bitness}"/{QVA_Varnholt.dll,QVA_Varnholt.manifest,QVA_DemoHost.dll,host} "$zip/$bitness"
 done
+tools/sign.sh "$zip"/x??/*.dll
 cp "$x64/idl/QVA_Varnholt.tlb" "$zip"
 for script in packaging/windows/*.cmd; do sed 's/$/\r/' "$script" > "$zip/$(basename "$script")"; done
 # Excel cannot read flat documents.
@@ -84,3 +87,6 @@ for bitness in x64 x86; do cp "$work/help/FReport.chm" "$zip/$bitness"; done
 cp "$x64/qva-doctor.exe" "$zip"
 cp "$x86/qva-doctor.exe" "$zip/x86"
 pack "$zip" "$output/QVA_Varnholt-$version.zip"
+# All of it but the scripts is in the setup program, too, which registers by itself.
+rm "$zip"/*.cmd
+tools/setup.sh "$zip" "$version" "$output/QVA_Varnholt-$version-setup.exe"

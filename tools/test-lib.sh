@@ -52,5 +52,24 @@ sum_up() {
   [[ $failed -eq 0 && $passed -gt 0 ]]
 }
 
+# --- Wine: the script says what wine_run is, and has a folder $work -------------------------------------------
+
+# Everything that programs keep in the registry, or in the given keys, as text. Wine's own settings come and go.
+registry() {
+  local file=$1 key
+  shift
+  [[ $# -gt 0 ]] || set -- 'HKLM\Software' 'HKCU\Software'
+  for key; do
+    wine_run reg export "$key" "$(windows_path "$work/key.reg")" /y > /dev/null || return 1
+    iconv -f UTF-16 -t UTF-8 "$work/key.reg"
+  done | tr -d '\r' | awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^\[HKEY_CURRENT_USER\\Software\\Wine[\\\]]/' > "$file"
+}
+same_registry() {
+  registry "$work/now.reg" "${@:2}" && diff -U4 "$1" "$work/now.reg" > "$work/difference"
+  local status=$?
+  head -n 20 "$work/difference"
+  return $status
+}
+
 # A path as Windows programs see it.
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }

@@ -238,30 +238,80 @@ else
   check "without a trace" test -z "$(find /usr /etc /var/lib/dpkg/info -name '*qva-varnholt*' -o -name 'report-runner*')"
 fi
 
-# --- The scripts for Windows ---------------------------------------------------------------------------------
+# --- Windows -------------------------------------------------------------------------------------------------
 
 wine_run() { tools/wine-run.sh "$work/prefix" "$@"; }
-# By either bitness' own tool, which sees its own part of the registry.
-has_server() {
-  wine_run "C:\\windows\\$1\\reg.exe" query \
-    "$2\\Software\\Classes\\CLSID\\{AF2058A7-B35C-4F98-9236-282384ECCA0B}\\InprocServer32" > /dev/null 2>&1
+readonly kLibrary='Software\Classes\TypeLib\{327D607E-A646-4054-ADFA-6EFAB4187E08}\1.0\0'
+# The library of a bitness that a hive names, by that bitness' own tool: <system32 or syswow64> <hive> <win64 or win32>
+library() {
+  wine_run "C:\\windows\\$1\\reg.exe" query "$2\\$kLibrary\\$3" /ve 2> /dev/null | tr -d '\r' | sed -nE 's/^ .* REG_SZ +//p'
 }
-is_registered() { has_server system32 "$1" && has_server syswow64 "$1"; }
-is_unregistered() {
-  ! has_server system32 HKCU && ! has_server syswow64 HKCU && ! has_server system32 HKLM && ! has_server syswow64 HKLM
+# What is registered in a hive: both libraries below a folder, or none.
+is_registered() {
+  [[ $(library system32 "$1" win64) == "$2\\x64\\QVA_Varnholt.dll" && $(library syswow64 "$1" win32) == "$2\\x86\\QVA_Varnholt.dll" ]]
 }
+is_unregistered() { [[ -z $(library system32 HKCU win64; library syswow64 HKCU win32; library system32 HKLM win64; library syswow64 HKLM win32) ]]; }
 libraries=build/wine-i386
 check "Wine runs programs of both bitnesses" tools/wine-i386.sh "$libraries"
 check "and has a registry of its own" tools/wine-prefix.sh build/wine-new "$libraries"
 cp -a build/wine-new "$work/prefix"
-script() { wine_run cmd /c "$(windows_path "$work/zip/$1.cmd")" | tr -d '\r' | grep -q 'done'; }
-check "the script for one user registers" script register-for-user
-check "in the user's part of the registry" is_registered HKCU
-check "the script that unregisters runs" script unregister
-check "and leaves nothing" is_unregistered
-check "the script for all users registers" script register-for-all
-check "in the machine's part of the registry" is_registered HKLM
-check "and is undone" script unregister
+
+# The script's output and exit status.
+script() {
+  wine_run cmd /c "$(windows_path "$work/zip/QVA_Varnholt.cmd")" "$@" < /dev/null > "$work/script.log" 2>&1
+  local status=$?
+  tr -d '\r\0' < "$work/script.log" > "$work/script.txt"
+  return "$status"
+}
+ends_with() {
+  local code=$1 status
+  shift
+  script "$@"
+  status=$?
+  [[ $status -eq $code ]] || { echo "exit status $status"; cat "$work/script.txt"; return 1; }
+}
+says() { grep -qF -- "$1" "$work/script.txt" || { cat "$work/script.txt"; return 1; }; }
+folder=$(windows_path "$work/zip")
+check "the script tells what is not registered" ends_with 1 check
+check "by bitness" says '32-bit: not registered.'
+check "it registers for the user" ends_with 0 install
+check "both libraries" is_registered HKCU "$folder"
+check "tells so" ends_with 0 check
+check "with the file" says "64-bit: registered for you: \"$folder\\x64\\QVA_Varnholt.dll\""
+check "and unregisters" ends_with 0 remove
+check "without a trace" is_unregistered
+check "it registers for all" ends_with 0 install /AllUsers
+check "in the machine's part of the registry" is_registered HKLM "$folder"
+mv "$work/zip/x86/QVA_Varnholt.dll" "$work"
+check "it tells of a file that is gone" ends_with 1 check
+check "by its name" says 'The file is not there'
+mv "$work/QVA_Varnholt.dll" "$work/zip/x86"
+check "it unregisters for all" ends_with 0 remove /AllUsers
+check "without a trace, too" is_unregistered
+check "it refuses what it does not know" ends_with 2 instal
+check "and what is too much" ends_with 2 install /AllUsers /S
+cp -r "$work/zip" "$work/elsewhere"
+other=$(windows_path "$work/elsewhere")
+wine_run cmd /c "$other\\QVA_Varnholt.cmd" install < /dev/null > "$work/script.log" 2>&1
+echo 'not a library' > "$work/zip/x86/QVA_Varnholt.dll"
+check "it fails where one library does not load" ends_with 1 install
+check "names it" says "32-bit: \"$folder\\x86\\QVA_Varnholt.dll\" failed."
+check "and the cause" says 'could not load the file (regsvr32: 3)'
+check "and leaves what was registered" is_registered HKCU "$other"
+rm "$work/zip/x86/QVA_Varnholt.dll"
+check "it fails where one is missing" ends_with 1 install
+check "and says so" says 'Cause: the file is not there.'
+cp "$work/elsewhere/x86/QVA_Varnholt.dll" "$work/zip/x86"
+script remove
+check "all of it leaves nothing" is_unregistered
+
+setup=$(echo "$work"/*-setup.exe)
+home=$(ls -d "$work"/prefix/drive_c/users/[!P]*)/AppData/Local/Programs/QVA_Varnholt
+has_files_of_the_zip() { diff -rq -x QVA_Varnholt.files -x "*.cmd" "$work/zip" "$(echo "$home"/*.*.*/)"; }
+check "the setup program installs" wine_run "$(windows_path "$setup")" /S
+check "what is in the zip" has_files_of_the_zip
+check "for the user" test "$(library system32 HKCU win64)" != ""
+check "and removes it" wine_run "$(find "$home" -name uninstall.exe | sed "s#.*/drive_c#C:#; s#/#\\\\#g")" /S "_?=C:${home#*/drive_c}"
 check "without a trace" is_unregistered
 demo() { wine_run cmd /c "$(windows_path "$work/zip/demo.cmd")" "$1" | tr -d '\r' | grep -q 'done'; }
 has_demo() { wine_run reg query 'HKCU\Software\Classes\NVXCommonObjects.CommonObjects\CLSID' > /dev/null 2>&1; }

@@ -72,20 +72,6 @@ corpus() {
   tools/corpus.pl compare com "$folder/log.txt"
 }
 
-# Everything that programs keep in the registry, as text. Wine's own settings come and go.
-registry() {
-  for hive in HKLM HKCU; do
-    wine_run reg export "$hive\\Software" "$(windows_path "$work/$hive.reg")" /y > /dev/null || return 1
-    iconv -f UTF-16 -t UTF-8 "$work/$hive.reg"
-  done | tr -d '\r' | awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^\[HKEY_CURRENT_USER\\Software\\Wine[\\\]]/' > "$1"
-}
-same_registry() {
-  registry "$work/now.reg" && diff "$1" "$work/now.reg" > "$work/difference"
-  local status=$?
-  head -n 20 "$work/difference"
-  return $status
-}
-
 # The keys that stand in one snapshot of the registry and did not stand in the first.
 new_keys() { comm -13 <(grep '^\[' "$work/before.reg" | sort) <(grep '^\[' "$work/$1.reg" | sort); }
 

@@ -65,6 +65,9 @@ build "Build for 32-bit Windows" windows-x86 -DQVA_TESTS=ON
 start "Doctor" 600 tools/test-doctor.sh build/windows-x64 build/windows-x86
 start "Windows, 32-bit" 1500 tools/test-windows.sh 32-bit
 start "Packages" 1500 tools/test-package.sh build/release build/windows-x64 build/windows-x86
+start "Setup program, for the user" 600 tools/test-setup.sh user
+start "Setup program, for all" 600 tools/test-setup.sh all
+start "Setup program, on a screen" 600 tools/test-setup.sh screen
 
 build "Build of the tests, with sanitizers" debug -DQVA_TESTS=ON
 start "Library and seam" 900 tools/google-test.sh build/debug/tests/qva_tests
