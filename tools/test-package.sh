@@ -307,12 +307,13 @@ check "all of it leaves nothing" is_unregistered
 
 setup=$(echo "$work"/*-setup.exe)
 home=$(ls -d "$work"/prefix/drive_c/users/[!P]*)/AppData/Local/Programs/QVA_Varnholt
-has_files_of_the_zip() { diff -rq -x QVA_Varnholt.files -x "*.cmd" "$work/zip" "$(echo "$home"/*.*.*/)"; }
+folder=C:$(tr / '\\' <<< "${home#*/drive_c}")
 check "the setup program installs" wine_run "$(windows_path "$setup")" /S
-check "what is in the zip" has_files_of_the_zip
-check "for the user" test "$(library system32 HKCU win64)" != ""
-check "and removes it" wine_run "$(find "$home" -name uninstall.exe | sed "s#.*/drive_c#C:#; s#/#\\\\#g")" /S "_?=C:${home#*/drive_c}"
+check "for the user" is_registered HKCU "$folder\\$version"
+check "what is in the zip" diff -rq -x QVA_Varnholt.files -x "*.cmd" "$work/zip" "$home/$version"
+check "and removes it" wine_run "$folder\\uninstall.exe" /S "_?=$folder"
 check "without a trace" is_unregistered
+check "but for the uninstaller that ran there" test "$(ls "$home")" = uninstall.exe
 demo() { wine_run cmd /c "$(windows_path "$work/zip/demo.cmd")" "$1" | tr -d '\r' | grep -q 'done'; }
 has_demo() { wine_run reg query 'HKCU\Software\Classes\NVXCommonObjects.CommonObjects\CLSID' > /dev/null 2>&1; }
 has_no_demo() { ! has_demo; }

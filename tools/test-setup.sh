@@ -122,8 +122,8 @@ same_files() { list_files "$work/now.files" && diff "$1" "$work/now.files"; }
 remember() { registry "$work/$1.reg" "${@:2}" && list_files "$work/$1.files"; }
 same_as() { same_registry "$work/$1.reg" "${@:2}" && same_files "$work/$1.files"; }
 
-# A program for three things: it holds a library, as Excel does, or a name, until a file is gone; or it begins the
-# session of a user, of which Wine does the machine's part alone.
+# A program for four things: it holds a library, as Excel does, or a name, until a file is gone; it begins the session
+# of a user, of which Wine does the machine's part alone; it makes a key that may hold no lasting ones.
 make_helper() {
   cat > "$work/helper.c" << 'END'
 #include <stdio.h>
@@ -148,6 +148,10 @@ static int log_on(void) {
 }
 int wmain(int count, wchar_t **arguments) {
   if (!wcscmp(arguments[1], L"logon")) return log_on();
+  if (!wcscmp(arguments[1], L"obstacle")) {
+    HKEY key;
+    return RegCreateKeyExW(HKEY_CURRENT_USER, arguments[2], 0, NULL, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, NULL, &key, NULL);
+  }
   const int is_library = !wcscmp(arguments[1], L"library");
   if (is_library ? !LoadLibraryW(arguments[2]) : !CreateMutexW(NULL, FALSE, arguments[2])) return 1;
   fclose(_wfopen(arguments[3], L"w"));
@@ -249,6 +253,18 @@ refusals() {
   check "another setup runs" hold name QVA_Varnholt.Setup
   check "which is not disturbed" exits 9 setup first
   check "and ends" let_go
+  local key='Software\Classes\QVA_Varnholt.CSetPath' script=$work/script
+  cp -r "$files" "$script"
+  sed 's/$/\r/' packaging/windows/QVA_Varnholt.cmd > "$script/QVA_Varnholt.cmd"
+  wine_run reg add 'HKCU\Software\Classes' /f > /dev/null 2>&1
+  check "the registry refuses a key" helper obstacle "$key"
+  check "then setup fails" exits 7 setup first "$log"
+  check "and tells the reason in its log" log_says "0x800703FD: QVA_Varnholt: the registry key HKEY_CURRENT_USER\\$key\\CLSID"
+  wine_run cmd /c "$(windows_path "$script")\\QVA_Varnholt.cmd" install < /dev/null > "$script.log" 2>&1
+  check "the script fails, too" test $? -eq 1
+  # Wine's command for showing a file stops within the first character of a Unicode file.
+  check "and tells the cause" grep -q 'Cause: the registry could not be changed (regsvr32: 5)' "$script.log"
+  wine_run reg delete 'HKCU\Software\Classes' /f > /dev/null 2>&1
   echo 'a file' > "$drive/plain"
   check "a folder below a file is refused" exits 6 setup first "$log" '/D=C:\plain\QVA'
   rm "$drive/plain"
