@@ -177,7 +177,7 @@ hold() {
   within 30 test -e "$work/held"
 }
 let_go() { rm "$work/held" && wait "$holder"; }
-log_on() { helper logon && wine_run wineboot > /dev/null 2>&1; }
+log_on() { helper logon > /dev/null 2>&1 && wine_run wineboot > /dev/null 2>&1; }
 
 # What a macro does first, by the script host of one bitness.
 creates() {
@@ -195,6 +195,7 @@ life() {
   check "nothing is in the other hive" test -z "$(value system32 "$other_hive\\$kLibrary\\win64")"
   check "it is among the apps" is_listed 1.0.0 "$hive" "$folder"
   check "its files are there" diff -r -x QVA_Varnholt.files "$files" "$home/1.0.0"
+  check "the samples are read-only" test "$(stat -c %A "$home/1.0.0/samples"/*)" = -r--r--r--
   # Wine looks for classes in the machine's part of the registry alone.
   [[ $hive == HKCU ]] || for system in system32 syswow64; do
     check "scripts in $system create its classes" creates "$system"
@@ -289,6 +290,40 @@ refusals() {
   check "it is removed" remove "$user_home"
 }
 
+# The demo host, which is registered for the user on demand.
+demo_host() {
+  local bitness
+  for bitness in x64 x86; do
+    [[ -e build/windows-$bitness/QVA_DemoHost.dll ]] || { not_run "/Demo - this build has no demo host"; return; }
+    cp "build/windows-$bitness/QVA_DemoHost.dll" "$files/$bitness"
+  done
+  make_setup 1.0.0 demo-first
+  make_setup 1.1.0 demo-second
+  rm "$files"/x??/QVA_DemoHost.dll
+  local classes='Software\Classes' folder
+  folder=$(home_in_windows "$user_home")
+  # Wine has one place for both bitnesses in the user's hive; the 32-bit one comes last.
+  host() {
+    local class
+    class=$(value system32 "HKCU\\$classes\\NVXCommonObjects.CommonObjects\\CLSID")
+    [[ -z $class ]] || value syswow64 "HKCU\\$classes\\CLSID\\$class\\InprocServer32"
+  }
+  check "setup without /Demo" setup demo-first
+  check "registers no host" test -z "$(host)"
+  check "setup with /Demo" setup demo-first /Demo
+  check "registers the demo host" test "$(host)" = "$folder\\1.0.0-2\\x86\\QVA_DemoHost.dll"
+  check "the next version" setup demo-second
+  check "registers its own" test "$(host)" = "$folder\\1.1.0\\x86\\QVA_DemoHost.dll"
+  check "it is removed" remove "$user_home"
+  check "with its demo host" test -z "$(host)"
+  wine_run reg add "HKLM\\$classes\\NVXCommonObjects.CommonObjects\\CLSID" /ve /d '{00000000-0000-0000-0000-000000000001}' /f > /dev/null
+  check "where there is a host /Demo tells that it stays" exits 10 setup demo-first /Demo
+  check "and registers none" test -z "$(host)"
+  check "but the libraries" is_registered "$folder\\1.0.0" HKCU
+  wine_run reg delete "HKLM\\$classes\\NVXCommonObjects.CommonObjects" /f > /dev/null
+  check "they are removed" remove "$user_home"
+}
+
 # --- On a screen ---------------------------------------------------------------------------------------------
 
 begin_screen() {
@@ -367,6 +402,7 @@ for part; do
       signature
       life HKCU "$user_home" HKLM
       refusals
+      demo_host
       ;;
     screen) on_screen ;;
     all) life HKLM "$drive/Program Files/QVA_Varnholt" HKCU /AllUsers ;;

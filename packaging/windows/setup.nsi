@@ -335,6 +335,16 @@ Section "QVA_Varnholt ${VERSION}"
     Call PutBack
     ${Fail} ${E_FILES} "$(NoFiles)" Abort
   ${EndIf}
+  ; Who changes a sample is asked for another place: these go with the next version.
+  FindFirst $0 $1 "$Folder\samples\*.*"
+  ${DoWhile} $1 != ""
+    ${If} $1 != "."
+    ${AndIf} $1 != ".."
+      SetFileAttributes "$Folder\samples\$1" READONLY
+    ${EndIf}
+    FindNext $0 $1
+  ${Loop}
+  FindClose $0
   ${If} $Regsvr64 != ""
     !insertmacro Register "$Regsvr64" "64" "x64\QVA_Varnholt.dll" ${E_X64}
   ${EndIf}
@@ -499,7 +509,7 @@ Function ReadOptions
 !ifdef DEMO
       !insertmacro SelectSection ${DemoSection}
 !else
-      ${Fail} ${E_DEMO} "$(NoDemo)" Quit
+      ${Fail} ${E_OPTION} "$(NoDemo)" Quit
 !endif
     ${ElseIf} $1 == "/Log="
       StrCpy $1 $R1 "" 5
