@@ -285,6 +285,11 @@ refusals() {
   for tool in system32:x64 syswow64:x86; do
     wine_run "C:\\windows\\${tool%:*}\\regsvr32.exe" /s /u /n /i:user "$(windows_path "$files/${tool#*:}/QVA_Varnholt.dll")"
   done
+  setup first
+  rm "$user_home/1.0.0/x86/QVA_Varnholt.dll"
+  check "without a library its registration is not removed" exits 8 wine_run "$(home_in_windows "$user_home")\\uninstall.exe" /S "_?=$(home_in_windows "$user_home")"
+  check "until it is repaired by setup" setup first
+  check "and removed" remove "$user_home"
   check "a signed one installs" setup signed
   check "its uninstaller is signed" is_signed "$user_home/uninstall.exe"
   check "it is removed" remove "$user_home"
@@ -351,9 +356,8 @@ click() {
   wait "$program"
 }
 on_screen() {
-  local target=() folder
-  # Wine's 32-bit side has no windows before version 9: the same script then makes a 64-bit setup program.
-  [[ $(wine --version 2> /dev/null) != wine-[0-8].* ]] || target=(--target amd64-unicode)
+  # Wine's 32-bit side has no displays: the same script makes a 64-bit setup program.
+  local target=(--target amd64-unicode) folder
   make_setup 1.0.0 first "${target[@]}"
   make_setup 1.1.0 second "${target[@]}"
   make_broken_setup x86 "${target[@]}"

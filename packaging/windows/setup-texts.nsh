@@ -59,8 +59,8 @@ ${Text} NoFiles "Files could not be written to $INSTDIR. Nothing was changed. Ch
 
 ${Text} NotRegistered "The $R5-bit library could not be registered, and everything is as it was before. $4" \
   "Nepavyko užregistruoti $R5 bitų bibliotekos, viskas palikta kaip buvo. $4"
-${Text} NotUnregistered "The registration of the $R5-bit library could not be removed. $4" \
-  "Nepavyko panaikinti $R5 bitų bibliotekos registracijos. $4"
+${Text} NotUnregistered "The registration of the $R5-bit library could not be removed. $4 Should this come again, install QVA_Varnholt once more, then remove it." \
+  "Nepavyko panaikinti $R5 bitų bibliotekos registracijos. $4 Jei tai kartosis, įdiekite QVA_Varnholt iš naujo ir tada pašalinkite."
 ${Text} NotWritten "The registry refused:" "Registras neleido:"
 ${Text} NotLoaded "Windows could not load it (regsvr32: 3). Mostly a virus scanner holds it back, or the setup program is damaged: have the folder allowed, or fetch the program anew." \
   "„Windows“ negalėjo jos įkelti (regsvr32: 3). Dažniausiai ją sulaiko antivirusinė programa arba diegimo programa sugadinta: leiskite šį aplanką arba parsisiųskite programą iš naujo."

@@ -416,6 +416,7 @@ Section /o "$(DemoName)" DemoSection
     StrCpy $R5 $4
     !insertmacro UnregisterDemo "$Regsvr64" "$Folder\x64\QVA_DemoHost.dll"
     !insertmacro UnregisterDemo "$Regsvr32" "$Folder\x86\QVA_DemoHost.dll"
+    DeleteRegValue SHCTX "${ENTRY}" "Demo"
     SetErrorLevel ${E_DEMO}
     ${Tell} "$(DemoFailed)"
     MessageBox MB_OK|MB_ICONEXCLAMATION "$(DemoFailed)" /SD IDOK
@@ -424,8 +425,8 @@ Section /o "$(DemoName)" DemoSection
   ${EndIf}
 SectionEnd
 
-; Who takes it away on the page of the components, or whom it refused, has none.
-Section "-" WithoutDemoSection
+; Who takes it away on the page of the components has none.
+Section "-"
   ${IfNot} ${SectionIsSelected} ${DemoSection}
   ${AndIf} $OldDemo != ""
     !insertmacro UnregisterDemo "$Regsvr64" "$Folder\x64\QVA_DemoHost.dll"
