@@ -186,7 +186,6 @@ Function ${un}Regsvr
   Pop $0
   Pop $1
   Pop $2
-  InitPluginsDir
   Delete "$PLUGINSDIR\report.txt"
   ClearErrors
   ExecWait '"$0" /s $1 /n /i:"$Scope report:$PLUGINSDIR\report.txt" "$2"' $3
@@ -540,6 +539,7 @@ Function ReadRegistrations
 FunctionEnd
 
 Function .onInit
+  InitPluginsDir
   Call ReadOptions
   ${If} $Scope == "machine"
     ${GetParameters} $R0
@@ -648,6 +648,7 @@ Section "Uninstall"
 SectionEnd
 
 Function un.onInit
+  InitPluginsDir
   Call un.FindTools
   StrCpy $Scope "user"
   ReadRegStr $0 HKLM "${ENTRY}" "InstallLocation"
