@@ -122,8 +122,9 @@ same_files() { list_files "$work/now.files" && diff "$1" "$work/now.files"; }
 remember() { registry "$work/$1.reg" "${@:2}" && list_files "$work/$1.files"; }
 same_as() { same_registry "$work/$1.reg" "${@:2}" && same_files "$work/$1.files"; }
 
-# A program for four things: it holds a library, as Excel does, or a name, until a file is gone; it begins the session
-# of a user, of which Wine does the machine's part alone; it makes a key that may hold no lasting ones.
+# A program for several things: it holds a library, as Excel does, or a name, until a file is gone; it begins the session
+# of a user, of which Wine does the machine's part alone; it runs a command without an administrator's rights; it makes a
+# key that may hold no lasting ones.
 make_helper() {
   cat > "$work/helper.c" << 'END'
 #include <stdio.h>
@@ -146,8 +147,26 @@ static int log_on(void) {
   }
   return 0;
 }
+static int run_without_rights(wchar_t *command) {
+  HANDLE own, less;
+  SID_IDENTIFIER_AUTHORITY windows = {SECURITY_NT_AUTHORITY};
+  SID_AND_ATTRIBUTES administrators = {0};
+  AllocateAndInitializeSid(&windows, 2, SECURITY_BUILTIN_DOMAIN_RID, DOMAIN_ALIAS_RID_ADMINS, 0, 0, 0, 0, 0, 0, &administrators.Sid);
+  OpenProcessToken(GetCurrentProcess(), TOKEN_ALL_ACCESS, &own);
+  STARTUPINFOW start = {.cb = sizeof start};
+  PROCESS_INFORMATION process;
+  if (!CreateRestrictedToken(own, 0, 1, &administrators, 0, NULL, 0, NULL, &less) ||
+      !CreateProcessAsUserW(less, NULL, command, NULL, NULL, FALSE, 0, NULL, NULL, &start, &process)) {
+    return 100;
+  }
+  WaitForSingleObject(process.hProcess, INFINITE);
+  DWORD code;
+  GetExitCodeProcess(process.hProcess, &code);
+  return code;
+}
 int wmain(int count, wchar_t **arguments) {
   if (!wcscmp(arguments[1], L"logon")) return log_on();
+  if (!wcscmp(arguments[1], L"limited")) return run_without_rights(arguments[2]);
   if (!wcscmp(arguments[1], L"obstacle")) {
     HKEY key;
     return RegCreateKeyExW(HKEY_CURRENT_USER, arguments[2], 0, NULL, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, NULL, &key, NULL);
@@ -159,7 +178,7 @@ int wmain(int count, wchar_t **arguments) {
   return 0;
 }
 END
-  x86_64-w64-mingw32-gcc -municode -o "$work/helper.exe" "$work/helper.c"
+  x86_64-w64-mingw32-gcc -municode -Wall -o "$work/helper.exe" "$work/helper.c"
 }
 helper() { wine_run "$(windows_path "$work/helper.exe")" "$@"; }
 within() {
@@ -200,6 +219,8 @@ life() {
   [[ $hive == HKCU ]] || for system in system32 syswow64; do
     check "scripts in $system create its classes" creates "$system"
   done
+
+  [[ $hive == HKCU ]] || check "without rights it is not removed" exits 4 helper limited "\"$folder\\uninstall.exe\" /S _?=$folder"
 
   check "the same version repairs" setup first "${options[@]}"
   check "from a new folder" is_registered "$folder\\1.0.0-2" "$hive"
@@ -249,6 +270,13 @@ refusals() {
   local log
   log=/Log=$(windows_path "$work/setup.log")
   log_says() { iconv -f UTF-16 -t UTF-8 "$work/setup.log" | grep -qF -- "$1"; }
+  local first
+  first=$(windows_path "$work/first.exe")
+  check "without rights it is refused for all" exits 4 helper limited "$first /S /AllUsers"
+  check "but not for the user" helper limited "$first /S"
+  check "who removes it without rights, too" helper limited "$(home_in_windows "$user_home")\\uninstall.exe /S _?=$(home_in_windows "$user_home")"
+  rm -r "$user_home"
+  rmdir "$(dirname "$user_home")"
   check "an unknown option is refused" exits 3 setup first "$log" /AllUser
   check "and told in the log" log_says ' /AllUser'
   check "another setup runs" hold name QVA_Varnholt.Setup
