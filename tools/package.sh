@@ -75,7 +75,6 @@ mkdir -p "$zip"/{x64,x86,samples}
 for bitness in x64 x86; do
   cp -r "${!bitness}"/{QVA_Varnholt.dll,QVA_Varnholt.manifest,QVA_DemoHost.dll,host} "$zip/$bitness"
 done
-tools/sign.sh "$zip"/x??/*.dll
 cp "$x64/idl/QVA_Varnholt.tlb" "$zip"
 for script in packaging/windows/*.cmd; do sed 's/$/\r/' "$script" > "$zip/$(basename "$script")"; done
 # Excel cannot read flat documents.
@@ -86,6 +85,7 @@ documents "$zip"
 for bitness in x64 x86; do cp "$work/help/FReport.chm" "$zip/$bitness"; done
 cp "$x64/qva-doctor.exe" "$zip"
 cp "$x86/qva-doctor.exe" "$zip/x86"
+tools/sign.sh "$zip"/*.exe "$zip"/x??/*.{dll,exe}
 pack "$zip" "$output/QVA_Varnholt-$version.zip"
 # All of it but the scripts is in the setup program, too, which registers by itself.
 rm "$zip"/*.cmd

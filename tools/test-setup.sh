@@ -347,6 +347,14 @@ demo_host() {
   check "registers the demo host" test "$(host)" = "$folder\\1.0.0-2\\x86\\QVA_DemoHost.dll"
   check "the next version" setup demo-second
   check "registers its own" test "$(host)" = "$folder\\1.1.0\\x86\\QVA_DemoHost.dll"
+  wine_run 'C:\windows\system32\regsvr32.exe' /s /u /n /i:user "$folder\\1.1.0\\x64\\QVA_DemoHost.dll"
+  wine_run 'C:\windows\syswow64\regsvr32.exe' /s /u /n /i:user "$folder\\1.1.0\\x86\\QVA_DemoHost.dll"
+  check "where it was switched off since" setup demo-second
+  check "it stays so" test -z "$(host)"
+  wine_run 'C:\windows\system32\regsvr32.exe' /s /n /i:user "$folder\\1.1.0-2\\x64\\QVA_DemoHost.dll"
+  wine_run 'C:\windows\syswow64\regsvr32.exe' /s /n /i:user "$folder\\1.1.0-2\\x86\\QVA_DemoHost.dll"
+  check "where it was switched on since" setup demo-second
+  check "it is the new one" test "$(host)" = "$folder\\1.1.0\\x86\\QVA_DemoHost.dll"
   check "it is removed" remove "$user_home"
   check "with its demo host" test -z "$(host)"
   wine_run reg add "HKLM\\$classes\\NVXCommonObjects.CommonObjects\\CLSID" /ve /d '{00000000-0000-0000-0000-000000000001}' /f > /dev/null

@@ -62,7 +62,6 @@ Var Scope      ; "user" or "machine", as DllInstall takes it
 Var Folder     ; where this installation goes
 Var OldHome    ; the folder of the one that is there, and its version; empty where there is none
 Var OldVersion
-Var OldDemo    ; "1" where the demo host is registered with it
 Var AllowDowngrade ; "1" where it is
 Var Log        ; the handle of the log, or empty
 Var Regsvr64   ; the system's tools; the first one is empty on 32-bit Windows
@@ -74,6 +73,9 @@ Var Machine32
 Var Begun      ; "1" between the first change and the last one that may fail
 Var InUse      ; what the last page says of a library that Excel holds
 Var What       ; what the first page says that will happen
+!ifdef DEMO
+Var OldDemo    ; "1" where the user has its demo host registered
+!endif
 
 ; NSIS' own sentences in Lithuanian are clumsy: what users see for longer is our own in both languages.
 !macro Header title text
@@ -254,6 +256,21 @@ Function ${un}RemoveFolder
   ClearErrors
 FunctionEnd
 
+!ifdef DEMO
+; Sets $OldDemo when the user's demo host is one of a folder, whoever registered it.
+;   stack: the folder
+Function ${un}FindDemo
+  Pop $0
+  ReadRegStr $1 HKCU "Software\Classes\NVXCommonObjects.CommonObjects\CLSID" ""
+  ReadRegStr $1 HKCU "Software\Classes\CLSID\$1\InprocServer32" ""
+  StrLen $2 "$0\"
+  StrCpy $1 $1 $2
+  ${If} $1 == "$0\"
+    StrCpy $OldDemo "1"
+  ${EndIf}
+FunctionEnd
+!endif
+
 ; Removes the folder of all installations, unless users put something there.
 Function ${un}RemoveHome
   SetOutPath "$TEMP" ; a folder that a program is in cannot go
@@ -415,12 +432,9 @@ Section /o "$(DemoName)" DemoSection
     StrCpy $R5 $4
     !insertmacro UnregisterDemo "$Regsvr64" "$Folder\x64\QVA_DemoHost.dll"
     !insertmacro UnregisterDemo "$Regsvr32" "$Folder\x86\QVA_DemoHost.dll"
-    DeleteRegValue SHCTX "${ENTRY}" "Demo"
     SetErrorLevel ${E_DEMO}
     ${Tell} "$(DemoFailed)"
     MessageBox MB_OK|MB_ICONEXCLAMATION "$(DemoFailed)" /SD IDOK
-  ${Else}
-    WriteRegStr SHCTX "${ENTRY}" "Demo" "1"
   ${EndIf}
 SectionEnd
 
@@ -430,7 +444,6 @@ Section "-"
   ${AndIf} $OldDemo != ""
     !insertmacro UnregisterDemo "$Regsvr64" "$Folder\x64\QVA_DemoHost.dll"
     !insertmacro UnregisterDemo "$Regsvr32" "$Folder\x86\QVA_DemoHost.dll"
-    DeleteRegValue SHCTX "${ENTRY}" "Demo"
   ${EndIf}
 SectionEnd
 !endif
@@ -569,7 +582,6 @@ Function .onInit
 
   ReadRegStr $OldHome SHCTX "${ENTRY}" "InstallLocation"
   ReadRegStr $OldVersion SHCTX "${ENTRY}" "DisplayVersion"
-  ReadRegStr $OldDemo SHCTX "${ENTRY}" "Demo"
   StrCpy $What "$(WillInstall)"
   ${If} $OldVersion != ""
     ${VersionCompare} "$OldVersion" "${VERSION}" $0
@@ -588,8 +600,12 @@ Function .onInit
     StrCpy $What "$What$\r$\n$\r$\n$(ForUser)"
   ${EndIf}
 !ifdef DEMO
-  ${If} $OldDemo != ""
-    !insertmacro SelectSection ${DemoSection}
+  ${If} $OldHome != ""
+    Push "$OldHome"
+    Call FindDemo
+    ${If} $OldDemo != ""
+      !insertmacro SelectSection ${DemoSection}
+    ${EndIf}
   ${EndIf}
 !endif
   ${If} $INSTDIR == ""
@@ -619,8 +635,10 @@ FunctionEnd
       StrCpy $R5 "${view}"
       ${Tell} "$(Unregistering)"
 !ifdef DEMO
-      ${GetParent} "$R4" $R6
-      !insertmacro UnregisterDemo "${regsvr}" "$R6\QVA_DemoHost.dll"
+      ${If} $OldDemo != ""
+        ${GetParent} "$R4" $R6
+        !insertmacro UnregisterDemo "${regsvr}" "$R6\QVA_DemoHost.dll"
+      ${EndIf}
 !endif
       Push $R4
       Push "/u"
@@ -635,6 +653,10 @@ FunctionEnd
 
 Section "Uninstall"
   SetDetailsPrint none
+!ifdef DEMO
+  Push "$INSTDIR"
+  Call un.FindDemo
+!endif
   !insertmacro Unregister "$Regsvr32" 32 ${E_X86}
   !insertmacro Unregister "$Regsvr64" 64 ${E_X64}
   Push ""
