@@ -25,7 +25,7 @@ sub write_file {
 
 # The order of the guide: what the first page does not order stands as its classes do.
 my @order = qw(index tutorial gExcelObject CTools CLockScreen CRepPeriod CDatePic CReports CSaveForm CSetPath CToolbar
-  CButtonProperties CToolbars CDefaultButtons CCommandsEvent CEnvironment reference);
+  CButtonProperties CToolbars CDefaultButtons CCommandsEvent CEnvironment reference klaida-429);
 my %there = map { s{.*/}{}r =~ s/\.md$//r => 1 } glob "$markdown/*.md";
 my @pages = grep { delete $there{$_} } @order;
 die "no place for @{[keys %there]}\n" if %there;
@@ -43,7 +43,7 @@ my $charset = $is_chm ? 'windows-1257' : 'UTF-8';
 for my $page (@pages) {
   my $body = contents("$html/$page.html");
   $body =~ s/<!--.*?-->\s*//gs;
-  $body =~ s{href="(\w+)\.md"}{exists $titles{$1} or die "$page links to $1\n"; qq(href="$1.html")}ge;
+  $body =~ s{href="([\w-]+)\.md"}{exists $titles{$1} or die "$page links to $1\n"; qq(href="$1.html")}ge;
   my $contents = $is_chm ? '' : '<div class="contents">' .
     join(' · ', map { $_ eq $page ? "<b>$titles{$_}</b>" : qq(<a href="$_.html">$titles{$_}</a>) } @pages) . "</div>\n";
   write_file("$page.html", <<END);

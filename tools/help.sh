@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Makes the help from the Lithuanian guide: pages for browsers in <folder>/FReport, and FReport.chm for Windows.
+# Makes the help from the Lithuanian guide and the page about error 429: pages for browsers in <folder>/FReport, and
+# FReport.chm for Windows.
 #   tools/help.sh <the program guide> <folder>
 set -euo pipefail
-[[ $# -eq 2 ]] || { sed -n '2,3s/^# //p' "$0" >&2; exit 2; }
+[[ $# -eq 2 ]] || { sed -n '2,4s/^# //p' "$0" >&2; exit 2; }
 mkdir -p "$2"
 guide=$(realpath "$1") output=$(realpath "$2")
 cd "$(dirname "$0")/.."
@@ -10,6 +11,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
 "$guide" . "$work"
+cp docs/klaida-429.md "$work/gidas"
 mkdir -p "$work/pages/images"
 for page in "$work"/gidas/*.md; do
   markdown_py -o html -x tables -x fenced_code -x sane_lists "$page" > "$work/$(basename "$page" .md).html"

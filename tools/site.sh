@@ -10,10 +10,10 @@ rm -rf "$pages"
 mkdir -p "$pages/images"
 "$guide" . "$pages"
 # The guides are in folders of their own here.
-sed -i 's#](images/#](../images/#g' "$pages"/{gidas,guide}/*.md
-cp docs/{installation,libreoffice,host-interface,architecture}.md "$pages"
+sed -i -E 's#\]\((images/|error-429\.md|klaida-429\.md)#](../\1#g' "$pages"/{gidas,guide}/*.md
+cp docs/{installation,diegimas,error-429,klaida-429,libreoffice,host-interface,architecture}.md "$pages"
 cp docs/images/* "$pages/images"
-sed 's#](\.\./images/#](images/#g; s#](\([A-Za-z]*\)\.md)#](gidas/\1.md)#g' "$pages/gidas/index.md" > "$pages/index.md"
+sed 's#](\.\./#](#g; s#](\([A-Za-z]*\)\.md)#](gidas/\1.md)#g' "$pages/gidas/index.md" > "$pages/index.md"
 output=$(mkdocs build --strict 2>&1) || { echo "$output" >&2; exit 1; }
 for page in $(cd "$pages" && find gidas guide -name '*.md'); do
   grep -q "^ *- $page\$" mkdocs.yml || { echo "$0: $page has no place in mkdocs.yml" >&2; exit 1; }

@@ -12,6 +12,13 @@ check "the site is built without a broken link" timeout 60 tools/site.sh "$guide
 for page in gidas guide; do
   check "its search knows the pages of $page" grep -q "\"$page/reference.html#" out/site/search/search_index.json
 done
+# Their tables begin with the doctor's findings, and so does the table of all of them.
+findings() { grep -E '^\| `[a-z0-9-]+`' "$1" | cut -d'|' -f2 | grep -oE '`[a-z0-9-]+`' | sort; }
+names_findings() { [[ -n $(findings "$1") && -z $(comm -23 <(findings "$1") <(findings docs/installation.md)) ]]; }
+for page in error-429 klaida-429; do
+  check "$page names findings that there are" names_findings "docs/$page.md"
+done
+check "both tell of the same ones" diff <(findings docs/error-429.md) <(findings docs/klaida-429.md)
 page=out/site-pages/gidas/CTools.md
 echo '[nowhere](nowhere.md)' >> "$page"
 fails() { ! timeout 60 mkdocs build --strict --site-dir "$work/site" > "$work/broken.log" 2>&1; }

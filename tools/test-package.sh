@@ -218,7 +218,7 @@ check "bash completes its options" test "$(completes --form)" = --form-answers
 check "and the names of workbooks" test "$(completes Ba)" = "Bandomasis balansas.fods"
 names_its_own() {
   local name
-  for name in $(grep -ohE '[A-Za-z-]+\.md\b' "$1"/*.md | sort -u); do
+  for name in $(grep -ohE '[A-Za-z0-9-]+\.md\b' "$1"/*.md | sort -u); do
     [[ -e $1/$name ]] || { echo "no $name"; return 1; }
   done
 }
