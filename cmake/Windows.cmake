@@ -53,8 +53,8 @@ target_link_libraries(qva_com PUBLIC qva_windows qva_library)
 set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
 
 # The product.
-add_library(QVA_Varnholt SHARED server/com/Exports.cpp server/com/LibraryRegistration.cpp server/com/ServerClasses.cpp
-                                server/com/StandardLibrary.cpp server/com/QVA_Varnholt.def
+add_library(QVA_Varnholt SHARED server/com/CallLog.cpp server/com/Exports.cpp server/com/LibraryRegistration.cpp
+                                server/com/ServerClasses.cpp server/com/StandardLibrary.cpp server/com/QVA_Varnholt.def
                                 server/com/QVA_Varnholt.rc ${visual_styles})
 set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" UNITY_BUILD OFF RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 set_source_files_properties(server/com/QVA_Varnholt.rc PROPERTIES OBJECT_DEPENDS ${idl_output}/QVA_Varnholt.tlb)

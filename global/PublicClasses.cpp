@@ -1,5 +1,7 @@
 #include "global/PublicClasses.h"
 
+#include <algorithm>
+
 #include "excelui/CButtonProperties.h"
 #include "excelui/CCommandsEvent.h"
 #include "excelui/CDefaultButtons.h"
@@ -47,6 +49,13 @@ const PublicClass* FindPublicClass(std::u16string_view programmatic_identifier) 
     if (EqualIgnoringCase(public_class.description().name(), name)) return &public_class;
   }
   return nullptr;
+}
+
+bool IsPublicObject(const Object& object) {
+  const ClassDescription* table = object.MemberTable();
+  return table && std::ranges::any_of(kPublicClasses, [table](const PublicClass& public_class) {
+           return &public_class.description() == table;
+         });
 }
 
 ObjectPtr CreatePublicObject(const PublicClass& public_class) {

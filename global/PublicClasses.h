@@ -21,6 +21,9 @@ std::span<const PublicClass> PublicClasses();
 /// The public class of a programmatic identifier in any letter case; null when it names none.
 const PublicClass* FindPublicClass(std::u16string_view programmatic_identifier);
 
+/// Whether an object is of a public class.
+bool IsPublicObject(const Object& object);
+
 /// Creates an object of the class for a macro, running the library's start-up before the first one.
 /// Raises what start-up raises.
 ObjectPtr CreatePublicObject(const PublicClass& public_class);

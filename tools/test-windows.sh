@@ -143,10 +143,48 @@ clients() {
     [[ $script_name == check ]] || check "$name: script $script_name" script "$script_name" "$cscript"
   done
   check "$name: macros of the corpus" corpus "$cscript"
+  call_log "$name" "$cscript" "$system\\reg.exe"
   wine_run "$regsvr32" /s /u "$dll"
   wine_run "$regsvr32" /s /u "$bench"
   wine_run reg delete 'HKCU\Software\VB and VBA Program Settings' /f > /dev/null 2>&1
   check "$name: all of it leaves the registry as it was" same_registry "$work/start.reg"
+}
+
+# The log of calls: off, switched on by the environment and by the registry, with content where it is asked for.
+call_log() {
+  local name="$1: call log" cscript=$2 reg=$3
+  local key='HKCU\Software\QVA_Varnholt' folder=$work/calls log=$work/calls/calls.log
+  calls() {
+    rm -rf "$folder"
+    mkdir "$folder"
+    wine_run "$cscript" //nologo "$(windows_path "$PWD/tests/com/call_log.vbs")" 2>&1 | tr -d '\r' | grep -qx OK
+  }
+  says() { grep -qP "$1" "$log"; }
+  says_not() { test -s "$log" && ! grep -q "$1" "$log"; }
+
+  calls
+  check "$name: is off" test -z "$(ls -A "$folder")"
+  QVA_VARNHOLT_CALL_LOG=$(windows_path "$log") calls
+  report "$name: the environment switches it on" $?
+  check "$name: has time, process, duration, member, arguments and result" says \
+    '^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\t\d+\t\d+ ms\tCTools\.FileExist\t\("C:\\nowhere", "argument\.xls"\)\t-> False$'
+  check "$name: has number, source and text of an error" says '\tCReports\.FillAttr\t\("B1"\)\t! 13 \S+: Type mismatch$'
+  check "$name: has an array's size" says '\tCReports\.FillAttr\t\(array of 3\)\t'
+  check "$name: has an object's class" says '\tCReports\.FillAttr\t\(<Range>\)\t'
+  check "$name: has no content" says_not slaptas
+  QVA_VARNHOLT_CALL_LOG=$(windows_path "$log") QVA_VARNHOLT_CALL_LOG_CONTENT=1 calls
+  check "$name: has it where the environment asks for it" says 'slaptas masyvas'
+
+  wine_run "$reg" add "$key" /v CallLog /d "$(windows_path "$log")" /f > /dev/null
+  calls
+  check "$name: the registry switches it on" says 'CTools\.FileExist'
+  check "$name: without content" says_not slaptas
+  wine_run "$reg" add "$key" /v CallLogContent /t REG_DWORD /d 1 /f > /dev/null
+  calls
+  check "$name: has it where the registry asks for it" says 'slaptas masyvas'
+  wine_run "$reg" delete "$key" /f > /dev/null
+  calls
+  check "$name: is off when the value is gone" test -z "$(ls -A "$folder")"
 }
 
 # The demo host where nobody has a host and where somebody has one, and the samples on it. It leaves the prefix in use.

@@ -1,35 +1,25 @@
 #include "server/calc/CallLog.h"
 
 #include <cstdlib>
-#include <fstream>
+#include <string>
+#include <string_view>
 
-#include "platform/text.h"
+#include "global/PublicClasses.h"
+#include "platform/call_log.h"
 
 namespace qva::calc {
+namespace {
 
-CallLog::Entry::Entry(const Object& object, Access access, std::u16string_view member)
-    : call_(object.TypeName() + u"." + std::u16string(member)) {
-  if (access == Access::Put || access == Access::PutRef) call_ += u" =";
+std::string VariableOrEmpty(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
 }
 
-void CallLog::Entry::Returned(const Value& result) {
-  if (result.Is(Value::Type::Empty)) return Write(call_);
-  // A block of a table's records would fill pages.
-  constexpr std::size_t kLongest = 200;
-  std::u16string text = DescribeValue(result);
-  if (text.size() > kLongest) text = text.substr(0, kLongest) + u"\u2026";
-  Write(call_ + u" -> " + text);
-}
+}  // namespace
 
-void CallLog::Entry::Failed(const AutomationError& error) {
-  Write(call_ + u" ! " + NumberText(error.number()) + u" " + error.description());
-}
-
-void CallLog::Write(std::u16string_view line) {
-  static const char* const path = std::getenv("QVA_VARNHOLT_CALL_LOG");
-  if (!path || !*path) return;
-  // Opened for each line: a run that is killed has lost none.
-  std::ofstream(path, std::ios::app) << ToUtf8(line) << '\n';
+void StartCallLog() {
+  SetCallLog({VariableOrEmpty("QVA_VARNHOLT_CALL_LOG"),
+              VariableOrEmpty("QVA_VARNHOLT_CALL_LOG_CONTENT") == "1", &IsPublicObject});
 }
 
 }  // namespace qva::calc

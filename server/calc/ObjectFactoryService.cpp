@@ -12,6 +12,7 @@
 #include "platform/posix/PosixPlatform.h"
 #include "platform/text.h"
 #include "server/calc/BasicError.h"
+#include "server/calc/CallLog.h"
 #include "server/calc/ComponentFolder.h"
 #include "server/calc/PublishedObject.h"
 
@@ -61,6 +62,7 @@ class NoObject : public Described<NoObject> {
 ObjectFactoryService::ObjectFactoryService(const Reference<css::uno::XComponentContext>& context) {
   InstallConversion(context, &PublishedObject::Of);
   InstallServices(ThePlatform().services());
+  StartCallLog();
 }
 
 Reference<XInterface> ObjectFactoryService::createInstance(const OUString& identifier) {

@@ -14,7 +14,6 @@
 #include "platform/member_table.h"
 #include "platform/text.h"
 #include "server/calc/BasicError.h"
-#include "server/calc/CallLog.h"
 
 namespace qva::calc {
 namespace {
@@ -141,7 +140,7 @@ Any PublishedObject::invokePutProperty(const OUString& name, const Sequence<Any>
 Any PublishedObject::Perform(Access access, const OUString& name, const Sequence<Any>& arguments,
                              Sequence<sal_Int16>& changed, Sequence<Any>& values) {
   try {
-    return PerformUnguarded(access, FromUno(name), arguments, changed, values);
+    return PerformLogged(access, FromUno(name), arguments, changed, values);
   } catch (const AutomationError& error) {
     RaiseInMacro(error);
   } catch (const std::bad_alloc&) {
@@ -154,10 +153,21 @@ Any PublishedObject::Perform(Access access, const OUString& name, const Sequence
   return {};
 }
 
-Any PublishedObject::PerformUnguarded(Access access, const std::u16string& name,
+Any PublishedObject::PerformLogged(Access access, const std::u16string& name, const Sequence<Any>& arguments,
+                                   Sequence<sal_Int16>& changed, Sequence<Any>& values) {
+  LoggedCall logged;
+  logged.Begins(*object_, access, name);
+  try {
+    return PerformUnguarded(logged, access, name, arguments, changed, values);
+  } catch (...) {
+    logged.Failed();
+    throw;
+  }
+}
+
+Any PublishedObject::PerformUnguarded(LoggedCall& logged, Access access, const std::u16string& name,
                                       const Sequence<Any>& arguments, Sequence<sal_Int16>& changed,
                                       Sequence<Any>& values) {
-  CallLog::Entry entry(*object_, access, name);
   const ClassDescription* table = object_->MemberTable();
   const Member* member = table ? table->Find(access, name) : nullptr;
   Arguments converted;
@@ -177,14 +187,14 @@ Any PublishedObject::PerformUnguarded(Access access, const std::u16string& name,
   for (const Value& value : converted.positional) Notice(value);
   for (const NamedArgument& argument : converted.named) Notice(argument.value);
 
+  logged.Takes(converted.positional, converted.named);
   const Arguments before = converted;
   Value result;
   std::exception_ptr failure;
   try {
     result = object_->Invoke(access, name, converted);
-    entry.Returned(result);
-  } catch (const AutomationError& error) {
-    entry.Failed(error);
+    logged.Returned(result);
+  } catch (const AutomationError&) {
     failure = std::current_exception();
   }
   // What the member did to the caller's variables before it failed is visible, as in a direct call.

@@ -7,6 +7,7 @@
 #include <cppuhelper/implbase3.hxx>
 
 #include "platform/calc/UnoValue.h"
+#include "platform/call_log.h"
 
 namespace qva::calc {
 
@@ -54,7 +55,11 @@ class PublishedObject : public cppu::WeakImplHelper3<css::script::XAutomationInv
   css::uno::Any Perform(Access access, const rtl::OUString& name,
                         const css::uno::Sequence<css::uno::Any>& arguments,
                         css::uno::Sequence<sal_Int16>& changed, css::uno::Sequence<css::uno::Any>& values);
-  css::uno::Any PerformUnguarded(Access access, const std::u16string& name,
+  css::uno::Any PerformLogged(Access access, const std::u16string& name,
+                              const css::uno::Sequence<css::uno::Any>& arguments,
+                              css::uno::Sequence<sal_Int16>& changed,
+                              css::uno::Sequence<css::uno::Any>& values);
+  css::uno::Any PerformUnguarded(LoggedCall& logged, Access access, const std::u16string& name,
                                  const css::uno::Sequence<css::uno::Any>& arguments,
                                  css::uno::Sequence<sal_Int16>& changed,
                                  css::uno::Sequence<css::uno::Any>& values);

@@ -10,6 +10,7 @@
 #include "platform/windows/OwnObject.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsPlatform.h"
+#include "server/com/CallLog.h"
 #include "server/com/LibraryRegistration.h"
 #include "server/com/ServerClasses.h"
 #include "server/com/ServerEntries.h"
@@ -52,6 +53,7 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result)
     const ServerClass* server_class = FindServerClass(class_id);
     if (!server_class) return CLASS_E_CLASSNOTAVAILABLE;
     windows::InstallPlatform();
+    StartCallLog();
     windows::InstallOwnObjectWrapper(&WrapObject);
     const auto create = [server_class] { return CreatePublicObject(*server_class->public_class); };
     return NewClassFactory(create, interface_id, result);

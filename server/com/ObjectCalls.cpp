@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/call_log.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
 #include "server/com/AutomationTypes.h"
@@ -86,10 +87,15 @@ std::optional<UINT> PlaceOf(const LateArguments& late, const Member* member, int
   return std::nullopt;
 }
 
+constexpr WORD kEitherPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+bool IsPut(WORD flags) {
+  return flags & kEitherPut;
+}
+
 Access AccessOf(WORD flags, const ClassDescription* table, std::u16string_view name,
                 const Arguments& values) {
-  constexpr WORD kEitherPut = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
-  if (!(flags & kEitherPut)) return flags & DISPATCH_METHOD ? Access::Call : Access::Get;
+  if (!IsPut(flags)) return flags & DISPATCH_METHOD ? Access::Call : Access::Get;
   if ((flags & kEitherPut) != kEitherPut) {
     return flags & DISPATCH_PROPERTYPUT ? Access::Put : Access::PutRef;
   }
@@ -139,13 +145,16 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
   const ObjectPtr object = object_;
   LateArguments late;
   const Member* member = nullptr;
+  LoggedCall logged;
   try {
     const MemberIds ids(table_);
     if (!ids.IsMember(id)) return DISP_E_MEMBERNOTFOUND;
     const std::u16string_view name = ids.MemberName(id);
+    logged.Begins(*object, IsPut(flags) ? Access::Put : Access::Call, name);
     Read(*arguments, ids, id, late);
     const Access access = AccessOf(flags, table_, name, late.values);
     if (table_) member = table_->Find(access, name);
+    logged.Takes(late.values.positional, late.values.named);
     Value value;
     try {
       value = object->Invoke(access, name, late.values);
@@ -154,9 +163,11 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
       throw;
     }
     WriteBack(late, arguments->rgvarg);
+    logged.Returned(value);
     if (result) *result = windows::ToVariant(value).Detach();
     return S_OK;
   } catch (...) {
+    logged.Failed();
     if (late.unreadable_place) {
       if (argument) *argument = *late.unreadable_place;
       return DISP_E_TYPEMISMATCH;
@@ -172,8 +183,11 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
 HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* result,
                                const void* const* raw) const noexcept {
   const ObjectPtr object = object_;
+  LoggedCall logged;
   try {
     const Member& member = table_->members().at(place);
+    const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
+    logged.Begins(*object, is_put ? Access::Put : Access::Call, member.name);
     if (member.result != ParameterType::None) {
       if (!result) return E_POINTER;
       std::memset(result, 0, SizeOf(member.result));
@@ -189,6 +203,7 @@ HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* res
       values.push_back(std::move(value));
       variants.push_back(variant);
     }
+    logged.Takes(values);
     const std::vector<Value> before = values;
     auto write_back = [&] {
       for (std::size_t i = 0; i < values.size(); ++i) {
@@ -204,6 +219,7 @@ HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* res
       throw;
     }
     write_back();
+    logged.Returned(value);
     if (member.result != ParameterType::None) {
       VARIANT target = {};
       target.vt = static_cast<VARTYPE>(VariantType(member.result) | VT_BYREF);
@@ -212,6 +228,7 @@ HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* res
     }
     return S_OK;
   } catch (...) {
+    logged.Failed();
     return ReportEarly(interface_id);
   }
 }

@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "platform/call_log.h"
 #include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/Process.h"
 #include "tools/report-runner/Xml.h"
@@ -129,6 +130,16 @@ void PrintStep(std::string_view step, std::ostream& out) {
   out << "  " << step << std::endl;
 }
 
+/// What a line of the log of calls says without time, process, duration and arguments.
+std::string StepOfCall(const std::string& line) {
+  std::vector<std::string> columns(1);
+  for (const char c : line) c == '\t' ? void(columns.emplace_back()) : columns.back().push_back(c);
+  if (columns.size() != static_cast<std::size_t>(CallLogColumn::Outcome) + 1) return line;
+  const auto column = [&](CallLogColumn which) { return columns[static_cast<std::size_t>(which)]; };
+  const std::string outcome = column(CallLogColumn::Outcome);
+  return column(CallLogColumn::Member) + (outcome.empty() ? "" : " " + outcome);
+}
+
 /// The lines that a growing file gains.
 class Follower {
  public:
@@ -137,17 +148,28 @@ class Follower {
   /// What came since the last call.
   std::vector<std::string> NewLines() {
     std::vector<std::string> lines;
-    std::ifstream file(path_, std::ios::binary);
+    // A log that was full has another name by now.
+    std::error_code missing;
+    const std::uintmax_t size = fs::file_size(path_, missing);
+    if (!missing && size < read_) {
+      Read(fs::path(path_) += ".1", lines);
+      read_ = 0;
+    }
+    Read(path_, lines);
+    return lines;
+  }
+
+ private:
+  void Read(const fs::path& path, std::vector<std::string>& lines) {
+    std::ifstream file(path, std::ios::binary);
     file.seekg(static_cast<std::streamoff>(read_));
     std::string line;
     while (std::getline(file, line) && !file.eof()) {
       read_ += line.size() + 1;
       lines.push_back(line);
     }
-    return lines;
   }
 
- private:
   fs::path path_;
   std::size_t read_ = 0;
 };
@@ -155,9 +177,11 @@ class Follower {
 /// Prints what the files of a run gain, in the order in which things happen.
 class Narrator {
  public:
-  /// `job` is the file of the job's own steps, `report` that of the macro's, `messages` that of the messages.
-  Narrator(const fs::path& job, const fs::path& report, const fs::path& messages, std::ostream& out)
-      : job_(job), report_(report), messages_(messages), out_(out) {}
+  /// `job` is the file of the job's own steps, `report` that of the macro's - or the log of calls -,
+  /// `messages` that of the messages.
+  Narrator(const fs::path& job, const fs::path& report, bool is_call_log, const fs::path& messages,
+           std::ostream& out)
+      : job_(job), report_(report), is_call_log_(is_call_log), messages_(messages), out_(out) {}
 
   void GoOn() {
     // The job is asked first: whatever the macro wrote before a step of the job is there by then.
@@ -165,7 +189,8 @@ class Narrator {
     auto step = steps.begin();
     for (; step != steps.end() && steps_before_macro_ > 0; ++step, --steps_before_macro_)
       PrintStep(*step, out_);
-    for (const std::string& line : report_.NewLines()) PrintStep(line, out_);
+    for (const std::string& line : report_.NewLines())
+      PrintStep(is_call_log_ ? StepOfCall(line) : line, out_);
     for (const std::string& line : messages_.NewLines()) PrintStep(line, out_);
     for (; step != steps.end(); ++step) PrintStep(*step, out_);
   }
@@ -173,6 +198,7 @@ class Narrator {
  private:
   Follower job_;
   Follower report_;
+  bool is_call_log_;
   Follower messages_;
   std::ostream& out_;
   int steps_before_macro_ = 2;  ///< as in server/calc/ReportJob.h
@@ -325,7 +351,8 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   arguments.emplace_back("service:QVA_Varnholt.ReportJob");
   PrintStep("Starting LibreOffice", out);
   Process process(arguments, environment, errors);
-  Narrator narrator(job_steps, options.log.empty() ? steps : output / options.log, messages, out);
+  const bool has_own_log = !options.log.empty();
+  Narrator narrator(job_steps, has_own_log ? output / options.log : steps, !has_own_log, messages, out);
   const auto deadline = std::chrono::steady_clock::now() + options.timeout;
   while (process.IsRunning() && std::chrono::steady_clock::now() < deadline && !options.interrupted()) {
     std::this_thread::sleep_for(std::chrono::milliseconds(20));
