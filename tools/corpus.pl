@@ -3,6 +3,7 @@
 #   tools/corpus.pl vbscript <folder>           writes script.vbs and form.answers into the folder; running the
 #                                               script writes log.txt there
 #   tools/corpus.pl basic <folder>              writes corpus.fods, box.answers, form.answers and host/
+#   tools/corpus.pl acceptance <folder>         writes what the acceptance kit for machines with Excel consists of
 #   tools/corpus.pl compare <engine> <log>      engine is com or libreoffice; the log may be UTF-8 or UTF-16.
 #                                               Prints what differs and one line of result; exit status 1 when
 #                                               anything differs that tests/corpus/divergences.txt does not
@@ -22,14 +23,15 @@ my $root = dirname(dirname(__FILE__));
 my $corpus = "$root/tests/corpus";
 my @names = sort map { basename($_, '.macro') } glob "$corpus/macros/*.macro";
 my ($command, @arguments) = @ARGV;
-my %commands = (vbscript => \&write_vbscript, basic => \&write_basic, compare => \&compare);
-my $run = $commands{$command // ''} // die "usage: corpus.pl vbscript|basic|compare …\n";
+my %commands = (vbscript => \&write_vbscript, basic => \&write_basic, acceptance => \&write_acceptance,
+                compare => \&compare);
+my $run = $commands{$command // ''} // die "usage: corpus.pl vbscript|basic|acceptance|compare …\n";
 exit $run->(@arguments);
 
 sub macro { return contents("$corpus/macros/$_[0].macro") }
 
-# The dialogs of all macros, in their order.
-sub form_answers { return join '', map { contents($_) } grep { -e } map { "$corpus/macros/$_.answers" } @names }
+# The dialogs of macros, in their order.
+sub form_answers { return join '', map { contents($_) } grep { -e } map { "$corpus/macros/$_.answers" } @_ }
 
 # Each macro is a procedure; another one around it meets the error that the macro does not ignore.
 sub procedures {
@@ -53,7 +55,7 @@ sub write_vbscript {
   open my $out, '|-', "'$root/tools/ascii-script.pl' '$folder/texts.txt' > '$folder/script.vbs'" or die "$!\n";
   print $out $script;
   close $out or die "ascii-script.pl failed\n";
-  write_file("$folder/form.answers", form_answers());
+  write_file("$folder/form.answers", form_answers(@names));
   return 0;
 }
 
@@ -67,15 +69,130 @@ sub write_basic {
   # A box gets the answer that it gets in the golden log.
   my $answers = join '', map { boxes($_) } @names;
   write_file("$folder/box.answers", $answers);
-  write_file("$folder/form.answers", form_answers());
+  write_file("$folder/form.answers", form_answers(@names));
 
-  # The host of the twin: its texts and companies, in the files of the embedded host.
-  make_path("$folder/host");
-  my ($schema) = contents("$root/host/sample.sql") =~ /\A(.*?)^INSERT /ms or die "no schema in sample.sql\n";
-  write_file("$folder/host/sample.sql", $schema . contents("$corpus/host.sql"));
-  my $texts = join '', map { /^(\d+)\s/ ? text_of($1) : () } split /\n/, contents("$root/host/QVAFormRes.txt");
-  write_file("$folder/host/QVAFormRes.txt", $texts);
+  write_host("$folder/host");
   return 0;
+}
+
+# The host of the twin: its texts and companies, in the files of the embedded host.
+sub write_host {
+  my $folder = shift;
+  make_path($folder);
+  my ($schema) = contents("$root/host/sample.sql") =~ /\A(.*?)^INSERT /ms or die "no schema in sample.sql\n";
+  write_file("$folder/sample.sql", $schema . contents("$corpus/host.sql"));
+  my $texts = join '', map { /^(\d+)\s/ ? text_of($1) : () } split /\n/, contents("$root/host/QVAFormRes.txt");
+  write_file("$folder/QVAFormRes.txt", $texts);
+}
+
+# On a user's machine the folders have names of the same length that nobody uses.
+sub kit_paths { return $_[0] =~ s/C:\\Ataskaitos/C:\\QVA_Macros/gr =~ s/C:\\Corpus\b(?!\.)/C:\\QVA_Xl/gr }
+
+sub write_acceptance {
+  my $folder = shift;
+  my $kit = "$root/packaging/windows/acceptance";
+  make_path($folder);
+  my %left_out = map { /^(\w+)\s+(.*)/ ? ($1, $2) : () } split /\n/, contents("$kit/left_out.txt");
+  -e "$corpus/macros/$_.macro" or die "left_out.txt: there is no macro $_\n" for keys %left_out;
+  my @run = grep { !$left_out{$_} } @names;
+
+  # Without what the bench alone has, and what changes more of the user's than the kit puts back.
+  my $prelude = contents("$corpus/prelude.vbs");
+  $prelude =~ s/^(?:Sub|Function) (?:$_)\(.*?^End (?:Sub|Function)\n//ms or die "prelude.vbs has no $_\n"
+    for qw(SetUserPath UserPath LogNewBoxes OwnBoxes EndCorpus);
+  $prelude =~ s/^  SetUserPath ""\n//m or die "prelude.vbs sets no path\n";
+  $prelude =~ s/^  excel\.ActiveWorkbook\.SaveAs .*\n//m or die "prelude.vbs saves no workbook\n";
+  $prelude =~ s/^Set files = .*//ms or die "prelude.vbs has no end\n";
+  my ($fact_code, $facts, %expected_facts) = facts(contents("$kit/facts.txt"));
+  my $run = join '', map { "  Run_$_\n" } @run, @$facts;
+  my ($version) = contents("$root/CMakeLists.txt") =~ /^project\(QVA_Varnholt VERSION ([0-9.]+) /m;
+  my $left_out = join ', ', map { qq("$_: $left_out{$_}") } sort keys %left_out;
+  my $frame = contents("$kit/acceptance.vbs") =~ s/^\@RUN\@\n/$run/mr =~ s/\@LEFT_OUT\@/$left_out/r =~ s/\@VERSION\@/$version/r;
+  # The frame ends with what runs; procedures may stand before it.
+  $frame =~ s/^(?=Dim work, )/procedures(@run) . $fact_code/me;
+  my $script = kit_paths($prelude . $frame);
+  open my $out, '|-', "'$root/tools/ascii-script.pl' '$folder/texts.txt' > '$folder/acceptance.vbs'" or die "$!\n";
+  print $out $script;
+  close $out or die "ascii-script.pl failed\n";
+
+  my %listed = divergences('excel');
+  my $expected = '';
+  for my $name (@run) {
+    my $golden = contents("$corpus/macros/$name.log");
+    # Calls into Excel are told to nobody.
+    $golden = without_traces($golden, join '', map { "$_: no trace\n" } macro($name) =~ /^\s*LogTrace "(.*)"/mg);
+    $golden = with_difference($golden, $listed{$name}{difference}) if $listed{$name};
+    $expected .= "== $name\n$golden";
+  }
+  $expected .= "== $_\n$expected_facts{$_}" for @$facts;
+  open my $log, '>:raw:encoding(UTF-16LE)', "$folder/expected.txt" or die "expected.txt: $!\n";
+  print $log "\x{feff}", kit_paths($expected);
+  close $log or die "expected.txt: $!\n";
+
+  write_file("$folder/box.answers", join '', map { boxes($_) } @run);
+  my $answers = form_answers(@run);
+  write_file("$folder/list.answers", join '', $answers =~ /^list.*\n/mg);
+  write_file("$folder/form.answers", $answers =~ s/^list.*\n//mgr);
+  write_host("$folder/host");
+  write_file("$folder/host/sample.sql", kit_paths(contents("$folder/host/sample.sql")));
+  return 0;
+}
+
+# Facts of Excel as procedures, their names, and what each is to log. The file's own comment tells its form.
+sub facts {
+  my ($code, @facts, %expected, $name) = ('');
+  for (split /\n/, shift) {
+    next if /^\s*(?:#|$)/;
+    if (/^== (\w+)$/) {
+      $name = "excel_$1";
+      push @facts, $name;
+      $expected{$name} = '';
+    } elsif (/^([?!]) (.*\S)\s+=> (.*)$/) {
+      my ($kind, $what, $result) = ($1, $2, $3);
+      my $text = '"' . $what =~ s/"/""/gr . '"';
+      push @{$expected{code}{$name}}, $kind eq '?' ? ("LogFact $text, $what", 1) : ("$what\nLogStatement $text", 1);
+      $expected{$name} .= "$what => $result\n";
+    } else {
+      push @{$expected{code}{$name}}, $_, 0;
+    }
+  }
+  my $lines = delete $expected{code};
+  for my $fact (@facts) {
+    my @lines = @{$lines->{$fact}};
+    my $body = join '', map { "$lines[2 * $_]\n" } 0 .. $#lines / 2;
+    $code .= <<END;
+Sub Macro_$fact
+Dim app, book, sheet, other, item
+On Error Resume Next
+Set app = TheApplication()
+Set book = TheWorkbook()
+Set sheet = TheSheet(1)
+Set other = TheSheet(2)
+${body}End Sub
+Sub Run_$fact
+  On Error Resume Next
+  BeginMacro "$fact"
+  Macro_$fact
+  EndMacro
+End Sub
+END
+  }
+  return ($code, \@facts, %expected);
+}
+
+# A text with a difference that diff told, in it.
+sub with_difference {
+  my ($text, $difference) = @_;
+  my @lines = split /^/m, $text;
+  while ($difference =~ /^(\d+)(?:,(\d+))?([acd])\d+(?:,\d+)?\n((?:[<>-].*\n)*)/mg) {
+    my ($first, $last, $kind, $body) = ($1, $2 // $1, $3, $4);
+    my @new = map { "$_\n" } $body =~ /^> (.*)$/mg;
+    # Marked, so that later places stay where they are.
+    if ($kind eq 'a') { $lines[$first - 1] .= join '', @new; next }
+    $lines[$_] = '' for $first - 1 .. $last - 1;
+    $lines[$first - 1] = join '', @new;
+  }
+  return join '', @lines;
 }
 
 sub boxes { return join '', map { "$_\n" } contents("$corpus/macros/$_[0].log") =~ /^.*: box ".*" -> (\d+)$/mg }

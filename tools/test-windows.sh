@@ -231,6 +231,7 @@ demo_host() {
     check "$name: sample $sample has the figures that it has on Linux" sample_figures "$sample" "$cscript"
   done
   check "$name: has its database in the user's own folder" test -s "$prefix"/drive_c/users/*/AppData/Local/QVA_Varnholt/host.sqlite
+  acceptance "$1" "$reg"
   wine_run "$regsvr32" /s /u "$demo"
 
   wine_run "$regsvr32" /s "$bench"
@@ -238,6 +239,53 @@ demo_host() {
   check "$name: refuses to be registered beside a host of the machine's" refuses
   check "$name: which changes nothing" same_registry "$work/other.reg"
 }
+# The acceptance kit on the bench's Excel, which goes by the name of the real one; library and demo host are registered.
+acceptance() {
+  local name="$1: acceptance kit" reg=$2 kit=$work/acceptance
+  rm -rf "$kit"
+  tools/corpus.pl acceptance "$kit" && sed 's/$/\r/' packaging/windows/acceptance/acceptance.cmd > "$kit/acceptance.cmd" ||
+    { report "$name: can be made" 1; return; }
+  wine_run "$reg" copy 'HKLM\Software\Classes\QVA_TestBench.Excel' 'HKLM\Software\Classes\Excel.Application' /s /f > /dev/null
+  wine_run "$reg" add 'HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI' /v P0 /d MANO /f > /dev/null
+  registry "$work/acceptance.reg"
+  (cd "$prefix/drive_c" && find . | sort) > "$work/acceptance.files"
+
+  kit_run 0
+  report "$name: finds what Excel is taken for" $?
+  check "$name: has tried all" grep -aqE '^[0-9]{3} agree, 0 differ, 0 not run$' "$kit/report"
+  check "$name: leaves the registry as it was" same_registry "$work/acceptance.reg"
+  check "$name: leaves no file behind" same_files
+
+  # Excel that is not what the kit expects: another log of a macro, and a fact that is none.
+  iconv -f UTF-16LE -t UTF-8 "$kit/expected.txt" |
+    sed -e 's/^first: True True False$/first: False False True/' -e 's/Interior.ColorIndex => 15$/Interior.ColorIndex => 16/' |
+    iconv -f UTF-8 -t UTF-16LE > "$kit/other.txt"
+  cmp -s "$kit/expected.txt" "$kit/other.txt"
+  check "$name: something else is expected" test $? -eq 1
+  mv "$kit/other.txt" "$kit/expected.txt"
+  kit_run 1
+  report "$name: tells that Excel differs" $?
+  check "$name: in these two" test "$(grep -a '^DIFFERS' "$kit/report" | tr '\n' ' ')" = "DIFFERS  reports_locking DIFFERS  excel_formats "
+  check "$name: with both lines" grep -aqF '    here:     sheet.Range("A1").Interior.ColorIndex => 15' "$kit/report"
+
+  mkdir "$prefix/drive_c/QVA_Xl"
+  touch "$prefix/drive_c/QVA_Xl/mano.txt"
+  kit_run 2
+  report "$name: does nothing where its folder is somebody's" $?
+  check "$name: leaves that folder alone" test -e "$prefix/drive_c/QVA_Xl/mano.txt"
+  rm -r "$prefix/drive_c/QVA_Xl"
+  wine_run "$reg" delete 'HKLM\Software\Classes\Excel.Application' /f > /dev/null
+}
+# Runs the kit; whether its exit status is this one.
+kit_run() {
+  tools/wine-run.sh --timeout 200 "$prefix" cmd /c "$(windows_path "$work/acceptance/acceptance.cmd")" \
+    "$(windows_path "$work/acceptance/report.txt")"
+  local status=$?
+  iconv -f UTF-16 -t UTF-8 "$work/acceptance/report.txt" | tr -d '\r' > "$work/acceptance/report"
+  grep -av '^agrees' "$work/acceptance/report"
+  [[ $status -eq $1 ]]
+}
+same_files() { (cd "$prefix/drive_c" && find . | sort) | diff "$work/acceptance.files" -; }
 without_host() {
   local output
   output=$(wine_run "$1" //nologo "$(windows_path "$PWD/tests/com/demo/without_host.vbs")" "$2" 2>&1 | tr -d '\r')
