@@ -140,7 +140,7 @@ sub write_acceptance {
 
 # Facts of Excel as procedures, their names, and what each is to log. The file's own comment tells its form.
 sub facts {
-  my ($code, @facts, %expected, $name) = ('');
+  my ($code, $name, @facts, %expected, %lines) = ('');
   for (split /\n/, shift) {
     next if /^\s*(?:#|$)/;
     if (/^== (\w+)$/) {
@@ -150,19 +150,17 @@ sub facts {
     } elsif (/^([?!]) (.*\S)\s+=> (.*)$/) {
       my ($kind, $what, $result) = ($1, $2, $3);
       my $text = '"' . $what =~ s/"/""/gr . '"';
-      push @{$expected{code}{$name}}, $kind eq '?' ? ("LogFact $text, $what", 1) : ("$what\nLogStatement $text", 1);
+      push @{$lines{$name}}, $kind eq '?' ? "result = Empty\nresult = $what\nLogFact $text, result" : "$what\nLogStatement $text";
       $expected{$name} .= "$what => $result\n";
     } else {
-      push @{$expected{code}{$name}}, $_, 0;
+      push @{$lines{$name}}, $_;
     }
   }
-  my $lines = delete $expected{code};
   for my $fact (@facts) {
-    my @lines = @{$lines->{$fact}};
-    my $body = join '', map { "$lines[2 * $_]\n" } 0 .. $#lines / 2;
+    my $body = join '', map { "$_\n" } @{$lines{$fact}};
     $code .= <<END;
 Sub Macro_$fact
-Dim app, book, sheet, other, item
+Dim app, book, sheet, other, item, result
 On Error Resume Next
 Set app = TheApplication()
 Set book = TheWorkbook()
@@ -187,10 +185,9 @@ sub with_difference {
   while ($difference =~ /^(\d+)(?:,(\d+))?([acd])\d+(?:,\d+)?\n((?:[<>-].*\n)*)/mg) {
     my ($first, $last, $kind, $body) = ($1, $2 // $1, $3, $4);
     my @new = map { "$_\n" } $body =~ /^> (.*)$/mg;
-    # Marked, so that later places stay where they are.
-    if ($kind eq 'a') { $lines[$first - 1] .= join '', @new; next }
-    $lines[$_] = '' for $first - 1 .. $last - 1;
-    $lines[$first - 1] = join '', @new;
+    # Removed lines stay as empty ones, so that later places are where they were.
+    if ($kind ne 'a') { $lines[$_ - 1] = '' for $first .. $last }
+    $lines[$first - 1] .= join '', @new;
   }
   return join '', @lines;
 }

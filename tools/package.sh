@@ -89,6 +89,6 @@ cp "$x64/qva-doctor.exe" "$zip"
 cp "$x86/qva-doctor.exe" "$zip/x86"
 tools/sign.sh "$zip"/*.exe "$zip"/x??/*.{dll,exe}
 pack "$zip" "$output/QVA_Varnholt-$version.zip"
-# All of it but the scripts is in the setup program, too, which registers by itself.
-rm "$zip"/*.cmd
+# All of it but the scripts and the acceptance kit is in the setup program, too, which registers by itself.
+rm -r "$zip"/*.cmd "$zip/acceptance"
 tools/setup.sh "$zip" "$version" "$output/QVA_Varnholt-$version-setup.exe"

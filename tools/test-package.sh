@@ -18,6 +18,7 @@ for sample in samples/*.fods; do
   check "Excel finds $name with its macros" tools/check-excel-workbook.py "$sample" "$work/zip/samples/$name.xlsm"
 done
 check "the help is beside either library" cmp "$work/zip/x64/FReport.chm" "$work/zip/x86/FReport.chm"
+check "the acceptance kit is in it" test -s "$work/zip/acceptance/acceptance.cmd" -a -s "$work/zip/acceptance/expected.txt"
 check "the doctor is in it for either bitness" test -s "$work/zip/qva-doctor.exe" -a -s "$work/zip/x86/qva-doctor.exe"
 
 # --- The extension -------------------------------------------------------------------------------------------
@@ -310,7 +311,7 @@ home=$(ls -d "$work"/prefix/drive_c/users/[!P]*)/AppData/Local/Programs/QVA_Varn
 folder=C:$(tr / '\\' <<< "${home#*/drive_c}")
 check "the setup program installs" wine_run "$(windows_path "$setup")" /S
 check "for the user" is_registered HKCU "$folder\\$version"
-check "what is in the zip" diff -rq -x QVA_Varnholt.files -x "*.cmd" "$work/zip" "$home/$version"
+check "what is in the zip" diff -rq -x QVA_Varnholt.files -x "*.cmd" -x acceptance "$work/zip" "$home/$version"
 check "and removes it" wine_run "$folder\\uninstall.exe" /S "_?=$folder"
 check "without a trace" is_unregistered
 check "but for the uninstaller that ran there" test "$(ls "$home")" = uninstall.exe

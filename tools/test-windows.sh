@@ -231,7 +231,7 @@ demo_host() {
     check "$name: sample $sample has the figures that it has on Linux" sample_figures "$sample" "$cscript"
   done
   check "$name: has its database in the user's own folder" test -s "$prefix"/drive_c/users/*/AppData/Local/QVA_Varnholt/host.sqlite
-  acceptance "$1" "$reg"
+  acceptance "$1" "$build" "$regsvr32" "$reg"
   wine_run "$regsvr32" /s /u "$demo"
 
   wine_run "$regsvr32" /s "$bench"
@@ -241,7 +241,10 @@ demo_host() {
 }
 # The acceptance kit on the bench's Excel, which goes by the name of the real one; library and demo host are registered.
 acceptance() {
-  local name="$1: acceptance kit" reg=$2 kit=$work/acceptance
+  local name="$1: acceptance kit" build=$2 regsvr32=$3 reg=$4 kit=$work/acceptance
+  local dll bitness=x64
+  dll=$(windows_path "$build/QVA_Varnholt.dll")
+  [[ $1 == 64-bit ]] || bitness=x86
   rm -rf "$kit"
   tools/corpus.pl acceptance "$kit" && sed 's/$/\r/' packaging/windows/acceptance/acceptance.cmd > "$kit/acceptance.cmd" ||
     { report "$name: can be made" 1; return; }
@@ -274,6 +277,16 @@ acceptance() {
   report "$name: does nothing where its folder is somebody's" $?
   check "$name: leaves that folder alone" test -e "$prefix/drive_c/QVA_Xl/mano.txt"
   rm -r "$prefix/drive_c/QVA_Xl"
+
+  # Where the library is not registered the kit does so for the user, and this Wine finds no classes of a user's.
+  wine_run "$regsvr32" /s /u "$dll"
+  registry "$work/acceptance.reg"
+  mkdir -p "$work/$bitness"
+  cp "$build/QVA_Varnholt.dll" "$work/$bitness"
+  kit_run 2
+  check "$name: registers what is not registered" grep -aq '^The library cannot be created: 429 ' "$kit/report"
+  check "$name: removes what it registered" same_registry "$work/acceptance.reg"
+  wine_run "$regsvr32" /s "$dll"
   wine_run "$reg" delete 'HKLM\Software\Classes\Excel.Application' /f > /dev/null
 }
 # Runs the kit; whether its exit status is this one.
