@@ -31,7 +31,7 @@ mkdir -p "$files"/{x64,x86,samples}
 cp "$x64/QVA_Varnholt.dll" "$files/x64"
 cp "$x86/QVA_Varnholt.dll" "$files/x86"
 echo 'Balansas' > "$files/samples/Balansas ą.txt"
-make_setup() { tools/setup.sh "${@:3}" "$files" "$1" "$work/$2.exe" > /dev/null; }
+make_setup() { tools/setup.sh --quick "${@:3}" "$files" "$1" "$work/$2.exe" > /dev/null; }
 # With a library of one bitness that does not load.
 make_broken_setup() {
   local library=$files/$1/QVA_Varnholt.dll status
@@ -62,7 +62,7 @@ signature() {
   check "libraries are signed with a certificate" tools/sign.sh "$work/signed"/x??/*.dll
   check "the 64-bit one" is_signed "$work/signed/x64/QVA_Varnholt.dll"
   check "the 32-bit one" is_signed "$work/signed/x86/QVA_Varnholt.dll"
-  make_signed_setup() { tools/setup.sh "$work/signed" 1.3.0 "$work/$1.exe" > "$work/$1.log" 2>&1; }
+  make_signed_setup() { tools/setup.sh --quick "$work/signed" 1.3.0 "$work/$1.exe" > "$work/$1.log" 2>&1; }
   check "the setup program is made with a certificate" make_signed_setup signed
   check "and signed" is_signed "$work/signed.exe"
   check "without one it is not" is_unsigned "$work/first.exe"
