@@ -67,8 +67,8 @@ TEST_F(CalcFailingReport, TellsWhatTheReportItselfFound) {
   Insert(workbook, "\n    RasytiLikucius\n", "    Sritis(&quot;Skirtumas&quot;).Value = 1\n");
   const fs::path file = folder / "unequal.fods";
   std::ofstream(file) << workbook;
-  const RunResult run = RunWorkbook(file, {"--no-picture", "--form-answers",
-                                           (SourceFolder() / "samples/balance.answers").string()});
+  const RunResult run = RunWorkbook(
+      file, {"--no-picture", "--form-answers", (SourceFolder() / "samples/balance.answers").string()});
   EXPECT_THAT(run.messages, HasSubstr("Turtas nelygus nuosavam kapitalui ir įsipareigojimams."));
 }
 
