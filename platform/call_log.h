@@ -36,7 +36,7 @@ struct CallLogSettings {
 void SetCallLog(CallLogSettings settings);
 
 /// A file becomes <file>.1 when it reaches this size.
-inline constexpr std::uint64_t kLargestCallLog = 4 * 1024 * 1024;
+inline constexpr std::uint64_t kLargestCallLog = std::uint64_t{4} * 1024 * 1024;
 
 /// One call. Nothing of it raises, and a line that cannot be written is no failure of the call. Costs one
 /// comparison while the log is off.
