@@ -16,9 +16,10 @@ x64=build/windows-x64 x86=build/windows-x86
 work=$(mktemp -d)
 prefix=$work/prefix screen= holder=
 finish() {
-  [[ -z $screen ]] || kill "$screen" 2> /dev/null
   rm -f "$work/held"
+  # Programs go before their screen, which some would miss aloud.
   WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null
+  [[ -z $screen ]] || kill "$screen" 2> /dev/null
   rm -rf "$work"
 }
 trap finish EXIT
