@@ -1,6 +1,6 @@
 # The tests of the Windows adapters and of the server: console programs that run under Wine.
-# One by one: some need to run before others, which this compiler's programs do from the last source to the first.
-set(CMAKE_UNITY_BUILD OFF)
+# Most of the time goes into what all of them include.
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 4)
 
 set(googletest /usr/src/googletest)  # Debian's package of the sources
 add_library(qva_windows_gtest STATIC ${googletest}/googletest/src/gtest-all.cc
@@ -8,9 +8,14 @@ add_library(qva_windows_gtest STATIC ${googletest}/googletest/src/gtest-all.cc
 target_include_directories(qva_windows_gtest SYSTEM PUBLIC ${googletest}/googletest/include
                                                            ${googletest}/googlemock/include)
 target_include_directories(qva_windows_gtest PRIVATE ${googletest}/googletest ${googletest}/googlemock)
-target_compile_options(qva_windows_gtest PRIVATE -w)
+target_compile_options(qva_windows_gtest PRIVATE -w -Og)
 
-# Tests are compiled as often as they are run. No header of our own is precompiled: see tests/CMakeLists.txt.
+# Tests, and what they alone use, are compiled as often as they are run.
+foreach(stand_in qva_commandbars qva_memory)
+  target_compile_options(${stand_in} PRIVATE -Og)
+endforeach()
+
+# No header of our own is precompiled: see tests/CMakeLists.txt.
 function(qva_windows_test_program name)
   target_compile_options(${name} PRIVATE -Og)
   target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <functional> <map> <sstream>
@@ -24,8 +29,7 @@ if(CMAKE_SIZEOF_VOID_P EQUAL 8)
   file(GLOB seam_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/platform/*.cpp
        ${CMAKE_SOURCE_DIR}/tests/platform/memory/*.cpp ${CMAKE_SOURCE_DIR}/tests/platform/recordset/*.cpp)
   list(FILTER seam_test_sources EXCLUDE REGEX "unattended_")
-  # Their fixtures put services of their own in the place of Windows'; this compiler's programs run the last source first.
-  list(PREPEND windows_test_sources ${seam_test_sources})
+  list(APPEND windows_test_sources ${seam_test_sources})
 else()
   list(FILTER windows_test_sources EXCLUDE REGEX "/(form|grid|list_chooser)_[a-z_]*_test\\.cpp$")
 endif()
@@ -36,6 +40,7 @@ qva_windows_test_program(qva_windows_tests)
 # The test bench: the in-memory Excel and host as automation objects, and the clients that drive the library.
 qva_sources(bench_sources tests/com/bench)
 add_library(QVA_TestBench SHARED ${bench_sources} tests/com/bench/QVA_TestBench.def ${visual_styles})
+target_compile_options(QVA_TestBench PRIVATE -Og)
 set_target_properties(QVA_TestBench PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 target_link_libraries(QVA_TestBench PRIVATE qva_com qva_memory)
 target_link_options(QVA_TestBench PRIVATE -Wl,--enable-stdcall-fixup)

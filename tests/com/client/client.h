@@ -138,6 +138,9 @@ class ServerTest : public testing::Test {
     SetErrorInfo(0, nullptr);
     EXPECT_EQ(CanUnload(), S_OK);
     FreeLibrary(module_);
+    // Each test meets the library as a new process does. COM keeps what it loaded until it is asked.
+    CoFreeUnusedLibrariesEx(0, 0);
+    EXPECT_EQ(GetModuleHandleW(LibraryPath().c_str()), nullptr);
   }
 
   template <class Function>
