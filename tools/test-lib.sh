@@ -54,18 +54,28 @@ sum_up() {
 
 # --- Wine: the script says what wine_run is, and has a folder $work -------------------------------------------
 
-# Everything that programs keep in the registry, or in the given keys, as text. Wine's own settings come and go.
+# Everything that programs keep in the registry, as text. Wine's own settings come and go, and so do its fonts, with the
+# code page of who asked for them last. Keys that hold nothing but other keys are not told.
+#   registry <file>
 registry() {
-  local file=$1 key
-  shift
-  [[ $# -gt 0 ]] || set -- 'HKLM\Software' 'HKCU\Software'
-  for key; do
-    wine_run reg export "$key" "$(windows_path "$work/key.reg")" /y > /dev/null || return 1
-    iconv -f UTF-16 -t UTF-8 "$work/key.reg"
-  done | tr -d '\r' | awk 'BEGIN { RS = ""; ORS = "\n\n" } !/^\[HKEY_CURRENT_USER\\Software\\Wine[\\\]]/' > "$file"
+  local saver=$work/save-registry.exe
+  [[ -e $saver ]] ||
+    x86_64-w64-mingw32-gcc -Wall -Wextra -Werror -municode -o "$saver" tools/save-registry.c -ladvapi32 || return 1
+  wine_run "$(windows_path "$saver")" "$(windows_path "$work/saved")" || return 1
+  perl -ne '
+    BEGIN { %roots = (machine => "HKEY_LOCAL_MACHINE", user => "HKEY_CURRENT_USER") }
+    if (/^\[(.*)\] \d+$/) {
+      $key = $1 =~ s/\\\\/\\/gr;
+      $root = $roots{ $ARGV =~ s/.*\.//r };
+      $kept = $key !~ /^Microsoft\\Windows( NT)?\\CurrentVersion\\Font(s|Substitutes)$/ &&
+        ($root ne "HKEY_CURRENT_USER" || $key !~ /^Wine(\\|$)/);
+      $_ = "[$root\\Software\\$key]\n";
+    }
+    print if $kept && !/^#/;
+    $kept = 0 if eof' "$work/saved.machine" "$work/saved.user" > "$1"
 }
 same_registry() {
-  registry "$work/now.reg" "${@:2}" && diff -U4 "$1" "$work/now.reg" > "$work/difference"
+  registry "$work/now.reg" && diff -U4 "$1" "$work/now.reg" > "$work/difference"
   local status=$?
   head -n 20 "$work/difference"
   return $status
