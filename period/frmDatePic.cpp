@@ -8,7 +8,7 @@ namespace {
 
 /// Empty but while a picker is shown.
 std::unique_ptr<frmDatePic>& TheForm() {
-  static std::unique_ptr<frmDatePic> form;
+  static auto& form = *new std::unique_ptr<frmDatePic>;  // never destroyed: a host ends as it likes
   return form;
 }
 

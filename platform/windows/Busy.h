@@ -1,8 +1,6 @@
 // Servers that are busy for the moment.
 #pragma once
 
-#include <utility>
-
 #include "platform/windows/WindowsApi.h"
 
 namespace qva::windows {
@@ -18,15 +16,34 @@ inline bool IsBusy(HRESULT code) {
   return code == RPC_E_CALL_REJECTED || code == RPC_E_SERVERCALL_RETRYLATER || code == kExcelIsEditing;
 }
 
-/// Makes a call, again and again while the server is busy and the limit is not reached. Result: the last
+/// What one operation may wait for busy servers, all its calls together: an operation of a hundred calls
+/// keeps its user waiting no longer than one of a single call. Within an operation of the same thread that
+/// began earlier it is that one's. Lives on the stack.
+class BusyBudget {
+ public:
+  BusyBudget();
+  ~BusyBudget();
+  BusyBudget(const BusyBudget&) = delete;
+  BusyBudget& operator=(const BusyBudget&) = delete;
+
+  /// Waits a moment. False, at once, when the limit is reached.
+  bool Pause();
+
+ private:
+  const DWORD thread_ = GetCurrentThreadId();
+  BusyBudget* whole_ = this;    ///< the thread's outermost, which counts
+  BusyBudget* next_ = nullptr;  ///< another thread's
+  ULONGLONG waited_ = 0;        ///< milliseconds
+};
+
+/// Makes a call, again and again while the server is busy and the operation's budget lasts. Result: the last
 /// answer.
 template <class Call>
 HRESULT RetryWhileBusy(Call&& call) {
-  const ULONGLONG start = GetTickCount64();
+  BusyBudget budget;
   for (;;) {
     const HRESULT code = call();
-    if (!IsBusy(code) || GetTickCount64() - start >= kBusyLimitMilliseconds) return code;
-    Sleep(kBusyPauseMilliseconds);
+    if (!IsBusy(code) || !budget.Pause()) return code;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/windows/DeviceContext.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
@@ -33,27 +34,18 @@ struct EmptyTemplate {
 /// Measures texts on a window in a font.
 class TextMeasure {
  public:
-  TextMeasure(HWND window, HFONT font) : window_(window), context_(GetDC(window)) {
-    if (font) before_ = SelectObject(context_, font);
-  }
-  TextMeasure(const TextMeasure&) = delete;
-  TextMeasure& operator=(const TextMeasure&) = delete;
-  ~TextMeasure() {
-    if (before_) SelectObject(context_, before_);
-    ReleaseDC(window_, context_);
-  }
+  TextMeasure(HWND window, HFONT font) : context_(window), font_(context_.get(), font) {}
 
   SIZE SizeOf(std::u16string_view text, int greatest_width) const {
     RECT area{0, 0, greatest_width, 0};
-    DrawTextW(context_, Wide(text.data()), static_cast<int>(text.size()), &area,
+    DrawTextW(context_.get(), Wide(text.data()), static_cast<int>(text.size()), &area,
               DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX | DT_EXPANDTABS);
     return {area.right, area.bottom};
   }
 
  private:
-  HWND window_;
-  HDC context_;
-  HGDIOBJ before_ = nullptr;
+  WindowContext context_;
+  Selected font_;
 };
 
 struct Dialog {

@@ -6,6 +6,7 @@
 #include "platform/text.h"
 #include "platform/windows/Busy.h"
 #include "platform/windows/Error.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
 
@@ -48,12 +49,9 @@ bool IsThereForOtherBitness(const CLSID& class_id) {
   StringFromGUID2(class_id, text, 39);
   const std::wstring path = L"CLSID\\" + std::wstring(text) + L"\\InprocServer32";
   HKEY key = nullptr;
-  if (RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_QUERY_VALUE | kOtherView, &key) !=
-      ERROR_SUCCESS) {
-    return false;
-  }
-  RegCloseKey(key);
-  return true;
+  const LSTATUS code = RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_QUERY_VALUE | kOtherView, &key);
+  const RegistryHandle owner(key);
+  return code == ERROR_SUCCESS;
 }
 
 /// "0x80040154, not registered for 64-bit", or with the system's text for another code.

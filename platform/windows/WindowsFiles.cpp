@@ -6,6 +6,7 @@
 #include "platform/date.h"
 #include "platform/temporary_name.h"
 #include "platform/text.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 
@@ -91,32 +92,18 @@ std::u16string FolderOf(std::u16string_view whole_path) {
   return std::u16string(whole_path.substr(0, whole_path.rfind(u'\\') + 1));
 }
 
-class FileHandle {
- public:
-  explicit FileHandle(HANDLE handle) : handle_(handle) {}
-  FileHandle(FileHandle&& other) noexcept : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)) {}
-  FileHandle& operator=(FileHandle&&) = delete;
-  ~FileHandle() {
-    if (handle_ != INVALID_HANDLE_VALUE) CloseHandle(handle_);
-  }
-
-  HANDLE get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
-
 /// The bytes of an open file, written at its end.
 class OpenFile : public ByteFile {
  public:
   OpenFile(const std::u16string& path, ChannelMode mode)
-      : file_(mode == ChannelMode::Input
-                  ? CreateFileW(WideText(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)
-                  : CreateFileW(WideText(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                mode == ChannelMode::Output ? CREATE_ALWAYS : OPEN_ALWAYS,
-                                FILE_ATTRIBUTE_NORMAL, nullptr)) {
-    if (file_.get() == INVALID_HANDLE_VALUE) throw LastError();
+      : file_(OwnFileHandle(mode == ChannelMode::Input
+                                ? CreateFileW(WideText(path).c_str(), GENERIC_READ,
+                                              FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                                              FILE_ATTRIBUTE_NORMAL, nullptr)
+                                : CreateFileW(WideText(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                              mode == ChannelMode::Output ? CREATE_ALWAYS : OPEN_ALWAYS,
+                                              FILE_ATTRIBUTE_NORMAL, nullptr))) {
+    if (!file_) throw LastError();
   }
 
   std::size_t Read(std::span<char> buffer) override {
@@ -143,7 +130,7 @@ class OpenFile : public ByteFile {
   }
 
  private:
-  FileHandle file_;
+  Handle file_;
 };
 
 /// A stream of the automation object.
@@ -169,10 +156,10 @@ std::unique_ptr<TextStream> StreamOf(const Value& result) {
 
 /// Sees to it that what was written is on the disk; false when it may not be.
 bool Flush(const std::wstring& path, DWORD flags) {
-  const FileHandle file(CreateFileW(path.c_str(), GENERIC_WRITE,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_EXISTING, flags, nullptr));
-  return file.get() != INVALID_HANDLE_VALUE && FlushFileBuffers(file.get());
+  const Handle file = OwnFileHandle(CreateFileW(path.c_str(), GENERIC_WRITE,
+                                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                                nullptr, OPEN_EXISTING, flags, nullptr));
+  return file && FlushFileBuffers(file.get());
 }
 
 /// A copy of a file beside the one that it is to replace, deleted again unless it did.
@@ -295,13 +282,13 @@ std::vector<std::u16string> WindowsFiles::Find(std::u16string_view folder, std::
   if (!FolderExists(folder)) return names;
   WIN32_FIND_DATAW entry;
   // All of them: Windows' own patterns also look at the short names of files, which nobody sees.
-  const HANDLE search = FindFirstFileW((WideText(folder) + L"\\*").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return names;
+  const auto search =
+      OwnFileHandle<SearchHandle>(FindFirstFileW((WideText(folder) + L"\\*").c_str(), &entry));
+  if (!search) return names;
   do {
     std::u16string found = TextOf(entry.cFileName);
     if (!IsFolder(entry.dwFileAttributes) && FitsPattern(found, name)) names.push_back(std::move(found));
-  } while (FindNextFileW(search, &entry));
-  FindClose(search);
+  } while (FindNextFileW(search.get(), &entry));
   return names;
 }
 

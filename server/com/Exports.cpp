@@ -6,6 +6,7 @@
 
 #include "global/Globals.h"
 #include "global/StartUp.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
 #include "platform/windows/WideText.h"
@@ -26,16 +27,14 @@ Registration OwnRegistration() {
 
 /// Writes a file for the user's tools. Raises nothing; result as for the exports.
 HRESULT WriteUnicodeFile(const std::wstring& path, const std::wstring& content) {
-  HANDLE file =
-      CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return HRESULT_FROM_WIN32(GetLastError());
+  const windows::Handle file = windows::OwnFileHandle(
+      CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return HRESULT_FROM_WIN32(GetLastError());
   const std::wstring text = L'\xFEFF' + content;
   DWORD written = 0;
-  const BOOL done =
-      WriteFile(file, text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &written, nullptr);
-  const HRESULT code = done ? S_OK : HRESULT_FROM_WIN32(GetLastError());
-  CloseHandle(file);
-  return code;
+  const BOOL done = WriteFile(file.get(), text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)),
+                              &written, nullptr);
+  return done ? S_OK : HRESULT_FROM_WIN32(GetLastError());
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/call_log.h"
+#include "platform/windows/Busy.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
 #include "server/com/AutomationTypes.h"
@@ -143,6 +144,7 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
   if (!arguments || !IsSound(*arguments)) return E_INVALIDARG;
   if (result) VariantInit(result);
   const ObjectPtr object = object_;
+  const windows::BusyBudget operation;
   LateArguments late;
   const Member* member = nullptr;
   LoggedCall logged;
@@ -183,6 +185,7 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
 HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* result,
                                const void* const* raw) const noexcept {
   const ObjectPtr object = object_;
+  const windows::BusyBudget operation;
   LoggedCall logged;
   try {
     const Member& member = table_->members().at(place);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/windows/Handle.h"
+
 namespace qva::com {
 namespace {
 
@@ -179,8 +181,8 @@ std::wstring RegistrationFailure::Message() const {
   const DWORD length = FormatMessageW(
       FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
       static_cast<DWORD>(code), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+  const windows::LocalMemory<wchar_t> owner(text);
   std::wstring reason(text ? text : L"", length);
-  LocalFree(text);
   while (!reason.empty() && reason.back() <= L' ') reason.pop_back();
   return L"QVA_Varnholt: the registry key " + key + L" could not be changed: " + reason + L" (" +
          std::to_wstring(code) + L")";

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/windows/Busy.h"
 #include "platform/windows/ComPtr.h"
 #include "server/com/ServerModule.h"
 
@@ -34,6 +35,7 @@ class ClassFactory final : public IClassFactory {
     if (!result) return E_POINTER;
     *result = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
+    const windows::BusyBudget operation;
     try {
       const auto object = windows::ComPtr<IDispatch>::Adopt(WrapObject(create_()));
       return object->QueryInterface(interface_id, result);

@@ -1,6 +1,7 @@
 #include "server/demo/HostClasses.h"
 
 #include "platform/host.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
 
 namespace qva::demo {
@@ -52,7 +53,7 @@ bool IsForeign(const HostClass& host_class, com::Scope scope) {
   HKEY key = nullptr;
   const LSTATUS code =
       RegOpenKeyExW(HiveOf(scope), (kClassesKey + Identifier(host_class)).c_str(), 0, KEY_QUERY_VALUE, &key);
-  if (code == ERROR_SUCCESS) RegCloseKey(key);
+  const windows::RegistryHandle owner(key);
   return code != ERROR_FILE_NOT_FOUND && ClassIn(host_class, scope) != host_class.class_id;
 }
 

@@ -2,6 +2,7 @@
 
 #include <dispex.h>
 
+#include "platform/windows/Busy.h"
 #include "tests/windows/test_types.h"
 #include "tests/windows/windows_test.h"
 
@@ -295,6 +296,32 @@ TEST_F(DispatchObjectTest, GivesUpOnAServerThatStaysBusy) {
   EXPECT_GE(passed, 1900u);
   EXPECT_LE(passed, 4000u);
   EXPECT_GT(dispatch->calls, 5);
+}
+
+TEST_F(DispatchObjectTest, AnOperationOfManyCallsWaitsForABusyServerOnce) {
+  Fail(RPC_E_CALL_REJECTED);
+  const BusyBudget operation;
+  const ULONGLONG start = GetTickCount64();
+  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
+  const int calls = dispatch->calls;
+  for (int i = 0; i < 47; ++i) {
+    EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
+  }
+  EXPECT_LE(GetTickCount64() - start, 4000u);
+  EXPECT_EQ(dispatch->calls, calls + 47) << "each is tried";
+}
+
+TEST_F(DispatchObjectTest, EachOperationWaitsForABusyServerAnew) {
+  for (int i = 0; i < 2; ++i) {
+    const BusyBudget operation;
+    int asked = 0;
+    dispatch->invoke = [&](const InvokeCall& call) {
+      if (++asked < 25) return RPC_E_CALL_REJECTED;  // more than half of the limit
+      *call.result = ToVariant(u"done").Detach();
+      return S_OK;
+    };
+    EXPECT_EQ(Get(object, u"Alpha"), Value(u"done"));
+  }
 }
 
 TEST_F(DispatchObjectTest, ReferencesAreBackWhereTheyWere) {

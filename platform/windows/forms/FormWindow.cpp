@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/VisualStyles.h"
 
@@ -177,18 +178,14 @@ void FormWindow::FindPageColor() {
   if (!tabs_) return;
   RECT area;
   GetClientRect(tabs_->window(), &area);
-  HDC screen = GetDC(window());
-  HDC memory = CreateCompatibleDC(screen);
-  HBITMAP bitmap = CreateCompatibleBitmap(screen, area.right, area.bottom);
-  ReleaseDC(window(), screen);
-  HGDIOBJ before = SelectObject(memory, bitmap);
-  FillRect(memory, &area, GetSysColorBrush(COLOR_BTNFACE));
-  SendMessageW(tabs_->window(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory), PRF_CLIENT);
-  const COLORREF color = GetPixel(memory, area.right / 2, area.bottom / 2);
+  const WindowContext screen(window());
+  const MemoryContext memory(CreateCompatibleDC(screen.get()));
+  const Bitmap bitmap(CreateCompatibleBitmap(screen.get(), area.right, area.bottom));
+  const Selected selected(memory.get(), bitmap.get());
+  FillRect(memory.get(), &area, GetSysColorBrush(COLOR_BTNFACE));
+  SendMessageW(tabs_->window(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(memory.get()), PRF_CLIENT);
+  const COLORREF color = GetPixel(memory.get(), area.right / 2, area.bottom / 2);
   if (color != CLR_INVALID) page_color_ = color;
-  SelectObject(memory, before);
-  DeleteObject(bitmap);
-  DeleteDC(memory);
 }
 
 LRESULT FormWindow::PageBrush(HDC context) const {

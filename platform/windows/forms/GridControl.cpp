@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/error.h"
+#include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/GridHeader.h"
@@ -27,12 +28,10 @@ bool IsDown(int key) {
 
 /// The height of a line of text in a font.
 int TextHeight(HWND window, HFONT font) {
-  HDC context = GetDC(window);
-  HGDIOBJ before = font ? SelectObject(context, font) : nullptr;
+  const WindowContext context(window);
+  const Selected selected(context.get(), font);
   TEXTMETRICW metrics{};
-  GetTextMetricsW(context, &metrics);
-  if (before) SelectObject(context, before);
-  ReleaseDC(window, context);
+  GetTextMetricsW(context.get(), &metrics);
   return static_cast<int>(metrics.tmHeight);
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "platform/windows/DeviceContext.h"
 #include "platform/windows/forms/GridPainter.h"
 
 namespace qva::windows {
@@ -33,23 +34,9 @@ struct Caption {
   int width;
 };
 
-/// Selects a window's font into a context for as long as it lives.
-class FontOf {
- public:
-  FontOf(HWND window, HDC context) : context_(context) {
-    const LRESULT font = SendMessageW(window, WM_GETFONT, 0, 0);
-    if (font) before_ = SelectObject(context, reinterpret_cast<HFONT>(font));
-  }
-  FontOf(const FontOf&) = delete;
-  FontOf& operator=(const FontOf&) = delete;
-  ~FontOf() {
-    if (before_) SelectObject(context_, before_);
-  }
-
- private:
-  HDC context_;
-  HGDIOBJ before_ = nullptr;
-};
+HFONT FontOf(HWND window) {
+  return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+}
 
 /// As the system does it for a heading that is no button.
 void PaintBackground(HWND header, HDC context, RECT area) {
@@ -65,18 +52,15 @@ void PaintBackground(HWND header, HDC context, RECT area) {
 }  // namespace
 
 int HeaderHeight(HWND header, int one_line) {
-  HDC context = GetDC(header);
+  const WindowContext context(header);
+  const Selected font(context.get(), FontOf(header));
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(context.get(), &metrics);
   int more = 0;
-  {
-    const FontOf font(header, context);
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(context, &metrics);
-    const auto count = static_cast<WPARAM>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
-    for (WPARAM i = 0; i < count; ++i) {
-      more = std::max(more, Caption(header, i).Height(context) - static_cast<int>(metrics.tmHeight));
-    }
+  const auto count = static_cast<WPARAM>(SendMessageW(header, HDM_GETITEMCOUNT, 0, 0));
+  for (WPARAM i = 0; i < count; ++i) {
+    more = std::max(more, Caption(header, i).Height(context.get()) - static_cast<int>(metrics.tmHeight));
   }
-  ReleaseDC(header, context);
   return one_line + more;
 }
 
@@ -85,7 +69,7 @@ LRESULT DrawHeader(const NMCUSTOMDRAW& draw) {
   if (draw.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
   HWND header = draw.hdr.hwndFrom;
   const Caption caption(header, draw.dwItemSpec);
-  const FontOf font(header, draw.hdc);
+  const Selected font(draw.hdc, FontOf(header));
   PaintBackground(header, draw.hdc, draw.rc);
   const LONG top = (draw.rc.top + draw.rc.bottom - caption.Height(draw.hdc)) / 2;
   RECT area{draw.rc.left + kCellPadding, top, draw.rc.left + kCellPadding + caption.width, draw.rc.bottom};

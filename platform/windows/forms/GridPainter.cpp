@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
 
 namespace qva::windows {
@@ -14,47 +15,28 @@ class Buffer {
       : target_(target),
         area_(area),
         context_(CreateCompatibleDC(target)),
-        bitmap_(CreateCompatibleBitmap(target, area.right - area.left, area.bottom - area.top)) {
-    before_ = SelectObject(context_, bitmap_);
-    SetViewportOrgEx(context_, -area.left, -area.top, nullptr);
+        bitmap_(CreateCompatibleBitmap(target, area.right - area.left, area.bottom - area.top)),
+        selected_(context_.get(), bitmap_.get()) {
+    SetViewportOrgEx(context(), -area.left, -area.top, nullptr);
   }
   Buffer(const Buffer&) = delete;
   Buffer& operator=(const Buffer&) = delete;
   ~Buffer() {
     if (is_usable()) {
-      BitBlt(target_, area_.left, area_.top, area_.right - area_.left, area_.bottom - area_.top, context_,
+      BitBlt(target_, area_.left, area_.top, area_.right - area_.left, area_.bottom - area_.top, context(),
              area_.left, area_.top, SRCCOPY);
     }
-    if (before_) SelectObject(context_, before_);
-    if (bitmap_) DeleteObject(bitmap_);
-    if (context_) DeleteDC(context_);
   }
 
-  bool is_usable() const { return context_ && before_; }
-  HDC context() const { return context_; }
+  bool is_usable() const { return context_ && selected_; }
+  HDC context() const { return context_.get(); }
 
  private:
   HDC target_;
   RECT area_;
-  HDC context_;
-  HBITMAP bitmap_;
-  HGDIOBJ before_;
-};
-
-/// Selects an object into a context for as long as it lives.
-class Selected {
- public:
-  Selected(HDC context, HGDIOBJ object)
-      : context_(context), before_(object ? SelectObject(context, object) : nullptr) {}
-  Selected(const Selected&) = delete;
-  Selected& operator=(const Selected&) = delete;
-  ~Selected() {
-    if (before_) SelectObject(context_, before_);
-  }
-
- private:
-  HDC context_;
-  HGDIOBJ before_;
+  MemoryContext context_;
+  Bitmap bitmap_;
+  Selected selected_;
 };
 
 void Fill(HDC context, const RECT& area, int color) {

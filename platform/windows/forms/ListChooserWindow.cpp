@@ -39,7 +39,7 @@ constexpr int kGreatestColumn = 240;
 
 constexpr std::size_t kMeasuredRows = 200;  // for the columns' widths; more would take too long
 
-constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME;  // without an icon
+constexpr DWORD kListStyle = WS_EX_DLGMODALFRAME;  // without an icon
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
 
 /// A dialog template without controls: they are created when the dialog knows its scale.
@@ -63,7 +63,7 @@ class Chooser {
     const VisualStyles styles;
     EmptyTemplate empty{};
     empty.dialog.style = kStyle | DS_SETFOREGROUND;
-    empty.dialog.dwExtendedStyle = kExtendedStyle;
+    empty.dialog.dwExtendedStyle = kListStyle;
     DialogBoxIndirectParamW(OwnModule(), &empty.dialog, OwnerWindow(), &Chooser::Procedure,
                             reinterpret_cast<LPARAM>(this));
     return chosen_;
@@ -105,7 +105,7 @@ class Chooser {
         return TRUE;
       case WM_GETMINMAXINFO: {
         RECT least{0, 0, scale_(kLeastWidth), scale_(kLeastHeight)};
-        AddFrame(least, kStyle, kExtendedStyle, scale_);
+        AddFrame(least, kStyle, kListStyle, scale_);
         reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.right - least.left,
                                                                  least.bottom - least.top};
         return TRUE;
@@ -236,7 +236,7 @@ class Chooser {
 
   void PlaceAboveOwner() {
     RECT area{0, 0, scale_(kWidth), scale_(kHeight)};
-    AddFrame(area, kStyle, kExtendedStyle, scale_);
+    AddFrame(area, kStyle, kListStyle, scale_);
     const int width = static_cast<int>(area.right - area.left);
     const int height = static_cast<int>(area.bottom - area.top);
     MONITORINFO screen{};

@@ -1,5 +1,7 @@
 #include "platform/windows/forms/UiScale.h"
 
+#include "platform/windows/DeviceContext.h"
+
 namespace qva::windows {
 namespace {
 
@@ -25,9 +27,7 @@ UiScale ScaleOf(HWND window) {
   if (auto* dpi_of = UserFunction<UINT WINAPI(HWND)>("GetDpiForWindow")) {
     if (const UINT dpi = dpi_of(window)) return {static_cast<int>(dpi)};
   }
-  HDC screen = GetDC(nullptr);
-  const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
-  ReleaseDC(nullptr, screen);
+  const int dpi = GetDeviceCaps(WindowContext(nullptr).get(), LOGPIXELSY);
   return {dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI};
 }
 

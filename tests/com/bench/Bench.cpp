@@ -20,6 +20,7 @@ void Bench::Reset() {
   host.list_chooser = &platform.list_chooser;
   trace.Clear();
   failure.Reset(0);
+  is_busy = false;
   lookups.clear();
 }
 

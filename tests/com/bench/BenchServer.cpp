@@ -47,7 +47,8 @@ constexpr BenchClass kClasses[] = {
     {host::kDocumentSelection, ClassId(13)},
 };
 
-/// Counts lookups, and tells its class as the objects of real servers do.
+/// Counts lookups, turns calls away while the bench is busy, and tells its class as the objects of real
+/// servers do.
 class BenchObject final : public com::ComObject<IDispatch> {
  public:
   using ComObject::ComObject;
@@ -58,6 +59,13 @@ class BenchObject final : public com::ComObject<IDispatch> {
     for (UINT i = 0; i < count; ++i) asked += (i == 0 ? u"." : u" ") + windows::TextOf(names[i]);
     ++TheBench().lookups[ToLower(asked)];
     return ComObject::GetIDsOfNames(reserved, names, count, locale, ids);
+  }
+  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
+                                   VARIANT* result, EXCEPINFO* error, UINT* argument) override {
+    if (TheBench().is_busy && object().TypeName() != Control::Description().name()) {
+      return RPC_E_SERVERCALL_RETRYLATER;
+    }
+    return ComObject::Invoke(id, reserved, locale, flags, arguments, result, error, argument);
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (!count) return E_POINTER;

@@ -37,6 +37,7 @@ const ClassDescription& Control::Description() {
           .Get<&Control::Trace>(u"Trace")
           .Method<&Control::ClearTrace>(u"ClearTrace")
           .Method<&Control::FailCall>(u"FailCall", {{u"number"}})
+          .Method<&Control::BeBusy>(u"BeBusy", {{u"on"}})
           .Method<&Control::NewExcel>(u"NewExcel")
           .Method<&Control::NewObject>(u"NewObject", {{u"programmatic_identifier"}})
           .Method<&Control::MacrosRun>(u"MacrosRun", {{u"excel"}})
@@ -90,6 +91,10 @@ void Control::ClearTrace() {
 
 void Control::FailCall(std::int32_t number) {
   TheBench().failure.Reset(number);
+}
+
+void Control::BeBusy(bool on) {
+  TheBench().is_busy = on;
 }
 
 ObjectPtr Control::NewExcel() {

@@ -25,6 +25,9 @@ class Control : public Described<Control> {
   /// Lets one call to Excel or the host fail with Excel's 1004 "Refused": the next one is number 1.
   void FailCall(std::int32_t number);
 
+  /// While on, every call to Excel or the host is turned away as by a server that is busy.
+  void BeBusy(bool on);
+
   /// An Excel with one open workbook.
   ObjectPtr NewExcel();
 

@@ -162,6 +162,32 @@ TEST_F(Session, TheCountSeesARepeatedLookup) {
   EXPECT_EQ(Invoke(*control_, repeated, kCall).value, Value(u"application.visible"));
 }
 
+TEST_F(Session, AnOperationWaitsForABusyExcelOnceHoweverManyCallsItMakes) {
+  const ComPtr<IDispatch> excel = NewRegistered(L"QVA_TestBench.Excel");
+  const ComPtr<IDispatch> host = NewRegistered(L"NVXCommonObjects.CommonObjects");
+  const Bstr code(u"MEDVILNE");
+  const ComPtr<IDispatch> book = Object(host, L"CreateBook", {Text(code)});
+  const auto global = New<_gExcelObject>(CLSID_gExcelObject);
+  short count = 0;
+  EXPECT_EQ(global->InitConnectEX(excel.get(), LeftOut(), book.get(), &count), S_OK);
+  EXPECT_EQ(global->InitEnvironment(), S_OK);
+  ComPtr<_CEnvironment> environment;
+  environment.Obtain([&](_CEnvironment** received) { return global->get_oEnvironment(received); });
+  EXPECT_EQ(environment->SetDefaultAppState(VARIANT_FALSE), S_OK);
+
+  const DISPID busy = IdOf(*control_, L"BeBusy");
+  Invoke(*control_, busy, kCall, {Number(1)});
+  const ULONGLONG start = GetTickCount64();
+  environment->SetDefaultExcelState();
+  const ULONGLONG passed = GetTickCount64() - start;
+  Invoke(*control_, busy, kCall, {Number(0)});
+  EXPECT_GE(passed, 1900u);
+  EXPECT_LE(passed, 4000u);
+  environment = {};
+  EXPECT_EQ(global->ResetEnvironment(), S_OK);
+  EXPECT_EQ(global->ResetConnectEX(LeftOut()), S_OK);
+}
+
 TEST_F(Session, DoesNotGrowInAThousandReports) {
   const DISPID reset = IdOf(*control_, L"Reset");
   const auto run = [&](int times) {

@@ -1,0 +1,43 @@
+#include "platform/windows/Busy.h"
+
+namespace qva::windows {
+namespace {
+
+/// The operations under way, one for each thread. A list on the stacks instead of memory of the thread's own,
+/// which a library that is unloaded cannot take along.
+SRWLOCK lock = SRWLOCK_INIT;
+BusyBudget* operations = nullptr;
+
+}  // namespace
+
+BusyBudget::BusyBudget() {
+  AcquireSRWLockExclusive(&lock);
+  BusyBudget* own = operations;
+  while (own && own->thread_ != thread_) own = own->next_;
+  if (own) {
+    whole_ = own;
+  } else {
+    next_ = operations;
+    operations = this;
+  }
+  ReleaseSRWLockExclusive(&lock);
+}
+
+BusyBudget::~BusyBudget() {
+  if (whole_ != this) return;
+  AcquireSRWLockExclusive(&lock);
+  BusyBudget** place = &operations;
+  while (*place != this) place = &(*place)->next_;
+  *place = next_;
+  ReleaseSRWLockExclusive(&lock);
+}
+
+bool BusyBudget::Pause() {
+  if (whole_->waited_ >= kBusyLimitMilliseconds) return false;
+  const ULONGLONG start = GetTickCount64();
+  Sleep(kBusyPauseMilliseconds);
+  whole_->waited_ += GetTickCount64() - start;
+  return true;
+}
+
+}  // namespace qva::windows

@@ -1,0 +1,34 @@
+// Owners of what Windows opens for us.
+#pragma once
+
+#include <memory>
+
+#include "platform/windows/WindowsApi.h"
+
+namespace qva::windows {
+
+/// Gives a thing back by a function of Windows'.
+template <auto Function>
+struct GivenBackBy {
+  template <class Thing>
+  void operator()(Thing* thing) const {
+    Function(thing);
+  }
+};
+
+/// Something that CloseHandle closes; null is none.
+using Handle = std::unique_ptr<void, GivenBackBy<CloseHandle>>;
+/// A search of FindFirstFile; null is none.
+using SearchHandle = std::unique_ptr<void, GivenBackBy<FindClose>>;
+using RegistryHandle = std::unique_ptr<HKEY__, GivenBackBy<RegCloseKey>>;
+/// Memory that Windows allocated.
+template <class Type>
+using LocalMemory = std::unique_ptr<Type, GivenBackBy<LocalFree>>;
+
+/// Owns the answer of a function for files, which has another word for none.
+template <class Owner = Handle>
+Owner OwnFileHandle(HANDLE answer) {
+  return Owner(answer == INVALID_HANDLE_VALUE ? nullptr : answer);
+}
+
+}  // namespace qva::windows
