@@ -10,6 +10,8 @@
 #include <com/sun/star/reflection/InvocationTargetException.hpp>
 #include <com/sun/star/script/BasicErrorException.hpp>
 #include <com/sun/star/script/CannotConvertException.hpp>
+#include <cppuhelper/exc_hlp.hxx>
+#include <new>
 
 #include "platform/calc/UnoText.h"
 #include "platform/excel_refusals.h"
@@ -79,6 +81,24 @@ AutomationError ErrorOf(Any exception) {
   if (Is<css::lang::DisposedException>(exception)) return ObjectGone();
   if (Is<css::io::IOException>(exception)) return Standard(kPathFileAccess);
   return Standard(kAutomationFailed);
+}
+
+AutomationError CaughtError() noexcept {
+  try {
+    try {
+      throw;
+    } catch (const AutomationError& error) {
+      return error;
+    } catch (const std::bad_alloc&) {
+      return AutomationError(kOutOfMemory);
+    } catch (const css::uno::Exception&) {
+      return ErrorOf(cppu::getCaughtException());
+    } catch (...) {
+      return AutomationError(kInternalError);
+    }
+  } catch (...) {
+    return AutomationError(kOutOfMemory, {}, {});  // not even memory for its texts
+  }
 }
 
 }  // namespace qva::calc

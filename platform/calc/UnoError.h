@@ -21,8 +21,9 @@ AutomationError ObjectGone();
 /// what has no number of its own.
 AutomationError ErrorOf(css::uno::Any exception);
 
-/// The error that the exception being handled is for macros; to be called in a catch block. Our own errors stay what they
-/// are, LibreOffice's become those of ErrorOf; what is neither is 7 (Out of memory) or 51 (Internal error).
+/// The error that the exception being handled is for macros; to be called in a catch block. Our own errors
+/// stay what they are, LibreOffice's become those of ErrorOf; what is neither is 7 (Out of memory) or 51
+/// (Internal error).
 AutomationError CaughtError() noexcept;
 
 }  // namespace qva::calc

@@ -3,7 +3,6 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/system/SystemShellExecute.hpp>
-#include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <filesystem>
 #include <osl/file.hxx>
@@ -218,14 +217,8 @@ void MenuJob::trigger(const OUString& command) {
     failure = refusal.text();
   } catch (const MacroFailure& exception) {
     failure = TextOf(exception);
-  } catch (const AutomationError& error) {
-    failure = TextOf(error);
-  } catch (const css::uno::Exception&) {
-    failure = TextOf(ErrorOf(cppu::getCaughtException()));
-  } catch (const std::exception& exception) {
-    failure = FromUtf8(exception.what());
   } catch (...) {
-    failure = kFailed;
+    failure = TextOf(CaughtError());
   }
   ReleaseErrors();
   if (failure.empty()) return;

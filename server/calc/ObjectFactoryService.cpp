@@ -1,6 +1,5 @@
 #include "server/calc/ObjectFactoryService.h"
 
-#include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
 #include "global/PublicClasses.h"
@@ -71,12 +70,8 @@ Reference<XInterface> ObjectFactoryService::createInstance(const OUString& ident
   PrepareErrors(Context());
   try {
     return PublishedObject::Of(CreateObject(name));
-  } catch (const AutomationError& error) {
-    RaiseInMacro(error);
-  } catch (const css::uno::Exception&) {
-    RaiseInMacro(ErrorOf(cppu::getCaughtException()));
   } catch (...) {
-    RaiseInMacro(AutomationError(kInternalError));
+    RaiseInMacro(CaughtError());
   }
   return PublishedObject::Of(MakeRef<NoObject>());
 }

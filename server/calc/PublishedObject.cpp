@@ -2,7 +2,6 @@
 
 #include <com/sun/star/bridge/oleautomation/NamedArgument.hpp>
 #include <com/sun/star/script/ArrayWrapper.hpp>
-#include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 #include <cppuhelper/weakref.hxx>
 #include <exception>
@@ -141,14 +140,8 @@ Any PublishedObject::Perform(Access access, const OUString& name, const Sequence
                              Sequence<sal_Int16>& changed, Sequence<Any>& values) {
   try {
     return PerformLogged(access, FromUno(name), arguments, changed, values);
-  } catch (const AutomationError& error) {
-    RaiseInMacro(error);
-  } catch (const std::bad_alloc&) {
-    RaiseInMacro(AutomationError(kOutOfMemory));
-  } catch (const css::uno::Exception&) {
-    RaiseInMacro(ErrorOf(cppu::getCaughtException()));
   } catch (...) {
-    RaiseInMacro(AutomationError(kInternalError));
+    RaiseInMacro(CaughtError());
   }
   return {};
 }
