@@ -3,10 +3,10 @@
 #include <benchmark/benchmark.h>
 
 #include "global/Globals.h"
-#include "global/PublicClasses.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/memory/excel/Application.h"
 #include "platform/text.h"
+#include "server/PublicClasses.h"
 
 namespace qva {
 namespace {

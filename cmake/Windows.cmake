@@ -3,7 +3,7 @@ add_compile_definitions(UNICODE _WIN32_WINNT=0x0601)
 add_link_options(-static -static-libgcc -static-libstdc++)
 
 # The adapters of the seam.
-qva_sources(windows_sources platform/windows platform/windows/forms)
+qva_sources(windows_sources platform/windows platform/windows/forms platform/windows/services)
 add_library(qva_windows STATIC ${windows_sources})
 target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32 comctl32 uxtheme)
 

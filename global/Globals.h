@@ -1,8 +1,6 @@
 // The library-wide globals: what gExcelObject sets up and every other class reads.
 #pragma once
 
-#include "excelui/CEnvironment.h"
-#include "excelui/CToolbars.h"
 #include "platform/excel.h"
 #include "platform/host.h"
 
@@ -12,8 +10,8 @@ namespace qva {
 struct Globals {
   excel::Application application;  ///< set by InitConnectEX, cleared when a gExcelObject is released
   host::Book oBook;
-  Ref<CToolbars> oToolBars;
-  Ref<CEnvironment> oEnvironment;
+  ObjectPtr oToolBars;     ///< a CToolbars; gExcelObject alone makes and hands it out
+  ObjectPtr oEnvironment;  ///< a CEnvironment, likewise
   host::Plant oMyPlant;
 };
 

@@ -3,7 +3,7 @@
 #include "host/HostError.h"
 #include "host/OwnersFiles.h"
 #include "host/ReadFile.h"
-#include "platform/temporary_name.h"
+#include "platform/filesystem/temporary_name.h"
 #include "platform/text.h"
 
 namespace qva::embedded {

@@ -13,9 +13,9 @@
 #include <sstream>
 #include <vector>
 
-#include "global/PublicClasses.h"
 #include "host/HostDatabase.h"
 #include "platform/date.h"
+#include "server/PublicClasses.h"
 #include "tests/corpus/Corpus.h"
 #include "tests/corpus/MemoryEngine.h"
 #include "tests/host/host_test.h"

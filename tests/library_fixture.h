@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "global/Globals.h"
-#include "global/PublicClasses.h"
 #include "global/StartUp.h"
 #include "platform/memory/CallCount.h"
 #include "platform/memory/CallFailure.h"
@@ -23,6 +22,7 @@
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/memory/excel/Application.h"
 #include "platform/text.h"
+#include "server/PublicClasses.h"
 #include "tests/readable_values.h"
 
 namespace qva {

@@ -9,7 +9,7 @@
 #include "platform/windows/ComObjectFactory.h"
 #include "platform/windows/DispatchLocale.h"
 #include "platform/windows/VariantConversion.h"
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
 
 namespace qva::windows {
 namespace {

@@ -6,7 +6,6 @@
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
-#include "platform/calc/toolbars/DocumentBars.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -21,31 +20,18 @@ struct Member {
 
 /// What needs the cells in the window.
 constexpr Member kViewMembers[] = {
-    {u"Application", u"ActiveCell"},   {u"Application", u"ActiveSheet"},
-    {u"Application", u"ActiveWindow"}, {u"Application", u"DisplayCommentIndicator"},
-    {u"Application", u"Range"},        {u"Application", u"Selection"},
-    {u"Range", u"Activate"},           {u"Range", u"Select"},
-    {u"Worksheet", u"Activate"},       {u"Worksheet", u"PrintOut"},
+    {u"Application", u"ActiveCell"}, {u"Application", u"ActiveSheet"}, {u"Application", u"ActiveWindow"},
+    {u"Application", u"Range"},      {u"Application", u"Selection"},   {u"Range", u"Activate"},
+    {u"Range", u"Select"},           {u"Worksheet", u"Activate"},      {u"Worksheet", u"PrintOut"},
     {u"Worksheet", u"PrintPreview"},
 };
-
-/// The document that a member of kViewMembers is about; null when no workbook is open.
-Reference<css::frame::XModel> DocumentOf(const ObjectPtr& object, std::u16string_view type,
-                                         std::u16string_view member) {
-  // That of its macros, whichever is in front.
-  if (EqualIgnoringCase(member, u"DisplayCommentIndicator")) return DocumentBars::Of(object)->document();
-  if (type == u"Worksheet") return DocumentOfSheet(object);
-  if (type == u"Range") return DocumentOfSheet(GetObject(object, u"Worksheet"));
-  const Value workbook = Get(object, u"ActiveWorkbook");
-  return workbook.IsNothing() ? Reference<css::frame::XModel>() : DocumentOfWorkbook(workbook.ToObject());
-}
 
 void BringCellsBack(const ObjectPtr& object, std::u16string_view type, std::u16string_view member) {
   const bool needs_view = std::ranges::any_of(kViewMembers, [&](const Member& candidate) {
     return candidate.type == type && EqualIgnoringCase(candidate.name, member);
   });
   if (!needs_view || std::ranges::none_of(WorkbookDocuments(), ShowsPreview)) return;
-  if (const auto document = DocumentOf(object, type, member); document.is()) LeavePreview(document);
+  if (const auto document = DocumentOf(object); document.is()) LeavePreview(document);
 }
 
 /// For these, LibreOffice follows the cells' view of a window without looking whether there is one; a
@@ -56,8 +42,7 @@ void RefuseCrash(const ObjectPtr& window, Access access, std::u16string_view mem
       EqualIgnoringCase(member, u"WindowState") || (is_write && EqualIgnoringCase(member, u"Zoom"));
   if (!needs_view) return;
   if (!Get(window, u"Visible").ToBoolean()) throw Refused(u"The window is hidden");
-  if (std::ranges::any_of(WorkbookDocuments(), ShowsPreview) &&
-      ShowsPreview(DocumentOfWorkbook(GetObject(window, u"Parent")))) {
+  if (std::ranges::any_of(WorkbookDocuments(), ShowsPreview) && ShowsPreview(DocumentOf(window))) {
     throw Refused(u"The window shows the print preview");
   }
 }

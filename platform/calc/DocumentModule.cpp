@@ -16,7 +16,7 @@ using css::uno::Reference;
 using css::uno::Sequence;
 using rtl::OUString;
 
-Any DocumentOf(const css::script::NativeObjectWrapper& module) {
+Any ObjectBehind(const css::script::NativeObjectWrapper& module) {
   // A workbook is no sheet of itself. What has no workbook at all ends in an error, and stays nothing.
   constexpr const char* kFunction =
       "Option VBASupport 1\n"

@@ -12,7 +12,6 @@
 #include "platform/calc/Screen.h"
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/SheetProtection.h"
-#include "platform/calc/toolbars/ToolbarMembers.h"
 #include "platform/excel.h"
 #include "platform/text.h"
 
@@ -99,22 +98,7 @@ Value WithFormattedCells(const ObjectPtr& object, Value result) {
   return excel::Worksheet(object).Range(excel::Range(result.ToObject()), corners).object();
 }
 
-/// What a member is asked for: to give something, or to take a new value.
-enum class Use { Read, Write };
-
-struct Override {
-  std::u16string_view type;
-  std::u16string_view member;
-  Use use;
-  MemberOverride function;
-};
-
 constexpr Override kOverrides[] = {
-    {u"Application", u"CommandBars", Use::Read, &CommandBars},
-    {u"Application", u"DisplayCommentIndicator", Use::Read, &DisplayCommentIndicator},
-    {u"Application", u"DisplayCommentIndicator", Use::Write, &SetDisplayCommentIndicator},
-    {u"Application", u"Help", Use::Read, &Help},
-    {u"Application", u"OnKey", Use::Read, &OnKey},
     {u"Application", u"ScreenUpdating", Use::Write, &SetScreenUpdating},
     {u"Application", u"Sheets", Use::Read, &Sheets},
     {u"Application", u"StatusBar", Use::Read, &StatusBar},
@@ -127,8 +111,6 @@ constexpr Override kOverrides[] = {
     {u"Range", u"HasArray", Use::Read, &HasArray},
     {u"Range", u"Value", Use::Write, &SetCellValue},
     {u"Range", u"Value2", Use::Read, &CellValue2},
-    {u"Shape", u"Copy", Use::Read, &CopyShape},
-    {u"Window", u"FreezePanes", Use::Write, &SetFreezePanes},
     {u"Workbook", u"SaveAs", Use::Read, &SaveAs},
     {u"Workbook", u"VBProject", Use::Read, &VBProject},
     {u"Workbooks", u"Open", Use::Read, &Open},
@@ -140,6 +122,8 @@ constexpr Override kOverrides[] = {
     {u"Worksheet", u"Range", Use::Read, &SheetRange},
     {u"Worksheet", u"Visible", Use::Write, &SetVisible},
 };
+
+std::span<const Override> added;
 
 /// Makes a member's result whole.
 struct Completion {
@@ -157,12 +141,18 @@ constexpr Completion kCompletions[] = {
 
 }  // namespace
 
+void AddOverrides(std::span<const Override> overrides) {
+  added = overrides;
+}
+
 MemberOverride FindOverride(const Object& object, Access access, std::u16string_view member) {
   const Use use = access == Access::Get || access == Access::Call ? Use::Read : Use::Write;
-  for (const Override& candidate : kOverrides) {
-    if (candidate.use == use && EqualIgnoringCase(candidate.member, member) &&
-        candidate.type == object.TypeName()) {
-      return candidate.function;
+  for (const std::span<const Override> overrides : {std::span<const Override>(kOverrides), added}) {
+    for (const Override& candidate : overrides) {
+      if (candidate.use == use && EqualIgnoringCase(candidate.member, member) &&
+          candidate.type == object.TypeName()) {
+        return candidate.function;
+      }
     }
   }
   return nullptr;

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoValue.h"
-#include "platform/calc/forms/EventLoop.h"
 #include "platform/excel_constants.h"
 
 namespace qva::calc {
@@ -69,7 +69,7 @@ void LeavePreview(const Reference<XModel>& document) {
 Value PrintPreview(const ObjectPtr& sheet, const Arguments&) {
   Call(sheet, u"Activate");
   const auto preview =
-      std::make_shared<ComingPreview>(ComingPreview{DocumentOfSheet(sheet), SpreadsheetOf(sheet)});
+      std::make_shared<ComingPreview>(ComingPreview{DocumentOf(sheet), SpreadsheetOf(sheet)});
   std::erase_if(Coming(), [&](const auto& other) { return other->document == preview->document; });
   Coming().push_back(preview);
   Post([preview] { Show(preview); });

@@ -156,7 +156,7 @@ Value WithFolder(const ObjectPtr& workbook, Value name) {
 }
 
 Value VBProject(const ObjectPtr& workbook, const Arguments&) {
-  const Reference<css::beans::XPropertySet> document(DocumentOfWorkbook(workbook), UNO_QUERY_THROW);
+  const Reference<css::beans::XPropertySet> document(DocumentOf(workbook), UNO_QUERY_THROW);
   const css::uno::Any libraries = document->getPropertyValue("BasicLibraries");
   const Reference<css::script::vba::XVBACompatibility> project(libraries, UNO_QUERY);
   std::u16string name = project.is() ? FromUno(project->getProjectName()) : std::u16string();

@@ -55,12 +55,16 @@ Reference<XSpreadsheet> SpreadsheetOf(const ObjectPtr& sheet) {
   return SpreadsheetOfRange(GetObject(sheet, u"Cells", {std::int32_t{1}, std::int32_t{1}}));
 }
 
-Reference<XModel> DocumentOfSheet(const ObjectPtr& sheet) {
-  return Reference<XModel>(ComponentOf(SpreadsheetOf(sheet)), UNO_QUERY_THROW);
-}
-
-Reference<XModel> DocumentOfWorkbook(const ObjectPtr& workbook) {
-  return DocumentOfSheet(GetObject(workbook, u"Sheets", {std::int32_t{1}}));
+Reference<XModel> DocumentOf(const ObjectPtr& object) {
+  const std::u16string type = object->TypeName();
+  if (type == u"Application") {
+    const Value workbook = Get(object, u"ActiveWorkbook");
+    return workbook.IsNothing() ? Reference<XModel>() : DocumentOf(workbook.ToObject());
+  }
+  if (type == u"Window") return DocumentOf(GetObject(object, u"Parent"));
+  if (type == u"Workbook") return DocumentOf(GetObject(object, u"Sheets", {std::int32_t{1}}));
+  if (type == u"Range") return DocumentOf(GetObject(object, u"Worksheet"));
+  return Reference<XModel>(ComponentOf(SpreadsheetOf(object)), UNO_QUERY_THROW);
 }
 
 bool AreInOneDocument(const ObjectPtr& sheet1, const ObjectPtr& sheet2) {

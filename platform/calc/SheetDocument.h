@@ -14,9 +14,9 @@ css::uno::Reference<css::sheet::XSpreadsheet> SpreadsheetOfRange(const ObjectPtr
 /// A Worksheet as LibreOffice's own sheet.
 css::uno::Reference<css::sheet::XSpreadsheet> SpreadsheetOf(const ObjectPtr& sheet);
 
-/// The document that a worksheet stands in. Raises 438 for objects that are no worksheets.
-css::uno::Reference<css::frame::XModel> DocumentOfSheet(const ObjectPtr& sheet);
-css::uno::Reference<css::frame::XModel> DocumentOfWorkbook(const ObjectPtr& workbook);
+/// The document of a Workbook, Worksheet, Range or Window; of an Application that of its active workbook,
+/// null when none is open. Raises 438 for any other object.
+css::uno::Reference<css::frame::XModel> DocumentOf(const ObjectPtr& object);
 
 /// True when two worksheets stand in one document. Raises 438 for objects that are no worksheets.
 bool AreInOneDocument(const ObjectPtr& sheet1, const ObjectPtr& sheet2);

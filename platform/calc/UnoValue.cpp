@@ -84,7 +84,7 @@ Value FromStructure(const Any& any) {
   }
   css::script::NativeObjectWrapper module;
   if (any >>= module) {
-    if (const Any document = DocumentOf(module);
+    if (const Any document = ObjectBehind(module);
         document.getValueTypeClass() == TypeClass::TypeClass_INTERFACE)
       return FromInterface(document);
   }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/encoded_text_stream.h"
+#include "platform/filesystem/encoded_text_stream.h"
 #include "platform/text.h"
 
 namespace qva {

@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
+#include "platform/forms/memory_form.h"
 #include "platform/list_chooser.h"
-#include "platform/memory_form.h"
 
 namespace qva {
 

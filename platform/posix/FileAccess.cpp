@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <thread>
 
-#include "platform/temporary_name.h"
+#include "platform/filesystem/temporary_name.h"
 
 namespace qva {
 namespace {

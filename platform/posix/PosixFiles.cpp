@@ -10,8 +10,8 @@
 #include <ctime>
 
 #include "platform/date.h"
-#include "platform/encoded_text_stream.h"
 #include "platform/error.h"
+#include "platform/filesystem/encoded_text_stream.h"
 #include "platform/posix/FileAccess.h"
 #include "platform/posix/OwnersFolders.h"
 #include "platform/posix/UserFolder.h"

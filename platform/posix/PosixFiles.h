@@ -4,9 +4,9 @@
 #include <filesystem>
 
 #include "platform/files.h"
+#include "platform/filesystem/sequential_channel.h"
+#include "platform/filesystem/windows_path.h"
 #include "platform/locale.h"
-#include "platform/sequential_channel.h"
-#include "platform/windows_path.h"
 
 namespace qva {
 

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <vector>
 
+#include "platform/forms/unattended_forms.h"
+#include "platform/forms/unattended_message_box.h"
 #include "platform/posix/ModuleFactory.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/ProcessEnvironment.h"
@@ -11,8 +13,6 @@
 #include "platform/posix/SystemClock.h"
 #include "platform/posix/SystemLocale.h"
 #include "platform/recordset/RecordsetFactory.h"
-#include "platform/unattended_forms.h"
-#include "platform/unattended_message_box.h"
 
 namespace qva {
 

@@ -4,7 +4,7 @@
 
 #include "platform/automation.h"
 #include "platform/date.h"
-#include "platform/temporary_name.h"
+#include "platform/filesystem/temporary_name.h"
 #include "platform/text.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"

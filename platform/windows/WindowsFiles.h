@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/files.h"
+#include "platform/filesystem/sequential_channel.h"
 #include "platform/locale.h"
 #include "platform/object_factory.h"
-#include "platform/sequential_channel.h"
 
 namespace qva::windows {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "global/PublicClasses.h"
-#include "platform/call_log.h"
+#include "server/PublicClasses.h"
+#include "server/call_log.h"
 
 namespace qva::calc {
 namespace {

@@ -1,4 +1,4 @@
-// LibreOffice's part of the log of calls (platform/call_log.h).
+// LibreOffice's part of the log of calls (server/call_log.h).
 #pragma once
 
 namespace qva::calc {

@@ -2,14 +2,15 @@
 
 #include <cppuhelper/supportsservice.hxx>
 
-#include "global/PublicClasses.h"
 #include "platform/ado.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/CalcWindows.h"
+#include "platform/calc/toolbars/ToolbarMembers.h"
 #include "platform/host.h"
 #include "platform/posix/PosixPlatform.h"
 #include "platform/text.h"
+#include "server/PublicClasses.h"
 #include "server/calc/BasicError.h"
 #include "server/calc/CallLog.h"
 #include "server/calc/ComponentFolder.h"
@@ -60,6 +61,7 @@ class NoObject : public Described<NoObject> {
 
 ObjectFactoryService::ObjectFactoryService(const Reference<css::uno::XComponentContext>& context) {
   InstallConversion(context, &PublishedObject::Of);
+  AddOverrides(ToolbarOverrides());
   InstallServices(ThePlatform().services());
   StartCallLog();
 }

@@ -7,7 +7,7 @@
 #include <cppuhelper/implbase3.hxx>
 
 #include "platform/calc/UnoValue.h"
-#include "platform/call_log.h"
+#include "server/call_log.h"
 
 namespace qva::calc {
 

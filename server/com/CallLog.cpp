@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "global/PublicClasses.h"
-#include "platform/call_log.h"
 #include "platform/windows/PathVariable.h"
 #include "platform/windows/WindowsApi.h"
+#include "server/PublicClasses.h"
+#include "server/call_log.h"
 
 namespace qva::com {
 namespace {

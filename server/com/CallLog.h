@@ -1,4 +1,4 @@
-// The server's part of the log of calls (platform/call_log.h).
+// The server's part of the log of calls (server/call_log.h).
 #pragma once
 
 namespace qva::com {

@@ -10,7 +10,7 @@
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
 #include "platform/windows/WideText.h"
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
 #include "server/com/CallLog.h"
 #include "server/com/LibraryRegistration.h"
 #include "server/com/ServerClasses.h"

@@ -5,10 +5,10 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/call_log.h"
 #include "platform/windows/Busy.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
+#include "server/call_log.h"
 #include "server/com/AutomationTypes.h"
 #include "server/com/MemberIds.h"
 #include "server/com/ServerErrors.h"

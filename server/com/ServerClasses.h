@@ -3,8 +3,8 @@
 
 #include <span>
 
-#include "global/PublicClasses.h"
 #include "platform/windows/WindowsApi.h"
+#include "server/PublicClasses.h"
 
 namespace qva::com {
 

@@ -3,10 +3,10 @@
 #include <new>
 #include <string_view>
 
-#include "global/PublicClasses.h"
 #include "platform/error.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/WideText.h"
+#include "server/PublicClasses.h"
 
 namespace qva::com {
 namespace {

@@ -12,7 +12,7 @@
 #include "platform/windows/OwnObject.h"
 #include "platform/windows/PathVariable.h"
 #include "platform/windows/WideText.h"
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
 #include "server/com/ComObject.h"
 #include "server/com/ServerEntries.h"
 #include "server/com/ServerModule.h"

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/unattended_forms.h"
+#include "platform/forms/unattended_forms.h"
 #include "tests/corpus/interpreter/Interpreter.h"
 #include "tests/host/host_test.h"
 #include "tests/library_fixture.h"

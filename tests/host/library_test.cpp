@@ -1,8 +1,8 @@
 // The library on the embedded host: what a workbook gets where the host system is not installed.
 #include "global/Globals.h"
-#include "global/PublicClasses.h"
 #include "global/StartUp.h"
 #include "platform/member_table.h"
+#include "server/PublicClasses.h"
 #include "tests/host/host_test.h"
 
 namespace qva::embedded {

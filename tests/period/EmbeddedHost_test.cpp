@@ -1,9 +1,9 @@
 // The period on the embedded host: the dialog's grid, and the budget documents that the database offers.
 #include "global/Globals.h"
-#include "global/PublicClasses.h"
 #include "global/StartUp.h"
 #include "platform/excel.h"
 #include "platform/memory/excel/Application.h"
+#include "server/PublicClasses.h"
 #include "tests/host/host_test.h"
 
 namespace qva::embedded {

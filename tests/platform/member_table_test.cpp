@@ -43,7 +43,7 @@ class ForeignParts : public Object {
 };
 
 /// One member of every kind that a table can describe.
-class Sample : public Described<Sample> {
+class OneOfEach : public Described<OneOfEach> {
  public:
   std::u16string Join(const std::u16string& first, std::int32_t second, const Value& third) {
     return first + u"/" + Value(second).ToText() + u"/" + DescribeValue(third);
@@ -67,7 +67,7 @@ class Sample : public Described<Sample> {
   }
   void ChangeAndFail(std::int32_t& number) {
     number = 99;
-    throw AutomationError(kObjectErrorBase + 1, u"Sample", u"Failed");
+    throw AutomationError(kObjectErrorBase + 1, u"OneOfEach", u"Failed");
   }
   void ChangeAndBreak(std::int32_t& number) {
     number = 99;
@@ -98,29 +98,29 @@ class Sample : public Described<Sample> {
 
   static const ClassDescription& Description() {
     static const ClassDescription description =
-        ClassBuilder(u"Sample", "A class for tests")
-            .Method<&Sample::Join>(u"Join", {{u"First"}, {u"Second"}, {u"Third"}}, "Joins")
-            .Method<&Sample::Zeros>(
+        ClassBuilder(u"OneOfEach", "A class for tests")
+            .Method<&OneOfEach::Join>(u"Join", {{u"First"}, {u"Second"}, {u"Third"}}, "Joins")
+            .Method<&OneOfEach::Zeros>(
                 u"Zeros", {Optional(u"a"), Optional(u"b"), Optional(u"c"), Optional(u"d"), Optional(u"e"),
                            Optional(u"f"), Optional(u"g"), Optional(u"h"), Optional(u"i"), Optional(u"j")})
-            .Method<&Sample::Defaults>(
+            .Method<&OneOfEach::Defaults>(
                 u"Defaults", {Optional(u"Number", 7), Optional(u"Text", u"seven"), Optional(u"Any", true)})
-            .Method<&Sample::Double>(u"Double", {{u"Number"}})
-            .Method<&Sample::Change>(u"Change", {{u"Text"}, {u"Any"}, {u"Object"}})
-            .Method<&Sample::ChangeAndFail>(u"ChangeAndFail", {{u"Number"}})
-            .Method<&Sample::ChangeAndBreak>(u"ChangeAndBreak", {{u"Number"}})
-            .Method<&Sample::CallJoin>(u"CallJoin", {{u"Other"}})
-            .Get<&Sample::Size>(u"Size")
-            .Get<&Sample::Cell>(u"Cell", {{u"Row"}, {u"Column"}})
-            .Put<&Sample::PutCell>(u"Cell", {{u"Row"}, {u"Column"}})
-            .Put<&Sample::PutLabel>(u"Label", {Optional(u"Index", 5)})
-            .PutRef<&Sample::SetOwner>(u"Owner")
-            .Get<&Sample::GetParts>(u"Parts")
-            .Get<&Sample::GetForeignParts>(u"ForeignParts")
-            .Method<&Sample::NameOf>(u"NameOf", {{u"Part"}})
-            .Method<&Sample::Rename>(u"Rename", {{u"Part"}})
-            .Property<&Sample::title>(u"Title")
-            .Property<&Sample::count>(u"Count")
+            .Method<&OneOfEach::Double>(u"Double", {{u"Number"}})
+            .Method<&OneOfEach::Change>(u"Change", {{u"Text"}, {u"Any"}, {u"Object"}})
+            .Method<&OneOfEach::ChangeAndFail>(u"ChangeAndFail", {{u"Number"}})
+            .Method<&OneOfEach::ChangeAndBreak>(u"ChangeAndBreak", {{u"Number"}})
+            .Method<&OneOfEach::CallJoin>(u"CallJoin", {{u"Other"}})
+            .Get<&OneOfEach::Size>(u"Size")
+            .Get<&OneOfEach::Cell>(u"Cell", {{u"Row"}, {u"Column"}})
+            .Put<&OneOfEach::PutCell>(u"Cell", {{u"Row"}, {u"Column"}})
+            .Put<&OneOfEach::PutLabel>(u"Label", {Optional(u"Index", 5)})
+            .PutRef<&OneOfEach::SetOwner>(u"Owner")
+            .Get<&OneOfEach::GetParts>(u"Parts")
+            .Get<&OneOfEach::GetForeignParts>(u"ForeignParts")
+            .Method<&OneOfEach::NameOf>(u"NameOf", {{u"Part"}})
+            .Method<&OneOfEach::Rename>(u"Rename", {{u"Part"}})
+            .Property<&OneOfEach::title>(u"Title")
+            .Property<&OneOfEach::count>(u"Count")
             .Default(u"Title");
     return description;
   }
@@ -156,7 +156,7 @@ class MemberTableTest : public CoreTest {
     return sample->Invoke(Access::Call, member, arguments);
   }
 
-  Ref<Sample> sample = MakeRef<Sample>();
+  Ref<OneOfEach> sample = MakeRef<OneOfEach>();
 };
 
 TEST_F(MemberTableTest, PlacesPositionalArguments) {
@@ -379,7 +379,7 @@ TEST_F(MemberTableTest, PutsPassOverOptionalParameters) {
 
 TEST_F(MemberTableTest, PutRefIsAKindOfItsOwn) {
   PutRef(sample, u"Owner", sample);
-  EXPECT_EQ(sample->cells, u"Sample");
+  EXPECT_EQ(sample->cells, u"OneOfEach");
   PutRef(sample, u"Owner", ObjectPtr());
   EXPECT_EQ(sample->cells, u"nobody");
   EXPECT_EQ(RaisedBy([&] { Put(sample, u"Owner", sample); }), kUnsupportedMember);
@@ -403,8 +403,8 @@ TEST_F(MemberTableTest, ObjectsOfAClassTakeThatClassAndNothing) {
 }
 
 TEST_F(MemberTableTest, DescribesEveryMemberFromItsSignature) {
-  const ClassDescription& description = Sample::Description();
-  EXPECT_EQ(description.name(), u"Sample");
+  const ClassDescription& description = OneOfEach::Description();
+  EXPECT_EQ(description.name(), u"OneOfEach");
   EXPECT_EQ(description.help(), "A class for tests");
   EXPECT_EQ(description.default_member(), u"Title");
   EXPECT_TRUE(description.HasName(u"TITLE"));
@@ -440,7 +440,7 @@ TEST_F(MemberTableTest, DescribesEveryMemberFromItsSignature) {
 }
 
 TEST_F(MemberTableTest, TableAndSignatureMustAgreeInTheNumberOfParameters) {
-  EXPECT_THROW(ClassBuilder(u"Wrong", "").Method<&Sample::Join>(u"Join", {{u"First"}}), AutomationError);
+  EXPECT_THROW(ClassBuilder(u"Wrong", "").Method<&OneOfEach::Join>(u"Join", {{u"First"}}), AutomationError);
 }
 
 }  // namespace

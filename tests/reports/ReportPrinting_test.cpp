@@ -38,7 +38,7 @@ TEST_F(Printing, PrintsTheWholeSheetWithinTheRangePrint) {
   EXPECT_THAT(BoxTexts(), IsEmpty());
 }
 
-TEST_F(Printing, TakesSeventeenCalls) {
+TEST_F(Printing, TakesEighteenCalls) {
   Print(Sheet(), true);
   EXPECT_THAT(
       trace.lines(),

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/windows/WindowsApi.h"
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
 
 // This program's entries for advapi32's functions, through which all of its calls go.
 #ifdef _WIN64

@@ -1,4 +1,4 @@
-#include "platform/windows/WindowsMessageBox.h"
+#include "platform/windows/forms/WindowsMessageBox.h"
 
 #include <gtest/gtest.h>
 
@@ -11,10 +11,10 @@
 #include <thread>
 #include <vector>
 
-#include "platform/windows/ButtonDialog.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsClock.h"
+#include "platform/windows/forms/ButtonDialog.h"
 #include "tests/windows/form_test.h"
 
 namespace qva::windows {

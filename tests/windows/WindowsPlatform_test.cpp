@@ -1,4 +1,4 @@
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
 
 namespace qva::windows {
 namespace {

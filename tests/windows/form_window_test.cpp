@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "period/frmReportPeriod.h"
-#include "platform/windows/ButtonDialog.h"
+#include "platform/windows/forms/ButtonDialog.h"
 #include "tests/windows/grid_test.h"
 
 namespace qva::windows {

@@ -3,8 +3,8 @@
 
 #include "platform/services.h"
 #include "platform/windows/WindowsApi.h"
-#include "platform/windows/WindowsPlatform.h"
 #include "platform/windows/forms/UiScale.h"
+#include "platform/windows/services/WindowsPlatform.h"
 
 namespace {
 

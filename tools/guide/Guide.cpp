@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
-#include "global/PublicClasses.h"
 #include "platform/text.h"
+#include "server/PublicClasses.h"
 
 namespace qva {
 namespace {

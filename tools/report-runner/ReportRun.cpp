@@ -10,7 +10,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "platform/call_log.h"
+#include "server/call_log.h"
 #include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/Process.h"
 #include "tools/report-runner/Xml.h"

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdlib>
 
-#include "platform/calc/forms/EventLoop.h"
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/calc/forms/ListChooserWindow.h"
 #include "platform/calc/forms/MessageWindow.h"

@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoText.h"
-#include "platform/calc/forms/EventLoop.h"
 #include "platform/calc/forms/Modality.h"
 #include "platform/calc/forms/Painter.h"
 

@@ -6,7 +6,7 @@
 
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/calc/forms/GridView.h"
-#include "platform/list_filter.h"
+#include "platform/forms/list_filter.h"
 
 namespace qva::calc {
 namespace {

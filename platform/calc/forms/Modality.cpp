@@ -8,8 +8,8 @@
 #include <chrono>
 #include <thread>
 
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoValue.h"
-#include "platform/calc/forms/EventLoop.h"
 
 namespace qva::calc {
 

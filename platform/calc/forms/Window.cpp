@@ -12,8 +12,8 @@
 #include <com/sun/star/awt/XVclWindowPeer.hpp>
 #include <cppuhelper/implbase9.hxx>
 
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoText.h"
-#include "platform/calc/forms/EventLoop.h"
 
 namespace qva::calc {
 

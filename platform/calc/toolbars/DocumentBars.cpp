@@ -135,7 +135,7 @@ std::shared_ptr<DocumentBars> DocumentBars::Of(const ObjectPtr& application) {
     throw AutomationError(kApplicationDefined, u"LibreOffice", u"The workbook is closed");
   }
   const excel::Workbook workbook = excel::Application(application).ThisWorkbook();
-  const auto document = DocumentOfSheet(GetObject(workbook.object(), u"Sheets", {1}));
+  const auto document = DocumentOf(workbook.object());
   const auto known = std::ranges::find(OpenDocuments(), document, &DocumentBars::document);
   if (known != OpenDocuments().end()) {
     (*known)->applications_.emplace_back(identity);

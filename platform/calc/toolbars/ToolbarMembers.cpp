@@ -7,7 +7,9 @@
 #include <com/sun/star/system/SystemShellExecute.hpp>
 #include <osl/file.hxx>
 
+#include "platform/calc/Preview.h"
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
@@ -36,24 +38,21 @@ Value Argument(const Arguments& arguments, std::size_t position, std::u16string_
   return Missing{};
 }
 
-/// The settings of the window of an Application's workbook.
+/// The settings of the cells' window of an Application's own workbook, whichever is in front.
 Reference<css::beans::XPropertySet> ViewSettings(const ObjectPtr& application) {
-  return Reference<css::beans::XPropertySet>(
-      DocumentBars::Of(application)->document()->getCurrentController(), UNO_QUERY_THROW);
+  const Reference<css::frame::XModel> document = DocumentBars::Of(application)->document();
+  LeavePreview(document);
+  return Reference<css::beans::XPropertySet>(document->getCurrentController(), UNO_QUERY_THROW);
 }
 
-AutomationError Refused(std::u16string description) {
-  return AutomationError(kApplicationDefined, u"LibreOffice", std::move(description));
-}
-
-}  // namespace
-
+/// Application.CommandBars: the set of bars of the workbook whose macros run, or one of them.
 Value CommandBars(const ObjectPtr& application, const Arguments& arguments) {
   const ObjectPtr bars = MakeRef<commandbars::CommandBars>(DocumentBars::Of(application));
   const bool is_one = !arguments.positional.empty() || !arguments.named.empty();
   return is_one ? Get(bars, u"Item", arguments) : Value(bars);
 }
 
+/// Application.OnKey(Key, Procedure) for that workbook. LibreOffice's own forgets keys only by half.
 Value OnKey(const ObjectPtr& application, const Arguments& arguments) {
   const std::u16string key = Argument(arguments, 0, u"Key").ToText();
   const Value procedure = Argument(arguments, 1, u"Procedure");
@@ -66,6 +65,8 @@ Value OnKey(const ObjectPtr& application, const Arguments& arguments) {
   return {};
 }
 
+/// Application.DisplayCommentIndicator: the marks of comments in that workbook's window. Comments that are
+/// shown in full besides (xlCommentAndIndicator) stay LibreOffice's own affair: the mark alone is switched.
 Value DisplayCommentIndicator(const ObjectPtr& application, const Arguments&) {
   bool shows_marks = false;
   ViewSettings(application)->getPropertyValue(kShowsMarks) >>= shows_marks;
@@ -79,6 +80,8 @@ Value SetDisplayCommentIndicator(const ObjectPtr& application, const Arguments& 
   return {};
 }
 
+/// Window.FreezePanes = …: freezes what is above and left of the active cell, where LibreOffice's own takes
+/// the middle of the window.
 Value SetFreezePanes(const ObjectPtr& window, const Arguments& arguments) {
   if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
   if (!arguments.positional[0].ToBoolean()) {
@@ -86,7 +89,7 @@ Value SetFreezePanes(const ObjectPtr& window, const Arguments& arguments) {
   }
   const excel::Application application(GetObject(window, u"Application"));
   const ObjectPtr cell = application.ActiveCell().object();
-  const auto document = DocumentOfSheet(application.ActiveSheet().object());
+  const auto document = DocumentOf(application.ActiveSheet().object());
   const Reference<css::sheet::XViewFreezable> view(document->getCurrentController(), UNO_QUERY_THROW);
   if (!view->hasFrozenPanes()) {
     view->freezeAtPosition(Get(cell, u"Column").ToInt32() - 1, Get(cell, u"Row").ToInt32() - 1);
@@ -94,6 +97,9 @@ Value SetFreezePanes(const ObjectPtr& window, const Arguments& arguments) {
   return {};
 }
 
+/// Application.Help(HelpFile, HelpContextID): shows the file with the program that the desktop has for it, or
+/// index.html of a folder beside it that has its name without the extension, where there is one;
+/// the topic is not looked up. Raises 1004 when there is no such file or no such program.
 Value Help(const ObjectPtr&, const Arguments& arguments) {
   const Value file = Argument(arguments, 0, u"HelpFile");
   const std::u16string name = file.Is(Value::Type::Missing) ? std::u16string() : file.ToText();
@@ -110,6 +116,8 @@ Value Help(const ObjectPtr&, const Arguments& arguments) {
   return {};
 }
 
+/// Shape.Copy for a shape that is a picture: it then is what PasteFace of the same workbook's buttons takes.
+/// Raises 1004 for any other shape.
 Value CopyShape(const ObjectPtr& shape, const Arguments&) {
   const std::u16string name = Get(shape, u"Name").ToText();
   const ObjectPtr sheet = GetObject(shape, u"Parent");
@@ -127,6 +135,22 @@ Value CopyShape(const ObjectPtr& shape, const Arguments&) {
     return {};
   }
   throw Refused(u"The shape '" + name + u"' is no picture");
+}
+
+constexpr Override kOverrides[] = {
+    {u"Application", u"CommandBars", Use::Read, &CommandBars},
+    {u"Application", u"DisplayCommentIndicator", Use::Read, &DisplayCommentIndicator},
+    {u"Application", u"DisplayCommentIndicator", Use::Write, &SetDisplayCommentIndicator},
+    {u"Application", u"Help", Use::Read, &Help},
+    {u"Application", u"OnKey", Use::Read, &OnKey},
+    {u"Shape", u"Copy", Use::Read, &CopyShape},
+    {u"Window", u"FreezePanes", Use::Write, &SetFreezePanes},
+};
+
+}  // namespace
+
+std::span<const Override> ToolbarOverrides() {
+  return kOverrides;
 }
 
 }  // namespace qva::calc

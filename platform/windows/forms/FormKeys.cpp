@@ -5,12 +5,10 @@
 
 #include <algorithm>
 
+#include "platform/windows/forms/Keyboard.h"
+
 namespace qva::windows {
 namespace {
-
-bool IsDown(int key) {
-  return GetKeyState(key) < 0;
-}
 
 bool IsOption(const NativeControl& control) {
   return control.description().kind == ui::ControlKind::OptionButton;

@@ -12,6 +12,7 @@
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/GridHeader.h"
 #include "platform/windows/forms/GridKeys.h"
+#include "platform/windows/forms/Keyboard.h"
 
 namespace qva::windows {
 namespace {
@@ -21,10 +22,6 @@ constexpr int kMarkerWidth = 20;
 constexpr int kLeastColumnWidth = 16;
 constexpr int kLineSpacing = 3;  // above and below the text
 constexpr int kWheelColumns = 60;
-
-bool IsDown(int key) {
-  return GetKeyState(key) < 0;
-}
 
 /// The height of a line of text in a font.
 int TextHeight(HWND window, HFONT font) {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/list_filter.h"
+#include "platform/forms/list_filter.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/Modality.h"

@@ -1,8 +1,8 @@
 // The type library against the member tables, member by member.
 #include <functional>
 
-#include "global/PublicClasses.h"
 #include "platform/text.h"
+#include "server/PublicClasses.h"
 #include "server/com/AutomationTypes.h"
 #include "tests/com/client/client.h"
 

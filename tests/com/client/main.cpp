@@ -2,7 +2,7 @@
 // is.
 #include <gmock/gmock.h>
 
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
 
 #include <initguid.h>
 

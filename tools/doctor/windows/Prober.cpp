@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "global/PublicClasses.h"
 #include "platform/host.h"
 #include "platform/services.h"
 #include "platform/settings.h"
@@ -12,7 +11,8 @@
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
-#include "platform/windows/WindowsPlatform.h"
+#include "platform/windows/services/WindowsPlatform.h"
+#include "server/PublicClasses.h"
 #include "server/com/LibraryRegistration.h"
 #include "storage/CSaveForm.h"
 #include "tools/doctor/windows/ProgramFiles.h"

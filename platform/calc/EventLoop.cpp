@@ -1,0 +1,79 @@
+#include "platform/calc/EventLoop.h"
+
+#include <com/sun/star/awt/SystemDependentXWindow.hpp>
+#include <com/sun/star/awt/Toolkit.hpp>
+#include <com/sun/star/awt/XCallback.hpp>
+#include <com/sun/star/awt/XRequestCallback.hpp>
+#include <com/sun/star/awt/XSystemDependentWindowPeer.hpp>
+#include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/lang/SystemDependent.hpp>
+#include <cppuhelper/implbase1.hxx>
+
+#include "platform/calc/UnoValue.h"
+
+namespace qva::calc {
+namespace {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+
+class Action : public cppu::WeakImplHelper1<css::awt::XCallback> {
+ public:
+  explicit Action(std::function<void()> action) : action_(std::move(action)) {}
+  void SAL_CALL notify(const Any&) override {
+    try {
+      action_();
+    } catch (...) {
+      // Nothing may get into LibreOffice's loop.
+    }
+  }
+
+ private:
+  std::function<void()> action_;
+};
+
+}  // namespace
+
+Reference<css::awt::XToolkit> Toolkit() {
+  return Reference<css::awt::XToolkit>(css::awt::Toolkit::create(Context()), UNO_QUERY_THROW);
+}
+
+void Post(std::function<void()> action) {
+  const Reference<css::awt::XRequestCallback> loop(
+      Context()->getServiceManager()->createInstanceWithContext("com.sun.star.awt.AsyncCallback", Context()),
+      UNO_QUERY_THROW);
+  loop->addCallback(new Action(std::move(action)), Any());
+}
+
+Reference<css::frame::XFrame> CurrentFrame() {
+  const auto desktop = css::frame::Desktop::create(Context());
+  const Reference<css::frame::XFrame> current = desktop->getCurrentFrame();
+  if (current.is()) return current;
+  // No window has been active yet.
+  const Reference<css::container::XIndexAccess> frames(desktop->getFrames(), UNO_QUERY);
+  if (!frames.is() || frames->getCount() == 0) return {};
+  return Reference<css::frame::XFrame>(frames->getByIndex(frames->getCount() - 1), UNO_QUERY);
+}
+
+Reference<css::awt::XWindowPeer> DocumentWindow() {
+  const Reference<css::frame::XFrame> frame = CurrentFrame();
+  return frame.is() ? Reference<css::awt::XWindowPeer>(frame->getContainerWindow(), UNO_QUERY)
+                    : Reference<css::awt::XWindowPeer>();
+}
+
+bool IsOnScreen() {
+  try {
+    // Without a screen LibreOffice has windows all the same, drawn into memory: those know no display.
+    const Reference<css::awt::XSystemDependentWindowPeer> window(DocumentWindow(), UNO_QUERY);
+    css::awt::SystemDependentXWindow handle;
+    return window.is() &&
+           (window->getWindowHandle({}, css::lang::SystemDependent::SYSTEM_XWINDOW) >>= handle) &&
+           handle.DisplayPointer != 0;
+  } catch (const css::uno::Exception&) {
+    return false;
+  }
+}
+
+}  // namespace qva::calc

@@ -1,0 +1,58 @@
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "platform/filesystem/rotated_file.h"
+
+namespace qva {
+namespace {
+
+constexpr int kTries = 100;
+constexpr useconds_t kPause = 2000;  // microseconds
+
+int OpenToAppend(const NativePath& path) {
+  // Without waiting: a pipe that nobody reads is no log.
+  return ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, S_IRUSR | S_IWUSR);
+}
+
+bool TakeTurn(int file) {
+  for (int i = 0; i < kTries; ++i) {
+    if (::flock(file, LOCK_EX | LOCK_NB) == 0) return true;
+    ::usleep(kPause);
+  }
+  return false;
+}
+
+bool IsStillNamed(const struct stat& file, const NativePath& path) {
+  struct stat named {};
+  return ::stat(path.c_str(), &named) == 0 && named.st_ino == file.st_ino && named.st_dev == file.st_dev;
+}
+
+}  // namespace
+
+bool AppendRotated(const NativePath& path, const std::string& text, std::uint64_t limit) {
+  int file = OpenToAppend(path);
+  // Another process may give the file its second name while this one waits for its turn.
+  struct stat status {};
+  while (file >= 0 && TakeTurn(file) && ::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) {
+    const bool is_named = IsStillNamed(status, path);
+    const bool is_full =
+        status.st_size > 0 && static_cast<std::uint64_t>(status.st_size) + text.size() > limit;
+    if (is_named && (!is_full || std::rename(path.c_str(), (path + ".1").c_str()) != 0)) break;
+    ::close(file);
+    file = OpenToAppend(path);
+  }
+  if (file < 0) return false;
+  const bool done = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+  ::close(file);
+  return done;
+}
+
+std::uint32_t ProcessId() {
+  return static_cast<std::uint32_t>(::getpid());
+}
+
+}  // namespace qva

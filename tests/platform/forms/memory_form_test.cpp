@@ -1,0 +1,247 @@
+#include "platform/forms/memory_form.h"
+
+#include "platform/date.h"
+#include "tests/platform/core_test.h"
+
+namespace qva {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// One control of each kind.
+ui::FormDescription Sample() {
+  using enum ui::ControlKind;
+  ui::FormDescription form;
+  form.name = u"frmTest";
+  form.cancel_button = u"btCancel";
+  form.controls = {{Frame, u"Kinds", u"", {}, u"", 0},
+                   {OptionButton, u"optA", u"A", {}, u"Kinds", 0},
+                   {OptionButton, u"optB", u"B", {}, u"Kinds", 0},
+                   {OptionButton, u"optOther", u"C", {}, u"", 0},
+                   {TextBox, u"txt", u"", {}, u"", 0},
+                   {ComboBox, u"cb", u"", {}, u"", 0},
+                   {DatePicker, u"ed", u"", {}, u"", 0},
+                   {MonthView, u"month", u"", {}, u"", 0},
+                   {TabControl, u"tab", u"", {}, u"", 0},
+                   {Grid, u"grid", u"", {}, u"", 0},
+                   {Label, u"label", u"Metai", {}, u"", 0},
+                   {Button, u"bt", u"Spausti", {}, u"", 0},
+                   {Button, u"btCancel", u"", {}, u"", 0}};
+  return form;
+}
+
+class MemoryFormTest : public CoreTest {
+ protected:
+  /// Shows the form to a user.
+  void Show(const MemoryForm::User& user) {
+    form = std::make_unique<MemoryForm>(Sample(), user);
+    if (prepare) prepare(*form);
+    form->ShowModal();
+  }
+  template <class T>
+  T& Control(std::u16string_view name) {
+    return ui::Get<T>(*form, name);
+  }
+
+  std::function<void(MemoryForm&)> prepare;
+  std::unique_ptr<MemoryForm> form;
+};
+
+TEST_F(MemoryFormTest, RaisesAChangeOnlyWhenTheTextIsAnotherOne) {
+  std::vector<std::u16string> seen;
+  Show([&](MemoryForm&) {
+    auto& box = Control<ui::TextBox>(u"txt");
+    box.on_change = [&] { seen.push_back(box.Text()); };
+    box.SetText(u"a");
+    box.SetText(u"a");
+    form->Type(u"txt", u"20");
+    form->Type(u"txt", u"");
+  });
+  EXPECT_THAT(seen, ElementsAre(u"a", u"2", u"20", u""));
+}
+
+TEST_F(MemoryFormTest, CutsATextThatIsTooLong) {
+  Show([&](MemoryForm&) {
+    Control<ui::TextBox>(u"txt").SetText(u"ilgas tekstas");
+    Control<ui::TextBox>(u"txt").SetMaxLength(4);
+    EXPECT_EQ(form->Text(u"txt"), u"ilgas tekstas");  // a limit concerns what comes
+    form->Type(u"txt", u"20245");
+    EXPECT_EQ(form->Text(u"txt"), u"2024");
+  });
+}
+
+TEST_F(MemoryFormTest, ClicksAnOptionWhenItBecomesTheSelectedOneOfItsFrame) {
+  std::string clicks;
+  Show([&](MemoryForm&) {
+    Control<ui::OptionButton>(u"optA").on_click = [&] { clicks += 'A'; };
+    Control<ui::OptionButton>(u"optB").on_click = [&] { clicks += 'B'; };
+    Control<ui::OptionButton>(u"optOther").Select();
+    Control<ui::OptionButton>(u"optA").Select();
+    form->Click(u"optA");
+    form->Click(u"optB");
+    EXPECT_FALSE(Control<ui::OptionButton>(u"optA").Selected());
+    EXPECT_TRUE(Control<ui::OptionButton>(u"optOther").Selected());
+  });
+  EXPECT_EQ(clicks, "AB");
+}
+
+TEST_F(MemoryFormTest, RaisesAChangeOfADateAlsoWhenTheProgramSetsIt) {
+  int changes = 0;
+  Show([&](MemoryForm&) {
+    auto& picker = Control<ui::DatePicker>(u"ed");
+    picker.on_change = [&] { ++changes; };
+    picker.SetValue(DateFromParts(2024, 5, 6));
+    picker.SetValue(Date{DateFromParts(2024, 5, 6).serial + 0.5});
+    form->PickDate(u"ed", DateFromParts(2024, 5, 7));
+    picker.SetFormat(u"yyyy.MM");
+    EXPECT_EQ(form->Text(u"ed"), u"2024.05");
+  });
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(MemoryFormTest, ShowsNoDateThatPickersCannotShow) {
+  Show([&](MemoryForm&) {
+    EXPECT_EQ(RaisedBy([&] { Control<ui::DatePicker>(u"ed").SetValue(DateFromParts(1752, 12, 31)); }),
+              kInvalidPropertyValue);
+    EXPECT_EQ(RaisedBy([&] { Control<ui::MonthView>(u"month").SetValue(DateFromParts(1752, 12, 31)); }),
+              kInvalidPropertyValue);
+    Control<ui::DatePicker>(u"ed").SetValue(DateFromParts(1753, 1, 1));
+    Control<ui::DatePicker>(u"ed").SetValue(DateFromParts(9999, 12, 31));
+  });
+}
+
+TEST_F(MemoryFormTest, PicksADayWithADoubleClickAndPassesKeysOn) {
+  std::vector<int> keys;
+  Date picked;
+  Show([&](MemoryForm&) {
+    auto& month = Control<ui::MonthView>(u"month");
+    month.on_day_double_click = [&] { picked = month.Value(); };
+    month.on_key_press = [&](int key) { keys.push_back(key); };
+    form->PressKey(u"month", 13);
+    form->DoubleClickDay(u"month", DateFromParts(2024, 2, 29));
+  });
+  EXPECT_EQ(picked, DateFromParts(2024, 2, 29));
+  EXPECT_THAT(keys, ElementsAre(13));
+}
+
+TEST_F(MemoryFormTest, LetsNobodyWorkWhatIsNotThereDisabledOrOfAnotherKind) {
+  Show([&](MemoryForm&) {
+    EXPECT_EQ(RaisedBy([&] { form->Click(u"nėra"); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { form->Click(u"txt"); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { form->Type(u"bt", u"x"); }), kInvalidProcedureCall);
+    form->Find(u"txt")->SetEnabled(false);
+    EXPECT_EQ(RaisedBy([&] { form->Type(u"txt", u"x"); }), kInvalidProcedureCall);
+    form->Find(u"txt")->SetEnabled(true);
+    Control<ui::TextBox>(u"txt").SetReadOnly(true);
+    EXPECT_EQ(RaisedBy([&] { form->Type(u"txt", u"x"); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { form->TypeCell(u"grid", 0, u"A", u"x"); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { form->SelectRow(u"grid", 0); }), kInvalidProcedureCall);
+    form->Hide();
+    EXPECT_EQ(RaisedBy([&] { form->Click(u"bt"); }), kInvalidProcedureCall);
+  });
+}
+
+/// Rows of one text in every column.
+struct GridRows : ui::GridModel {
+  std::size_t RowCount() const override { return rows.size(); }
+  std::u16string CellText(std::size_t row, std::size_t) const override { return rows[row]; }
+  bool SetCellText(std::size_t row, std::size_t, std::u16string_view text) override {
+    if (text == u"bloga") return false;
+    rows[row] = text;
+    grid->Refresh();
+    return true;
+  }
+  void AppendRow() override {
+    rows.emplace_back();
+    grid->Refresh();
+  }
+  void DeleteRow(std::size_t row) override {
+    rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
+    grid->Refresh();
+  }
+  void PressCellButton(std::size_t, std::size_t) override {}
+  ui::Grid* grid = nullptr;
+  std::vector<std::u16string> rows;
+};
+
+TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
+  GridRows model;
+  Show([&](MemoryForm&) {
+    auto& grid = Control<ui::Grid>(u"grid");
+    model.grid = &grid;
+    grid.SetColumns({{.name = u"A", .caption = u""}});
+    grid.SetModel(&model);
+    EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));
+    EXPECT_EQ(form->RowCount(u"grid"), 0u);
+    EXPECT_EQ(grid.CurrentRow(), std::nullopt);
+    EXPECT_TRUE(form->TypeCell(u"grid", 0, u"A", u"gera"));
+    EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));  // a row that was there stays
+    EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera");
+  });
+}
+
+TEST_F(MemoryFormTest, ShowsAGridAsItWasAtItsLastRefresh) {
+  GridRows model;
+  model.rows = {u"gera"};
+  Show([&](MemoryForm&) {
+    auto& grid = Control<ui::Grid>(u"grid");
+    model.grid = &grid;
+    grid.SetColumns({{.name = u"A", .caption = u""}});
+    grid.SetModel(&model);
+    model.rows = {u"kita", u"antra"};
+    EXPECT_EQ(form->RowCount(u"grid"), 1u);
+    EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera") << "nobody said that there is something new";
+    grid.Refresh();
+    EXPECT_EQ(form->RowCount(u"grid"), 2u);
+    EXPECT_EQ(form->CellText(u"grid", 1, u"A"), u"antra");
+    grid.SetColumns({{.name = u"A", .caption = u""}, {.name = u"B", .caption = u""}});
+    EXPECT_EQ(form->CellText(u"grid", 1, u"B"), u"antra") << "other columns show the rows anew";
+  });
+}
+
+TEST_F(MemoryFormTest, GivesTheFocusToWhatIsWorked) {
+  Show([&](MemoryForm&) {
+    form->Type(u"cb", u"F1");
+    EXPECT_EQ(form->focused(), u"cb");
+    EXPECT_EQ(form->Text(u"cb"), u"F1");
+    form->Find(u"txt")->SetFocus();
+    EXPECT_EQ(form->focused(), u"txt");
+  });
+}
+
+TEST_F(MemoryFormTest, ClosesAWindowThatTheUserLeavesOpenByItsCancelButton) {
+  int cancelled = 0;
+  prepare = [&](MemoryForm&) {
+    Control<ui::Button>(u"btCancel").on_click = [&] {
+      ++cancelled;
+      form->Hide();
+    };
+  };
+  Show([&](MemoryForm&) { EXPECT_TRUE(form->Visible()); });
+  EXPECT_EQ(cancelled, 1);
+  EXPECT_FALSE(form->Visible());
+}
+
+TEST_F(MemoryFormTest, IsHiddenWhenItsUserFails) {
+  EXPECT_EQ(RaisedBy([&] { Show([](MemoryForm&) { throw AutomationError(kOverflow); }); }), kOverflow);
+  EXPECT_FALSE(form->Visible());
+}
+
+TEST_F(MemoryFormTest, IsNotMadeOfADescriptionThatContradictsItself) {
+  ui::FormDescription twice = Sample();
+  twice.controls.push_back(twice.controls.front());
+  EXPECT_EQ(RaisedBy([&] { MemoryForm(twice, {}); }), kInternalError);
+  ui::FormDescription orphan = Sample();
+  orphan.controls.back().parent = u"nėra";
+  EXPECT_EQ(RaisedBy([&] { MemoryForm(orphan, {}); }), kInternalError);
+}
+
+TEST_F(MemoryFormTest, HasNoControlThatAProgramDoesNotKnow) {
+  MemoryForm sample(Sample(), {});
+  EXPECT_EQ(RaisedBy([&] { ui::Get<ui::TextBox>(sample, u"nėra"); }), kInternalError);
+  EXPECT_EQ(RaisedBy([&] { ui::Get<ui::TextBox>(sample, u"bt"); }), kInternalError);
+}
+
+}  // namespace
+}  // namespace qva

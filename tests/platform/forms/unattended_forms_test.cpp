@@ -1,0 +1,197 @@
+#include "platform/forms/unattended_forms.h"
+
+#include "platform/date.h"
+#include "platform/memory/MemoryLocale.h"
+#include "tests/heard_failures.h"
+#include "tests/platform/core_test.h"
+#include "tests/platform/posix/temporary_folder.h"
+
+namespace qva {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+/// A form with a grid of two columns and a list behind the second one's button.
+class UnattendedFormsTest : public testing::Test {
+ protected:
+  struct Model : ui::GridModel {
+    std::size_t RowCount() const override { return rows.size(); }
+    std::u16string CellText(std::size_t row, std::size_t column) const override { return rows[row][column]; }
+    bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) override {
+      if (text == u"bloga") return false;
+      rows[row][column] = text;
+      grid->Refresh();
+      return true;
+    }
+    void AppendRow() override {
+      rows.push_back({u"", u""});
+      grid->Refresh();
+    }
+    void DeleteRow(std::size_t) override {}
+    void PressCellButton(std::size_t row, std::size_t) override {
+      const auto chosen = forms->Choose({u"Knygos", {u"Kodas"}, {{u"A"}, {u"B"}}}, u"");
+      if (chosen) rows[row][1] = *chosen == 0 ? u"A" : u"B";
+      grid->Refresh();
+    }
+    ui::Grid* grid = nullptr;
+    UnattendedForms* forms = nullptr;
+    std::vector<std::vector<std::u16string>> rows;
+  };
+
+  /// Shows the form with these answers; the error's description, empty when none is raised.
+  std::string Show(std::string_view content) {
+    WriteFile(answers, content);
+    forms.emplace(answers, log, clock, locale);
+    return ShowAgain();
+  }
+  std::string ShowAgain() {
+    using enum ui::ControlKind;
+    ui::FormDescription description;
+    description.name = u"frmTest";
+    description.default_button = u"btOk";
+    description.controls = {{TextBox, u"txt", u"", {}, u"", 0},     {DatePicker, u"ed", u"", {}, u"", 0},
+                            {MonthView, u"month", u"", {}, u"", 0}, {OptionButton, u"opt", u"", {}, u"", 0},
+                            {Grid, u"grid", u"", {}, u"", 0},       {Button, u"btOk", u"", {}, u"", 0},
+                            {Button, u"btCancel", u"", {}, u"", 0}};
+    model = {};
+    model.forms = &*forms;
+    key = 0;
+    form = forms->Create(description);
+    auto& grid = ui::Get<ui::Grid>(*form, u"grid");
+    grid.SetColumns({{.name = u"A", .caption = u""}, {.name = u"B", .caption = u"", .cell_button = true}});
+    model.grid = &grid;
+    grid.SetModel(&model);
+    ui::Get<ui::Button>(*form, u"btOk").on_click = [this] {
+      if (accepts) form->Hide();
+    };
+    ui::Get<ui::Button>(*form, u"btCancel").on_click = [this] { form->Hide(); };
+    ui::Get<ui::MonthView>(*form, u"month").on_key_press = [this](int character) { key = character; };
+    try {
+      form->ShowModal();
+      return "";
+    } catch (const AutomationError& error) {
+      EXPECT_EQ(error.number(), kInvalidProcedureCall);
+      return ToUtf8(error.description());
+    }
+  }
+  std::string Log() const { return FileContent(log); }
+
+  TemporaryFolder folder;
+  const std::filesystem::path answers = folder / "answers";
+  const std::filesystem::path log = folder / "log";
+  MemoryClock clock;
+  MemoryLocale locale;
+  std::optional<UnattendedForms> forms;
+  std::unique_ptr<ui::Form> form;
+  Model model;
+  bool accepts = true;
+  int key = 0;
+};
+
+TEST_F(UnattendedFormsTest, WorksTheControlsInOrder) {
+  EXPECT_EQ(
+      Show("# one showing\n[frmTest]\ntxt = 2024 m.\nopt\ned = 2024-02-29\n\ngrid 1 A = x\ngrid 2 A = y\n"
+           "grid 1 B\nlist = B\ngrid 2\nmonth = 2024-01-31\nmonth key 13\nbtOk\n"),
+      "");
+  EXPECT_EQ(ui::Get<ui::TextBox>(*form, u"txt").Text(), u"2024 m.");
+  EXPECT_TRUE(ui::Get<ui::OptionButton>(*form, u"opt").Selected());
+  EXPECT_EQ(ui::Get<ui::DatePicker>(*form, u"ed").Value(), DateFromParts(2024, 2, 29));
+  EXPECT_EQ(model.rows, (std::vector<std::vector<std::u16string>>{{u"x", u"B"}, {u"y", u""}}));
+  EXPECT_EQ(ui::Get<ui::Grid>(*form, u"grid").CurrentRow(), 1u);
+  EXPECT_EQ(ui::Get<ui::MonthView>(*form, u"month").Value(), DateFromParts(2024, 1, 31));
+  EXPECT_EQ(key, 13);
+  EXPECT_THAT(Log(), HasSubstr("form frmTest"));
+  EXPECT_THAT(Log(), HasSubstr("txt = 2024 m."));
+  EXPECT_THAT(Log(), Not(HasSubstr("ERROR")));
+}
+
+TEST_F(UnattendedFormsTest, AnswersOneShowingAfterTheOther) {
+  EXPECT_EQ(Show("[frmTest]\ntxt = 1\nbtOk\n[frmTest]\ntxt =\nbtCancel\n"), "");
+  EXPECT_EQ(ui::Get<ui::TextBox>(*form, u"txt").Text(), u"1");
+  EXPECT_EQ(ShowAgain(), "");
+  EXPECT_EQ(ui::Get<ui::TextBox>(*form, u"txt").Text(), u"");
+  EXPECT_THAT(ShowAgain(), HasSubstr("There are no answers for the form frmTest"));
+}
+
+TEST_F(UnattendedFormsTest, RefusesAnAnswerForAControlThatIsNotThere) {
+  EXPECT_THAT(
+      Show("[frmTest]\nnera = 1\nbtOk\n"),
+      HasSubstr("line 2 of " + answers.string() + " (nera = 1): The control nera is not on the form"));
+  EXPECT_THAT(Log(), HasSubstr("ERROR: line 2"));
+  EXPECT_FALSE(form->Visible());
+}
+
+TEST_F(UnattendedFormsTest, RefusesWhatTheFormDoesNotAccept) {
+  accepts = false;
+  EXPECT_THAT(Show("[frmTest]\nbtOk\nbtCancel\n"), HasSubstr("line 2"));
+  EXPECT_THAT(Show("[frmTest]\ngrid 1 A = bloga\nbtOk\n"), HasSubstr("(grid 1 A = bloga): The form refuses"));
+}
+
+TEST_F(UnattendedFormsTest, RefusesWhatIsNoAnswer) {
+  for (const std::string line : {"opt opt", "grid = 1", "grid 0 A = x", "grid 9", "month double kada",
+                                 "month key 0", "ed = vakar", "=", "month treble 2024-01-01"}) {
+    EXPECT_THAT(Show("[frmTest]\n" + line + "\nbtOk\n"), HasSubstr("line 2")) << line;
+  }
+}
+
+TEST_F(UnattendedFormsTest, RefusesAnswersThatLeaveTheFormOpen) {
+  EXPECT_THAT(Show("[frmTest]\ntxt = 1\n"), HasSubstr("still open"));
+  EXPECT_THAT(Show("[frmTest]\ntxt = 1\n[frmTest]\nbtOk\n"), HasSubstr("still open"));
+}
+
+TEST_F(UnattendedFormsTest, GoesOnWithTheNextShowingAfterARefusedOne) {
+  EXPECT_THAT(Show("[frmTest]\nnera = 1\ntxt = 1\nbtOk\n[frmTest]\ntxt = 2\nbtOk\n"), HasSubstr("line 2"));
+  EXPECT_EQ(ShowAgain(), "");
+  EXPECT_EQ(ui::Get<ui::TextBox>(*form, u"txt").Text(), u"2");
+}
+
+TEST_F(UnattendedFormsTest, TellsOfAnswersLeftOverFromTheFormBefore) {
+  EXPECT_EQ(Show("[frmTest]\nbtOk\ntxt = 1\nopt\n[frmTest]\nbtOk\n[frmTest]\nbtOk\n"), "");
+  EXPECT_EQ(ShowAgain(), "line 3 of " + answers.string() + " (txt = 1): no form was open for it");
+  EXPECT_FALSE(form->Visible());
+  EXPECT_EQ(ShowAgain(), "");
+}
+
+TEST_F(UnattendedFormsTest, RefusesAnswersForAnotherForm) {
+  EXPECT_THAT(Show("[frmDatePic]\nbtOk\n"), HasSubstr("There are no answers for the form frmTest"));
+}
+
+TEST_F(UnattendedFormsTest, RefusesAFormWithoutAnAnswersFile) {
+  forms.emplace(NativePath(), log, clock, locale);
+  EXPECT_EQ(ShowAgain(), "There are no answers for the form frmTest");
+  forms.emplace(folder / "missing", log, clock, locale);
+  EXPECT_THAT(ShowAgain(), HasSubstr("There are no answers"));
+  EXPECT_THAT(Log(), HasSubstr("ERROR: cannot read the answers file"));
+}
+
+TEST_F(UnattendedFormsTest, RefusesAListWithoutItsAnswer) {
+  EXPECT_THAT(Show("[frmTest]\ngrid 1 A = x\ngrid 1 B\nbtOk\n"),
+              HasSubstr("There is no answer for the list \"Knygos\""));
+  EXPECT_THAT(Show("[frmTest]\ngrid 1 A = x\ngrid 1 B\nlist = C\nbtOk\n"),
+              HasSubstr("line 4 of " + answers.string() + " (list = C): the list \"Knygos\" has no row C"));
+}
+
+TEST_F(UnattendedFormsTest, LeavesAListWhenToldTo) {
+  EXPECT_EQ(Show("[frmTest]\ngrid 1 A = x\ngrid 1 B\nlist\nbtOk\n"), "");
+  EXPECT_EQ(model.rows[0][1], u"");
+}
+
+TEST_F(UnattendedFormsTest, ARefusedOrMissingAnswerIsAFailureAndAnyOtherMistakeAWrongAnswer) {
+  const HeardFailures failures;
+  Show("[frmTest]\ngrid 1 A = bloga\n");
+  Show("");
+  Show("[frmTest]\ntxt = 1\n");
+  EXPECT_EQ(failures.failed.size(), 3u);
+  EXPECT_TRUE(failures.wrongly_answered.empty());
+  Show("[frmTest]\ntxtt = 1\nbtOk\n");
+  Show("[frmTest]\ned = 2024-02-30\nbtOk\n");
+  Show("[frmTest]\ngrid 1 B\nlist = C\nbtOk\n");
+  EXPECT_EQ(failures.failed.size(), 3u);
+  ASSERT_EQ(failures.wrongly_answered.size(), 3u);
+  EXPECT_THAT(ToUtf8(failures.wrongly_answered[0]),
+              HasSubstr("line 2 of " + answers.string() + " (txtt = 1)"));
+}
+
+}  // namespace
+}  // namespace qva
