@@ -3,6 +3,7 @@
 
 #include <type_traits>
 
+#include "platform/windows/Counted.h"
 #include "platform/windows/OwnObject.h"
 #include "server/com/ObjectCalls.h"
 #include "server/com/ServerModule.h"
@@ -13,38 +14,18 @@ namespace qva::com {
 /// by `Interface`, which the derived face completes with one forwarding line for each member. An object has
 /// one COM object at a time, so that its identity holds; it lives as long as a caller holds it.
 template <class Interface>
-class ComObject : public Interface,
-                  public ISupportErrorInfo,
-                  public IProvideClassInfo,
-                  public windows::OwnObject {
+class ComObject
+    : public windows::Counted<Interface, ISupportErrorInfo, IProvideClassInfo, windows::OwnObject> {
  public:
   explicit ComObject(ObjectPtr object) : calls_(std::move(object)) { Remember(calls_.object(), this); }
-  ComObject(const ComObject&) = delete;
-  ComObject& operator=(const ComObject&) = delete;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interface_id, void** result) override {
-    if (!result) return E_POINTER;
-    *result = nullptr;
-    if (interface_id == IID_IUnknown || interface_id == IID_IDispatch ||
-        interface_id == __uuidof(Interface)) {
-      *result = static_cast<Interface*>(this);
-    } else if (interface_id == IID_ISupportErrorInfo) {
-      *result = static_cast<ISupportErrorInfo*>(this);
-    } else if (interface_id == IID_IProvideClassInfo && IsDescribed()) {
-      *result = static_cast<IProvideClassInfo*>(this);
-    } else if (interface_id == __uuidof(windows::OwnObject)) {
-      *result = static_cast<windows::OwnObject*>(this);
-    } else {
-      return E_NOINTERFACE;
+    if (interface_id == IID_IDispatch) return Base::QueryInterface(__uuidof(Interface), result);
+    if (interface_id == IID_IProvideClassInfo && !IsDescribed()) {
+      if (result) *result = nullptr;
+      return result ? E_NOINTERFACE : E_POINTER;
     }
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG references = InterlockedDecrement(&references_);
-    if (references == 0) delete this;
-    return static_cast<ULONG>(references);
+    return Base::QueryInterface(interface_id, result);
   }
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
@@ -81,7 +62,7 @@ class ComObject : public Interface,
   }
 
  protected:
-  virtual ~ComObject() { Forget(calls_.object()); }
+  ~ComObject() override { Forget(calls_.object()); }
 
   Object& object() const { return calls_.object(); }
 
@@ -94,6 +75,8 @@ class ComObject : public Interface,
   }
 
  private:
+  using Base = windows::Counted<Interface, ISupportErrorInfo, IProvideClassInfo, windows::OwnObject>;
+
   /// Keeps the object alive through a call in which the caller lets go of it.
   class Hold {
    public:
@@ -110,7 +93,6 @@ class ComObject : public Interface,
   static constexpr bool IsDescribed() { return !std::is_same_v<Interface, IDispatch>; }
 
   ObjectCalls calls_;
-  LONG references_ = 0;
 };
 
 }  // namespace qva::com

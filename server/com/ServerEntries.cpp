@@ -4,32 +4,16 @@
 
 #include "platform/windows/Busy.h"
 #include "platform/windows/ComPtr.h"
+#include "platform/windows/Counted.h"
 #include "server/com/ServerModule.h"
 
 namespace qva::com {
 namespace {
 
 /// Creates the objects of one class.
-class ClassFactory final : public IClassFactory {
+class ClassFactory final : public windows::Counted<IClassFactory> {
  public:
   explicit ClassFactory(std::function<ObjectPtr()> create) : create_(std::move(create)) { Lock(); }
-  ClassFactory(const ClassFactory&) = delete;
-  ClassFactory& operator=(const ClassFactory&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interface_id, void** result) override {
-    if (!result) return E_POINTER;
-    const bool is_known = interface_id == IID_IUnknown || interface_id == IID_IClassFactory;
-    *result = is_known ? static_cast<IClassFactory*>(this) : nullptr;
-    if (!is_known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG references = InterlockedDecrement(&references_);
-    if (references == 0) delete this;
-    return static_cast<ULONG>(references);
-  }
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID interface_id, void** result) override {
     if (!result) return E_POINTER;
@@ -50,10 +34,9 @@ class ClassFactory final : public IClassFactory {
   }
 
  private:
-  ~ClassFactory() { Unlock(); }
+  ~ClassFactory() override { Unlock(); }
 
   const std::function<ObjectPtr()> create_;
-  LONG references_ = 0;
 };
 
 }  // namespace

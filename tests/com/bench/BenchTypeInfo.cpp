@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/windows/Counted.h"
+
 namespace qva::bench {
 namespace {
 
@@ -18,23 +20,9 @@ GUID GuidOf(const std::wstring& name) {
   return guid;
 }
 
-class BenchTypeInfo final : public ITypeInfo {
+class BenchTypeInfo final : public windows::Counted<ITypeInfo> {
  public:
   explicit BenchTypeInfo(std::wstring name) : name_(std::move(name)) {}
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interface_id, void** result) override {
-    const bool is_known = interface_id == IID_IUnknown || interface_id == IID_ITypeInfo;
-    *result = is_known ? this : nullptr;
-    if (!is_known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references_)); }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const LONG references = InterlockedDecrement(&references_);
-    if (references == 0) delete this;
-    return static_cast<ULONG>(references);
-  }
 
   HRESULT STDMETHODCALLTYPE GetTypeAttr(TYPEATTR** result) override {
     auto* attributes = new TYPEATTR{};
@@ -76,16 +64,15 @@ class BenchTypeInfo final : public ITypeInfo {
   void STDMETHODCALLTYPE ReleaseVarDesc(VARDESC*) override {}
 
  private:
-  ~BenchTypeInfo() = default;
-
   std::wstring name_;
-  LONG references_ = 1;
 };
 
 }  // namespace
 
 ITypeInfo* NewBenchTypeInfo(const std::wstring& name) {
-  return new BenchTypeInfo(name);
+  auto* info = new BenchTypeInfo(name);
+  info->AddRef();
+  return info;
 }
 
 }  // namespace qva::bench
