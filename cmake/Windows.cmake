@@ -42,7 +42,12 @@ add_custom_command(
   OUTPUT ${idl_output}/QVA_Varnholt_idl.h
   COMMAND ${WIDL} ${widl_bitness} -I ${wine_idl_folder} -L ${wine_tlb_folder} -h -o ${idl_output}/QVA_Varnholt_idl.h ${idl}
   DEPENDS ${idl} VERBATIM)
-add_custom_target(qva_idl DEPENDS ${idl_output}/QVA_Varnholt.tlb ${idl_output}/QVA_Varnholt_idl.h)
+add_custom_command(
+  OUTPUT ${idl_output}/QVA_Varnholt_faces.h
+  COMMAND ${CMAKE_COMMAND} -DIDL=${idl} -DOUTPUT=${idl_output}/QVA_Varnholt_faces.h -P ${CMAKE_SOURCE_DIR}/cmake/Faces.cmake
+  DEPENDS ${idl} ${CMAKE_SOURCE_DIR}/cmake/Faces.cmake VERBATIM)
+add_custom_target(qva_idl DEPENDS ${idl_output}/QVA_Varnholt.tlb ${idl_output}/QVA_Varnholt_idl.h
+                                  ${idl_output}/QVA_Varnholt_faces.h)
 
 # What every COM server of the project is made of; each brings the faces of its own classes.
 add_library(qva_com STATIC server/com/MemberIds.cpp server/com/ObjectCalls.cpp server/com/Registration.cpp

@@ -5,12 +5,8 @@
 
 #include <vector>
 
+#include "QVA_Varnholt_faces.h"
 #include "server/com/ComObject.h"
-#include "server/com/ExcelUiFaces.h"
-#include "server/com/GlobalFaces.h"
-#include "server/com/PeriodFaces.h"
-#include "server/com/ReportFaces.h"
-#include "server/com/StorageFaces.h"
 
 namespace qva::com {
 
@@ -36,22 +32,9 @@ IDispatch* Make(ObjectPtr object) {
   return new T(std::move(object));
 }
 
-const Face kFaces[] = {
-    {u"gExcelObject", CLSID_gExcelObject, IID__gExcelObject, &Make<gExcelObject>},
-    {u"CTools", CLSID_CTools, IID__CTools, &Make<CTools>},
-    {u"CLockScreen", CLSID_CLockScreen, IID__CLockScreen, &Make<CLockScreen>},
-    {u"CRepPeriod", CLSID_CRepPeriod, IID__CRepPeriod, &Make<CRepPeriod>},
-    {u"CDatePic", CLSID_CDatePic, IID__CDatePic, &Make<CDatePic>},
-    {u"CReports", CLSID_CReports, IID__CReports, &Make<CReports>},
-    {u"CSaveForm", CLSID_CSaveForm, IID__CSaveForm, &Make<CSaveForm>},
-    {u"CSetPath", CLSID_CSetPath, IID__CSetPath, &Make<CSetPath>},
-    {u"CToolbar", CLSID_CToolbar, IID__CToolbar, &Make<CToolbar>},
-    {u"CButtonProperties", CLSID_CButtonProperties, IID__CButtonProperties, &Make<CButtonProperties>},
-    {u"CToolbars", CLSID_CToolbars, IID__CToolbars, &Make<CToolbars>},
-    {u"CDefaultButtons", CLSID_CDefaultButtons, IID__CDefaultButtons, &Make<CDefaultButtons>},
-    {u"CCommandsEvent", CLSID_CCommandsEvent, IID__CCommandsEvent, &Make<CCommandsEvent>},
-    {u"CEnvironment", CLSID_CEnvironment, IID__CEnvironment, &Make<CEnvironment>},
-};
+#define QVA_FACE(CLASS) {u"" #CLASS, CLSID_##CLASS, IID__##CLASS, &Make<CLASS>},
+const Face kFaces[] = {QVA_FACES(QVA_FACE)};
+#undef QVA_FACE
 
 const Face& FaceOf(const PublicClass& public_class) {
   for (const Face& face : kFaces) {
