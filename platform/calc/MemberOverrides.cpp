@@ -111,6 +111,7 @@ constexpr Override kOverrides[] = {
     {u"Range", u"HasArray", Use::Read, &HasArray},
     {u"Range", u"Value", Use::Write, &SetCellValue},
     {u"Range", u"Value2", Use::Read, &CellValue2},
+    {u"Workbook", u"Save", Use::Read, &Save},
     {u"Workbook", u"SaveAs", Use::Read, &SaveAs},
     {u"Workbook", u"VBProject", Use::Read, &VBProject},
     {u"Workbooks", u"Open", Use::Read, &Open},

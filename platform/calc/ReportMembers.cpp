@@ -1,6 +1,7 @@
 #include "platform/calc/ReportMembers.h"
 
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/vba/XVBACompatibility.hpp>
 
@@ -174,6 +175,12 @@ Value VBProject(const ObjectPtr& workbook, const Arguments&) {
 
 Value SaveAs(const ObjectPtr& workbook, const Arguments& arguments) {
   return Own(workbook, Access::Call, u"SaveAs", WithSystemPath(arguments));
+}
+
+// LibreOffice's own only asks for it: the file would get what the workbook holds when the macro gives way.
+Value Save(const ObjectPtr& workbook, const Arguments&) {
+  Reference<css::frame::XStorable>(DocumentOf(workbook), UNO_QUERY_THROW)->store();
+  return {};
 }
 
 Value Open(const ObjectPtr& workbooks, const Arguments& arguments) {

@@ -24,6 +24,8 @@ Value WithFolder(const ObjectPtr& workbook, Value name);
 /// goes by its first library besides "Standard".
 Value VBProject(const ObjectPtr& workbook, const Arguments& arguments);
 
+/// Workbook.Save, which is done when it returns.
+Value Save(const ObjectPtr& workbook, const Arguments& arguments);
 /// Workbook.SaveAs and Workbooks.Open with paths as the library's own files have them, "C:\folder\file".
 Value SaveAs(const ObjectPtr& workbook, const Arguments& arguments);
 Value Open(const ObjectPtr& workbooks, const Arguments& arguments);

@@ -78,7 +78,7 @@ TEST_F(CalcFinish, AReportIsPrintedFrozenLockedColouredAndStored) {
                   "replaced: True True", "by date: True Balansas_2024_05.xls", "wrong year: False",
                   "opened: Kopija.xls", "formulas: 6|10|10.5||#DIV/0!|#N/A|0|ąč|a = b|=F1*2",
                   "block: 11,0,100|21,0,200|31,0,300|=J1,=J1,", "saved cell: True", "locked: True False True",
-                  "colours: 15 -4142 -4142"));
+                  "colours: 15 -4142 -4142", "stored first: 5 True"));
 
   const std::string archived = Contents(archive / "2024/Balansas_2024_03.xls");
   EXPECT_THAT(archived, StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"));

@@ -65,6 +65,8 @@ Private Sub Saving(r, s)
     r.SaveDoc s.Range("H1"), s.Range("H2"), bSaved
     WriteLine "saved: " & bSaved & " " & ThisWorkbook.Name & " " & ThisWorkbook.Saved
     s.Range("F1").Value = 6
+    DoEvents
+    FileCopy ThisWorkbook.Path & "/Balansas_2024_03.xls", ThisWorkbook.Path & "/Pirma.xls"
     r.SaveDoc s.Range("H1"), s.Range("H2"), bSaved
     WriteLine "refused: " & bSaved & " " & ThisWorkbook.Saved
     r.SaveDoc s.Range("H1"), s.Range("H2"), bSaved, False
@@ -97,4 +99,6 @@ Private Sub OpenAnew()
     WriteLine "saved cell: " & s.Range("H5").Value
     WriteLine "locked: " & s.Range("A1:B2").Locked & " " & s.Range("C1:D2").Locked & " " & s.Range("A3").Locked
     WriteLine "colours: " & s.Range("A1").Interior.ColorIndex & " " & s.Range("A2").Interior.ColorIndex & " " & s.Range("B1").Interior.ColorIndex
+    Set s = t.OpenBook("C:\Ataskaitos\Archyvas\2024\", "Pirma").Sheets("Lapas")
+    WriteLine "stored first: " & s.Range("F1").Value & " " & s.Range("H5").Value
 End Sub
