@@ -38,7 +38,7 @@ constexpr std::u16string_view kTemplate = u"sablonas.fods";
 constexpr std::u16string_view kNewReport = u"Nauja ataskaita";
 constexpr int kMostNewReports = 9999;
 
-/// The archive of the sample company; the library makes no more than its last folder.
+/// The archive of the sample companies; the library makes no more than a year's folder in it.
 constexpr std::u16string_view kArchiveFolders[] = {u"C:\\Ataskaitos", u"C:\\Ataskaitos\\Archyvas"};
 
 // What the user is told.
@@ -97,6 +97,10 @@ void ChooseSampleBook(const Services& services) {
   if (CurrentBook(services).empty()) SetCurrentBook(services, kSampleBook);
 }
 
+void MakeArchive(const Services& services) {
+  for (const std::u16string_view folder : kArchiveFolders) MakeFolder(*services.files, folder);
+}
+
 void ChooseBook() {
   const Services& services = GetServices();
   ChoiceList list{u"Apskaitos knygos", {u"Kodas", u"Pavadinimas"}, {}};
@@ -104,7 +108,9 @@ void ChooseBook() {
     list.rows.push_back({std::move(book.code), std::move(book.name)});
   }
   const auto chosen = services.list_chooser->Choose(list, CurrentBook(services));
-  if (chosen && !SetCurrentBook(services, list.rows.at(*chosen)[0])) throw Refusal(kNotSaved);
+  if (!chosen) return;
+  if (!SetCurrentBook(services, list.rows.at(*chosen)[0])) throw Refusal(kNotSaved);
+  MakeArchive(services);
 }
 
 fs::path InExtension(std::u16string_view sample) {
@@ -173,6 +179,7 @@ void MenuJob::RunActiveWorkbook() const {
 void MenuJob::MakeReport() const {
   const Services& services = GetServices();
   MakeFolder(*services.files, kReportsFolder);
+  MakeArchive(services);
   ChooseSampleBook(services);
   OpenWorkbook(context_, CopyTemplate().string()).Keep();
 }
@@ -189,7 +196,7 @@ void MenuJob::ShowGuide() const {
 void MenuJob::RunSample(std::u16string_view name) const {
   const Services& services = GetServices();
   MakeFolder(*services.files, kReportsFolder);
-  for (const std::u16string_view folder : kArchiveFolders) MakeFolder(*services.files, folder);
+  MakeArchive(services);
   ChooseSampleBook(services);
   const std::u16string file = std::u16string(name) + u".fods";
   const std::u16string copy = std::u16string(kReportsFolder) + u"\\" + file;

@@ -34,6 +34,7 @@ class CalcMenu : public CalcTest {
   RunResult Run(const std::string& macro, std::vector<std::string> options = {},
                 std::map<std::string, std::string> environment = {}) {
     options.insert(options.end(), {"--macro", "Ataskaita." + macro, "--build-folder", build.string()});
+    environment["QVA_VARNHOLT_DRIVES"] = drives.string();
     StartMacro("menu", options, std::move(environment));
     return Finish();
   }
@@ -68,9 +69,11 @@ class CalcMenu : public CalcTest {
     return book.string();
   }
   static std::string Writing(const std::string& text) { return "  WriteLine \"" + text + "\"\n"; }
-  fs::path Reports() const { return output / "drives/C/Pavyzdziai"; }
+  fs::path Reports() const { return drives / "C/Pavyzdziai"; }
+  fs::path Archive() const { return drives / "C/Ataskaitos/Archyvas"; }
 
   fs::path build;
+  fs::path drives = folder / "drives";
 };
 
 TEST_F(CalcMenu, RunsTheActiveWorkbookAlsoFromAMacroThatRuns) {
@@ -132,6 +135,7 @@ TEST_F(CalcMenu, TheBookThatIsChosenIsTheHostsFromThenOn) {
   const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("\"P0\"=\"BALTIJA\""));
+  EXPECT_TRUE(fs::is_directory(Archive())) << "its reports could not be stored";
 }
 
 TEST_F(CalcMenu, TheBookStaysWhenNoneIsChosen) {
@@ -152,6 +156,7 @@ TEST_F(CalcMenu, NewReportsGetNamesOfTheirOwnAndReplaceNothing) {
               ElementsAre("C/Pavyzdziai/Nauja ataskaita 2.fods", "C/Pavyzdziai/Nauja ataskaita 3.fods"));
   EXPECT_EQ(Contents(Reports() / "nauja ATASKAITA.fods"), "the user's own");
   EXPECT_EQ(Contents(Reports() / "Nauja ataskaita 3.fods"), Contents(build / "samples/sablonas.fods"));
+  EXPECT_TRUE(fs::is_directory(Archive())) << "they could not be stored";
 }
 
 TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
