@@ -80,6 +80,21 @@ TEST(Guide, HasTheSamePagesInBothLanguages) {
   for (std::size_t i = 0; i < english.size(); ++i) EXPECT_EQ(english[i].name, lithuanian[i].name);
 }
 
+/// Whoever reads the pages where they are written follows the same links.
+TEST(Guide, IsWrittenInPagesWhoseLinksHold) {
+  const std::regex link(R"(\]\(([^)#:]+)\))");
+  int found = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(SourceFolder() / "docs" / "guide")) {
+    if (entry.path().extension() != ".md") continue;
+    const std::string page = corpus::Contents(entry.path());
+    for (std::sregex_iterator it(page.begin(), page.end(), link), end; it != end; ++it, ++found) {
+      EXPECT_TRUE(std::filesystem::is_regular_file(entry.path().parent_path() / std::string((*it)[1])))
+          << entry.path() << " links " << (*it)[1];
+    }
+  }
+  EXPECT_GT(found, 30);
+}
+
 /// Exactly what stands in the guide, pasted into a macro of the corpus, gives what the macro gives.
 TEST(Guide, ShowsExamplesThatRunAsPasted) {
   const auto english = ExamplesOf(Committed("guide.md"), "Example");

@@ -54,6 +54,16 @@ void Replace(std::string& text, std::string_view what, std::string_view with) {
   }
 }
 
+/// A page's prose, whose links lead to files where the prose stands, with links as pages have them: all pages
+/// in one folder, pictures in one below it, and the introduction the first page.
+std::string ReadProse(const std::filesystem::path& path) {
+  std::string text = ReadText(path);
+  Replace(text, "](../../", "](");
+  Replace(text, "](../", "](");
+  Replace(text, "](introduction.md)", "](index.md)");
+  return text;
+}
+
 /// A type's name in Basic.
 std::string BasicType(ParameterType type, std::u16string_view object_class) {
   switch (type) {
@@ -279,10 +289,10 @@ std::vector<GuidePage> MakeGuidePages(const std::filesystem::path& source_folder
   const auto add = [&](std::string name, std::string text) {
     pages.push_back({std::move(name), TitleOf(text), std::move(text)});
   };
-  add("index", ReadText(prose / "introduction.md"));
+  add("index", ReadProse(prose / "introduction.md"));
   for (const char* name : {"tutorial"}) {
     if (std::filesystem::exists(english / (std::string(name) + ".md")))
-      add(name, ReadText(prose / (std::string(name) + ".md")));
+      add(name, ReadProse(prose / (std::string(name) + ".md")));
   }
   std::string errors = "| " + std::string(words.class_word) + " | " + std::string(words.error) + " | " +
                        std::string(words.when) + " |\n|---|---|---|\n";
@@ -295,7 +305,7 @@ std::vector<GuidePage> MakeGuidePages(const std::filesystem::path& source_folder
   for (const PublicClass& public_class : PublicClasses()) {
     const ClassDescription& description = public_class.description();
     const std::string name = ToUtf8(description.name());
-    const std::string text = ReadText(prose / (name + ".md"));
+    const std::string text = ReadProse(prose / (name + ".md"));
     std::string page = "# " + name + "\n\n";
     page.append(texts.Take(name, description.help())).append(".\n\n");
     page.append(Example(macros / ("guide_" + name + ".macro"), name, words)).append("\n");
@@ -304,7 +314,7 @@ std::vector<GuidePage> MakeGuidePages(const std::filesystem::path& source_folder
     add_errors("`" + name + "`", text);
   }
   texts.CheckAllTaken();
-  std::string reference = ReadText(prose / "reference.md");
+  std::string reference = ReadProse(prose / "reference.md");
   Replace(reference, "<!-- messages -->\n", MessageRows(source_folder / "host" / "QVAFormRes.txt", words));
   Replace(reference, "<!-- errors -->\n", errors);
   add("reference", std::move(reference));
