@@ -74,6 +74,15 @@ HostDatabase::HostDatabase(const std::filesystem::path& file)
                  {u"Amount", Type::Amount}}),
       accounts_(database_, u"GLAccount", TableReader::Scope::OneBook, u"Code",
                 {{u"BookCode", Type::Text}, {u"Code", Type::Text}, {u"Name", Type::Text}}),
+      entries_(database_, u"GLEntry", TableReader::Scope::OneBook, u"Id",
+               {{u"Id", Type::Number},
+                {u"BookCode", Type::Text},
+                {u"EntryDate", Type::Day},
+                {u"Kind", Type::Text},
+                {u"DebitAccount", Type::Text},
+                {u"CreditAccount", Type::Text},
+                {u"Amount", Type::Amount},
+                {u"Name", Type::Text}}),
       account_months_(database_, u"GLAccountMonth", TableReader::Scope::OneBook, u"Code",
                       {{u"BookCode", Type::Text},
                        {u"Code", Type::Text},
@@ -131,7 +140,7 @@ std::optional<std::u16string> HostDatabase::FindFolder(std::u16string_view path_
 
 const TableReader* HostDatabase::FindTable(std::u16string_view name) const {
   for (const TableReader* table : {&books_, &account_sets_, &bank_account_roles_, &documents_, &postings_,
-                                   &accounts_, &account_months_, &vat_months_}) {
+                                   &accounts_, &entries_, &account_months_, &vat_months_}) {
     if (EqualIgnoringCase(table->name(), name)) return table;
   }
   return nullptr;

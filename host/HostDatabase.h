@@ -80,6 +80,7 @@ class HostDatabase {
   TableReader documents_;
   TableReader postings_;
   TableReader accounts_;
+  TableReader entries_;
   TableReader account_months_;
   TableReader vat_months_;
 };

@@ -214,7 +214,7 @@ TEST_P(GuideReference, ShowsTheHostsTablesAsTheyAre) {
     const embedded::TableReader* table = database.FindTable(FromUtf8(name));
     ASSERT_TRUE(table);
     const Rows rows = TableBelow(page_, heading);
-    const std::string key_field = name == "THDocument" ? "IDC" : "Code";
+    const std::string key_field = name == "THDocument" ? "IDC" : name == "GLEntry" ? "Id" : "Code";
     const auto key = std::ranges::find_if(rows, [&](const auto& row) { return row[0] == key_field; });
     ASSERT_NE(key, rows.end());
     const auto record = table->Find(u"MEDVILNE", FromUtf8((*key)[3]));
@@ -230,6 +230,30 @@ TEST_P(GuideReference, ShowsTheHostsTablesAsTheyAre) {
     }
   }
   EXPECT_EQ(tables, std::distance(std::sregex_iterator(source.begin(), source.end(), given), {}));
+}
+
+TEST_P(GuideReference, HasTheFacesThatLibreOfficeShows) {
+  const std::string source =
+      corpus::Contents(SourceFolder() / "platform" / "calc" / "toolbars" / "Faces.cpp");
+  const std::string faces =
+      source.substr(source.find("kFaces[]"), source.find("kBuiltInCommands[]") - source.find("kFaces[]"));
+  std::set<std::string> known, told;
+  const std::regex entry(R"(\{(\d+), "\.uno:)");
+  for (std::sregex_iterator it(faces.begin(), faces.end(), entry), end; it != end; ++it)
+    known.insert((*it)[1]);
+  const std::size_t begin = page_.find("`Button_FaceID`", page_.find("`Button_OnAction`"));
+  const std::regex number(R"(\d+)");
+  std::istringstream lines(page_.substr(begin, page_.find("\n## ", begin) - begin));
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream cells(line);
+    std::string cell;
+    for (int place = 0; line.starts_with("|") && std::getline(cells, cell, '|'); ++place) {
+      if (place % 2 == 0) continue;
+      for (std::sregex_iterator it(cell.begin(), cell.end(), number), end; it != end; ++it)
+        told.insert(it->str());
+    }
+  }
+  EXPECT_EQ(told, known);
 }
 
 /// Those that no macro meets aside (tests/corpus/completeness_test.cpp says why).

@@ -1,6 +1,7 @@
 // The sample companies' ledgers: what reports are made of must agree with itself.
 #include <map>
 
+#include "platform/date.h"
 #include "tests/host/host_test.h"
 
 namespace qva::embedded {
@@ -103,6 +104,27 @@ TEST_P(Ledger, TheRegistersOfInvoicesGiveTheVatThatTheLedgerOwes) {
   }
   EXPECT_EQ(owed.size(), 24u);
   for (const auto& [month, amount] : owed) EXPECT_EQ(BalancesAt(month)["4492"], -amount) << month;
+}
+
+TEST_P(Ledger, EntriesAddUpToTheTurnoversOfTheirMonths) {
+  std::map<std::string, std::int64_t> debits, credits;
+  for (const Record& row :
+       Rows(u"GLEntry", {u"EntryDate", u"Kind", u"DebitAccount", u"CreditAccount", u"Amount"})) {
+    const std::u16string month =
+        u"/" + FormatByWindowsPattern(row[0].ToDate(), u"yyyy-MM") + (row[1].ToText() == u"UZD" ? u"U" : u"");
+    debits[ToUtf8(row[2].ToText() + month)] += row[4].ToInt32();
+    credits[ToUtf8(row[3].ToText() + month)] += row[4].ToInt32();
+  }
+  EXPECT_GT(debits.size(), 500u);
+  std::size_t turnovers = 0;
+  for (const Record& row : Rows(u"GLAccountMonth", {u"Code", u"Debit", u"Credit"})) {
+    const std::string code = ToUtf8(row[0].ToText());
+    EXPECT_EQ(debits[code], row[1].ToInt32()) << code;
+    EXPECT_EQ(credits[code], row[2].ToInt32()) << code;
+    ++turnovers;
+  }
+  debits.merge(credits);
+  EXPECT_EQ(debits.size(), turnovers);
 }
 
 TEST_P(Ledger, AccountsAndPostingsOfDocumentsAreGivenOut) {
