@@ -1,6 +1,7 @@
 #!/usr/bin/env perl
-# Does to a new workbook what the tutorial says: its procedure goes into the module, and driver.fods, a spreadsheet whose
-# macro Ataskaita.Main changes the sheet, is written beside the answers.
+# Does to a new workbook what the tutorial says: its procedures go into the module, with those that the reference shows, and
+# driver.fods, a spreadsheet whose macro Ataskaita.Main changes the sheets, is written beside the answers. The macro
+# Ataskaita.Visos runs what the guide runs one by one.
 #   tutorial.pl <language: guide or gidas> <new workbook> <folder>
 use strict;
 use warnings;
@@ -15,16 +16,38 @@ my ($language, $workbook, $folder) = @ARGV;
 die "usage: tutorial.pl guide|gidas <new workbook> <folder>\n" unless defined $folder;
 my $root = dirname(dirname(__FILE__));
 
-my $page = contents($root . '/docs/guide/' . ($language eq 'gidas' ? 'lt/' : '') . 'tutorial.md');
-my ($procedure) = $page =~ /^```vb\n(Private Sub RasytiTurini\(\)\n.*?^End Sub\n)```$/ms or die "no procedure\n";
-my ($answers) = $page =~ /^```\n(\[frmReportPeriod\]\n.*?)```$/ms or die "no answers\n";
+my $page = contents("$root/docs/$language.md");
+my ($answers) = $page =~ /^```\n(\[frmReportPeriod\]\ntxtYear.*?)```$/ms or die "no answers\n";
 write_file("$folder/tutorial.answers", $answers);
 
+# Each piece of code is pasted somewhere: the classes' examples into workbooks of their own (guide-examples.pl), all others
+# here, but for the error handler, which is a part of a procedure that the module QvaReport has.
+my (%procedures, $printing);
+for my $code ($page =~ /^```vb\n(.*?)^```$/msg) {
+  next if $code =~ /^Sub (?:Example|Pavyzdys)/ || $code =~ /^(?:Failed|Klaida):/;
+  if ($code =~ /^(?:Public|Private) Sub (\w+)/) { $procedures{$1} = $code }
+  elsif ($code =~ /^    oAtaskaita\.Spauzd .*\n\z/) { $printing = $code }
+  else { die "nothing is done with this code:\n$code" }
+}
+my $turinys = delete $procedures{RasytiTurini} or die "no RasytiTurini\n";
+my $names = join ' ', sort keys %procedures;
+die "not these procedures: $names\n" if $names ne 'Bandymas IplaukosBanke RasytiPinigus RodytiPinigus SaskaituPlanas';
+$turinys =~ s/(?=^End Sub\n)/    RasytiPinigus\n/m;
+
 my $text = contents($workbook);
-$text =~ s/^Private Sub RasytiTurini\(\)\n.*?^End Sub\n/xml($procedure)/mse or die "no RasytiTurini in $workbook\n";
+$text =~ s/^Private Sub RasytiTurini\(\)\n.*?^End Sub\n/xml($turinys)/mse or die "no RasytiTurini in $workbook\n";
+$text =~ s/(^    oAtaskaita\.Spauzd .*, True\n)/$1 . xml($printing)/me or die "nothing is printed in $workbook\n";
+my $pasted = join "\n", (map { $procedures{$_} } sort keys %procedures), <<'END';
+Public Sub Visos()
+    Bandymas
+    SaskaituPlanas
+    IplaukosBanke
+End Sub
+END
+$text =~ s/(?=^' ---- Mygtukai)/xml("$pasted\n")/me or die "no buttons in $workbook\n";
 write_file($workbook, $text);
 
-# By hand this is what section 2 says, step by step.
+# By hand this is what sections 2, 6 and 7 say, step by step.
 my $driver = <<'END';
 Option VBASupport 1
 Public Sub Main()
@@ -58,8 +81,33 @@ Public Sub Main()
     oNames.getByName("Skaiciai").Content = "$Ataskaita.$C$101:$D$101"
     oNames.getByName("SumosEilute").Content = "$Ataskaita.$A$101:$D$101"
     oNames.getByName("Print").Content = "$Ataskaita.$A$1:$D$102"
+    oDocument.Sheets.insertNewByName("Pinigai", 1)
+    Set oSheet = oDocument.Sheets.getByName("Pinigai")
+    oSheet.getCellRangeByName("A1:E1").setDataArray(Array(Array("Data", "Debetas", "Kreditas", "Įrašas", "Suma, EUR")))
+    oSheet.Columns.getByName("D").Width = 7000
+    SetFormat oDocument, oSheet.getCellRangeByName("A2:A11"), "YYYY-MM-DD"
+    SetFormat oDocument, oSheet.getCellRangeByName("E2:E12"), "# ##0,00"
+    oSheet.setPrintAreas(Array(oSheet.getCellRangeByName("A1:E12").RangeAddress))
+    oNames.addNewByName("PiniguEilutes", "$Pinigai.$A$2:$E$11", oSheet.getCellByPosition(0, 0).CellAddress, 0)
+    oNames.addNewByName("PiniguSuma", "$Pinigai.$A$12:$E$12", oSheet.getCellByPosition(0, 0).CellAddress, 0)
+    Set oSheet = oDocument.Sheets.getByName("Nustatymai")
+    ' True stays True in the copy of a cell.
+    oSheet.copyRange(oSheet.getCellRangeByName("A11").CellAddress, oSheet.getCellRangeByName("A10:J10").RangeAddress)
+    oSheet.getCellRangeByName("A11:G11").setDataArray(Array(Array(1, 59, "Pinigai", "", "TagPinigai", "Rodyti pinigų lapą", "^{g}")))
+    oSheet.getCellRangeByName("J11").String = "RodytiPinigus"
+    oSheet.getCellRangeByName("C2").Value = 5
     oDocument.storeToURL(ConvertToUrl(Environ("QVA_TEST_WORKBOOK")), aStore())
     oDocument.close(False)
+End Sub
+
+Private Sub SetFormat(oDocument, oCells, sFormat)
+    Dim oFormats As Object, aLocale As New com.sun.star.lang.Locale, nKey As Long
+    aLocale.Language = "lt"
+    aLocale.Country = "LT"
+    Set oFormats = oDocument.getNumberFormats()
+    nKey = oFormats.queryKey(sFormat, aLocale, False)
+    If nKey = -1 Then nKey = oFormats.addNew(sFormat, aLocale)
+    oCells.NumberFormat = nKey
 End Sub
 
 Private Sub CopyTo(oSheet, sTo, sFrom)
