@@ -1,6 +1,10 @@
 #!/usr/bin/env perl
-# Writes each example of docs/guide.md and docs/gidas.md as a spreadsheet of one empty sheet with the example in a
-# module, a spreadsheet driver.fods that runs them all, and what belongs to them, into a folder.
+# Writes the examples of docs/guide.md and docs/gidas.md, as they stand there, so that an engine can run them, into a
+# folder: what they need, and what they are to leave in cells (expected.txt: name, tab, cells).
+#   tools/guide-examples.pl libreoffice <folder>   each as a spreadsheet of one empty sheet with the example in a module;
+#                                                  driver.fods runs them all and leaves <name>.result
+#   tools/guide-examples.pl vbscript <folder>      script.vbs for Windows' script host and the test bench's Excel, which
+#                                                  leaves log.txt: name, tab, result
 use strict;
 use warnings;
 use utf8;
@@ -11,7 +15,10 @@ use lib $Bin;
 use FlatWorkbook;
 
 my $root = dirname(dirname(__FILE__));
-my $folder = $ARGV[0] // die "usage: guide-examples.pl <folder>\n";
+my ($engine, $folder) = @ARGV;
+my %engines = (libreoffice => \&write_spreadsheets, vbscript => \&write_script);
+my $write = $engines{$engine // ''};
+die "usage: guide-examples.pl libreoffice|vbscript <folder>\n" unless $write && defined $folder;
 
 # What the examples leave in cells with the sample company; nothing where only their going through counts.
 my %expected = (
@@ -31,11 +38,6 @@ my %expected = (
   CEnvironment => 'A1=Ataskaitos būsena',
 );
 
-sub spreadsheet {
-  my ($library, $module, $code) = @_;
-  return workbook($library, 'Lapas1', $module => "Option VBASupport 1\n$code");
-}
-
 my (%examples, @names);
 for my $guide (qw(guide gidas)) {
   my $text = contents("$root/docs/$guide.md");
@@ -44,7 +46,6 @@ for my $guide (qw(guide gidas)) {
     die "no expectation for $name\n" unless exists $expected{$2};
     push @names, $name;
     $examples{$name} = $1;
-    write_file("$folder/$name.fods", spreadsheet('Standard', 'Module1', $1));
   }
 }
 die "the guides show " . @names . " examples\n" unless @names == 2 * keys %expected;
@@ -57,7 +58,18 @@ write_file("$folder/form.answers", join '', map {
   my $answers = "$root/tests/corpus/macros/guide_" . s/.*-//r . '.answers';
   -e $answers ? contents($answers) =~ s/= F1$/= PAGR/mr : ();
 } @names);
-my $driver = <<'END';
+$write->();
+
+sub procedure_of { my ($procedure) = $examples{$_[0]} =~ /^Sub (\w+)/; return $procedure }
+
+sub spreadsheet {
+  my ($library, $module, $code) = @_;
+  return workbook($library, 'Lapas1', $module => "Option VBASupport 1\n$code");
+}
+
+sub write_spreadsheets {
+  write_file("$folder/$_.fods", spreadsheet('Standard', 'Module1', $examples{$_})) for @names;
+  my $driver = <<'END';
 Option Explicit
 
 Public Sub Main()
@@ -105,8 +117,20 @@ End Function
 
 Private Sub RunAll()
 END
-for my $name (@names) {
-  my ($procedure) = $examples{$name} =~ /^Sub (\w+)/;
-  $driver .= qq(    RunOne "$name", "$procedure"\n);
+  $driver .= qq(    RunOne "$_", ") . procedure_of($_) . qq("\n) for @names;
+  write_file("$folder/driver.fods", spreadsheet('VBAProject', 'Ataskaita', $driver . "End Sub\n"));
 }
-write_file("$folder/driver.fods", spreadsheet('VBAProject', 'Ataskaita', $driver . "End Sub\n"));
+
+sub write_script {
+  (my $log = "Z:$folder/log.txt") =~ tr{/}{\\};
+  my $code = join "\n", map { $examples{$_} } @names;
+  my $runs = join '', map { <<END } @names;
+BeginExample "$_"
+@{[procedure_of($_)]}
+EndExample
+END
+  my $script = contents("$root/tests/com/demo/guide.vbs") =~ s/\@LOG\@/$log/r =~ s/^\@EXAMPLES\@$/$code/mr =~ s/^\@RUNS\@$/$runs/mr;
+  open my $out, '|-', "'$root/tools/ascii-script.pl' '$folder/texts.txt' > '$folder/script.vbs'" or die "$!\n";
+  print $out $script;
+  close $out or die "ascii-script.pl failed\n";
+}

@@ -2,9 +2,11 @@
 # Renders a sample report as a script for Windows' script host, on the test bench's Excel: its sheets, formulas and
 # names, and its macros as they stand, but for what VBScript does not have - types, error handlers, files, named
 # arguments, arrays from 1.
-#   tools/sample-script.pl <sample> <folder>   writes script.vbs, form.answers and list.answers into the folder;
-#                                              running the script writes log.txt there: the report's log, "==", and
-#                                              the rows of its printed area, as tests/calc/figures holds them
+#   tools/sample-script.pl <sample> <folder> [<macro> <changes>]
+#     writes script.vbs, form.answers and list.answers into the folder; running the script writes log.txt there: the
+#     report's log, "==", and the rows of its printed area, as tests/calc/figures holds them. The sample is one of samples/,
+#     or the path of a workbook with its answers file beside it. The macro is Main unless another one is named; then a
+#     file of statements changes the sheets before it runs.
 use strict;
 use warnings;
 use utf8;
@@ -14,10 +16,11 @@ use FindBin qw($Bin);
 use lib $Bin;
 use FlatWorkbook;
 
-@ARGV == 2 or die "usage: sample-script.pl <sample> <folder>\n";
-my ($sample, $folder) = @ARGV;
+@ARGV == 2 || @ARGV == 4 or die "usage: sample-script.pl <sample> <folder> [<macro> <changes>]\n";
+my ($sample, $folder, $macro, $changes) = @ARGV;
 my $root = dirname($Bin);
-my $book = contents("$root/samples/$sample.fods");
+$sample = $sample =~ m{/} ? $sample =~ s/\.fods$//r : "$root/samples/$sample";
+my $book = contents("$sample.fods");
 
 sub plain { my $text = shift; return $text =~ s/&lt;/</gr =~ s/&gt;/>/gr =~ s/&quot;/"/gr =~ s/&apos;/'/gr =~ s/&amp;/&/gr }
 sub literal { my $text = shift; return '"' . $text =~ s/"/""/gr . '"' }
@@ -135,15 +138,15 @@ sub vbscript {
   # Of a single statement the handler stays, of all others the script is the one.
   $code =~ s/^( *)On Error GoTo (\w+)\n( *\S.*\n) *Exit Sub\n\2:\n(.*\n)(?=End)/$1On Error Resume Next\n$3$1If Err.Number <> 0 Then\n$1Err.Clear\n$4$1End If\n/mg;
   $code =~ s/^ *On Error GoTo (\w+)\n(.*?)\n *Exit (?:Sub|Function)\n\1:\n.*?(?=^End)/$2\n/msg;
-  # The twin has no widths of columns.
-  $code =~ s/^.*\.EntireColumn\..*\n//mg;
+  # The twin has no widths of columns, and hides nothing.
+  $code =~ s/^.*\.Entire(?:Row|Column)\..*\n//mg;
   $code =~ s/^( *)(?:Public|Private|Dim) (?!Const|Sub|Function)(.*)$/declarations($1, $2)/mge;
   $code =~ s/^(?:Public|Private) Const /Const /mg;
   $code =~ s/^(?:Public|Private) (Sub|Function) (\w+)\((.*?)\)(?: As \w+)?$/"$1 $2(" . $3 =~ s{\(\)| As \w+}{}gr . ")"/mge;
   $code =~ s/ReDim (\w+)\((.*)\)$/"ReDim $1(" . $2 =~ s{1 To }{}gr . ')'/mge;
   $code =~ s/\.Value = (\w+)$/$from_one{$1} ? ".Value = FromOne($1)" : $&/mge;
   $code =~ s/\.(\w+) (\w+:=.*)$/".$1 " . by_position($1, $2)/mge;
-  $code =~ s/(?<![.\w])ActiveWindow\b/Application.ActiveWindow/g;
+  $code =~ s/(?<![.\w])(?=Active(?:Window|Sheet)\b)/Application./g;
   $code =~ s/(?<== )(Split\(.*\))\((.*)\)$/Element($1, $2)/mg;
   $code =~ s/\bRound\(/RoundTo(/g;
   $code =~ s/\bUCase\(/Upper(/g;
@@ -160,7 +163,10 @@ while ($book =~ m{<ooo:module ooo:name="(\w+)"[^>]*><ooo:source-code[^>]*>(.*?)<
 
 (my $log = "Z:$folder/log.txt") =~ tr{/}{\\};
 my $script = contents("$root/tests/com/demo/sample.vbs");
+$setup .= contents($changes) if defined $changes;
+$macro //= 'Main';
 $script =~ s/\@LOG\@/$log/;
+$script =~ s/\@MACRO\@/$macro/;
 $script =~ s/^\@SHEETS\@$/$setup/m;
 $script =~ s/^\@MACROS\@$/vbscript($macros)/me;
 open my $out, '|-', "'$root/tools/ascii-script.pl' '$folder/texts.txt' > '$folder/script.vbs'" or die "$!\n";
@@ -168,6 +174,6 @@ print $out $script;
 close $out or die "ascii-script.pl failed\n";
 
 # The demo host shows its lists itself.
-my $answers = contents("$root/samples/$sample.answers");
+my $answers = contents("$sample.answers");
 write_file("$folder/list.answers", join '', $answers =~ /^list.*\n/mg);
 write_file("$folder/form.answers", $answers =~ s/^list.*\n//mgr);

@@ -10,7 +10,7 @@ build=${1:-build/debug}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 mkdir -p "$work/drives/C/Ataskaitos/Archyvas"
-tools/guide-examples.pl "$work" || exit 1
+tools/guide-examples.pl libreoffice "$work" || exit 1
 
 sanitizer=()
 if readelf -d "$build/libqva_calc.so" | grep -q libasan; then
@@ -52,6 +52,7 @@ for guide in gidas guide; do
   check "$guide: its sums agree" printed "$guide" 1 'IŠ VISO  *1 609 150,57  *1 609 150,57$'
   check "$guide: the second sheet has the largest entries" printed "$guide" 2 '2025-12-20  *2710  *2410 Pirkėjų apmokėjimai  *55 944,13$'
   check "$guide: and their sum" printed "$guide" 2 '^ *498 816,72$'
+  check "$guide: which is logged" logged "$guide" 'Didžiausi pinigų įrašai: 498816[,.]72$' 1
   check "$guide: the new button is on the toolbar" logged "$guide" 'Įrankių juosta .*: mygtukų 12$' 1
   check "$guide: its macro shows the sheet" logged "$guide" 'Rodomas lapas Pinigai$' 1
   check "$guide: the chart of accounts is logged" logged "$guide" '[1-6][0-9]{3} [^:]*$' 56

@@ -230,6 +230,8 @@ demo_host() {
   for sample in balance profit-loss vat; do
     check "$name: sample $sample has the figures that it has on Linux" sample_figures "$sample" "$cscript"
   done
+  guide_examples "$name" "$cscript"
+  wine_run "$reg" delete 'HKCU\Environment' /v PATH /f > /dev/null  # as an example left it
   check "$name: has its database in the user's own folder" test -s "$prefix"/drive_c/users/*/AppData/Local/QVA_Varnholt/host.sqlite
   # The kit runs in the script host of the machine's own bitness.
   [[ $1 != 64-bit ]] || acceptance "$build" "$regsvr32" "$reg"
@@ -315,6 +317,44 @@ sample_figures() {
   iconv -f UTF-16 -t UTF-8 "$folder/log.txt" > "$folder/log" || return 1
   sed '1,/^==$/d' "$folder/log" | diff "tests/calc/figures/$1.txt" - && grep -q '^Baigta: ' "$folder/log" && grep -q '^Grąžinta ' "$folder/log" &&
     ! grep -E '^(ERROR|KLAIDA)' "$folder/log"
+}
+
+# What the guide shows: each class's example as it stands, all in one script; then the tutorial's report with whatever the
+# guide pastes into it, without the types and error handlers that VBScript does not have. Only the error handler that is
+# shown by itself (gExcelObject) cannot run.
+guide_examples() {
+  local name=$1 cscript=$2 folder=$work/guide guide example expected found
+  rm -rf "$folder"
+  mkdir "$folder"
+  tools/guide-examples.pl vbscript "$folder" || { report "$name: the guide's examples can be written" 1; return; }
+  QVA_VARNHOLT_FORM_ANSWERS=$(windows_path "$folder/form.answers") \
+    wine_run "$cscript" //nologo "$(windows_path "$folder/script.vbs")" 2>&1
+  iconv -f UTF-16 -t UTF-8 "$folder/log.txt" > "$folder/log"
+  while IFS=$'\t' read -r example expected; do
+    found=$(sed -n "s/^$example\t//p" "$folder/log")
+    [[ $found == "no error"* && $found == *"$expected"* ]] || printf '%s gave:\n%s\nand not: %s\n' "$example" "$found" "$expected"
+    [[ $found == "no error"* && $found == *"$expected"* ]]
+    report "$name: the example of $example runs as it stands" $?
+  done < "$folder/expected.txt"
+  for guide in gidas guide; do
+    check "$name: $guide: the tutorial's report has the figures that it has on Linux" tutorial_figures "$guide" "$cscript"
+  done
+}
+tutorial_figures() {
+  local folder=$work/tutorial line
+  rm -rf "$folder"
+  mkdir -p "$folder/script"
+  cp samples/sablonas.fods "$folder/tutorial.fods"
+  tools/tutorial.pl "$1" "$folder/tutorial.fods" "$folder" &&
+    tools/sample-script.pl "$folder/tutorial.fods" "$folder/script" Visos "$folder/changes.vbs" || return 1
+  QVA_VARNHOLT_FORM_ANSWERS=$(windows_path "$folder/script/form.answers") \
+    wine_run "$2" //nologo "$(windows_path "$folder/script/script.vbs")" 2>&1
+  iconv -f UTF-16 -t UTF-8 "$folder/script/log.txt" > "$folder/log" || return 1
+  for line in 'Įrankių juosta .*: mygtukų 12' 'Didžiausi pinigų įrašai: 498816.72' 'Rodomas lapas Pinigai' 'Baigta: .*' \
+    '6900 Pelno mokesčio sąnaudos' '2410 Pirkėjų skolos: 581651.62' 'Grąžinta .*' 'IŠ VISO\|1609150.57\|1609150.57'; do
+    grep -qxE "$line" "$folder/log" || { echo "no line $line"; return 1; }
+  done
+  [[ $(grep -cE '^[1-6][0-9]{3} [^:|]*$' "$folder/log") -eq 56 ]] && ! grep -E '^(ERROR|KLAIDA)' "$folder/log"
 }
 
 # Whatever opens windows; Wine's 32-bit side has no displays.

@@ -1,7 +1,7 @@
 #!/usr/bin/env perl
 # Does to a new workbook what the tutorial says: its procedures go into the module, with those that the reference shows, and
-# driver.fods, a spreadsheet whose macro Ataskaita.Main changes the sheets, is written beside the answers. The macro
-# Ataskaita.Visos runs what the guide runs one by one.
+# driver.fods, a spreadsheet whose macro Ataskaita.Main changes the sheets, is written beside the answers; changes.vbs is the
+# same for the test bench's Excel. The macro Ataskaita.Visos runs what the guide runs one by one.
 #   tutorial.pl <language: guide or gidas> <new workbook> <folder>
 use strict;
 use warnings;
@@ -115,3 +115,31 @@ Private Sub CopyTo(oSheet, sTo, sFrom)
 End Sub
 END
 write_file("$folder/driver.fods", workbook('VBAProject', 'Lapas1', Ataskaita => $driver));
+
+write_file("$folder/changes.vbs", <<'END');
+Set sheet = ThisWorkbook.Worksheets("Ataskaita")
+sheet.Range("A11:C11").ClearContents
+sheet.Range("A1:D102").Name = "Print"
+sheet.Range("A101:D101").Name = "SumosEilute"
+sheet.Range("C101:D101").Name = "Skaiciai"
+sheet.Range("B101").Value = "IŠ VISO"
+sheet.Range("C101").Formula = "=SUM(C10:C100)"
+sheet.Range("D101").Formula = "=SUM(D10:D100)"
+sheet.Range("C9").Value = "Debetas, EUR"
+sheet.Range("D9").Value = "Kreditas, EUR"
+Set sheet = AddSheet("Pinigai")
+sheet.Range("A2:E11").Name = "PiniguEilutes"
+sheet.Range("A12:E12").Name = "PiniguSuma"
+sheet.PageSetup.PrintArea = "A1:E12"
+Set sheet = ThisWorkbook.Worksheets("Nustatymai")
+sheet.Range("C2").Value = 5
+sheet.Range("A11").Value = 1
+sheet.Range("B11").Value = 59
+sheet.Range("C11").Value = "Pinigai"
+sheet.Range("E11").Value = "TagPinigai"
+sheet.Range("F11").Value = "Rodyti pinigų lapą"
+sheet.Range("G11").Value = "^{g}"
+sheet.Range("H11").Value = True
+sheet.Range("I11").Value = True
+sheet.Range("J11").Value = "RodytiPinigus"
+END

@@ -111,7 +111,7 @@ End Sub
 @MACROS@
 
 Sub MakeReport()
-  Main
+  @MACRO@
   Uzverti
 End Sub
 
