@@ -297,6 +297,14 @@ TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
   EXPECT_EQ(make_new({"--help"}), 2);
 }
 
+TEST_F(ReportRunner, TheTemplatesPeriodIsThatOfItsKindBeforeAnybodyChoseOne) {
+  std::ofstream(folder / "ok.answers") << "[frmReportPeriod]\nbtOk\n";
+  const RunResult run = RunWorkbook(SourceFolder() / "samples/sablonas.fods",
+                                    {"--form-answers", (folder / "ok.answers").string()});
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(PdfText(output / "printed-1.pdf"), HasSubstr("2024-09-01 – 2024-09-30"));
+}
+
 TEST_F(ReportRunner, RunsAutoCloseInTheEndAlsoOfTheLibraryStandard) {
   for (const std::string library : {"Ataskaitos", "Standard"}) {
     const std::filesystem::path workbook =
