@@ -1,7 +1,8 @@
 #!/usr/bin/env perl
 # Does to a new workbook what the tutorial says: its procedures go into the module, with those that the reference shows, and
 # driver.fods, a spreadsheet whose macro Ataskaita.Main changes the sheets, is written beside the answers; changes.vbs is the
-# same for the test bench's Excel. The macro Ataskaita.Visos runs what the guide runs one by one.
+# same for the test bench's Excel. The macro Ataskaita.Visos runs what the guide runs one by one, on the
+# report of a quarter and then of the year, as visos.answers answers.
 #   tutorial.pl <language: guide or gidas> <new workbook> <folder>
 use strict;
 use warnings;
@@ -19,6 +20,7 @@ my $root = dirname(dirname(__FILE__));
 my $page = contents("$root/docs/$language.md");
 my ($answers) = $page =~ /^```\n(\[frmReportPeriod\]\ntxtYear.*?)```$/ms or die "no answers\n";
 write_file("$folder/tutorial.answers", $answers);
+write_file("$folder/visos.answers", "[frmReportPeriod]\ntxtYear = 2025\ntxtQuater = 2\nbtOk\n$answers");
 
 # Each piece of code is pasted somewhere: the classes' examples into workbooks of their own (guide-examples.pl), all others
 # here, but for the error handler, which is a part of a procedure that the module QvaReport has.
@@ -40,6 +42,7 @@ $text =~ s/(^    oAtaskaita\.Spauzd .*, True\n)/$1 . xml($printing)/me or die "n
 my $pasted = join "\n", (map { $procedures{$_} } sort keys %procedures), <<'END';
 Public Sub Visos()
     Bandymas
+    KeistiLaikotarpi
     SaskaituPlanas
     IplaukosBanke
 End Sub
