@@ -46,6 +46,13 @@ std::string CalcTest::XmlText(const std::string& text) {
   return out;
 }
 
+std::string CalcTest::ResourcesWith(const std::string& sql) const {
+  const fs::path resources = folder / "resources";
+  fs::copy(SourceFolder() / "host", resources);
+  std::ofstream(resources / "sample.sql", std::ios::app) << "\n" << sql << "\n";
+  return resources.string();
+}
+
 fs::path CalcTest::WriteWorkbook(const std::string& macro, const std::string& project,
                                  const std::string& sheets) {
   const fs::path macros = SourceFolder() / "tests/calc/macros";

@@ -54,6 +54,9 @@ class CalcTest : public testing::Test {
   /// What the macro wrote until now.
   std::vector<std::string> Lines() const;
 
+  /// A copy of the host's resources with more SQL at the end of the sample: the value of --host-resources.
+  std::string ResourcesWith(const std::string& sql) const;
+
   /// The text of a PDF file, its pages ended by form feeds.
   std::string PdfText(const std::filesystem::path& pdf) const;
   /// Everything in the file, empty when there is none.

@@ -2,7 +2,6 @@
 #include <fstream>
 
 #include "tests/calc/calc_fixture.h"
-#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
@@ -60,12 +59,10 @@ TEST_F(CalcPeriod, IsChosenKeptAndLeftAlone) {
 }
 
 TEST_F(CalcPeriod, KeepsPlanCodesAsTheListHasThem) {
-  const std::filesystem::path resources = folder / "resources";
-  std::filesystem::copy(SourceFolder() / "host", resources);
-  std::ofstream(resources / "sample.sql", std::ios::app)
-      << "\nINSERT INTO GLAccountSet (BookCode, Code, Name, IsBudget) VALUES\n"
-         "  ('MEDVILNE', '0012', 'Nuliai', 1), ('MEDVILNE', '1-2', 'Data', 1), ('MEDVILNE', '12', 'Dvylika', "
-         "1);\n";
+  const std::string resources = ResourcesWith(
+      "INSERT INTO GLAccountSet (BookCode, Code, Name, IsBudget) VALUES "
+      "('MEDVILNE', '0012', 'Nuliai', 1), ('MEDVILNE', '1-2', 'Data', 1), "
+      "('MEDVILNE', '12', 'Dvylika', 1);");
   std::ofstream(folder / "forms") << "[frmReportPeriod]\n"
                                      "cbAccPlan = 0012\n"
                                      "SpecGrid 1 BookCode = MEDVILNE\n"
@@ -86,14 +83,40 @@ TEST_F(CalcPeriod, KeepsPlanCodesAsTheListHasThem) {
                                      "[frmReportPeriod]\n"
                                      "cbAccPlan = 12\n"
                                      "btOk\n";
-  const RunResult run = RunMacro("period_codes", {"--form-answers", (folder / "forms").string(),
-                                                  "--host-resources", resources.string()});
+  const RunResult run = RunMacro(
+      "period_codes", {"--form-answers", (folder / "forms").string(), "--host-resources", resources});
   EXPECT_EQ(run.exit_status, 1) << "the refused code is a failure: " << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("True: String 0012, String 0012", "True: String 0012, String 0012",
                                      "True: String 1-2, String 1-2", "True: String BIUDZ, String 1-2",
                                      "False: String BIUDZ, String 1-2", "True: String 12, String 1-2"))
       << "a cell that had a text code stays one for texts";
   EXPECT_THAT(run.messages, HasSubstr("Ataskaitinio periodo nustatymai"));
+}
+
+TEST_F(CalcPeriod, OffersTheBudgetsOfWholeMonthsForDatesOfTheUsersOwn) {
+  // Budgets of the first days of 2024 and 2025 and of the last one of 2024.
+  std::ofstream(folder / "forms") << "[frmReportPeriod]\n"
+                                     "optUser\n"
+                                     "edCurrBegDate = 2025-01-15\n"
+                                     "edCurrEndDate = 2025-12-03\n"
+                                     "edPrevBegDate = 2024-01-20\n"
+                                     "edPrevEndDate = 2024-12-03\n"
+                                     "SpecGrid 1 BookCode = MEDVILNE\n"
+                                     "SpecGrid 1 PlanCode = BIUDZ\n"
+                                     "SpecGrid 1 BudgetCurrDocCode\n"
+                                     "list = BIU-2025-01\n"
+                                     "SpecGrid 1 BudgetLastDocCode\n"
+                                     "list = BIU-2024-01\n"
+                                     "SpecGrid 2 BookCode = MEDVILNE\n"
+                                     "SpecGrid 2 PlanCode = GAMYBA\n"
+                                     "SpecGrid 2 BudgetLastDocCode\n"
+                                     "list = BIU-2024-03\n"
+                                     "btOk\n";
+  const RunResult run = RunMacro("shown_period", {"--form-answers", (folder / "forms").string()});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("edited: True BIUDZ 2025 1 1 6 2024-01-01 2024-12-31 2025-01-01 "
+                                     "2025-12-31 2: MEDVILNE BIUDZ -1 105 BIU-2025-01 102 BIU-2024-01 "
+                                     "MEDVILNE GAMYBA -1 0  104 BIU-2024-03"));
 }
 
 TEST_F(CalcPeriod, StaysInItsWorkbookWhenAnotherOneHasASheetOfThatName) {

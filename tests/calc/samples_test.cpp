@@ -178,6 +178,20 @@ TEST_F(Samples, TheBalanceSheetBalancesAndIsArchived) {
   EXPECT_EQ(Figures(sheet), ExpectedFigures("balance"));
 }
 
+TEST_F(Samples, TheBalanceSheetCountsAnEntryOfThirtyMillion) {
+  const std::string resources = ResourcesWith(
+      "INSERT INTO GLEntry (BookCode, EntryDate, Kind, DebitAccount, CreditAccount, Amount, Name) VALUES "
+      "('MEDVILNE', '2025-06-15', 'OPER', '2710', '3011', 3000000000, 'Kapitalo didinimas');");
+  const fs::path samples = SourceFolder() / "samples";
+  const RunResult run =
+      RunWorkbook(samples / "balance.fods", {"--no-picture", "--host-resources", resources, "--form-answers",
+                                             (samples / "balance.answers").string(), "--log", "balance.log"});
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(Log("balance"),
+              testing::Contains("Perskaityti sąskaitų likučiai, balanso suma 30835959.01 EUR"));
+  EXPECT_THAT(PdfText(output / "printed-1.pdf"), HasSubstr("30 835 959"));
+}
+
 TEST_F(Samples, TheBalanceSheetMeetsLastYearsOneInTheArchive) {
   std::ofstream(folder / "2024.answers") << "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
                                             "[frmDatePic]\nMonthView1 double 2025-02-28\n";

@@ -1,0 +1,61 @@
+// Values at the edges of their types, on their way between macros in LibreOffice, the library and the host;
+// and paths that lead nowhere.
+#include <fstream>
+
+#include "tests/calc/calc_fixture.h"
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAreArray;
+
+/// More of the sample companies' ledgers. One of them has what the schema keeps out as well.
+constexpr char kEntries[] = R"sql(
+INSERT INTO GLEntry (BookCode, EntryDate, Kind, DebitAccount, CreditAccount, Amount, Name) VALUES
+  ('MEDVILNE', '2031-01-15', 'OPER', '2710', '5000', 3000000000, ''),
+  ('MEDVILNE', '2031-02-15', 'OPER', '2710', '5000', 922334203685477, ''),
+  ('BALTIJA', '2031-01-15', 'OPER', '2710', '5000', 9223372036854775807, ''),
+  ('BALTIJA', '2031-01-16', 'OPER', '2710', '5000', 9223372036854775807, '');
+PRAGMA ignore_check_constraints = ON;
+INSERT INTO THDocument VALUES (4294967497, 'BALTIJA', 'BOBN', 'BIU-DIDELIS', '2031-01-01', '');
+INSERT INTO GLPosting VALUES
+  ('MEDVILNE', 105, 99, 'BIUDZ', '5000', -3000000000), ('BALTIJA', 204, 99, 'BIUDZ', '5000', 922337203685478);
+)sql";
+
+class CalcValues : public CalcTest {};
+
+TEST_F(CalcValues, AreWholeOrAnErrorAndPathsStayWithinTheDrives) {
+  const fs::path outside = output / "outside";
+  fs::create_directories(outside);
+  fs::create_directories(output / "drives/UNC");
+  std::ofstream(outside / "secret.xls") << "not for reports";
+  StartMacro("values", {"--host-resources", ResourcesWith(kEntries)},
+             {{"QVA_VARNHOLT_SHORT_DATE", "yyyy 'm.' MMMM d 'd.'"}});
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 1) << "the library told of a failure";
+  std::vector<std::string> expected = {"cents of 2 months: 922337203685477",
+                                       "found: True Currency -3000000000",
+                                       "GLDocumentPosting: 6 | NVXCommonObjects | Overflow",
+                                       "GLAccountMonth: 6 | NVXCommonObjects | Overflow",
+                                       "THDocument: 6 | NVXCommonObjects | Overflow",
+                                       "amount: Currency 922337203685477.5807",
+                                       "amount: Currency -922337203685477.5807",
+                                       "amount: Currency 123456789012345.6789",
+                                       "amount: Currency 0.0000",
+                                       "text of a date: 2024 m. kovo 5 d.",
+                                       "date of that text: 2024-03-05"};
+  for (const std::string number : {"10000000000", "-10000000000", "1E+300", "-1E+300"}) {
+    for (const std::string what : {"cell ", "variable ", "picker "}) {
+      expected.push_back(what + number + ": 6 | QVA_Varnholt | Overflow");
+    }
+  }
+  for (const std::string path : {"\\\\..\\..\\outside\\", "C:\\..\\..\\..\\outside\\"}) {
+    expected.push_back(path + ": False True False 8");
+  }
+  EXPECT_THAT(run.lines, ElementsAreArray(expected));
+  EXPECT_EQ(std::distance(fs::directory_iterator(outside), {}), 1) << "something was put beside the drives";
+}
+
+}  // namespace
+}  // namespace qva
