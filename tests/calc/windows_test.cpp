@@ -156,6 +156,17 @@ TEST_F(CalcWindows, LeaveTheActiveWorkbookAsItWas) {
                           "date: other", "other cells: Kitas", "other events: other"));
 }
 
+TEST_F(CalcWindows, RefuseAnEditWithinAnEdit) {
+  StartMacro("nested_edit", {"--show"}, desktop.environment());
+  const Desktop::Window period = desktop.WaitForWindow(kPeriod);
+  WaitForLines(1);
+  Fill(period, 180, 95, "2024");
+  Leave(period, "Return");
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("asked again: False 400", "edited: True 2024"));
+}
+
 TEST_F(CalcWindows, LeaveNothingBehindHoweverOftenTheyAreShown) {
   const std::string build = BuildFolderWithTestModule();
   std::map<std::string, std::string> environment = desktop.environment();
