@@ -98,8 +98,9 @@ void CalcTest::StartMacro(const std::string& name, std::vector<std::string> opti
 void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> options,
                              std::map<std::string, std::string> environment) {
   // Through a shell for the output; everything that goes in is our own.
-  std::string command = "exec '" + ReportRunnerFile() + "' --output-folder '" + output.string() +
-                        "' --timeout 60 --host-resources '" + (SourceFolder() / "host").string() + "'";
+  std::string command = "exec " + launcher + " '" + ReportRunnerFile() + "' --output-folder '" +
+                        output.string() + "' --timeout 60 --host-resources '" +
+                        (SourceFolder() / "host").string() + "'";
   for (const std::string& option : options) command += " '" + option + "'";
   command += " '" + workbook.string() + "' > '" + (folder / "printed.txt").string() + "'";
   environment["QVA_TEST_LOG"] = (folder / "macro.log").string();

@@ -66,6 +66,7 @@ class CalcTest : public testing::Test {
 
   std::filesystem::path folder;  ///< private, gone with the test
   std::filesystem::path output;  ///< the run's output folder within
+  std::string launcher;          ///< a command of the shell that comes before the runner's
 
  private:
   std::unique_ptr<Process> run_;

@@ -1,5 +1,6 @@
 // Reports finished in LibreOffice: printed, frozen, locked, coloured and stored in the archive.
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <fstream>
 
@@ -111,6 +112,29 @@ TEST_F(CalcFinish, APreviewTakesTheWindowAndPrintsNothing) {
   EXPECT_THAT(run.lines, ElementsAre("cells: True", "cells: False"));
   EXPECT_EQ(run.messages, "");
   EXPECT_EQ(PrintedText(1), "");
+}
+
+TEST_F(CalcFinish, AStoredReportIsFoundInAFolderThatCannotBeListed) {
+  const fs::path stored = archive / "2024/Balansas_2024.xls";
+  for (const char* year : {"2024", "2025"}) fs::create_directories(archive / year);
+  std::ofstream(stored) << "of last week";
+  for (const char* year : {"2024", "2025"}) {
+    fs::permissions(archive / year, fs::perms::owner_write | fs::perms::owner_exec);
+  }
+  // Root may list every folder, unless he gives that up.
+  constexpr char kAsOthers[] =
+      "setpriv --inh-caps=-dac_override,-dac_read_search "
+      "--bounding-set=-dac_override,-dac_read_search";
+  if (geteuid() == 0) launcher = kAsOthers;
+  const RunResult run = RunReport("archive_unlisted", Answers({"Ne", "Taip", "Gerai", "Gerai"}));
+  for (const char* year : {"2024", "2025"}) fs::permissions(archive / year, fs::perms::owner_all);
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("kept: True archive_unlisted.fods", "replaced: True Balansas_2024.xls",
+                                     "new: True Balansas_2025.xls"));
+  for (const char* year : {"2024", "2025"}) {
+    EXPECT_THAT(Contents(archive / year / ("Balansas_" + std::string(year) + ".xls")),
+                StartsWith("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1"));
+  }
 }
 
 TEST_F(CalcFinish, AReportWithoutAnArchiveIsNotStored) {
