@@ -108,7 +108,8 @@ void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> 
   // LibreOffice itself is built without the sanitizers, which must be there before our component is; it
   // keeps memory to its end, and so do we for it.
   if (!SanitizerRuntime().empty()) {
-    environment["LD_PRELOAD"] = SanitizerRuntime();
+    std::string& preloaded = environment["LD_PRELOAD"];
+    preloaded.insert(0, SanitizerRuntime() + (preloaded.empty() ? "" : ":"));
     environment["ASAN_OPTIONS"] = "detect_leaks=0";
   }
   fs::remove(folder / "printed.txt");  // of an earlier run
