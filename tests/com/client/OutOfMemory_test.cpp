@@ -1,0 +1,142 @@
+// The library as it is shipped, where memory runs out within it.
+#include <cstring>
+
+#include "platform/error.h"
+#include "platform/excel_constants.h"
+#include "tests/com/client/client.h"
+#include "tests/windows/windows_test.h"
+
+namespace qva::com {
+namespace {
+
+/// Where a loaded library keeps the address of a function that it imports by name.
+void** ImportedFunction(HMODULE library, const char* name) {
+  auto* const base = reinterpret_cast<BYTE*>(library);
+  const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+  const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS*>(base + dos->e_lfanew);
+  const DWORD imports = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
+  for (auto* module = reinterpret_cast<const IMAGE_IMPORT_DESCRIPTOR*>(base + imports); module->Name;
+       ++module) {
+    auto* names = reinterpret_cast<const IMAGE_THUNK_DATA*>(base + module->OriginalFirstThunk);
+    auto* addresses = reinterpret_cast<IMAGE_THUNK_DATA*>(base + module->FirstThunk);
+    for (; names->u1.AddressOfData; ++names, ++addresses) {
+      if (IMAGE_SNAP_BY_ORDINAL(names->u1.Ordinal)) continue;
+      const auto* import = reinterpret_cast<const IMAGE_IMPORT_BY_NAME*>(base + names->u1.AddressOfData);
+      if (std::strcmp(reinterpret_cast<const char*>(import->Name), name) == 0) {
+        return reinterpret_cast<void**>(&addresses->u1.Function);
+      }
+    }
+  }
+  return nullptr;
+}
+
+/// Lets the n-th block of memory that the library asks for from now on be refused; the others are given. One
+/// at a time.
+class RefusedMemory {
+ public:
+  explicit RefusedMemory(int at)
+      : malloc_(ImportedFunction(GetModuleHandleW(LibraryPath().c_str()), "malloc")) {
+    if (!malloc_) throw std::runtime_error("the library imports no malloc");
+    countdown = at;
+    original = *malloc_;
+    Put(reinterpret_cast<void*>(&Malloc));
+  }
+  ~RefusedMemory() { Put(original); }
+  RefusedMemory(const RefusedMemory&) = delete;
+  RefusedMemory& operator=(const RefusedMemory&) = delete;
+
+  bool was_refused() const { return countdown <= 0; }
+
+ private:
+  static void* __cdecl Malloc(std::size_t size) {
+    if (--countdown == 0) return nullptr;
+    return reinterpret_cast<void*(__cdecl*)(std::size_t)>(original)(size);
+  }
+  void Put(void* function) const {
+    DWORD before = 0;
+    VirtualProtect(malloc_, sizeof *malloc_, PAGE_READWRITE, &before);
+    *malloc_ = function;
+    VirtualProtect(malloc_, sizeof *malloc_, before, &before);
+  }
+
+  static inline int countdown = 0;
+  static inline void* original = nullptr;
+  void** malloc_;
+};
+
+class OutOfMemory : public ServerTest {
+ protected:
+  OutOfMemory() {
+    const auto host = NewRegistered(L"NVXCommonObjects.CommonObjects");
+    const Bstr code(u"MEDVILNE");
+    const Answer book = Invoke(*host, IdOf(*host, L"CreateBook"), kCall, {Text(code)});
+    short count = 0;
+    EXPECT_EQ(global_->InitConnectEX(excel_.get(), LeftOut(),
+                                     windows::ToDispatch(book.value.ToObject()).get(), &count),
+              S_OK);
+  }
+
+  Value Read(const wchar_t* property) const {
+    return Invoke(*excel_, IdOf(*excel_, property), DISPATCH_PROPERTYGET).value;
+  }
+  void Put(const wchar_t* property, VARIANT value) const {
+    Invoke(*excel_, IdOf(*excel_, property), DISPATCH_PROPERTYPUT, {value}, {DISPID_PROPERTYPUT});
+  }
+  bool IsScreenLive() const { return Read(L"ScreenUpdating").ToBoolean(); }
+
+  ComPtr<IDispatch> excel_ = NewRegistered(L"QVA_TestBench.Excel");
+  ComPtr<_gExcelObject> global_ = New<_gExcelObject>(CLSID_gExcelObject);
+};
+
+TEST_F(OutOfMemory, EndsNothingWhereAScreenLockIsLetGo) {
+  const Bstr busy(u"Skaičiuojama");
+  int refused = 0;
+  for (bool was_refused = true; was_refused; refused += was_refused) {
+    auto lock = New<_CLockScreen>(CLSID_CLockScreen);
+    Put(L"StatusBar", Text(busy));
+    ASSERT_FALSE(IsScreenLive());
+    {
+      const RefusedMemory memory(refused + 1);
+      lock = {};
+      was_refused = memory.was_refused();
+    }
+    // Whichever step it was, the two others are taken.
+    const int left = !IsScreenLive() + (Read(L"Cursor") == Value(std::int32_t{xlWait})) +
+                     (Read(L"StatusBar") == Value(busy.Text()));
+    EXPECT_LE(left, was_refused ? 1 : 0) << refused + 1;
+  }
+  EXPECT_GE(refused, 3) << "not every step ran out of memory";
+}
+
+TEST_F(OutOfMemory, EndsNothingWhereAnErrorIsReported) {
+  const auto error = windows::NewDispatch();
+  error->names = {u"Description"};
+  error->invoke = [](const windows::InvokeCall& call) {
+    *call.result = windows::ToVariant(u"Neapdorota klaida").Detach();
+    return S_OK;
+  };
+  int refused = 0;
+  int without_description = 0;
+  for (bool was_refused = true; was_refused; refused += was_refused) {
+    Put(L"ScreenUpdating", Number(0));
+    const int asked = error->calls;
+    HRESULT code = E_UNEXPECTED;
+    {
+      const RefusedMemory memory(refused + 1);
+      code = global_->ExcelReportError(error.get());
+      was_refused = memory.was_refused();
+    }
+    // The call itself may not have come to pass; what did goes on behind a step that failed.
+    if (code != S_OK) {
+      EXPECT_EQ(code, ErrorResult(kOutOfMemory)) << refused + 1;
+    } else if (error->calls == asked || !was_refused) {
+      EXPECT_TRUE(IsScreenLive()) << refused + 1;
+      ++without_description;
+    }
+  }
+  EXPECT_GE(without_description, 2) << "the description was always asked for";
+  EXPECT_GE(error->calls, 3) << "no later step ran out of memory";
+}
+
+}  // namespace
+}  // namespace qva::com
