@@ -13,11 +13,12 @@ void WithScreenFrozen(const excel::Application& application, bool updating_after
   try {
     application.SetScreenUpdating(false);
     step();
+    application.SetScreenUpdating(updating_afterwards);
   } catch (...) {
+    // Also where that itself failed: for want of memory a second attempt may go through.
     IgnoreFailures([&] { application.SetScreenUpdating(updating_afterwards); });
     throw;
   }
-  application.SetScreenUpdating(updating_afterwards);
 }
 
 }  // namespace qva

@@ -82,6 +82,16 @@ class OutOfMemory : public ServerTest {
   void Put(const wchar_t* property, VARIANT value) const {
     Invoke(*excel_, IdOf(*excel_, property), DISPATCH_PROPERTYPUT, {value}, {DISPID_PROPERTYPUT});
   }
+  /// A new object of a factory's class; nothing where it cannot be made.
+  template <class Interface>
+  static ComPtr<Interface> TryNew(const ComPtr<IClassFactory>& factory) {
+    ComPtr<Interface> object;
+    object.Obtain([&](Interface** received) {
+      return factory->CreateInstance(nullptr, __uuidof(Interface), reinterpret_cast<void**>(received));
+    });
+    return object;
+  }
+
   bool IsScreenLive() const { return Read(L"ScreenUpdating").ToBoolean(); }
 
   ComPtr<IDispatch> excel_ = NewRegistered(L"QVA_TestBench.Excel");
@@ -136,6 +146,50 @@ TEST_F(OutOfMemory, EndsNothingWhereAnErrorIsReported) {
   }
   EXPECT_GE(without_description, 2) << "the description was always asked for";
   EXPECT_GE(error->calls, 3) << "no later step ran out of memory";
+}
+
+TEST_F(OutOfMemory, EndsNothingAndLeavesTheScreenLiveWhereverItHappensInASession) {
+  const auto reports_factory = Factory(CLSID_CReports);
+  const auto period_factory = Factory(CLSID_CRepPeriod);
+  const auto form_factory = Factory(CLSID_CSaveForm);
+  const Bstr caption(u"Balansas"), address(u"B2:C3");
+  const auto sheet = windows::ToDispatch(Read(L"ActiveSheet").ToObject());
+  const Value range = Invoke(*sheet, IdOf(*sheet, L"Range"), kCall, {Text(address)}).value;
+  const auto cells = windows::ToDispatch(range.ToObject());
+  int refused = 0;
+  for (bool was_refused = true; was_refused; refused += was_refused) {
+    {
+      const RefusedMemory memory(refused + 1);
+      short count = 0;
+      global_->InitConnectEX(excel_.get(), LeftOut(), nullptr, &count);
+      global_->InitToolBars();
+      global_->InitEnvironment();
+      ComPtr<_CEnvironment> environment;
+      environment.Obtain([&](_CEnvironment** received) { return global_->get_oEnvironment(received); });
+      if (environment) {
+        environment->SetDefaultAppState(VARIANT_FALSE);
+        environment->SetDefaultExcelState();
+      }
+      if (const auto reports = TryNew<_CReports>(reports_factory)) {
+        reports->Init(caption.get());
+        reports->Locking(cells.get());
+        reports->ColorRanges(cells.get(), nullptr, nullptr, VARIANT_TRUE);
+        reports->ClearFormulas(cells.get());
+      }
+      if (const auto period = TryNew<_CRepPeriod>(period_factory)) {
+        VARIANT_BOOL edited = VARIANT_FALSE;
+        period->Init(sheet.get());
+        period->Edit(&edited);
+      }
+      if (const auto form = TryNew<_CSaveForm>(form_factory)) form->Init();
+      environment = {};
+      global_->ResetEnvironment();
+      global_->ResetToolBars();
+      was_refused = memory.was_refused();
+    }
+    ASSERT_TRUE(IsScreenLive()) << refused + 1;
+  }
+  EXPECT_GE(refused, 500) << "a session asks for more memory";
 }
 
 }  // namespace
