@@ -161,7 +161,8 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
     try {
       value = object->Invoke(access, name, late.values);
     } catch (...) {
-      WriteBack(late, arguments->rgvarg);
+      // A variable that cannot hold what it was given does not hide the error.
+      IgnoreFailures([&] { WriteBack(late, arguments->rgvarg); });
       throw;
     }
     WriteBack(late, arguments->rgvarg);
@@ -218,7 +219,7 @@ HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* res
     try {
       value = member.invoke(*object, values);
     } catch (...) {
-      write_back();
+      IgnoreFailures(write_back);
       throw;
     }
     write_back();

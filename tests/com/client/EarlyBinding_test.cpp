@@ -1,4 +1,6 @@
 // The vtable way in.
+#include <cstring>
+
 #include "platform/error.h"
 #include "platform/text.h"
 #include "tests/com/client/client.h"
@@ -42,6 +44,23 @@ TEST_F(EarlyBinding, AnswersAFailedCallWithItsErrorAndLeavesTheVariable) {
   EXPECT_EQ(confirmed, VARIANT_FALSE);
   EXPECT_EQ(date, 45455);
   EXPECT_EQ(TakeErrorObject().description, u"There are no answers for the form frmDatePic in nobody.answers");
+}
+
+TEST_F(EarlyBinding, RefusesDatesThatNoCalendarHas) {
+  const auto picker = New<_CDatePic>(CLSID_CDatePic);
+  const auto form = New<_CSaveForm>(CLSID_CSaveForm);
+  const Bstr text(u"x");
+  for (const DATE date : kNoDates) {
+    DATE variable = date;
+    VARIANT_BOOL confirmed = VARIANT_TRUE;
+    EXPECT_EQ(picker->Show(&variable, &confirmed), ErrorResult(kOverflow)) << date;
+    EXPECT_EQ(std::memcmp(&variable, &date, sizeof date), 0) << date;
+    Bstr name;
+    EXPECT_EQ(form->FileName(nullptr, text.get(), text.get(), text.get(), date, name.Receive()),
+              ErrorResult(kOverflow))
+        << date;
+    EXPECT_EQ(TakeErrorObject().description, u"Overflow");
+  }
 }
 
 TEST_F(EarlyBinding, TakesTheNullTextAsTheEmptyText) {

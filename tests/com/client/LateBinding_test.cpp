@@ -170,6 +170,28 @@ TEST_F(LateBinding, TellsOfAnArgumentOutOfRange) {
   EXPECT_EQ(answer.argument, 0u);
 }
 
+TEST_F(LateBinding, TellsOfADateThatNoCalendarHas) {
+  const auto picker = New<_CDatePic>(CLSID_CDatePic);
+  const auto form = New<_CSaveForm>(CLSID_CSaveForm);
+  const Bstr text(u"x");
+  for (DATE date : kNoDates) {
+    VARIANT variant{};
+    variant.vt = VT_DATE;
+    variant.date = date;
+    VARIANT number{};
+    number.vt = VT_R8;
+    number.dblVal = date;
+    for (const VARIANT& argument : {variant, number, ReferenceTo(VT_DATE, &date)}) {
+      const Answer shown = Invoke(*picker, IdOf(*picker, L"Show"), kCall, {argument});
+      EXPECT_EQ(shown.code, DISP_E_OVERFLOW) << date;
+      const Answer named = Invoke(*form, IdOf(*form, L"FileName"), kCall,
+                                  {argument, Text(text), Text(text), Text(text), ObjectArgument(nullptr)});
+      EXPECT_EQ(named.code, DISP_E_OVERFLOW) << date;
+      EXPECT_EQ(named.argument, 0u) << "the last one stands first";
+    }
+  }
+}
+
 TEST_F(LateBinding, TellsOfAnArgumentThatMayNotBeLeftOut) {
   const Answer answer = Call(L"Add", {LeftOut()});
   EXPECT_EQ(answer.code, DISP_E_PARAMNOTOPTIONAL);

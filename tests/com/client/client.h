@@ -6,6 +6,7 @@
 
 #include <psapi.h>
 
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -34,6 +35,17 @@ inline std::wstring LibraryPath() {
 constexpr HRESULT ErrorResult(int number) {
   return static_cast<HRESULT>(0x800A0000u + static_cast<unsigned>(number));
 }
+
+/// What is no date: beyond the years 100 to 9999, and no number at all.
+inline constexpr DATE kNoDates[] = {1e10,
+                                    -1e10,
+                                    1e300,
+                                    -1e300,
+                                    2958466,
+                                    -657435,
+                                    std::numeric_limits<DATE>::infinity(),
+                                    -std::numeric_limits<DATE>::infinity(),
+                                    std::numeric_limits<DATE>::quiet_NaN()};
 
 /// The text and the source of the thread's error object, which is taken.
 struct ErrorObject {
