@@ -50,6 +50,8 @@ const ClassDescription& Control::Description() {
           .Method<&Control::ShowWindows>(u"ShowWindows")
           .Method<&Control::Watch>(u"Watch", {{u"file"}, {u"scene"}})
           .Method<&Control::CloseWindows>(u"CloseWindows", {{u"on"}})
+          .Method<&Control::EditMeanwhile>(u"EditMeanwhile", {{u"object"}})
+          .Get<&Control::ErrorMeanwhile>(u"ErrorMeanwhile")
           .Get<&Control::SystemObjects>(u"SystemObjects")
           .Method<&Control::LibraryIsUnused>(u"LibraryIsUnused")
           .Method<&Control::Reset>(u"Reset")
@@ -153,6 +155,14 @@ void Control::Watch(std::u16string file, std::u16string scene) {
 
 void Control::CloseWindows(bool on) {
   TheOnlooker().CloseWindows(on);
+}
+
+void Control::EditMeanwhile(ObjectPtr object) {
+  TheOnlooker().EditMeanwhile(std::move(object));
+}
+
+std::int32_t Control::ErrorMeanwhile() const {
+  return TheOnlooker().error_meanwhile();
 }
 
 std::int32_t Control::SystemObjects() const {

@@ -54,6 +54,10 @@ class Control : public Described<Control> {
   void Watch(std::u16string file, std::u16string scene);
   /// Closes every window by Escape as soon as it is there, until it is called again with False.
   void CloseWindows(bool on);
+  /// Asks an object for a dialog by its member "Edit" once more while the next window is in front.
+  void EditMeanwhile(ObjectPtr object);
+  /// The number of the error that it met then; 0 for none, −1 before.
+  std::int32_t ErrorMeanwhile() const;
   /// How many of the system's graphics and window objects this process uses, but for a constant.
   std::int32_t SystemObjects() const;
 

@@ -2,7 +2,10 @@
 
 #include <iterator>
 #include <string_view>
+#include <utility>
 
+#include "platform/automation.h"
+#include "platform/error.h"
 #include "platform/number.h"
 #include "platform/text.h"
 #include "platform/windows/WideText.h"
@@ -66,9 +69,26 @@ void Onlooker::CloseWindows(bool on) {
   SetClock();
 }
 
+void Onlooker::EditMeanwhile(ObjectPtr object) {
+  edited_meanwhile_ = std::move(object);
+  error_meanwhile_ = -1;
+  SetClock();
+}
+
+void Onlooker::EditNow() {
+  const ObjectPtr object = std::exchange(edited_meanwhile_, nullptr);
+  try {
+    Call(object, u"Edit");
+    error_meanwhile_ = 0;
+  } catch (const AutomationError& error) {
+    error_meanwhile_ = error.number();
+  }
+}
+
 void Onlooker::SetClock() {
   if (clock_) KillTimer(nullptr, clock_);
-  clock_ = closes_ || !file_.empty() ? SetTimer(nullptr, 0, kPeriod, &Onlooker::Look) : 0;
+  clock_ =
+      closes_ || edited_meanwhile_ || !file_.empty() ? SetTimer(nullptr, 0, kPeriod, &Onlooker::Look) : 0;
 }
 
 void CALLBACK Onlooker::Look(HWND, UINT, UINT_PTR, DWORD) {
@@ -76,6 +96,7 @@ void CALLBACK Onlooker::Look(HWND, UINT, UINT_PTR, DWORD) {
   HWND window = GetActiveWindow();
   const bool is_there = window && IsWindowVisible(window);
   HWND focus = GetFocus();
+  if (is_there && onlooker.edited_meanwhile_) onlooker.EditNow();
   if (onlooker.closes_ && is_there && focus) PostMessageW(focus, WM_KEYDOWN, VK_ESCAPE, 1);
   GUITHREADINFO thread{};
   thread.cbSize = sizeof thread;

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/object.h"
 #include "platform/windows/WindowsApi.h"
 
 namespace qva::bench {
@@ -18,16 +19,23 @@ class Onlooker {
   void Watch(std::u16string file, std::u16string scene);
   /// Presses Escape in every window.
   void CloseWindows(bool on);
+  /// Asks an object for a dialog by its member "Edit" as soon as a window is in front; once.
+  void EditMeanwhile(ObjectPtr object);
+  /// The number of the error that it met then; 0 for none, −1 before.
+  std::int32_t error_meanwhile() const { return error_meanwhile_; }
 
  private:
   static void CALLBACK Look(HWND, UINT, UINT_PTR, DWORD);
   void SetClock();
+  void EditNow();
   void Tell(const std::u16string& seen);
 
   std::u16string file_;
   std::u16string scene_;
   std::u16string told_;
   bool closes_ = false;
+  ObjectPtr edited_meanwhile_;
+  std::int32_t error_meanwhile_ = -1;
   UINT_PTR clock_ = 0;
 };
 

@@ -206,6 +206,11 @@ be_refused() {
   keys Return
 }
 
+confirm_beside_another_request() {
+  period_window 'scene nested'
+  keys Return
+}
+
 pick_dates() {
   await 'scene double click' "window $kPicker"
   picture date-picker
@@ -265,6 +270,7 @@ script=$!
 work_period
 leave_period
 be_refused
+confirm_beside_another_request
 pick_dates
 answer_questions
 save_reports

@@ -62,6 +62,12 @@ Scene "refuse"
 Check "a period that was refused at first", period.Edit, True
 Check "the cells of the accepted one", Cells(), before
 
+Scene "nested"
+control.EditMeanwhile period
+Check "a period that was asked for once more meanwhile", period.Edit, True
+Check "the error of the second request", control.ErrorMeanwhile, CLng(400)
+Check "the cells after both", Cells(), before
+
 Set picker = control.NewObject("QVA_Varnholt.CDatePic")
 day = DateSerial(2024, 2, 12)
 Scene "double click"
@@ -133,4 +139,4 @@ CheckError "the end of the report", 0
 Check "objects of the bench after the library's last one", control.LiveObjects, liveAtStart
 Check "the library is unused", control.LibraryIsUnused, True
 liveAtStart = control.LiveObjects
-Finish 438
+Finish 441
