@@ -233,6 +233,7 @@ demo_host() {
   guide_examples "$name" "$cscript"
   wine_run "$reg" delete 'HKCU\Environment' /v PATH /f > /dev/null  # as an example left it
   check "$name: has its database in the user's own folder" test -s "$prefix"/drive_c/users/*/AppData/Local/QVA_Varnholt/host.sqlite
+  check "$name: gives great amounts whole, and none beyond their range" great_amounts "$cscript"
   # The kit runs in the script host of the machine's own bitness.
   [[ $1 != 64-bit ]] || acceptance "$build" "$regsvr32" "$reg"
   wine_run "$regsvr32" /s /u "$demo"
@@ -303,6 +304,17 @@ same_files() { (cd "$prefix/drive_c" && find . | sort) | diff "$work/acceptance.
 without_host() {
   local output
   output=$(wine_run "$1" //nologo "$(windows_path "$PWD/tests/com/demo/without_host.vbs")" "$2" 2>&1 | tr -d '\r')
+  echo "$output"
+  grep -qx 'OK' <<< "$output"
+}
+# A ledger of its own, in a database of its own.
+great_amounts() {
+  local output resources=$work/resources
+  rm -rf "$resources" "$work/great.sqlite"
+  cp -r host "$resources"
+  cat tests/host/great_amounts.sql >> "$resources/sample.sql"
+  output=$(QVA_HOST_RESOURCES=$(windows_path "$resources") QVA_HOST_DATABASE=$(windows_path "$work/great.sqlite") \
+    wine_run "$1" //nologo "$(windows_path "$PWD/tests/com/demo/amounts.vbs")" 2>&1 | tr -d '\r')
   echo "$output"
   grep -qx 'OK' <<< "$output"
 }

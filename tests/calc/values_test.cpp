@@ -3,25 +3,13 @@
 #include <fstream>
 
 #include "tests/calc/calc_fixture.h"
+#include "tests/test_paths.h"
 
 namespace qva {
 namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAreArray;
-
-/// More of the sample companies' ledgers. One of them has what the schema keeps out as well.
-constexpr char kEntries[] = R"sql(
-INSERT INTO GLEntry (BookCode, EntryDate, Kind, DebitAccount, CreditAccount, Amount, Name) VALUES
-  ('MEDVILNE', '2031-01-15', 'OPER', '2710', '5000', 3000000000, ''),
-  ('MEDVILNE', '2031-02-15', 'OPER', '2710', '5000', 922334203685477, ''),
-  ('BALTIJA', '2031-01-15', 'OPER', '2710', '5000', 9223372036854775807, ''),
-  ('BALTIJA', '2031-01-16', 'OPER', '2710', '5000', 9223372036854775807, '');
-PRAGMA ignore_check_constraints = ON;
-INSERT INTO THDocument VALUES (4294967497, 'BALTIJA', 'BOBN', 'BIU-DIDELIS', '2031-01-01', '');
-INSERT INTO GLPosting VALUES
-  ('MEDVILNE', 105, 99, 'BIUDZ', '5000', -3000000000), ('BALTIJA', 204, 99, 'BIUDZ', '5000', 922337203685478);
-)sql";
 
 class CalcValues : public CalcTest {};
 
@@ -30,7 +18,8 @@ TEST_F(CalcValues, AreWholeOrAnErrorAndPathsStayWithinTheDrives) {
   fs::create_directories(outside);
   fs::create_directories(output / "drives/UNC");
   std::ofstream(outside / "secret.xls") << "not for reports";
-  StartMacro("values", {"--host-resources", ResourcesWith(kEntries)},
+  StartMacro("values",
+             {"--host-resources", ResourcesWith(Contents(SourceFolder() / "tests/host/great_amounts.sql"))},
              {{"QVA_VARNHOLT_SHORT_DATE", "yyyy 'm.' MMMM d 'd.'"}});
   const RunResult run = Finish();
   EXPECT_EQ(run.exit_status, 1) << "the library told of a failure";
