@@ -256,8 +256,13 @@ TEST_F(ReportRunner, RefusesAWrongCommandLine) {
   for (const char* option : {"--answers", "--form-answers"}) {
     EXPECT_EQ(status({option, folder.string(), sample}), 2) << option;
   }
-  EXPECT_EQ(status({"--host-resources", sample, sample}), 2);
-  EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("is no folder"));
+  for (const std::string& path : {sample, sample + "/below", std::string()}) {
+    for (const char* option : {"--host-resources", "--output-folder"}) {
+      EXPECT_EQ(status({option, path, sample}), 2) << option << path;
+    }
+    EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("is no folder"));
+  }
+  EXPECT_EQ(status({"--output-folder", (folder / "new" / "below").string(), sample}), 3);
 }
 
 TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {

@@ -126,6 +126,19 @@ bool AreThere(const std::vector<Named>& named) {
   return true;
 }
 
+/// Whether a folder is there or can be made: nothing on its path is anything else. Says so when that is not
+/// so.
+bool CanBeFolder(const std::filesystem::path& path) {
+  std::error_code error;
+  std::filesystem::path there = std::filesystem::absolute(path, error);
+  while (there.has_relative_path() && !std::filesystem::exists(std::filesystem::status(there, error))) {
+    there = there.parent_path();
+  }
+  if (std::filesystem::is_directory(there, error)) return true;
+  std::cerr << "report-runner: " << (there.empty() ? path : there) << " is no folder\n";
+  return false;
+}
+
 /// Whether the option's value is the path of a file in the output folder; says so when it is not.
 bool StaysInOutputFolder(const char* option, const std::filesystem::path& path) {
   const std::filesystem::path normal = path.lexically_normal();
@@ -193,6 +206,7 @@ int main(int argc, char** argv) {
         break;
       case kOutput:
         options.output_folder = optarg;
+        if (!CanBeFolder(options.output_folder)) return 2;
         break;
       case kBuild:
         options.build_folder = optarg;
