@@ -17,8 +17,8 @@ target_include_directories(qva_sqlite SYSTEM PUBLIC ${sqlite})
 
 qva_sources(demo_sources host host/windows server/demo)
 list(FILTER demo_sources EXCLUDE REGEX "/host/module\\.cpp$")
-add_library(QVA_DemoHost SHARED ${demo_sources} server/demo/QVA_DemoHost.def server/demo/QVA_DemoHost.rc
-                                ${visual_styles})
+add_library(QVA_DemoHost SHARED ${demo_sources} server/demo/QVA_DemoHost.def ${visual_styles})
+qva_version(QVA_DemoHost "QVA_Varnholt demo host")
 set_target_properties(QVA_DemoHost PROPERTIES PREFIX "" RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 target_link_libraries(QVA_DemoHost PRIVATE qva_com qva_sqlite)
 target_link_options(QVA_DemoHost PRIVATE -Wl,--enable-stdcall-fixup,--gc-sections $<$<CONFIG:Release>:-s>)

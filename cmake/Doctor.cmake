@@ -1,12 +1,9 @@
 # The doctor: a console program that tells why the library does or does not serve on a machine. It knows the library's
 # classes and their registration from the library's own sources.
 qva_sources(doctor_program_sources tools/doctor/windows)
-add_executable(qva-doctor ${doctor_program_sources} tools/doctor/windows/qva-doctor.rc server/com/LibraryRegistration.cpp
-                          server/com/ServerClasses.cpp)
+add_executable(qva-doctor ${doctor_program_sources} server/com/LibraryRegistration.cpp server/com/ServerClasses.cpp)
+qva_version(qva-doctor "QVA_Varnholt doctor")
 set_target_properties(qva-doctor PROPERTIES UNITY_BUILD OFF RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-string(REPLACE "." "," doctor_version "${PROJECT_VERSION}")
-set_source_files_properties(tools/doctor/windows/qva-doctor.rc PROPERTIES
-                            COMPILE_DEFINITIONS "QVA_VERSION_NUMBERS=${doctor_version},0")
 set_source_files_properties(tools/doctor/windows/MachineReader.cpp PROPERTIES
                             COMPILE_DEFINITIONS "QVA_DOCTOR_VERSION=u\"${PROJECT_VERSION}\"")
 target_include_directories(qva-doctor SYSTEM PRIVATE ${idl_output})

@@ -9,6 +9,7 @@ string(REGEX MATCH "uuid\\(([-0-9A-F]+)\\),[^>]*>\n*library ([A-Za-z_]+)" unused
 set(library_id ${CMAKE_MATCH_1})
 set(library ${CMAKE_MATCH_2})
 
+# The assembly's version is that of the interfaces, which stay as they are in newer versions of the library.
 string(APPEND manifest "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
   "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">\n"
   "  <assemblyIdentity type=\"win32\" name=\"${library}\" version=\"1.0.0.0\" processorArchitecture=\"${ARCHITECTURE}\"/>\n"

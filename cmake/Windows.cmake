@@ -9,6 +9,7 @@ target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi
 
 # What asks Windows for the current look of its controls; part of each file that shows windows.
 enable_language(RC)
+include(cmake/Version.cmake)
 set(visual_styles ${CMAKE_SOURCE_DIR}/platform/windows/forms/VisualStyles.rc)
 
 # The benchmarks, which run under Wine, too.
@@ -61,6 +62,7 @@ set(CMAKE_CXX_FLAGS_RELEASE "-Os -DNDEBUG -ffunction-sections -fdata-sections")
 add_library(QVA_Varnholt SHARED server/com/CallLog.cpp server/com/Exports.cpp server/com/LibraryRegistration.cpp
                                 server/com/ServerClasses.cpp server/com/StandardLibrary.cpp server/com/QVA_Varnholt.def
                                 server/com/QVA_Varnholt.rc ${visual_styles})
+qva_version(QVA_Varnholt "QVA_Varnholt report library")
 set_target_properties(QVA_Varnholt PROPERTIES PREFIX "" UNITY_BUILD OFF RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 set_source_files_properties(server/com/QVA_Varnholt.rc PROPERTIES OBJECT_DEPENDS ${idl_output}/QVA_Varnholt.tlb)
 target_include_directories(QVA_Varnholt SYSTEM PRIVATE ${idl_output})

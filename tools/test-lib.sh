@@ -81,5 +81,9 @@ same_registry() {
   return $status
 }
 
+# The version in the resources of a program or library for Windows.
+file_version() {
+  perl -0777 -ne '/\xbd\x04\xef\xfe.{4}(.{8})/s and printf "%d.%d.%d.%d", (unpack "v4", $1)[1, 0, 3, 2]' "$1"
+}
 # A path as Windows programs see it.
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }

@@ -31,7 +31,13 @@ static_checks() {
   [[ -n $foreign ]] && echo "imports $foreign"
   check "$name: imports the system's own DLLs alone" test -z "$foreign"
   check "$name: holds its type library" grep -q 'TYPELIB' "$dump"
-  check "$name: holds its version" grep -aq "$(printf 'V\0S\0_\0V\0E\0R\0' | sed 's/\x00/./g')" "$dll"
+  local version file
+  version=$(sed -nE 's/^project\(QVA_Varnholt VERSION ([0-9.]+) .*/\1/p' CMakeLists.txt)
+  for file in QVA_Varnholt.dll QVA_DemoHost.dll qva-doctor.exe; do
+    check "$name: $file has the project's version" test "$(file_version "$2/$file")" = "$version.0"
+  done
+  has_no_sqlite() { ! grep -aqi sqlite "$dll" && grep -aqi sqlite "$1"; }
+  check "$name: SQLite is in the demo host and not in the library" has_no_sqlite "$2/QVA_DemoHost.dll"
   local size
   size=$(stat -c %s "$dll")
   echo "$name: $size bytes"
