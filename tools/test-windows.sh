@@ -149,7 +149,7 @@ clients() {
     [[ $script_name == check ]] || check "$name: script $script_name" script "$script_name" "$cscript"
   done
   check "$name: macros of the corpus" corpus "$cscript"
-  call_log "$name" "$cscript" "$system\\reg.exe"
+  call_log "$name" "$cscript" "$system\\reg.exe" "$build"
   wine_run "$regsvr32" /s /u "$dll"
   wine_run "$regsvr32" /s /u "$bench"
   wine_run reg delete 'HKCU\Software\VB and VBA Program Settings' /f > /dev/null 2>&1
@@ -158,7 +158,7 @@ clients() {
 
 # The log of calls: off, switched on by the environment and by the registry, with content where it is asked for.
 call_log() {
-  local name="$1: call log" cscript=$2 reg=$3
+  local name="$1: call log" cscript=$2 reg=$3 tests=$4/qva_com_tests.exe
   local key='HKCU\Software\QVA_Varnholt' folder=$work/calls log=$work/calls/calls.log
   calls() {
     rm -rf "$folder"
@@ -181,6 +181,15 @@ call_log() {
   check "$name: has no content" says_not slaptas
   QVA_VARNHOLT_CALL_LOG=$(windows_path "$log") QVA_VARNHOLT_CALL_LOG_CONTENT=1 calls
   check "$name: has it where the environment asks for it" says 'slaptas masyvas'
+
+  # Clients that are bound early.
+  rm -f "$log"
+  GTEST_FILTER='EarlyBinding.Re*:EarlyBinding.Hands*' QVA_VARNHOLT_CALL_LOG=$(windows_path "$log") wine_run "$(windows_path "$tests")" > /dev/null
+  report "$name: early-bound clients call" $?
+  check "$name: has their calls' arguments" says 'ms\tCButtonProperties\.sBCaption =\t\(2, "Spausdinti ąčęėįšųūž"\)\t$'
+  check "$name: has results" says '\t\d+ ms\tCButtonProperties\.TotalButtons\t\(\)\t-> 2$'
+  check "$name: has objects" says '\tCToolbar\.CmdEvent =\t\(<CCommandsEvent>\)\t$'
+  check "$name: has errors" says '\tCButtonProperties\.sBCaption\t\(1\)\t! 9 QVA_Varnholt: Subscript out of range$'
 
   wine_run "$reg" add "$key" /v CallLog /d "$(windows_path "$log")" /f > /dev/null
   calls
