@@ -108,10 +108,12 @@ is_registered() {
 }
 is_listed() {
   local version=$1 hive=$2 folder=$3
-  [[ $(value system32 "$hive\\$kEntry" DisplayVersion) == "$version" &&
+  [[ $(value system32 "$hive\\$kEntry" DisplayName) == QVA_Varnholt &&
+     $(value system32 "$hive\\$kEntry" DisplayVersion) == "$version" &&
      $(value system32 "$hive\\$kEntry" Publisher) == QVA_Varnholt &&
      $(value system32 "$hive\\$kEntry" InstallLocation) == "$folder" &&
      $(($(value system32 "$hive\\$kEntry" EstimatedSize))) -gt 1500 &&
+     $(value system32 "$hive\\$kEntry" UninstallString) == "\"$folder\\uninstall.exe\"" &&
      $(value system32 "$hive\\$kEntry" QuietUninstallString) == "\"$folder\\uninstall.exe\" /S" ]]
 }
 
@@ -263,6 +265,21 @@ life() {
   check "the program goes on" let_go
   check "somebody logs on" log_on
   check "then nothing is left" within 20 test ! -e "$home"
+}
+
+# For all where the user who runs setup has an installation of his own.
+takes_over() {
+  local home=$drive/Program\ Files/QVA_Varnholt folder
+  folder=$(home_in_windows "$home")
+  check "a user has it for himself" setup second
+  check "an older version for all is refused" exits 5 setup first /AllUsers
+  check "the same one installs for all" setup second /AllUsers
+  check "and is registered" is_registered "$folder\\1.1.0" HKLM
+  check "the user's own registration is gone" test -z "$(value system32 "HKCU\\$kLibrary\\win64")"
+  check "with its files" test ! -e "$user_home"
+  check "and its place among the apps" test -z "$(value system32 "HKCU\\$kEntry" DisplayVersion)"
+  check "an older version is refused to the user" exits 5 setup first
+  check "it is removed" remove "$home"
 }
 
 refusals() {
@@ -443,7 +460,10 @@ for part; do
       demo_host
       ;;
     screen) on_screen ;;
-    all) life HKLM "$drive/Program Files/QVA_Varnholt" HKCU /AllUsers ;;
+    all)
+      life HKLM "$drive/Program Files/QVA_Varnholt" HKCU /AllUsers
+      takes_over
+      ;;
     *) sed -n '2,9s/^# //p' "$0" >&2; exit 2 ;;
   esac
 done

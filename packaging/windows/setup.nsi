@@ -50,7 +50,8 @@ VIAddVersionKey /LANG=1033 LegalCopyright ""
 !define E_BUSY 9
 !define E_DEMO 10
 
-!define ENTRY "Software\Microsoft\Windows\CurrentVersion\Uninstall\QVA_Varnholt"
+!define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+!define ENTRY "${UNINSTALL}\QVA_Varnholt"
 !define RUN_ONCE "Software\Microsoft\Windows\CurrentVersion\RunOnce"
 ; Where the registration names the library of each bitness: in win64 and win32.
 !define LIBRARY "Software\Classes\TypeLib\{327D607E-A646-4054-ADFA-6EFAB4187E08}\1.0\0"
@@ -62,6 +63,8 @@ Var Scope      ; "user" or "machine", as DllInstall takes it
 Var Folder     ; where this installation goes
 Var OldHome    ; the folder of the one that is there, and its version; empty where there is none
 Var OldVersion
+Var OtherHome  ; the same of the one in the other hive: the user's own when this is for all, and the other way round
+Var OtherVersion
 Var AllowDowngrade ; "1" where it is
 Var Log        ; the handle of the log, or empty
 Var Regsvr64   ; the system's tools; the first one is empty on 32-bit Windows
@@ -313,6 +316,18 @@ FunctionEnd
 
 ; --- Setup ---------------------------------------------------------------------------------------------------
 
+; Removes what stands in a folder of earlier installations but for the new one.
+!macro Replace home
+  ${If} "${home}" != ""
+  ${AndIf} "${home}" != $INSTDIR
+    Delete "${home}\uninstall.exe"
+    Push "$Folder"
+    Push "${home}"
+    Call Tidy
+    RMDir "${home}"
+  ${EndIf}
+!macroend
+
 ; Registers one library of the new folder.
 !macro Register regsvr bitness file code
   StrCpy $R5 "${bitness}"
@@ -384,13 +399,15 @@ Section "QVA_Varnholt ${VERSION}"
   WriteRegDWORD SHCTX "${ENTRY}" "NoModify" 1
   WriteRegDWORD SHCTX "${ENTRY}" "NoRepair" 1
 
-  ${If} $OldHome != ""
-  ${AndIf} $OldHome != $INSTDIR
-    Delete "$OldHome\uninstall.exe"
-    Push "$Folder"
-    Push "$OldHome"
-    Call Tidy
-    RMDir "$OldHome"
+  !insertmacro Replace "$OldHome"
+  ${If} $Scope == "machine"
+    ; What the user had for himself: its registration has gone over to the new one.
+    SetShellVarContext current
+    !insertmacro Replace "$OtherHome"
+    RMDir "$LOCALAPPDATA\Programs"
+    DeleteRegKey HKCU "${ENTRY}"
+    DeleteRegKey /ifempty HKCU "${UNINSTALL}"
+    SetShellVarContext all
   ${EndIf}
   Push "$Folder"
   Push "$INSTDIR"
@@ -582,6 +599,18 @@ Function .onInit
 
   ReadRegStr $OldHome SHCTX "${ENTRY}" "InstallLocation"
   ReadRegStr $OldVersion SHCTX "${ENTRY}" "DisplayVersion"
+  ${If} $Scope == "machine"
+    ReadRegStr $OtherHome HKCU "${ENTRY}" "InstallLocation"
+    ReadRegStr $OtherVersion HKCU "${ENTRY}" "DisplayVersion"
+  ${Else}
+    ReadRegStr $OtherHome HKLM "${ENTRY}" "InstallLocation"
+    ReadRegStr $OtherVersion HKLM "${ENTRY}" "DisplayVersion"
+  ${EndIf}
+  ; The user's macros would have the one in place of the other.
+  ${VersionCompare} "$OtherVersion" "$OldVersion" $0
+  ${If} $0 = 1
+    StrCpy $OldVersion $OtherVersion
+  ${EndIf}
   StrCpy $What "$(WillInstall)"
   ${If} $OldVersion != ""
     ${VersionCompare} "$OldVersion" "${VERSION}" $0
@@ -603,9 +632,13 @@ Function .onInit
   ${If} $OldHome != ""
     Push "$OldHome"
     Call FindDemo
-    ${If} $OldDemo != ""
-      !insertmacro SelectSection ${DemoSection}
-    ${EndIf}
+  ${EndIf}
+  ${If} $OtherHome != ""
+    Push "$OtherHome"
+    Call FindDemo
+  ${EndIf}
+  ${If} $OldDemo != ""
+    !insertmacro SelectSection ${DemoSection}
   ${EndIf}
 !endif
   ${If} $INSTDIR == ""
@@ -664,7 +697,7 @@ Section "Uninstall"
   Call un.Tidy
   Delete "$INSTDIR\uninstall.exe"
   DeleteRegKey SHCTX "${ENTRY}"
-  DeleteRegKey /ifempty HKCU "Software\Microsoft\Windows\CurrentVersion\Uninstall"
+  DeleteRegKey /ifempty HKCU "${UNINSTALL}"
   Call un.RemoveHome
   ${Tell} "$(Removed)"
 SectionEnd
