@@ -18,7 +18,7 @@
 namespace qva::embedded {
 
 EmbeddedHost::EmbeddedHost(HostOptions options, const Services& services)
-    : store_(std::make_shared<HostStore>(std::move(options))),
+    : store_(std::make_shared<HostStore>(std::move(options), services.files)),
       message_box_(*services.message_box),
       list_chooser_(services.list_chooser) {
 }

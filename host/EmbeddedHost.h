@@ -15,7 +15,7 @@ namespace qva::embedded {
 /// the factory.
 class EmbeddedHost : public ObjectFactory {
  public:
-  /// Borrows the message box and the list chooser of the services, which must outlive the objects. There may
+  /// Borrows message box, list chooser and files of the services, which must outlive the objects. There may
   /// be no list chooser; a selection then refuses to open.
   EmbeddedHost(HostOptions options, const Services& services);
 

@@ -138,6 +138,13 @@ std::optional<std::u16string> HostDatabase::FindFolder(std::u16string_view path_
   return FirstText(folder_.Run({path_key, book_code}));
 }
 
+std::vector<std::u16string> HostDatabase::ArchiveFolders() const {
+  std::vector<std::u16string> folders;
+  const Statement query = database_.Prepare("SELECT DISTINCT Folder FROM PathKey WHERE Code = 'BookRepSave'");
+  for (Cursor row = query.Run({}); row.Next();) folders.push_back(row.Text(0));
+  return folders;
+}
+
 const TableReader* HostDatabase::FindTable(std::u16string_view name) const {
   for (const TableReader* table : {&books_, &account_sets_, &bank_account_roles_, &documents_, &postings_,
                                    &accounts_, &entries_, &account_months_, &vat_months_}) {

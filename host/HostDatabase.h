@@ -50,6 +50,9 @@ class HostDatabase {
   /// The folder of a path key: the book's own, else the common one. The empty code means no book.
   std::optional<std::u16string> FindFolder(std::u16string_view path_key, std::u16string_view book_code) const;
 
+  /// The folders in which books keep their reports.
+  std::vector<std::u16string> ArchiveFolders() const;
+
   /// The table that books give out under a name in any letter case; null when there is none.
   const TableReader* FindTable(std::u16string_view name) const;
   /// The table of all documents.

@@ -75,6 +75,15 @@ void CreateFromSample(const HostOptions& options) {
   if (!file.RenameTo(options.database)) throw not_created(u"the finished file cannot be renamed");
 }
 
+/// Makes what is missing of a folder and those above it.
+void MakeFolders(Files& files, std::u16string_view folder) {
+  for (std::size_t end = 0; end != folder.npos;) {
+    end = folder.find(u'\\', end + 1);
+    const std::u16string_view above = folder.substr(0, end);
+    if (!above.ends_with(u':') && !files.FolderExists(above)) files.CreateFolder(above);
+  }
+}
+
 }  // namespace
 
 std::shared_ptr<const HostDatabase> HostStore::Open() {
@@ -82,7 +91,8 @@ std::shared_ptr<const HostDatabase> HostStore::Open() {
   if (database) return database;
   std::error_code error;
   const auto type = std::filesystem::status(options_.database, error).type();
-  if (type == std::filesystem::file_type::not_found) CreateFromSample(options_);
+  const bool is_new = type == std::filesystem::file_type::not_found;
+  if (is_new) CreateFromSample(options_);
   if (type == std::filesystem::file_type::directory) {
     throw HostError(
         Failure::DatabaseUnusable, kCommonLibrary,
@@ -95,6 +105,11 @@ std::shared_ptr<const HostDatabase> HostStore::Open() {
   }
   database = std::make_shared<const HostDatabase>(options_.database);
   open_ = database;
+  if (is_new && options_.is_own_folder && files_) {
+    for (const std::u16string& folder : database->ArchiveFolders()) {
+      IgnoreErrors([&] { MakeFolders(*files_, folder); });
+    }
+  }
   return database;
 }
 

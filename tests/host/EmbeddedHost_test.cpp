@@ -114,5 +114,34 @@ TEST_F(EmbeddedHostTest, TakesAnOldDatabaseFromOthersInItsOwnFolderAlone) {
   EXPECT_EQ(std::filesystem::status(folder).permissions(), perms::owner_all);
 }
 
+TEST_F(EmbeddedHostTest, MakesTheArchiveWithADatabaseInItsOwnFolderAlone) {
+  const auto open = [&](MemoryPlatform& platform) {
+    EmbeddedHost factory(options_, platform.services());
+    host::CommonObjects::Create(factory).CreateBook(u"MEDVILNE");
+  };
+  const auto has = [](MemoryPlatform& platform, std::u16string_view folder) {
+    return platform.files.FolderExists(folder);
+  };
+  open(platform_);
+  EXPECT_FALSE(has(platform_, u"C:\\Ataskaitos")) << "a place of the user's";
+  options_.database = folder_.path() / "data" / "host.sqlite";
+  options_.is_own_folder = true;
+  open(platform_);
+  EXPECT_TRUE(has(platform_, u"C:\\Ataskaitos\\Archyvas"));
+  EXPECT_TRUE(has(platform_, u"C:\\Ataskaitos\\Baltija"));
+  EXPECT_FALSE(has(platform_, u"C:\\Ataskaitos\\Formos"));
+  MemoryPlatform later;
+  open(later);
+  EXPECT_FALSE(has(later, u"C:\\Ataskaitos")) << "what the user removed stays away";
+}
+
+TEST_F(EmbeddedHostTest, OpensItsDatabaseWhereNoArchiveCanBeMade) {
+  options_.database = folder_.path() / "data" / "host.sqlite";
+  options_.is_own_folder = true;
+  platform_.files.Refuse(MemoryFiles::Operation::CreateFolder, kPathFileAccess);
+  EmbeddedHost factory(options_, platform_.services());
+  EXPECT_EQ(host::CommonObjects::Create(factory).CreateBook(u"MEDVILNE").BookCode(), u"MEDVILNE");
+}
+
 }  // namespace
 }  // namespace qva::embedded
