@@ -78,11 +78,13 @@ doctor() {
   tr -d '\r' < "$work/said" > "$work/text"
   return $status
 }
-# The codes of what is wrong, each with its bitness. The 32-bit part is not missed where there is none.
+# The codes of what is wrong, each with its bitness, in a report that came to its end. The 32-bit part is not missed where
+# there is none.
 problems() {
   perl -ne '$bitness = $1 if /^(\d\d)-bit Excel/;
     push @found, ($bitness ? "$bitness:" : "") . $1 if /^\[(?:WARNING|ERROR)\] .*\(([-a-z0-9]+)\)$/;
-    END { print join " ", grep { !/^(?:$ENV{IGNORED})$/ } @found }' "$work/text"
+    $is_whole ||= /^errors: \d+, warnings: \d+$/;
+    END { print join " ", grep({ !/^(?:$ENV{IGNORED})$/ } @found), $is_whole ? () : "no-end" }' "$work/text"
 }
 [[ -n $libraries ]] && export IGNORED=none || export IGNORED=32:part-not-run
 # The doctor finds exactly what is named, and ends with the status that this means.
@@ -108,7 +110,9 @@ check "doctor: names library, Excel, host, book and archive there" test "$(grep 
   '\((registered|creates|excel|host|book|archive|macros|project-access|code-page|windows)\)$' "$work/text")" = 10
 
 register /u 'C:\Varnholt\QVA_Varnholt.dll'
-machine "no registration" 2 "64:not-registered"
+check "doctor: no registration" names 2 "64:not-registered"
+check "doctor: with class and code that a macro gets" grep -qE 'error 429 \(QVA_Varnholt\.[A-Za-z]+: 0x800401F3\)\. \(not-registered\)$' "$work/text"
+make_well
 
 rm "$c/Varnholt/QVA_Varnholt.dll"
 machine "a deleted library" 2 "64:file-missing 64:does-not-create"
@@ -240,6 +244,7 @@ make_well
 mv "$package/x86" "$work/x86"
 with_32_bits=$IGNORED IGNORED=32:part-not-run
 register /n /i:user 'C:\Senas\QVA_Varnholt.dll'
+check "repair: where a registration of the user's is" has_server system32
 mv "$c/Senas" "$c/Kitur"
 doctor repair
 check "repair: leaves all well behind a stale registration of the user's" test -z "$(problems)"
@@ -284,15 +289,18 @@ has_demo() { wine_run "$system\\reg.exe" query 'HKCU\Software\Classes\NVXCommonO
 has_no_demo() { ! has_demo; }
 check "demo on: goes through where there is none" status_of "$([[ -n $libraries ]] && echo 0 || echo 2)" demo on
 check "demo on: registers it for the user" has_demo
+register 'C:\Host\QVA_TestBench.dll'
+check "doctor: a host that was installed after the demo host" names 1 "64:demo-left"
+check "doctor: names the one that is used" grep -qF 'C:\Host\QVA_TestBench.dll. (host)' "$work/text"
+register /u 'C:\Host\QVA_TestBench.dll'
 # Wine's programs find classes of the machine alone, and share the user's: the 64-bit ones become the machine's.
 mv "$package/x86" "$work/x86"
 doctor demo on
 mv "$work/x86" "$package/x86"
 wine_run "$system\\reg.exe" export 'HKCU\Software\Classes' "$(windows_path "$work/demo.reg")" /y > /dev/null
 registry_script <<< "$(iconv -f UTF-16 -t UTF-8 "$work/demo.reg" | tr -d '\r' | sed '1d; s/HKEY_CURRENT_USER/HKEY_LOCAL_MACHINE/')"
-mkdir -p "$c/Ataskaitos/Archyvas"
 doctor
-check "the demo host is named, its book opens, and its archive can be written" test \
+check "the demo host is named, its book opens, and it made its archive, which can be written" test \
   "$(sed -n '/^64-bit Excel/,/^32-bit Excel/p' "$work/text" | grep -cE '\((host-demo|book|archive)\)$')" = 3
 check "demo off: goes through where both are" status_of "$([[ -n $libraries ]] && echo 0 || echo 2)" demo off
 check "demo off: removes it" has_no_demo

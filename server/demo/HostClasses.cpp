@@ -66,6 +66,17 @@ const HostClass* FindHostClass(REFCLSID class_id) {
   return nullptr;
 }
 
+const HostClass* FindHostClass(std::u16string_view programmatic_identifier) {
+  for (const HostClass& host_class : kClasses) {
+    if (host_class.programmatic_identifier == programmatic_identifier) return &host_class;
+  }
+  return nullptr;
+}
+
+bool IsUsers(const HostClass& host_class) {
+  return ClassIn(host_class, com::Scope::User) == host_class.class_id;
+}
+
 std::optional<CLSID> ForeignClass(const HostClass& host_class, com::Scope scope) {
   const std::optional<CLSID> class_id = ClassIn(host_class, scope);
   return class_id == host_class.class_id ? std::nullopt : class_id;

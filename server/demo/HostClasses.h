@@ -17,6 +17,12 @@ struct HostClass {
 /// Null when no class of the demo host has the identifier.
 const HostClass* FindHostClass(REFCLSID class_id);
 
+/// Null when the host has no class of the identifier.
+const HostClass* FindHostClass(std::u16string_view programmatic_identifier);
+
+/// Whether the user has the demo host's class under the identifier.
+bool IsUsers(const HostClass& host_class);
+
 /// The class that a hive has under the programmatic identifier, unless it is the demo host's own.
 std::optional<CLSID> ForeignClass(const HostClass& host_class, com::Scope scope);
 

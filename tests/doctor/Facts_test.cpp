@@ -13,6 +13,7 @@ BitnessFacts Full() {
       .identifier = u"QVA_Varnholt.CTools", .code = 0x80040154, .class_id = u"{1}", .type_name = u"_CTools"};
   facts.host_classes[0].code = 0x8007007E;
   facts.host_classes[0].is_for_other = true;
+  facts.host_classes[1].is_behind_demo = true;
   facts.book = {.is_asked = true, .error = -2147221503, .text = u"Nėra knygos"};
   facts.archive_folder.write_code = 5;
   return facts;
@@ -30,6 +31,7 @@ TEST(Facts, ComeBackFromTheirTextAsTheyWere) {
   EXPECT_EQ(read.creations[0].type_name, u"_CTools");
   EXPECT_EQ(read.book.error, -2147221503);
   EXPECT_TRUE(read.host_classes[0].is_for_other);
+  EXPECT_TRUE(read.host_classes[1].is_behind_demo);
 }
 
 TEST(Facts, TellWhatWasBeingDoneWhenTheirTextEnds) {

@@ -1,5 +1,6 @@
 #include "tests/doctor/doctor_test.h"
 
+#include <algorithm>
 #include <set>
 
 namespace qva::doctor {
@@ -66,6 +67,20 @@ TEST(Judge, TellsARegistrationForTheOtherBitness) {
   MachineFacts machine = GoodMachine();
   machine.excels[0].file.machine = kMachineX86;
   EXPECT_THAT(Problems(machine), ElementsAre("32:registered-for-other"));
+}
+
+TEST(Judge, TellsWhatCreateObjectGivesWhereNothingIsRegistered) {
+  MachineFacts machine = With([](BitnessFacts& x64) {
+    x64.hives.clear();
+    for (Creation& creation : x64.creations) creation.code = 0x800401F3;
+  });
+  const std::vector<Finding> findings = Judge(machine, &NoWords);
+  const auto found = std::ranges::find_if(
+      findings, [](const Finding& finding) { return finding.kind->code == "not-registered"; });
+  ASSERT_NE(found, findings.end());
+  EXPECT_EQ(found->Cause(Language::English),
+            u"The library is not registered: CreateObject fails with error 429 "
+            u"(QVA_Varnholt.CReports: 0x800401F3).");
 }
 
 TEST(Judge, TakesWhatIsRegisteredForNeededWhereThereIsNoExcel) {
@@ -143,6 +158,13 @@ TEST(Judge, KnowsTheDemoHostByItsFile) {
   bool is_told = false;
   for (const Finding& finding : Judge(machine, &NoWords)) is_told |= finding.kind->code == "host-demo";
   EXPECT_TRUE(is_told);
+}
+
+TEST(Judge, TellsOfADemoHostThatStandsBeforeAnother) {
+  EXPECT_THAT(Problems(With([](BitnessFacts& x64) {
+                for (HostClass& host : x64.host_classes) host.is_behind_demo = true;
+              })),
+              ElementsAre("(64:demo-left)"));
 }
 
 TEST(Judge, TellsOfBookAndArchive) {
@@ -320,6 +342,7 @@ std::vector<MachineFacts> ManyMachines() {
   });
   add([](MachineFacts&, BitnessFacts& x64) {
     for (HostClass& host : x64.host_classes) host.server = u"D:\\" + std::u16string(kDemoHostFile);
+    x64.host_classes[0].is_behind_demo = true;
     x64.archive_folder.write_code = 5;
   });
   add([](MachineFacts& machine, BitnessFacts&) { machine.excels[0].file.machine = kMachineX86; });

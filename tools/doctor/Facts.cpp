@@ -97,7 +97,8 @@ void ReadLine(std::string_view line, BitnessFacts& facts) {
     TakeAll(fields, creation.identifier, creation.code, creation.class_id, creation.type_name);
   } else if (kind == kHost) {
     HostClass& host = facts.host_classes.emplace_back();
-    TakeAll(fields, host.identifier, host.class_id, host.server, host.code, host.is_for_other);
+    TakeAll(fields, host.identifier, host.class_id, host.server, host.code, host.is_for_other,
+            host.is_behind_demo);
   } else if (kind == kBook) {
     TakeAll(fields, facts.book.is_asked, facts.book.error, facts.book.text);
   } else if (kind == kArchive) {
@@ -132,7 +133,8 @@ std::string FactsText(const BitnessFacts& facts) {
     text += Line({kCreation, creation.identifier, creation.code, creation.class_id, creation.type_name});
   }
   for (const HostClass& host : facts.host_classes) {
-    text += Line({kHost, host.identifier, host.class_id, host.server, host.code, host.is_for_other});
+    text += Line({kHost, host.identifier, host.class_id, host.server, host.code, host.is_for_other,
+                  host.is_behind_demo});
   }
   text += Line({kBook, facts.book.is_asked, facts.book.error, facts.book.text});
   text += Line({kArchive, facts.archive.is_asked, facts.archive.error, facts.archive.text});

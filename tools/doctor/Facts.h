@@ -48,10 +48,11 @@ struct Creation {
 /// One of the accounting system's classes.
 struct HostClass {
   std::u16string identifier;
-  std::u16string class_id;    ///< empty: not registered
-  std::u16string server;      ///< the file; empty: the class has none for this bitness
-  std::uint32_t code = 0;     ///< HRESULT of loading its server
-  bool is_for_other = false;  ///< there is a server for the other bitness
+  std::u16string class_id;      ///< empty: not registered
+  std::u16string server;        ///< the file; empty: the class has none for this bitness
+  std::uint32_t code = 0;       ///< HRESULT of loading its server
+  bool is_for_other = false;    ///< there is a server for the other bitness
+  bool is_behind_demo = false;  ///< the user's demo host comes first, and hands on to this one
 };
 
 /// A question to the accounting system.

@@ -134,18 +134,16 @@ constexpr FindingKind kKinds[] = {
      {u"", u""}},
     {"not-registered",
      Level::Error,
-     {u"The library is not registered: CreateObject fails with error 429.",
-      u"Biblioteka neužregistruota: „CreateObject“ baigiasi 429 klaida."},
+     {u"The library is not registered: CreateObject fails with error 429{result}.",
+      u"Biblioteka neužregistruota: „CreateObject“ baigiasi 429 klaida{result}."},
      {u"Run \"qva-doctor repair\" from the unpacked package, or the setup program.",
       u"Iš išskleisto paketo paleiskite „qva-doctor repair“ arba paleiskite diegimo programą."}},
     {"registered-for-other",
      Level::Error,
      {u"The library is registered for {other} programs alone: in the {bitness} Excel CreateObject fails with "
-      u"error "
-      u"429.",
+      u"error 429{result}.",
       u"Biblioteka užregistruota tik {other} programoms: {bitness} „Excel“ programoje „CreateObject“ "
-      u"baigiasi 429 "
-      u"klaida."},
+      u"baigiasi 429 klaida{result}."},
      {u"Run \"qva-doctor repair\" from the unpacked package, or the setup program; both register both "
       u"libraries.",
       u"Iš išskleisto paketo paleiskite „qva-doctor repair“ arba paleiskite diegimo programą; jos "
@@ -279,6 +277,15 @@ constexpr FindingKind kKinds[] = {
       u"Apskaitos sistemai atstoja bandomoji sistema: {file}."},
      {u"Switch it off with \"qva-doctor demo off\" when it has served.",
       u"Kai nebereikės, išjunkite: „qva-doctor demo off“."}},
+    {"demo-left",
+     Level::Warning,
+     {u"The demo host is still registered for the current user. It hands on to the accounting system, which "
+      u"was "
+      u"installed for all users since.",
+      u"Dabartiniam naudotojui tebėra užregistruota bandomoji sistema. Ji kreipiasi į apskaitos sistemą, "
+      u"kuri "
+      u"vėliau įdiegta visiems naudotojams."},
+     {u"Switch it off with \"qva-doctor demo off\".", u"Išjunkite: „qva-doctor demo off“."}},
     {"host-missing",
      Level::Error,
      {u"The accounting system is not registered: InitConnectEX fails.",

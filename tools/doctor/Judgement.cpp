@@ -226,7 +226,13 @@ class MachineJudge {
 
   void AddNotRegistered() {
     if (!IsNeeded(here().bitness)) return Add("not-needed");
-    Add(IsRegistered(Other(here().bitness)) ? "registered-for-other" : "not-registered");
+    Words result = u"";
+    if (!here().creations.empty()) {
+      const std::uint32_t code = here().creations.front().code;
+      result = Words(u" (" + here().creations.front().identifier + u": " + CodeText(code) + u")");
+    }
+    Add(IsRegistered(Other(here().bitness)) ? "registered-for-other" : "not-registered",
+        {{u"result", result}});
   }
 
   void JudgeHive(const HiveFacts& hive) {
@@ -327,6 +333,7 @@ class MachineJudge {
   void JudgeHostClasses() {
     const std::vector<HostClass>& all = here().host_classes;
     if (all.empty()) return;  // said of the part that stopped
+    if (std::ranges::any_of(all, &HostClass::is_behind_demo)) Add("demo-left");
     std::vector<std::u16string> missing;
     std::vector<const HostClass*> failing;
     bool is_for_other = true;

@@ -89,10 +89,18 @@ std::string HtmlRow(const Finding& finding, Language language) {
   return row + "</td></tr>\n";
 }
 
+/// A text without the values that may be nothing.
+std::u16string WithoutOptional(std::u16string_view text) {
+  std::u16string rest(text);
+  for (const std::u16string_view value : {u"{policy}", u"{others}", u"{result}"})
+    rest = ReplaceAll(rest, value, u"");
+  return rest;
+}
+
 /// A cell of a table in Markdown, with the names of values set off; those that may be nothing are left out.
 std::string Cell(std::u16string_view text) {
   std::string cell;
-  for (const char c : ToUtf8(ReplaceAll(ReplaceAll(text, u"{policy}", u""), u"{others}", u""))) {
+  for (const char c : ToUtf8(WithoutOptional(text))) {
     cell += c == '{' || c == '}' ? '*' : c;
   }
   return cell;

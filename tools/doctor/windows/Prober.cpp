@@ -14,6 +14,7 @@
 #include "platform/windows/services/WindowsPlatform.h"
 #include "server/PublicClasses.h"
 #include "server/com/LibraryRegistration.h"
+#include "server/demo/HostClasses.h"
 #include "storage/CSaveForm.h"
 #include "tools/doctor/windows/ProgramFiles.h"
 #include "tools/doctor/windows/RegistryReader.h"
@@ -133,11 +134,20 @@ class Prober {
     facts_.creations.push_back(creation);
   }
 
+  /// The machine's class where the demo host, registered for the user, hands on to it.
+  static std::optional<CLSID> BehindDemo(std::u16string_view identifier) {
+    const demo::HostClass* const host_class = demo::FindHostClass(identifier);
+    if (!host_class || !demo::IsUsers(*host_class)) return std::nullopt;
+    return demo::ForeignClass(*host_class, com::Scope::Machine);
+  }
+
   void TryHostClass(std::u16string_view identifier) {
     HostClass host{.identifier = std::u16string(identifier)};
     CLSID class_id;
-    const HRESULT found = CLSIDFromProgID(WideText(identifier).c_str(), &class_id);
-    if (SUCCEEDED(found)) {
+    const auto behind = BehindDemo(identifier);
+    host.is_behind_demo = behind.has_value();
+    if (behind) class_id = *behind;
+    if (behind || SUCCEEDED(CLSIDFromProgID(WideText(identifier).c_str(), &class_id))) {
       host.class_id = GuidText(class_id);
       const std::u16string key = u"CLSID\\" + host.class_id;
       const auto library = ReadText(Root::Classes, key + u"\\InprocServer32", u"");
