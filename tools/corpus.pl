@@ -3,7 +3,8 @@
 #   tools/corpus.pl vbscript <folder>           writes script.vbs and form.answers into the folder; running the
 #                                               script writes log.txt there
 #   tools/corpus.pl basic <folder>              writes corpus.fods, box.answers, form.answers and host/
-#   tools/corpus.pl acceptance <folder>         writes what the acceptance kit for machines with Excel consists of
+#   tools/corpus.pl acceptance <folder>         writes what the acceptance kit for machines with Excel consists of, the
+#                                               samples' macros included
 #   tools/corpus.pl compare <engine> <log>      engine is com or libreoffice; the log may be UTF-8 or UTF-16.
 #                                               Prints what differs and one line of result; exit status 1 when
 #                                               anything differs that tests/corpus/divergences.txt does not
@@ -95,6 +96,8 @@ sub write_acceptance {
   my %left_out = map { /^(\w+)\s+(.*)/ ? ($1, $2) : () } split /\n/, contents("$kit/left_out.txt");
   -e "$corpus/macros/$_.macro" or die "left_out.txt: there is no macro $_\n" for keys %left_out;
   my @run = grep { !$left_out{$_} } @names;
+  # All samples that have figures.
+  my @samples = sort map { basename($_, '.txt') } glob "$root/tests/calc/figures/*.txt";
 
   # Without what the bench alone has, and what changes more of the user's than the kit puts back.
   my $prelude = contents("$corpus/prelude.vbs");
@@ -104,10 +107,11 @@ sub write_acceptance {
   $prelude =~ s/^  excel\.ActiveWorkbook\.SaveAs .*\n//m or die "prelude.vbs saves no workbook\n";
   $prelude =~ s/^Set files = .*//ms or die "prelude.vbs has no end\n";
   my ($fact_code, $facts, %expected_facts) = facts(contents("$kit/facts.txt"));
-  my $run = join '', map { "  Run_$_\n" } @run, @$facts;
+  my $run = join '', (map { "  Run_$_\n" } @run, @$facts), map { qq(  RunSample "$_"\n) } @samples;
+  my $excel = contents("$kit/excel.vbs");
   my ($version) = contents("$root/CMakeLists.txt") =~ /^project\(QVA_Varnholt VERSION ([0-9.]+) /m;
   my $left_out = join ', ', map { qq("$_: $left_out{$_}") } sort keys %left_out;
-  my $frame = contents("$kit/acceptance.vbs") =~ s/^\@RUN\@\n/$run/mr =~ s/\@LEFT_OUT\@/$left_out/r =~ s/\@VERSION\@/$version/r;
+  my $frame = contents("$kit/acceptance.vbs") =~ s/^\@RUN\@\n/$run/mr =~ s/^\@EXCEL\@\n/$excel/mr =~ s/\@LEFT_OUT\@/$left_out/r =~ s/\@VERSION\@/$version/r;
   # The frame ends with what runs; procedures may stand before it.
   $frame =~ s/^(?=Dim work, )/procedures(@run) . $fact_code/me;
   my $script = kit_paths($prelude . $frame);
@@ -125,6 +129,7 @@ sub write_acceptance {
     $expected .= "== $name\n$golden";
   }
   $expected .= "== $_\n$expected_facts{$_}" for @$facts;
+  $expected .= "== sample_$_\nIšsaugota\nBaigta\nGrąžinta\n" . contents("$root/tests/calc/figures/$_.txt") for @samples;
   open my $log, '>:raw:encoding(UTF-16LE)', "$folder/expected.txt" or die "expected.txt: $!\n";
   print $log "\x{feff}", kit_paths($expected);
   close $log or die "expected.txt: $!\n";
@@ -135,6 +140,15 @@ sub write_acceptance {
   write_file("$folder/form.answers", $answers =~ s/^list.*\n//mgr);
   write_host("$folder/host");
   write_file("$folder/host/sample.sql", kit_paths(contents("$folder/host/sample.sql")));
+  for my $sample (@samples) {
+    make_path("$folder/samples/$sample");
+    system("$root/tools/sample-script.pl", "--excel", "$kit/excel.vbs", $sample, "$folder/samples/$sample") == 0 or die "no $sample\n";
+    write_file("$folder/samples/$sample/script.vbs", kit_paths(contents("$folder/samples/$sample/script.vbs")));
+  }
+  make_path("$folder/samples/host");
+  write_file("$folder/samples/host/$_", kit_paths(contents("$root/host/$_"))) for qw(sample.sql QVAFormRes.txt);
+  write_file("$folder/acceptance.cmd", contents("$kit/acceptance.cmd") =~ s/\n/\r\n/gr);
+  write_file("$folder/samples/sample.cmd", contents("$kit/sample.cmd") =~ s/\n/\r\n/gr);
   return 0;
 }
 

@@ -78,7 +78,6 @@ done
 cp "$x64/idl/QVA_Varnholt.tlb" "$zip"
 for script in packaging/windows/*.cmd; do sed 's/$/\r/' "$script" > "$zip/$(basename "$script")"; done
 tools/corpus.pl acceptance "$zip/acceptance"
-sed 's/$/\r/' packaging/windows/acceptance/acceptance.cmd > "$zip/acceptance/acceptance.cmd"
 # Excel cannot read flat documents.
 tools/excel-workbooks.sh "$zip/samples" samples/*.fods
 # The module that all reports share is a file of its own.

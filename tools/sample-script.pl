@@ -2,11 +2,12 @@
 # Renders a sample report as a script for Windows' script host, on the test bench's Excel: its sheets, formulas and
 # names, and its macros as they stand, but for what VBScript does not have - types, error handlers, files, named
 # arguments, arrays from 1.
-#   tools/sample-script.pl <sample> <folder> [<macro> <changes>]
-#     writes script.vbs, form.answers and list.answers into the folder; running the script writes log.txt there: the
-#     report's log, "==", and the rows of its printed area, as tests/calc/figures holds them. The sample is one of samples/,
-#     or the path of a workbook with its answers file beside it. The macro is Main unless another one is named; then a
-#     file of statements changes the sheets before it runs.
+#   tools/sample-script.pl [--excel <functions>] <sample> <folder> [<macro> <changes>]
+# Writes script.vbs, texts.txt, form.answers and list.answers into the folder. Running the script writes log.txt there, or the
+# file that it is told: the report's log, "==", and the rows of its printed area, as tests/calc/figures holds them. The sample
+# is one of samples/, or the path of a workbook with its answers file beside it. The macro is Main unless another one is named;
+# then a file of statements changes the sheets before it runs. It takes another Excel by the functions StartExcel and CloseExcel
+# of a file, and then prints nothing.
 use strict;
 use warnings;
 use utf8;
@@ -16,7 +17,9 @@ use FindBin qw($Bin);
 use lib $Bin;
 use FlatWorkbook;
 
-@ARGV == 2 || @ARGV == 4 or die "usage: sample-script.pl <sample> <folder> [<macro> <changes>]\n";
+my $excel;
+(undef, $excel) = splice @ARGV, 0, 2 if @ARGV && $ARGV[0] eq '--excel';
+@ARGV == 2 || @ARGV == 4 or die "usage: sample-script.pl [--excel <functions>] <sample> <folder> [<macro> <changes>]\n";
 my ($sample, $folder, $macro, $changes) = @ARGV;
 my $root = dirname($Bin);
 $sample = $sample =~ m{/} ? $sample =~ s/\.fods$//r : "$root/samples/$sample";
@@ -161,12 +164,19 @@ while ($book =~ m{<ooo:module ooo:name="(\w+)"[^>]*><ooo:source-code[^>]*>(.*?)<
 
 # --- The script ----------------------------------------------------------------------------------------------
 
-(my $log = "Z:$folder/log.txt") =~ tr{/}{\\};
+my $start = $excel ? contents($excel) : <<END;
+Function StartExcel(path)
+  Set StartExcel = CreateObject("QVA_TestBench.Control").NewExcel
+End Function
+Sub CloseExcel()
+End Sub
+END
+$macros =~ s/^.*\.Spauzd [^,]*, True\b.*\n//mg if $excel;
 my $script = contents("$root/tests/com/demo/sample.vbs");
 $setup .= contents($changes) if defined $changes;
 $macro //= 'Main';
-$script =~ s/\@LOG\@/$log/;
 $script =~ s/\@MACRO\@/$macro/;
+$script =~ s/^\@EXCEL\@\n/$start/m;
 $script =~ s/^\@SHEETS\@$/$setup/m;
 $script =~ s/^\@MACROS\@$/vbscript($macros)/me;
 open my $out, '|-', "'$root/tools/ascii-script.pl' '$folder/texts.txt' > '$folder/script.vbs'" or die "$!\n";

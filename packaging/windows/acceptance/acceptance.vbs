@@ -19,73 +19,15 @@ Class RealExcel
   Public Sub Answer(button)
   End Sub
 
-  ' Closes the Excel of the macro before. What Excel would keep for the user becomes what it was: settings, and toolbars.
   Public Sub Reset()
-    Dim i, bar
-    On Error Resume Next
-    If own Is Nothing Then Exit Sub
-    own.DisplayAlerts = False
-    Do While own.Workbooks.Count > 0
-      own.Workbooks(1).Close False
-      If Err.Number <> 0 Then Exit Do
-    Loop
-    For i = own.CommandBars.Count To 1 Step -1
-      Set bar = own.CommandBars(i)
-      If Not bar.BuiltIn And Not barsAtFirst.Exists(bar.Name) Then bar.Delete
-    Next
-    Set bar = Nothing
-    own.DisplayFormulaBar = settings(0)
-    own.DisplayStatusBar = settings(1)
-    own.CellDragAndDrop = settings(2)
-    own.EditDirectlyInCell = settings(3)
-    own.TransitionNavigKeys = settings(4)
-    own.MoveAfterReturn = settings(5)
-    own.AskToUpdateLinks = settings(6)
-    own.CopyObjectsWithCells = settings(7)
-    own.EnableAnimations = settings(8)
-    own.DisplayCommentIndicator = settings(9)
-    own.Quit
-    Set own = Nothing
+    CloseExcel
   End Sub
-
-  ' A new Excel, with a workbook that is opened as an .xls file, so that it has the grid of one.
   Public Function NewExcel()
-    Dim book, bar, i
-    Set own = CreateObject("Excel.Application")
-    own.Visible = False
-    own.DisplayAlerts = False
-    Set barsAtFirst = CreateObject("Scripting.Dictionary")
-    For i = 1 To own.CommandBars.Count
-      Set bar = own.CommandBars(i)
-      If Not bar.BuiltIn Then barsAtFirst(bar.Name) = True
-    Next
-    settings = Array(own.DisplayFormulaBar, own.DisplayStatusBar, own.CellDragAndDrop, own.EditDirectlyInCell, _
-      own.TransitionNavigKeys, own.MoveAfterReturn, own.AskToUpdateLinks, own.CopyObjectsWithCells, _
-      own.EnableAnimations, own.DisplayCommentIndicator)
-    MakeFolder "C:\Corpus"
-    Set book = own.Workbooks.Add
-    Do While book.Sheets.Count < 3
-      book.Sheets.Add , book.Sheets(book.Sheets.Count)
-    Loop
-    For i = 1 To 3
-      If book.Sheets(i).Name <> "Sheet" & i Then book.Sheets(i).Name = "Sheet" & i
-    Next
-    book.Sheets(1).Activate
-    book.SaveAs "C:\Corpus\Corpus.xls", OldFormat()
-    book.Close False
-    own.Workbooks.Open "C:\Corpus\Corpus.xls"
-    ' The test bench's Excel comes with a workbook.
-    For i = own.Workbooks.Count To 1 Step -1
-      If own.Workbooks(i).Name <> "Corpus.xls" Then own.Workbooks(i).Close False
-    Next
-    Set NewExcel = own
-  End Function
-
-  Private Function OldFormat()
-    OldFormat = 56
-    If CDbl(Left(own.Version, InStr(own.Version, ".") - 1)) < 12 Then OldFormat = -4143
+    Set NewExcel = StartExcel("C:\Corpus\Corpus.xls")
   End Function
 End Class
+
+@EXCEL@
 
 ' Boxes of library and host, from their log.
 Function LogNewBoxes(what)
@@ -129,6 +71,37 @@ Sub LogStatement(what)
   WriteLog what & " => " & text
 End Sub
 
+' --- The samples -------------------------------------------------------------------------------------------------
+
+' The steps that a report must reach, each once, the figures of its printed area, and what went wrong.
+Sub RunSample(name)
+  Dim line, word, steps, isFigures
+  On Error Resume Next
+  control.Reset
+  DropFolders
+  MakeFolder "C:\Ataskaitos\Archyvas"
+  output.Write "== sample_" & name & vbLf
+  shell.Run "cmd.exe /c """"" & kit & "\samples\sample.cmd"" " & name & " """ & work & """""", 0, True
+  isFigures = False
+  For Each line In Split(files.OpenTextFile(work & "\sample.txt", 1, False, -1).ReadAll, vbLf)
+    If line = "==" Then
+      isFigures = True
+    ElseIf isFigures Or Left(line, 5) = "ERROR" Or Left(line, 11) = "Neišsaugota" Then
+      If line <> "" Then WriteLog line
+    Else
+      For Each word In Array("Išsaugota", "Baigta", "Grąžinta")
+        If Left(line, Len(word)) = word And InStr(steps, word) = 0 Then
+          WriteLog word
+          steps = steps & word
+        End If
+      Next
+    End If
+  Next
+  files.DeleteFile work & "\sample.txt"
+  If Err.Number <> 0 Then WriteLog "it did not run: " & Err.Number & " " & Err.Description
+  Err.Clear
+End Sub
+
 ' --- The report ---------------------------------------------------------------------------------------------------
 
 ' The sections of a log: name => lines.
@@ -151,23 +124,29 @@ Sub Tell(text)
   report.Write text & vbCrLf
 End Sub
 
-' Each line that differs, as it was expected and as it came.
+' Each line that differs, as it was expected and as it came. A line that is missing makes no others differ.
 Sub TellDifference(expected, actual)
-  Dim want, got, i, last
+  Dim want, got, lastWanted, lastGot, i
   want = Split(expected, vbLf)
   got = Split(actual, vbLf)
-  last = UBound(want)
-  If UBound(got) > last Then last = UBound(got)
-  For i = 0 To last
-    If LineOf(want, i) <> LineOf(got, i) Then
-      If i < UBound(want) Then Tell "    expected: " & want(i)
-      If i < UBound(got) Then Tell "    here:     " & got(i)
+  lastWanted = UBound(want)
+  lastGot = UBound(got)
+  Do While lastWanted >= 0 And lastGot >= 0
+    If want(lastWanted) <> got(lastGot) Then Exit Do
+    lastWanted = lastWanted - 1
+    lastGot = lastGot - 1
+  Loop
+  For i = 0 To UBound(want) + UBound(got)
+    If LineOf(want, lastWanted, i) <> LineOf(got, lastGot, i) Then
+      If i <= lastWanted Then Tell "    expected: " & want(i)
+      If i <= lastGot Then Tell "    here:     " & got(i)
     End If
   Next
 End Sub
-Function LineOf(lines, i)
-  LineOf = ""
-  If i <= UBound(lines) Then LineOf = lines(i)
+' What no line is stands for one that is not there.
+Function LineOf(lines, last, i)
+  LineOf = vbLf
+  If i <= last Then LineOf = lines(i)
 End Function
 
 Sub Compare()
@@ -218,6 +197,27 @@ Function VersionOfFile(path)
   If files.FileExists(path) Then VersionOfFile = ", version " & files.GetFileVersion(path)
 End Function
 
+' What a macro of each sample workbook gives, where Excel opens it.
+Sub TellWorkbooks()
+  Dim folder, file, book, answer
+  On Error Resume Next
+  folder = files.GetParentFolderName(kit) & "\samples"
+  If Not files.FolderExists(folder) Then Exit Sub
+  own.AutomationSecurity = 1
+  For Each file In files.GetFolder(folder).Files
+    If LCase(Right(file.Name, 5)) = ".xlsm" Then
+      Err.Clear
+      Set book = Nothing
+      Set book = own.Workbooks.Open(file.Path, 0, True)
+      answer = own.Run("'" & file.Name & "'!DataTekstu", DateSerial(2025, 3, 31))
+      If Err.Number <> 0 Then answer = "error " & Err.Number & " " & Err.Description
+      Tell "Workbook " & file.Name & ", DataTekstu(2025-03-31): " & answer
+      book.Close False
+    End If
+  Next
+  Err.Clear
+End Sub
+
 Sub TellMachine()
   Dim path
   Tell "QVA_Varnholt @VERSION@, acceptance on a machine with Excel, " & ShowDate(Now)
@@ -226,6 +226,7 @@ Sub TellMachine()
   Tell "Library: " & path & VersionOfFile(path)
   Tell "Host: " & LibraryOf("NVXCommonObjects.CommonObjects")
   Tell "Excel: " & excelVersion
+  If problem = "" Then TellWorkbooks
   Tell "Script host: " & WScript.Version & ", " & shell.ExpandEnvironmentStrings("%PROCESSOR_ARCHITECTURE%")
   Tell "Code page: " & ReadKey("HKLM\SYSTEM\CurrentControlSet\Control\Nls\CodePage\ACP")
   Tell ""
@@ -251,33 +252,36 @@ End Function
 
 ' Registers a file of the package for the user. Whether that went well.
 Function Register(name)
-  Dim bitness
+  Dim bitness, began
   bitness = "x64"
   If LCase(shell.ExpandEnvironmentStrings("%PROCESSOR_ARCHITECTURE%")) = "x86" Then bitness = "x86"
   bitness = files.GetParentFolderName(kit) & "\" & bitness & "\" & name
+  Set began = files.OpenTextFile(work & "\began", 8, False, -1)
+  began.WriteLine bitness
+  began.Close
   Register = (shell.Run("regsvr32.exe /s /n /i:user """ & bitness & """", 0, True) = 0)
-  If Register Then registered = registered & bitness & vbLf
 End Function
 
-Sub Unregister()
-  Dim path
-  For Each path In Split(registered, vbLf)
-    If path <> "" Then shell.Run "regsvr32.exe /s /u """ & path & """", 0, True
-  Next
-End Sub
-
-' The host's settings of the user, kept in a file and put back afterwards - also those of a run that was cut off.
+' The host's settings of the user, kept in a file and put back afterwards - also those of a run that was cut off. The file
+' "began" is there meanwhile; below its first line stand the libraries that the kit registers.
 Const kSettings = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise"
 Sub KeepSettings()
-  Dim kept
+  Dim kept, began
   kept = work & "\settings.reg"
   hadSettingsOfOthers = (shell.Run("reg query ""HKCU\Software\VB and VBA Program Settings""", 0, True) = 0)
   shell.Run "reg export """ & kSettings & """ """ & kept & """ /y", 0, True
-  files.CreateTextFile(work & "\began").Close
+  Set began = files.CreateTextFile(work & "\began", True, True)
+  began.WriteLine ShowDate(Now)
+  began.Close
 End Sub
 Sub PutBack()
+  Dim lines, i
   If Not files.FileExists(work & "\began") Then Exit Sub
   DropFolders
+  lines = Split(files.OpenTextFile(work & "\began", 1, False, -1).ReadAll, vbCrLf)
+  For i = 1 To UBound(lines)
+    If lines(i) <> "" Then shell.Run "regsvr32.exe /s /u """ & lines(i) & """", 0, True
+  Next
   shell.Run "reg delete """ & kSettings & """ /f", 0, True
   If files.FileExists(work & "\settings.reg") Then
     shell.Run "reg import """ & work & "\settings.reg""", 0, True
@@ -330,19 +334,22 @@ Sub RunAll()
 @RUN@
 End Sub
 
-Dim work, kit, own, report, status, registered, boxesInLog, leftOut, problem, reportFile, hadSettingsOfOthers, _
-  barsAtFirst, settings, excelVersion
+Dim work, kit, report, status, boxesInLog, leftOut, problem, reportFile, hadSettingsOfOthers, excelVersion
 Set files = CreateObject("Scripting.FileSystemObject")
 Set shell = CreateObject("WScript.Shell")
 kit = files.GetParentFolderName(WScript.ScriptFullName)
+' Started by itself: the other script makes what it needs.
+If WScript.Arguments.Count < 2 Then
+  reportFile = ""
+  If WScript.Arguments.Count = 1 Then reportFile = WScript.Arguments(0)
+  WScript.Quit shell.Run("cmd.exe /c """"" & kit & "\acceptance.cmd"" """ & reportFile & """""", 1, True)
+End If
 work = WScript.Arguments(0)
 reportFile = WScript.Arguments(1)
 texts = Split(files.OpenTextFile(kit & "\texts.txt", 1, False, -1).ReadAll, vbLf)
 leftOut = Array(@LEFT_OUT@)
 Set report = files.CreateTextFile(reportFile, True, True)
-Set own = Nothing
 Set control = New RealExcel
-registered = ""
 boxesInLog = 0
 status = 0
 hadSettingsOfOthers = True
@@ -365,7 +372,6 @@ If Err.Number <> 0 Then
 End If
 control.Reset
 PutBack
-Unregister
 report.Close
 WScript.Echo reportFile
 WScript.Quit status

@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
+#include "platform/windows/PathVariable.h"
 #include "platform/windows/WideText.h"
 #include "server/com/ComObject.h"
 #include "server/com/ServerEntries.h"
@@ -47,8 +48,31 @@ constexpr BenchClass kClasses[] = {
     {host::kDocumentSelection, ClassId(13)},
 };
 
-/// Counts lookups, turns calls away while the bench is busy, and tells its class as the objects of real
-/// servers do.
+/// A member that Excel answers wrongly, as the variable QVA_BENCH_LIE names it: "Interior.ColorIndex". Who
+/// compares this Excel with another one must notice.
+struct Lie {
+  std::u16string member = ToLower(windows::TextOf(windows::PathVariable(L"QVA_BENCH_LIE").c_str()));
+  std::u16string type = member.substr(0, member.find(u'.'));
+  DISPID id = DISPID_UNKNOWN;
+};
+Lie& TheLie() {
+  static Lie& lie = *new Lie;
+  return lie;
+}
+
+void Distort(VARIANT& value) {
+  if (value.vt == VT_BOOL) {
+    value.boolVal = value.boolVal ? VARIANT_FALSE : VARIANT_TRUE;
+  } else if (value.vt == VT_I4) {
+    ++value.lVal;
+  } else if (value.vt == VT_BSTR) {
+    const std::wstring text = (value.bstrVal ? value.bstrVal : L"") + std::wstring(L"?");
+    SysReAllocString(&value.bstrVal, text.c_str());
+  }
+}
+
+/// Counts lookups, turns calls away while the bench is busy, lies where it is told to, and tells its class as
+/// the objects of real servers do.
 class BenchObject final : public com::ComObject<IDispatch> {
  public:
   using ComObject::ComObject;
@@ -58,14 +82,19 @@ class BenchObject final : public com::ComObject<IDispatch> {
     std::u16string asked = object().TypeName();
     for (UINT i = 0; i < count; ++i) asked += (i == 0 ? u"." : u" ") + windows::TextOf(names[i]);
     ++TheBench().lookups[ToLower(asked)];
-    return ComObject::GetIDsOfNames(reserved, names, count, locale, ids);
+    const HRESULT code = ComObject::GetIDsOfNames(reserved, names, count, locale, ids);
+    if (code == S_OK && ToLower(asked) == TheLie().member) TheLie().id = ids[0];
+    return code;
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
                                    VARIANT* result, EXCEPINFO* error, UINT* argument) override {
     if (TheBench().is_busy && object().TypeName() != Control::Description().name()) {
       return RPC_E_SERVERCALL_RETRYLATER;
     }
-    return ComObject::Invoke(id, reserved, locale, flags, arguments, result, error, argument);
+    const HRESULT code = ComObject::Invoke(id, reserved, locale, flags, arguments, result, error, argument);
+    const bool is_lie = id == TheLie().id && ToLower(object().TypeName()) == TheLie().type;
+    if (is_lie && code == S_OK && result) Distort(*result);
+    return code;
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     if (!count) return E_POINTER;

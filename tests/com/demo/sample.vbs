@@ -1,6 +1,6 @@
 ' A sample report on the test bench's Excel and the registered host; tools/sample-script.pl puts its sheets and macros
 ' in. The log goes into a file in UTF-16, as consoles do not carry every letter.
-Dim texts, output, control, Application, ThisWorkbook
+Dim texts, output, files, logFile, Application, ThisWorkbook
 Const P0 = "HKCU\Software\VB and VBA Program Settings\Quillon Enterprise\Forms\MDI\P0"
 
 ' Literals beyond ASCII, which tools/ascii-script.pl moves into a file.
@@ -110,17 +110,21 @@ End Sub
 
 @MACROS@
 
+@EXCEL@
+
 Sub MakeReport()
   @MACRO@
   Uzverti
 End Sub
 
 On Error Resume Next
-Set output = CreateObject("Scripting.FileSystemObject").CreateTextFile("@LOG@", True, True)
-texts = Split(CreateObject("Scripting.FileSystemObject").OpenTextFile("@TEXTS@", 1, False, -1).ReadAll, vbLf)
+Set files = CreateObject("Scripting.FileSystemObject")
+logFile = files.GetParentFolderName(WScript.ScriptFullName) & "\log.txt"
+If WScript.Arguments.Count > 0 Then logFile = WScript.Arguments(0)
+Set output = files.CreateTextFile(logFile, True, True)
+texts = Split(files.OpenTextFile(files.GetParentFolderName(WScript.ScriptFullName) & "\texts.txt", 1, False, -1).ReadAll, vbLf)
 CreateObject("WScript.Shell").RegWrite P0, "MEDVILNE"
-Set control = CreateObject("QVA_TestBench.Control")
-Set Application = control.NewExcel
+Set Application = StartExcel("C:\Corpus\Pavyzdys.xls")
 Set ThisWorkbook = Application.ActiveWorkbook
 MakeWorkbook
 If Err.Number = 0 Then MakeReport
@@ -130,3 +134,6 @@ WriteLog "=="
 WriteRows ThisWorkbook.Names.Item("Print").RefersToRange
 If Err.Number <> 0 Then WriteLog "ERROR " & Err.Number & " | " & Err.Source & " | " & Err.Description
 output.Close
+Set ThisWorkbook = Nothing
+Set Application = Nothing
+CloseExcel
