@@ -10,7 +10,11 @@ cd "$(dirname "$0")/.."
 work=$(mktemp -d)
 screen= installed=
 trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; [[ -z $installed ]] || dpkg --purge "$installed"; WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
-check "the packages are made" timeout 300 tools/package.sh "$1" "$2" "$3" "$work"
+# With a certificate, which is the case that has more to go wrong.
+openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj '/CN=QVA_Varnholt test' -addext 'extendedKeyUsage=codeSigning' \
+  -keyout "$work/key.pem" -out "$work/certificate.pem" 2> /dev/null
+openssl pkcs12 -export -inkey "$work/key.pem" -in "$work/certificate.pem" -passout pass: -out "$work/certificate.p12"
+check "the packages are made" timeout 300 env QVA_SIGN_CERTIFICATE="$work/certificate.p12" tools/package.sh "$1" "$2" "$3" "$work"
 oxt=$(echo "$work"/*.oxt) zip=$(echo "$work"/*.zip)
 check "the zip unpacks" unzip -qo "$zip" -d "$work/zip"
 for sample in samples/*.fods; do
@@ -19,6 +23,14 @@ for sample in samples/*.fods; do
 done
 check "the help is beside either library" cmp "$work/zip/x64/FReport.chm" "$work/zip/x86/FReport.chm"
 check "the acceptance kit is in it" test -s "$work/zip/acceptance/acceptance.cmd" -a -s "$work/zip/acceptance/expected.txt"
+are_signed() {
+  local file
+  for file; do
+    osslsigncode verify -CAfile "$work/certificate.pem" -in "$file" > "$work/verify.log" 2>&1 || { echo "${file#"$work"/} is not"; return 1; }
+  done
+}
+check "each program and library for Windows is signed" are_signed "$work"/zip/{qva-doctor.exe,x86/qva-doctor.exe} \
+  "$work"/zip/{x64,x86}/{QVA_Varnholt,QVA_DemoHost}.dll "$work"/*-setup.exe
 check "the doctor is in it for either bitness" test -s "$work/zip/qva-doctor.exe" -a -s "$work/zip/x86/qva-doctor.exe"
 
 # --- The extension -------------------------------------------------------------------------------------------
@@ -51,11 +63,11 @@ list_has() { grep -q "$1" <<< "$(unopkg list)"; }
 check "and is listed" list_has 'Identifier: qva.varnholt'
 description() { unzip -p "$oxt" description.xml; }
 has_named_files() {
-  local file files
+  local file files names
   files=$(unzip -l "$oxt")
-  for file in $(description | grep -o 'xlink:href="[^"]*' | cut -d'"' -f2); do
-    grep -q " $file$" <<< "$files" || return 1
-  done
+  names=$(description | grep -o 'xlink:href="[^"]*' | cut -d'"' -f2)
+  for file in $names; do grep -q " $file$" <<< "$files" || return 1; done
+  [[ -n $names ]]
 }
 names_no_network() { ! description | grep -E 'href="(https?|ftp):'; }
 check "each file that its description names is in it" has_named_files
@@ -253,15 +265,20 @@ is_registered() {
 }
 is_unregistered() { [[ -z $(library system32 HKCU win64; library syswow64 HKCU win32; library system32 HKLM win64; library syswow64 HKLM win32) ]]; }
 libraries=build/wine-i386
-check "Wine runs programs of both bitnesses" tools/wine-i386.sh "$libraries"
-check "and has a registry of its own" tools/wine-prefix.sh build/wine-new "$libraries"
+if ! tools/wine-i386.sh "$libraries"; then
+  not_run "scripts, setup program and doctor of the package for Windows - Wine's 32-bit libraries are not at hand"
+  sum_up
+  exit
+fi
+check "Wine has a registry of its own" tools/wine-prefix.sh build/wine-new "$libraries"
 cp -a build/wine-new "$work/prefix"
 
-# The script's output and exit status.
+# The script's output and exit status. What is typed comes from $typed.
+typed=
 script() {
-  wine_run cmd /c "$(windows_path "$work/zip/QVA_Varnholt.cmd")" "$@" < /dev/null > "$work/script.log" 2>&1
-  local status=$?
-  tr -d '\r\0' < "$work/script.log" > "$work/script.txt"
+  printf '%s' "$typed" | wine_run cmd /c "$(windows_path "$work/zip/QVA_Varnholt.cmd")" "$@" > "$work/script.log" 2>&1
+  local status=${PIPESTATUS[1]}
+  tr -d '\r\0' < "$work/script.log" | iconv -f CP1257 -t UTF-8 > "$work/script.txt"
   return "$status"
 }
 ends_with() {
@@ -275,6 +292,15 @@ says() { grep -qF -- "$1" "$work/script.txt" || { cat "$work/script.txt"; return
 folder=$(windows_path "$work/zip")
 check "the script tells what is not registered" ends_with 1 check
 check "by bitness" says '32-bit: not registered.'
+check "and what to do" says 'What to do: QVA_Varnholt.cmd install'
+waits() { says 'spauskite bet kurį klavišą'; }
+waits_not() { ! grep -q 'klavišą' "$work/script.txt"; }
+check "without waiting for a key" waits_not
+typed=$'check\r\n'
+check "double-clicked it asks what to do" ends_with 1
+check "does it" says '64-bit: not registered.'
+check "and waits for a key" waits
+typed=
 check "it registers for the user" ends_with 0 install
 check "both libraries" is_registered HKCU "$folder"
 check "tells so" ends_with 0 check
@@ -297,7 +323,8 @@ wine_run cmd /c "$other\\QVA_Varnholt.cmd" install < /dev/null > "$work/script.l
 echo 'not a library' > "$work/zip/x86/QVA_Varnholt.dll"
 check "it fails where one library does not load" ends_with 1 install
 check "names it" says "32-bit: \"$folder\\x86\\QVA_Varnholt.dll\" failed."
-check "and the cause" says 'could not load the file (regsvr32: 3)'
+check "the cause" says 'could not load the file (regsvr32: 3)'
+check "and what to do" says 'What to do: unpack the zip anew'
 check "and leaves what was registered" is_registered HKCU "$other"
 rm "$work/zip/x86/QVA_Varnholt.dll"
 check "it fails where one is missing" ends_with 1 install
@@ -315,10 +342,10 @@ check "what is in the zip" diff -rq -x QVA_Varnholt.files -x "*.cmd" -x acceptan
 check "and removes it" wine_run "$folder\\uninstall.exe" /S "_?=$folder"
 check "without a trace" is_unregistered
 check "but for the uninstaller that ran there" test "$(ls "$home")" = uninstall.exe
-demo() { wine_run cmd /c "$(windows_path "$work/zip/demo.cmd")" "$1" | tr -d '\r' | grep -q 'done'; }
+demo() { wine_run "$(windows_path "$work/zip/qva-doctor.exe")" demo "$1" > /dev/null 2>&1; }
 has_demo() { wine_run reg query 'HKCU\Software\Classes\NVXCommonObjects.CommonObjects\CLSID' > /dev/null 2>&1; }
 has_no_demo() { ! has_demo; }
-check "the script for the demo host registers it" demo on
+check "the doctor registers the demo host" demo on
 check "for the user" has_demo
 check "and removes it" demo off
 check "with all that it registered" has_no_demo

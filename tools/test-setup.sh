@@ -294,7 +294,10 @@ refusals() {
   rm -r "$user_home"
   rmdir "$(dirname "$user_home")"
   check "an unknown option is refused" exits 3 setup first "$log" /AllUser
-  check "and told in the log" log_says ' /AllUser'
+  check "and told in the log" log_says 'Nežinomas parametras /AllUser.'
+  in_english() { tools/wine-run.sh --timeout 60 --locale C.UTF-8 "$prefix" "$first" /S "$log" /AllUser; }
+  check "also to who does not speak Lithuanian" exits 3 in_english
+  check "in English" log_says 'The option /AllUser is unknown.'
   check "another setup runs" hold name QVA_Varnholt.Setup
   check "which is not disturbed" exits 9 setup first
   check "and ends" let_go
@@ -391,10 +394,13 @@ begin_screen() {
   # Who runs at the same time decides whether there is a display.
   WINEPREFIX=$prefix timeout 30 wineserver -k
 }
-# Presses the default button of page after page until the program ends, with its exit code. Each page gets a picture.
-#   click <name of the pictures> <program> <argument>...
+# Presses a key, unless named the default button's, and then the default button of page after page until the program ends, with
+# its exit code. Each page gets a picture.
+#   click [--key <key>] <name of the pictures> <program> <argument>...
 click() {
-  local name=$1 number=0 program
+  local key=Return name number=0 program
+  [[ $1 != --key ]] || { key=$2; shift 2; }
+  name=$1
   shift
   tools/wine-run.sh --timeout 100 --on ":$display" "$prefix" "$@" &
   program=$!
@@ -403,7 +409,8 @@ click() {
     DISPLAY=:$display timeout 10 xdotool search --onlyvisible --name '^QVA_Varnholt|šalinimas|diegimas' > "$work/windows" 2> /dev/null || continue
     number=$((number + 1))
     [[ -z $pictures ]] || timeout 20 import -display ":$display" -window root "$pictures/$name-$number.png"
-    DISPLAY=:$display timeout 10 xdotool key Return
+    DISPLAY=:$display timeout 10 xdotool key "$key"
+    key=Return
   done
   wait "$program"
 }
@@ -415,6 +422,8 @@ on_screen() {
   make_broken_setup x86 "${target[@]}"
   begin_screen
   folder=$(home_in_windows "$user_home")
+  check "a user changes his mind" exits 1 click --key Escape cancelled "$(windows_path "$work/first.exe")"
+  check "and nothing is installed" test ! -e "$user_home"
   check "a user clicks through setup" click install "$(windows_path "$work/first.exe")"
   check "and has it" is_registered "$folder\\1.0.0" HKCU
   check "through the next version" click upgrade "$(windows_path "$work/second.exe")"
