@@ -267,14 +267,23 @@ life() {
   check "then nothing is left" within 20 test ! -e "$home"
 }
 
+# The script for a group policy, as docs/installation.md has it, with a version and a setup program.
+roll_out() {
+  VERSION=$1 SETUP=$(windows_path "$work/$2.exe") perl -ne 'next unless /^\@echo off$/ .. /^exit \/b %errorlevel%$/;
+    s/^set "version=\K[^"]*/$ENV{VERSION}/; s/^set "setup=\K[^"]*/$ENV{SETUP}/; s/\n/\r\n/; print' \
+    docs/installation.md > "$work/roll-out.cmd"
+  wine_run cmd /c "$(windows_path "$work/roll-out.cmd")"
+}
 # For all where the user who runs setup has an installation of his own.
 takes_over() {
   local home=$drive/Program\ Files/QVA_Varnholt folder
   folder=$(home_in_windows "$home")
   check "a user has it for himself" setup second
   check "an older version for all is refused" exits 5 setup first /AllUsers
-  check "the same one installs for all" setup second /AllUsers
+  check "the same one installs for all by the script for a group policy" roll_out 1.1.0 second
   check "and is registered" is_registered "$folder\\1.1.0" HKLM
+  check "that script runs once more" roll_out 1.1.0 second
+  check "and does nothing" test "$(echo "$home"/1*)" = "$home/1.1.0"
   check "the user's own registration is gone" test -z "$(value system32 "HKCU\\$kLibrary\\win64")"
   check "with its files" test ! -e "$user_home"
   check "and its place among the apps" test -z "$(value system32 "HKCU\\$kEntry" DisplayVersion)"
@@ -376,6 +385,11 @@ demo_host() {
   check "it is the new one" test "$(host)" = "$folder\\1.1.0\\x86\\QVA_DemoHost.dll"
   check "it is removed" remove "$user_home"
   check "with its demo host" test -z "$(host)"
+  setup demo-first /Demo
+  check "an installation for all in place of the user's own" setup demo-second /AllUsers
+  check "takes its demo host along" test "$(host)" = 'C:\Program Files\QVA_Varnholt\1.1.0\x86\QVA_DemoHost.dll'
+  check "it is removed" remove "$drive/Program Files/QVA_Varnholt"
+  check "with that demo host" test -z "$(host)"
   wine_run reg add "HKLM\\$classes\\NVXCommonObjects.CommonObjects\\CLSID" /ve /d '{00000000-0000-0000-0000-000000000001}' /f > /dev/null
   check "where there is a host /Demo tells that it stays" exits 10 setup demo-first /Demo
   check "and registers none" test -z "$(host)"
