@@ -292,6 +292,8 @@ check "demo on: registers it for the user" has_demo
 register 'C:\Host\QVA_TestBench.dll'
 check "doctor: a host that was installed after the demo host" names 1 "64:demo-left"
 check "doctor: names the one that is used" grep -qF 'C:\Host\QVA_TestBench.dll. (host)' "$work/text"
+doctor repair
+check "repair: switches that demo host off" has_no_demo
 register /u 'C:\Host\QVA_TestBench.dll'
 # Wine's programs find classes of the machine alone, and share the user's: the 64-bit ones become the machine's.
 mv "$package/x86" "$work/x86"

@@ -13,6 +13,7 @@ std::vector<std::string> Plan(const MachineFacts& machine) {
   for (const RepairStep& step : PlanRepair(machine)) {
     const char* kind = step.kind == RepairKind::Unblock          ? "unblock "
                        : step.kind == RepairKind::RemoveFromUser ? "remove "
+                       : step.kind == RepairKind::RemoveDemo     ? "demo off "
                                                                  : "register ";
     steps.push_back(kind + std::to_string(static_cast<int>(step.bitness)) + " " + ToUtf8(step.file));
   }
@@ -91,6 +92,11 @@ TEST(PlanRepair, TakesTheNewerLibraryBesideForTheUsersOlderOne) {
 TEST(PlanRepair, UnblocksMarkedFiles) {
   EXPECT_THAT(PlanWith([](BitnessFacts& x64) { x64.files[0].zone = 3; }),
               ElementsAre("unblock 64 D:\\Paketas\\x64\\QVA_Varnholt.dll"));
+}
+
+TEST(PlanRepair, SwitchesADemoHostOffThatStandsBeforeAnother) {
+  EXPECT_THAT(PlanWith([](BitnessFacts& x64) { x64.host_classes[1].is_behind_demo = true; }),
+              ElementsAre("demo off 64 "));
 }
 
 TEST(PlanRepair, TouchesNothingThatWasNotCheckedToItsEnd) {

@@ -285,7 +285,8 @@ constexpr FindingKind kKinds[] = {
       u"Dabartiniam naudotojui tebėra užregistruota bandomoji sistema. Ji kreipiasi į apskaitos sistemą, "
       u"kuri "
       u"vėliau įdiegta visiems naudotojams."},
-     {u"Switch it off with \"qva-doctor demo off\".", u"Išjunkite: „qva-doctor demo off“."}},
+     {u"Run \"qva-doctor repair\", or \"qva-doctor demo off\".",
+      u"Paleiskite „qva-doctor repair“ arba „qva-doctor demo off“."}},
     {"host-missing",
      Level::Error,
      {u"The accounting system is not registered: InitConnectEX fails.",

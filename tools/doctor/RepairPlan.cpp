@@ -47,6 +47,8 @@ class Planner {
     }
     const bool is_old = beside && served && served == users && IsNewer(beside->version, served->version);
     if (beside && (!served || is_old)) add(RepairKind::RegisterForUser, beside->path);
+    if (std::ranges::any_of(facts_.host_classes, &HostClass::is_behind_demo))
+      add(RepairKind::RemoveDemo, u"");
     return steps;
   }
 

@@ -59,6 +59,10 @@ std::string OutcomeText(std::uint32_t code, std::string_view reason) {
   return std::to_string(code) + "\t" + std::string(reason);
 }
 
+Words DemoOff(Bitness bitness) {
+  return OfBitness(u"the demo host is off", u"bandomoji sistema išjungta", bitness);
+}
+
 /// A step that its part carries out.
 int RunStep(Bitness bitness, std::initializer_list<std::u16string_view> command, const Words& what,
             std::u16string_view about, Language language) {
@@ -180,6 +184,9 @@ int Repair(const MachineFacts& facts, Language language) {
                        OfBitness(u"registered for the user", u"užregistruota naudotojui", step.bitness),
                        step.file, language);
         break;
+      case RepairKind::RemoveDemo:
+        done = RunStep(step.bitness, {u"/remove-demo"}, DemoOff(step.bitness), u"", language);
+        break;
     }
     result = std::max(result, done);
   }
@@ -202,8 +209,8 @@ int SwitchLog(bool on, const std::u16string& file, Language language) {
 int SwitchDemo(bool on, Language language) {
   int result = kDone;
   for (const Bitness bitness : Bitnesses(LookAtMachine().is_64bit)) {
-    const Words what = on ? OfBitness(u"the demo host is on", u"bandomoji sistema įjungta", bitness)
-                          : OfBitness(u"the demo host is off", u"bandomoji sistema išjungta", bitness);
+    const Words what =
+        on ? OfBitness(u"the demo host is on", u"bandomoji sistema įjungta", bitness) : DemoOff(bitness);
     result =
         std::max(result, RunStep(bitness, {on ? u"/register-demo" : u"/remove-demo"}, what, u"", language));
   }
