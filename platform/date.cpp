@@ -13,6 +13,8 @@ namespace qva {
 namespace {
 
 constexpr int kDaysToUnixEpoch = 25569;  // 30 December 1899 to 1 January 1970
+constexpr int kFirstDay = -657434;       // 1 January 100
+constexpr int kLastDay = 2958465;        // 31 December 9999
 
 /// Days since 1 January 1970 of a proleptic Gregorian date (month 1 to 12, any day).
 long long DaysFromCivil(long long year, int month, long long day) {
@@ -296,8 +298,7 @@ Date DateFromParts(int year, int month, int day) {
   const long long whole_year = months >= 0 ? months / 12 : (months - 11) / 12;
   const int whole_month = static_cast<int>(months - whole_year * 12) + 1;
   const long long days = DaysFromCivil(whole_year, whole_month, day) + kDaysToUnixEpoch;
-  // 1 January 100 to 31 December 9999
-  if (days < -657434 || days > 2958465) throw AutomationError(kInvalidProcedureCall);
+  if (days < kFirstDay || days > kLastDay) throw AutomationError(kInvalidProcedureCall);
   return {static_cast<double>(days)};
 }
 
@@ -306,7 +307,9 @@ DateParts PartsOf(Date date) {
   // Before day 0 the fraction counts forward from midnight of the truncated day.
   double day = date.serial < 0 ? std::ceil(date.serial) : std::floor(date.serial);
   long long seconds = std::llround(std::abs(date.serial - day) * 86400);
-  if (seconds == 86400) {
+  if (seconds == 86400 && day == kLastDay) {
+    --seconds;  // there is no next day
+  } else if (seconds == 86400) {
     seconds = 0;
     day += 1;
   }

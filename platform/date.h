@@ -25,7 +25,7 @@ struct DateParts {
 /// Raises 5 (Invalid procedure call) when the result lies outside the years 100 to 9999.
 Date DateFromParts(int year, int month, int day);
 
-/// Year to second, rounded to the nearest second.
+/// Year to second, rounded to the nearest second that there is.
 DateParts PartsOf(Date date);
 
 /// The date with its literal separators between day, month and year parts: a short date pattern may use

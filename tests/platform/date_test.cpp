@@ -101,6 +101,10 @@ TEST_F(DateTest, TimesRoundToTheSecondAndMayReachTheNextDay) {
   EXPECT_EQ(Iso(Date{-2 + 0.4 * second}), "1899-12-30 00:00:00");
 }
 
+TEST_F(DateTest, NoTimeReachesBeyondTheLastDay) {
+  EXPECT_EQ(Iso(Date{DateFromParts(9999, 12, 31).serial + 0.999999}), "9999-12-31 23:59:59");
+}
+
 TEST_F(DateTest, SeparatorsAreThoseBetweenThePartsOfThePattern) {
   EXPECT_EQ(Separators(u"yyyy-MM-dd"), "-|-");
   EXPECT_EQ(Separators(u"yyyy. MM. dd."), ". |. ");
