@@ -24,20 +24,22 @@ Sub Main()
     g.ResetConnectEX 0
 End Sub
 
-Private Sub AskAgain()
-    Dim bEdited As Boolean
-    If bAsked Then Exit Sub
-    bAsked = True
+Private Sub AskAgain(oWindow)
+    Dim bEdited As Boolean, sTitle As String
     On Error Resume Next
+    sTitle = oWindow.Title              'which windows of documents have not
+    If bAsked Or sTitle = "" Then Exit Sub
+    bAsked = True
+    Err.Clear
     bEdited = oAgain.Edit
     WriteLine "asked again: " & bEdited & " " & Err.Number
 End Sub
 
 Sub Window_windowOpened(oEvent)
-    AskAgain
+    AskAgain oEvent.Source
 End Sub
 Sub Window_windowActivated(oEvent)
-    AskAgain
+    AskAgain oEvent.Source
 End Sub
 Sub Window_windowDeactivated(oEvent)
 End Sub
