@@ -1,6 +1,7 @@
 // What facts mean: findings for the user, and what can be put right for him.
 #pragma once
 
+#include <array>
 #include <map>
 #include <string>
 #include <vector>
@@ -12,7 +13,7 @@ namespace qva::doctor {
 
 /// A text in each language.
 struct Words {
-  std::u16string in[kLanguageCount];
+  std::array<std::u16string, kLanguageCount> in;
 
   Words(std::u16string_view text) : in{std::u16string(text), std::u16string(text)} {}
   Words(const std::u16string& text) : Words(std::u16string_view(text)) {}
