@@ -244,8 +244,10 @@ demo_host() {
   for sample in balance profit-loss vat; do
     check "$name: sample $sample has the figures that it has on Linux" sample_figures "$sample" "$cscript"
   done
+  # The samples put a folder on the user's PATH, and so do the examples.
+  wine_run "$reg" delete 'HKCU\Environment' /v PATH /f > /dev/null 2>&1
   guide_examples "$name" "$cscript"
-  wine_run "$reg" delete 'HKCU\Environment' /v PATH /f > /dev/null  # as an example left it
+  wine_run "$reg" delete 'HKCU\Environment' /v PATH /f > /dev/null
   check "$name: has its database in the user's own folder" test -s "$prefix"/drive_c/users/*/AppData/Local/QVA_Varnholt/host.sqlite
   check "$name: gives great amounts whole, and none beyond their range" great_amounts "$cscript"
   # The kit runs in the script host of the machine's own bitness.

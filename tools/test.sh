@@ -23,7 +23,7 @@ run_step() {
   status=$(< "$results/$number.status")
   # What programs say as they are stopped may come after the line that sums up; who ended without it was cut off.
   local last
-  last=$(grep -E '^[0-9]+ passed, [0-9]+ failed, [0-9]+ skipped$' "$results/$number.log" | tail -n 1)
+  last=$(grep -aE '^[0-9]+ passed, [0-9]+ failed, [0-9]+ skipped$' "$results/$number.log" | tail -n 1)
   if [[ $status$last != 0*" 0 failed,"* && ($status -ne 1 || -z $last || $last == *" 0 failed,"*) ]]; then
     last="0 passed, 1 failed, 0 skipped"
     echo "FAILED: $name was cut off, with status $status" >> "$results/$number.log"
