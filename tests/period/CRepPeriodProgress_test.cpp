@@ -1,5 +1,6 @@
 // CRepPeriod: what the status bar tells where the period takes long.
 #include "tests/period/rep_period_fixture.h"
+#include "tests/ticking_clock.h"
 
 namespace qva {
 namespace {
@@ -22,16 +23,6 @@ class LongPeriod : public ReportPeriodTest {
     return lines;
   }
   Value BarNow() const { return Get(excel, u"StatusBar"); }
-};
-
-/// A clock that each look at it puts forward by half a second: time passes without calls.
-class BusyClock : public Clock {
- public:
-  Date Now() const override { return MemoryClock::kStart; }
-  milliseconds Running() const override { return running_ += milliseconds(500); }
-
- private:
-  mutable milliseconds running_{0};
 };
 
 TEST_F(LongPeriod, WithinASecondNothingIsTold) {
@@ -62,7 +53,7 @@ TEST_F(LongPeriod, TheBudgetsAreToldAsTheyAreReadShownAndTakenOver) {
   Set(u"BudgetCount", 40);
   trace.Clear();
   // What is done with the rows is the library's own work.
-  BusyClock clock;
+  TickingClock clock(platform.clock, milliseconds(500));
   Services services = GetServices();
   services.clock = &clock;
   InstallServices(services);

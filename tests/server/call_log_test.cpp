@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "platform/value.h"
 #include "tests/platform/core_test.h"
+#include "tests/ticking_clock.h"
 
 namespace qva {
 namespace {
@@ -31,13 +32,6 @@ class LoggedObject : public Object {
   std::u16string TypeName() const override { return u"CReports"; }
 };
 
-class StandingClock : public Clock {
- public:
-  Date Now() const override { return Date{45000.5}; }
-  std::chrono::milliseconds Running() const override { return running += std::chrono::milliseconds(7); }
-  mutable std::chrono::milliseconds running{0};
-};
-
 std::string Content(const std::filesystem::path& path) {
   return ReadWholeFile(path.native()).value_or("");
 }
@@ -46,6 +40,7 @@ class CallLog : public CoreTest {
  protected:
   CallLog() {
     std::filesystem::create_directory(folder);
+    platform.clock.Set(Date{45000.5});
     Services services = platform.services();
     services.clock = &clock;
     InstallServices(services);
@@ -77,7 +72,7 @@ class CallLog : public CoreTest {
   std::filesystem::path folder =
       std::filesystem::temp_directory_path() / ("qva_call_log_" + std::to_string(ProcessId()));
   std::filesystem::path file = folder / "calls.log";
-  StandingClock clock;
+  TickingClock clock{platform.clock, std::chrono::milliseconds(7)};
   ObjectPtr object{new LoggedObject};
 };
 
