@@ -47,22 +47,10 @@ inline std::int32_t ErrorNumberOf(const std::function<void()>& step) {
 /// programmatic identifier and member name.
 class LibraryTest : public testing::Test {
  protected:
-  static constexpr std::u16string_view kHostIdentifiers[] = {host::kCommonObjects,
-                                                             host::kPlant,
-                                                             host::kClientTools,
-                                                             host::kSettingsCollection,
-                                                             host::kCompanyAttributes,
-                                                             host::kDataAccess,
-                                                             host::kMessage,
-                                                             host::kMessageResource,
-                                                             host::kQuery,
-                                                             host::kConditionBuilder,
-                                                             host::kDocumentSelection};
-
   LibraryTest() {
     host.message_box = &platform.message_box;
     host.list_chooser = &platform.list_chooser;
-    for (const std::u16string_view identifier : kHostIdentifiers) {
+    for (const std::u16string_view identifier : host::kCreatableClasses) {
       platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
     }
     Services services = platform.services();
@@ -110,7 +98,7 @@ class LibraryTest : public testing::Test {
   CallFailure failure{0, AutomationError(kAutomationFailed, u"Server", u"The call failed")};
   CallTime call_time{platform.clock};
   Interceptor interceptor{&trace, &count, &failure, &call_time};
-  InterceptedFactory factory{interceptor, platform.object_factory};
+  InterceptedFactory factory{interceptor, platform.faults.object_factory};
   Ref<memory::Application> excel;  ///< Excel as it is
   ObjectPtr application;           ///< Excel as the library gets it: every call is traced
 };

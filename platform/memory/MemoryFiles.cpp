@@ -18,10 +18,9 @@ WindowsPath ParentOf(WindowsPath path) {
 /// A file that a channel or stream has open.
 class MemoryFiles::OpenNode : public ByteFile {
  public:
-  OpenNode(const MemoryFiles& files, std::shared_ptr<Node> node) : files_(files), node_(std::move(node)) {}
+  OpenNode(const Clock& clock, std::shared_ptr<Node> node) : clock_(clock), node_(std::move(node)) {}
 
   std::size_t Read(std::span<char> buffer) override {
-    files_.Start(Operation::Read);
     const std::size_t count = std::min(buffer.size(), node_->content.size() - position_);
     std::copy_n(node_->content.data() + position_, count, buffer.data());
     position_ += count;
@@ -29,13 +28,12 @@ class MemoryFiles::OpenNode : public ByteFile {
   }
 
   void Append(std::string_view bytes) override {
-    files_.Start(Operation::Write);
     node_->content += bytes;
-    node_->modified = files_.clock_.Now();
+    node_->modified = clock_.Now();
   }
 
  private:
-  const MemoryFiles& files_;
+  const Clock& clock_;
   std::shared_ptr<Node> node_;
   std::size_t position_ = 0;
 };
@@ -85,26 +83,12 @@ MemoryFiles::Node& MemoryFiles::FileForWriting(const WindowsPath& path) {
   return *node;
 }
 
-void MemoryFiles::Start(Operation operation) const {
-  if (++calls_ == failing_call_) throw AutomationError(failure_);
-  if (const auto refusal = refusals_.find(operation); refusal != refusals_.end()) {
-    throw AutomationError(refusal->second);
-  }
-}
-
-void MemoryFiles::FailAt(long call, ErrorNumber error) {
-  calls_ = 0;
-  failing_call_ = call;
-  failure_ = error;
-}
-
 std::int16_t MemoryFiles::FreeNumber() const {
   return open_.FreeNumber();
 }
 
 std::unique_ptr<TextChannel> MemoryFiles::OpenChannel(std::int16_t number, std::u16string_view path,
                                                       ChannelMode mode) {
-  Start(Operation::OpenChannel);
   const WindowsPath whole = Parse(path);
   open_.RequireChannel(number, KeyOf(whole), mode);
   Node& node = mode == ChannelMode::Input ? FileAt(whole) : FileForWriting(whole);
@@ -113,30 +97,27 @@ std::unique_ptr<TextChannel> MemoryFiles::OpenChannel(std::int16_t number, std::
     node.modified = clock_.Now();
   }
   return open_.OpenChannel(number, KeyOf(whole), mode,
-                           std::make_unique<OpenNode>(*this, nodes_[KeyOf(whole)]), locale_);
+                           std::make_unique<OpenNode>(clock_, nodes_[KeyOf(whole)]), locale_);
 }
 
 std::unique_ptr<TextStream> MemoryFiles::CreateTextStream(std::u16string_view path) {
-  Start(Operation::CreateTextStream);
   const WindowsPath whole = Parse(path);
   open_.RequireStream(KeyOf(whole), false);
   Node& node = FileForWriting(whole);
   node.content.clear();
   node.modified = clock_.Now();
-  auto bytes = open_.OpenStream(KeyOf(whole), false, std::make_unique<OpenNode>(*this, nodes_[KeyOf(whole)]));
-  auto stream = WriteTextStream(std::move(bytes), StreamEncoding::Utf16, locale_);
-  return keeps_streams_ ? nullptr : std::move(stream);
+  auto bytes =
+      open_.OpenStream(KeyOf(whole), false, std::make_unique<OpenNode>(clock_, nodes_[KeyOf(whole)]));
+  return WriteTextStream(std::move(bytes), StreamEncoding::Utf16, locale_);
 }
 
 std::unique_ptr<TextStream> MemoryFiles::OpenTextStream(std::u16string_view path, StreamMode mode) {
-  Start(Operation::OpenTextStream);
   const WindowsPath whole = Parse(path);
   const bool is_for_reading = mode == StreamMode::ForReading;
   open_.RequireStream(KeyOf(whole), is_for_reading);
   FileForWriting(whole);
-  if (keeps_streams_) return nullptr;
-  auto bytes =
-      open_.OpenStream(KeyOf(whole), is_for_reading, std::make_unique<OpenNode>(*this, nodes_[KeyOf(whole)]));
+  auto bytes = open_.OpenStream(KeyOf(whole), is_for_reading,
+                                std::make_unique<OpenNode>(clock_, nodes_[KeyOf(whole)]));
   return is_for_reading ? ReadTextStream(std::move(bytes))
                         : WriteTextStream(std::move(bytes), StreamEncoding::Ansi, locale_);
 }
@@ -146,7 +127,6 @@ std::u16string MemoryFiles::CurrentFolder() const {
 }
 
 void MemoryFiles::Delete(std::u16string_view path) {
-  Start(Operation::Delete);
   const WindowsPath whole = Parse(path);
   FileAt(whole);
   open_.RequireClosed(KeyOf(whole));
@@ -154,7 +134,6 @@ void MemoryFiles::Delete(std::u16string_view path) {
 }
 
 void MemoryFiles::Rename(std::u16string_view from, std::u16string_view to) {
-  Start(Operation::Rename);
   const WindowsPath old_path = Parse(from);
   const WindowsPath new_path = Parse(to);
   Node& node = FileAt(old_path);
@@ -171,7 +150,6 @@ void MemoryFiles::Rename(std::u16string_view from, std::u16string_view to) {
 }
 
 void MemoryFiles::Copy(std::u16string_view from, std::u16string_view to) {
-  Start(Operation::Copy);
   const WindowsPath source = Parse(from);
   const WindowsPath target = Parse(to);
   const Node& original = FileAt(source);
@@ -184,7 +162,6 @@ void MemoryFiles::Copy(std::u16string_view from, std::u16string_view to) {
 }
 
 void MemoryFiles::CreateFolder(std::u16string_view path) {
-  Start(Operation::CreateFolder);
   const WindowsPath whole = Parse(path);
   if (Find(whole)) throw AutomationError(kPathFileAccess);
   RequireParent(whole);
@@ -214,14 +191,12 @@ std::vector<std::u16string> MemoryFiles::Find(std::u16string_view folder, std::u
 }
 
 Date MemoryFiles::LastModified(std::u16string_view path) const {
-  Start(Operation::LastModified);
   const WindowsPath whole = Parse(path);
   if (const Node* node = Find(whole); node && node->is_folder) return node->modified;
   return FileAt(whole).modified;
 }
 
 double MemoryFiles::Length(std::u16string_view path) const {
-  Start(Operation::Length);
   return static_cast<double>(FileAt(Parse(path)).content.size());
 }
 

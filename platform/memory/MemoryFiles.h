@@ -1,4 +1,4 @@
-// Files that live as long as their object: folders, contents and times of change, and failures on demand.
+// Files that live as long as their object: folders, contents and times of change.
 #pragma once
 
 #include <map>
@@ -36,34 +36,7 @@ class MemoryFiles : public Files {
   Date LastModified(std::u16string_view path) const override;
   double Length(std::u16string_view path) const override;
 
-  // Failures. A call that fails changes nothing.
-
-  /// What can fail: the operations of the same names; Write and Read are those of an open channel or stream.
-  enum class Operation {
-    OpenChannel,
-    CreateTextStream,
-    OpenTextStream,
-    Write,
-    Read,
-    Delete,
-    Rename,
-    Copy,
-    CreateFolder,
-    LastModified,
-    Length
-  };
-  /// From now on the operation raises the error; Allow lets it work again.
-  void Refuse(Operation operation, ErrorNumber error) { refusals_[operation] = error; }
-  void Allow(Operation operation) { refusals_.erase(operation); }
-  /// Lets the call number `call` from now on raise the error, the first being 1; 0 lets all calls through.
-  void FailAt(long call, ErrorNumber error);
-  /// Calls of operations that can fail since the start or the last FailAt.
-  long calls() const { return calls_; }
-  /// Whether CreateTextStream and OpenTextStream do what they do without giving a stream.
-  void KeepStreams(bool keep) { keeps_streams_ = keep; }
-
-  // The contents, for preparing a test and looking at what it left. No refusal applies and nothing is
-  // counted.
+  // The contents, for preparing a test and looking at what it left.
 
   /// Stores a file, with the folders above it; without a time it is changed now.
   void SetFile(std::u16string_view path, std::string content, std::optional<Date> modified = {});
@@ -92,18 +65,12 @@ class MemoryFiles : public Files {
   /// The file of a path, created when missing. Raises 75 and 76.
   Node& FileForWriting(const WindowsPath& path);
   void RequireNoFolder(const WindowsPath& path) const;
-  void Start(Operation operation) const;
 
   const Locale& locale_;
   const Clock& clock_;
   WindowsPath current_{.root = u"C:"};
   std::map<std::u16string, std::shared_ptr<Node>> nodes_;  // by path in lower case
   OpenFiles open_;
-  bool keeps_streams_ = false;
-  std::map<Operation, ErrorNumber> refusals_;
-  mutable long calls_ = 0;
-  long failing_call_ = 0;
-  ErrorNumber failure_ = kDeviceError;
 };
 
 }  // namespace qva

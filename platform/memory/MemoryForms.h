@@ -13,13 +13,11 @@ namespace qva {
 class MemoryForms : public ui::FormFactory {
  public:
   std::unique_ptr<ui::Form> Create(const ui::FormDescription& description) override {
-    if (refuse) throw AutomationError(kOutOfMemory);
     ++created;
     return std::make_unique<MemoryForm>(description, user);
   }
 
   MemoryForm::User user;  ///< of all forms created from now on; without one each is closed at once
-  bool refuse = false;    ///< creation fails
   int created = 0;
 };
 

@@ -25,8 +25,4 @@ void MemoryObjectFactory::Register(std::u16string_view programmatic_identifier, 
   creators_[ToLower(programmatic_identifier)] = std::move(creator);
 }
 
-void MemoryObjectFactory::Unregister(std::u16string_view programmatic_identifier) {
-  creators_.erase(ToLower(programmatic_identifier));
-}
-
 }  // namespace qva

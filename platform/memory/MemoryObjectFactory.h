@@ -27,7 +27,6 @@ class MemoryObjectFactory : public ObjectFactory {
   void Register(std::u16string_view programmatic_identifier) {
     Register(programmatic_identifier, [] { return ObjectPtr(MakeRef<T>()); });
   }
-  void Unregister(std::u16string_view programmatic_identifier);
 
  private:
   std::map<std::u16string, Creator> creators_;  // by lower-case identifier

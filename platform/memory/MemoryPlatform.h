@@ -1,6 +1,11 @@
-// The in-memory twin of the whole seam in one place. A service that the seam gains gets its twin here.
+// The in-memory twin of the whole seam in one place. A service that the seam gains gets its twin here, and
+// its faults where it can fail.
 #pragma once
 
+#include "platform/memory/FaultyFiles.h"
+#include "platform/memory/FaultyFormFactory.h"
+#include "platform/memory/FaultyObjectFactory.h"
+#include "platform/memory/FaultyRegistry.h"
 #include "platform/memory/MemoryClock.h"
 #include "platform/memory/MemoryEnvironment.h"
 #include "platform/memory/MemoryFiles.h"
@@ -13,11 +18,13 @@
 
 namespace qva {
 
-/// One of each, in its first state. Excel itself is no service: make a memory::Application
-/// (platform/memory/excel/Application.h).
+/// One of each, in its first state, with faults before those that can fail. Excel itself is no service: make
+/// a memory::Application (platform/memory/excel/Application.h).
 ///
 ///   MemoryPlatform platform;
 ///   InstallServices(platform.services());
+///   platform.files.SetFile(u"C:\\x.txt", "1");
+///   platform.faults.files.Refuse(FaultyFiles::Operation::Copy, kDiskFull);
 struct MemoryPlatform {
   MemoryObjectFactory object_factory;
   MemoryRegistry registry;
@@ -29,17 +36,26 @@ struct MemoryPlatform {
   MemoryListChooser list_chooser;
   MemoryFiles files{locale, clock};
 
+  /// What users of the services meet. Whoever calls the twins above meets no fault, and is not counted.
+  struct Faults {
+    FaultyObjectFactory object_factory;
+    FaultyRegistry registry;
+    FaultyFormFactory forms;
+    FaultyFiles files;
+  } faults{FaultyObjectFactory(object_factory), FaultyRegistry(registry), FaultyFormFactory(forms),
+           FaultyFiles(files)};
+
   /// Borrows the members: they must outlive the use of the result.
   Services services() {
-    return {.object_factory = &object_factory,
-            .registry = &registry,
+    return {.object_factory = &faults.object_factory,
+            .registry = &faults.registry,
             .environment = &environment,
             .locale = &locale,
             .clock = &clock,
             .message_box = &message_box,
-            .forms = &forms,
+            .forms = &faults.forms,
             .list_chooser = &list_chooser,
-            .files = &files};
+            .files = &faults.files};
   }
 };
 

@@ -27,11 +27,6 @@ MemoryRegistry::MemoryRegistry() : current_user_(std::make_unique<Node>()) {
 
 MemoryRegistry::~MemoryRegistry() = default;
 
-std::int32_t MemoryRegistry::RefusalOf(Operation operation) const {
-  const auto found = refusals_.find(operation);
-  return found == refusals_.end() ? std::int32_t{kRegistrySuccess} : found->second;
-}
-
 std::optional<MemoryRegistry::Handle> MemoryRegistry::Resolve(RegistryKey key) const {
   if (key == HKEY_CURRENT_USER_VALUE) return Handle{current_user_.get(), ~std::uint32_t{0}};
   const auto found = handles_.find(key);
@@ -74,7 +69,6 @@ void MemoryRegistry::Store(Node& node, std::u16string_view name, std::uint32_t t
 
 std::int32_t MemoryRegistry::OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                                      RegistryKey& key) {
-  if (const auto refusal = RefusalOf(Operation::Open)) return refusal;
   const auto handle = Resolve(parent);
   if (!handle) return kRegistryInvalidHandle;
   Node* node = Find(handle->node, path);
@@ -85,7 +79,6 @@ std::int32_t MemoryRegistry::OpenKey(RegistryKey parent, std::u16string_view pat
 
 std::int32_t MemoryRegistry::CreateKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                                        const RegistrySecurity&, RegistryKey& key) {
-  if (const auto refusal = RefusalOf(Operation::Create)) return refusal;
   const auto handle = Resolve(parent);
   if (!handle) return kRegistryInvalidHandle;
   key = NewHandle(FindOrCreate(handle->node, path), access);
@@ -93,7 +86,6 @@ std::int32_t MemoryRegistry::CreateKey(RegistryKey parent, std::u16string_view p
 }
 
 std::int32_t MemoryRegistry::FindWritable(RegistryKey key, Node*& node) const {
-  if (const auto refusal = RefusalOf(Operation::Set)) return refusal;
   const auto handle = Resolve(key);
   if (!handle) return kRegistryInvalidHandle;
   if (!(handle->access & kKeySetValue)) return kRegistryAccessDenied;
@@ -103,8 +95,6 @@ std::int32_t MemoryRegistry::FindWritable(RegistryKey key, Node*& node) const {
 
 const RegistryValue* MemoryRegistry::FindValue(RegistryKey key, std::u16string_view name,
                                                std::int32_t& status) const {
-  status = RefusalOf(Operation::Query);
-  if (status != kRegistrySuccess) return nullptr;
   const auto handle = Resolve(key);
   if (!handle) {
     status = kRegistryInvalidHandle;
@@ -156,7 +146,6 @@ std::int32_t MemoryRegistry::SetStored(RegistryKey key, std::u16string_view name
 }
 
 std::int32_t MemoryRegistry::DeleteValue(RegistryKey key, std::u16string_view name) {
-  if (const auto refusal = RefusalOf(Operation::Delete)) return refusal;
   const auto handle = Resolve(key);
   if (!handle) return kRegistryInvalidHandle;
   if (!(handle->access & kKeySetValue)) return kRegistryAccessDenied;
@@ -164,7 +153,6 @@ std::int32_t MemoryRegistry::DeleteValue(RegistryKey key, std::u16string_view na
 }
 
 std::int32_t MemoryRegistry::CloseKey(RegistryKey key) {
-  if (const auto refusal = RefusalOf(Operation::Close)) return refusal;
   if (key == HKEY_CURRENT_USER_VALUE) return kRegistrySuccess;
   return handles_.erase(key) == 1 ? kRegistrySuccess : kRegistryInvalidHandle;
 }

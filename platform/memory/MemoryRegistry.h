@@ -34,12 +34,8 @@ class MemoryRegistry : public Registry {
   /// Handles that were opened and not closed yet.
   std::size_t OpenHandles() const { return handles_.size(); }
 
-  enum class Operation { Open, Create, Query, Set, Delete, Close };
-  /// From now on the operation does nothing and answers `status`; kRegistrySuccess lets it work again.
-  void Refuse(Operation operation, std::int32_t status) { refusals_[operation] = status; }
-
   // The contents by path below HKEY_CURRENT_USER, for preparing a test and looking at what it left. No handle
-  // is opened and no refusal applies.
+  // is opened.
 
   /// Stores a text (in the ANSI code page, without terminating zero), creating the key.
   void SetText(std::u16string_view path, std::u16string_view name, std::string_view text,
@@ -58,7 +54,6 @@ class MemoryRegistry : public Registry {
     std::uint32_t access = 0;
   };
 
-  std::int32_t RefusalOf(Operation operation) const;
   std::optional<Handle> Resolve(RegistryKey key) const;
   RegistryKey NewHandle(Node* node, std::uint32_t access);
   static Node* Find(Node* node, std::u16string_view path);
@@ -73,7 +68,6 @@ class MemoryRegistry : public Registry {
   std::unique_ptr<Node> current_user_;
   std::map<RegistryKey, Handle> handles_;
   RegistryKey last_handle_ = 0;
-  std::map<Operation, std::int32_t> refusals_;
 };
 
 }  // namespace qva

@@ -149,7 +149,7 @@ TEST_F(GlobalObject, InitConnectWithAnUnknownBookRaises842WithTheBookInPlace) {
 
 TEST_F(GlobalObject, InitConnectWithoutTheHostsComponentsRaises842) {
   const ObjectPtr global = Create(u"gExcelObject");
-  platform.object_factory.Unregister(host::kCommonObjects);
+  platform.faults.object_factory.Refuse(host::kCommonObjects);
   const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->description(), u"Tekstas 842: MEDVILNE");
@@ -460,8 +460,8 @@ TEST_F(GlobalObject, InitConnectEndsAsAgreedWhicheverHostCallFails) {
 }
 
 TEST_F(GlobalObject, InitConnectWithNoHostAtAllKeepsNumberAndSourceAndTellsTheReason) {
-  for (const std::u16string_view identifier : kHostIdentifiers)
-    platform.object_factory.Unregister(identifier);
+  for (const std::u16string_view identifier : host::kCreatableClasses)
+    platform.faults.object_factory.Refuse(identifier);
   const ObjectPtr global = Create(u"gExcelObject");
   for (const auto* p0 : {u"MEDVILNE", u""}) {
     SetSetting(u"Forms\\MDI", u"P0", p0);
@@ -476,7 +476,7 @@ TEST_F(GlobalObject, InitConnectWithNoHostAtAllKeepsNumberAndSourceAndTellsTheRe
 }
 
 TEST_F(GlobalObject, InitConnectWithoutTheHostsTextsTellsWhyThereIsNoBookFirst) {
-  platform.object_factory.Unregister(host::kMessageResource);
+  platform.faults.object_factory.Refuse(host::kMessageResource);
   const ObjectPtr global = Create(u"gExcelObject");
   SetSetting(host::kFormsSection, u"P0", u"NERA");
   auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
@@ -485,14 +485,14 @@ TEST_F(GlobalObject, InitConnectWithoutTheHostsTextsTellsWhyThereIsNoBookFirst) 
       ErrorOf([&] { host::CommonObjects::Create(platform.object_factory).CreateBook(u"NERA"); });
   ASSERT_TRUE(of_host);
   EXPECT_EQ(error->description(), of_host->description()) << "the host's own account";
-  platform.object_factory.Unregister(host::kCommonObjects);
+  platform.faults.object_factory.Refuse(host::kCommonObjects);
   error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->description(), u"NVXCommonObjects.CommonObjects: no such class");
 }
 
 TEST_F(GlobalObject, InitConnectWithTheHostsTextsSaysWhatTheyDoWhateverTheCause) {
-  platform.object_factory.Unregister(host::kCommonObjects);
+  platform.faults.object_factory.Refuse(host::kCommonObjects);
   const ObjectPtr global = Create(u"gExcelObject");
   const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
   ASSERT_TRUE(error);
@@ -504,13 +504,13 @@ TEST_F(GlobalObject, AHostComponentThatIsNotThereIsNamedByInitConnectWithNumberA
     ResetGlobals();
     ShutDown();
     const ObjectPtr global = Create(u"gExcelObject");
-    platform.object_factory.Unregister(identifier);
+    platform.faults.object_factory.Refuse(identifier);
     const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
     ASSERT_TRUE(error) << ToUtf8(identifier);
     EXPECT_EQ(error->number(), kCannotCreateObject);
     EXPECT_EQ(error->source(), u"QVA_Varnholt");
     EXPECT_EQ(error->description(), std::u16string(identifier) + u": no such class");
-    platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
+    platform.faults.object_factory.Allow(identifier);
   }
 }
 

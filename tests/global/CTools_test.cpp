@@ -477,31 +477,20 @@ TEST_F(Tools, LetAnErrorWithinExcelsSearchPassThatLooksAsIfItWereMissing) {
             kUnsupportedAction);
 }
 
-/// Files in a folder that may not be listed.
-struct UnlistedFiles : MemoryFiles {
-  using MemoryFiles::MemoryFiles;
-  std::vector<std::u16string> Find(std::u16string_view, std::u16string_view) const override { return {}; }
-};
-
 TEST_F(Tools, AskForTheOneFileWhereExcelHasNoSearch) {
-  UnlistedFiles unlisted(platform.locale, platform.clock);
-  unlisted.SetFile(u"C:\\Arch\\Ataskaita.xls", "");
-  unlisted.SetFolder(u"C:\\Arch\\2024.xls");
-  Services services = GetServices();
-  services.files = &unlisted;
-  InstallServices(services);
+  platform.files.SetFile(u"C:\\Arch\\Ataskaita.xls", "");
+  platform.files.SetFolder(u"C:\\Arch\\2024.xls");
+  platform.faults.files.Refuse(FaultyFiles::Operation::Find);  // a folder that may not be listed
   excel->RemoveFileSearch();
   EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch\\", u"Ataskaita.xls"}), Value(true));
   EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", u"Kita.xls"}), Value(false));
   EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", u"2024.xls"}), Value(false)) << "a folder is no file";
-  unlisted.Refuse(MemoryFiles::Operation::Length, kPathFileAccess);
+  platform.faults.files.Refuse(FaultyFiles::Operation::Length, kPathFileAccess);
   EXPECT_EQ(ErrorNumberOf([&] {
               Call(tools, u"FileExist", {u"C:\\Arch", u"Ataskaita.xls"});
             }),
             kPathFileAccess)
       << "what cannot be known is not answered";
-  services.files = &platform.files;
-  InstallServices(services);
 }
 
 }  // namespace

@@ -51,14 +51,14 @@ TEST_F(StartUpTest, ANonBooleanFormDebugIsATypeMismatchAtLoad) {
 
 TEST_F(StartUpTest, AnUnreadableSettingYieldsItsDefault) {
   SetSetting(u"General", u"AppFormDebug", u"1");
-  platform.registry.Refuse(MemoryRegistry::Operation::Query, kRegistryAccessDenied);
+  platform.faults.registry.Refuse(FaultyRegistry::Operation::Query, kRegistryAccessDenied);
   StartUp();
   EXPECT_FALSE(TheStartUpState().form_debug);
 }
 
 TEST_F(StartUpTest, MissingHostComponentsDoNotStopIt) {
-  platform.object_factory.Unregister(host::kMessageResource);
-  platform.object_factory.Unregister(host::kClientTools);
+  platform.faults.object_factory.Refuse(host::kMessageResource);
+  platform.faults.object_factory.Refuse(host::kClientTools);
   StartUp();
   EXPECT_EQ(TheStartUpState().initialised, 1);
   const auto error = ErrorOf([] { HostText(842); });

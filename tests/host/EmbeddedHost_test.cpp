@@ -138,7 +138,7 @@ TEST_F(EmbeddedHostTest, MakesTheArchiveWithADatabaseInItsOwnFolderAlone) {
 TEST_F(EmbeddedHostTest, OpensItsDatabaseWhereNoArchiveCanBeMade) {
   options_.database = folder_.path() / "data" / "host.sqlite";
   options_.is_own_folder = true;
-  platform_.files.Refuse(MemoryFiles::Operation::CreateFolder, kPathFileAccess);
+  platform_.faults.files.Refuse(FaultyFiles::Operation::CreateFolder, kPathFileAccess);
   EmbeddedHost factory(options_, platform_.services());
   EXPECT_EQ(host::CommonObjects::Create(factory).CreateBook(u"MEDVILNE").BookCode(), u"MEDVILNE");
 }

@@ -61,20 +61,6 @@ inline void ExpectFailure(const std::function<void()>& step, Failure failure, st
   EXPECT_THAT(ToUtf8(error->description()), testing::HasSubstr(ToUtf8(cause)));
 }
 
-/// A user who picks the row that a test chose, and keeps what was shown.
-class FakeListChooser : public ListChooser {
- public:
-  std::optional<std::size_t> Choose(const ChoiceList& list, std::u16string_view selected) override {
-    lists.push_back(list);
-    marked.emplace_back(selected);
-    return choice;
-  }
-
-  std::optional<std::size_t> choice;  ///< the answer to each list; nothing leaves it
-  std::vector<ChoiceList> lists;
-  std::vector<std::u16string> marked;  ///< the code of the row marked at first, for each list
-};
-
 /// The embedded host on a database that does not exist yet, reached through the façades as the library does.
 class HostTest : public testing::Test {
  protected:
@@ -92,11 +78,9 @@ class HostTest : public testing::Test {
     attributes.Init(OpenBook(book_code));
     return attributes;
   }
-  /// The services with a list chooser of the test's own.
-  Services ServicesWithChooser() {
-    Services services = platform_.services();
-    services.list_chooser = &chooser_;
-    return services;
+  /// From now on the user picks this row of each list, or leaves it.
+  void Pick(std::optional<std::size_t> row) {
+    chooser_.user = [row](const ChoiceList&, std::u16string_view) { return row; };
   }
   /// The names of the files in the database's folder.
   std::vector<std::string> Files() const {
@@ -112,11 +96,11 @@ class HostTest : public testing::Test {
   const long live_before_ = Object::LiveCount();
   TemporaryFolder folder_;
   MemoryPlatform platform_;
+  MemoryListChooser& chooser_ = platform_.list_chooser;
   HostOptions options_{.database = folder_.path() / "host.sqlite",
                        .sample = kHostFolder / "sample.sql",
                        .resources = kHostFolder};
-  FakeListChooser chooser_;
-  EmbeddedHost factory_{options_, ServicesWithChooser()};
+  EmbeddedHost factory_{options_, platform_.services()};
 };
 
 }  // namespace qva::embedded

@@ -59,11 +59,11 @@ TEST_F(HostModule, ShowsMessagesThroughTheGivenServices) {
 }
 
 TEST_F(HostModule, ShowsSelectionsThroughTheGivenServices) {
-  ObjectFactory* factory = open_(ServicesWithChooser());
+  ObjectFactory* factory = open_(platform_.services());
   ASSERT_TRUE(factory);
   const auto selection = host::DocumentSelection::Create(*factory);
   selection.Init(host::CommonObjects::Create(*factory).CreateBook(u"BALTIJA"));
-  chooser_.choice = 0;
+  Pick(0);
   EXPECT_EQ(selection.Open(u"BOBN", Date{45383}, Date{45383}, u"1 = 1"), Value(std::int32_t{203}));
   EXPECT_EQ(selection.Field(u"Code"), Value(u"BIU-2024-02"));
 }

@@ -435,7 +435,7 @@ TEST_F(AccountSets, EndSilentlyWhenTheHostFails) {
   AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
   Pick(u"BIU-2024");
   Show([&](MemoryForm& form) {
-    platform.object_factory.Unregister(host::kQuery);
+    platform.faults.object_factory.Refuse(host::kQuery);
     form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
     EXPECT_THAT(platform.list_chooser.shown, IsEmpty());
     EXPECT_EQ(form.CellText(kGrid, 0, u"BudgetCurrDocCode"), u"BIU-2024");

@@ -154,9 +154,9 @@ TEST_F(DatePicker, RaisesForADateThatNoCalendarShowsAndCanBeShownAgain) {
 }
 
 TEST_F(DatePicker, RaisesWhenThereAreNoWindows) {
-  platform.forms.refuse = true;
+  platform.faults.forms.Refuse();
   EXPECT_EQ(ErrorNumberOf([&] { Call(picker, u"Show", {date}); }), kOutOfMemory);
-  platform.forms.refuse = false;
+  platform.faults.forms.Allow();
   EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
 }
 

@@ -233,9 +233,9 @@ TEST_F(ReportPeriodSaving, EditAndInitDuringTheDialogRaiseFormAlreadyDisplayed) 
   EXPECT_EQ(At(u"RepYear"), Value(2026.0));
   // Afterwards both go again, also when the dialog failed.
   Init();
-  platform.forms.refuse = true;
+  platform.faults.forms.Refuse();
   EXPECT_FALSE(Edit());
-  platform.forms.refuse = false;
+  platform.faults.forms.Allow();
   EXPECT_TRUE(EditAndConfirm());
 }
 

@@ -17,13 +17,9 @@ using testing::SizeIs;
 class PeriodOnEmbeddedHost : public HostTest {
  protected:
   static constexpr std::u16string_view kGrid = u"SpecGrid";
-  static constexpr std::u16string_view kHostIdentifiers[] = {
-      host::kCommonObjects,    host::kPlant,           host::kClientTools, host::kSettingsCollection,
-      host::kMessage,          host::kMessageResource, host::kQuery,       host::kConditionBuilder,
-      host::kDocumentSelection};
 
   PeriodOnEmbeddedHost() {
-    for (const std::u16string_view identifier : kHostIdentifiers) {
+    for (const std::u16string_view identifier : host::kCreatableClasses) {
       platform_.object_factory.Register(identifier,
                                         [this, identifier] { return factory_.Create(identifier); });
     }
@@ -66,11 +62,11 @@ class PeriodOnEmbeddedHost : public HostTest {
   }
   /// The codes of the documents offered for the account set and the year 2024; "no list" when none is shown.
   std::vector<std::string> Offered(std::u16string_view book, std::u16string_view account_set) {
-    chooser_.lists.clear();
+    chooser_.shown.clear();
     Edit(book, account_set, [](MemoryForm& form) { form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode"); });
-    if (chooser_.lists.size() != 1) return {"no list"};
+    if (chooser_.shown.size() != 1) return {"no list"};
     std::vector<std::string> codes;
-    for (const auto& row : chooser_.lists.front().rows) codes.push_back(ToUtf8(row.front()));
+    for (const auto& row : chooser_.shown.front().rows) codes.push_back(ToUtf8(row.front()));
     return codes;
   }
 
@@ -101,7 +97,7 @@ TEST_F(PeriodOnEmbeddedHost, IsNeitherBrokenNorWidenedByAnyAccountSet) {
 }
 
 TEST_F(PeriodOnEmbeddedHost, KeepsTheDocumentsOfBothPeriodsInTheWorkbook) {
-  chooser_.choice = 0;
+  Pick(0);
   EXPECT_TRUE(Edit(u"MEDVILNE", u"BIUDZ", [](MemoryForm& form) {
     form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
     form.PressCellButton(kGrid, 0, u"BudgetLastDocCode");
@@ -113,17 +109,17 @@ TEST_F(PeriodOnEmbeddedHost, KeepsTheDocumentsOfBothPeriodsInTheWorkbook) {
 }
 
 TEST_F(PeriodOnEmbeddedHost, OffersTheDocumentsOfThePeriodThatTheDialogShows) {
-  chooser_.lists.clear();
+  chooser_.shown.clear();
   Edit(u"MEDVILNE", u"BIUDZ", [](MemoryForm& form) {
     form.Click(u"optHalfYearTwo");
     form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
     form.PressCellButton(kGrid, 0, u"BudgetLastDocCode");
   });
-  ASSERT_THAT(chooser_.lists, SizeIs(2));
-  ASSERT_THAT(chooser_.lists[0].rows, SizeIs(1));
-  EXPECT_EQ(chooser_.lists[0].rows[0][0], u"BIU-2024-02");
-  ASSERT_THAT(chooser_.lists[1].rows, SizeIs(1));
-  EXPECT_EQ(chooser_.lists[1].rows[0][0], u"BIU-2024-01");
+  ASSERT_THAT(chooser_.shown, SizeIs(2));
+  ASSERT_THAT(chooser_.shown[0].rows, SizeIs(1));
+  EXPECT_EQ(chooser_.shown[0].rows[0][0], u"BIU-2024-02");
+  ASSERT_THAT(chooser_.shown[1].rows, SizeIs(1));
+  EXPECT_EQ(chooser_.shown[1].rows[0][0], u"BIU-2024-01");
 }
 
 TEST_F(PeriodOnEmbeddedHost, LooksUpAndChecksCodesInTheDatabase) {

@@ -484,7 +484,7 @@ TEST_F(ReportPeriodDialog, RaisesWithoutABook) {
 }
 
 TEST_F(ReportPeriodDialog, RaisesWhenItCannotBeShown) {
-  platform.forms.refuse = true;
+  platform.faults.forms.Refuse();
   EXPECT_EQ(ErrorNumberOf([&] { dialog.Run(settings, TheGlobals().oBook); }), kOutOfMemory);
 }
 

@@ -13,7 +13,7 @@ class GetSettingTest : public CoreTest {
   ~GetSettingTest() override { EXPECT_EQ(platform.registry.OpenHandles(), 0u) << "a key stays open"; }
 
   std::u16string P0(std::u16string_view default_value = u"none") {
-    return GetSetting(platform.registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0",
+    return GetSetting(*GetServices().registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0",
                       default_value);
   }
 };
@@ -53,27 +53,29 @@ TEST_F(GetSettingTest, GivesTheDefaultForAnythingButText) {
 
 TEST_F(GetSettingTest, GivesTheDefaultWhenTheValueCannotBeRead) {
   platform.registry.SetText(kPath, u"P0", "a");
-  platform.registry.Refuse(MemoryRegistry::Operation::Query, kRegistryAccessDenied);
+  platform.faults.registry.Refuse(FaultyRegistry::Operation::Query, kRegistryAccessDenied);
   EXPECT_EQ(P0(), u"none");
 }
 
 TEST_F(GetSettingTest, ClosesTheKeyWhenMemoryRunsOut) {
-  class ShortOfMemory : public MemoryRegistry {
+  struct ShortOfMemory : ForwardingRegistry {
+    using ForwardingRegistry::ForwardingRegistry;
     std::int32_t QueryValue(RegistryKey, std::u16string_view, std::uint32_t&, std::span<char>,
                             std::uint32_t&) override {
       throw std::bad_alloc();
     }
-  } registry;
-  registry.SetText(kPath, u"P0", "a");
+  } registry(platform.registry);
+  platform.registry.SetText(kPath, u"P0", "a");
   EXPECT_THROW(GetSetting(registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0", u""),
                std::bad_alloc);
-  EXPECT_EQ(registry.OpenHandles(), 0u);
+  EXPECT_EQ(platform.registry.OpenHandles(), 0u);
 }
 
 class SaveSettingTest : public GetSettingTest {
  protected:
   bool Save(std::u16string_view text) {
-    return SaveSetting(platform.registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0", text);
+    return SaveSetting(*GetServices().registry, platform.locale, u"Quillon Enterprise", u"Forms\\MDI", u"P0",
+                       text);
   }
 };
 
@@ -85,11 +87,11 @@ TEST_F(SaveSettingTest, IsFoundByGetSettingAlsoWhereThereWasNone) {
 }
 
 TEST_F(SaveSettingTest, TellsThatItIsNotWritten) {
-  for (const auto operation : {MemoryRegistry::Operation::Create, MemoryRegistry::Operation::Set}) {
-    platform.registry.Refuse(operation, kRegistryAccessDenied);
+  for (const auto operation : {FaultyRegistry::Operation::Create, FaultyRegistry::Operation::Set}) {
+    platform.faults.registry.Refuse(operation, kRegistryAccessDenied);
     EXPECT_FALSE(Save(u"MEDVILNE"));
     EXPECT_EQ(P0(), u"none");
-    platform.registry.Refuse(operation, kRegistrySuccess);
+    platform.faults.registry.Allow(operation);
   }
 }
 

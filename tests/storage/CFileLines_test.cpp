@@ -6,7 +6,7 @@
 namespace qva {
 namespace {
 
-using Operation = MemoryFiles::Operation;
+using Operation = FaultyFiles::Operation;
 using FileLines = FileTest;
 
 class UnicodeFile : public FileTest {
@@ -56,9 +56,9 @@ TEST_F(FileLines, CrFileInAMissingFolderRaises) {
 
 TEST_F(FileLines, TheNumberOfAFileThatCouldNotBeOpenedStays) {
   SetContent("old\r\n");
-  platform.files.Refuse(Operation::OpenChannel, kPermissionDenied);
+  platform.faults.files.Refuse(Operation::OpenChannel, kPermissionDenied);
   EXPECT_EQ(ErrorNumberOf([&] { file.OpenFileForAppend(no_name); }), kPermissionDenied);
-  platform.files.Allow(Operation::OpenChannel);
+  platform.faults.files.Allow(Operation::OpenChannel);
   EXPECT_TRUE(file.FileIsOpen());
   EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"line"); }), kBadFileNameOrNumber);
   EXPECT_EQ(Content(), "old\r\n") << "the file that could not be opened must not be emptied";
@@ -106,9 +106,9 @@ TEST_F(FileLines, AnotherFileUnderAClosedNumberIsNotTouched) {
 
 TEST_F(FileLines, WriteStrThatFailsLeavesTheLinesBefore) {
   file.WriteStr(u"1");
-  platform.files.Refuse(Operation::Write, kDiskFull);
+  platform.faults.files.Refuse(Operation::Write, kDiskFull);
   EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"2"); }), kDiskFull);
-  platform.files.Allow(Operation::Write);
+  platform.faults.files.Allow(Operation::Write);
   EXPECT_TRUE(file.WriteStr(u"3"));
   EXPECT_EQ(Content(), "1\r\n3\r\n");
 }
@@ -229,7 +229,7 @@ TEST_F(FileLines, ReadStrAfterCloseFileRaises) {
 TEST_F(FileLines, ReadStrThatFailsRaises) {
   SetContent("line");
   file.OpenFile(no_name);
-  platform.files.Refuse(Operation::Read, kDeviceError);
+  platform.faults.files.Refuse(Operation::Read, kDeviceError);
   std::u16string line;
   EXPECT_EQ(ErrorNumberOf([&] { file.ReadStr(line); }), kDeviceError);
 }
@@ -305,7 +305,7 @@ TEST_F(FileLines, AFreshInstanceStartsTheLogAnewAndAnAppendingOneContinuesIt) {
 }
 
 TEST_F(FileLines, LogLinesPassOnWhatWriteStrSays) {
-  platform.files.Refuse(Operation::OpenChannel, kPathFileAccess);
+  platform.faults.files.Refuse(Operation::OpenChannel, kPathFileAccess);
   EXPECT_EQ(ErrorNumberOf([&] { file.StartLog(); }), kPathFileAccess);
   EXPECT_EQ(ErrorNumberOf([&] { file.WriteStrLog(u"a"); }), kBadFileNameOrNumber);
   EXPECT_EQ(ErrorNumberOf([&] { file.EndLog(); }), kBadFileNameOrNumber);
@@ -320,14 +320,14 @@ TEST_F(UnicodeFile, CrFileIsFalseWhenTheFileWasCreated) {
 }
 
 TEST_F(UnicodeFile, CrFileIsTrueWhenThereIsNoStream) {
-  platform.files.KeepStreams(true);
+  platform.faults.files.KeepStreams(true);
   EXPECT_TRUE(file.CrFile());
 }
 
 TEST_F(UnicodeFile, OpeningIsFalseWithAStreamAndTrueWithoutOne) {
   EXPECT_FALSE(file.OpenFile(no_name));
   EXPECT_FALSE(file.OpenFileForAppend(no_name));
-  platform.files.KeepStreams(true);
+  platform.faults.files.KeepStreams(true);
   EXPECT_TRUE(file.OpenFile(no_name));
   EXPECT_TRUE(file.OpenFileForAppend(no_name));
 }
@@ -368,7 +368,7 @@ TEST_F(UnicodeFile, AppendingWritesAnsiEvenToAUtf16File) {
 }
 
 TEST_F(UnicodeFile, WriteStrWithoutAStreamIsError91) {
-  platform.files.KeepStreams(true);
+  platform.faults.files.KeepStreams(true);
   EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"line"); }), kObjectNotSet);
 }
 
@@ -381,7 +381,7 @@ TEST_F(UnicodeFile, WriteStrToAStreamThatReadsRaises) {
 
 TEST_F(UnicodeFile, WriteStrThatFailsLeavesTheLinesBefore) {
   file.WriteStr(u"1");
-  platform.files.Refuse(Operation::Write, kDiskFull);
+  platform.faults.files.Refuse(Operation::Write, kDiskFull);
   EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"2"); }), kDiskFull);
   EXPECT_EQ(Utf16Content(), "1\r\n");
 }
@@ -423,7 +423,7 @@ TEST_F(UnicodeFile, CreatingAndOpeningCloseTheStream) {
 
 TEST_F(UnicodeFile, AStreamThatCannotBeOpenedLeavesNoneOpen) {
   file.WriteStr(u"1");
-  platform.files.Refuse(Operation::CreateTextStream, kPermissionDenied);
+  platform.faults.files.Refuse(Operation::CreateTextStream, kPermissionDenied);
   EXPECT_EQ(ErrorNumberOf([&] { file.CrFile(); }), kPermissionDenied);
   platform.files.Delete(u"C:\\Log\\x.txt");
 }

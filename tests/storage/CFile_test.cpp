@@ -5,7 +5,7 @@
 namespace qva {
 namespace {
 
-using Operation = MemoryFiles::Operation;
+using Operation = FaultyFiles::Operation;
 using File = FileTest;
 
 // Names and folders.
@@ -139,7 +139,7 @@ TEST_F(File, PathByPathKeyLetsTheHostsErrorsThrough) {
     EXPECT_EQ(raised, kAutomationFailed) << call;
   }
   failure.Reset(0);
-  platform.object_factory.Unregister(host::kDataAccess);
+  platform.faults.object_factory.Refuse(host::kDataAccess);
   ShutDown();
   EXPECT_EQ(ErrorNumberOf([&] { CFile::PathByPathKey(u"BookRepSave"); }), kCannotCreateObject);
 }
@@ -212,7 +212,7 @@ TEST_F(Backup, SaveFileAsBackupOfAMissingFileRaisesAndKeepsTheName) {
 
 TEST_F(Backup, SaveFileAsBackupIgnoresThatTheLastOneCannotBeDeletedButNotThatTheNameIsTaken) {
   platform.files.SetFile(u"C:\\Log\\x.txt.bak", "older");
-  platform.files.Refuse(Operation::Delete, kPathFileAccess);
+  platform.faults.files.Refuse(Operation::Delete, kPathFileAccess);
   EXPECT_EQ(ErrorNumberOf([&] { file.SaveFileAsBackup(); }), kFileAlreadyExists);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\x.txt.bak"), "older");
@@ -220,7 +220,7 @@ TEST_F(Backup, SaveFileAsBackupIgnoresThatTheLastOneCannotBeDeletedButNotThatThe
 
 TEST_F(Backup, SaveFileAsBackupThatCannotRenameHasDeletedTheLastOne) {
   platform.files.SetFile(u"C:\\Log\\x.txt.bak", "older");
-  platform.files.Refuse(Operation::Rename, kPermissionDenied);
+  platform.faults.files.Refuse(Operation::Rename, kPermissionDenied);
   EXPECT_EQ(ErrorNumberOf([&] { file.SaveFileAsBackup(); }), kPermissionDenied);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\x.txt.bak"), "(no file)");
@@ -254,27 +254,27 @@ TEST_F(Backup, MoveFileToBackupOfNoFileIsFalse) {
 
 TEST_F(Backup, MoveFileToBackupIsFalseWithoutAFolderAndKeepsTheFile) {
   EXPECT_FALSE(CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u"C:\\None\\Kopijos"));
-  platform.files.Refuse(Operation::CreateFolder, kPathFileAccess);
+  platform.faults.files.Refuse(Operation::CreateFolder, kPathFileAccess);
   EXPECT_FALSE(CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""));
   EXPECT_EQ(Content(), "x");
 }
 
 TEST_F(Backup, MoveFileToBackupDoesNotNeedToCreateTheFolder) {
   platform.files.SetFolder(u"C:\\Kopijos");
-  platform.files.Refuse(Operation::CreateFolder, kPathFileAccess);
+  platform.faults.files.Refuse(Operation::CreateFolder, kPathFileAccess);
   EXPECT_TRUE(CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u"C:\\Kopijos"));
 }
 
 TEST_F(Backup, MoveFileToBackupThatCannotCopyKeepsTheFile) {
   platform.files.SetFile(u"C:\\Log\\BACKUP\\x.txt", "older");
-  platform.files.Refuse(Operation::Copy, kDiskFull);
+  platform.faults.files.Refuse(Operation::Copy, kDiskFull);
   EXPECT_EQ(ErrorNumberOf([&] { CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""); }), kDiskFull);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\BACKUP\\x.txt"), "older");
 }
 
 TEST_F(Backup, MoveFileToBackupThatCannotDeleteLeavesBoth) {
-  platform.files.Refuse(Operation::Delete, kPermissionDenied);
+  platform.faults.files.Refuse(Operation::Delete, kPermissionDenied);
   EXPECT_EQ(ErrorNumberOf([&] { CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""); }), kPermissionDenied);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\BACKUP\\x.txt"), "x");
@@ -301,11 +301,11 @@ TEST_F(Backup, MoveFileToBackupNeverLosesTheFile) {
   for (long call = 1;; ++call) {
     SetContent("x");
     IgnoreErrors([&] { platform.files.Delete(u"C:\\Log\\BACKUP\\x.txt"); });
-    platform.files.FailAt(call, kDeviceError);
+    platform.faults.files.FailAt(call, kDeviceError);
     IgnoreErrors([&] { CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""); });
     EXPECT_TRUE(Content() == "x" || Content(u"C:\\Log\\BACKUP\\x.txt") == "x") << call;
-    const bool has_failed = platform.files.calls() >= call;
-    platform.files.FailAt(0, kDeviceError);
+    const bool has_failed = platform.faults.files.calls() >= call;
+    platform.faults.files.FailAt(0, kDeviceError);
     if (!has_failed) break;
   }
 }
@@ -340,10 +340,10 @@ TEST_F(Copy, CopyFileOnceMoreCopiesNothing) {
   const auto length = static_cast<std::int32_t>(CFile::FileLenAttr(u"C:\\Log\\new.txt"));
   CFile::CopyFile(u"C:\\Log\\new.txt", time, length, u"C:\\Log\\x.txt");
   EXPECT_EQ(Content(), "new");
-  platform.files.Refuse(Operation::Copy, kDeviceError);
-  platform.files.FailAt(0, kDeviceError);
+  platform.faults.files.Refuse(Operation::Copy, kDeviceError);
+  platform.faults.files.FailAt(0, kDeviceError);
   CFile::CopyFile(u"C:\\Log\\new.txt", time, length, u"C:\\Log\\x.txt");
-  EXPECT_EQ(platform.files.calls(), 2) << "time and length, no copy";
+  EXPECT_EQ(platform.faults.files.calls(), 2) << "time and length, no copy";
 }
 
 TEST_F(Copy, CopyFileToAMissingTargetCopiesNothingSilently) {
@@ -354,9 +354,9 @@ TEST_F(Copy, CopyFileToAMissingTargetCopiesNothingSilently) {
 TEST_F(Copy, CopyFileEndsSilentlyAfterAnyError) {
   CFile::CopyFile(u"C:\\Log\\none.txt", Date{1}, 1, u"C:\\Log\\x.txt");
   for (long call = 1; call <= 3; ++call) {
-    platform.files.FailAt(call, kPermissionDenied);
+    platform.faults.files.FailAt(call, kPermissionDenied);
     CFile::CopyFile(u"C:\\Log\\new.txt", Date{1}, 1, u"C:\\Log\\x.txt");
-    EXPECT_EQ(platform.files.calls(), call) << "goes on after an error";
+    EXPECT_EQ(platform.faults.files.calls(), call) << "goes on after an error";
     EXPECT_EQ(Content(), "old");
   }
 }
@@ -369,8 +369,8 @@ TEST_F(Copy, FileDateTimeAttrAndFileLenAttrTellTheFiles) {
 TEST_F(Copy, FileDateTimeAttrAndFileLenAttrAre0AfterAnyError) {
   EXPECT_EQ(CFile::FileDateTimeAttr(u"C:\\None\\x.txt"), Date{});
   EXPECT_EQ(CFile::FileLenAttr(u"C:\\None\\x.txt"), 0);
-  platform.files.Refuse(Operation::LastModified, kPathFileAccess);
-  platform.files.Refuse(Operation::Length, kPathFileAccess);
+  platform.faults.files.Refuse(Operation::LastModified, kPathFileAccess);
+  platform.faults.files.Refuse(Operation::Length, kPathFileAccess);
   EXPECT_EQ(CFile::FileDateTimeAttr(u"C:\\Log\\x.txt"), Date{});
   EXPECT_EQ(CFile::FileLenAttr(u"C:\\Log\\x.txt"), 0);
 }

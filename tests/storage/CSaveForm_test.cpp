@@ -137,11 +137,11 @@ TEST_F(SaveForm, TheTimeOfDayIsNoPartOfTheName) {
 
 TEST_F(SaveForm, FileNameLooksAtNoFileAndLeavesTheFullPath) {
   Put(form, u"FileFullPath", u"C:\\senas.xls");
-  platform.files.FailAt(0, kDeviceError);
+  platform.faults.files.FailAt(0, kDeviceError);
   StartOver();
   FileName(workbook, u"a", u"b", u"c", Day(2024, 1, 2));
   EXPECT_EQ(count.calls(), 0);
-  EXPECT_EQ(platform.files.calls(), 0);
+  EXPECT_EQ(platform.faults.files.calls(), 0);
   EXPECT_FALSE(platform.files.FolderExists(u"C:\\Ataskaitosb"));
   EXPECT_EQ(FullPath(), u"C:\\senas.xls");
 }
@@ -232,18 +232,18 @@ TEST_F(SaveForm, AMissingFolderIsCreatedOneLevelDeepOnly) {
 
 TEST_F(SaveForm, AFolderThatIsThereIsNotCreatedAnew) {
   platform.files.SetFolder(u"C:\\AtaskaitosPVM");
-  platform.files.FailAt(0, kDeviceError);
+  platform.faults.files.FailAt(0, kDeviceError);
   FileExist(workbook, u"F", u"PVM", u"1", Day(2010, 11, 12));
-  EXPECT_EQ(platform.files.calls(), 0);
+  EXPECT_EQ(platform.faults.files.calls(), 0);
 }
 
 TEST_F(SaveForm, AFolderThatCannotBeCreatedIsTold) {
-  platform.files.Refuse(MemoryFiles::Operation::CreateFolder, kPathFileAccess);
+  platform.faults.files.Refuse(FaultyFiles::Operation::CreateFolder, kPathFileAccess);
   EXPECT_EQ(FileExist(workbook, u"F", u"PVM", u"1", Day(2010, 11, 12)), Value(false));
   EXPECT_EQ(Status(), 8);
   EXPECT_EQ(Description(), u"klaida 8\r\nC:\\AtaskaitosPVM\\");
   EXPECT_EQ(FullPath(), u"C:\\AtaskaitosPVM\\F_PVM_1_20101112.xls");
-  platform.files.Allow(MemoryFiles::Operation::CreateFolder);
+  platform.faults.files.Allow(FaultyFiles::Operation::CreateFolder);
   EXPECT_EQ(FileExist(workbook, u"F", u"PVM", u"1", Day(2010, 11, 12)), Value(false));
   EXPECT_EQ(Status(), 0);
   EXPECT_EQ(Description(), u"klaida 8\r\nC:\\AtaskaitosPVM\\") << "stays with status 0";
@@ -292,7 +292,7 @@ TEST_F(SaveForm, SaveWithAWrongPartSavesNothingAndEmptiesTheFullPath) {
 }
 
 TEST_F(SaveForm, SaveWithoutAFolderSavesNothing) {
-  platform.files.Refuse(MemoryFiles::Operation::CreateFolder, kPathFileAccess);
+  platform.faults.files.Refuse(FaultyFiles::Operation::CreateFolder, kPathFileAccess);
   Save(workbook, u"F", u"PVM", u"1", Day(2010, 11, 12));
   EXPECT_EQ(Status(), 8);
   EXPECT_EQ(Description(), u"klaida 8\r\nC:\\AtaskaitosPVM\\");

@@ -6,7 +6,7 @@ namespace qva {
 namespace {
 
 using testing::ElementsAre;
-using RegistryOperation = MemoryRegistry::Operation;
+using RegistryOperation = FaultyRegistry::Operation;
 
 class SetPath : public LibraryTest {
  protected:
@@ -159,7 +159,7 @@ TEST_F(SetPath, MakesAPathWithReferencesAPlainText) {
 
 TEST_F(SetPath, LeavesAPathAloneThatCannotBeReadAtAll) {
   SetUserPath("C:\\Bin");
-  platform.registry.Refuse(RegistryOperation::Query, kRegistryAccessDenied);
+  platform.faults.registry.Refuse(RegistryOperation::Query, kRegistryAccessDenied);
   EXPECT_FALSE(RegPath());
   EXPECT_EQ(UserPath(), "C:\\Bin");
   EXPECT_EQ(MessagesShown(), 0u);
@@ -222,7 +222,7 @@ TEST_F(SetPath, KeepsEachPathThatItReplacesOnce) {
 
 TEST_F(SetPath, ReplacesNoPathThatCannotBeKept) {
   SetUserPath(std::string(300, 'a'));
-  platform.registry.Refuse(RegistryOperation::Set, kRegistryAccessDenied);
+  platform.faults.registry.Refuse(RegistryOperation::Set, kRegistryAccessDenied);
   EXPECT_FALSE(RegPath());
   EXPECT_EQ(UserPath(), std::string(300, 'a'));
   EXPECT_EQ(platform.registry.OpenHandles(), 0u);
@@ -231,7 +231,7 @@ TEST_F(SetPath, ReplacesNoPathThatCannotBeKept) {
 
 TEST_F(SetPath, IsSilentWhenThePathCannotBeWritten) {
   SetUserPath("C:\\Bin");
-  platform.registry.Refuse(RegistryOperation::Create, kRegistryAccessDenied);
+  platform.faults.registry.Refuse(RegistryOperation::Create, kRegistryAccessDenied);
   EXPECT_FALSE(RegPath());
   EXPECT_EQ(UserPath(), "C:\\Bin");
   EXPECT_EQ(MessagesShown(), 0u);
@@ -239,7 +239,7 @@ TEST_F(SetPath, IsSilentWhenThePathCannotBeWritten) {
 
 TEST_F(SetPath, LeavesTheKeyOpenWhenTheWriteFails) {
   SetUserPath("C:\\Bin");
-  platform.registry.Refuse(RegistryOperation::Set, kRegistryAccessDenied);
+  platform.faults.registry.Refuse(RegistryOperation::Set, kRegistryAccessDenied);
   EXPECT_FALSE(RegPath());
   EXPECT_EQ(UserPath(), "C:\\Bin");
   EXPECT_EQ(MessagesShown(), 0u);
@@ -252,11 +252,11 @@ TEST_F(SetPath, LeavesTheKeyOpenWhenTheWriteFails) {
 }
 
 TEST_F(SetPath, IsSilentWhenTheKeyCannotBeClosed) {
-  platform.registry.Refuse(RegistryOperation::Close, kRegistryInvalidHandle);
+  platform.faults.registry.Refuse(RegistryOperation::Close, kRegistryInvalidHandle);
   EXPECT_FALSE(RegPath());
   EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
   EXPECT_EQ(MessagesShown(), 0u);
-  platform.registry.Refuse(RegistryOperation::Close, kRegistrySuccess);
+  platform.faults.registry.Allow(RegistryOperation::Close);
   for (RegistryKey key = 1; platform.registry.OpenHandles() > 0; ++key) platform.registry.CloseKey(key);
 }
 

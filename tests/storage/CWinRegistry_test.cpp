@@ -16,47 +16,39 @@ namespace {
 using testing::ElementsAre;
 
 /// Passes everything on and writes down what was asked for.
-class RecordingRegistry : public Registry {
+class RecordingRegistry : public ForwardingRegistry {
  public:
-  explicit RecordingRegistry(Registry& registry) : registry_(registry) {}
+  using ForwardingRegistry::ForwardingRegistry;
 
   std::int32_t OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                        RegistryKey& key) override {
     Line() << "open " << std::hex << parent << " " << ToUtf8(path) << " access " << access;
-    return registry_.OpenKey(parent, path, access, key);
+    return ForwardingRegistry::OpenKey(parent, path, access, key);
   }
   std::int32_t CreateKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                          const RegistrySecurity& security, RegistryKey& key) override {
     Line() << "create " << std::hex << parent << " " << ToUtf8(path) << " access " << access << std::dec
            << " security " << security.length << (security.inherit_handle ? " inherited" : " not inherited");
-    return registry_.CreateKey(parent, path, access, security, key);
+    return ForwardingRegistry::CreateKey(parent, path, access, security, key);
   }
   std::int32_t QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
                           std::span<char> data, std::uint32_t& size) override {
     Line() << "query " << ToUtf8(name) << " type " << type << " buffer " << data.size() << " size " << size
            << (std::string(data.begin(), data.end()) == std::string(data.size(), ' ') ? " blank" : "");
-    return registry_.QueryValue(key, name, type, data, size);
+    return ForwardingRegistry::QueryValue(key, name, type, data, size);
   }
   std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                         std::span<const char> data) override {
     Line() << "set " << ToUtf8(name) << " type " << type << " bytes " << data.size();
-    return registry_.SetValue(key, name, type, data);
-  }
-  std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) override {
-    Line() << "query stored " << ToUtf8(name);
-    return registry_.QueryStored(key, name, value);
-  }
-  std::int32_t SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) override {
-    Line() << "set stored " << ToUtf8(name) << " type " << value.type << " bytes " << value.bytes.size();
-    return registry_.SetStored(key, name, value);
+    return ForwardingRegistry::SetValue(key, name, type, data);
   }
   std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) override {
     Line() << "delete " << ToUtf8(name);
-    return registry_.DeleteValue(key, name);
+    return ForwardingRegistry::DeleteValue(key, name);
   }
   std::int32_t CloseKey(RegistryKey key) override {
     Line() << "close";
-    return registry_.CloseKey(key);
+    return ForwardingRegistry::CloseKey(key);
   }
 
   std::vector<std::string> lines() const {
@@ -68,13 +60,12 @@ class RecordingRegistry : public Registry {
  private:
   std::ostringstream& Line() { return lines_.emplace_back(); }
 
-  Registry& registry_;
   std::vector<std::ostringstream> lines_;
 };
 
 class WinRegistry : public testing::Test {
  protected:
-  using Operation = MemoryRegistry::Operation;
+  using Operation = FaultyRegistry::Operation;
 
   WinRegistry() {
     Services services = platform.services();
@@ -100,7 +91,8 @@ class WinRegistry : public testing::Test {
 
   MemoryPlatform platform;
   MemoryRegistry& store = platform.registry;
-  RecordingRegistry recorder{store};
+  FaultyRegistry& faults = platform.faults.registry;
+  RecordingRegistry recorder{faults};
   CWinRegistry registry;
   std::int32_t type = kRegSz;
 };
@@ -165,7 +157,7 @@ TEST_F(WinRegistry, ReadsWhatIsMissingAsEmptyAndClosesTheKey) {
 
 TEST_F(WinRegistry, ReadsTheValueEvenWhenTheKeyCannotBeClosed) {
   store.SetText(u"Environment", u"PATH", "C:\\Bin");
-  store.Refuse(Operation::Close, kRegistryInvalidHandle);
+  faults.Refuse(Operation::Close, kRegistryInvalidHandle);
   EXPECT_EQ(Get(), u"C:\\Bin");
 }
 
@@ -201,20 +193,20 @@ TEST_F(WinRegistry, WritesLongTextsThatItCannotReadBack) {
 }
 
 TEST_F(WinRegistry, WritesNothingWithoutTheKey) {
-  store.Refuse(Operation::Create, kRegistryAccessDenied);
+  faults.Refuse(Operation::Create, kRegistryAccessDenied);
   EXPECT_FALSE(Save(u"C:\\Bin"));
   EXPECT_EQ(recorder.lines().size(), 1u);
 }
 
 TEST_F(WinRegistry, LeavesTheKeyOpenWhenTheWriteFails) {
-  store.Refuse(Operation::Set, kRegistryAccessDenied);
+  faults.Refuse(Operation::Set, kRegistryAccessDenied);
   EXPECT_FALSE(Save(u"C:\\Bin"));
   EXPECT_EQ(recorder.lines().back(), "set PATH type 1 bytes 6");
   EXPECT_EQ(store.OpenHandles(), 1u);
 }
 
 TEST_F(WinRegistry, CallsAWriteFailedWhenTheKeyCannotBeClosed) {
-  store.Refuse(Operation::Close, kRegistryInvalidHandle);
+  faults.Refuse(Operation::Close, kRegistryInvalidHandle);
   EXPECT_FALSE(Save(u"C:\\Bin"));
   EXPECT_EQ(store.Text(u"Environment", u"PATH"), "C:\\Bin");
 }
@@ -242,7 +234,7 @@ TEST_F(WinRegistry, LeavesTheKeyOpenWhenTheDeletionFails) {
 
 TEST_F(WinRegistry, CallsADeletionFailedWhenTheKeyCannotBeClosed) {
   store.SetText(u"Environment", u"PATH", "C:\\Bin");
-  store.Refuse(Operation::Close, kRegistryInvalidHandle);
+  faults.Refuse(Operation::Close, kRegistryInvalidHandle);
   EXPECT_FALSE(Delete());
   EXPECT_FALSE(store.Text(u"Environment", u"PATH"));
 }

@@ -8,6 +8,7 @@
 
 #include "platform/date.h"
 #include "platform/memory/MemoryClock.h"
+#include "platform/memory/MemoryObjectFactory.h"
 #include "platform/services.h"
 #include "platform/windows/ComObjectFactory.h"
 #include "platform/windows/WideText.h"
@@ -193,9 +194,7 @@ TEST_F(WindowsFilesTest, OthersMayReadWhatAChannelWritesAndNothingElse) {
 }
 
 TEST_F(WindowsFilesTest, AMissingFileSystemObjectIsError429) {
-  class NoObjects : public ObjectFactory {
-    ObjectPtr Create(std::u16string_view) override { throw AutomationError(kCannotCreateObject); }
-  } none;
+  MemoryObjectFactory none;
   WindowsFiles without(none, locale);
   EXPECT_EQ(ErrorNumberIn([&] { without.CreateTextStream(At(u"x.txt")); }), kCannotCreateObject);
   EXPECT_EQ(ErrorNumberIn([&] { without.OpenTextStream(At(u"x.txt"), StreamMode::ForReading); }),
@@ -203,18 +202,17 @@ TEST_F(WindowsFilesTest, AMissingFileSystemObjectIsError429) {
 }
 
 TEST_F(WindowsFilesTest, AFileSystemObjectThatGivesNothingGivesNoStream) {
-  class Silent : public ObjectFactory {
-    ObjectPtr Create(std::u16string_view) override {
-      const ComPtr<TestDispatch> object = NewDispatch();
-      object->names = {u"CreateTextFile", u"Unicode", u"OpenTextFile"};
-      object->invoke = [](const InvokeCall& call) {
-        call.result->vt = VT_DISPATCH;
-        call.result->pdispVal = nullptr;
-        return S_OK;
-      };
-      return ObjectOver(object);
-    }
-  } silent;
+  MemoryObjectFactory silent;
+  silent.Register(u"Scripting.FileSystemObject", [] {
+    const ComPtr<TestDispatch> object = NewDispatch();
+    object->names = {u"CreateTextFile", u"Unicode", u"OpenTextFile"};
+    object->invoke = [](const InvokeCall& call) {
+      call.result->vt = VT_DISPATCH;
+      call.result->pdispVal = nullptr;
+      return S_OK;
+    };
+    return ObjectOver(object);
+  });
   WindowsFiles with(silent, locale);
   EXPECT_FALSE(with.CreateTextStream(At(u"x.txt")));
   EXPECT_FALSE(with.OpenTextStream(At(u"x.txt"), StreamMode::ForAppending));

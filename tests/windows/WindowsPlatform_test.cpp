@@ -1,9 +1,16 @@
 #include "platform/windows/services/WindowsPlatform.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "tests/missing_services.h"
 
 namespace qva::windows {
 namespace {
+
+TEST(WindowsPlatform, GivesEveryService) {
+  EXPECT_THAT(MissingServices(WindowsPlatform().services()), testing::IsEmpty());
+}
 
 TEST(WindowsPlatform, ShowsFormsAndListsInWindowsUnlessAFileAnswersThem) {
   SetEnvironmentVariableW(L"QVA_VARNHOLT_FORM_ANSWERS", L"answers.txt");

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/missing_services.h"
 #include "tests/platform/core_test.h"
 
 namespace qva {
@@ -10,14 +11,17 @@ namespace {
 using MemoryPlatformTest = CoreTest;
 
 TEST_F(MemoryPlatformTest, GivesEveryService) {
+  EXPECT_THAT(MissingServices(platform.services()), testing::IsEmpty());
+}
+
+TEST_F(MemoryPlatformTest, PutsItsFaultsBeforeWhatCanFail) {
   const Services services = platform.services();
-  EXPECT_EQ(services.object_factory, &platform.object_factory);
-  EXPECT_EQ(services.registry, &platform.registry);
-  EXPECT_EQ(services.environment, &platform.environment);
-  EXPECT_EQ(services.locale, &platform.locale);
-  EXPECT_EQ(services.clock, &platform.clock);
-  EXPECT_EQ(services.message_box, &platform.message_box);
-  EXPECT_EQ(services.files, &platform.files);
+  EXPECT_EQ(services.object_factory, &platform.faults.object_factory);
+  EXPECT_EQ(services.registry, &platform.faults.registry);
+  EXPECT_EQ(services.forms, &platform.faults.forms);
+  EXPECT_EQ(services.files, &platform.faults.files);
+  services.files->CreateFolder(u"C:\\a");
+  EXPECT_TRUE(platform.files.FolderExists(u"C:\\a"));
 }
 
 TEST_F(MemoryPlatformTest, IsLithuanianUntilToldOtherwise) {

@@ -142,28 +142,5 @@ TEST_F(MemoryRegistryTest, RefusesInventedHandles) {
   EXPECT_EQ(registry.CloseKey(kInvented), kRegistryInvalidHandle);
 }
 
-TEST_F(MemoryRegistryTest, DoesNothingWhereItWasToldToRefuse) {
-  using Operation = MemoryRegistry::Operation;
-  registry.SetText(u"K", u"v", "abc");
-  const RegistryKey key = Open(u"K");
-  for (const Operation operation : {Operation::Open, Operation::Create, Operation::Query, Operation::Set,
-                                    Operation::Delete, Operation::Close}) {
-    registry.Refuse(operation, kRegistryWriteFault);
-  }
-  RegistryKey other = 0;
-  EXPECT_EQ(registry.OpenKey(HKEY_CURRENT_USER_VALUE, u"K", kAll, other), kRegistryWriteFault);
-  EXPECT_EQ(registry.CreateKey(HKEY_CURRENT_USER_VALUE, u"N", kAll, {}, other), kRegistryWriteFault);
-  EXPECT_EQ(registry.QueryValue(key, u"v", type, {}, size), kRegistryWriteFault);
-  EXPECT_EQ(registry.SetValue(key, u"v", kRegSz, {}), kRegistryWriteFault);
-  EXPECT_EQ(registry.DeleteValue(key, u"v"), kRegistryWriteFault);
-  EXPECT_EQ(registry.CloseKey(key), kRegistryWriteFault);
-  EXPECT_EQ(other, 0u);
-  EXPECT_FALSE(registry.HasKey(u"N"));
-  EXPECT_EQ(registry.Text(u"K", u"v"), "abc");
-  EXPECT_EQ(registry.OpenHandles(), 1u);
-  registry.Refuse(Operation::Close, kRegistrySuccess);
-  EXPECT_EQ(registry.CloseKey(key), kRegistrySuccess);
-}
-
 }  // namespace
 }  // namespace qva

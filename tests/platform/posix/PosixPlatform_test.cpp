@@ -4,7 +4,10 @@
 
 #include "platform/ado.h"
 #include "platform/host.h"
+#include "platform/memory/MemoryMessageBox.h"
+#include "platform/memory/MemoryObjectFactory.h"
 #include "platform/settings.h"
+#include "tests/missing_services.h"
 #include "tests/platform/posix/temporary_folder.h"
 #include "tests/test_paths.h"
 
@@ -25,6 +28,10 @@ class PosixPlatformTest : public testing::Test {
   TemporaryFolder folder;
   TemporaryEnvironment environment;
 };
+
+TEST_F(PosixPlatformTest, GivesEveryService) {
+  EXPECT_THAT(MissingServices(PosixPlatform({}).services()), testing::IsEmpty());
+}
 
 TEST_F(PosixPlatformTest, ServicesUseThePlacesThatTheEnvironmentNames) {
   WriteFile(folder / "registry.reg",
@@ -49,21 +56,13 @@ TEST_F(PosixPlatformTest, ServicesUseThePlacesThatTheEnvironmentNames) {
 
 TEST_F(PosixPlatformTest, ModulesAreOpenedOnTheServicesAsTheFrontDoorLeftThem) {
   PosixPlatform platform({HostModuleFile()});
-  class Silent : public MessageBox {
-   public:
-    std::int32_t Show(std::u16string_view, std::int32_t, std::u16string_view) override { return vbOK; }
-    std::int32_t Ask(std::u16string_view text, std::u16string_view,
-                     std::span<const std::u16string>) override {
-      asked = text;
-      return 1;
-    }
-    std::u16string asked;
-  } box;
+  MemoryMessageBox box;
   platform.services().message_box = &box;
   InstallServices(platform.services());
   Call(platform.services().object_factory->Create(host::kMessage), u"Show",
        {u"Klausimas", u"", Array::Of({u"Gerai"})});
-  EXPECT_EQ(box.asked, u"Klausimas");
+  ASSERT_EQ(box.boxes().size(), 1u);
+  EXPECT_EQ(box.boxes().front().text, u"Klausimas");
 }
 
 TEST_F(PosixPlatformTest, RecordsetsAreInMemoryUnlessAFactoryMakesOthers) {
@@ -74,10 +73,8 @@ TEST_F(PosixPlatformTest, RecordsetsAreInMemoryUnlessAFactoryMakesOthers) {
   recordset.Open();
   EXPECT_EQ(recordset.RecordCount(), 0);
 
-  class Refusing : public ObjectFactory {
-   public:
-    ObjectPtr Create(std::u16string_view) override { throw AutomationError(kInternalError); }
-  } other;
+  MemoryObjectFactory other;
+  other.Register(ado::kRecordset, []() -> ObjectPtr { throw AutomationError(kInternalError); });
   PosixPlatform with_other({}, {&other});
   EXPECT_THROW(with_other.services().object_factory->Create(ado::kRecordset), AutomationError);
 }
