@@ -27,7 +27,8 @@ inline constexpr std::u16string_view kDocumentSelection = u"NVXCommonObjects.Doc
 inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
 inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
 
-/// All of them.
+/// All of them: the table by which fronts register them, the doctor looks for them and tests create them. The
+/// order stays, a new one comes last: class identifiers of COM are made of the places (server/demo).
 inline constexpr std::u16string_view kCreatableClasses[] = {
     kCommonObjects,     kPlant,      kClientTools,    kSettingsCollection,
     kCompanyAttributes, kDataAccess, kQuery,          kConditionBuilder,
@@ -186,6 +187,10 @@ class DataAccess : public Facade {
   }
 };
 
+// Conditions and queries are texts in a notation of the host's own, such as its database's SQL: its condition
+// builder and its query make them, its document selection takes them. The library reads nothing of them. What
+// it says itself are the parentheses around a sub-query, and "field = field" as the condition of a join.
+
 /// Makes the text of conditions, with every value quoted as the host's database wants it.
 class ConditionBuilder : public Facade {
  public:
@@ -225,6 +230,7 @@ class Query : public Facade {
   void SetDistinct(bool distinct) const { Put(u"Distinct", distinct); }
   /// The condition that rows must meet, as the condition builder makes it.
   void SetCondition(std::u16string_view condition) const { Put(u"Condition", condition); }
+  /// The query's text.
   std::u16string Sql() const { return Get(u"Sql").ToText(); }
 };
 

@@ -1,5 +1,7 @@
 #include "server/demo/HostClasses.h"
 
+#include <array>
+
 #include "platform/host.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
@@ -12,19 +14,14 @@ constexpr CLSID ClassId(BYTE number) {
   return {0x7c3f9e14, 0x2b86, 0x4a57, {0x9d, 0x1e, 0x4f, 0x60, 0xb8, 0x25, 0xd3, number}};
 }
 
-constexpr HostClass kClasses[] = {
-    {host::kCommonObjects, ClassId(1)},
-    {host::kPlant, ClassId(2)},
-    {host::kClientTools, ClassId(3)},
-    {host::kSettingsCollection, ClassId(4)},
-    {host::kCompanyAttributes, ClassId(5)},
-    {host::kDataAccess, ClassId(6)},
-    {host::kQuery, ClassId(7)},
-    {host::kConditionBuilder, ClassId(8)},
-    {host::kDocumentSelection, ClassId(9)},
-    {host::kMessage, ClassId(10)},
-    {host::kMessageResource, ClassId(11)},
-};
+/// Numbered by their places in the host's table, from 1.
+constexpr auto kClasses = [] {
+  std::array<HostClass, std::size(host::kCreatableClasses)> classes{};
+  for (BYTE place = 0; place < classes.size(); ++place) {
+    classes[place] = {host::kCreatableClasses[place], ClassId(static_cast<BYTE>(place + 1))};
+  }
+  return classes;
+}();
 
 std::wstring Identifier(const HostClass& host_class) {
   return windows::WideText(host_class.programmatic_identifier);

@@ -6,20 +6,8 @@ namespace {
 using EmbeddedHostTest = HostTest;
 
 TEST_F(EmbeddedHostTest, CreatesEveryClassOfTheHostInAnyLetterCase) {
-  const std::pair<std::u16string_view, std::u16string> classes[] = {
-      {host::kCommonObjects, u"CommonObjects"},
-      {host::kPlant, u"Plant"},
-      {host::kClientTools, u"ClientTools"},
-      {host::kSettingsCollection, u"SettingsCollection"},
-      {host::kCompanyAttributes, u"CompanyAttributes"},
-      {host::kDataAccess, u"DataAccess"},
-      {host::kQuery, u"Query"},
-      {host::kConditionBuilder, u"ConditionBuilder"},
-      {host::kDocumentSelection, u"DocumentSelection"},
-      {host::kMessage, u"Message"},
-      {host::kMessageResource, u"MessageResource"},
-  };
-  for (const auto& [identifier, type_name] : classes) {
+  for (const std::u16string_view identifier : host::kCreatableClasses) {
+    const std::u16string_view type_name = identifier.substr(identifier.find(u'.') + 1);
     EXPECT_EQ(factory_.Create(identifier)->TypeName(), type_name);
     EXPECT_EQ(factory_.Create(ToLower(identifier))->TypeName(), type_name);
   }

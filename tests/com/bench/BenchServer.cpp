@@ -1,6 +1,7 @@
 // The bench as an in-process COM server: Excel's and the host's stand-ins under programmatic identifiers.
 #include <olectl.h>
 
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -32,21 +33,16 @@ constexpr CLSID ClassId(BYTE number) {
   return {0x5e0c1a52, 0x9f0b, 0x4d0e, {0x8d, 0x53, 0x7f, 0x31, 0x0a, 0x64, 0xc9, number}};
 }
 
-constexpr BenchClass kClasses[] = {
-    {kControl, ClassId(1)},
-    {kExcel, ClassId(2)},
-    {host::kCommonObjects, ClassId(3)},
-    {host::kPlant, ClassId(4)},
-    {host::kClientTools, ClassId(5)},
-    {host::kSettingsCollection, ClassId(6)},
-    {host::kCompanyAttributes, ClassId(7)},
-    {host::kDataAccess, ClassId(8)},
-    {host::kMessage, ClassId(9)},
-    {host::kMessageResource, ClassId(10)},
-    {host::kQuery, ClassId(11)},
-    {host::kConditionBuilder, ClassId(12)},
-    {host::kDocumentSelection, ClassId(13)},
-};
+/// The bench's own classes, and the host's by their places in its table.
+constexpr auto kClasses = [] {
+  constexpr std::size_t kOwn = 2;
+  std::array<BenchClass, kOwn + std::size(host::kCreatableClasses)> classes{BenchClass{kControl, ClassId(1)},
+                                                                            BenchClass{kExcel, ClassId(2)}};
+  for (std::size_t place = kOwn; place < classes.size(); ++place) {
+    classes[place] = {host::kCreatableClasses[place - kOwn], ClassId(static_cast<BYTE>(place + 1))};
+  }
+  return classes;
+}();
 
 /// A member that Excel answers wrongly, as the variable QVA_BENCH_LIE names it: "Interior.ColorIndex". Who
 /// compares this Excel with another one must notice.
