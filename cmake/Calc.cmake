@@ -24,7 +24,8 @@ qva_sources(calc_sources platform/calc platform/calc/forms platform/calc/toolbar
 add_library(qva_calc MODULE ${calc_sources})
 add_dependencies(qva_calc qva_uno_headers)
 target_include_directories(qva_calc SYSTEM PRIVATE ${uno_headers} /usr/include/libreoffice)
-target_compile_definitions(qva_calc PRIVATE LINUX UNX CPPU_ENV=gcc3)
+target_compile_definitions(qva_calc PRIVATE LINUX UNX CPPU_ENV=gcc3
+                                            QVA_HOST_MODULE_NAME="$<TARGET_FILE_NAME:qva_host>")
 target_link_directories(qva_calc PRIVATE ${uno_sdk}/lib)
 target_link_libraries(qva_calc PRIVATE qva_library qva_posix qva_commandbars uno_cppuhelpergcc3 uno_cppu uno_sal uno_salhelpergcc3)
 set_target_properties(qva_calc PROPERTIES BUILD_RPATH ${LIBREOFFICE_DIR}/program)

@@ -28,7 +28,7 @@ using rtl::OUString;
 /// everything that could do it.
 PosixPlatform& ThePlatform() {
   static PosixPlatform& platform = *[] {
-    auto* made = new PosixPlatform({ComponentFolder() / "libqva_host.so"});
+    auto* made = new PosixPlatform({ComponentFolder() / QVA_HOST_MODULE_NAME});
     new calc::CalcWindows(made->services());
     return made;
   }();
