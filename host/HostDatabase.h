@@ -60,9 +60,9 @@ class HostDatabase {
   /// What the documents of a type are called together.
   std::optional<std::u16string> FindDocumentTypeName(std::u16string_view document_type) const;
   /// The records of documents() of a book and type, from day to day with both included, that meet a condition
-  /// on their fields; by date, then code. The condition is run as it is given, as one expression of SQL: it
-  /// can leave documents out and cannot bring any in. Raises Failure::WrongCondition for any other text, and
-  /// when its evaluation fails.
+  /// on their fields; by date, then code. The notation of conditions ends here: ConditionBuilder and Query
+  /// have made SQL of it, which is run as it is given, as one expression: it can leave documents out and
+  /// cannot bring any in. Raises Failure::WrongCondition for any other text, and when its evaluation fails.
   std::vector<Record> FindDocuments(std::u16string_view book_code, std::u16string_view document_type,
                                     Date from, Date to, std::u16string_view condition) const;
 

@@ -1,4 +1,5 @@
-// The entry of a module of automation classes that is loaded at run time, such as the embedded host.
+// The entry of a module of automation classes that is loaded at run time, such as the embedded host: what an
+// in-process server is on Windows, where nothing loads modules.
 #pragma once
 
 #include "platform/services.h"

@@ -13,6 +13,9 @@ namespace qva {
 /// Asks its factories in turn, then its modules in turn; one that answers 429 (cannot create the object)
 /// passes the question on to the next. Any other error goes to the caller.
 ///
+/// Linux alone has it. On Windows COM creates the objects of other libraries by their identifiers
+/// (platform/windows/ComObjectFactory.h): what is a module here is an in-process server there.
+///
 /// A module (platform/module.h) is loaded when a question first reaches it, and never unloaded. One that
 /// cannot be loaded or opened is not tried again; when nobody else creates the object either, the
 /// 429 that Create raises names its path and the reason, too.
