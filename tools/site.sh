@@ -11,7 +11,7 @@ mkdir -p "$pages/images"
 "$guide" . "$pages"
 # The guides are in folders of their own here.
 sed -i -E 's#\]\((images/|error-429\.md|klaida-429\.md)#](../\1#g' "$pages"/{gidas,guide}/*.md
-cp docs/{installation,diegimas,error-429,klaida-429,libreoffice,host-interface,architecture}.md "$pages"
+cp docs/{installation,diegimas,error-429,klaida-429,libreoffice,host-interface,architecture,extending}.md "$pages"
 cp docs/images/* "$pages/images"
 sed 's#](\.\./#](#g; s#](\([A-Za-z]*\)\.md)#](gidas/\1.md)#g' "$pages/gidas/index.md" > "$pages/index.md"
 output=$(mkdocs build --strict 2>&1) || { echo "$output" >&2; exit 1; }

@@ -1,0 +1,163 @@
+// The lists that whoever adds a class, a member, a service or a page must add to, where neither the compiler
+// nor another test tells of one that was forgotten. CONTRIBUTING.md has all of them.
+#include <fstream>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "server/PublicClasses.h"
+#include "platform/member_table.h"
+#include "platform/services.h"
+#include "platform/text.h"
+#include "tests/test_paths.h"
+#include "tools/guide/Guide.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace qva {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Contents(const fs::path& file) {
+  std::ostringstream contents;
+  contents << std::ifstream(SourceFolder() / file).rdbuf();
+  return contents.str();
+}
+
+/// What the groups of a pattern match in a text, one by one; those of one match are joined by "_".
+std::vector<std::string> Matches(const std::string& text, const std::string& pattern) {
+  const std::regex regex(pattern);
+  std::vector<std::string> matches;
+  for (std::sregex_iterator it(text.begin(), text.end(), regex), end; it != end; ++it) {
+    matches.emplace_back();
+    for (std::size_t group = 1; group < it->size(); ++group) {
+      if (!matches.back().empty() && (*it)[group].length() > 0) matches.back() += "_";
+      matches.back() += (*it)[group].str();
+    }
+  }
+  return matches;
+}
+
+/// The part of a text from one mark up to another behind it; empty where the first is missing.
+std::string Between(const std::string& text, const std::string& begin, const std::string& end) {
+  const std::size_t at = text.find(begin);
+  if (at == text.npos) return {};
+  return text.substr(at + begin.size(), text.find(end, at + begin.size()) - at - begin.size());
+}
+
+std::vector<std::string> Classes() {
+  std::vector<std::string> names;
+  for (const PublicClass& public_class : PublicClasses()) {
+    names.push_back(ToUtf8(public_class.description().name()));
+  }
+  return names;
+}
+
+/// A class's members in their order, as "get_Caption" and the like; methods have no prefix.
+std::vector<std::string> MembersOf(const ClassDescription& table) {
+  constexpr const char* kPrefixes[] = {"", "get_", "put_", "putref_"};
+  std::vector<std::string> members;
+  for (const Member& member : table.members()) {
+    members.push_back(kPrefixes[static_cast<int>(member.kind)] + ToUtf8(member.name));
+  }
+  return members;
+}
+
+TEST(Lists, TheIdlHasEveryClassAndItsMembersInTheirOrder) {
+  const std::string idl = Contents("server/com/QVA_Varnholt.idl");
+  EXPECT_EQ(Matches(idl, "coclass (\\w+) \\{"), Classes());
+  for (const PublicClass& public_class : PublicClasses()) {
+    const ClassDescription& table = public_class.description();
+    const std::string name = ToUtf8(table.name());
+    EXPECT_EQ(Matches(Between(idl, "interface _" + name + " : IDispatch {", "\n  };"),
+                      "\\[id\\(\\d+\\)(?:, prop(get|putref|put))?[^\\]]*\\]\\s*HRESULT (\\w+)\\("),
+              MembersOf(table))
+        << name;
+  }
+}
+
+TEST(Lists, SiteAndHelpHaveEveryPageOfTheGuide) {
+  std::vector<std::string> english, lithuanian, pages;
+  for (const GuidePage& page : MakeGuidePages(SourceFolder(), GuideLanguage::English)) {
+    pages.push_back(page.name);
+    english.push_back("guide/" + page.name);
+    lithuanian.push_back("gidas/" + page.name);
+  }
+  const std::string site = Contents("mkdocs.yml");
+  EXPECT_EQ(Matches(site, "- (guide/\\w+)\\.md"), english);
+  EXPECT_EQ(Matches(site, "- (gidas/\\w+)\\.md"), lithuanian);
+  std::vector<std::string> help =
+      Matches(Between(Contents("tools/help-pages.pl"), "@order = qw(", ")"), "([\\w-]+)");
+  pages.emplace_back("klaida-429");
+  EXPECT_EQ(help, pages);
+}
+
+TEST(Lists, ScriptsMacrosAndExamplesHaveEveryClass) {
+  const std::string created = Contents("tests/corpus/macros/create_objects.macro");
+  const std::vector<std::string> examples =
+      Matches(Between(Contents("tools/guide-examples.pl"), "%expected = (", "\n);"), "\n  (\\w+) =>");
+  const std::string manifest = Contents("tests/com/client/Registration_test.cpp");
+  EXPECT_EQ(examples, Classes());
+  for (const std::string& name : Classes()) {
+    EXPECT_TRUE(fs::exists(SourceFolder() / "tests/com/scripts" / (name + ".vbs"))) << name;
+    EXPECT_NE(created.find("\"" + name + "\""), created.npos) << name;
+    // Without an application this one cannot be made.
+    EXPECT_EQ(manifest.find("L\"QVA_Varnholt." + name + "\"") == manifest.npos, name == "CLockScreen")
+        << name;
+  }
+}
+
+TEST(Lists, EveryServiceHasItsForwardingBase) {
+  const std::string forwarding = Contents("platform/forwarding.h");
+  const std::string tests =
+      Contents("tests/platform/forwarding_test.cpp") + Contents("platform/memory/FaultyRegistry.h");
+  const std::vector<std::string> services =
+      Matches(Contents("platform/services.h"), "\n  (?:ui::)?(\\w+)\\* \\w+ = nullptr;");
+  EXPECT_EQ(services.size(), sizeof(Services) / sizeof(void*));
+  for (const std::string& service : services) {
+    EXPECT_NE(forwarding.find("class Forwarding" + service + " : public ForwardingTo<" + service + ">"),
+              forwarding.npos)
+        << service;
+    EXPECT_NE(tests.find("Forwarding" + service), tests.npos) << service << " forwards untested";
+  }
+}
+
+/// The tests of all programs, as "Suite.Test" and "Suite.*".
+std::set<std::string> Tests() {
+  std::set<std::string> tests;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(SourceFolder() / "tests")) {
+    if (entry.path().extension() != ".cpp") continue;
+    const std::string source = Contents(entry.path());
+    for (std::size_t at = source.find("\nTEST"); at != source.npos; at = source.find("\nTEST", at + 1)) {
+      std::istringstream names(Between(source.substr(at, 300), "(", ")"));
+      std::string suite, test;
+      std::getline(names, suite, ',');
+      names >> test;
+      tests.insert({suite + "." + test, suite + ".*"});
+    }
+  }
+  return tests;
+}
+
+TEST(Lists, PagesForDevelopersNameFilesAndTestsThatAreThere) {
+  for (const char* page : {"CONTRIBUTING.md", "docs/extending.md", "docs/architecture.md"}) {
+    for (const std::string& path :
+         Matches(Contents(page), "[`( ]([a-z]+/[A-Za-z0-9_./-]*[A-Za-z0-9_/])[`) ,.:;]")) {
+      if (path.starts_with("build/")) continue;
+      // "period/HostForm" is a header and what belongs to it.
+      EXPECT_TRUE(fs::exists(SourceFolder() / path) || fs::exists(SourceFolder() / (path + ".h")))
+          << page << ": " << path;
+    }
+  }
+  const std::set<std::string> tests = Tests();
+  for (const char* page : {"CONTRIBUTING.md", "docs/extending.md"}) {
+    for (const std::string& name : Matches(Contents(page), "`([A-Z]\\w+\\.(?:[A-Z]\\w+|\\*))`")) {
+      EXPECT_TRUE(tests.contains(name)) << page << ": " << name;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace qva
