@@ -2,7 +2,13 @@
 // from its own controls, or answers it from a file where no user sits.
 //
 // Events are raised exactly when a desktop control raises them: also when the program changes the value, and
-// not when the new value is the old one. A handler must not raise.
+// not when the new value is the old one.
+//
+// A handler may raise. That ends the showing: the form is hidden, and ShowModal raises what the handler
+// raised. While the program sets a value, the setter may raise it instead.
+//
+// Forms and controls are of one thread. What an operation takes by value or as a view is its own afterwards;
+// what is borrowed says so. Apart from what handlers raise, no operation raises but those that say so.
 #pragma once
 
 #include <cstdint>
@@ -49,7 +55,7 @@ struct ControlDescription {
   int page = 0;            ///< of a TabControl, from 0
 };
 
-/// A form. The order of the controls is the tab order.
+/// A form. The order of the controls is the tab order; a parent stands before what stands in it.
 struct FormDescription {
   std::u16string name;
   std::u16string caption;
@@ -68,20 +74,25 @@ enum class ResizeMode : std::int32_t {
   StretchWithWidth = 5,  ///< keeps its distances from both sides
 };
 
-/// Base of all controls. They live as long as their form.
+/// Base of all controls. They belong to their form and live as long as it does.
 class Control {
  public:
   virtual ~Control() = default;
+  /// By the description; never changes.
   virtual std::u16string Name() const = 0;
+  /// Whether the user can work it; at first he can.
   virtual bool Enabled() const = 0;
+  /// Lets the user work it or keeps him from it. The program can set its value all the same.
   virtual void SetEnabled(bool enabled) = 0;
-  /// Moves the keyboard's focus here, to another page, too.
+  /// Moves the keyboard's focus here, to another page, too: at once or, while the form is hidden, when it is
+  /// shown. The control is one that the user can work.
   virtual void SetFocus() = 0;
 };
 
 /// Text that the user only reads.
 class Label : public virtual Control {
  public:
+  /// What it shows; at first the description's caption.
   virtual std::u16string Caption() const = 0;
   virtual void SetCaption(std::u16string_view caption) = 0;
 };
@@ -89,11 +100,13 @@ class Label : public virtual Control {
 /// One line of text.
 class TextBox : public virtual Control {
  public:
+  /// What stands in it, by whomever; at first the description's caption.
   virtual std::u16string Text() const = 0;
-  /// A text that is too long is cut.
+  /// Replaces the text. One that is too long is cut.
   virtual void SetText(std::u16string_view text) = 0;
-  /// In UTF-16 units; 0 means no limit. Concerns what is set or typed from now on.
+  /// In UTF-16 units; 0 means no limit, as at first. Concerns what is set or typed from now on.
   virtual void SetMaxLength(int length) = 0;
+  /// Whether the user can only read it; at first he can write. The program can set it all the same.
   virtual void SetReadOnly(bool read_only) = 0;
 
   std::function<void()> on_change;  ///< the text has changed
@@ -102,7 +115,9 @@ class TextBox : public virtual Control {
 /// One of a group of options: those of one frame. Selecting one clears the others.
 class OptionButton : public virtual Control {
  public:
+  /// At first none of a group is.
   virtual bool Selected() const = 0;
+  /// Selects it, as a click does. Nothing happens when it is selected already.
   virtual void Select() = 0;
 
   std::function<void()> on_click;  ///< it has become the selected one
@@ -115,18 +130,21 @@ class ComboBox : public virtual Control {
     std::u16string code;
     std::u16string text;
   };
+  /// Replaces the list. The code in the field stays, whether it is in the new list or not.
   virtual void SetItems(std::vector<Item> items) = 0;
   /// The code that is selected or typed; empty when none is.
   virtual std::u16string Value() const = 0;
-  /// A code that is no item's stands in the field all the same.
+  /// Puts a code into the field. One that is no item's stands there all the same.
   virtual void SetValue(std::u16string_view code) = 0;
 };
 
 /// A field for a date, without time.
 class DatePicker : public virtual Control {
  public:
+  /// The day that it shows, without time.
   virtual Date Value() const = 0;
-  /// Raises 380 (Invalid property value) outside 1 January 1753 … 31 December 9999, which no picker can show.
+  /// Shows a day; its time is cut off. Raises 380 (Invalid property value) outside 1 January 1753 … 31
+  /// December 9999, which no picker can show; the day before stays.
   virtual void SetValue(Date value) = 0;
   /// The custom format of what is shown: "yyyy", "MM" and "dd", other characters as they stand.
   virtual void SetFormat(std::u16string_view format) = 0;
@@ -137,8 +155,9 @@ class DatePicker : public virtual Control {
 /// A month of days, of which one is selected.
 class MonthView : public virtual Control {
  public:
+  /// The day that is selected, without time.
   virtual Date Value() const = 0;
-  /// Raises 380 as DatePicker::SetValue does.
+  /// Selects a day and shows its month. Fails as DatePicker::SetValue does.
   virtual void SetValue(Date value) = 0;
 
   std::function<void()> on_day_double_click;        ///< a day was picked; it is the value already
@@ -148,10 +167,13 @@ class MonthView : public virtual Control {
 /// Pages, one of which is in front.
 class TabControl : public virtual Control {
  public:
+  /// The page in front, from 0.
   virtual int Page() const = 0;
+  /// Brings a page that there is to the front.
   virtual void SetPage(int page) = 0;
 };
 
+/// Pressed by the user.
 class Button : public virtual Control {
  public:
   std::function<void()> on_click;
@@ -166,8 +188,9 @@ struct GridColumn {
   bool check_box = false;    ///< a Boolean, shown as a mark
 };
 
-/// What a grid shows, and what happens to what the user does in it. Rows and columns count from 0. No member
-/// raises. After each change of a row or a text, on the grid's behalf too, the model asks for a Refresh.
+/// What a grid shows, and what happens to what the user does in it: the program's side of a grid. Rows and
+/// columns count from 0; the grid asks for those alone that there are. No member raises. After each change of
+/// a row or a text, on the grid's behalf too, the model asks for a Refresh.
 class GridModel {
  public:
   virtual ~GridModel() = default;
@@ -175,8 +198,9 @@ class GridModel {
   virtual std::u16string CellText(std::size_t row, std::size_t column) const = 0;
   /// Stores what was typed; false refuses it, and the cell keeps its value.
   virtual bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) = 0;
-  /// Adds a row at the end, for the grid's empty last line.
+  /// Adds a row at the end, for the grid's empty last line. A model that takes none leaves RowCount as it is.
   virtual void AppendRow() = 0;
+  /// Deletes a row. A model that gives none leaves RowCount as it is.
   virtual void DeleteRow(std::size_t row) = 0;
   /// The button of a cell was pressed.
   virtual void PressCellButton(std::size_t row, std::size_t column) = 0;
@@ -185,30 +209,37 @@ class GridModel {
 /// A table of cells that can be edited. One row is the current one, if there is any.
 class Grid : public virtual Control {
  public:
-  /// Shows the model anew, in these columns.
+  /// Shows the model anew, in these columns; at first there are none.
   virtual void SetColumns(std::vector<GridColumn> columns) = 0;
-  /// The model is borrowed. Null shows nothing.
+  /// Shows a model, which is borrowed until another one is set or the form goes. Null shows nothing, as at
+  /// first.
   virtual void SetModel(GridModel* model) = 0;
   /// Shows the model anew. A current row that is gone becomes the last one.
   virtual void Refresh() = 0;
   /// Nothing when there are no rows, and on the empty last line.
   virtual std::optional<std::size_t> CurrentRow() const = 0;
+  /// Does nothing for a row that there is not.
   virtual void SetCurrentRow(std::size_t row) = 0;
 };
 
-/// A window with controls. It is hidden at first; its owner destroys it.
+/// A window with controls. It is hidden at first; its owner destroys it, though not from a handler of its
+/// own.
 class Form {
  public:
   virtual ~Form() = default;
 
-  /// The control of a name; null when there is none.
+  /// The control of a name, which stays the form's; null when there is none.
   virtual Control* Find(std::u16string_view name) = 0;
 
   /// Shows the form above Excel's window, which is disabled meanwhile, until Hide is called or the user
-  /// closes the window. Raises when the form cannot be shown.
+  /// closes the window. A form can be shown again. Raises 400 (Form already displayed) when it is shown, 7
+  /// (Out of memory) or 51 (Internal error) when the platform cannot show it, what a handler raised, and
+  /// where no user sits what platform/unattended_forms.h says. But for the first of these the form is hidden
+  /// afterwards.
   virtual void ShowModal() = 0;
   /// Ends ShowModal. Does nothing when the form is not shown.
   virtual void Hide() = 0;
+  /// Whether ShowModal runs and was not told to end.
   virtual bool Visible() const = 0;
 
   /// Inner width and height in pixels at 100 % scale.
@@ -217,7 +248,7 @@ class Form {
   /// From now on the controls follow the form's size, starting from the given one. `mode` gives a control's
   /// mode by name; nothing is its kind's default: tab controls and grids stretch both ways, the form's
   /// buttons keep to the lower right corner. What stands below a grid moves down with it; everything else
-  /// stays.
+  /// stays. `mode` is asked once for each control, before this returns; what it raises passes on.
   virtual void StartResizer(int width, int height,
                             std::function<std::optional<ResizeMode>(std::u16string_view name)> mode) = 0;
 };
@@ -237,8 +268,9 @@ T& Get(Form& form, std::u16string_view name) {
 class FormFactory {
  public:
   virtual ~FormFactory() = default;
-  /// A form as described, hidden. Raises 51 for a description that contradicts itself, 7 when the platform
-  /// has no windows left to give.
+  /// A form as described, hidden. The form is the caller's; the description may go. Raises 51 for a
+  /// description in which a name stands twice or a control before its parent, 7 when the platform has no
+  /// windows left to give; nothing is left behind then.
   virtual std::unique_ptr<Form> Create(const FormDescription& description) = 0;
 };
 

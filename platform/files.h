@@ -61,24 +61,23 @@ class TextStream {
 /// that cannot be, 55 (File already open), 70 (Permission denied) for a file that somebody else has open, 75
 /// (Path/File access error) for a folder in place of a file and for whatever else access is refused to, 61
 /// (Disk full), 57 (Device I/O error). An operation that raises leaves everything as it was, unless it says
-/// otherwise.
+/// otherwise. Channels and streams are the caller's; they must not outlive the service.
 class Files {
  public:
   virtual ~Files() = default;
 
-  /// The lowest number that no open channel has; 0 when all are taken.
+  /// The lowest number that no open channel has; 0 when all are taken. Does not raise.
   virtual std::int16_t FreeNumber() const = 0;
 
-  /// Opens a channel under a free number. The result is the caller's. Raises 52 for a number out of range and
-  /// 55 for one that is taken. While a file is open for output or appending, opening it in any mode raises
-  /// 55, and so does opening it for these while it is open for input. A file that a stream has open
-  /// raises 70.
+  /// Opens a channel under a free number; never null. Raises 52 for a number out of range and 55 for one that
+  /// is taken. While a file is open for output or appending, opening it in any mode raises 55, and so does
+  /// opening it for these while it is open for input. A file that a stream has open raises 70.
   virtual std::unique_ptr<TextChannel> OpenChannel(std::int16_t number, std::u16string_view path,
                                                    ChannelMode mode) = 0;
 
-  /// Creates or empties a file and opens it for writing in UTF-16 with its mark (FF FE). The result is the
-  /// caller's; nothing when the platform gives no stream without calling it an error. Raises 70 for a file
-  /// that a channel or another stream has open. Where the mark cannot be written the file is left empty.
+  /// Creates or empties a file and opens it for writing in UTF-16 with its mark (FF FE). Null when the
+  /// platform gives no stream without calling it an error. Raises 70 for a file that a channel or another
+  /// stream has open. Where the mark cannot be written the file is left empty.
   virtual std::unique_ptr<TextStream> CreateTextStream(std::u16string_view path) = 0;
   /// Opens a file, created when missing, as an ANSI text stream, whatever its content is. The result as
   /// above. Raises 70 for a file that a channel or another stream has open, unless both only read.
@@ -107,9 +106,9 @@ class Files {
   /// in platform/text.h). In no certain order; nothing when there is no such folder. Does not raise.
   virtual std::vector<std::u16string> Find(std::u16string_view folder, std::u16string_view name) const = 0;
 
-  /// When a file or folder was changed last, in local time to the second.
+  /// When a file or folder was changed last, in local time to the second. Raises 53 when neither is there.
   virtual Date LastModified(std::u16string_view path) const = 0;
-  /// A file's length in bytes.
+  /// A file's length in bytes. Raises 53 when it is not there, 75 for a folder.
   virtual double Length(std::u16string_view path) const = 0;
 };
 

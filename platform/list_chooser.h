@@ -25,9 +25,10 @@ class ListChooser {
  public:
   virtual ~ListChooser() = default;
 
-  /// Shows the list until the user picks a row or leaves it. `selected` is the code of the row that is marked
-  /// at first, if there is one. Result: the number of the row from 0, nothing when the user left or when no
-  /// one can answer. An empty list is shown, too. Does not raise.
+  /// Shows the list, which is borrowed until this returns, until the user picks a row or leaves it.
+  /// `selected` is the code of the row that is marked at first, if there is one. Result: the number of the
+  /// row from 0, nothing when the user left or when no one can answer. An empty list is shown, too. Does not
+  /// raise.
   virtual std::optional<std::size_t> Choose(const ChoiceList& list, std::u16string_view selected) = 0;
 };
 

@@ -28,14 +28,15 @@ class Locale {
   virtual std::u16string ShortDatePattern() const = 0;
   /// The pattern of a long time in Windows' notation, such as "HH:mm:ss".
   virtual std::u16string LongTimePattern() const = 0;
-  /// The name of a month, a weekday or a half of the day, in the user's language.
+  /// The name of a month, a weekday or a half of the day, in the user's language. `number` is one that
+  /// DateName knows.
   virtual std::u16string NameOf(DateName name, int number) const = 0;
   /// The decimal separator of numbers, such as ",".
   virtual std::u16string DecimalSeparator() const = 0;
 
   /// Text to the ANSI code page; a character that it lacks becomes "?".
   virtual std::string ToAnsi(std::u16string_view text) const = 0;
-  /// Bytes of the ANSI code page to text.
+  /// Bytes of the ANSI code page to text; a byte that it lacks becomes a character all the same.
   virtual std::u16string FromAnsi(std::string_view bytes) const = 0;
 };
 

@@ -24,21 +24,27 @@ class Object {
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
 
+  /// Whoever keeps the object counts for one reference and gives it back once; Ref (platform/ref.h) does
+  /// both.
   void AddRef() noexcept { references_.fetch_add(1, std::memory_order_relaxed); }
   void Release() noexcept {
     if (references_.fetch_sub(1, std::memory_order_acq_rel) == 1) delete this;
   }
 
-  /// Invokes a member by its name, in any letter case; the empty name is the default member.
-  /// Raises AutomationError: 438 for an unknown member, 450 for a wrong number of arguments, 448 for an
-  /// unknown argument name, 13 and 6 for arguments that do not convert, and whatever the member raises.
+  /// Invokes a member by its name, in any letter case; the empty name is the default member. The result is
+  /// what the member gives, Empty where it gives nothing and for Put and PutRef. Arguments by reference hold
+  /// their new values afterwards, also when it raises. Objects that go in or come out are counted by whoever
+  /// keeps them. Raises AutomationError: 438 for an unknown member, 450 for a wrong number of arguments, 448
+  /// for an unknown argument name, 13 and 6 for arguments that do not convert, and whatever the member
+  /// raises.
   virtual Value Invoke(Access access, std::u16string_view member, Arguments& arguments) = 0;
 
   /// The name of the object's class, such as "Range". For traces and error texts; never decides anything.
+  /// Does not raise: it is empty where the server does not tell.
   virtual std::u16string TypeName() const = 0;
 
-  /// The object's member table where it has one (platform/member_table.h); null for an object of another
-  /// server.
+  /// The object's member table where it has one (platform/member_table.h), which is never destroyed; null for
+  /// an object of another server. Does not raise.
   virtual const ClassDescription* MemberTable() const { return nullptr; }
 
   /// Objects of every kind that are alive in this process.

@@ -12,7 +12,9 @@ class ObjectFactory {
   virtual ~ObjectFactory() = default;
 
   /// A new object of the class that is registered under the programmatic identifier ("Library.Class", any
-  /// letter case). Raises 429 when no such class is there or it cannot be created; nothing is left behind.
+  /// letter case). Never null; it is counted, and may outlive the factory. Raises 429 when no such class is
+  /// there or it cannot be created (platform/cannot_create.h names class and cause), and what its class
+  /// raises; nothing is left behind.
   virtual ObjectPtr Create(std::u16string_view programmatic_identifier) = 0;
 };
 

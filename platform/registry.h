@@ -61,9 +61,9 @@ class Registry {
  public:
   virtual ~Registry() = default;
 
-  // None of the operations raises. All return a Windows code (RegistryStatus names those that we meet).
-  // Key paths and value names ignore letter case; data are bytes as they stand in the ANSI code
-  // page, but for QueryStored and SetStored.
+  // None of the operations raises. All return a Windows code (RegistryStatus names those that we meet); with
+  // any other than kRegistrySuccess what they would give is untouched. Key paths and value names ignore
+  // letter case; data are bytes as they stand in the ANSI code page, but for QueryStored and SetStored.
 
   /// Opens an existing key (RegOpenKeyExA). On success `key` is the caller's to close; otherwise untouched.
   virtual std::int32_t OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
@@ -74,8 +74,8 @@ class Registry {
                                  const RegistrySecurity& security, RegistryKey& key) = 0;
 
   /// Reads a value (RegQueryValueExA). `type` receives its type, `size` the number of its bytes, a text's
-  /// terminating zero included. With an empty buffer only these are told; kRegistryMoreData when `data` is
-  /// too small, which leaves it alone.
+  /// terminating zero included. With an empty buffer only these are told, and so they are with
+  /// kRegistryMoreData, when `data` is too small, which leaves it alone.
   virtual std::int32_t QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
                                   std::span<char> data, std::uint32_t& size) = 0;
 
@@ -93,7 +93,8 @@ class Registry {
   /// Deletes a value (RegDeleteValueA).
   virtual std::int32_t DeleteValue(RegistryKey key, std::u16string_view name) = 0;
 
-  /// Closes a key (RegCloseKey). Closing a predefined key is allowed and does nothing.
+  /// Closes a key (RegCloseKey), which must not be used again. Closing a predefined key is allowed and does
+  /// nothing.
   virtual std::int32_t CloseKey(RegistryKey key) = 0;
 };
 

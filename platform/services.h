@@ -27,7 +27,8 @@ struct Services {
 };
 
 /// Sets the services that the library uses from now on. A front door does this once, before it creates the
-/// first object; tests do it for each fixture. All members must be set and outlive the last object.
+/// first object; tests do it for each fixture. All members must be set and outlive the last object. Does not
+/// raise.
 void InstallServices(const Services& services);
 
 /// The services in use. Raises 51 (Internal error) when none were installed.

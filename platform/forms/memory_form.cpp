@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "platform/date.h"
+#include "platform/forms/form_description.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -257,11 +258,8 @@ std::unique_ptr<ui::Control> MakeControl(MemoryForm& form, const ui::ControlDesc
 
 MemoryForm::MemoryForm(const ui::FormDescription& description, User user)
     : description_(description), user_(std::move(user)) {
+  RequireConsistent(description_);
   for (const ui::ControlDescription& control : description_.controls) {
-    if (Find(control.name) || (!control.parent.empty() && !Find(control.parent))) {
-      throw AutomationError(kInternalError, u"QVA_Varnholt",
-                            u"The form's description contradicts itself at " + control.name);
-    }
     controls_.push_back({&control, MakeControl(*this, control)});
   }
 }
@@ -275,6 +273,7 @@ ui::Control* MemoryForm::Find(std::u16string_view name) {
 }
 
 void MemoryForm::ShowModal() {
+  if (visible_) throw AutomationError(kFormAlreadyDisplayed);
   visible_ = true;
   try {
     if (user_) user_(*this);

@@ -20,7 +20,7 @@ class MemoryForm : public ui::Form {
  public:
   using User = std::function<void(MemoryForm& form)>;
 
-  /// Raises 51 for a description in which a name stands twice or a parent is missing.
+  /// Raises 51 for a description that contradicts itself.
   MemoryForm(const ui::FormDescription& description, User user);
   ~MemoryForm() override;
 

@@ -13,6 +13,7 @@
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/Modality.h"
 #include "platform/calc/forms/Painter.h"
+#include "platform/forms/form_description.h"
 
 namespace qva::calc {
 
@@ -112,10 +113,8 @@ FormWindow::FormWindow(const ui::FormDescription& description) try
     : description_(description),
       window_(MakeWindow(description, *this)),
       theme_(std::make_unique<Theme>(*window_)) {
+  RequireConsistent(description_);
   for (const ui::ControlDescription& control : description_.controls) {
-    if (FindControl(control.name) || (!control.parent.empty() && !FindControl(control.parent))) {
-      throw FormError(kInternalError, u"The form's description contradicts itself at " + control.name);
-    }
     controls_.push_back(MakeControl(*this, control));
   }
   window_->window()->setOutputSize({Scaled(description_.width), Scaled(description_.height)});

@@ -16,8 +16,7 @@ namespace qva::calc {
 /// dialog does Tab, Enter and Escape.
 class FormWindow : public ui::Form, public EventTarget {
  public:
-  /// Raises 51 for a description in which a name stands twice or a parent is missing, 7 when LibreOffice
-  /// gives no window.
+  /// Raises 51 for a description that contradicts itself, 7 when LibreOffice gives no window.
   explicit FormWindow(const ui::FormDescription& description);
   ~FormWindow() override;
 

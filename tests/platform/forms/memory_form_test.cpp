@@ -228,6 +228,21 @@ TEST_F(MemoryFormTest, IsHiddenWhenItsUserFails) {
   EXPECT_FALSE(form->Visible());
 }
 
+TEST_F(MemoryFormTest, IsNotShownTwiceAtATime) {
+  Show([](MemoryForm& shown) {
+    EXPECT_EQ(RaisedBy([&] { shown.ShowModal(); }), kFormAlreadyDisplayed);
+    EXPECT_TRUE(shown.Visible());
+  });
+}
+
+TEST_F(MemoryFormTest, IsHiddenByAHandlerThatFailsAndRaisesTheSame) {
+  prepare = [&](MemoryForm&) {
+    Control<ui::Button>(u"bt").on_click = [] { throw AutomationError(kOverflow); };
+  };
+  EXPECT_EQ(RaisedBy([&] { Show([](MemoryForm& shown) { shown.Click(u"bt"); }); }), kOverflow);
+  EXPECT_FALSE(form->Visible());
+}
+
 TEST_F(MemoryFormTest, IsNotMadeOfADescriptionThatContradictsItself) {
   ui::FormDescription twice = Sample();
   twice.controls.push_back(twice.controls.front());
