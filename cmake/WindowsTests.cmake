@@ -2,6 +2,9 @@
 # Most of the time goes into what all of them include.
 set(CMAKE_UNITY_BUILD_BATCH_SIZE 4)
 
+# As in tests/CMakeLists.txt.
+add_compile_options(-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
+
 set(googletest /usr/src/googletest)  # Debian's package of the sources
 add_library(qva_windows_gtest STATIC ${googletest}/googletest/src/gtest-all.cc
                                      ${googletest}/googlemock/src/gmock-all.cc)
