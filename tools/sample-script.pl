@@ -7,7 +7,7 @@
 # file that it is told: the report's log, "==", and the rows of its printed area, as tests/calc/figures holds them. The sample
 # is one of samples/, or the path of a workbook with its answers file beside it. The macro is Main unless another one is named;
 # then a file of statements changes the sheets before it runs. It takes another Excel by the functions StartExcel and CloseExcel
-# of a file, and then prints nothing.
+# of a file, and then prints nothing and leaves the PATH alone.
 use strict;
 use warnings;
 use utf8;
@@ -171,7 +171,7 @@ End Function
 Sub CloseExcel()
 End Sub
 END
-$macros =~ s/^.*\.Spauzd [^,]*, True\b.*\n//mg if $excel;
+$macros =~ s/^.*\.(?:Spauzd [^,]*, True\b|RegPath\().*\n//mg if $excel;
 my $script = contents("$root/tests/com/demo/sample.vbs");
 $setup .= contents($changes) if defined $changes;
 $macro //= 'Main';

@@ -281,6 +281,8 @@ acceptance() {
   check "$name: has tried all" grep -aqE '^[0-9]{3} agree, 0 differ, 0 not run$' "$kit/report"
   check "$name: leaves the registry as it was" same_registry "$work/acceptance.reg"
   check "$name: leaves no file behind" same_files
+  has_no_path() { ! wine_run "$reg" query 'HKCU\Environment' /v PATH > /dev/null 2>&1; }
+  check "$name: leaves the PATH as it was" has_no_path
 
   # An Excel that gives a wrong answer, to the kit as to the library.
   QVA_BENCH_LIE=Range.Locked kit_run 1
