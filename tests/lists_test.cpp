@@ -5,10 +5,10 @@
 #include <set>
 #include <sstream>
 
-#include "server/PublicClasses.h"
 #include "platform/member_table.h"
 #include "platform/services.h"
 #include "platform/text.h"
+#include "server/PublicClasses.h"
 #include "tests/test_paths.h"
 #include "tools/guide/Guide.h"
 

@@ -17,7 +17,7 @@ constexpr CLSID ClassId(BYTE number) {
 /// Numbered by their places in the host's table, from 1.
 constexpr auto kClasses = [] {
   std::array<HostClass, std::size(host::kCreatableClasses)> classes{};
-  for (BYTE place = 0; place < classes.size(); ++place) {
+  for (std::size_t place = 0; place < classes.size(); ++place) {
     classes[place] = {host::kCreatableClasses[place], ClassId(static_cast<BYTE>(place + 1))};
   }
   return classes;
