@@ -269,7 +269,7 @@ class FormFactory {
  public:
   virtual ~FormFactory() = default;
   /// A form as described, hidden. The form is the caller's; the description may go. Raises 51 for a
-  /// description in which a name stands twice or a control before its parent, 7 when the platform has no
+  /// description that contradicts itself (platform/forms/form_description.h), 7 when the platform has no
   /// windows left to give; nothing is left behind then.
   virtual std::unique_ptr<Form> Create(const FormDescription& description) = 0;
 };

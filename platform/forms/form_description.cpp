@@ -1,17 +1,28 @@
 #include "platform/forms/form_description.h"
 
-#include <set>
+#include <map>
 
 namespace qva {
 
 void RequireConsistent(const ui::FormDescription& description) {
-  std::set<std::u16string_view> names;
+  const auto require = [](bool holds, const std::u16string& name) {
+    if (holds) return;
+    throw AutomationError(kInternalError, u"QVA_Varnholt",
+                          u"The form's description contradicts itself at " + name);
+  };
+  std::map<std::u16string_view, ui::ControlKind> before;
+  const auto is = [&](const std::u16string& name, ui::ControlKind kind) {
+    const auto found = before.find(name);
+    return found != before.end() && found->second == kind;
+  };
   for (const ui::ControlDescription& control : description.controls) {
-    const bool has_parent = control.parent.empty() || names.contains(control.parent);
-    if (!has_parent || !names.insert(control.name).second) {
-      throw AutomationError(kInternalError, u"QVA_Varnholt",
-                            u"The form's description contradicts itself at " + control.name);
-    }
+    const std::u16string& parent = control.parent;
+    require(parent.empty() || is(parent, ui::ControlKind::Frame) || is(parent, ui::ControlKind::TabControl),
+            control.name);
+    require(before.emplace(control.name, control.kind).second, control.name);
+  }
+  for (const std::u16string& button : {description.default_button, description.cancel_button}) {
+    require(button.empty() || is(button, ui::ControlKind::Button), button);
   }
 }
 

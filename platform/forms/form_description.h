@@ -5,7 +5,8 @@
 
 namespace qva {
 
-/// Raises 51 (Internal error) for a description in which a name stands twice or a control before its parent.
+/// Raises 51 (Internal error) when the description contradicts itself: a name twice, a parent that does not
+/// stand before or holds no controls, a default or cancel button that is none.
 void RequireConsistent(const ui::FormDescription& description);
 
 }  // namespace qva

@@ -103,12 +103,6 @@ TEST_F(FormWindowTest, RaisesWhatAHandlerRaisesWhenItIsGone) {
   Show({});  // nothing of it is left
 }
 
-TEST_F(FormWindowTest, IsNotMadeOfADescriptionThatContradictsItself) {
-  ui::FormDescription twice = form->description();
-  twice.controls.push_back(twice.controls.front());
-  EXPECT_THROW(FormWindow{twice}, AutomationError);
-}
-
 TEST_F(FormWindowTest, RaisesWhatAKeysHandlerRaises) {
   Get<ui::Button>(u"btOk").on_click = [] { throw AutomationError(kOverflow); };
   int number = 0;

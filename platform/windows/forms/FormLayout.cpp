@@ -2,35 +2,17 @@
 
 #include <algorithm>
 
+#include "platform/forms/form_description.h"
+
 namespace qva::windows {
-namespace {
-
-[[noreturn]] void Contradiction(std::u16string_view at) {
-  throw AutomationError(kInternalError, u"QVA_Varnholt",
-                        u"The form's description contradicts itself at " + std::u16string(at));
-}
-
-}  // namespace
 
 FormLayout::FormLayout(const ui::FormDescription& description) : description_(description) {
+  RequireConsistent(description);
   const auto& controls = description.controls;
-  const auto number = [&](std::u16string_view name) {
-    return static_cast<std::size_t>(std::ranges::find(controls, name, &ui::ControlDescription::name) -
-                                    controls.begin());
-  };
-  for (std::size_t i = 0; i < controls.size(); ++i) {
-    if (number(controls[i].name) != i) Contradiction(controls[i].name);
-    const std::size_t parent = controls[i].parent.empty() ? i : number(controls[i].parent);
-    if (parent > i || (parent < i && controls[parent].kind != ui::ControlKind::Frame &&
-                       controls[parent].kind != ui::ControlKind::TabControl)) {
-      Contradiction(controls[i].name);
-    }
-    parents_.push_back(parent);
-  }
-  for (const std::u16string& button : {description.default_button, description.cancel_button}) {
-    if (button.empty()) continue;
-    const std::size_t i = number(button);
-    if (i == controls.size() || controls[i].kind != ui::ControlKind::Button) Contradiction(button);
+  for (const ui::ControlDescription& control : controls) {
+    const std::u16string& holder = control.parent.empty() ? control.name : control.parent;
+    parents_.push_back(static_cast<std::size_t>(
+        std::ranges::find(controls, holder, &ui::ControlDescription::name) - controls.begin()));
   }
 }
 

@@ -15,8 +15,7 @@ class FormLayout {
  public:
   using Mode = std::optional<ui::ResizeMode>;
 
-  /// The description is borrowed. Raises 51 when it contradicts itself: a name twice, a parent that does not
-  /// stand before or holds no controls, a default or cancel button that is none.
+  /// The description is borrowed. Raises 51 when it contradicts itself.
   explicit FormLayout(const ui::FormDescription& description);
 
   /// As ui::Form::StartResizer.

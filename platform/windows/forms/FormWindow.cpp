@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "platform/forms/form_description.h"
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/VisualStyles.h"
@@ -38,7 +37,6 @@ FormWindow::OwnedWindow::~OwnedWindow() {
 }
 
 FormWindow::FormWindow(const ui::FormDescription& description) : description_(description) {
-  RequireConsistent(description_);
   const PerDisplayPixels pixels;
   const VisualStyles styles;
   HWND owner = OwnerWindow();

@@ -244,12 +244,21 @@ TEST_F(MemoryFormTest, IsHiddenByAHandlerThatFailsAndRaisesTheSame) {
 }
 
 TEST_F(MemoryFormTest, IsNotMadeOfADescriptionThatContradictsItself) {
-  ui::FormDescription twice = Sample();
-  twice.controls.push_back(twice.controls.front());
-  EXPECT_EQ(RaisedBy([&] { MemoryForm(twice, {}); }), kInternalError);
-  ui::FormDescription orphan = Sample();
-  orphan.controls.back().parent = u"nėra";
-  EXPECT_EQ(RaisedBy([&] { MemoryForm(orphan, {}); }), kInternalError);
+  const auto refusal = [](const std::function<void(ui::FormDescription&)>& spoil) {
+    ui::FormDescription form = Sample();
+    spoil(form);
+    return RaisedBy([&] { MemoryForm(form, {}); });
+  };
+  EXPECT_EQ(refusal([](ui::FormDescription&) {}), 0);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.push_back(form.controls.front()); }),
+            kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.back().parent = u"nėra"; }),
+            kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.back().parent = u"txt"; }), kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.front().parent = u"tab"; }),
+            kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.default_button = u"nėra"; }), kInternalError);
+  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.cancel_button = u"txt"; }), kInternalError);
 }
 
 TEST_F(MemoryFormTest, HasNoControlThatAProgramDoesNotKnow) {
