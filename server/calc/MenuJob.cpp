@@ -224,6 +224,8 @@ void MenuJob::trigger(const OUString& command) {
     failure = refusal.text();
   } catch (const MacroFailure& exception) {
     failure = TextOf(exception);
+  } catch (const std::runtime_error& exception) {
+    failure = FromUtf8(exception.what());
   } catch (...) {
     failure = TextOf(CaughtError());
   }

@@ -166,6 +166,12 @@ TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
   EXPECT_TRUE(fs::is_empty(Reports()));
 }
 
+TEST_F(CalcMenu, TellsThatTheTemplateIsNoWorkbook) {
+  std::ofstream(build / "samples/sablonas.fods") << "no workbook";
+  const RunResult run = Run("MakesTwoReports");  // which fails itself then: there is no report to close
+  EXPECT_THAT(run.messages, HasSubstr("the workbook cannot be opened"));
+}
+
 TEST_F(CalcMenu, TellsThatTheMacrosDoNotCompile) {
   for (const std::string& source : {"Dim n\nSub Main()\n" + Writing("runs") + "  x = = 1\nEnd Sub\n",
                                     "' pastaba\nDim = 1\nSub Main()\n" + Writing("runs") + "End Sub\n"}) {
