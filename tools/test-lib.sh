@@ -63,16 +63,18 @@ registry() {
     x86_64-w64-mingw32-gcc -Wall -Wextra -Werror -municode -o "$saver" tools/save-registry.c -ladvapi32 || return 1
   wine_run "$(windows_path "$saver")" "$(windows_path "$work/saved")" || return 1
   perl -ne '
-    BEGIN { %roots = (machine => "HKEY_LOCAL_MACHINE", user => "HKEY_CURRENT_USER") }
+    BEGIN { %roots = (machine => "HKEY_LOCAL_MACHINE\\Software", user => "HKEY_CURRENT_USER\\Software",
+                      environment => "HKEY_CURRENT_USER\\Environment") }
+    $kept = 0 if $. == 1;
     if (/^\[(.*)\] \d+$/) {
       $key = $1 =~ s/\\\\/\\/gr;
       $root = $roots{ $ARGV =~ s/.*\.//r };
       $kept = $key !~ /^Microsoft\\Windows( NT)?\\CurrentVersion\\Font(s|Substitutes)$/ &&
-        ($root ne "HKEY_CURRENT_USER" || $key !~ /^Wine(\\|$)/);
-      $_ = "[$root\\Software\\$key]\n";
+        ($root !~ /^HKEY_CURRENT_USER/ || $key !~ /^Wine(\\|$)/);
+      $_ = $key eq "" ? "[$root]\n" : "[$root\\$key]\n";
     }
     print if $kept && !/^#/;
-    $kept = 0 if eof' "$work/saved.machine" "$work/saved.user" > "$1"
+    close ARGV if eof' "$work"/saved.{machine,user,environment} > "$1"
 }
 same_registry() {
   registry "$work/now.reg" && diff -U4 "$1" "$work/now.reg" > "$work/difference"
