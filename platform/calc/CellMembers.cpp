@@ -15,7 +15,7 @@
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <vector>
 
-#include "platform/calc/ReportMembers.h"
+#include "platform/calc/CellErrors.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"

@@ -4,14 +4,16 @@
 #include <vector>
 
 #include "platform/ado.h"
+#include "platform/calc/CellErrors.h"
 #include "platform/calc/CellMembers.h"
 #include "platform/calc/FormattedArea.h"
 #include "platform/calc/Preview.h"
+#include "platform/calc/PrintMembers.h"
 #include "platform/calc/RangeAreas.h"
-#include "platform/calc/ReportMembers.h"
 #include "platform/calc/Screen.h"
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/SheetProtection.h"
+#include "platform/calc/StoreMembers.h"
 #include "platform/excel.h"
 #include "platform/text.h"
 
