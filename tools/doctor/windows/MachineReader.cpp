@@ -7,6 +7,7 @@
 #include "platform/settings.h"
 #include "platform/text.h"
 #include "platform/windows/AnsiRegistry.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsLocale.h"
@@ -48,11 +49,10 @@ bool IsElevated() {
   if (ReadNumber(Root::Machine, kPolicy, u"EnableLUA", View::x64).value_or(1) == 0) return false;
   HANDLE token = nullptr;
   if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) return false;
+  const windows::Handle owner(token);
   alignas(TOKEN_MANDATORY_LABEL) char buffer[sizeof(TOKEN_MANDATORY_LABEL) + SECURITY_MAX_SID_SIZE];
   DWORD size = 0;
-  const BOOL is_known = GetTokenInformation(token, TokenIntegrityLevel, buffer, sizeof buffer, &size);
-  CloseHandle(token);
-  if (!is_known) return false;
+  if (!GetTokenInformation(token, TokenIntegrityLevel, buffer, sizeof buffer, &size)) return false;
   const PSID level = reinterpret_cast<const TOKEN_MANDATORY_LABEL*>(buffer)->Label.Sid;
   const DWORD last = *GetSidSubAuthorityCount(level) - 1u;
   return *GetSidSubAuthority(level, last) > SECURITY_MANDATORY_MEDIUM_RID;

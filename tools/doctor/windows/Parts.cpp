@@ -16,16 +16,15 @@ using windows::WideText;
 constexpr DWORD kLimitMilliseconds = 60'000;
 
 std::string ReadWhole(const std::wstring& path) {
-  const HANDLE file =
-      CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return {};
+  const windows::Handle file = windows::OwnFileHandle(
+      CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+  if (!file) return {};
   std::string bytes;
   std::array<char, 4096> block;
   DWORD read = 0;
-  while (ReadFile(file, block.data(), static_cast<DWORD>(block.size()), &read, nullptr) && read != 0) {
+  while (ReadFile(file.get(), block.data(), static_cast<DWORD>(block.size()), &read, nullptr) && read != 0) {
     bytes.append(block.data(), read);
   }
-  CloseHandle(file);
   return bytes;
 }
 
@@ -60,35 +59,32 @@ Part::Part(Bitness bitness, std::initializer_list<std::u16string_view> command) 
     start_code_ = GetLastError();
     return;
   }
-  CloseHandle(process.hThread);
-  process_ = process.hProcess;
+  const windows::Handle thread(process.hThread);
+  process_.reset(process.hProcess);
 }
 
 Part::~Part() {
-  if (process_) CloseHandle(process_);
   if (!answer_file_.empty()) DeleteFileW(answer_file_.c_str());
 }
 
 PartResult Part::Wait() {
   PartResult result{.start_code = start_code_};
   if (!process_) return result;
-  if (WaitForSingleObject(process_, kLimitMilliseconds) != WAIT_OBJECT_0) {
-    TerminateProcess(process_, WAIT_TIMEOUT);
-    WaitForSingleObject(process_, kLimitMilliseconds);
+  if (WaitForSingleObject(process_.get(), kLimitMilliseconds) != WAIT_OBJECT_0) {
+    TerminateProcess(process_.get(), WAIT_TIMEOUT);
+    WaitForSingleObject(process_.get(), kLimitMilliseconds);
   }
   result.answer = ReadWhole(answer_file_);
   return result;
 }
 
 std::uint32_t WriteAnswer(const std::u16string& path, std::string_view bytes) {
-  const HANDLE file =
-      CreateFileW(WideText(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return GetLastError();
+  const windows::Handle file = windows::OwnFileHandle(CreateFileW(
+      WideText(path).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS, 0, nullptr));
+  if (!file) return GetLastError();
   DWORD written = 0;
-  const BOOL done = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
-  const DWORD code = done ? ERROR_SUCCESS : GetLastError();
-  CloseHandle(file);
-  return code;
+  const BOOL done = WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  return done ? ERROR_SUCCESS : GetLastError();
 }
 
 }  // namespace qva::doctor

@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "platform/windows/Handle.h"
 #include "tools/doctor/Facts.h"
 
 namespace qva::doctor {
@@ -29,7 +30,7 @@ class Part {
 
  private:
   std::wstring answer_file_;
-  void* process_ = nullptr;
+  windows::Handle process_;
   std::uint32_t start_code_ = 0;
 };
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/text.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
@@ -28,29 +29,30 @@ DWORD AttributesOf(const std::u16string& path) {
   return GetFileAttributesW(WideText(path).c_str());
 }
 
+/// Null, and the reason in GetLastError, when it cannot be.
+windows::Handle OpenToRead(const std::u16string& path) {
+  return windows::OwnFileHandle(CreateFileW(WideText(path).c_str(), GENERIC_READ,
+                                            FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, 0,
+                                            nullptr));
+}
+
 /// Windows' code for reading a file.
 DWORD ReadingCode(const std::u16string& path) {
-  const HANDLE file = CreateFileW(WideText(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
-                                  nullptr, OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return GetLastError();
-  CloseHandle(file);
-  return ERROR_SUCCESS;
+  return OpenToRead(path) ? ERROR_SUCCESS : GetLastError();
 }
 
 /// A part of a file; shorter, or empty, where the file ends.
 std::string BytesOf(const std::u16string& path, std::int64_t from, DWORD count) {
-  const HANDLE file = CreateFileW(WideText(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_DELETE,
-                                  nullptr, OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) return {};
+  const windows::Handle file = OpenToRead(path);
+  if (!file) return {};
   std::string bytes(count, '\0');
   DWORD read = 0;
   LARGE_INTEGER position;
   position.QuadPart = from;
-  if (!SetFilePointerEx(file, position, nullptr, FILE_BEGIN) ||
-      !ReadFile(file, bytes.data(), count, &read, nullptr)) {
+  if (!SetFilePointerEx(file.get(), position, nullptr, FILE_BEGIN) ||
+      !ReadFile(file.get(), bytes.data(), count, &read, nullptr)) {
     read = 0;
   }
-  CloseHandle(file);
   bytes.resize(read);
   return bytes;
 }
@@ -132,15 +134,15 @@ std::uint32_t TakeMark(const std::u16string& path) {
 std::uint32_t TakeMarks(const std::u16string& folder) {
   std::uint32_t code = ERROR_SUCCESS;
   WIN32_FIND_DATAW entry;
-  const HANDLE search = FindFirstFileW((WideText(folder) + L"\\*").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return GetLastError();
+  const auto search = windows::OwnFileHandle<windows::SearchHandle>(
+      FindFirstFileW((WideText(folder) + L"\\*").c_str(), &entry));
+  if (!search) return GetLastError();
   do {
     const std::u16string path = folder + u"\\" + TextOf(entry.cFileName);
     if (IsFile(entry.dwFileAttributes) && ZoneOf(path) != FileFacts::kNoZone) {
       if (const std::uint32_t here = TakeMark(path); code == ERROR_SUCCESS) code = here;
     }
-  } while (FindNextFileW(search, &entry));
-  FindClose(search);
+  } while (FindNextFileW(search.get(), &entry));
   return code;
 }
 
@@ -149,13 +151,10 @@ FolderFacts TryFolder(const std::u16string& folder) {
   facts.is_there = IsFolder(AttributesOf(folder));
   if (!facts.is_there) return facts;
   const std::wstring path = WideText(folder) + L"\\qva-doctor-" + std::to_wstring(GetCurrentProcessId());
-  const HANDLE made = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                  FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-  if (made == INVALID_HANDLE_VALUE) {
-    facts.write_code = GetLastError();
-  } else {
-    CloseHandle(made);
-  }
+  const windows::Handle made =
+      windows::OwnFileHandle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                         FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+  if (!made) facts.write_code = GetLastError();
   return facts;
 }
 

@@ -5,6 +5,7 @@
 
 #include "platform/error.h"
 #include "platform/text.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "tools/doctor/CommandLine.h"
@@ -23,9 +24,8 @@ namespace {
 std::vector<std::u16string> Arguments() {
   std::vector<std::u16string> arguments;
   int count = 0;
-  wchar_t** texts = CommandLineToArgvW(GetCommandLineW(), &count);
-  for (int i = 1; i < count; ++i) arguments.push_back(windows::TextOf(texts[i]));
-  LocalFree(texts);
+  const windows::LocalMemory<wchar_t*> texts(CommandLineToArgvW(GetCommandLineW(), &count));
+  for (int i = 1; texts && i < count; ++i) arguments.push_back(windows::TextOf(texts.get()[i]));
   return arguments;
 }
 
