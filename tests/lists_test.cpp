@@ -1,7 +1,6 @@
 // The lists that whoever adds a class, a member, a service or a page must add to, where neither the compiler
 // nor another test tells of one that was forgotten. CONTRIBUTING.md has all of them.
-#include <fstream>
-#include <regex>
+#include <filesystem>
 #include <set>
 #include <sstream>
 
@@ -9,7 +8,7 @@
 #include "platform/services.h"
 #include "platform/text.h"
 #include "server/PublicClasses.h"
-#include "tests/test_paths.h"
+#include "tests/source_text.h"
 #include "tools/guide/Guide.h"
 
 #include <gmock/gmock.h>
@@ -19,26 +18,6 @@ namespace qva {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Contents(const fs::path& file) {
-  std::ostringstream contents;
-  contents << std::ifstream(SourceFolder() / file).rdbuf();
-  return contents.str();
-}
-
-/// What the groups of a pattern match in a text, one by one; those of one match are joined by "_".
-std::vector<std::string> Matches(const std::string& text, const std::string& pattern) {
-  const std::regex regex(pattern);
-  std::vector<std::string> matches;
-  for (std::sregex_iterator it(text.begin(), text.end(), regex), end; it != end; ++it) {
-    matches.emplace_back();
-    for (std::size_t group = 1; group < it->size(); ++group) {
-      if (!matches.back().empty() && (*it)[group].length() > 0) matches.back() += "_";
-      matches.back() += (*it)[group].str();
-    }
-  }
-  return matches;
-}
 
 /// The part of a text from one mark up to another behind it; empty where the first is missing.
 std::string Between(const std::string& text, const std::string& begin, const std::string& end) {
@@ -66,7 +45,7 @@ std::vector<std::string> MembersOf(const ClassDescription& table) {
 }
 
 TEST(Lists, TheIdlHasEveryClassAndItsMembersInTheirOrder) {
-  const std::string idl = Contents("server/com/QVA_Varnholt.idl");
+  const std::string idl = SourceText("server/com/QVA_Varnholt.idl");
   EXPECT_EQ(Matches(idl, "coclass (\\w+) \\{"), Classes());
   for (const PublicClass& public_class : PublicClasses()) {
     const ClassDescription& table = public_class.description();
@@ -85,20 +64,20 @@ TEST(Lists, SiteAndHelpHaveEveryPageOfTheGuide) {
     english.push_back("guide/" + page.name);
     lithuanian.push_back("gidas/" + page.name);
   }
-  const std::string site = Contents("mkdocs.yml");
+  const std::string site = SourceText("mkdocs.yml");
   EXPECT_EQ(Matches(site, "- (guide/\\w+)\\.md"), english);
   EXPECT_EQ(Matches(site, "- (gidas/\\w+)\\.md"), lithuanian);
   std::vector<std::string> help =
-      Matches(Between(Contents("tools/help-pages.pl"), "@order = qw(", ")"), "([\\w-]+)");
+      Matches(Between(SourceText("tools/help-pages.pl"), "@order = qw(", ")"), "([\\w-]+)");
   pages.emplace_back("klaida-429");
   EXPECT_EQ(help, pages);
 }
 
 TEST(Lists, ScriptsMacrosAndExamplesHaveEveryClass) {
-  const std::string created = Contents("tests/corpus/macros/create_objects.macro");
+  const std::string created = SourceText("tests/corpus/macros/create_objects.macro");
   const std::vector<std::string> examples =
-      Matches(Between(Contents("tools/guide-examples.pl"), "%expected = (", "\n);"), "\n  (\\w+) =>");
-  const std::string manifest = Contents("tests/com/client/Registration_test.cpp");
+      Matches(Between(SourceText("tools/guide-examples.pl"), "%expected = (", "\n);"), "\n  (\\w+) =>");
+  const std::string manifest = SourceText("tests/com/client/Registration_test.cpp");
   EXPECT_EQ(examples, Classes());
   for (const std::string& name : Classes()) {
     EXPECT_TRUE(fs::exists(SourceFolder() / "tests/com/scripts" / (name + ".vbs"))) << name;
@@ -110,11 +89,11 @@ TEST(Lists, ScriptsMacrosAndExamplesHaveEveryClass) {
 }
 
 TEST(Lists, EveryServiceHasItsForwardingBase) {
-  const std::string forwarding = Contents("platform/forwarding.h");
+  const std::string forwarding = SourceText("platform/forwarding.h");
   const std::string tests =
-      Contents("tests/platform/forwarding_test.cpp") + Contents("platform/memory/FaultyRegistry.h");
+      SourceText("tests/platform/forwarding_test.cpp") + SourceText("platform/memory/FaultyRegistry.h");
   const std::vector<std::string> services =
-      Matches(Contents("platform/services.h"), "\n  (?:ui::)?(\\w+)\\* \\w+ = nullptr;");
+      Matches(SourceText("platform/services.h"), "\n  (?:ui::)?(\\w+)\\* \\w+ = nullptr;");
   EXPECT_EQ(services.size(), sizeof(Services) / sizeof(void*));
   for (const std::string& service : services) {
     EXPECT_NE(forwarding.find("class Forwarding" + service + " : public ForwardingTo<" + service + ">"),
@@ -129,7 +108,7 @@ std::set<std::string> Tests() {
   std::set<std::string> tests;
   for (const fs::directory_entry& entry : fs::recursive_directory_iterator(SourceFolder() / "tests")) {
     if (entry.path().extension() != ".cpp") continue;
-    const std::string source = Contents(entry.path());
+    const std::string source = SourceText(entry.path());
     for (std::size_t at = source.find("\nTEST"); at != source.npos; at = source.find("\nTEST", at + 1)) {
       std::istringstream names(Between(source.substr(at, 300), "(", ")"));
       std::string suite, test;
@@ -144,7 +123,7 @@ std::set<std::string> Tests() {
 TEST(Lists, PagesForDevelopersNameFilesAndTestsThatAreThere) {
   for (const char* page : {"CONTRIBUTING.md", "docs/extending.md", "docs/architecture.md"}) {
     for (const std::string& path :
-         Matches(Contents(page), "[`( ]([a-z]+/[A-Za-z0-9_./-]*[A-Za-z0-9_/])[`) ,.:;]")) {
+         Matches(SourceText(page), "[`( ]([a-z]+/[A-Za-z0-9_./-]*[A-Za-z0-9_/])[`) ,.:;]")) {
       if (path.starts_with("build/")) continue;
       // "period/HostForm" is a header and what belongs to it.
       EXPECT_TRUE(fs::exists(SourceFolder() / path) || fs::exists(SourceFolder() / (path + ".h")))
@@ -153,7 +132,7 @@ TEST(Lists, PagesForDevelopersNameFilesAndTestsThatAreThere) {
   }
   const std::set<std::string> tests = Tests();
   for (const char* page : {"CONTRIBUTING.md", "docs/extending.md"}) {
-    for (const std::string& name : Matches(Contents(page), "`([A-Z]\\w+\\.(?:[A-Z]\\w+|\\*))`")) {
+    for (const std::string& name : Matches(SourceText(page), "`([A-Z]\\w+\\.(?:[A-Z]\\w+|\\*))`")) {
       EXPECT_TRUE(tests.contains(name)) << page << ": " << name;
     }
   }

@@ -1,8 +1,6 @@
 // docs/host-interface.md and platform/host.h, which say what the library expects of a host, and every host in
 // the tree: whoever adds a class or a member to one must add it to the others.
-#include <fstream>
 #include <map>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -10,6 +8,7 @@
 #include "platform/memory/MemoryHost.h"
 #include "tests/extending/HttpHost.h"
 #include "tests/host/host_test.h"
+#include "tests/source_text.h"
 
 namespace qva {
 namespace {
@@ -21,12 +20,6 @@ using testing::IsSupersetOf;
 /// "Class.Member get", "… put", "… set" and "… method".
 using Members = std::set<std::string>;
 
-std::string Contents(const std::filesystem::path& file) {
-  std::ostringstream contents;
-  contents << std::ifstream(file).rdbuf();
-  return contents.str();
-}
-
 /// The page's table of members.
 struct Page {
   std::set<std::string> identifiers;
@@ -34,7 +27,7 @@ struct Page {
   Members embedded;  ///< of the embedded host alone
 
   Page() {
-    const std::string page = Contents(SourceFolder() / "docs/host-interface.md");
+    const std::string page = SourceText("docs/host-interface.md");
     std::istringstream lines(page.substr(page.find("| Class | Identifier |")));
     std::string line;
     std::string class_name;
@@ -56,14 +49,6 @@ struct Page {
           embedded.insert(class_name + "." + member + " " + kind);
       }
     }
-  }
-
-  static std::vector<std::string> Matches(const std::string& text, const std::string& pattern) {
-    const std::regex regex(pattern);
-    std::vector<std::string> matches;
-    for (std::sregex_iterator it(text.begin(), text.end(), regex), end; it != end; ++it)
-      matches.push_back((*it)[1]);
-    return matches;
   }
 };
 
@@ -118,8 +103,7 @@ TEST_F(HostInterface, TheTableKeepsItsOrder) {
 
 TEST_F(HostInterface, EveryIdentifierOfTheHeaderIsInItsTable) {
   std::set<std::string> identifiers;
-  for (const std::string& identifier :
-       Page::Matches(Contents(SourceFolder() / "platform/host.h"), "u\"(\\w+\\.\\w+)\""))
+  for (const std::string& identifier : Matches(SourceText("platform/host.h"), "u\"(\\w+\\.\\w+)\""))
     identifiers.insert(identifier);
   EXPECT_EQ(identifiers, CreatableClasses());
 }
@@ -133,9 +117,9 @@ TEST_F(HostInterface, ThePageNamesEveryMemberThatTheFacadesCall) {
     }
   }
   int calls = 0;
-  for (const std::string& called : Page::Matches(Contents(SourceFolder() / "platform/host.h"),
-                                                 "(?:Call|Get|GetObject|Put|PutRef)\\((?:\\w+\\([^()]*"
-                                                 "(?:\\([^()]*\\))?[^()]*\\), )?u\"(\\w+)\"")) {
+  for (const std::string& called : Matches(SourceText("platform/host.h"),
+                                           "(?:Call|Get|GetObject|Put|PutRef)\\((?:\\w+\\([^()]*"
+                                           "(?:\\([^()]*\\))?[^()]*\\), )?u\"(\\w+)\"")) {
     EXPECT_TRUE(names.contains(called)) << called;
     ++calls;
   }
