@@ -23,10 +23,8 @@ class Service {
 ///   /books/CODE                    the book's name
 ///   /books/CODE/company            table of one record: Code, VATCode, Name, Address, TEL, FA, DIR, FDIR
 ///   /books/CODE/tables/NAME        table, its key first
-///   /books/CODE/documents?…        table: IDC, Code, Date, Name; of a type, from day to day, where a
-///   condition
-///                                  is met
-///   /books/CODE/folders/KEY        a path key's folder
+///   /books/CODE/documents?…        table: IDC, Code, Date, Name; type, days and condition as asked
+///   /books/CODE/folders/KEY        a path key's folder; /folders/KEY where no book is meant
 /// A table has a line for each record below one of the fields' names and types ("Debit:money"), parted by
 /// tabs. What needs no data comes from the embedded host.
 class HttpHost : public ObjectFactory {

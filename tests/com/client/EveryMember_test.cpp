@@ -71,7 +71,7 @@ IDispatch* NewPublic(std::u16string_view class_name) {
   return object;
 }
 
-/// One argument of a call: a value that no other argument of the call has.
+/// One argument of a call: a value that no other argument of its type has, but that there are two Booleans.
 class TestArgument {
  public:
   TestArgument(const Parameter& parameter, std::size_t place) : parameter_(&parameter) {
@@ -140,6 +140,7 @@ class TestArgument {
     object->AddRef();
     return object;
   }
+
   const Parameter* parameter_;
   Variant value_;
   VARIANT passed_ = {};

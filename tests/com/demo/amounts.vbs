@@ -29,8 +29,9 @@ Check "a posting", table.Seek("105/99"), True
 Check "the type of its amount", TypeName(table.Field("Amount")), "Currency"
 Check "its amount in cents", CDbl(table.Field("Amount")), CDbl("-3000000000")
 For Each name In Array("GLDocumentPosting", "GLAccountMonth", "THDocument")
+  Set table = Nothing
   Set table = common.CreateBook("BALTIJA").Table(name)
-  Check "the table " & name, TypeName(table), TypeName(table)
+  Check "the table " & name, table Is Nothing, False
   rows = table.Rows(Array("Code"))
   i = Err.Number
   Err.Clear
