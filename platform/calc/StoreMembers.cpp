@@ -6,11 +6,10 @@
 #include <com/sun/star/script/vba/XVBACompatibility.hpp>
 
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/SystemPaths.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 #include "platform/member_table.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/services.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -46,16 +45,15 @@ std::u16string PathOf(const ObjectPtr& workbook) {
 
 /// The arguments with the first one, a path of Windows' kind, as the system has it. Others LibreOffice knows.
 Arguments WithSystemPath(Arguments arguments) {
-  const auto* files = dynamic_cast<const PosixFiles*>(GetServices().files);
   Value* path = nullptr;
   if (!arguments.positional.empty()) path = &arguments.positional[0];
   for (NamedArgument& argument : arguments.named) {
     if (EqualIgnoringCase(argument.name, u"Filename")) path = &argument.value;
   }
-  if (!files || !path || !path->Is(Value::Type::Text)) return arguments;
+  if (!path || !path->Is(Value::Type::Text)) return arguments;
   const std::u16string text = path->As<std::u16string>();
   const bool is_windows = text.find(u'\\') != text.npos || text.find(u':') == 1;
-  if (is_windows) *path = FromUtf8(files->SystemPath(text).string());
+  if (is_windows) *path = FromUtf8(SystemPath(text).string());
   return arguments;
 }
 
@@ -64,8 +62,7 @@ Arguments WithSystemPath(Arguments arguments) {
 Value WithFolder(const ObjectPtr& workbook, Value name) {
   const std::u16string path = PathOf(workbook);
   if (path.empty()) return name;
-  const auto* files = dynamic_cast<const PosixFiles*>(GetServices().files);
-  return files ? files->DrivePath(ToUtf8(path)) : path;
+  return DrivePath(ToUtf8(path));
 }
 
 Value VBProject(const ObjectPtr& workbook, const Arguments&) {

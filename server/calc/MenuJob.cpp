@@ -11,11 +11,11 @@
 #include <system_error>
 
 #include "period/CodesAndNames.h"
+#include "platform/calc/SystemPaths.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/host.h"
-#include "platform/posix/PosixFiles.h"
 #include "platform/services.h"
 #include "platform/settings.h"
 #include "platform/text.h"
@@ -101,6 +101,13 @@ void MakeArchive(const Services& services) {
   for (const std::u16string_view folder : kArchiveFolders) MakeFolder(*services.files, folder);
 }
 
+/// What the sample company's reports need.
+void PrepareSamples(const Services& services) {
+  MakeFolder(*services.files, kReportsFolder);
+  MakeArchive(services);
+  ChooseSampleBook(services);
+}
+
 void ChooseBook() {
   const Services& services = GetServices();
   ChoiceList list{u"Apskaitos knygos", {u"Kodas", u"Pavadinimas"}, {}};
@@ -115,10 +122,6 @@ void ChooseBook() {
 
 fs::path InExtension(std::u16string_view sample) {
   return ComponentFolder() / "samples" / ToUtf8(sample);
-}
-
-fs::path SystemPath(std::u16string_view path) {
-  return PosixFiles(UserDrivesPath(), *GetServices().locale).SystemPath(path);
 }
 
 /// A copy of the template under a name that nothing else has.
@@ -177,10 +180,7 @@ void MenuJob::RunActiveWorkbook() const {
 }
 
 void MenuJob::MakeReport() const {
-  const Services& services = GetServices();
-  MakeFolder(*services.files, kReportsFolder);
-  MakeArchive(services);
-  ChooseSampleBook(services);
+  PrepareSamples(GetServices());
   OpenWorkbook(context_, CopyTemplate().string()).Keep();
 }
 
@@ -195,9 +195,7 @@ void MenuJob::ShowGuide() const {
 
 void MenuJob::RunSample(std::u16string_view name) const {
   const Services& services = GetServices();
-  MakeFolder(*services.files, kReportsFolder);
-  MakeArchive(services);
-  ChooseSampleBook(services);
+  PrepareSamples(services);
   const std::u16string file = std::u16string(name) + u".fods";
   const std::u16string copy = std::u16string(kReportsFolder) + u"\\" + file;
   services.files->Copy(FromUtf8(InExtension(file).string()), copy);

@@ -82,6 +82,14 @@ fs::path CalcTest::WriteWorkbook(const std::string& macro, const std::string& pr
   return workbook;
 }
 
+fs::path CalcTest::BuildFolderWith(const fs::path& host_module) const {
+  const fs::path build = folder / "build";
+  fs::create_directory(build);
+  fs::create_symlink(CalcComponentFile(), build / CalcComponentFile().filename());
+  fs::create_symlink(host_module, build / fs::path(HostModuleFile()).filename());
+  return build;
+}
+
 std::string CalcTest::PdfText(const fs::path& pdf) const {
   Process process({"pdftotext", "-layout", pdf.string(), (folder / "pdf-text.txt").string()}, {},
                   folder / "pdftotext.txt");

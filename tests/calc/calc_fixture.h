@@ -57,6 +57,9 @@ class CalcTest : public testing::Test {
   /// A copy of the host's resources with more SQL at the end of the sample: the value of --host-resources.
   std::string ResourcesWith(const std::string& sql) const;
 
+  /// A build folder for the runner, with this module in the host's place.
+  std::filesystem::path BuildFolderWith(const std::filesystem::path& host_module) const;
+
   /// The text of a PDF file, its pages ended by form feeds.
   std::string PdfText(const std::filesystem::path& pdf) const;
   /// Everything in the file, empty when there is none.

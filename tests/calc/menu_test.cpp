@@ -25,10 +25,8 @@ class CalcMenu : public CalcTest {
  protected:
   CalcMenu() {
     // The component's folder as the extension has it, with a template that may be missing.
-    build = folder / "build";
-    fs::create_directories(build / "samples");
-    fs::create_symlink(CalcComponentFile(), build / "libqva_calc.so");
-    fs::create_symlink(HostModuleFile(), build / "libqva_host.so");
+    build = BuildFolderWith(HostModuleFile());
+    fs::create_directory(build / "samples");
   }
 
   RunResult Run(const std::string& macro, std::vector<std::string> options = {},

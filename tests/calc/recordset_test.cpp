@@ -7,22 +7,10 @@ namespace {
 
 using testing::ElementsAre;
 
-namespace fs = std::filesystem;
-
-class CalcRecordset : public CalcTest {
- protected:
-  /// A build folder with the test's module in the host's place.
-  fs::path FolderWithModule() const {
-    const fs::path build = folder / "build";
-    fs::create_directory(build);
-    fs::create_symlink(CalcComponentFile(), build / "libqva_calc.so");
-    fs::create_symlink(ExcelCallsModuleFile(), build / "libqva_host.so");
-    return build;
-  }
-};
+class CalcRecordset : public CalcTest {};
 
 TEST_F(CalcRecordset, IsWrittenIntoCellsFromItsCurrentRecordOn) {
-  const RunResult run = RunMacro("recordset", {"--build-folder", FolderWithModule().string()});
+  const RunResult run = RunMacro("recordset", {"--build-folder", BuildFolderWith(ExcelCallsModuleFile())});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(
       run.lines,

@@ -52,7 +52,10 @@ class ReportRunner : public CalcTest {
     std::filesystem::permissions(folder / "soffice", std::filesystem::perms::all);
     // Copies and stand-ins, for a user who may not look into the project's folder.
     std::filesystem::create_directory(folder / "build");
-    for (const char* module : {"libqva_calc.so", "libqva_host.so"}) std::ofstream(folder / "build" / module);
+    for (const std::filesystem::path& module :
+         {CalcComponentFile(), std::filesystem::path(HostModuleFile())}) {
+      std::ofstream(folder / "build" / module.filename());
+    }
     const std::filesystem::path runner_copy = folder / "report-runner", workbook = folder / "balance.fods";
     const auto anew = std::filesystem::copy_options::overwrite_existing;
     std::filesystem::copy_file(ReportRunnerFile(), runner_copy, anew);

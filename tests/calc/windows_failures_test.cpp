@@ -9,7 +9,7 @@ using testing::ElementsAre;
 class CalcWindowFailures : public CalcWindows {};
 
 TEST_F(CalcWindowFailures, EndTheFormAndComeOutOfIt) {
-  StartMacro("shown_failures", {"--show", "--build-folder", BuildFolderWithTestModule()},
+  StartMacro("shown_failures", {"--show", "--build-folder", BuildFolderWith(ExcelCallsModuleFile())},
              desktop.environment());
   for (const char* failure : {"memory", "range", "error", "none"}) {
     const Desktop::Window form = desktop.WaitForWindow(std::string("Klaida: ") + failure);

@@ -35,15 +35,6 @@ class CalcWindows : public CalcTest {
                     [&] { return Lines().size() >= count; });
   }
 
-  /// A build folder for the runner, in which the test's module stands in the host's place.
-  std::string BuildFolderWithTestModule() {
-    const std::filesystem::path build = folder / "build";
-    std::filesystem::create_directory(build);
-    std::filesystem::create_symlink(CalcComponentFile(), build / "libqva_calc.so");
-    std::filesystem::create_symlink(ExcelCallsModuleFile(), build / "libqva_host.so");
-    return build.string();
-  }
-
   Desktop desktop{folder / "desktop"};
 };
 

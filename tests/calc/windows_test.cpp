@@ -168,9 +168,9 @@ TEST_F(CalcWindows, RefuseAnEditWithinAnEdit) {
 }
 
 TEST_F(CalcWindows, LeaveNothingBehindHoweverOftenTheyAreShown) {
-  const std::string build = BuildFolderWithTestModule();
+  const std::string build = BuildFolderWith(ExcelCallsModuleFile());
   std::map<std::string, std::string> environment = desktop.environment();
-  environment["QVA_TEST_HOST"] = CalcComponentFile().replace_filename("libqva_host.so");
+  environment["QVA_TEST_HOST"] = HostModuleFile();
   StartMacro("shown_often", {"--show", "--timeout", "400", "--build-folder", build}, environment);
   const auto close_until_pause = [&] {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(5);

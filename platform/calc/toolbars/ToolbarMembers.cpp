@@ -9,6 +9,7 @@
 
 #include "platform/calc/Preview.h"
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/SystemPaths.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
@@ -16,8 +17,6 @@
 #include "platform/calc/toolbars/DocumentBars.h"
 #include "platform/commandbars/CommandBars.h"
 #include "platform/excel.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/services.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -103,8 +102,7 @@ Value SetFreezePanes(const ObjectPtr& window, const Arguments& arguments) {
 Value Help(const ObjectPtr&, const Arguments& arguments) {
   const Value file = Argument(arguments, 0, u"HelpFile");
   const std::u16string name = file.Is(Value::Type::Missing) ? std::u16string() : file.ToText();
-  const auto* files = dynamic_cast<const PosixFiles*>(GetServices().files);
-  const std::filesystem::path path = files ? files->SystemPath(name) : std::filesystem::path(ToUtf8(name));
+  const std::filesystem::path path = SystemPath(name);
   // Few desktops here can show a Windows help file, and each can show pages.
   const std::filesystem::path pages = std::filesystem::path(path).replace_extension() / "index.html";
   const bool has_pages = std::filesystem::exists(pages);
