@@ -10,7 +10,7 @@ namespace {
 class Counter : public Described<Counter> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Counter", "").Method<&Counter::Add>(u"Add", {{u"Amount"}});
     return description;
   }

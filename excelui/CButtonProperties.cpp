@@ -5,7 +5,7 @@
 namespace qva {
 
 const ClassDescription& CButtonProperties::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CButtonProperties", "The buttons of a report toolbar")
           .Get<&CButtonProperties::TotalButtons>(u"TotalButtons", {}, "Number of buttons")
           .Method<&CButtonProperties::Add>(u"Add", {{u"i"}}, "Adds buttons")

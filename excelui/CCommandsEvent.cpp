@@ -14,7 +14,7 @@ bool IsPressed(std::int32_t state) {
 }  // namespace
 
 const ClassDescription& CCommandsEvent::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CCommandsEvent", "Carries out the commands of the default buttons")
           .Method<&CCommandsEvent::cmdHelp>(u"cmdHelp", {Optional(u"sHelpFile"), Optional(u"iHelpContextID")},
                                             "Shows a help file")

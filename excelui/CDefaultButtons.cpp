@@ -38,7 +38,7 @@ std::u16string MacroOf(std::u16string workbook_name, std::u16string_view macro) 
 }  // namespace
 
 const ClassDescription& CDefaultButtons::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CDefaultButtons", "The default buttons of a report toolbar")
           .Method<&CDefaultButtons::AddButtons>(u"AddButtons", {}, "Adds the default buttons")
           .Get<&CDefaultButtons::cmdIndexComment>(u"cmdIndexComment", {}, "Position of the button: comments")

@@ -17,7 +17,7 @@ struct FixedSetting {
 const std::vector<FixedSetting>& FixedSettings() {
   using enum SettingOwner;
   const Value left_alone = Missing{};
-  static const std::vector<FixedSetting> settings = {
+  static const auto& settings = *new std::vector<FixedSetting>{
       {Application, u"DisplayAlerts", true, true},
       {Application, u"CellDragAndDrop", false, true},
       {Application, u"EditDirectlyInCell", true, true},
@@ -104,7 +104,7 @@ void SetNamesVisible(const excel::Application& application, bool visible) {
 }  // namespace
 
 const ClassDescription& CEnvironment::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CEnvironment", "Puts Excel into the report state or the ordinary state")
           .Method<&CEnvironment::SetDefaultAppState>(
               u"SetDefaultAppState", {Optional(u"bDisplayHorizontalScrollBar")}, "Sets the report state")

@@ -20,7 +20,7 @@ bool IsSaveKey(std::u16string_view key) {
 }  // namespace
 
 const ClassDescription& CToolbar::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CToolbar", "A report toolbar")
           .Get<&CToolbar::CmdEvent>(u"CmdEvent", {}, "Carries out the commands of the default buttons")
           .PutRef<&CToolbar::SetCmdEvent>(u"CmdEvent", {}, "Carries out the commands of the default buttons")

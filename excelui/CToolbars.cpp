@@ -50,7 +50,7 @@ struct GoToApp {
 }  // namespace
 
 const ClassDescription& CToolbars::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CToolbars", "The report toolbars")
           .Method<&CToolbars::CreateToolbar>(u"CreateToolbar", {{u"oSheet"}},
                                              "Creates a toolbar from a settings sheet")

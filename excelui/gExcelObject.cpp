@@ -46,7 +46,7 @@ AutomationError ConnectionError(std::u16string_view no_book,
 }  // namespace
 
 const ClassDescription& gExcelObject::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"gExcelObject", "Connects a report workbook to Excel and to the host's book")
           .Method<&gExcelObject::InitConnectEX>(
               u"InitConnectEX", {{u"App"}, {u"objWB"}, Optional(u"oAppBook")},

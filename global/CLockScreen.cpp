@@ -6,7 +6,7 @@
 namespace qva {
 
 const ClassDescription& CLockScreen::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CLockScreen", "Freezes the screen for as long as it lives");
   return description;
 }

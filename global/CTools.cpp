@@ -53,7 +53,7 @@ bool HasFile(const std::u16string& folder, const std::u16string& name) {
 }  // namespace
 
 const ClassDescription& CTools::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CTools", "Small operations on workbooks, sheets and file names")
           .Method<&CTools::Init>(u"Init", {{u"p_objExcelApp"}}, "Takes the Excel application to work on")
           .Method<&CTools::BookIsOpen>(u"BookIsOpen", {{u"sFile"}}, "Whether a workbook is open")

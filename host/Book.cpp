@@ -6,7 +6,7 @@
 namespace qva::embedded {
 
 const ClassDescription& Book::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Book", "One company's books")
           .Get<&Book::BookCode>(u"BookCode", {}, "The code that names the book")
           .Get<&Book::Name>(u"Name", {}, "The book's name")

@@ -6,7 +6,7 @@
 namespace qva::embedded {
 
 const ClassDescription& CommonObjects::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CommonObjects", "The host's common object")
           .Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}}, "Opens a book")
           .Get<&CommonObjects::Books>(u"Books", {}, "The table of all books");

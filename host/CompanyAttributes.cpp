@@ -16,7 +16,7 @@ std::u16string Joined(const std::u16string& first, std::u16string_view separator
 }  // namespace
 
 const ClassDescription& Address::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Address", "An address of a company")
           .Get<&Address::FullText>(u"FullText", {}, "Street, postcode and town in one line")
           .Get<&Address::Contact>(u"Contact", {{u"Kind"}}, "The contact of a kind");
@@ -32,7 +32,7 @@ std::u16string Address::Contact(std::u16string kind) const {
 }
 
 const ClassDescription& CompanyAttributes::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CompanyAttributes", "The attributes of a company")
           .Method<&CompanyAttributes::Init>(u"Init", {{u"Book"}}, "Reads the company of a book")
           .Get<&CompanyAttributes::Code>(u"Code", {}, "Registration code")

@@ -6,7 +6,7 @@
 namespace qva::embedded {
 
 const ClassDescription& ConditionBuilder::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"ConditionBuilder", "Makes the text of conditions")
           .Method<&ConditionBuilder::Equal>(u"Equal", {{u"Field"}, {u"Value"}}, "A field equals a value")
           .Method<&ConditionBuilder::And>(u"And", {{u"First"}, {u"Second"}}, "Both conditions are met")

@@ -7,7 +7,7 @@
 namespace qva::embedded {
 
 const ClassDescription& PathKeyLookup::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Lookup", "A lookup of the host's data")
           .Method<&PathKeyLookup::Run>(u"Run", {{u"Parameters"}}, "Looks a list of parameters up")
           .Get<&PathKeyLookup::Folder>(u"Value", {}, "What the last Run found");
@@ -35,7 +35,7 @@ std::u16string PathKeyLookup::Folder() const {
 }
 
 const ClassDescription& DataAccess::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"DataAccess", "The host's data access")
           .Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")}, "The lookup of a name");
   return description;

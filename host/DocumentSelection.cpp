@@ -31,7 +31,7 @@ ChoiceList ListOf(const std::vector<Record>& documents, const TableReader& table
 }  // namespace
 
 const ClassDescription& DocumentSelection::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"DocumentSelection", "Lets the user select a document")
           .Method<&DocumentSelection::Init>(u"Init", {{u"Book"}}, "Gives the selection its book")
           .Method<&DocumentSelection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}},

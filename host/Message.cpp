@@ -5,7 +5,7 @@
 namespace qva::embedded {
 
 const ClassDescription& Message::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Message", "Messages to the user")
           .Method<&Message::Show>(u"Show", {{u"Text"}, {u"Title"}, {u"Captions"}},
                                   "Shows a text with one button for each caption");

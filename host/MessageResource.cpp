@@ -19,7 +19,7 @@ bool IsLibraryName(std::u16string_view name) {
 }  // namespace
 
 const ClassDescription& MessageResource::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"MessageResource", "The host's texts by number")
           .Method<&MessageResource::Init>(u"Init", {{u"Library"}}, "Takes the texts from a resource library")
           .Get<&MessageResource::Text>(u"Text", {{u"Number"}}, "The text of a number");

@@ -7,7 +7,7 @@
 namespace qva::embedded {
 
 const ClassDescription& Query::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Query", "A query on a book's tables and views")
           .Method<&Query::Init>(u"Init", {{u"Book"}}, "Gives the query its book")
           .Method<&Query::From>(u"From", {{u"Table"}, {u"Alias"}}, "The table that the query reads")

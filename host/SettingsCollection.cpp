@@ -14,7 +14,7 @@ constexpr std::int32_t kKeyIsTaken = 457;
 }  // namespace
 
 const ClassDescription& SettingsItem::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"SettingsItem", "One named setting")
           .Get<&SettingsItem::Name>(u"Name", {}, "The name it was added under")
           .Get<&SettingsItem::Type>(u"Type", {}, "The host's own type code")
@@ -30,7 +30,7 @@ void SettingsItem::SetValue(qva::Value value) {
 }
 
 const ClassDescription& SettingsCollection::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"SettingsCollection", "Named settings")
           .Method<&SettingsCollection::Add>(u"Add", {{u"Name"}, {u"Type"}, Optional(u"Value")},
                                             "Adds a setting")

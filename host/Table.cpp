@@ -5,7 +5,7 @@
 namespace qva::embedded {
 
 const ClassDescription& Table::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Table", "One of a book's tables")
           .Method<&Table::Seek>(u"Seek", {{u"Key"}}, "Makes the record of a primary key the current one")
           .Get<&Table::Field>(u"Field", {{u"Name"}}, "A field of the current record")

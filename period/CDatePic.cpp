@@ -14,7 +14,7 @@ constexpr int kEscape = 27;
 }  // namespace
 
 const ClassDescription& CDatePic::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CDatePic", "Lets the user pick a date")
           .Method<&CDatePic::Show>(u"Show", {{u"Selectdate"}}, "Shows the calendar; true when confirmed");
   return description;

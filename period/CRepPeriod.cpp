@@ -127,7 +127,7 @@ const std::array<CRepPeriod::NamedCell, CRepPeriod::kCellCount> CRepPeriod::kNam
      {u"BookCode", u""}}};
 
 const ClassDescription& CRepPeriod::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CRepPeriod", "The report period that a workbook keeps in its named cells")
           .Method<&CRepPeriod::Init>(u"Init", {{u"pWorkSheet"}}, "Binds the named cells of the period")
           .Method<&CRepPeriod::Edit>(u"Edit", {}, "Lets the user choose the period; true when confirmed");

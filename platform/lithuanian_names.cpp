@@ -1,11 +1,11 @@
 #include "platform/lithuanian_names.h"
 
-#include <vector>
+#include <array>
 
 namespace qva {
 
 std::u16string LithuanianName(DateName name, int number) {
-  static const std::vector<const char16_t*> kNames[] = {
+  static constexpr std::array<std::u16string_view, 12> kNames[] = {
       {u"sausis", u"vasaris", u"kovas", u"balandis", u"gegužė", u"birželis", u"liepa", u"rugpjūtis",
        u"rugsėjis", u"spalis", u"lapkritis", u"gruodis"},
       {u"sausio", u"vasario", u"kovo", u"balandžio", u"gegužės", u"birželio", u"liepos", u"rugpjūčio",
@@ -16,7 +16,7 @@ std::u16string LithuanianName(DateName name, int number) {
        u"sekmadienis"},
       {u"pr", u"an", u"tr", u"kt", u"pn", u"št", u"sk"},
       {u"priešpiet", u"popiet"}};
-  return kNames[static_cast<std::size_t>(name)].at(static_cast<std::size_t>(number));
+  return std::u16string(kNames[static_cast<std::size_t>(name)].at(static_cast<std::size_t>(number)));
 }
 
 }  // namespace qva

@@ -350,7 +350,7 @@ inline constexpr MemberCode kCodeOf = {.parameters = {Thunk<F>::kParameters, Thu
 }  // namespace member_table_detail
 
 /// Builds a member table:
-///   static const ClassDescription description =
+///   static const ClassDescription& description =
 ///       ClassBuilder(u"CSetPath", "The user's search path").Method<&CSetPath::RegPath>(u"RegPath",
 ///       {{u"PathKey"}}, "…");
 /// Raises 51 (Internal error) for a member whose table and signature differ in the number of parameters.
@@ -390,7 +390,9 @@ class ClassBuilder {
     return std::move(*this);
   }
 
-  operator ClassDescription() && { return std::move(description_); }
+  /// The table, which is never destroyed: at the end of a process objects may outlive everything that could
+  /// do it.
+  operator const ClassDescription&() && { return *new ClassDescription(std::move(description_)); }
 
  private:
   using Invoke = Value (*)(Object& self, std::span<Value> arguments);

@@ -13,7 +13,7 @@ constexpr std::u16string_view kOk = u"Gerai";
 }  // namespace
 
 const ClassDescription& CReports::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CReports", "Prepares, fills and finishes a report workbook")
           .Method<&CReports::Init>(u"Init", {{u"WCaption"}},
                                    "Takes over the active workbook and sets the caption")

@@ -18,7 +18,7 @@ constexpr std::u16string_view kSearching = u"Ieškoma formulių";
 constexpr std::u16string_view kReplacing = u"Formulės keičiamos reikšmėmis";
 
 /// The format of cells that take whatever is entered as text.
-const Value kTextFormat = u"@";
+constexpr std::u16string_view kTextFormat = u"@";
 
 /// Where a rectangle of cells lies on its sheet.
 struct Place {
@@ -114,10 +114,11 @@ class Entry {
     const bool is_text = value.Is(Value::Type::Text);
     if (is_text && value.As<std::u16string>().empty()) return;
     const Value format = common_format.Is(Value::Type::Null) ? cell_.NumberFormat() : common_format;
-    const bool is_kept = format == kTextFormat && is_text && !value.As<std::u16string>().starts_with(u'\'');
+    const bool is_text_cell = format.Is(Value::Type::Text) && format.As<std::u16string>() == kTextFormat;
+    const bool is_kept = is_text_cell && is_text && !value.As<std::u16string>().starts_with(u'\'');
     if (is_kept) return;
     if (is_text) entry_ = u"'" + value.As<std::u16string>();
-    takes_texts_ = format == kTextFormat;
+    takes_texts_ = is_text_cell;
   }
 
   /// To be called before anything is lost: a protected sheet lets a cell's contents be changed, but no

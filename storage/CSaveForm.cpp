@@ -39,7 +39,7 @@ std::u16string ReportFileName(const std::u16string& name, std::int16_t year, std
 }  // namespace
 
 const ClassDescription& CSaveForm::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CSaveForm", "Stores a finished report in the reports archive")
           .Method<&CSaveForm::Init>(u"Init", {}, "Finds the archive")
           .Method<&CSaveForm::Save>(u"Save",

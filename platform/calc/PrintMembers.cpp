@@ -15,9 +15,9 @@ constexpr std::u16string_view kPrintArea = u"Print_Area";
 class PrintAreaName : public Described<PrintAreaName> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Name", "The name of a sheet's print area")
-                                                    .Get<&PrintAreaName::Name>(u"Name")
-                                                    .Property<&PrintAreaName::visible_>(u"Visible");
+    static const ClassDescription& description = ClassBuilder(u"Name", "The name of a sheet's print area")
+                                                     .Get<&PrintAreaName::Name>(u"Name")
+                                                     .Property<&PrintAreaName::visible_>(u"Visible");
     return description;
   }
   explicit PrintAreaName(excel::Worksheet sheet) : sheet_(std::move(sheet)) {}
@@ -32,9 +32,9 @@ class PrintAreaName : public Described<PrintAreaName> {
 class SheetNames : public Described<SheetNames> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Names", "A sheet's own names")
-                                                    .Get<&SheetNames::Item>(u"Item", {{u"Index"}})
-                                                    .Default(u"Item");
+    static const ClassDescription& description = ClassBuilder(u"Names", "A sheet's own names")
+                                                     .Get<&SheetNames::Item>(u"Item", {{u"Index"}})
+                                                     .Default(u"Item");
     return description;
   }
   explicit SheetNames(ObjectPtr sheet) : sheet_(std::move(sheet)) {}

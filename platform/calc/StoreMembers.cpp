@@ -27,7 +27,7 @@ constexpr std::u16string_view kDefaultProject = u"VBAProject";  ///< Excel's nam
 class Project : public Described<Project> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"VBProject", "A document's project of macros").Property<&Project::name_>(u"Name");
     return description;
   }

@@ -18,7 +18,7 @@ bool IsGiven(const Value& criterion) {
 }  // namespace
 
 const ClassDescription& CommandBar::Description() {
-  static const ClassDescription description = [] {
+  static const ClassDescription& description = [] {
     ClassBuilder builder(std::u16string_view(kBarClass), "A toolbar or menu bar");
     builder.Get<&CommandBar::Name>(u"Name").Put<&CommandBar::SetName>(u"Name");
     builder.Get<&CommandBar::Index>(u"Index");

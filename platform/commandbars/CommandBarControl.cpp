@@ -10,7 +10,7 @@ constexpr std::u16string_view kControlClass = u"CommandBarControl";
 }  // namespace
 
 const ClassDescription& CommandBarControl::Description() {
-  static const ClassDescription description = [] {
+  static const ClassDescription& description = [] {
     using Data = CommandBarControlData;
     using Control = CommandBarControl;
     ClassBuilder builder(std::u16string_view(kControlClass), "A button or box of a command bar");

@@ -13,7 +13,7 @@ std::int32_t NumberOr(std::int32_t otherwise, const Value& number) {
 }  // namespace
 
 const ClassDescription& CommandBarControls::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CommandBarControls", "The controls of a command bar")
           .Get<&CommandBarControls::Count>(u"Count")
           .Get<&CommandBarControls::Item>(u"Item", {{u"Index"}})

@@ -6,7 +6,7 @@
 namespace qva::commandbars {
 
 const ClassDescription& CommandBars::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"CommandBars", "The toolbars and menu bars")
           .Get<&CommandBars::Count>(u"Count")
           .Get<&CommandBars::Item>(u"Item", {{u"Index"}})

@@ -23,10 +23,10 @@ const T& Find(const std::map<std::u16string, T>& map, std::u16string_view key, s
 class BookObject : public Described<BookObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Book", "")
-                                                    .Get<&BookObject::BookCode>(u"BookCode")
-                                                    .Get<&BookObject::Table>(u"Table", {{u"Name"}})
-                                                    .Default(u"BookCode");
+    static const ClassDescription& description = ClassBuilder(u"Book", "")
+                                                     .Get<&BookObject::BookCode>(u"BookCode")
+                                                     .Get<&BookObject::Table>(u"Table", {{u"Name"}})
+                                                     .Default(u"BookCode");
     return description;
   }
   BookObject(MemoryHost& host, std::u16string code) : host_(host), code_(std::move(code)) {}
@@ -46,7 +46,7 @@ class BookObject : public Described<BookObject> {
 class CommonObjectsObject : public Described<CommonObjectsObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"CommonObjects", "")
             .Method<&CommonObjectsObject::CreateBook>(u"CreateBook", {{u"BookCode"}});
     return description;
@@ -64,7 +64,7 @@ class CommonObjectsObject : public Described<CommonObjectsObject> {
 class PlantObject : public Described<PlantObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Plant", "").Method<&PlantObject::Init>(u"Init", {{u"Book"}});
     return description;
   }
@@ -78,7 +78,7 @@ class PlantObject : public Described<PlantObject> {
 class SessionObject : public Described<SessionObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Session", "").Method<&SessionObject::SetBook>(u"SetBook", {{u"Book"}});
     return description;
   }
@@ -92,7 +92,7 @@ class SessionObject : public Described<SessionObject> {
 class ClientToolsObject : public Described<ClientToolsObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"ClientTools", "").Get<&ClientToolsObject::Session>(u"Session");
     return description;
   }
@@ -106,9 +106,9 @@ class ClientToolsObject : public Described<ClientToolsObject> {
 class AddressObject : public Described<AddressObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Address", "")
-                                                    .Get<&AddressObject::FullText>(u"FullText")
-                                                    .Get<&AddressObject::Contact>(u"Contact", {{u"Kind"}});
+    static const ClassDescription& description = ClassBuilder(u"Address", "")
+                                                     .Get<&AddressObject::FullText>(u"FullText")
+                                                     .Get<&AddressObject::Contact>(u"Contact", {{u"Kind"}});
     return description;
   }
   explicit AddressObject(const MemoryHost::Address& address) : address_(address) {}
@@ -125,7 +125,7 @@ class AddressObject : public Described<AddressObject> {
 class CompanyAttributesObject : public Described<CompanyAttributesObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"CompanyAttributes", "")
             .Method<&CompanyAttributesObject::Init>(u"Init", {{u"Book"}})
             .Get<&CompanyAttributesObject::Code>(u"Code")
@@ -160,9 +160,9 @@ class CompanyAttributesObject : public Described<CompanyAttributesObject> {
 class LookupObject : public Described<LookupObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Lookup", "")
-                                                    .Method<&LookupObject::Run>(u"Run", {{u"Parameters"}})
-                                                    .Get<&LookupObject::Result>(u"Value");
+    static const ClassDescription& description = ClassBuilder(u"Lookup", "")
+                                                     .Method<&LookupObject::Run>(u"Run", {{u"Parameters"}})
+                                                     .Get<&LookupObject::Result>(u"Value");
     return description;
   }
   explicit LookupObject(MemoryHost& host) : host_(host) {}
@@ -181,7 +181,7 @@ class LookupObject : public Described<LookupObject> {
 class DataAccessObject : public Described<DataAccessObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"DataAccess", "").Get<&DataAccessObject::Lookup>(u"Lookup", {{u"Name"}, {u"Book"}});
     return description;
   }
@@ -198,13 +198,13 @@ class DataAccessObject : public Described<DataAccessObject> {
 class SettingsItemObject : public Described<SettingsItemObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"SettingsItem", "")
-                                                    .Get<&SettingsItemObject::Name>(u"Name")
-                                                    .Get<&SettingsItemObject::Type>(u"Type")
-                                                    .Get<&SettingsItemObject::Content>(u"Value")
-                                                    .Put<&SettingsItemObject::SetContent>(u"Value")
-                                                    .PutRef<&SettingsItemObject::SetContent>(u"Value")
-                                                    .Default(u"Value");
+    static const ClassDescription& description = ClassBuilder(u"SettingsItem", "")
+                                                     .Get<&SettingsItemObject::Name>(u"Name")
+                                                     .Get<&SettingsItemObject::Type>(u"Type")
+                                                     .Get<&SettingsItemObject::Content>(u"Value")
+                                                     .Put<&SettingsItemObject::SetContent>(u"Value")
+                                                     .PutRef<&SettingsItemObject::SetContent>(u"Value")
+                                                     .Default(u"Value");
     return description;
   }
   SettingsItemObject(std::u16string name, std::int32_t type, Value value)
@@ -223,7 +223,7 @@ class SettingsItemObject : public Described<SettingsItemObject> {
 class SettingsCollectionObject : public Described<SettingsCollectionObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"SettingsCollection", "")
             .Method<&SettingsCollectionObject::Add>(
                 u"Add", {{u"Name"}, {u"Type"}, Optional(u"Value", DefaultValue::Empty())})
@@ -263,7 +263,7 @@ class SettingsCollectionObject : public Described<SettingsCollectionObject> {
 class MessageObject : public Described<MessageObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Message", "")
             .Method<&MessageObject::Show>(u"Show", {{u"Text"}, {u"Title"}, {u"Captions"}});
     return description;
@@ -283,7 +283,7 @@ class MessageObject : public Described<MessageObject> {
 class MessageResourceObject : public Described<MessageResourceObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"MessageResource", "")
             .Method<&MessageResourceObject::Init>(u"Init", {{u"Library"}})
             .Get<&MessageResourceObject::Text>(u"Text", {{u"Number"}});

@@ -13,10 +13,10 @@ using Record = std::map<std::u16string, Value>;
 class TableObject : public Described<TableObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Table", "")
-                                                    .Method<&TableObject::Seek>(u"Seek", {{u"Key"}})
-                                                    .Get<&TableObject::Field>(u"Field", {{u"Name"}})
-                                                    .Get<&TableObject::Rows>(u"Rows", {{u"Fields"}});
+    static const ClassDescription& description = ClassBuilder(u"Table", "")
+                                                     .Method<&TableObject::Seek>(u"Seek", {{u"Key"}})
+                                                     .Get<&TableObject::Field>(u"Field", {{u"Name"}})
+                                                     .Get<&TableObject::Rows>(u"Rows", {{u"Fields"}});
     return description;
   }
   TableObject(const MemoryHost& host, std::map<std::u16string, Record> records)
@@ -66,7 +66,7 @@ std::u16string Quoted(const Value& value) {
 class ConditionBuilderObject : public Described<ConditionBuilderObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"ConditionBuilder", "")
             .Method<&ConditionBuilderObject::Equal>(u"Equal", {{u"Field"}, {u"Value"}})
             .Method<&ConditionBuilderObject::And>(u"And", {{u"First"}, {u"Second"}})
@@ -83,7 +83,7 @@ class ConditionBuilderObject : public Described<ConditionBuilderObject> {
 class QueryObject : public Described<QueryObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Query", "")
             .Method<&QueryObject::Init>(u"Init", {{u"Book"}})
             .Method<&QueryObject::From>(u"From", {{u"Table"}, {u"Alias"}})
@@ -115,7 +115,7 @@ class QueryObject : public Described<QueryObject> {
 class DocumentSelectionObject : public Described<DocumentSelectionObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"DocumentSelection", "")
             .Method<&DocumentSelectionObject::Init>(u"Init", {{u"Book"}})
             .Method<&DocumentSelectionObject::Open>(u"Open",

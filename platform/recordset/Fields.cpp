@@ -6,7 +6,7 @@
 namespace qva::recordset {
 
 const ClassDescription& Fields::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Fields", "The fields of a recordset")
           .Get<&Fields::Count>(u"Count")
           .Get<&Fields::Item>(u"Item", {{u"Index"}})

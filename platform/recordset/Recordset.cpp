@@ -27,7 +27,7 @@ std::vector<Value> ListOf(const Value& values) {
 }  // namespace
 
 const ClassDescription& Recordset::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Recordset", "Records in memory")
           .Get<&Recordset::Fields>(u"Fields")
           .Put<&Recordset::SetField>(u"Fields", {{u"Index"}})

@@ -51,7 +51,7 @@ ObjectPtr CreateObject(std::u16string_view identifier) {
 class NoObject : public Described<NoObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Nothing", "Stands for an object that was not created");
     return description;
   }

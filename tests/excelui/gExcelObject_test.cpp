@@ -225,9 +225,9 @@ TEST_F(GlobalObject, ReleaseOfAnInstanceClearsTheApplicationAlone) {
 class ErrObject : public Described<ErrObject> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"ErrObject", "")
-                                                    .Get<&ErrObject::Text>(u"Description")
-                                                    .Get<&ErrObject::Number>(u"Number");
+    static const ClassDescription& description = ClassBuilder(u"ErrObject", "")
+                                                     .Get<&ErrObject::Text>(u"Description")
+                                                     .Get<&ErrObject::Number>(u"Number");
     return description;
   }
   std::u16string Text() const { return u"Dalyba iš nulio"; }
@@ -286,9 +286,9 @@ TEST_F(GlobalObject, ExcelReportErrorNeverRaises) {
 class QuittingExcel : public Described<QuittingExcel> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Application", "")
-                                                    .Get<&QuittingExcel::Visible>(u"Visible")
-                                                    .Method<&QuittingExcel::Quit>(u"Quit");
+    static const ClassDescription& description = ClassBuilder(u"Application", "")
+                                                     .Get<&QuittingExcel::Visible>(u"Visible")
+                                                     .Method<&QuittingExcel::Quit>(u"Quit");
     return description;
   }
   explicit QuittingExcel(ObjectPtr& global) : global_(global) {}

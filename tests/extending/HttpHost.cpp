@@ -100,10 +100,10 @@ std::string PathOf(const ObjectPtr& book) {
 class Table : public Described<Table> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Table", "")
-                                                    .Method<&Table::Seek>(u"Seek", {{u"Key"}})
-                                                    .Get<&Table::Field>(u"Field", {{u"Name"}})
-                                                    .Get<&Table::Rows>(u"Rows", {{u"Fields"}});
+    static const ClassDescription& description = ClassBuilder(u"Table", "")
+                                                     .Method<&Table::Seek>(u"Seek", {{u"Key"}})
+                                                     .Get<&Table::Field>(u"Field", {{u"Name"}})
+                                                     .Get<&Table::Rows>(u"Rows", {{u"Fields"}});
     return description;
   }
   explicit Table(Records records) : records_(std::move(records)) {}
@@ -136,10 +136,10 @@ class Table : public Described<Table> {
 class Book : public Described<Book> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Book", "")
-                                                    .Get<&Book::BookCode>(u"BookCode")
-                                                    .Get<&Book::Table>(u"Table", {{u"Name"}})
-                                                    .Default(u"BookCode");
+    static const ClassDescription& description = ClassBuilder(u"Book", "")
+                                                     .Get<&Book::BookCode>(u"BookCode")
+                                                     .Get<&Book::Table>(u"Table", {{u"Name"}})
+                                                     .Default(u"BookCode");
     return description;
   }
   Book(Service& service, std::u16string code) : service_(service), code_(std::move(code)) {}
@@ -159,7 +159,7 @@ class Book : public Described<Book> {
 class CommonObjects : public Described<CommonObjects> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"CommonObjects", "").Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}});
     return description;
   }
@@ -179,9 +179,9 @@ class CommonObjects : public Described<CommonObjects> {
 class Address : public Described<Address> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Address", "")
-                                                    .Get<&Address::FullText>(u"FullText")
-                                                    .Get<&Address::Contact>(u"Contact", {{u"Kind"}});
+    static const ClassDescription& description = ClassBuilder(u"Address", "")
+                                                     .Get<&Address::FullText>(u"FullText")
+                                                     .Get<&Address::Contact>(u"Contact", {{u"Kind"}});
     return description;
   }
   explicit Address(std::optional<Records> company) : company_(std::move(company)) {}
@@ -196,7 +196,7 @@ class Address : public Described<Address> {
 class CompanyAttributes : public Described<CompanyAttributes> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"CompanyAttributes", "")
             .Method<&CompanyAttributes::Init>(u"Init", {{u"Book"}})
             .Get<&CompanyAttributes::Code>(u"Code")
@@ -233,9 +233,9 @@ class CompanyAttributes : public Described<CompanyAttributes> {
 class Lookup : public Described<Lookup> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Lookup", "")
-                                                    .Method<&Lookup::Run>(u"Run", {{u"Parameters"}})
-                                                    .Get<&Lookup::Folder>(u"Value");
+    static const ClassDescription& description = ClassBuilder(u"Lookup", "")
+                                                     .Method<&Lookup::Run>(u"Run", {{u"Parameters"}})
+                                                     .Get<&Lookup::Folder>(u"Value");
     return description;
   }
   Lookup(Service& service, std::string book) : service_(service), book_(std::move(book)) {}
@@ -256,7 +256,7 @@ class Lookup : public Described<Lookup> {
 class DataAccess : public Described<DataAccess> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"DataAccess", "").Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, {u"Book"}});
     return description;
   }
@@ -276,7 +276,7 @@ class DataAccess : public Described<DataAccess> {
 class ConditionBuilder : public Described<ConditionBuilder> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"ConditionBuilder", "")
             .Method<&ConditionBuilder::Equal>(u"Equal", {{u"Field"}, {u"Value"}})
             .Method<&ConditionBuilder::And>(u"And", {{u"First"}, {u"Second"}})
@@ -298,7 +298,7 @@ class ConditionBuilder : public Described<ConditionBuilder> {
 class Query : public Described<Query> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Query", "")
             .Method<&Query::Init>(u"Init", {{u"Book"}})
             .Method<&Query::From>(u"From", {{u"Table"}, {u"Alias"}})
@@ -327,7 +327,7 @@ class Query : public Described<Query> {
 class DocumentSelection : public Described<DocumentSelection> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"DocumentSelection", "")
             .Method<&DocumentSelection::Init>(u"Init", {{u"Book"}})
             .Method<&DocumentSelection::Open>(u"Open",

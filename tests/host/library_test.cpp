@@ -12,7 +12,7 @@ namespace {
 class Cell : public Described<Cell> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value");
+    static const ClassDescription& description = ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value");
     return description;
   }
   Value value;

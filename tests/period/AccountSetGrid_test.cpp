@@ -459,7 +459,7 @@ TEST_F(AccountSets, KeepNoBookThatTheHostDoesNotGive) {
   class Giving : public Described<Giving> {
    public:
     static const ClassDescription& Description() {
-      static const ClassDescription description =
+      static const ClassDescription& description =
           ClassBuilder(u"CommonObjects", "").Method<&Giving::CreateBook>(u"CreateBook", {{u"BookCode"}});
       return description;
     }

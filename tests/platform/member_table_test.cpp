@@ -11,7 +11,7 @@ namespace {
 class Part : public Described<Part> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Part", "").Property<&Part::name>(u"Name").Default(u"Name");
     return description;
   }
@@ -27,7 +27,7 @@ class Parts : public Described<Parts> {
     return part;
   }
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Parts", "").Get<&Parts::Item>(u"Item", {{u"Index"}}).Default(u"Item");
     return description;
   }
@@ -97,7 +97,7 @@ class OneOfEach : public Described<OneOfEach> {
   }
 
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"OneOfEach", "A class for tests")
             .Method<&OneOfEach::Join>(u"Join", {{u"First"}, {u"Second"}, {u"Third"}}, "Joins")
             .Method<&OneOfEach::Zeros>(
@@ -330,7 +330,7 @@ TEST_F(MemberTableTest, TheEmptyNameIsTheDefaultMember) {
   class Plain : public Described<Plain> {
    public:
     static const ClassDescription& Description() {
-      static const ClassDescription description = ClassBuilder(u"Plain", "");
+      static const ClassDescription& description = ClassBuilder(u"Plain", "");
       return description;
     }
   };

@@ -16,7 +16,7 @@ namespace {
 class Holder : public Described<Holder> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Holder", "").Property<&Holder::value>(u"Value").Default(u"Value");
     return description;
   }
@@ -191,7 +191,7 @@ TEST_F(ValueTest, ObjectWithoutDefaultPropertyRaises438) {
   class Plain : public Described<Plain> {
    public:
     static const ClassDescription& Description() {
-      static const ClassDescription description = ClassBuilder(u"Plain", "");
+      static const ClassDescription& description = ClassBuilder(u"Plain", "");
       return description;
     }
   };

@@ -12,7 +12,7 @@ using testing::IsEmpty;
 class Cell : public Described<Cell> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value").Default(u"Value");
     return description;
   }

@@ -12,10 +12,10 @@ using testing::ElementsAre;
 class SeveralAreas : public Described<SeveralAreas> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Areas", "")
-                                                    .Get<&SeveralAreas::This>(u"Areas")
-                                                    .Get<&SeveralAreas::Count>(u"Count")
-                                                    .Get<&SeveralAreas::Item>(u"Item", {{u"Index"}});
+    static const ClassDescription& description = ClassBuilder(u"Areas", "")
+                                                     .Get<&SeveralAreas::This>(u"Areas")
+                                                     .Get<&SeveralAreas::Count>(u"Count")
+                                                     .Get<&SeveralAreas::Item>(u"Item", {{u"Index"}});
     return description;
   }
   explicit SeveralAreas(std::vector<ObjectPtr> areas) : areas_(std::move(areas)) {}
@@ -32,7 +32,7 @@ class SeveralAreas : public Described<SeveralAreas> {
 class LooksLikeARange : public Described<LooksLikeARange> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"LooksLikeARange", "")
             .Get<&LooksLikeARange::This>(u"Areas")
             .Get<&LooksLikeARange::This>(u"Worksheet")

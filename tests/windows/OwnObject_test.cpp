@@ -9,7 +9,7 @@ namespace {
 class Thing : public Described<Thing> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description = ClassBuilder(u"Thing", "");
+    static const ClassDescription& description = ClassBuilder(u"Thing", "");
     return description;
   }
 };

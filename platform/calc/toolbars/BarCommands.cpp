@@ -9,8 +9,6 @@ using css::uno::Reference;
 using css::uno::Sequence;
 using rtl::OUString;
 
-const OUString BarCommands::kProtocol("qva_varnholt:");
-
 void BarCommands::Enter(const Reference<css::frame::XFrame>& frame) {
   frame_ = frame;
   Reference<css::frame::XDispatchProviderInterception>(frame, css::uno::UNO_QUERY_THROW)

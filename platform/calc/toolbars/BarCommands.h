@@ -33,7 +33,7 @@ class BarCommands
     : public cppu::WeakImplHelper2<css::frame::XDispatchProviderInterceptor, css::frame::XDispatch> {
  public:
   /// What our commands begin with.
-  static const rtl::OUString kProtocol;
+  static constexpr char kProtocol[] = "qva_varnholt:";
 
   explicit BarCommands(std::weak_ptr<CommandTarget> target) : target_(std::move(target)) {}
 

@@ -105,7 +105,7 @@ void ForEachControl(const CommandBarApplication& bars, Visit visit) {
 }  // namespace
 
 OUString BarDisplay::CommandOf(const CommandBarControlData& control) {
-  return BarCommands::kProtocol + OUString::number(control.instance_id);
+  return OUString(BarCommands::kProtocol) + OUString::number(control.instance_id);
 }
 
 std::shared_ptr<CommandBarControlData> BarDisplay::ControlOf(const CommandBarApplication& bars,

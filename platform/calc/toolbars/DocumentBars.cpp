@@ -245,7 +245,8 @@ CommandState DocumentBars::StateOf(const OUString& command) {
 }
 
 OUString DocumentBars::CommandOf(const Key& key) {
-  return BarCommands::kProtocol + "key-" + OUString::number(key.first) + "-" + OUString::number(key.second);
+  return OUString(BarCommands::kProtocol) + "key-" + OUString::number(key.first) + "-" +
+         OUString::number(key.second);
 }
 
 void DocumentBars::BindKey(std::u16string_view key, const std::u16string& macro) {

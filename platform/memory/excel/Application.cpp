@@ -20,7 +20,7 @@ constexpr std::u16string_view kVersion = u"11.0";  // the last one with this gri
 }  // namespace
 
 const ClassDescription& Application::Description() {
-  static const ClassDescription description = [] {
+  static const ClassDescription& description = [] {
     using Data = ApplicationData;
     ClassBuilder builder(u"Application", "Excel");
     builder.Get<&Application::Name>(u"Name")

@@ -5,10 +5,10 @@
 namespace qva::memory {
 
 const ClassDescription& Areas::Description() {
-  static const ClassDescription description = ClassBuilder(u"Areas", "The rectangles of a range")
-                                                  .Get<&Areas::Count>(u"Count")
-                                                  .Get<&Areas::Item>(u"Item", {{u"Index"}})
-                                                  .Default(u"Item");
+  static const ClassDescription& description = ClassBuilder(u"Areas", "The rectangles of a range")
+                                                   .Get<&Areas::Count>(u"Count")
+                                                   .Get<&Areas::Item>(u"Item", {{u"Index"}})
+                                                   .Default(u"Item");
   return description;
 }
 

@@ -7,7 +7,7 @@
 namespace qva::memory {
 
 const ClassDescription& FileSearch::Description() {
-  static const ClassDescription description = [] {
+  static const ClassDescription& description = [] {
     ClassBuilder builder(u"FileSearch", "The search for files");
     AddProperty<&FileSearchData::look_in>(builder, u"LookIn");
     AddProperty<&FileSearchData::file_name>(builder, u"FileName");

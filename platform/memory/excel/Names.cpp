@@ -29,7 +29,7 @@ ScopedName Part(std::u16string_view text) {
 }  // namespace
 
 const ClassDescription& Names::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Names", "The defined names of a workbook or sheet")
           .Get<&Names::Count>(u"Count")
           .Get<&Names::Item>(u"Item", {{u"Index"}})

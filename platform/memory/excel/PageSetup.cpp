@@ -12,11 +12,11 @@ constexpr std::u16string_view kPrintAreaName = u"Print_Area";
 }  // namespace
 
 const ClassDescription& PageSetup::Description() {
-  static const ClassDescription description = ClassBuilder(u"PageSetup", "How a sheet is printed")
-                                                  .Get<&PageSetup::PrintArea>(u"PrintArea")
-                                                  .Put<&PageSetup::SetPrintArea>(u"PrintArea")
-                                                  .Get<&PageSetup::PrintGridlines>(u"PrintGridlines")
-                                                  .Put<&PageSetup::SetPrintGridlines>(u"PrintGridlines");
+  static const ClassDescription& description = ClassBuilder(u"PageSetup", "How a sheet is printed")
+                                                   .Get<&PageSetup::PrintArea>(u"PrintArea")
+                                                   .Put<&PageSetup::SetPrintArea>(u"PrintArea")
+                                                   .Get<&PageSetup::PrintGridlines>(u"PrintGridlines")
+                                                   .Put<&PageSetup::SetPrintGridlines>(u"PrintGridlines");
   return description;
 }
 

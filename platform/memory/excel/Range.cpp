@@ -81,7 +81,7 @@ std::optional<Reference> FindCells(const WorkbookData& workbook, const std::shar
 }
 
 const ClassDescription& Range::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Range", "A rectangle of cells")
           .Get<&Range::Default>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Put<&Range::SetDefault>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})

@@ -3,9 +3,9 @@
 namespace qva::memory {
 
 const ClassDescription& RangeColor::Description() {
-  static const ClassDescription description = ClassBuilder(u"RangeColor", "The colour of cells")
-                                                  .Get<&RangeColor::ColorIndex>(u"ColorIndex")
-                                                  .Put<&RangeColor::SetColorIndex>(u"ColorIndex");
+  static const ClassDescription& description = ClassBuilder(u"RangeColor", "The colour of cells")
+                                                   .Get<&RangeColor::ColorIndex>(u"ColorIndex")
+                                                   .Put<&RangeColor::SetColorIndex>(u"ColorIndex");
   return description;
 }
 

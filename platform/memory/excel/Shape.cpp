@@ -3,7 +3,7 @@
 namespace qva::memory {
 
 const ClassDescription& Shape::Description() {
-  static const ClassDescription description = [] {
+  static const ClassDescription& description = [] {
     ClassBuilder builder(u"Shape", "A shape on a sheet");
     AddProperty<&ShapeData::name>(builder, u"Name");
     builder.Method<&Shape::Copy>(u"Copy");

@@ -11,7 +11,7 @@ constexpr std::int32_t kInvalidArgument = -2147024809;  // hexadecimal 80070057 
 }  // namespace
 
 const ClassDescription& Shapes::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Shapes", "The shapes on a sheet")
           .Get<&Shapes::Count>(u"Count")
           .Get<&Shapes::Item>(u"Item", {{u"Index"}})

@@ -20,7 +20,7 @@ std::u16string FreeSheetName(const WorkbookData& workbook) {
 }  // namespace
 
 const ClassDescription& Sheets::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Sheets", "The sheets of a workbook")
           .Get<&Sheets::Count>(u"Count")
           .Get<&Sheets::Item>(u"Item", {{u"Index"}})

@@ -5,10 +5,10 @@
 namespace qva::memory {
 
 const ClassDescription& VBProject::Description() {
-  static const ClassDescription description = ClassBuilder(u"VBProject", "A workbook's project of macros")
-                                                  .Get<&VBProject::Name>(u"Name")
-                                                  .Put<&VBProject::SetName>(u"Name")
-                                                  .Default(u"Name");
+  static const ClassDescription& description = ClassBuilder(u"VBProject", "A workbook's project of macros")
+                                                   .Get<&VBProject::Name>(u"Name")
+                                                   .Put<&VBProject::SetName>(u"Name")
+                                                   .Default(u"Name");
   return description;
 }
 

@@ -14,7 +14,7 @@ std::int32_t InBounds(std::int32_t value, std::int32_t first, std::int32_t last)
 }  // namespace
 
 const ClassDescription& Window::Description() {
-  static const ClassDescription description = [] {
+  static const ClassDescription& description = [] {
     ClassBuilder builder(u"Window", "The window of a workbook");
     builder.Get<&Window::Caption>(u"Caption").Put<&Window::SetCaption>(u"Caption");
     builder.Get<&Window::Zoom>(u"Zoom").Put<&Window::SetZoom>(u"Zoom");

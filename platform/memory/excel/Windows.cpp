@@ -7,10 +7,10 @@
 namespace qva::memory {
 
 const ClassDescription& Windows::Description() {
-  static const ClassDescription description = ClassBuilder(u"Windows", "The windows of a workbook")
-                                                  .Get<&Windows::Count>(u"Count")
-                                                  .Get<&Windows::Item>(u"Item", {{u"Index"}})
-                                                  .Default(u"Item");
+  static const ClassDescription& description = ClassBuilder(u"Windows", "The windows of a workbook")
+                                                   .Get<&Windows::Count>(u"Count")
+                                                   .Get<&Windows::Item>(u"Item", {{u"Index"}})
+                                                   .Default(u"Item");
   return description;
 }
 

@@ -18,7 +18,7 @@ constexpr std::u16string_view kExtension = u".xls";
 }  // namespace
 
 const ClassDescription& Workbook::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Workbook", "A workbook that is open")
           .Get<&Workbook::Name>(u"Name")
           .Get<&Workbook::FullName>(u"FullName")

@@ -19,7 +19,7 @@ std::u16string PasswordText(const Value& password) {
 }  // namespace
 
 const ClassDescription& Worksheet::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Worksheet", "A sheet of cells")
           .Get<&Worksheet::Name>(u"Name")
           .Put<&Worksheet::SetName>(u"Name")

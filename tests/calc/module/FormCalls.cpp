@@ -32,9 +32,9 @@ std::u16string WhatComesOut(ui::Form& form) {
 }  // namespace
 
 const ClassDescription& FormCalls::Description() {
-  static const ClassDescription description = ClassBuilder(u"FormCalls", "Shows forms whose handlers fail")
-                                                  .Method<&FormCalls::Show>(u"Show", {{u"Failure"}})
-                                                  .Method<&FormCalls::LiveObjects>(u"LiveObjects", {});
+  static const ClassDescription& description = ClassBuilder(u"FormCalls", "Shows forms whose handlers fail")
+                                                   .Method<&FormCalls::Show>(u"Show", {{u"Failure"}})
+                                                   .Method<&FormCalls::LiveObjects>(u"LiveObjects", {});
   return description;
 }
 

@@ -28,7 +28,7 @@ std::u16string Joined(const std::vector<std::u16string>& texts, std::u16string_v
 }  // namespace
 
 const ClassDescription& Control::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Control", "Looks behind the bench's stand-ins and sets them up")
           .Get<&Control::LiveObjects>(u"LiveObjects")
           .Get<&Control::Lookups>(u"Lookups")

@@ -3,7 +3,7 @@
 namespace qva::corpus {
 
 const ClassDescription& ErrorObject::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"ErrObject", "")
           .Get<&ErrorObject::Number>(u"Number")
           .Get<&ErrorObject::Source>(u"Source")

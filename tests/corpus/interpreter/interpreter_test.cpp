@@ -15,7 +15,7 @@ namespace {
 class Sample : public Described<Sample> {
  public:
   static const ClassDescription& Description() {
-    static const ClassDescription description =
+    static const ClassDescription& description =
         ClassBuilder(u"Sample", "")
             .Property<&Sample::number>(u"Number")
             .Get<&Sample::Item>(u"Item", {{u"i"}})

@@ -42,7 +42,7 @@ class Node : public Described<Node> {
 };
 
 const ClassDescription& Node::Description() {
-  static const ClassDescription description =
+  static const ClassDescription& description =
       ClassBuilder(u"Node", "")
           .Get<&Node::Number>(u"Number")
           .Put<&Node::SetNumber>(u"Number")

@@ -35,7 +35,7 @@ class OneClass : public ObjectFactory {
   class Thing : public Described<Thing> {
    public:
     static const ClassDescription& Description() {
-      static const ClassDescription description =
+      static const ClassDescription& description =
           ClassBuilder(u"Thing", "").Property<&Thing::maker>(u"Maker").Default(u"Maker");
       return description;
     }
