@@ -225,14 +225,17 @@ void Desktop::Click(const Window& window, int x, int y, int times) {
   Settle();
 }
 
-std::pair<int, int> Desktop::SizeOf(const Window& window) {
+Desktop::Area Desktop::AreaOf(const Window& window) {
   std::istringstream geometry(Output({"xdotool", "getwindowgeometry", "--shell", window}));
-  std::pair<int, int> size;
+  Area area;
+  const std::pair<const char*, int*> fields[] = {
+      {"X=", &area.left}, {"Y=", &area.top}, {"WIDTH=", &area.width}, {"HEIGHT=", &area.height}};
   for (std::string line; std::getline(geometry, line);) {
-    if (line.starts_with("WIDTH=")) size.first = std::stoi(line.substr(6));
-    if (line.starts_with("HEIGHT=")) size.second = std::stoi(line.substr(7));
+    for (const auto& [name, field] : fields) {
+      if (line.starts_with(name)) *field = std::stoi(line.substr(std::string_view(name).size()));
+    }
   }
-  return size;
+  return area;
 }
 
 void Desktop::Resize(const Window& window, int width, int height) {

@@ -63,8 +63,18 @@ class Desktop {
   /// Clicks a place of the window, in pixels at 100 % scale from its upper left corner.
   void Click(const Window& window, int x, int y, int times = 1);
 
-  /// The size of a window in real pixels.
-  std::pair<int, int> SizeOf(const Window& window);
+  /// Where a window is on the screen, in real pixels.
+  struct Area {
+    int left = 0, top = 0, width = 0, height = 0;
+    bool Contains(int x, int y) const {
+      return x >= left && x < left + width && y >= top && y < top + height;
+    }
+  };
+  Area AreaOf(const Window& window);
+  std::pair<int, int> SizeOf(const Window& window) {
+    const Area area = AreaOf(window);
+    return {area.width, area.height};
+  }
   /// Gives the window another size, as a user who drags its border; real pixels.
   void Resize(const Window& window, int width, int height);
 
