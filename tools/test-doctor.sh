@@ -188,7 +188,7 @@ rmdir "$c/Ataskaitos"
 machine "no archive" 2 "64:archive-missing"
 
 rmdir "$c/Ataskaitos"
-ln -s /sys/kernel "$c/Ataskaitos"
+ln -s /proc/sys "$c/Ataskaitos"
 check "doctor: no rights to the archive" names 2 "64:archive-read-only"
 rm "$c/Ataskaitos"
 make_well

@@ -423,7 +423,8 @@ click() {
     DISPLAY=:$display timeout 10 xdotool search --onlyvisible --name '^QVA_Varnholt|šalinimas|diegimas' > "$work/windows" 2> /dev/null || continue
     number=$((number + 1))
     [[ -z $pictures ]] || timeout 20 import -display ":$display" -window root "$pictures/$name-$number.png"
-    DISPLAY=:$display timeout 10 xdotool key "$key"
+    # The window that came last, whatever the system has given the focus to.
+    DISPLAY=:$display timeout 10 xdotool windowfocus "$(sort -n "$work/windows" | tail -n 1)" key "$key"
     key=Return
   done
   wait "$program"
