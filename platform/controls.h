@@ -94,6 +94,7 @@ class Label : public virtual Control {
  public:
   /// What it shows; at first the description's caption.
   virtual std::u16string Caption() const = 0;
+  /// Shows another text, as it is.
   virtual void SetCaption(std::u16string_view caption) = 0;
 };
 
@@ -194,7 +195,9 @@ struct GridColumn {
 class GridModel {
  public:
   virtual ~GridModel() = default;
+  /// How many rows there are now.
   virtual std::size_t RowCount() const = 0;
+  /// What a cell shows; of a Boolean "True" or "False".
   virtual std::u16string CellText(std::size_t row, std::size_t column) const = 0;
   /// Stores what was typed; false refuses it, and the cell keeps its value.
   virtual bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) = 0;
@@ -234,8 +237,8 @@ class Form {
   /// Shows the form above Excel's window, which is disabled meanwhile, until Hide is called or the user
   /// closes the window. A form can be shown again. Raises 400 (Form already displayed) when it is shown, 7
   /// (Out of memory) or 51 (Internal error) when the platform cannot show it, what a handler raised, and
-  /// where no user sits what platform/unattended_forms.h says. But for the first of these the form is hidden
-  /// afterwards.
+  /// where no user sits what platform/forms/unattended_forms.h says. But for the first of these the form is
+  /// hidden afterwards.
   virtual void ShowModal() = 0;
   /// Ends ShowModal. Does nothing when the form is not shown.
   virtual void Hide() = 0;

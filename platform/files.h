@@ -41,7 +41,8 @@ class TextChannel {
   virtual std::u16string ReadLine() = 0;
 };
 
-/// An open text stream as Scripting.FileSystemObject gives it. Its owner closes it by dropping it.
+/// An open text stream as Scripting.FileSystemObject gives it. Its owner closes it by dropping it, which does
+/// not fail: whatever was written is in the file already.
 class TextStream {
  public:
   virtual ~TextStream() = default;

@@ -13,7 +13,8 @@
 
 namespace qva {
 
-/// One implementation of each interface of the seam. The members are borrowed, never owned.
+/// One implementation of each interface of the seam. The members are borrowed, never owned. All of them, and
+/// the objects that they give out, are used on the thread that installed them: nothing here guards itself.
 struct Services {
   ObjectFactory* object_factory = nullptr;
   Registry* registry = nullptr;

@@ -33,6 +33,11 @@ strays=$(grep -nE '^#include ("(platform/[a-z]+/|server/|host/|tests/)|<([a-z]+/
 printf '%s' "${strays:+$strays$'\n'}"
 report "the library includes the seam and the standard library alone" ${#strays}
 
+strays=$(grep -rnE '^#include "(global|period|reports|storage|excelui|server|host|tests)/' platform --include='*.h' --include='*.cpp'
+  grep -rnE '^#include "(global|period|reports|storage|excelui|server|tests)/' host --include='*.h' --include='*.cpp')
+printf '%s' "${strays:+$strays$'\n'}"
+report "seam, adapters and embedded host include nothing above them" ${#strays}
+
 # Newer versions find other things in other versions of the standard headers.
 if [[ $(clang-tidy --version 2> /dev/null) == *"version 14."* ]]; then
   tools/tidy.pl "${builds[@]:0:2}"

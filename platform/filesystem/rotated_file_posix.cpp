@@ -34,6 +34,7 @@ bool IsStillNamed(const struct stat& file, const NativePath& path) {
 }  // namespace
 
 bool AppendRotated(const NativePath& path, const std::string& text, std::uint64_t limit) {
+  const NativePath second_name = path + ".1";
   int file = OpenToAppend(path);
   // Another process may give the file its second name while this one waits for its turn.
   struct stat status {};
@@ -41,7 +42,7 @@ bool AppendRotated(const NativePath& path, const std::string& text, std::uint64_
     const bool is_named = IsStillNamed(status, path);
     const bool is_full =
         status.st_size > 0 && static_cast<std::uint64_t>(status.st_size) + text.size() > limit;
-    if (is_named && (!is_full || std::rename(path.c_str(), (path + ".1").c_str()) != 0)) break;
+    if (is_named && (!is_full || std::rename(path.c_str(), second_name.c_str()) != 0)) break;
     ::close(file);
     file = OpenToAppend(path);
   }

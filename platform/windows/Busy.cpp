@@ -33,10 +33,12 @@ BusyBudget::~BusyBudget() {
 }
 
 bool BusyBudget::Pause() {
-  if (whole_->waited_ >= kBusyLimitMilliseconds) return false;
   const ULONGLONG start = GetTickCount64();
+  if (start - whole_->last_wait_ > kBusyLimitMilliseconds) whole_->waited_ = 0;
+  if (whole_->waited_ >= kBusyLimitMilliseconds) return false;
   Sleep(kBusyPauseMilliseconds);
-  whole_->waited_ += GetTickCount64() - start;
+  whole_->last_wait_ = GetTickCount64();
+  whole_->waited_ += whole_->last_wait_ - start;
   return true;
 }
 

@@ -18,7 +18,8 @@ inline bool IsBusy(HRESULT code) {
 
 /// What one operation may wait for busy servers, all its calls together: an operation of a hundred calls
 /// keeps its user waiting no longer than one of a single call. Within an operation of the same thread that
-/// began earlier it is that one's. Lives on the stack.
+/// began earlier it is that one's. After as long without a busy server the wait begins anew: an operation
+/// that shows a dialog lasts as long as its user likes. Lives on the stack.
 class BusyBudget {
  public:
   BusyBudget();
@@ -34,6 +35,7 @@ class BusyBudget {
   BusyBudget* whole_ = this;    ///< the thread's outermost, which counts
   BusyBudget* next_ = nullptr;  ///< another thread's
   ULONGLONG waited_ = 0;        ///< milliseconds
+  ULONGLONG last_wait_ = 0;     ///< when it ended, by GetTickCount64
 };
 
 /// Makes a call, again and again while the server is busy and the operation's budget lasts. Result: the last

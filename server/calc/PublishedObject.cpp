@@ -187,7 +187,7 @@ Any PublishedObject::PerformUnguarded(LoggedCall& logged, Access access, const s
   try {
     result = object_->Invoke(access, name, converted);
     logged.Returned(result);
-  } catch (const AutomationError&) {
+  } catch (...) {
     failure = std::current_exception();
   }
   // What the member did to the caller's variables before it failed is visible, as in a direct call.

@@ -12,11 +12,16 @@ using css::uno::XInterface;
 
 namespace {
 
+/// Null, which LibreOffice takes for a service that there is not, where it cannot be made.
 template <class Service>
-XInterface* Created(XComponentContext* context) {
-  auto* service = new Service(css::uno::Reference<XComponentContext>(context));
-  service->acquire();
-  return static_cast<cppu::OWeakObject*>(service);
+XInterface* Created(XComponentContext* context) noexcept {
+  try {
+    auto* service = new Service(css::uno::Reference<XComponentContext>(context));
+    service->acquire();
+    return static_cast<cppu::OWeakObject*>(service);
+  } catch (...) {
+    return nullptr;
+  }
 }
 
 }  // namespace

@@ -330,6 +330,21 @@ TEST_F(DispatchObjectTest, EachOperationWaitsForABusyServerAnew) {
   EXPECT_EQ(Get(object, u"Alpha"), Value(u"done"));
 }
 
+TEST_F(DispatchObjectTest, AnOperationThatShowsADialogWaitsForABusyServerAnew) {
+  int asked = 0;
+  int refused = std::numeric_limits<int>::max();
+  dispatch->invoke = [&](const InvokeCall& call) {
+    if (++asked <= refused) return RPC_E_CALL_REJECTED;
+    *call.result = ToVariant(u"done").Detach();
+    return S_OK;
+  };
+  const BusyBudget operation;
+  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED) << "all is used up";
+  Sleep(kBusyLimitMilliseconds + 100);  // the user's time
+  refused = asked + 2;
+  EXPECT_EQ(Get(object, u"Alpha"), Value(u"done"));
+}
+
 TEST_F(DispatchObjectTest, ReferencesAreBackWhereTheyWere) {
   const auto argument = NewDispatch();
   for (int i = 0; i < 100; ++i) Call(object, u"Alpha", {ObjectOver(argument), u"text"});
