@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/calc/forms/PickerDates.h"
+#include "platform/forms/picker_dates.h"
 #include "platform/date.h"
 
 namespace qva::calc {
@@ -98,7 +98,7 @@ void DateField::StoreDigits() {
   Redraw();
   switch (parts_[current_].kind) {
     case u'y':
-      if (number >= 1753) Change(MovedByMonths(date_, 12 * (number - parts.year)));
+      if (number >= kFirstPickerYear) Change(MovedByMonths(date_, 12 * (number - parts.year)));
       break;
     case u'M':
       if (number >= 1 && number <= 12) Change(MovedByMonths(date_, number - parts.month));

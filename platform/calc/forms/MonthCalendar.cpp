@@ -7,7 +7,7 @@
 #include <cmath>
 
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/calc/forms/PickerDates.h"
+#include "platform/forms/picker_dates.h"
 #include "platform/date.h"
 #include "platform/services.h"
 #include "platform/text.h"
@@ -65,10 +65,10 @@ bool MonthCalendar::OnKey(const css::awt::KeyEvent& event) {
       SetValue(MovedByMonths(date_, months));
       return true;
     case key::HOME:
-      SetValue(MovedByDays(date_, 1 - PartsOf(date_).day));
+      SetValue(FirstOfMonth(date_));
       return true;
     case key::END:
-      SetValue(MovedByDays(date_, DaysInMonthOf(date_) - PartsOf(date_).day));
+      SetValue(LastOfMonth(date_));
       return true;
     case key::TAB:
       return false;
@@ -82,7 +82,7 @@ bool MonthCalendar::OnKey(const css::awt::KeyEvent& event) {
 }
 
 Date MonthCalendar::FirstShown() const {
-  const Date first{date_.serial - PartsOf(date_).day + 1};
+  const Date first = FirstOfMonth(date_);
   return {first.serial - WeekdayOf(first)};
 }
 

@@ -3,10 +3,10 @@
 #include <commctrl.h>
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 #include "platform/date.h"
+#include "platform/forms/picker_dates.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/FormWindow.h"
 
@@ -19,11 +19,7 @@ Date DateOf(const SYSTEMTIME& time) {
 
 /// A day as Windows takes it. Raises 380 for one that no picker can show.
 SYSTEMTIME SystemTimeOf(Date date) {
-  const Date day{std::floor(date.serial)};
-  if (!(day >= DateFromParts(1753, 1, 1) && day <= DateFromParts(9999, 12, 31))) {
-    throw AutomationError(kInvalidPropertyValue, u"QVA_Varnholt", u"A date picker cannot show this date");
-  }
-  const DateParts parts = PartsOf(day);
+  const DateParts parts = PartsOf(PickerDay(date));
   SYSTEMTIME time{};
   time.wYear = static_cast<WORD>(parts.year);
   time.wMonth = static_cast<WORD>(parts.month);
@@ -129,40 +125,30 @@ void NativeMonthView::PressDay(bool is_double, LPARAM place) {
 
 bool NativeMonthView::MoveByKey(WPARAM key) {
   const Date day = Value();
-  DateParts parts = PartsOf(day);
-  const auto days_in_month = [](const DateParts& month) {
-    return PartsOf(DateFromParts(month.year, month.month + 1, 0)).day;
+  const auto move = [&](Date to) {
+    SetValue(to);
+    return true;
   };
   switch (key) {
     case VK_LEFT:
-      parts.day -= 1;
-      break;
+      return move(MovedByDays(day, -1));
     case VK_RIGHT:
-      parts.day += 1;
-      break;
+      return move(MovedByDays(day, 1));
     case VK_UP:
-      parts.day -= 7;
-      break;
+      return move(MovedByDays(day, -7));
     case VK_DOWN:
-      parts.day += 7;
-      break;
+      return move(MovedByDays(day, 7));
     case VK_PRIOR:
+      return move(MovedByMonths(day, -1));
     case VK_NEXT:
-      parts.month += key == VK_NEXT ? 1 : -1;
-      parts.day = std::min(parts.day, days_in_month(parts));
-      break;
+      return move(MovedByMonths(day, 1));
     case VK_HOME:
-      parts.day = 1;
-      break;
+      return move(FirstOfMonth(day));
     case VK_END:
-      parts.day = days_in_month(parts);
-      break;
+      return move(LastOfMonth(day));
     default:
       return false;
   }
-  // At the ends of the calendar there is nowhere to go.
-  IgnoreErrors([&] { SetValue(DateFromParts(parts.year, parts.month, parts.day)); });
-  return true;
 }
 
 LRESULT NativeMonthView::Handle(UINT message, WPARAM first, LPARAM second) {

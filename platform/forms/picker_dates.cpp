@@ -1,4 +1,4 @@
-#include "platform/calc/forms/PickerDates.h"
+#include "platform/forms/picker_dates.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,11 +6,13 @@
 #include "platform/date.h"
 #include "platform/error.h"
 
-namespace qva::calc {
+namespace qva {
 namespace {
 
+constexpr int kLastPickerYear = 9999;
+
 bool CanShow(Date day) {
-  return day >= DateFromParts(1753, 1, 1) && day <= DateFromParts(9999, 12, 31);
+  return day >= DateFromParts(kFirstPickerYear, 1, 1) && day <= DateFromParts(kLastPickerYear, 12, 31);
 }
 
 }  // namespace
@@ -26,7 +28,7 @@ Date PickerDay(Date date) {
 Date MovedByMonths(Date date, int months) {
   const DateParts parts = PartsOf(date);
   const int month = parts.year * 12 + parts.month - 1 + months;
-  if (month < 1753 * 12 || month >= 10000 * 12) return date;
+  if (month < kFirstPickerYear * 12 || month >= (kLastPickerYear + 1) * 12) return date;
   const Date first = DateFromParts(month / 12, month % 12 + 1, 1);
   return {first.serial + std::min(parts.day, DaysInMonthOf(first)) - 1};
 }
@@ -34,6 +36,15 @@ Date MovedByMonths(Date date, int months) {
 Date MovedByDays(Date date, int days) {
   const Date moved{date.serial + days};
   return CanShow(moved) ? moved : date;
+}
+
+Date FirstOfMonth(Date date) {
+  const DateParts parts = PartsOf(date);
+  return DateFromParts(parts.year, parts.month, 1);
+}
+
+Date LastOfMonth(Date date) {
+  return {FirstOfMonth(date).serial + DaysInMonthOf(date) - 1};
 }
 
 int WeekdayOf(Date date) {
@@ -48,4 +59,4 @@ int DaysInMonthOf(Date date) {
   return PartsOf(DateFromParts(parts.year, parts.month + 1, 0)).day;
 }
 
-}  // namespace qva::calc
+}  // namespace qva

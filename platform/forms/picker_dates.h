@@ -1,9 +1,12 @@
-// The dates that a picker can show.
+// The dates that pickers can show, and where the user's steps lead among them.
 #pragma once
 
 #include "platform/value.h"
 
-namespace qva::calc {
+namespace qva {
+
+/// The first year that pickers can show, as Windows' own.
+inline constexpr int kFirstPickerYear = 1753;
 
 /// The day of a date, without its time. Raises 380 (Invalid property value) outside 1 January 1753 …
 /// 31 December 9999.
@@ -15,9 +18,13 @@ Date MovedByMonths(Date date, int months);
 /// The date so many days later, or earlier, or itself as above.
 Date MovedByDays(Date date, int days);
 
+/// The first and the last day of the date's month.
+Date FirstOfMonth(Date date);
+Date LastOfMonth(Date date);
+
 /// 0 for Monday to 6 for Sunday.
 int WeekdayOf(Date date);
 /// How many days the date's month has.
 int DaysInMonthOf(Date date);
 
-}  // namespace qva::calc
+}  // namespace qva
