@@ -295,12 +295,7 @@ void FormWindow::SetPage(int page) {
 
 void FormWindow::StartResizer(int width, int height,
                               std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) {
-  resizer_ = Resizer{width, height, {}};
-  for (const auto& control : controls_) {
-    if (const auto answer = mode(control->description().name)) {
-      resizer_->modes[control->description().name] = *answer;
-    }
-  }
+  resizer_.Start(width, height, mode);
   Layout();
 }
 
@@ -313,28 +308,14 @@ ui::Bounds FormWindow::BoundsOf(const FormControl& control) const {
     bounds.left += outer.left;
     bounds.top += outer.top;
   }
-  if (!resizer_) return bounds;
-  const int wider = std::max(Width() - resizer_->width, 0);
-  const int higher = std::max(Height() - resizer_->height, 0);
-  // What stands below something that grows moves down with its lower edge.
-  const bool below_grid =
-      std::ranges::any_of(description_.controls, [&](const ui::ControlDescription& other) {
-        return other.kind == ui::ControlKind::Grid && other.parent == description.parent &&
-               other.page == description.page &&
-               description.bounds.top >= other.bounds.top + other.bounds.height;
-      });
-  if (const auto mode = resizer_->modes.find(description.name); mode != resizer_->modes.end()) {
-    (mode->second == ui::ResizeMode::MoveWithWidth ? bounds.left : bounds.width) += wider;
-    if (below_grid) bounds.top += higher;
-  } else if (description.kind == ui::ControlKind::TabControl || description.kind == ui::ControlKind::Grid) {
-    bounds.width += wider;
-    bounds.height += higher;
-  } else if (description.kind == ui::ControlKind::Button && !parent) {
-    bounds.left += wider;
-    bounds.top += higher;
-  } else if (below_grid) {
-    bounds.top += higher;
-  }
+  const auto number = static_cast<std::size_t>(&description - description_.controls.data());
+  const Following following = resizer_.Of(number);
+  const int wider = std::max(Width() - resizer_.start_width(), 0);
+  const int higher = std::max(Height() - resizer_.start_height(), 0);
+  if (following.moves_right) bounds.left += wider;
+  if (following.widens) bounds.width += wider;
+  if (following.moves_down) bounds.top += higher;
+  if (following.heightens) bounds.height += higher;
   return bounds;
 }
 

@@ -3,12 +3,12 @@
 
 #include <com/sun/star/awt/XDialog2.hpp>
 #include <com/sun/star/awt/XKeyHandler.hpp>
-#include <map>
 #include <memory>
 #include <vector>
 
 #include "platform/calc/forms/FormControl.h"
 #include "platform/calc/forms/Theme.h"
+#include "platform/forms/form_resizer.h"
 
 namespace qva::calc {
 
@@ -81,12 +81,7 @@ class FormWindow : public ui::Form, public EventTarget {
   bool closed_ = false;  ///< LibreOffice has ended the dialog, since the user closed its window
   std::exception_ptr failure_;
 
-  struct Resizer {
-    int width;
-    int height;
-    std::map<std::u16string, ui::ResizeMode, std::less<>> modes;
-  };
-  std::optional<Resizer> resizer_;
+  FormResizer resizer_{description_};
 };
 
 }  // namespace qva::calc

@@ -1,0 +1,46 @@
+// What the controls of a form do when it becomes wider and higher: the rules of ui::Form::StartResizer.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "platform/controls.h"
+
+namespace qva {
+
+/// How a control follows its form's size. What stands in another control follows with it besides.
+struct Following {
+  bool moves_right = false;
+  bool widens = false;
+  bool moves_down = false;
+  bool heightens = false;
+};
+
+class FormResizer {
+ public:
+  using Mode = std::optional<ui::ResizeMode>;
+
+  /// The description is borrowed.
+  explicit FormResizer(const ui::FormDescription& description);
+
+  /// As ui::Form::StartResizer; an empty `mode` gives none.
+  void Start(int width, int height, const std::function<Mode(std::u16string_view name)>& mode);
+
+  /// By the control's number in the description. Before the start nothing follows.
+  Following Of(std::size_t control) const;
+
+  /// The size that the form started from, in pixels at 100 % scale.
+  int start_width() const { return start_width_; }
+  int start_height() const { return start_height_; }
+
+ private:
+  bool StandsBelowGrid(const ui::ControlDescription& control) const;
+
+  const ui::FormDescription& description_;
+  std::vector<Following> followings_;  ///< empty until the start
+  int start_width_ = 0;
+  int start_height_ = 0;
+};
+
+}  // namespace qva
