@@ -93,7 +93,7 @@ TEST_F(FormControls, ComboBoxShowsCodeAndTextAndAnswersTheCode) {
   combo.SetValue(u"BIUDZ");
   combo.SetItems({{u"PAGR", u"Pagrindinis"}, {u"BIUDZ", u"Biudžetas & kt."}});
   EXPECT_EQ(combo.Value(), u"BIUDZ") << "the code stays when the list comes";
-  EXPECT_EQ(TextOfWindow(Window(u"cbPlan")), u"BIUDZ  Biudžetas & kt.");
+  EXPECT_EQ(TextOfWindow(Window(u"cbPlan")), u"BIUDZ – Biudžetas & kt.");
   combo.SetFocus();
   Show({[&] { EXPECT_EQ(Focus(), u"cbPlan"); }, [] { PressKey(VK_UP); },
         [&] { EXPECT_EQ(combo.Value(), u"PAGR"); }});
@@ -114,7 +114,7 @@ TEST_F(FormControls, ComboBoxCompletesATypedCodeWhenItIsLeft) {
   combo.SetItems({{u"PAGR", u"Pagrindinis"}});
   combo.SetFocus();
   Show({[] { TypeText(u"PAGR"); }, [&] { EXPECT_EQ(combo.Value(), u"PAGR"); }, [] { PressKey(VK_TAB); },
-        [&] { EXPECT_EQ(TextOfWindow(Window(u"cbPlan")), u"PAGR  Pagrindinis"); }});
+        [&] { EXPECT_EQ(TextOfWindow(Window(u"cbPlan")), u"PAGR – Pagrindinis"); }});
   EXPECT_EQ(combo.Value(), u"PAGR");
 }
 

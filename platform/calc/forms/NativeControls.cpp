@@ -9,7 +9,6 @@
 
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/text.h"
 
 namespace qva::calc {
 
@@ -21,11 +20,6 @@ using css::uno::Any;
 namespace {
 
 namespace attribute = css::awt::VclWindowPeerAttribute;
-
-/// What the list of a combo box shows for an item.
-std::u16string Shown(const ui::ComboBox::Item& item) {
-  return item.text.empty() ? item.code : item.code + u" – " + item.text;
-}
 
 }  // namespace
 
@@ -123,22 +117,19 @@ ComboBoxControl::ComboBoxControl(FormWindow& form, const ui::ControlDescription&
 
 void ComboBoxControl::SetItems(std::vector<Item> items) {
   const std::u16string code = Value();
-  items_ = std::move(items);
+  list_.SetItems(std::move(items));
   const auto box = window().As<XComboBox>();
   box->removeItems(0, box->getItemCount());
-  for (const Item& item : items_) box->addItem(ToUno(Shown(item)), box->getItemCount());
+  for (const Item& item : list_.items()) box->addItem(ToUno(CodeList::Shown(item)), box->getItemCount());
   SetValue(code);
 }
 
 std::u16string ComboBoxControl::Value() const {
-  const std::u16string text = FromUno(window().As<XTextComponent>()->getText());
-  const auto item = std::ranges::find_if(items_, [&](const Item& each) { return Shown(each) == text; });
-  return item == items_.end() ? std::u16string(Trim(text)) : item->code;
+  return list_.CodeOf(FromUno(window().As<XTextComponent>()->getText()));
 }
 
 void ComboBoxControl::SetValue(std::u16string_view code) {
-  const auto item = std::ranges::find(items_, code, &Item::code);
-  window().As<XTextComponent>()->setText(item == items_.end() ? ToUno(code) : ToUno(Shown(*item)));
+  window().As<XTextComponent>()->setText(ToUno(list_.Shown(code)));
 }
 
 // --- Buttons -----------------------------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/calc/forms/FormControl.h"
+#include "platform/forms/code_list.h"
 
 namespace qva::calc {
 
@@ -61,7 +62,7 @@ class ComboBoxControl : public FormControl, public ui::ComboBox {
   void SetValue(std::u16string_view code) override;
 
  private:
-  std::vector<Item> items_;
+  CodeList list_;
 };
 
 class ButtonControl : public FormControl, public ui::Button {

@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
-#include "platform/text.h"
 #include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
 namespace {
 
-constexpr std::u16string_view kBetween = u"  ";
 constexpr int kListRows = 10;
-
-std::u16string Shown(const ui::ComboBox::Item& item) {
-  return item.code + std::u16string(kBetween) + item.text;
-}
 
 }  // namespace
 
@@ -63,24 +57,23 @@ NativeComboBox::NativeComboBox(FormWindow& form, const ui::ControlDescription& d
 
 void NativeComboBox::SetItems(std::vector<Item> items) {
   const std::u16string code = Value();
-  items_ = std::move(items);
+  list_.SetItems(std::move(items));
   Send(CB_RESETCONTENT);
-  for (const Item& item : items_) {
-    Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideText(Shown(item)).c_str()));
+  for (const Item& item : list_.items()) {
+    Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideText(CodeList::Shown(item)).c_str()));
   }
   SetValue(code);
 }
 
 std::u16string NativeComboBox::Value() const {
-  const std::u16string text = TextOfWindow(window());
-  const auto item = std::ranges::find(items_, text, &Shown);
-  return item != items_.end() ? item->code : std::u16string(Trim(text));
+  return list_.CodeOf(TextOfWindow(window()));
 }
 
 void NativeComboBox::SetValue(std::u16string_view code) {
-  const auto item = std::ranges::find(items_, code, &Item::code);
-  Send(CB_SETCURSEL, static_cast<WPARAM>(item == items_.end() ? -1 : item - items_.begin()));
-  SetWindowTextW(window(), item == items_.end() ? WideText(code).c_str() : WideText(Shown(*item)).c_str());
+  const auto& items = list_.items();
+  const auto item = std::ranges::find(items, code, &Item::code);
+  Send(CB_SETCURSEL, static_cast<WPARAM>(item == items.end() ? -1 : item - items.begin()));
+  SetWindowTextW(window(), WideText(list_.Shown(code)).c_str());
 }
 
 void NativeComboBox::OnCommand(WORD code) {

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "platform/forms/code_list.h"
 #include "platform/windows/forms/NativeControl.h"
 
 namespace qva::windows {
@@ -35,7 +36,7 @@ class NativeComboBox : public NativeControl, public ui::ComboBox {
   void Place(const RECT& place) override;
 
  private:
-  std::vector<Item> items_;
+  CodeList list_;
 };
 
 }  // namespace qva::windows
