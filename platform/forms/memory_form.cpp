@@ -1,10 +1,12 @@
 #include "platform/forms/memory_form.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "platform/date.h"
+#include "platform/forms/code_list.h"
 #include "platform/forms/form_description.h"
+#include "platform/forms/grid_state.h"
+#include "platform/forms/picker_dates.h"
 #include "platform/text.h"
 
 namespace qva {
@@ -14,15 +16,6 @@ namespace {
 [[noreturn]] void Refuse(std::u16string_view name, std::u16string_view why) {
   throw AutomationError(kInvalidProcedureCall, u"QVA_Varnholt",
                         u"The control " + std::u16string(name) + u" " + std::u16string(why));
-}
-
-/// A day that a picker can show, without its time.
-Date CheckedDay(Date date) {
-  const Date day{std::floor(date.serial)};
-  if (!(day >= DateFromParts(1753, 1, 1) && day <= DateFromParts(9999, 12, 31))) {
-    throw AutomationError(kInvalidPropertyValue, u"QVA_Varnholt", u"A date picker cannot show this date");
-  }
-  return day;
 }
 
 void Raise(const std::function<void()>& event) {
@@ -118,13 +111,18 @@ class MemoryOptionButton : public MemoryControl, public ui::OptionButton {
 class MemoryComboBox : public MemoryControl, public ui::ComboBox {
  public:
   using MemoryControl::MemoryControl;
-  void SetItems(std::vector<Item>) override {}  // any code can be typed; nobody looks the list through
-  std::u16string Value() const override { return code_; }
-  void SetValue(std::u16string_view code) override { code_ = code; }
-  std::u16string Shown() const override { return code_; }
+  void SetItems(std::vector<Item> items) override {
+    const std::u16string code = Value();
+    list_.SetItems(std::move(items));
+    SetValue(code);
+  }
+  std::u16string Value() const override { return list_.CodeOf(text_); }
+  void SetValue(std::u16string_view code) override { text_ = list_.Shown(code); }
+  std::u16string Shown() const override { return Value(); }
 
  private:
-  std::u16string code_;
+  CodeList list_;
+  std::u16string text_;
 };
 
 class MemoryDatePicker : public MemoryControl, public ui::DatePicker {
@@ -132,7 +130,7 @@ class MemoryDatePicker : public MemoryControl, public ui::DatePicker {
   using MemoryControl::MemoryControl;
   Date Value() const override { return date_; }
   void SetValue(Date value) override {
-    const Date day = CheckedDay(value);
+    const Date day = PickerDay(value);
     if (day == date_) return;
     date_ = day;
     Raise(on_change);
@@ -149,7 +147,7 @@ class MemoryMonthView : public MemoryControl, public ui::MonthView {
  public:
   using MemoryControl::MemoryControl;
   Date Value() const override { return date_; }
-  void SetValue(Date value) override { date_ = CheckedDay(value); }
+  void SetValue(Date value) override { date_ = PickerDay(value); }
   std::u16string Shown() const override { return FormatByWindowsPattern(date_, u"yyyy-MM-dd"); }
 
  private:
@@ -171,56 +169,60 @@ class MemoryGrid : public MemoryControl, public ui::Grid {
  public:
   using MemoryControl::MemoryControl;
   void SetColumns(std::vector<ui::GridColumn> columns) override {
-    columns_ = std::move(columns);
+    for (ui::GridColumn& column : columns) column.width = std::max(column.width, 1);  // all are shown
+    state_.SetColumns(std::move(columns));
     Refresh();
   }
   void SetModel(ui::GridModel* model) override {
-    model_ = model;
+    state_.SetModel(model);
     Refresh();
   }
   void Refresh() override {
-    shown_.assign(model_ ? model_->RowCount() : 0, std::vector<std::u16string>(columns_.size()));
+    state_.Refresh();
+    shown_.assign(state_.RowCount(), std::vector<std::u16string>(state_.columns().size()));
     for (std::size_t row = 0; row < shown_.size(); ++row) {
-      for (std::size_t column = 0; column < columns_.size(); ++column) {
-        shown_[row][column] = model_->CellText(row, column);
+      for (std::size_t column = 0; column < shown_[row].size(); ++column) {
+        shown_[row][column] = state_.TextOf({row, column});
       }
     }
-    const std::size_t rows = RowCount();
-    if (rows == 0) {
-      current_.reset();
-    } else if (!current_ || *current_ >= rows) {
-      current_ = current_ ? rows - 1 : 0;
-    }
   }
-  std::optional<std::size_t> CurrentRow() const override { return current_; }
+  std::optional<std::size_t> CurrentRow() const override {
+    const auto row = state_.CurrentRow();
+    return row && *row < RowCount() ? row : std::nullopt;
+  }
   void SetCurrentRow(std::size_t row) override {
-    if (row < RowCount()) current_ = row;
+    if (row < RowCount()) state_.MoveTo({row, state_.current().column});
   }
 
   // What is shown, which is not what the model has until it asks for a Refresh.
   std::size_t RowCount() const { return shown_.size(); }
   const std::u16string& CellText(std::size_t row, std::size_t column) const { return shown_[row][column]; }
 
-  const std::vector<ui::GridColumn>& columns() const { return columns_; }
-  ui::GridModel* model() const { return model_; }
-  std::size_t ColumnNumber(std::u16string_view name) const {
-    const auto column = std::ranges::find(columns_, name, &ui::GridColumn::name);
-    if (column == columns_.end()) Refuse(Name(), u"has no column " + std::u16string(name));
-    return static_cast<std::size_t>(column - columns_.begin());
+  GridState& state() { return state_; }
+  std::vector<ui::GridColumn> columns() const {
+    std::vector<ui::GridColumn> columns;
+    for (const ShownColumn& column : state_.columns()) columns.push_back(column.description);
+    return columns;
   }
-  /// The column of a cell that is there; its row becomes the current one.
-  std::size_t Enter(std::size_t row, std::u16string_view column) {
+  std::size_t ColumnNumber(std::u16string_view name) const {
+    const auto is_it = [&](const ShownColumn& column) { return column.description.name == name; };
+    const auto column = std::ranges::find_if(state_.columns(), is_it);
+    if (column == state_.columns().end()) Refuse(Name(), u"has no column " + std::u16string(name));
+    return static_cast<std::size_t>(column - state_.columns().begin());
+  }
+  /// Makes a cell the current one, also of the empty line.
+  void Enter(std::size_t row, std::u16string_view column) {
     const std::size_t number = ColumnNumber(column);
-    if (row >= RowCount()) Refuse(Name(), u"has no row " + NumberText(static_cast<long long>(row) + 1));
-    current_ = row;
-    return number;
+    if (row >= state_.lines()) RefuseRow(row);
+    state_.MoveTo({row, number});
+  }
+  [[noreturn]] void RefuseRow(std::size_t row) const {
+    Refuse(Name(), u"has no row " + NumberText(static_cast<long long>(row) + 1));
   }
 
  private:
-  std::vector<ui::GridColumn> columns_;
-  ui::GridModel* model_ = nullptr;
+  GridState state_;
   std::vector<std::vector<std::u16string>> shown_;
-  std::optional<std::size_t> current_;
 };
 
 class MemoryButton : public MemoryControl, public ui::Button {
@@ -351,29 +353,25 @@ void MemoryForm::PressKey(std::u16string_view name, int character) {
 bool MemoryForm::TypeCell(std::u16string_view grid, std::size_t row, std::u16string_view column,
                           std::u16string_view text) {
   auto& control = Usable<MemoryGrid>(grid, u"typed into");
-  if (control.columns().at(control.ColumnNumber(column)).read_only) {
+  control.Enter(row, column);
+  GridState& state = control.state();
+  if (state.CurrentColumn()->description.read_only) {
     Refuse(grid, u"has the read-only column " + std::u16string(column));
   }
-  const bool is_new = control.model() && row == control.RowCount();
-  if (is_new) control.model()->AppendRow();
-  const std::size_t number = control.Enter(row, column);
-  const bool taken = control.model()->SetCellText(row, number, text);
-  if (is_new && !taken) control.model()->DeleteRow(row);
-  return taken;
+  if (!state.BeginRow()) control.RefuseRow(row);
+  return state.Store(text);
 }
 
 void MemoryForm::PressCellButton(std::u16string_view grid, std::size_t row, std::u16string_view column) {
   auto& control = Usable<MemoryGrid>(grid, u"pressed");
-  const std::size_t number = control.Enter(row, column);
-  if (!control.columns()[number].cell_button) {
-    Refuse(grid, u"has no button in column " + std::u16string(column));
-  }
-  control.model()->PressCellButton(row, number);
+  control.Enter(row, column);
+  if (!control.state().HasButton()) Refuse(grid, u"has no button in column " + std::u16string(column));
+  control.state().PressButton();
 }
 
 void MemoryForm::SelectRow(std::u16string_view grid, std::size_t row) {
   auto& control = Usable<MemoryGrid>(grid, u"pressed");
-  if (row >= control.RowCount()) Refuse(grid, u"has no row " + NumberText(static_cast<long long>(row) + 1));
+  if (row >= control.RowCount()) control.RefuseRow(row);
   control.SetCurrentRow(row);
 }
 
@@ -393,7 +391,7 @@ std::u16string MemoryForm::Text(std::u16string_view name) {
 std::u16string MemoryForm::CellText(std::u16string_view grid, std::size_t row, std::u16string_view column) {
   auto& control = *As<MemoryGrid>(grid);
   const std::size_t number = control.ColumnNumber(column);
-  if (row >= control.RowCount()) Refuse(grid, u"has no row " + NumberText(static_cast<long long>(row) + 1));
+  if (row >= control.RowCount()) control.RefuseRow(row);
   return control.CellText(row, number);
 }
 
@@ -401,7 +399,7 @@ std::size_t MemoryForm::RowCount(std::u16string_view grid) {
   return As<MemoryGrid>(grid)->RowCount();
 }
 
-const std::vector<ui::GridColumn>& MemoryForm::Columns(std::u16string_view grid) {
+std::vector<ui::GridColumn> MemoryForm::Columns(std::u16string_view grid) {
   return As<MemoryGrid>(grid)->columns();
 }
 

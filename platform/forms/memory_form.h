@@ -63,7 +63,7 @@ class MemoryForm : public ui::Form {
   /// What a cell of a grid shows.
   std::u16string CellText(std::u16string_view grid, std::size_t row, std::u16string_view column);
   std::size_t RowCount(std::u16string_view grid);
-  const std::vector<ui::GridColumn>& Columns(std::u16string_view grid);
+  std::vector<ui::GridColumn> Columns(std::u16string_view grid);
 
   /// The control that has the focus; empty when none was given it.
   const std::u16string& focused() const { return focused_; }

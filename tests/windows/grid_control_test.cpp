@@ -1,6 +1,5 @@
 #include "platform/windows/forms/GridControl.h"
 
-#include "platform/windows/forms/GridKeys.h"
 #include "tests/windows/grid_test.h"
 
 namespace qva::windows {
@@ -8,23 +7,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-TEST(KeyTarget, LeavesTabAndPageKeysWithCtrlToTheForm) {
-  const GridExtent extent{.lines = 3, .columns = 3, .page = 2};
-  EXPECT_EQ(KeyTarget(VK_NEXT, false, false, {0, 2}, extent), (GridCell{2, 2}));
-  EXPECT_EQ(KeyTarget(VK_NEXT, true, false, {0, 2}, extent), std::nullopt);
-  EXPECT_EQ(KeyTarget(VK_PRIOR, true, false, {2, 2}, extent), std::nullopt);
-  EXPECT_EQ(KeyTarget(VK_TAB, false, false, {0, 2}, extent), (GridCell{1, 0}));
-  EXPECT_EQ(KeyTarget(VK_TAB, true, false, {0, 2}, extent), std::nullopt);
-  EXPECT_EQ(KeyTarget(VK_TAB, true, true, {1, 2}, extent), std::nullopt);
-}
-
-TEST(KeyTarget, LeadsNowhereInAGridWithoutCells) {
-  for (const UINT key : {VK_TAB, VK_DOWN, VK_END, VK_NEXT}) {
-    EXPECT_EQ(KeyTarget(key, false, false, {}, {.lines = 0, .columns = 3}), std::nullopt);
-    EXPECT_EQ(KeyTarget(key, false, false, {}, {.lines = 3, .columns = 0}), std::nullopt);
-  }
-}
 
 TEST(GridControl, RaisesOutOfMemoryWhereNoWindowCanBeMade) {
   HWND gone = nullptr;  // a child needs a parent

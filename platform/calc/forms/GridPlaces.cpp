@@ -17,9 +17,9 @@ constexpr int kCellButtonWidth = 22;
 
 }  // namespace
 
-void GridPlaces::SetColumns(const std::vector<ui::GridColumn>& columns) {
+void GridPlaces::SetColumns(const std::vector<ShownColumn>& columns) {
   widths_.clear();
-  for (const ui::GridColumn& column : columns) widths_.push_back(std::max(column.width, 0));
+  for (const ShownColumn& column : columns) widths_.push_back(column.description.width);
 }
 
 void GridPlaces::SetArea(int width, int height, double scale, int bar) {
@@ -70,14 +70,14 @@ Rectangle GridPlaces::HeaderPlace(std::size_t column) const {
   return {left, 1, Right(column) - left, header_height()};
 }
 
-Rectangle GridPlaces::CellPlace(const Cell& cell) const {
+Rectangle GridPlaces::CellPlace(const GridCell& cell) const {
   Rectangle place = HeaderPlace(cell.column);
-  place.Y += header_height() + (static_cast<int>(cell.row) - static_cast<int>(first_)) * row_height();
+  place.Y += header_height() + (static_cast<int>(cell.line) - static_cast<int>(first_)) * row_height();
   place.Height = row_height();
   return place;
 }
 
-Rectangle GridPlaces::ButtonPlace(const Cell& cell) const {
+Rectangle GridPlaces::ButtonPlace(const GridCell& cell) const {
   Rectangle place = CellPlace(cell);
   const int width = std::min(static_cast<int>(std::lround(kCellButtonWidth * scale_)), place.Width / 2);
   place.X += place.Width - width;
@@ -90,13 +90,13 @@ Rectangle GridPlaces::BarPlace() const {
   return {width_ - 1 - bar_, 1 + header_height(), bar_, height_ - 2 - header_height()};
 }
 
-std::optional<GridPlaces::Cell> GridPlaces::CellAt(int x, int y) const {
+std::optional<GridCell> GridPlaces::CellAt(int x, int y) const {
   if (y < 1 + header_height()) return std::nullopt;
-  const std::size_t row = first_ + static_cast<std::size_t>((y - 1 - header_height()) / row_height());
-  if (row >= lines_) return std::nullopt;
+  const std::size_t line = first_ + static_cast<std::size_t>((y - 1 - header_height()) / row_height());
+  if (line >= lines_) return std::nullopt;
   for (std::size_t column = 0; column < widths_.size(); ++column) {
     const Rectangle place = HeaderPlace(column);
-    if (x >= place.X && x < place.X + place.Width) return Cell{row, column};
+    if (x >= place.X && x < place.X + place.Width) return GridCell{line, column};
   }
   return std::nullopt;
 }

@@ -6,20 +6,14 @@
 #include <optional>
 #include <vector>
 
-#include "platform/controls.h"
+#include "platform/forms/grid_state.h"
 
 namespace qva::calc {
 
-/// Places in a grid's pixels. Columns share the width by their own widths; those of width 0 are hidden.
+/// Places in a grid's pixels. Columns share the width by their own widths.
 class GridPlaces {
  public:
-  struct Cell {
-    std::size_t row = 0;
-    std::size_t column = 0;
-    bool operator==(const Cell&) const = default;
-  };
-
-  void SetColumns(const std::vector<ui::GridColumn>& columns);
+  void SetColumns(const std::vector<ShownColumn>& columns);
   /// `scale` as in Theme; the bar for scrolling is `bar` pixels wide when it is shown.
   void SetArea(int width, int height, double scale, int bar);
   /// How many lines there are, the empty last one among them.
@@ -34,12 +28,11 @@ class GridPlaces {
   std::size_t visible_lines() const;
   bool scrolls() const { return lines_ > visible_lines(); }
 
-  bool IsHidden(std::size_t column) const { return widths_[column] == 0; }
   css::awt::Rectangle HeaderPlace(std::size_t column) const;
-  css::awt::Rectangle CellPlace(const Cell& cell) const;
-  css::awt::Rectangle ButtonPlace(const Cell& cell) const;
+  css::awt::Rectangle CellPlace(const GridCell& cell) const;
+  css::awt::Rectangle ButtonPlace(const GridCell& cell) const;
   css::awt::Rectangle BarPlace() const;
-  std::optional<Cell> CellAt(int x, int y) const;
+  std::optional<GridCell> CellAt(int x, int y) const;
   int header_height() const;
   int row_height() const;
 

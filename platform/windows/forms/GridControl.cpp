@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "platform/error.h"
+#include "platform/forms/grid_keys.h"
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/GridHeader.h"
-#include "platform/windows/forms/GridKeys.h"
 #include "platform/windows/forms/Keyboard.h"
 
 namespace qva::windows {
@@ -44,6 +44,31 @@ void SetHeaderItem(HWND header, UINT message, int item, int width, const wchar_t
   SendMessageW(header, message, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&description));
 }
 
+std::optional<GridKey> GridKeyOf(UINT key) {
+  switch (key) {
+    case VK_LEFT:
+      return GridKey::Left;
+    case VK_RIGHT:
+      return GridKey::Right;
+    case VK_UP:
+      return GridKey::Up;
+    case VK_DOWN:
+      return GridKey::Down;
+    case VK_PRIOR:
+      return GridKey::PageUp;
+    case VK_NEXT:
+      return GridKey::PageDown;
+    case VK_HOME:
+      return GridKey::Home;
+    case VK_END:
+      return GridKey::End;
+    case VK_TAB:
+      return GridKey::Tab;
+    default:
+      return std::nullopt;
+  }
+}
+
 }  // namespace
 
 WindowClass GridControl::class_ = {L"QVA_Varnholt.Grid", &GridControl::Procedure, CS_DBLCLKS};
@@ -67,7 +92,7 @@ GridControl::GridControl(HWND parent, int id, std::u16string name, const UiScale
 }
 
 GridControl::~GridControl() {
-  model_ = nullptr;  // it may have gone before
+  state_.SetModel(nullptr);  // it may have gone before
   if (window_) DestroyWindow(window_);
 }
 
@@ -82,59 +107,45 @@ void GridControl::SetFont(HFONT font) {
 
 void GridControl::Rescale(const UiScale& scale) {
   const UiScale before = std::exchange(scale_, scale);
-  for (std::size_t column = 0; column < columns_.size(); ++column) {
+  for (std::size_t column = 0; column < state_.columns().size(); ++column) {
     const RECT area = layout_.CellArea({0, column});
     const int width = MulDiv(static_cast<int>(area.right - area.left) + 1, scale.dpi, before.dpi);
     SetHeaderItem(header_, HDM_SETITEMW, static_cast<int>(column) + 1,
                   std::max(width, scale_(kLeastColumnWidth)), nullptr);
   }
-  if (!columns_.empty()) SetHeaderItem(header_, HDM_SETITEMW, 0, scale_(kMarkerWidth), nullptr);
+  if (!state_.columns().empty()) SetHeaderItem(header_, HDM_SETITEMW, 0, scale_(kMarkerWidth), nullptr);
   SetFont(font_);
 }
 
 void GridControl::SetColumns(std::vector<ui::GridColumn> columns) {
   EndEdit(false);
-  columns_.clear();
+  state_.SetColumns(std::move(columns));
   while (SendMessageW(header_, HDM_DELETEITEM, 0, 0)) continue;
-  for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (columns[i].width > 0) columns_.push_back({std::move(columns[i]), i});
-  }
-  if (!columns_.empty()) SetHeaderItem(header_, HDM_INSERTITEMW, 0, scale_(kMarkerWidth), L"");
+  if (!state_.columns().empty()) SetHeaderItem(header_, HDM_INSERTITEMW, 0, scale_(kMarkerWidth), L"");
   int item = 0;
-  for (const ShownColumn& column : columns_) {
+  for (const ShownColumn& column : state_.columns()) {
     SetHeaderItem(header_, HDM_INSERTITEMW, ++item,
                   std::max(scale_(column.description.width), scale_(kLeastColumnWidth)),
                   WideText(column.description.caption).c_str());
   }
-  current_.column = 0;
   Refresh();
 }
 
 void GridControl::SetModel(ui::GridModel* model) {
-  model_ = model;
+  state_.SetModel(model);
   Refresh();
 }
 
 void GridControl::Refresh() {
-  // The row behind it may be another one by now.
-  new_row_.reset();
+  state_.Refresh();
   editor_.Close();
-  const std::size_t rows = RowCount();
-  const bool stays_on_empty_line = current_.line == shown_rows_ && rows == shown_rows_;
-  if (!stays_on_empty_line) current_.line = std::min(current_.line, rows > 0 ? rows - 1 : 0);
-  shown_rows_ = rows;
-  layout_.SetLines(model_ ? rows + 1 : 0);
+  layout_.SetLines(state_.lines());
   layout_.Arrange();
 }
 
-std::optional<std::size_t> GridControl::CurrentRow() const {
-  if (current_.line >= RowCount()) return std::nullopt;
-  return current_.line;
-}
-
 void GridControl::SetCurrentRow(std::size_t row) {
-  if (row != current_.line) EndEdit(true);
-  if (row < RowCount()) MoveTo({row, current_.column});
+  if (row != state_.current().line) EndEdit(true);
+  if (row < state_.RowCount()) MoveTo({row, state_.current().column});
 }
 
 LRESULT CALLBACK GridControl::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
@@ -264,10 +275,8 @@ void GridControl::Paint() {
   const HWND focus = GetFocus();
   PaintGrid(painting.paint.hdc, dirty,
             {.layout = layout_,
-             .columns = columns_,
-             .model = model_,
+             .state = state_,
              .font = font_,
-             .current = current_,
              .is_enabled = Enabled(),
              .has_focus = focus == window_ || focus == editor_.window(),
              .is_edited = editor_.is_open(),
@@ -315,7 +324,8 @@ bool GridControl::PressKey(UINT key) {
       PressCellButton();
       return true;
     case VK_DELETE:
-      DeleteCurrentRow();
+      state_.DeleteCurrentRow();
+      Show();
       return true;
     default: {
       const auto target = Target(key);
@@ -326,14 +336,15 @@ bool GridControl::PressKey(UINT key) {
 }
 
 void GridControl::TypeCharacter(WPARAM character) {
-  const ShownColumn* column = CurrentColumn();
+  const ShownColumn* column = state_.CurrentColumn();
   if (!column) return;
   // The keys that follow fast are still the grid's.
   const bool is_open = editor_.is_open();
   if (!is_open && (character < VK_SPACE || IsDown(VK_CONTROL) != IsDown(VK_MENU))) return;
   if (column->description.check_box) {
-    if (character == VK_SPACE) TurnMark();
-    return;
+    if (character != VK_SPACE) return;
+    state_.TurnMark();
+    return Show();
   }
   if (!is_open) BeginEdit(false);
   if (editor_.is_open()) SendMessageW(editor_.window(), WM_CHAR, character, 1);
@@ -342,10 +353,10 @@ void GridControl::TypeCharacter(WPARAM character) {
 void GridControl::PressMouse(POINT place, bool is_double) {
   ::SetFocus(window_);  // stores what is being edited, which may change the lines
   const auto line = layout_.LineAt(place.y);
-  if (!line || columns_.empty()) return;
+  if (!line || state_.columns().empty()) return;
   const auto column = layout_.ColumnAt(place.x);
-  const GridCell cell{*line, column.value_or(current_.column)};
-  const bool was_current = cell == current_;
+  const GridCell cell{*line, column.value_or(state_.current().column)};
+  const bool was_current = cell == state_.current();
   const RECT button = CurrentButton();
   MoveTo(cell);
   if (!column || !was_current) return;
@@ -353,8 +364,9 @@ void GridControl::PressMouse(POINT place, bool is_double) {
     is_tracking_ = is_button_pressed_ = true;
     SetCapture(window_);
     Invalidate();
-  } else if (CurrentColumn()->description.check_box) {
-    TurnMark();
+  } else if (state_.CurrentColumn()->description.check_box) {
+    state_.TurnMark();
+    Show();
   } else if (is_double) {
     BeginEdit(true);
   }
@@ -383,106 +395,59 @@ void GridControl::TurnWheel(int delta) {
   wheel_ %= WHEEL_DELTA;
 }
 
-const ShownColumn* GridControl::CurrentColumn() const {
-  return model_ && current_.column < columns_.size() ? &columns_[current_.column] : nullptr;
-}
-
 RECT GridControl::CurrentButton() const {
-  const ShownColumn* column = CurrentColumn();
-  return column && column->description.cell_button ? CellButtonArea(layout_.CellArea(current_)) : RECT{};
+  return state_.HasButton() ? CellButtonArea(layout_.CellArea(state_.current())) : RECT{};
 }
 
 std::optional<GridCell> GridControl::Target(UINT key) const {
-  return KeyTarget(key, IsDown(VK_CONTROL), IsDown(VK_SHIFT), current_,
-                   {layout_.lines(), columns_.size(), layout_.PageSize()});
+  const std::optional<GridKey> grid_key = GridKeyOf(key);
+  if (!grid_key) return std::nullopt;
+  return KeyTarget(*grid_key, IsDown(VK_CONTROL), IsDown(VK_SHIFT), state_.current(),
+                   {layout_.lines(), state_.columns().size(), layout_.PageSize()});
 }
 
 void GridControl::MoveTo(GridCell cell) {
-  current_ = cell;
+  state_.MoveTo(cell);
   if (!layout_.Show(cell)) Invalidate();
 }
 
-bool GridControl::EnsureRow() {
-  const std::size_t line = current_.line;
-  if (line < RowCount()) return true;
-  if (!model_) return false;
-  model_->AppendRow();
-  Refresh();
-  if (line >= RowCount()) return false;
-  new_row_ = line;
-  MoveTo({line, current_.column});
-  return true;
-}
-
-void GridControl::DropRow(std::size_t row) {
-  if (row + 1 != RowCount()) return;  // the model has changed it already
-  model_->DeleteRow(row);
-  Refresh();
-  MoveTo({RowCount(), current_.column});
+void GridControl::Show() {
+  layout_.SetLines(state_.lines());
+  layout_.Arrange();
+  MoveTo(state_.current());
 }
 
 void GridControl::BeginEdit(bool keep_text) {
-  const ShownColumn* column = CurrentColumn();
-  if (!column || column->description.read_only || column->description.check_box || !EnsureRow()) return;
-  layout_.Show(current_);
-  RECT area = layout_.CellArea(current_);
-  if (column->description.cell_button) area.right = CellButtonArea(area).left;
+  if (!state_.TakesText()) return;
+  const bool has_row = state_.BeginRow();
+  Show();
+  if (!has_row) return;
+  RECT area = layout_.CellArea(state_.current());
+  if (state_.HasButton()) area.right = CellButtonArea(area).left;
   const int spacing = scale_(kLineSpacing);  // the field writes at its top
   const RECT field{area.left + 1, area.top + spacing, area.right - 1, area.bottom - spacing};  // in a frame
-  editor_.Open(field, kCellPadding - 1,
-               keep_text ? model_->CellText(current_.line, column->model_column) : std::u16string());
+  editor_.Open(field, kCellPadding - 1, keep_text ? state_.CurrentText() : std::u16string());
   Invalidate();
 }
 
 bool GridControl::EndEdit(bool store) {
   if (!editor_.is_open()) return true;
-  const bool is_changed = store && model_ && editor_.is_modified();
+  const bool is_changed = store && state_.model() && editor_.is_modified();
   const std::u16string text = editor_.Text();
   editor_.Close();
-  Invalidate();
-  if (is_changed) return Store(text);
-  if (const auto new_row = std::exchange(new_row_, std::nullopt)) DropRow(*new_row);
-  return true;
-}
-
-bool GridControl::Store(std::u16string_view text) {
-  const auto new_row = std::exchange(new_row_, std::nullopt);
-  const bool is_stored = model_->SetCellText(current_.line, columns_[current_.column].model_column, text);
-  if (new_row && !is_stored) DropRow(*new_row);
-  Invalidate();
-  return is_stored;
+  const bool is_stored = is_changed && state_.Store(text);
+  state_.GiveUp();
+  Show();
+  return is_stored || !is_changed;
 }
 
 void GridControl::PressCellButton() {
   EndEdit(true);
-  const ShownColumn* column = CurrentColumn();
-  if (!column || !column->description.cell_button || !EnsureRow()) return;
-  const std::size_t row = current_.line;
-  const auto new_row = std::exchange(new_row_, std::nullopt);
-  const auto texts = [&] {
-    std::vector<std::u16string> result;
-    for (const ShownColumn& shown : columns_) result.push_back(model_->CellText(row, shown.model_column));
-    return result;
-  };
-  const std::vector<std::u16string> before = texts();
-  model_->PressCellButton(row, column->model_column);
-  if (new_row && model_ && row < RowCount() && texts() == before) DropRow(row);
-  Invalidate();
+  if (!state_.HasButton()) return;
+  state_.PressButton();
+  Show();
   // A window that was shown meanwhile may have left the focus with the form.
   if (GetActiveWindow() == GetAncestor(window_, GA_ROOT)) ::SetFocus(window_);
-}
-
-void GridControl::TurnMark() {
-  const ShownColumn* column = CurrentColumn();
-  if (!column || column->description.read_only || !EnsureRow()) return;
-  Store(IsTrue(model_->CellText(current_.line, column->model_column)) ? u"False" : u"True");
-}
-
-void GridControl::DeleteCurrentRow() {
-  const auto row = CurrentRow();
-  if (!row) return;
-  model_->DeleteRow(*row);
-  Refresh();
 }
 
 }  // namespace qva::windows

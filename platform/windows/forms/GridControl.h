@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/forms/grid_state.h"
 #include "platform/windows/forms/GridEditor.h"
 #include "platform/windows/forms/GridLayout.h"
 #include "platform/windows/forms/GridPainter.h"
@@ -51,7 +52,7 @@ class GridControl : public ui::Grid, private GridEditor::Owner {
   void SetModel(ui::GridModel* model) override;
   /// What is being edited is given up.
   void Refresh() override;
-  std::optional<std::size_t> CurrentRow() const override;
+  std::optional<std::size_t> CurrentRow() const override { return state_.CurrentRow(); }
   /// A row that is not there is passed over. The row comes into sight.
   void SetCurrentRow(std::size_t row) override;
 
@@ -72,23 +73,15 @@ class GridControl : public ui::Grid, private GridEditor::Owner {
   void ReleaseMouse();
   void TurnWheel(int delta);
 
-  std::size_t RowCount() const { return model_ ? model_->RowCount() : 0; }
-  const ShownColumn* CurrentColumn() const;
   RECT CurrentButton() const;
   std::optional<GridCell> Target(UINT key) const;
   void MoveTo(GridCell cell);
-  /// Has a row to write into, where need be a new one. False when the model gives none.
-  bool EnsureRow();
-  /// Takes away a row that EnsureRow made and goes back to the empty line.
-  void DropRow(std::size_t row);
+  /// What the state has become, in sight.
+  void Show();
   void BeginEdit(bool keep_text);
   /// False when the model refused the text.
   bool EndEdit(bool store);
-  /// Stores a text in the current cell. False when the model refused it.
-  bool Store(std::u16string_view text);
   void PressCellButton();
-  void TurnMark();
-  void DeleteCurrentRow();
   void Invalidate() { InvalidateRect(window_, nullptr, FALSE); }
 
   std::u16string name_;
@@ -99,12 +92,8 @@ class GridControl : public ui::Grid, private GridEditor::Owner {
   HFONT font_ = nullptr;
   GridLayout layout_;
   GridEditor editor_;
-  std::vector<ShownColumn> columns_;
-  ui::GridModel* model_ = nullptr;
-  std::size_t shown_rows_ = 0;  ///< those at the last refresh; the line behind them is the empty one
-  GridCell current_;
-  std::optional<std::size_t> new_row_;  ///< made for what is being done, without anything in it yet
-  bool is_tracking_ = false;            ///< the mouse went down on the cell's button
+  GridState state_;
+  bool is_tracking_ = false;  ///< the mouse went down on the cell's button
   bool is_button_pressed_ = false;
   int wheel_ = 0;  ///< what is left of a turn that was no whole line
 };

@@ -4,16 +4,10 @@
 #include <cstddef>
 #include <optional>
 
+#include "platform/forms/grid_state.h"
 #include "platform/windows/WindowsApi.h"
 
 namespace qva::windows {
-
-/// A cell by its line and its column, both from 0; columns count without the hidden ones.
-struct GridCell {
-  std::size_t line = 0;
-  std::size_t column = 0;
-  bool operator==(const GridCell&) const = default;
-};
 
 /// Lines below each other under a header control, whose first item heads the column of the row marker. Places
 /// are pixels of the window's inside.

@@ -53,11 +53,11 @@ class Painter {
     const GridLayout& layout = picture_.layout;
     const RECT body = layout.Body();
     Fill(context_, body, picture_.is_enabled ? COLOR_WINDOW : COLOR_BTNFACE);
-    if (picture_.columns.empty()) return;
+    if (picture_.state.columns().empty()) return;
     const std::size_t end = std::min(layout.lines(), layout.top_line() + layout.PageSize() + 1);
     for (std::size_t line = layout.top_line(); line < end; ++line) {
       PaintMarker(line);
-      for (std::size_t column = 0; column < picture_.columns.size(); ++column) {
+      for (std::size_t column = 0; column < picture_.state.columns().size(); ++column) {
         const GridCell cell{line, column};
         const RECT area = layout.CellArea(cell);
         if (area.left < dirty.right && area.right > dirty.left) PaintCell(cell, area);
@@ -66,7 +66,7 @@ class Painter {
   }
 
  private:
-  bool IsRow(std::size_t line) const { return picture_.model && line < picture_.model->RowCount(); }
+  bool IsRow(std::size_t line) const { return line < picture_.state.RowCount(); }
 
   void Write(std::u16string_view text, RECT area, int color, UINT alignment) const {
     SetTextColor(context_, GetSysColor(color));
@@ -85,7 +85,7 @@ class Painter {
     const RECT area = picture_.layout.MarkerArea(line);
     Fill(context_, area, COLOR_BTNFACE);
     Separate(area);
-    const bool is_current = line == picture_.current.line;
+    const bool is_current = line == picture_.state.current().line;
     if (!IsRow(line)) {
       Write(u"*", area, COLOR_BTNTEXT, DT_CENTER);
     } else if (is_current) {
@@ -100,8 +100,8 @@ class Painter {
   }
 
   void PaintCell(GridCell cell, RECT area) const {
-    const ShownColumn& column = picture_.columns[cell.column];
-    const bool is_current = cell == picture_.current;
+    const ShownColumn& column = picture_.state.columns()[cell.column];
+    const bool is_current = cell == picture_.state.current();
     const bool is_edited = is_current && picture_.is_edited;
     int text_color = picture_.is_enabled ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT;
     Separate(area);
@@ -119,9 +119,9 @@ class Painter {
       return;
     }
     if (IsRow(cell.line)) {
-      const std::u16string text = picture_.model->CellText(cell.line, column.model_column);
+      const std::u16string text = picture_.state.TextOf(cell);
       if (column.description.check_box) {
-        PaintMark(area, IsTrue(text));
+        PaintMark(area, IsMarked(text));
       } else {
         Write(text, {area.left + kCellPadding, area.top, area.right - kCellPadding, area.bottom}, text_color,
               DT_LEFT);
@@ -159,14 +159,6 @@ class Painter {
 RECT CellButtonArea(const RECT& cell) {
   const LONG width = std::min(cell.bottom - cell.top, cell.right - cell.left);
   return {cell.right - width, cell.top, cell.right, cell.bottom};
-}
-
-bool IsTrue(std::u16string_view text) {
-  try {
-    return !text.empty() && Value(text).ToBoolean();
-  } catch (const AutomationError&) {
-    return false;
-  }
 }
 
 void PaintGrid(HDC target, const RECT& dirty, const GridPicture& picture) {
