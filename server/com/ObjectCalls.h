@@ -10,7 +10,7 @@
 namespace qva::com {
 
 /// Answers IDispatch and vtable calls for one object. Nothing throws; failures are reported as
-/// server/com/ServerErrors.h says.
+/// server/com/ServerErrors.h says. Its owner keeps it alive through each call.
 class ObjectCalls {
  public:
   explicit ObjectCalls(ObjectPtr object) : object_(std::move(object)), table_(object_->MemberTable()) {}
