@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/windows/Busy.h"
+#include "platform/windows/Error.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
 #include "server/call_log.h"
@@ -190,22 +191,21 @@ HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* res
     const Member& member = table_->members().at(place);
     const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
     logged.Begins(*object_, is_put ? Access::Put : Access::Call, member.name);
-    if (member.result != ParameterType::None) {
-      if (!result) return E_POINTER;
-      std::memset(result, 0, SizeOf(member.result));
-    }
+    if (result) std::memset(result, 0, SizeOf(member.result));
+    bool lacks_pointer = member.result != ParameterType::None && !result;
     std::vector<Value> values;
     std::vector<VARIANT> variants;
     for (const Parameter& parameter : member.parameters) {
       VARIANT variant = Borrow(parameter, raw[variants.size()]);
       const bool is_left_out = parameter.by_reference && !variant.byref;
-      if (is_left_out && !parameter.optional) return E_POINTER;
+      lacks_pointer = lacks_pointer || (is_left_out && !parameter.optional);
       Value value = is_left_out ? Value(Missing{}) : windows::FromVariant(variant);
       if (parameter.optional && value.Is(Value::Type::Missing)) value = parameter.default_value;
       values.push_back(std::move(value));
       variants.push_back(variant);
     }
     logged.Takes(values);
+    if (lacks_pointer) throw windows::ErrorOf(E_POINTER);
     const std::vector<Value> before = values;
     auto write_back = [&] {
       for (std::size_t i = 0; i < values.size(); ++i) {
