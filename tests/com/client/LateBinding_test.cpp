@@ -347,7 +347,7 @@ TEST_F(NamedByReference, GetsItsOwnResultInAnyOrder) {
 
 TEST_F(NamedByReference, GetsWhatAMemberThatFailsLeavesInIt) {
   divisor_ = 0;
-  EXPECT_EQ(Divide({2, 3, 1}, 1).error_code, ErrorResult(kInvalidProcedureCall));
+  EXPECT_EQ(Divide({3, 2, 1}, 1).error_code, ErrorResult(kInvalidProcedureCall));
   EXPECT_EQ(quotient_, 0);
   EXPECT_EQ(remainder_.lVal, 17);
 }
