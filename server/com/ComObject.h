@@ -3,6 +3,7 @@
 
 #include <type_traits>
 
+#include "platform/windows/ComPtr.h"
 #include "platform/windows/Counted.h"
 #include "platform/windows/OwnObject.h"
 #include "server/com/ObjectCalls.h"
@@ -12,7 +13,8 @@ namespace qva::com {
 
 /// The COM object of one object of the library: late-bound by its member table through IDispatch, early-bound
 /// by `Interface`, which the derived face completes with one forwarding line for each member. An object has
-/// one COM object at a time, so that its identity holds; it lives as long as a caller holds it.
+/// one COM object at a time, so that its identity holds; it lives as long as a caller holds it, and to the
+/// end of a call in which the caller lets go of it. The module is in use until then.
 template <class Interface>
 class ComObject
     : public windows::Counted<Interface, ISupportErrorInfo, IProvideClassInfo, windows::OwnObject> {
@@ -44,7 +46,7 @@ class ComObject
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments,
                                    VARIANT* result, EXCEPINFO* error, UINT* argument) override {
-    const Hold hold(*this);
+    const windows::ComPtr<ComObject> hold(this);
     return calls_.Invoke(id, flags, arguments, result, error, argument);
   }
 
@@ -69,25 +71,13 @@ class ComObject
   /// Calls the member at a place of the member table. The arguments are those of the vtable member, in order.
   template <class... Arguments>
   HRESULT Forward(std::size_t place, void* result, Arguments... arguments) noexcept {
-    const Hold hold(*this);
+    const windows::ComPtr<ComObject> hold(this);
     const void* const raw[] = {&arguments..., nullptr};
     return calls_.CallPlace(place, __uuidof(Interface), result, raw);
   }
 
  private:
   using Base = windows::Counted<Interface, ISupportErrorInfo, IProvideClassInfo, windows::OwnObject>;
-
-  /// Keeps the object alive through a call in which the caller lets go of it.
-  class Hold {
-   public:
-    explicit Hold(ComObject& object) : object_(object) { object_.AddRef(); }
-    Hold(const Hold&) = delete;
-    Hold& operator=(const Hold&) = delete;
-    ~Hold() { object_.Release(); }
-
-   private:
-    ComObject& object_;
-  };
 
   /// Whether the type library describes the object.
   static constexpr bool IsDescribed() { return !std::is_same_v<Interface, IDispatch>; }

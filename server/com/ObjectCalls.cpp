@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/windows/Busy.h"
+#include "platform/windows/Error.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
 #include "server/call_log.h"
@@ -143,7 +144,6 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
                             UINT* argument) const noexcept {
   if (!arguments || !IsSound(*arguments)) return E_INVALIDARG;
   if (result) VariantInit(result);
-  const ObjectPtr object = object_;
   const windows::BusyBudget operation;
   LateArguments late;
   const Member* member = nullptr;
@@ -152,14 +152,14 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
     const MemberIds ids(table_);
     if (!ids.IsMember(id)) return DISP_E_MEMBERNOTFOUND;
     const std::u16string_view name = ids.MemberName(id);
-    logged.Begins(*object, IsPut(flags) ? Access::Put : Access::Call, name);
+    logged.Begins(*object_, IsPut(flags) ? Access::Put : Access::Call, name);
     Read(*arguments, ids, id, late);
     const Access access = AccessOf(flags, table_, name, late.values);
     if (table_) member = table_->Find(access, name);
     logged.Takes(late.values.positional, late.values.named);
     Value value;
     try {
-      value = object->Invoke(access, name, late.values);
+      value = object_->Invoke(access, name, late.values);
     } catch (...) {
       // A variable that cannot hold what it was given does not hide the error.
       IgnoreFailures([&] { WriteBack(late, arguments->rgvarg); });
@@ -185,29 +185,27 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
 
 HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* result,
                                const void* const* raw) const noexcept {
-  const ObjectPtr object = object_;
   const windows::BusyBudget operation;
   LoggedCall logged;
   try {
     const Member& member = table_->members().at(place);
     const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
-    logged.Begins(*object, is_put ? Access::Put : Access::Call, member.name);
-    if (member.result != ParameterType::None) {
-      if (!result) return E_POINTER;
-      std::memset(result, 0, SizeOf(member.result));
-    }
+    logged.Begins(*object_, is_put ? Access::Put : Access::Call, member.name);
+    if (result) std::memset(result, 0, SizeOf(member.result));
+    bool lacks_pointer = member.result != ParameterType::None && !result;
     std::vector<Value> values;
     std::vector<VARIANT> variants;
     for (const Parameter& parameter : member.parameters) {
       VARIANT variant = Borrow(parameter, raw[variants.size()]);
       const bool is_left_out = parameter.by_reference && !variant.byref;
-      if (is_left_out && !parameter.optional) return E_POINTER;
+      lacks_pointer = lacks_pointer || (is_left_out && !parameter.optional);
       Value value = is_left_out ? Value(Missing{}) : windows::FromVariant(variant);
       if (parameter.optional && value.Is(Value::Type::Missing)) value = parameter.default_value;
       values.push_back(std::move(value));
       variants.push_back(variant);
     }
     logged.Takes(values);
+    if (lacks_pointer) throw windows::ErrorOf(E_POINTER);
     const std::vector<Value> before = values;
     auto write_back = [&] {
       for (std::size_t i = 0; i < values.size(); ++i) {
@@ -217,7 +215,7 @@ HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* res
     };
     Value value;
     try {
-      value = member.invoke(*object, values);
+      value = member.invoke(*object_, values);
     } catch (...) {
       IgnoreFailures(write_back);
       throw;

@@ -10,7 +10,7 @@
 namespace qva::com {
 
 /// Answers IDispatch and vtable calls for one object. Nothing throws; failures are reported as
-/// server/com/ServerErrors.h says.
+/// server/com/ServerErrors.h says. Its owner keeps it alive through each call.
 class ObjectCalls {
  public:
   explicit ObjectCalls(ObjectPtr object) : object_(std::move(object)), table_(object_->MemberTable()) {}
@@ -29,8 +29,9 @@ class ObjectCalls {
 
   /// Calls the member at a place of the member table. `raw` points to each argument of the vtable member in
   /// turn; `result`, when the member has one, receives it in the member's own type and is zero after a
-  /// failure. A reference that is null counts as left out. Result: S_OK, or the code of the error, whose
-  /// error object is set for `interface_id`.
+  /// failure. A reference that is null counts as left out; where it may not be, or where the member has a
+  /// result and `result` is null, the error is E_POINTER. Result: S_OK, or the code of the error, whose error
+  /// object is set for `interface_id`.
   HRESULT CallPlace(std::size_t place, REFIID interface_id, void* result,
                     const void* const* raw) const noexcept;
 

@@ -56,6 +56,7 @@ const ClassDescription& Control::Description() {
           .Method<&Control::LibraryIsUnused>(u"LibraryIsUnused")
           .Method<&Control::Reset>(u"Reset")
           .Method<&Control::Increment>(u"Increment", {{u"number"}})
+          .Method<&Control::Divide>(u"Divide", {{u"number"}, {u"divisor"}, {u"quotient"}, {u"remainder"}})
           .Method<&Control::Throw>(u"Throw", {{u"what"}})
           .Method<&Control::CallAlpha>(u"CallAlpha", {{u"object"}});
   return description;
@@ -186,6 +187,14 @@ void Control::Reset() {
 
 void Control::Increment(std::int32_t& number) {
   ++number;
+}
+
+void Control::Divide(std::int32_t number, std::int32_t divisor, std::int32_t& quotient,
+                     std::int32_t& remainder) {
+  remainder = number;
+  if (divisor == 0) throw AutomationError(kInvalidProcedureCall);
+  quotient = number / divisor;
+  remainder = number % divisor;
 }
 
 void Control::Throw(std::u16string what) {

@@ -70,6 +70,9 @@ class Control : public Described<Control> {
 
   /// Adds one: shows how an argument by reference travels.
   void Increment(std::int32_t& number);
+  /// Divides the number by the divisor: shows how several arguments by reference travel. Raises 5 where the
+  /// divisor is 0, with the whole number as the remainder.
+  void Divide(std::int32_t number, std::int32_t divisor, std::int32_t& quotient, std::int32_t& remainder);
   /// Throws what no member should: std::bad_alloc for "bad_alloc", std::logic_error for "logic_error", else a
   /// number.
   [[noreturn]] void Throw(std::u16string what);

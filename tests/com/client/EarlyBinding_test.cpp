@@ -95,6 +95,13 @@ TEST_F(EarlyBinding, RefusesToWriteTheResultNowhere) {
   EXPECT_EQ(list->get_TotalButtons(nullptr), E_POINTER);
 }
 
+TEST_F(EarlyBinding, RefusesAReferenceToNothing) {
+  const auto tools = New<_CTools>(CLSID_CTools);
+  VARIANT_BOOL is_open = VARIANT_TRUE;
+  EXPECT_EQ(tools->BookIsOpen(nullptr, &is_open), E_POINTER);
+  EXPECT_EQ(is_open, VARIANT_FALSE);
+}
+
 TEST_F(EarlyBinding, HandsTheSameObjectBackUnderTheSameIdentity) {
   const auto toolbar = New<_CToolbar>(CLSID_CToolbar);
   const auto events = New<_CCommandsEvent>(CLSID_CCommandsEvent);

@@ -1,4 +1,6 @@
 // The IDispatch way in, with every shape of argument.
+#include <algorithm>
+
 #include "platform/error.h"
 #include "tests/com/client/client.h"
 #include "tests/windows/windows_test.h"
@@ -306,6 +308,60 @@ TEST_F(ByReference, LeavesAVariableThatTheMemberLeavesAlone) {
   EXPECT_EQ(Invoke(*reports, ids[0], kCall, {ReferenceTo(VT_VARIANT, &variable)}, {ids[1]}).code, S_OK);
   EXPECT_EQ(variable.vt, VT_BSTR);
   EXPECT_EQ(variable.bstrVal, text.get());
+}
+
+/// Arguments of the control's Divide by their ids, with the variables that they refer to.
+class NamedByReference : public ByReference {
+ protected:
+  /// Each argument is given by name, but for the first `positional` ones.
+  Answer Divide(const std::vector<DISPID>& named, std::size_t positional = 0) {
+    const VARIANT all[] = {Number(17), ReferenceTo(VT_I2, &divisor_), ReferenceTo(VT_I4, &quotient_),
+                           ReferenceTo(VT_VARIANT, &remainder_)};
+    quotient_ = 0;
+    remainder_ = Number(0);
+    std::vector<VARIANT> arguments;
+    for (const DISPID id : named) arguments.push_back(all[id]);
+    while (positional > 0) arguments.push_back(all[--positional]);
+    return Invoke(*control_, IdOf(*control_, L"Divide"), kCall, arguments, named);
+  }
+
+  SHORT divisor_ = 5;
+  LONG quotient_ = 0;
+  VARIANT remainder_ = {};
+};
+
+TEST_F(NamedByReference, GetsItsOwnResultInAnyOrder) {
+  for (std::size_t positional = 0; positional < 4; ++positional) {
+    std::vector<DISPID> named;
+    for (std::size_t id = positional; id < 4; ++id) named.push_back(static_cast<DISPID>(id));
+    do {
+      SCOPED_TRACE(testing::PrintToString(named));
+      EXPECT_EQ(Divide(named, positional).code, S_OK);
+      EXPECT_EQ(quotient_, 3);
+      EXPECT_EQ(remainder_.vt, VT_I4);
+      EXPECT_EQ(remainder_.lVal, 2);
+      EXPECT_EQ(divisor_, 5);
+    } while (std::ranges::next_permutation(named).found);
+  }
+}
+
+TEST_F(NamedByReference, GetsWhatAMemberThatFailsLeavesInIt) {
+  divisor_ = 0;
+  EXPECT_EQ(Divide({3, 2, 1}, 1).error_code, ErrorResult(kInvalidProcedureCall));
+  EXPECT_EQ(quotient_, 0);
+  EXPECT_EQ(remainder_.lVal, 17);
+}
+
+TEST_F(NamedByReference, ComesBackFromTheLibrary) {
+  const auto tools = New<_CTools>(CLSID_CTools);
+  wchar_t member[] = L"CheckFileName";
+  wchar_t argument[] = L"filename";
+  wchar_t* names[] = {member, argument};
+  DISPID ids[2] = {};
+  ASSERT_EQ(tools->GetIDsOfNames(IID_NULL, names, 2, 0, ids), S_OK);
+  BSTR text = Bstr(u"Balansas").Detach();
+  EXPECT_EQ(Invoke(*tools, ids[0], kCall, {ReferenceTo(VT_BSTR, &text)}, {ids[1]}).code, S_OK);
+  EXPECT_EQ(Bstr::Adopt(text).Text(), u"Balansas.xls");
 }
 
 TEST_F(ByReference, TakesAPlainValueAndForgetsTheResult) {

@@ -100,17 +100,32 @@ TEST_F(Lifetime, LetsGoOfTheGlobalsBeforeItIsUnloaded) {
   EXPECT_EQ(CanUnload(), S_OK);
 }
 
-TEST_F(Lifetime, SurvivesACallerThatLetsGoDuringTheCall) {
-  const auto error = windows::NewDispatch();
-  error->names = {u"Description"};
-  auto global = New<_gExcelObject>(CLSID_gExcelObject);
-  _gExcelObject* raw = global.get();
-  error->invoke = [&](const windows::InvokeCall&) {
-    global = {};
-    return E_FAIL;
-  };
-  EXPECT_EQ(raw->ExcelReportError(error.get()), S_OK);
-  EXPECT_EQ(CanUnload(), S_OK);
+// The member goes on to thaw the screen of the globals' Excel, which the module lets go of when it is not in
+// use.
+TEST_F(Lifetime, LastsThroughACallInWhichTheCallerLetsGoOfTheLastObject) {
+  const auto excel = NewRegistered(L"QVA_TestBench.Excel");
+  const DISPID screen_updating = IdOf(*excel, L"ScreenUpdating");
+  for (const bool is_late : {false, true}) {
+    auto global = New<_gExcelObject>(CLSID_gExcelObject);
+    short count = 0;
+    ASSERT_EQ(global->InitConnectEX(excel.get(), LeftOut(), excel.get(), &count), S_OK);
+    Invoke(*excel, screen_updating, DISPATCH_PROPERTYPUT, {Number(0)}, {DISPID_PROPERTYPUT});
+    const auto error = windows::NewDispatch();
+    error->names = {u"Description"};
+    error->invoke = [&](const windows::InvokeCall&) {
+      global = {};
+      EXPECT_EQ(CanUnload(), S_FALSE);
+      return E_FAIL;
+    };
+    _gExcelObject* raw = global.get();
+    const DISPID member = IdOf(*raw, L"ExcelReportError");
+    EXPECT_EQ(is_late ? Invoke(*raw, member, kCall, {ObjectArgument(error.get())}).code
+                      : raw->ExcelReportError(error.get()),
+              S_OK);
+    EXPECT_EQ(error->calls, 1);
+    EXPECT_EQ(Invoke(*excel, screen_updating, DISPATCH_PROPERTYGET).value, Value(true)) << is_late;
+    EXPECT_EQ(CanUnload(), S_OK);
+  }
 }
 
 TEST_F(Lifetime, StandsObjectsThatBreakTheRules) {

@@ -51,6 +51,8 @@ inline constexpr DATE kNoDates[] = {1e10,
 struct ErrorObject {
   std::u16string source;
   std::u16string description;
+
+  friend bool operator==(const ErrorObject&, const ErrorObject&) = default;
 };
 inline ErrorObject TakeErrorObject() {
   ComPtr<IErrorInfo> info;
