@@ -32,8 +32,7 @@ const Caption* FindCaption(std::u16string_view field) {
 }
 
 AutomationError ExpressionError(std::u16string_view expression) {
-  return AutomationError(kInvalidProcedureCall, u"QVA_Varnholt",
-                         u"The list cannot work out " + std::u16string(expression));
+  return AutomationError(kInvalidProcedureCall, u"The list cannot work out " + std::u16string(expression));
 }
 
 /// The first of the two literals of "IsNull(a,b)" or "Coalesce(a,b)" that is not null; Null when both are.

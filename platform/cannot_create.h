@@ -15,7 +15,7 @@ inline constexpr std::u16string_view kNoSuchClass = u"no such class";
 /// object of ours, and must learn which component was not there for it.
 inline AutomationError CannotCreate(std::u16string_view programmatic_identifier,
                                     std::u16string_view cause = kNoSuchClass) {
-  return AutomationError(kCannotCreateObject, u"QVA_Varnholt",
+  return AutomationError(kCannotCreateObject,
                          std::u16string(programmatic_identifier) + u": " + std::u16string(cause));
 }
 

@@ -261,8 +261,7 @@ template <class T>
 T& Get(Form& form, std::u16string_view name) {
   auto* control = dynamic_cast<T*>(form.Find(name));
   if (!control) {
-    throw AutomationError(kInternalError, u"QVA_Varnholt",
-                          u"The form has no control " + std::u16string(name));
+    throw AutomationError(kInternalError, u"The form has no control " + std::u16string(name));
   }
   return *control;
 }

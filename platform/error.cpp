@@ -73,8 +73,11 @@ std::u16string StandardDescription(std::int32_t number) {
   }
 }
 
-AutomationError::AutomationError(ErrorNumber number)
-    : AutomationError(number, u"QVA_Varnholt", StandardDescription(number)) {
+AutomationError::AutomationError(std::int32_t number, std::u16string description)
+    : AutomationError(number, std::u16string(kLibraryName), std::move(description)) {
+}
+
+AutomationError::AutomationError(ErrorNumber number) : AutomationError(number, StandardDescription(number)) {
 }
 
 const char* AutomationError::what() const noexcept {

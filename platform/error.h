@@ -3,7 +3,9 @@
 
 #include <cstdint>
 #include <exception>
+#include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace qva {
@@ -45,6 +47,9 @@ enum ErrorNumber : std::int32_t {
       -2147221504,  ///< hexadecimal 80040000 (vbObjectError), the base of automation object errors
 };
 
+/// The library's name, the source of its own errors and the title of its windows.
+inline constexpr std::u16string_view kLibraryName = u"QVA_Varnholt";
+
 /// The platform's own text for a trappable error, empty for any other number.
 std::u16string StandardDescription(std::int32_t number);
 
@@ -53,7 +58,9 @@ class AutomationError : public std::exception {
  public:
   AutomationError(std::int32_t number, std::u16string source, std::u16string description)
       : number_(number), source_(std::move(source)), description_(std::move(description)) {}
-  /// A trappable error with the platform's own description and the library as its source.
+  /// An error of the library itself.
+  AutomationError(std::int32_t number, std::u16string description);
+  /// A trappable error of the library with the platform's own description.
   explicit AutomationError(ErrorNumber number);
 
   std::int32_t number() const { return number_; }
@@ -90,6 +97,29 @@ class AutomationError : public std::exception {
   int argument_ = -1;
   mutable std::string what_;
 };
+
+/// What the exception that is being handled tells a macro. Views, since nothing may need memory then.
+struct Caught {
+  std::int32_t number = kInternalError;
+  std::u16string_view source = kLibraryName;
+  std::u16string_view description = u"Internal error";
+  const AutomationError* error = nullptr;  ///< null when it is another exception
+};
+
+/// Hands it on and returns what `use` makes of it; what that raises passes on. To be called in a catch block.
+/// A lack of memory is error 7 (Out of memory), whatever else is no AutomationError is 51 (Internal error).
+template <class Use>
+auto UseCaught(Use&& use) {
+  try {
+    throw;
+  } catch (const AutomationError& error) {
+    return use(Caught{error.number(), error.source(), error.description(), &error});
+  } catch (const std::bad_alloc&) {
+    return use(Caught{.number = kOutOfMemory, .description = u"Out of memory"});
+  } catch (...) {
+    return use(Caught{});
+  }
+}
 
 /// Tries one step and forgets an automation error that it raises: one statement under "resume with the next
 /// statement". Wrap each statement that is covered, so that the reader sees which ones are.

@@ -189,8 +189,7 @@ ClassBuilder&& ClassBuilder::Add(std::u16string_view name, MemberKind kind, Para
   }
   if (kind == MemberKind::Put || kind == MemberKind::PutRef) member.parameters.push_back({.name = u"value"});
   if (member.parameters.size() != code.parameters.size()) {
-    throw AutomationError(kInternalError, u"QVA_Varnholt",
-                          u"Member table and signature differ in the number of parameters");
+    throw AutomationError(kInternalError, u"Member table and signature differ in the number of parameters");
   }
   for (std::size_t i = 0; i < code.parameters.size(); ++i) {
     Parameter& parameter = member.parameters[i];

@@ -15,7 +15,7 @@ void InstallServices(const Services& services) {
 
 const Services& GetServices() {
   if (!installed.object_factory) {
-    throw AutomationError(kInternalError, u"QVA_Varnholt", u"The platform services are not installed");
+    throw AutomationError(kInternalError, u"The platform services are not installed");
   }
   return installed;
 }

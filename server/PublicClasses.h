@@ -8,8 +8,6 @@
 
 namespace qva {
 
-inline constexpr std::u16string_view kLibraryName = u"QVA_Varnholt";
-
 /// One public class. Its programmatic identifier is the library name, a point and the class name.
 struct PublicClass {
   const ClassDescription& (*description)();

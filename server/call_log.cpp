@@ -137,15 +137,8 @@ void LoggedCall::EndWith(const Value& result) noexcept {
 
 void LoggedCall::EndWithError() noexcept {
   IgnoreFailures([&] {
-    try {
-      throw;
-    } catch (const AutomationError& error) {
-      call_->SetError(error.number(), error.source(), error.description());
-    } catch (const std::bad_alloc&) {
-      call_->SetError(kOutOfMemory, u"", u"Out of memory");
-    } catch (...) {
-      call_->SetError(kInternalError, u"", u"Internal error");
-    }
+    UseCaught(
+        [&](const Caught& caught) { call_->SetError(caught.number, caught.source, caught.description); });
   });
 }
 

@@ -2,18 +2,15 @@
 // alone.
 #include "host/OwnersFiles.h"
 
-#include "platform/windows/WindowsApi.h"
+#include "platform/windows/Handle.h"
 
 namespace qva::embedded {
 
 NewFile CreateOwnersFile(const std::filesystem::path& file) {
-  HANDLE created =
-      CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
-  if (created == INVALID_HANDLE_VALUE) {
-    return GetLastError() == ERROR_FILE_EXISTS ? NewFile::NameIsTaken : NewFile::NotCreated;
-  }
-  CloseHandle(created);
-  return NewFile::Created;
+  const windows::Handle created = windows::OwnFileHandle(
+      CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (created) return NewFile::Created;
+  return GetLastError() == ERROR_FILE_EXISTS ? NewFile::NameIsTaken : NewFile::NotCreated;
 }
 
 void CreateOwnersFolder(const std::filesystem::path& folder) {

@@ -87,14 +87,13 @@ AutomationError CaughtError() noexcept {
   try {
     try {
       throw;
-    } catch (const AutomationError& error) {
-      return error;
-    } catch (const std::bad_alloc&) {
-      return AutomationError(kOutOfMemory);
     } catch (const css::uno::Exception&) {
       return ErrorOf(cppu::getCaughtException());
     } catch (...) {
-      return AutomationError(kInternalError);
+      return UseCaught([](const Caught& caught) {
+        if (caught.error) return *caught.error;
+        return AutomationError(caught.number, std::u16string(caught.description));
+      });
     }
   } catch (...) {
     return AutomationError(kOutOfMemory, {}, {});  // not even memory for its texts

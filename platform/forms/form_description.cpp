@@ -7,8 +7,7 @@ namespace qva {
 void RequireConsistent(const ui::FormDescription& description) {
   const auto require = [](bool holds, const std::u16string& name) {
     if (holds) return;
-    throw AutomationError(kInternalError, u"QVA_Varnholt",
-                          u"The form's description contradicts itself at " + name);
+    throw AutomationError(kInternalError, u"The form's description contradicts itself at " + name);
   };
   std::map<std::u16string_view, ui::ControlKind> before;
   const auto is = [&](const std::u16string& name, ui::ControlKind kind) {

@@ -14,7 +14,7 @@ namespace qva {
 namespace {
 
 [[noreturn]] void Refuse(std::u16string_view name, std::u16string_view why) {
-  throw AutomationError(kInvalidProcedureCall, u"QVA_Varnholt",
+  throw AutomationError(kInvalidProcedureCall,
                         u"The control " + std::u16string(name) + u" " + std::u16string(why));
 }
 

@@ -20,7 +20,7 @@ bool CanShow(Date day) {
 Date PickerDay(Date date) {
   const Date day{std::floor(date.serial)};
   if (!CanShow(day)) {
-    throw AutomationError(kInvalidPropertyValue, u"QVA_Varnholt", u"A date picker cannot show this date");
+    throw AutomationError(kInvalidPropertyValue, u"A date picker cannot show this date");
   }
   return day;
 }

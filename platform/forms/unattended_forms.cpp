@@ -12,7 +12,7 @@ namespace {
 constexpr std::u16string_view kList = u"list";
 
 AutomationError AnswerError(const std::string& description) {
-  return AutomationError(kInvalidProcedureCall, u"QVA_Varnholt", FromUtf8(description));
+  return AutomationError(kInvalidProcedureCall, FromUtf8(description));
 }
 
 /// The form does not take what it understood, or gets no answer at all.

@@ -11,7 +11,6 @@
 namespace qva {
 namespace {
 
-constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
 constexpr std::int32_t kButtonSetMask = 0xF;  // of a style; the rest is icon and behaviour
 
 struct ButtonName {
@@ -111,7 +110,7 @@ std::int32_t UnattendedMessageBox::Press(std::u16string_view text, std::u16strin
     return std::to_string(button.number) + " " + ToUtf8(button.caption);
   };
   std::string entry = ToUtf8(FormatByWindowsPattern(clock_.Now(), u"yyyy-MM-dd HH:mm:ss")) +
-                      "\n  title:   " + Indented(title.empty() ? kDefaultTitle : title) +
+                      "\n  title:   " + Indented(title.empty() ? kLibraryName : title) +
                       "\n  text:    " + Indented(text) + "\n  buttons:";
   for (const Button& button : buttons) {
     entry += (&button == &buttons.front() ? " " : " | ") + name(button);

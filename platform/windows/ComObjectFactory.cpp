@@ -48,10 +48,8 @@ bool IsThereForOtherBitness(const CLSID& class_id) {
   wchar_t text[39];
   StringFromGUID2(class_id, text, 39);
   const std::wstring path = L"CLSID\\" + std::wstring(text) + L"\\InprocServer32";
-  HKEY key = nullptr;
-  const LSTATUS code = RegOpenKeyExW(HKEY_CLASSES_ROOT, path.c_str(), 0, KEY_QUERY_VALUE | kOtherView, &key);
-  const RegistryHandle owner(key);
-  return code == ERROR_SUCCESS;
+  RegistryHandle key;
+  return OpenKey(HKEY_CLASSES_ROOT, path, KEY_QUERY_VALUE | kOtherView, key) == ERROR_SUCCESS;
 }
 
 /// "0x80040154, not registered for 64-bit", or with the system's text for another code.

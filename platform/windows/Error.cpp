@@ -60,7 +60,7 @@ std::int32_t ErrorNumberOf(HRESULT code) {
 
 AutomationError ErrorOf(HRESULT code) {
   const std::int32_t number = ErrorNumberOf(code);
-  return {number, u"QVA_Varnholt", DescriptionOf(number, code)};
+  return {number, DescriptionOf(number, code)};
 }
 
 AutomationError ErrorOf(EXCEPINFO& info) {

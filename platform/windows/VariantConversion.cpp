@@ -146,7 +146,7 @@ void StoreArray(SAFEARRAY** variable, VARTYPE element_type, const Value& value) 
   SafeArray stored = ToSafeArray(value.ToArray(), element_type);
   constexpr USHORT kInPlace = FADF_AUTO | FADF_STATIC | FADF_EMBEDDED | FADF_FIXEDSIZE;
   if (*variable && ((*variable)->cLocks > 0 || ((*variable)->fFeatures & kInPlace))) {
-    throw AutomationError(kArrayLocked, u"QVA_Varnholt", u"This array is fixed or temporarily locked");
+    throw AutomationError(kArrayLocked, u"This array is fixed or temporarily locked");
   }
   const SafeArray old = SafeArray::Adopt(*variable);
   *variable = stored.Detach();

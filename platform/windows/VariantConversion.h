@@ -10,9 +10,8 @@ namespace qva::windows {
 /// The value that a VARIANT holds or refers to; the VARIANT stays the caller's. By type:
 ///   - references of every type, references to references and arrays of every element type and number of
 ///     dimensions are followed; an array that was never given dimensions is one without elements;
-///   - signed bytes are Int16, unsigned 16-bit numbers Int32; unsigned 32-bit and all 64-bit numbers Int32
-///   where
-///     they fit, otherwise Double; single precision and decimals are Double;
+///   - signed bytes are Int16, unsigned 16-bit numbers Int32; unsigned 32-bit and all 64-bit numbers
+///     Int32 where they fit, otherwise Double; single precision and decimals are Double;
 ///   - DISP_E_PARAMNOTFOUND is Missing, any other error code an ErrorValue;
 ///   - objects as ToObject has them.
 /// Raises 13 (Type mismatch) for a type that automation has no value of, and for a VARIANT that contradicts

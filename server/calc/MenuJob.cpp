@@ -32,7 +32,6 @@ using css::uno::Sequence;
 using rtl::OUString;
 
 constexpr std::u16string_view kSampleBook = u"MEDVILNE";  ///< the embedded host's sample company
-constexpr std::u16string_view kTitle = u"QVA_Varnholt";
 constexpr std::u16string_view kReportsFolder = u"C:\\Pavyzdziai";
 constexpr std::u16string_view kTemplate = u"sablonas.fods";
 constexpr std::u16string_view kNewReport = u"Nauja ataskaita";
@@ -230,7 +229,7 @@ void MenuJob::trigger(const OUString& command) {
   ReleaseErrors();
   if (failure.empty()) return;
   try {
-    GetServices().message_box->Show(failure, vbCritical, kTitle);
+    GetServices().message_box->Show(failure, vbCritical, kLibraryName);
   } catch (...) {
     // There were no services, or no memory, to show it by.
   }

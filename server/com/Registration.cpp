@@ -19,21 +19,7 @@ std::wstring FullName(Scope scope, const std::wstring& path) {
   return (scope == Scope::Machine ? L"HKEY_LOCAL_MACHINE\\" : L"HKEY_CURRENT_USER\\") + path;
 }
 
-/// An open key, closed with the owner.
-class Key {
- public:
-  Key() = default;
-  Key(const Key&) = delete;
-  Key& operator=(const Key&) = delete;
-  ~Key() {
-    if (key_) RegCloseKey(key_);
-  }
-  HKEY get() const { return key_; }
-  HKEY* receive() { return &key_; }
-
- private:
-  HKEY key_ = nullptr;
-};
+using windows::RegistryHandle;
 
 /// Writes into one hive and remembers what was there before.
 class Writer {
@@ -45,7 +31,7 @@ class Writer {
     for (std::size_t end = path.find(L'\\'); end != std::wstring::npos; end = path.find(L'\\', end + 1)) {
       if (const LSTATUS code = Create(path.substr(0, end), nullptr)) return code;
     }
-    Key key;
+    RegistryHandle key;
     if (const LSTATUS code = Create(path, &key)) return code;
     if (!text) return ERROR_SUCCESS;
     replaced_.push_back(Read(key, path, name));
@@ -79,7 +65,7 @@ class Writer {
     std::vector<BYTE> data;
   };
 
-  static Replaced Read(const Key& key, const std::wstring& path, const std::wstring& name) {
+  static Replaced Read(const RegistryHandle& key, const std::wstring& path, const std::wstring& name) {
     Replaced value{.path = path, .name = name};
     DWORD size = 0;
     if (RegQueryValueExW(key.get(), name.c_str(), nullptr, nullptr, nullptr, &size) != ERROR_SUCCESS)
@@ -90,17 +76,19 @@ class Writer {
     return value;
   }
 
-  LSTATUS Create(const std::wstring& path, Key* result) {
+  LSTATUS Create(const std::wstring& path, RegistryHandle* result) {
     // Predefined levels need no rights of ours: an existing key is opened with as few as will do.
-    Key existing;
+    RegistryHandle existing;
     const REGSAM rights = result ? KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_CREATE_SUB_KEY : KEY_QUERY_VALUE;
-    Key& key = result ? *result : existing;
-    const LSTATUS opened = RegOpenKeyExW(Hive(scope_), path.c_str(), 0, rights, key.receive());
+    RegistryHandle& key = result ? *result : existing;
+    const LSTATUS opened = windows::OpenKey(Hive(scope_), path, rights, key);
     if (opened != ERROR_FILE_NOT_FOUND) return opened;
-    const LSTATUS made =
-        RegCreateKeyExW(Hive(scope_), path.c_str(), 0, nullptr, 0, rights, nullptr, key.receive(), nullptr);
-    if (made == ERROR_SUCCESS) created_.push_back(path);
-    return made;
+    HKEY made = nullptr;
+    const LSTATUS code =
+        RegCreateKeyExW(Hive(scope_), path.c_str(), 0, nullptr, 0, rights, nullptr, &made, nullptr);
+    key.reset(made);
+    if (code == ERROR_SUCCESS) created_.push_back(path);
+    return code;
   }
 
   Scope scope_;
@@ -109,8 +97,8 @@ class Writer {
 };
 
 bool KeyExists(Scope scope, const std::wstring& path) {
-  Key key;
-  return RegOpenKeyExW(Hive(scope), path.c_str(), 0, KEY_QUERY_VALUE, key.receive()) == ERROR_SUCCESS;
+  RegistryHandle key;
+  return windows::OpenKey(Hive(scope), path, KEY_QUERY_VALUE, key) == ERROR_SUCCESS;
 }
 
 bool IsRemembered(const Registration& registration, Scope scope) {
@@ -125,10 +113,10 @@ LSTATUS DeleteTree(Scope scope, const std::wstring& path) {
 
 /// Removes a key that holds nothing any more. One that cannot be removed is in somebody else's use.
 void DeleteIfEmpty(Scope scope, const std::wstring& path) {
-  Key key;
+  RegistryHandle key;
   DWORD subkeys = 0;
   DWORD values = 0;
-  if (RegOpenKeyExW(Hive(scope), path.c_str(), 0, KEY_QUERY_VALUE, key.receive()) != ERROR_SUCCESS) return;
+  if (windows::OpenKey(Hive(scope), path, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return;
   if (RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &subkeys, nullptr, nullptr, &values, nullptr,
                        nullptr, nullptr, nullptr) != ERROR_SUCCESS) {
     return;
@@ -189,9 +177,9 @@ std::wstring RegistrationFailure::Message() const {
 }
 
 Scope ProbeScope() {
-  Key key;
-  const LSTATUS code = RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Classes", 0,
-                                     KEY_CREATE_SUB_KEY | KEY_SET_VALUE | DELETE, key.receive());
+  RegistryHandle key;
+  const LSTATUS code = windows::OpenKey(HKEY_LOCAL_MACHINE, L"Software\\Classes",
+                                        KEY_CREATE_SUB_KEY | KEY_SET_VALUE | DELETE, key);
   return code == ERROR_SUCCESS ? Scope::Machine : Scope::User;
 }
 

@@ -40,7 +40,7 @@ const Face& FaceOf(const PublicClass& public_class) {
   for (const Face& face : kFaces) {
     if (face.name == public_class.description().name()) return face;
   }
-  throw AutomationError(kInternalError, u"QVA_Varnholt", u"A public class has no face");
+  throw AutomationError(kInternalError, u"A public class has no face");
 }
 
 }  // namespace

@@ -1,47 +1,23 @@
 #include "server/com/ServerErrors.h"
 
-#include <new>
 #include <string_view>
 
 #include "platform/error.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/WideText.h"
-#include "server/PublicClasses.h"
 
 namespace qva::com {
 namespace {
-
-/// What all callers learn about an error. Views, since nothing here may need memory.
-struct Report {
-  std::int32_t number;
-  std::u16string_view source;
-  std::u16string_view description;
-  int argument;
-  bool is_of_call;  ///< nothing is lost by the protocol's bare code
-};
-
-template <class Use>
-HRESULT Translate(Use&& use) noexcept {
-  try {
-    throw;
-  } catch (const AutomationError& error) {
-    return use(
-        Report{error.number(), error.source(), error.description(), error.argument(), error.is_of_call()});
-  } catch (const std::bad_alloc&) {
-    return use(Report{kOutOfMemory, kLibraryName, u"Out of memory", -1, false});
-  } catch (...) {
-    return use(Report{kInternalError, kLibraryName, u"Internal error", -1, false});
-  }
-}
 
 BSTR NewBstr(std::u16string_view text) {
   return SysAllocStringLen(windows::Wide(text.data()), static_cast<UINT>(text.size()));
 }
 
-/// The dispatch protocol's code for an error, S_OK when it has none.
-HRESULT ProtocolCode(const Report& report) {
-  if (!report.is_of_call) return S_OK;
-  switch (report.number) {
+/// The dispatch protocol's code for an error, S_OK when it has none or more would be lost than the code
+/// tells.
+HRESULT ProtocolCode(const Caught& caught) {
+  if (!caught.error || !caught.error->is_of_call()) return S_OK;
+  switch (caught.number) {
     case kUnsupportedMember:
       return DISP_E_MEMBERNOTFOUND;
     case kWrongArgumentCount:
@@ -51,9 +27,9 @@ HRESULT ProtocolCode(const Report& report) {
     case kArgumentNotOptional:
       return DISP_E_PARAMNOTOPTIONAL;
     case kTypeMismatch:
-      return report.argument >= 0 ? DISP_E_TYPEMISMATCH : S_OK;
+      return caught.error->argument() >= 0 ? DISP_E_TYPEMISMATCH : S_OK;
     case kOverflow:
-      return report.argument >= 0 ? DISP_E_OVERFLOW : S_OK;
+      return caught.error->argument() >= 0 ? DISP_E_OVERFLOW : S_OK;
     default:
       return S_OK;
   }
@@ -68,25 +44,25 @@ HRESULT ErrorCode(std::int32_t number) noexcept {
 }
 
 HRESULT ReportLate(EXCEPINFO* info, int& argument) noexcept {
-  return Translate([&](const Report& report) -> HRESULT {
-    argument = report.argument;
-    if (const HRESULT code = ProtocolCode(report); code != S_OK) return code;
+  return UseCaught([&](const Caught& caught) -> HRESULT {
+    argument = caught.error ? caught.error->argument() : -1;
+    if (const HRESULT code = ProtocolCode(caught); code != S_OK) return code;
     if (info) {
       *info = {};
-      info->scode = ErrorCode(report.number);
-      info->bstrSource = NewBstr(report.source);
-      info->bstrDescription = NewBstr(report.description);
+      info->scode = ErrorCode(caught.number);
+      info->bstrSource = NewBstr(caught.source);
+      info->bstrDescription = NewBstr(caught.description);
     }
     return DISP_E_EXCEPTION;
   });
 }
 
 HRESULT ReportEarly(REFIID interface_id) noexcept {
-  return Translate([&](const Report& report) {
+  return UseCaught([&](const Caught& caught) {
     // The views end where their texts end: both come from whole strings or literals.
-    SetErrorObject(interface_id, windows::Wide(report.source.data()),
-                   windows::Wide(report.description.data()));
-    return ErrorCode(report.number);
+    SetErrorObject(interface_id, windows::Wide(caught.source.data()),
+                   windows::Wide(caught.description.data()));
+    return ErrorCode(caught.number);
   });
 }
 

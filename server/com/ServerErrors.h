@@ -7,8 +7,8 @@
 
 namespace qva::com {
 
-// All of these are called in a catch block and look at the exception that is being handled. What is no
-// automation error is reported as 7 (Out of memory) or 51 (Internal error). None throws.
+// The reports are called in a catch block and look at the exception that is being handled (UseCaught in
+// platform/error.h). None of these throws.
 
 /// The code under which a macro finds an error number again in Err.Number: a trappable error stands in the
 /// facility of controls, a negative number for itself.

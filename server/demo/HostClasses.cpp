@@ -47,10 +47,9 @@ std::optional<CLSID> ClassIn(const HostClass& host_class, com::Scope scope) {
 
 /// Whether the identifier's key in a hive is someone else's. One that cannot be read is.
 bool IsForeign(const HostClass& host_class, com::Scope scope) {
-  HKEY key = nullptr;
+  windows::RegistryHandle key;
   const LSTATUS code =
-      RegOpenKeyExW(HiveOf(scope), (kClassesKey + Identifier(host_class)).c_str(), 0, KEY_QUERY_VALUE, &key);
-  const windows::RegistryHandle owner(key);
+      windows::OpenKey(HiveOf(scope), kClassesKey + Identifier(host_class), KEY_QUERY_VALUE, key);
   return code != ERROR_FILE_NOT_FOUND && ClassIn(host_class, scope) != host_class.class_id;
 }
 

@@ -46,7 +46,6 @@ class Tools : public LibraryTest {
 };
 
 // --- Init
-// -----------------------------------------------------------------------------------------------------
 
 TEST_F(Tools, WorkOnTheApplicationThatTheyAreGiven) {
   const Ref<memory::Application> other = MakeRef<memory::Application>();
@@ -83,7 +82,6 @@ TEST_F(Tools, LetGoOfTheApplicationWhenTheyAreReleased) {
 }
 
 // --- CheckFileName
-// --------------------------------------------------------------------------------------------
 
 TEST_F(Tools, AddTheExtensionWhereItIsMissing) {
   const std::vector<std::pair<std::u16string, std::u16string>> names = {{u"Report", u"Report.xls"},
@@ -104,7 +102,6 @@ TEST_F(Tools, AddTheExtensionWhereItIsMissing) {
 }
 
 // --- BookIsOpen
-// -----------------------------------------------------------------------------------------------
 
 TEST_F(Tools, FindAnOpenBookInAnyLetterCaseAndCompleteTheCallersName) {
   Open(u"C:\\Arch\\REPORT.XLS");
@@ -167,7 +164,6 @@ TEST_F(Tools, LetEveryErrorOfTheSearchForABookPass) {
 }
 
 // --- OpenBook
-// -------------------------------------------------------------------------------------------------
 
 TEST_F(Tools, GiveAnOpenBookWhereverItsFileIs) {
   Open(u"C:\\Arch\\Report.xls");
@@ -237,7 +233,6 @@ TEST_F(Tools, OnlyLookForABookWhenExcelDoesNotTellWhatIsOpen) {
 }
 
 // --- LockScreen
-// -----------------------------------------------------------------------------------------------
 
 TEST_F(Tools, FreezeAndThawTheScreen) {
   Put(excel, u"StatusBar", u"Skaičiuojama");
@@ -315,7 +310,6 @@ TEST_F(Tools, LetEveryErrorOfAnUnlockPass) {
 }
 
 // --- SheetLock
-// ------------------------------------------------------------------------------------------------
 
 class ToolsOnASheet : public Tools {
  protected:
@@ -385,7 +379,6 @@ TEST_F(ToolsOnASheet, NeverRaiseWhenTheyProtectIt) {
 }
 
 // --- ConvertStr2Str
-// -------------------------------------------------------------------------------------------
 
 TEST_F(Tools, ReplaceTheCharactersThatAFileNameCannotHold) {
   EXPECT_EQ(Call(tools, u"ConvertStr2Str", {u"a/b.c:d", u"_"}), Value(u"a_b_c_d"));
@@ -410,7 +403,6 @@ TEST_F(Tools, ReplaceByAnUnderscoreWhenNothingIsSaid) {
 }
 
 // --- FileExist
-// ------------------------------------------------------------------------------------------------
 
 TEST_F(Tools, FindAFileByExcelsOwnSearch) {
   excel->AddFile(u"C:\\Arch\\Report.xls");

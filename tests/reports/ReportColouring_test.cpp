@@ -22,7 +22,6 @@ class Colouring : public ReportTest {
 };
 
 // --- Locking
-// --------------------------------------------------------------------------------------------------
 
 TEST_F(Colouring, LockingLocksAndUnlocksInTurn) {
   Put(Cells(u"B2:C3"), u"Locked", false);
@@ -122,7 +121,6 @@ TEST_F(Colouring, LockingNothingRaisesObjectNotSet) {
 }
 
 // --- ColorRanges
-// ----------------------------------------------------------------------------------------------
 
 TEST_F(Colouring, ColorRangesFillsWithGreyAndTakesTheFillAway) {
   Color(TracedCells(u"A1:B2"), true);

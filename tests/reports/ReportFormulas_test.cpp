@@ -365,7 +365,6 @@ TEST_F(Formulas, OfAnObjectThatOnlyLooksLikeARangeRaiseAnError) {
 }
 
 // --- Cost
-// -----------------------------------------------------------------------------------------------------
 
 const char* const kOneCell[] = {"Range.Areas",
                                 "Range.Areas.Count -> 1",

@@ -88,7 +88,6 @@ TEST_F(Printing, GivesAHiddenSheetItsVisibilityBack) {
 }
 
 // --- Without a print area
-// -------------------------------------------------------------------------------------
 
 TEST_F(Printing, ASheetWithoutAPrintAreaIsNotPrintedAndTheUserIsTold) {
   Put(Sheet(), u"DisplayPageBreaks", true);
@@ -123,7 +122,6 @@ TEST_F(Printing, ARangePrintOfAnotherSheetIsHiddenAgain) {
 }
 
 // --- Page by page
-// ---------------------------------------------------------------------------------------------
 
 TEST_F(Printing, AsksHowToPrintWithTheTwoChoicesAsButtons) {
   Print(Sheet(), true, true, 3);
@@ -169,7 +167,6 @@ TEST_F(Printing, OutDecidesByItsTruthAndAskingIsLeftOutAsFalse) {
 }
 
 // --- Errors
-// ---------------------------------------------------------------------------------------------------
 
 TEST_F(Printing, NothingInPlaceOfASheetIsShownAsAnError) {
   EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Spauzd", {Nothing(), true}); }), 0);

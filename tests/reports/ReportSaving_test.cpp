@@ -107,7 +107,6 @@ TEST_F(Saving, TakesTwentyNineCalls) {
 }
 
 // --- The period
-// -----------------------------------------------------------------------------------------------
 
 TEST_F(Saving, AFullDateGivesYearAndMonth) {
   Set(u"C1", DateFromParts(2024, 5, 15));
@@ -153,7 +152,6 @@ TEST_F(Saving, WithoutTheCellOfTheFullDateTheUserIsToldAndTheSaveIsRefused) {
 }
 
 // --- A report that is there
-// -----------------------------------------------------------------------------------
 
 TEST_F(Saving, AnExistingReportIsReplacedWhenTheUserAgrees) {
   excel->AddFile(u"C:\\Ataskaitos\\2024\\Balansas_2024_03.xls");
@@ -187,7 +185,6 @@ TEST_F(Saving, ASecondSaveOfThePeriodAsksAndOneOfAnotherDoesNot) {
 }
 
 // --- Failures
-// -------------------------------------------------------------------------------------------------
 
 TEST_F(Saving, ARefusedSaveIsToldAndTheWorkbookCountsAsSaved) {
   Set(u"A1", 1969);

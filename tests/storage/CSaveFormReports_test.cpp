@@ -10,7 +10,6 @@ namespace {
 using SaveFormReports = SaveFormTest;
 
 // --- Reports
-// --------------------------------------------------------------------------------------------------
 
 TEST_F(SaveFormReports, ReportsAreNamedByYearAndPeriod) {
   struct {
@@ -100,7 +99,6 @@ TEST_F(SaveFormReports, YearAndPeriodAre16Bit) {
 }
 
 // --- SaveReport
-// -----------------------------------------------------------------------------------------------
 
 const char* const kSaveReportCalls[] = {
     "Application.FileSearch",
@@ -181,7 +179,6 @@ TEST_F(SaveFormReports, SaveReportEndsAsAgreedWhicheverCallFails) {
 }
 
 // --- Release
-// --------------------------------------------------------------------------------------------------
 
 TEST_F(SaveFormReports, HoldsTheWorkbookUntilItsRelease) {
   const long before = workbook->ReferenceCount();

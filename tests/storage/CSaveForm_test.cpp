@@ -9,7 +9,6 @@ using testing::ElementsAre;
 using SaveForm = SaveFormTest;
 
 // --- Fields
-// ---------------------------------------------------------------------------------------------------
 
 TEST_F(SaveForm, ReadsAndWritesItsTexts) {
   for (const auto* name : {u"ErrorDescr", u"FileFullPath", u"GeneralPath"}) {
@@ -62,7 +61,6 @@ TEST_F(SaveForm, ACodeWithoutTextIsSetAndRaisesTheResourcesError) {
 }
 
 // --- Init
-// -----------------------------------------------------------------------------------------------------
 
 TEST_F(SaveForm, InitTakesTheHostsFolderWithoutBlanksAndSeparator) {
   struct {
@@ -113,7 +111,6 @@ TEST_F(SaveForm, InitAsksTheHostAloneWithThreeCalls) {
 }
 
 // --- Names and checks of forms
-// --------------------------------------------------------------------------------
 
 TEST_F(SaveForm, FileNameIsMadeOfTheCleanedParts) {
   EXPECT_EQ(FileName(workbook, u"Forma 1.2", u"PVM", u"12", Day(2010, 11, 12)),
@@ -191,7 +188,6 @@ TEST_F(SaveForm, ADateAtMidnightOfDayZeroIsNoneAndAnyOtherIsOne) {
 }
 
 // --- FileExist
-// ------------------------------------------------------------------------------------------------
 
 TEST_F(SaveForm, GeneralPathGetsNoSeparatorBeforeTheType) {
   Put(form, u"GeneralPath", u"C:\\Arch");
@@ -256,7 +252,6 @@ TEST_F(SaveForm, FileExistForgetsAnEarlierError) {
 }
 
 // --- Save
-// -----------------------------------------------------------------------------------------------------
 
 TEST_F(SaveForm, SaveStoresTheWorkbookUnderItsParts) {
   Save(workbook, u"Forma 1.2", u"PVM", u"12", Day(2010, 11, 12));

@@ -11,8 +11,6 @@
 namespace qva::calc {
 namespace {
 
-constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
-
 bool IsSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value && *value;
@@ -55,7 +53,7 @@ std::int32_t CalcWindows::Show(std::u16string_view text, std::int32_t style, std
   if (BoxesAreAttended()) {
     try {
       const std::array<std::u16string, 1> captions = {u"Gerai"};
-      return ShowMessage(text, title.empty() ? kDefaultTitle : title, captions, (style & vbCritical) != 0);
+      return ShowMessage(text, title.empty() ? kLibraryName : title, captions, (style & vbCritical) != 0);
     } catch (...) {
       // The log tells what the user did not see.
     }
@@ -67,7 +65,7 @@ std::int32_t CalcWindows::Ask(std::u16string_view text, std::u16string_view titl
                               std::span<const std::u16string> captions) {
   if (BoxesAreAttended() && !captions.empty()) {
     try {
-      return ShowMessage(text, title.empty() ? kDefaultTitle : title, captions, false);
+      return ShowMessage(text, title.empty() ? kLibraryName : title, captions, false);
     } catch (...) {
     }
   }

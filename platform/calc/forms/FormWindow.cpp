@@ -30,7 +30,7 @@ std::vector<FormWindow*>& Shown() {
 }
 
 AutomationError FormError(ErrorNumber number, std::u16string description) {
-  return AutomationError(number, u"QVA_Varnholt", std::move(description));
+  return AutomationError(number, std::move(description));
 }
 
 std::unique_ptr<Window> MakeWindow(const ui::FormDescription& description, EventTarget& target) {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/forms/GridPainter.h"
@@ -40,9 +41,11 @@ HFONT FontOf(HWND window) {
 
 /// As the system does it for a heading that is no button.
 void PaintBackground(HWND header, HDC context, RECT area) {
-  if (HTHEME theme = OpenThemeData(header, L"Header")) {
-    DrawThemeBackground(theme, context, HP_HEADERITEM, HIS_NORMAL, &area, nullptr);
-    CloseThemeData(theme);
+  struct Close {
+    void operator()(void* theme) const { CloseThemeData(theme); }
+  };
+  if (const std::unique_ptr<void, Close> theme{OpenThemeData(header, L"Header")}) {
+    DrawThemeBackground(theme.get(), context, HP_HEADERITEM, HIS_NORMAL, &area, nullptr);
   } else {
     FillRect(context, &area, GetSysColorBrush(COLOR_BTNFACE));
     DrawEdge(context, &area, EDGE_ETCHED, BF_RIGHT | BF_BOTTOM);

@@ -9,10 +9,8 @@
 namespace qva::windows {
 namespace {
 
-constexpr std::u16string_view kDefaultTitle = u"QVA_Varnholt";
-
 std::u16string_view TitleOr(std::u16string_view title) {
-  return title.empty() ? kDefaultTitle : title;
+  return title.empty() ? kLibraryName : title;
 }
 
 }  // namespace

@@ -86,7 +86,8 @@ std::string LastDescription() {
   return ToUtf8(text.Text());
 }
 
-/// Calls the installation entry of a library for the user.
+/// Calls the installation entry of a library for the user. The library stays: what it says of a failure is
+/// read after the call, and the doctor ends soon.
 std::uint32_t Install(const std::u16string& path, bool install, std::string& answer) {
   const HMODULE module = LoadLibraryExW(WideText(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
   using Entry = HRESULT(WINAPI*)(BOOL, LPCWSTR);

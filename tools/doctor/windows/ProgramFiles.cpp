@@ -118,10 +118,10 @@ FileFacts LookAt(const std::u16string& path) {
 }
 
 std::int32_t TryToLoad(const std::u16string& path) {
-  const HMODULE module = LoadLibraryExW(WideText(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+  const windows::Module module(
+      LoadLibraryExW(WideText(path).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
   if (!module) return static_cast<std::int32_t>(GetLastError());
-  const bool is_server = GetProcAddress(module, "DllGetClassObject") != nullptr;
-  FreeLibrary(module);
+  const bool is_server = GetProcAddress(module.get(), "DllGetClassObject") != nullptr;
   return is_server ? ERROR_SUCCESS : ERROR_PROC_NOT_FOUND;
 }
 
