@@ -5,6 +5,7 @@
 
 #include "platform/memory/excel/CellInput.h"
 #include "platform/memory/excel/Refusals.h"
+#include "platform/memory/excel/TypedText.h"
 #include "platform/text.h"
 
 namespace qva::memory {

@@ -40,10 +40,12 @@ bool IsBlank(const Value& value) {
          value == Value(u"");
 }
 
-/// What Value makes of a number: an amount of four decimals where the cell shows one.
-Value InFormat(const Value& number, std::u16string_view format) {
-  const bool is_amount = format.find_first_of(u"$€") != format.npos;
-  return is_amount ? Value(number.ToCurrency()) : number;
+/// What a cell gives in its format.
+Value ShownValue(SheetData& sheet, std::int32_t row, std::int32_t column) {
+  Value value = CellValue(sheet, row, column);
+  if (!value.Is(Value::Type::Double)) return value;
+  const Value& format = sheet.formats[FormatProperty::NumberFormat].At(row, column);
+  return NumberInFormat(value.As<double>(), format.As<std::u16string>());
 }
 
 /// The elements of an array that is put into cells, by position from 0.
@@ -161,20 +163,12 @@ qva::Value Range::ReadBlock(Read read) const {
 
 Value Range::Value() {
   SheetData& sheet = Open();
-  const FormatLayer& formats = sheet.formats[FormatProperty::NumberFormat];
-  return ReadBlock([&](std::int32_t row, std::int32_t column) {
-    qva::Value value = CellValue(sheet, row, column);
-    return value.Is(qva::Value::Type::Double) ? InFormat(value, formats.At(row, column).ToText()) : value;
-  });
+  return ReadBlock([&](std::int32_t row, std::int32_t column) { return ShownValue(sheet, row, column); });
 }
 
 Value Range::Value2() {
   SheetData& sheet = Open();
-  return ReadBlock([&](std::int32_t row, std::int32_t column) -> qva::Value {
-    const qva::Value value = CellValue(sheet, row, column);
-    const bool is_number = value.Is(qva::Value::Type::Date) || value.Is(qva::Value::Type::Currency);
-    return is_number ? value.ToDouble() : value;
-  });
+  return ReadBlock([&](std::int32_t row, std::int32_t column) { return CellValue(sheet, row, column); });
 }
 
 void Range::SetValue(const qva::Value& value) {
@@ -192,6 +186,7 @@ void Range::SetValue(const qva::Value& value) {
     for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
       for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
         sheet.Enter(row, column, element(row - area().row, column - area().column));
+        TakeFormat(row, column);
       }
     }
   };
@@ -201,6 +196,18 @@ void Range::SetValue(const qva::Value& value) {
   } else {
     fill([&](std::int32_t, std::int32_t) { return given; });
   }
+}
+
+void Range::TakeFormat(std::int32_t row, std::int32_t column) const {
+  SheetData& sheet = *reference_.sheet;
+  const Cell* cell = sheet.Find(row, column);
+  FormatLayer& formats = sheet.formats[FormatProperty::NumberFormat];
+  if (!cell || cell->formula.empty() || formats.At(row, column) != qva::Value(kGeneralFormat)) return;
+  const auto meant = FindReference(cell->formula, *OpenWorkbook(sheet.workbook), reference_.sheet);
+  if (!meant || meant->area.count() != 1) return;
+  const qva::Value format =
+      meant->sheet->formats[FormatProperty::NumberFormat].At(meant->area.row, meant->area.column);
+  if (format != qva::Value(kGeneralFormat)) formats.Set({row, column, 1, 1}, format);
 }
 
 Value Range::Formula() {
@@ -236,10 +243,10 @@ ObjectPtr Range::CurrentArray() {
 Value Range::Text() {
   SheetData& sheet = Open();
   if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
-  const std::u16string first = DisplayText(CellValue(sheet, area().row, area().column));
+  const std::u16string first = DisplayText(ShownValue(sheet, area().row, area().column));
   for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
     for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
-      if (DisplayText(CellValue(sheet, row, column)) != first) return Null();
+      if (DisplayText(ShownValue(sheet, row, column)) != first) return Null();
     }
   }
   return first;

@@ -51,15 +51,17 @@ class Range : public Described<Range> {
   /// not locked.
   void SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal);
 
-  /// Of one cell its value: Empty, Double, text, Boolean, Date, Currency or error. Of several a block. A
-  /// number in a format with the sign of a currency is Currency, with its four decimals.
+  /// Of one cell its value: Empty, Double, text, Boolean, error, or what the format makes of a number
+  /// (NumberFormats.h). Of several a block.
   qva::Value Value();
-  /// The same, but dates and amounts as Double.
+  /// The same, but every number as Double.
   qva::Value Value2();
   /// Raises 1004, as whatever changes cells does, when only a part of an array formula's cells would change.
   /// One value for all cells, or an array: rows by columns, or one row for all rows. What lies outside of the
   /// array gets #N/A, unless the array has one row or column only, which is repeated.
   void SetValue(const qva::Value& value);
+  /// A formula that is one cell's address, in a cell of the general format, brings that cell's format along.
+  void TakeFormat(std::int32_t row, std::int32_t column) const;
   /// Formulas as they were entered, constants as text in the notation of the United States. FormulaLocal is
   /// the same: this Excel's own language is that of the United States.
   qva::Value Formula();
@@ -69,7 +71,8 @@ class Range : public Described<Range> {
   qva::Value HasArray();
   /// All cells of the array formula that the first cell is part of. Raises 1004 when it is part of none.
   ObjectPtr CurrentArray();
-  /// What the cell shows, in the general format; of several cells Null unless all show the same.
+  /// What the cell shows: dates by the user's settings, other numbers in the general format; of several cells
+  /// Null unless all show the same.
   qva::Value Text();
   qva::Value Default(const qva::Value& row, const qva::Value& column);
   void SetDefault(const qva::Value& row, const qva::Value& column, const qva::Value& value);
@@ -98,7 +101,7 @@ class Range : public Described<Range> {
   ObjectPtr Interior();
   qva::Value Locked();
   void SetLocked(bool locked);
-  /// "General" and "@" (text) make a difference to what is entered; other formats are only kept.
+  /// "General" and "@" (text) make a difference to what is entered, dates and amounts to what Value gives.
   qva::Value NumberFormat();
   void SetNumberFormat(const std::u16string& format);
 

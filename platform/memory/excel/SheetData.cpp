@@ -22,7 +22,8 @@ const Cell* SheetData::Find(std::int32_t row, std::int32_t column) const {
 void SheetData::Enter(std::int32_t row, std::int32_t column, const Value& value) {
   // An apostrophe in front counts in cells of the format for texts, too.
   const bool is_quoted = value.Is(Value::Type::Text) && value.As<std::u16string>().starts_with(u'\'');
-  const bool as_text = !is_quoted && formats[FormatProperty::NumberFormat].At(row, column) == Value(u"@");
+  const bool as_text =
+      !is_quoted && formats[FormatProperty::NumberFormat].At(row, column) == Value(kTextFormat);
   Hold(row, column, ReadEntry(value, as_text));
 }
 
@@ -55,6 +56,10 @@ void SheetData::Hold(std::int32_t row, std::int32_t column, CellEntry entry) {
     cell = Cell{};
     cell.value = std::move(entry.value);
     cell.formula = std::move(entry.formula);
+  }
+  FormatLayer& number_formats = formats[FormatProperty::NumberFormat];
+  if (entry.number_format != kGeneralFormat && number_formats.At(row, column) == Value(kGeneralFormat)) {
+    number_formats.Set({row, column, 1, 1}, entry.number_format);
   }
   Changed();
 }

@@ -77,8 +77,8 @@ struct SheetData {
   bool IsEmpty(std::int32_t row, std::int32_t column) const { return !Find(row, column); }
 
   /// Sets what a cell holds as the user's typing would: an Empty value or text clears it, a text may become a
-  /// number, date, Boolean, error or formula (CellInput.h). Does not look at the protection.
-  /// Raises 1004 for a formula that cannot be read or a value that no cell holds.
+  /// number, Boolean, error or formula (CellInput.h), and a general format the one that fits. Does not look
+  /// at the protection. Raises 1004 for a formula that cannot be read or a value that no cell holds.
   void Enter(std::int32_t row, std::int32_t column, const Value& value);
   /// Sets what a cell holds as Enter, except that a text stays the text that it is.
   void EnterPlain(std::int32_t row, std::int32_t column, const Value& value);
