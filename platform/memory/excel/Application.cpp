@@ -59,7 +59,8 @@ const ClassDescription& Application::Description() {
         .Get<&Application::ActiveCell>(u"ActiveCell")
         .Get<&Application::Selection>(u"Selection")
         .Get<&Application::ThisWorkbook>(u"ThisWorkbook")
-        .Get<&Application::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")});
+        .Get<&Application::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")})
+        .Method<&Application::Union>(u"Union", {{u"Arg1"}, {u"Arg2"}});
     builder.Method<&Application::OnKey>(u"OnKey", {{u"Key"}, Optional(u"Procedure")})
         .Method<&Application::SendKeys>(u"SendKeys", {{u"Keys"}, Optional(u"Wait")})
         .Method<&Application::Help>(u"Help", {Optional(u"HelpFile"), Optional(u"HelpContextID")})
@@ -191,7 +192,7 @@ ObjectPtr Application::ActiveWindow() {
 ObjectPtr Application::ActiveCell() {
   const auto sheet = data()->ActiveSheet();
   if (!sheet) return {};
-  return MakeRef<memory::Range>(data(), Reference{sheet, {sheet->active_row, sheet->active_column, 1, 1}});
+  return MakeRef<memory::Range>(data(), Reference{sheet, {{sheet->active_row, sheet->active_column, 1, 1}}});
 }
 
 ObjectPtr Application::Selection() {
@@ -210,6 +211,12 @@ ObjectPtr Application::Range(const Value& cell1, const Value& cell2) {
   const auto sheet = data()->ActiveSheet();
   const auto cells = sheet ? FindCells(*data()->active_workbook, sheet, cell1, cell2) : std::nullopt;
   if (!cells) throw Refusal(u"Method 'Range' of object '_Application' failed");
+  return MakeRef<memory::Range>(data(), *cells);
+}
+
+ObjectPtr Application::Union(const Value& first, const Value& second) {
+  const auto cells = UnionOf(first, second);
+  if (!cells) throw Refusal(u"Method 'Union' of object '_Application' failed");
   return MakeRef<memory::Range>(data(), *cells);
 }
 

@@ -83,6 +83,8 @@ class Application : public ModelObject<Application, ApplicationData> {
   ObjectPtr Selection();
   ObjectPtr ThisWorkbook();
   ObjectPtr Range(const Value& cell1, const Value& cell2);
+  /// The areas of two ranges of one sheet, otherwise 1004. Excel takes up to 30 ranges.
+  ObjectPtr Union(const Value& first, const Value& second);
   void OnKey(const std::u16string& key, const Value& procedure);
   /// Presses one key at once.
   void SendKeys(const std::u16string& keys, const Value& wait);

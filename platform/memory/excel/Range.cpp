@@ -78,13 +78,26 @@ std::optional<Reference> FindCells(const WorkbookData& workbook, const std::shar
   if (!first || cell2.Is(Value::Type::Missing)) return first;
   const auto second = FindOne(workbook, sheet, cell2);
   if (!second || second->sheet != first->sheet) return std::nullopt;
-  first->area = Around(first->area, second->area);
+  first->areas = {Around(Around(first->areas), Around(second->areas))};
   return first;
+}
+
+std::optional<Reference> UnionOf(const Value& first, const Value& second) {
+  const auto range_of = [](const Value& cells) {
+    return cells.Is(Value::Type::Object) ? dynamic_cast<const Range*>(cells.ToObject().get()) : nullptr;
+  };
+  const Range* left = range_of(first);
+  const Range* right = range_of(second);
+  if (!left || !right || left->reference().sheet != right->reference().sheet) return std::nullopt;
+  Reference all = left->reference();
+  const std::vector<Area>& more = right->reference().areas;
+  all.areas.insert(all.areas.end(), more.begin(), more.end());
+  return all;
 }
 
 const ClassDescription& Range::Description() {
   static const ClassDescription description =
-      ClassBuilder(u"Range", "A rectangle of cells")
+      ClassBuilder(u"Range", "Cells of a sheet")
           .Get<&Range::Default>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Put<&Range::SetDefault>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Default(u"_Default")
@@ -136,6 +149,12 @@ SheetData& Range::Open() const {
   return *reference_.sheet;
 }
 
+std::int64_t Range::CellCount() const {
+  std::int64_t count = 0;
+  for (const Area& area : reference_.areas) count += area.count();
+  return count;
+}
+
 void Range::RequireUnprotected(const Area& changed) const {
   const SheetData& sheet = Open();
   if (!sheet.protection.is_on || sheet.protection.user_interface_only) return;
@@ -144,7 +163,7 @@ void Range::RequireUnprotected(const Area& changed) const {
 }
 
 ObjectPtr Range::Part(const Area& part, Unit unit) const {
-  return MakeRef<Range>(application_, Reference{reference_.sheet, part}, unit);
+  return MakeRef<Range>(application_, Reference{reference_.sheet, {part}}, unit);
 }
 
 template <class Read>
@@ -171,22 +190,30 @@ Value Range::Value2() {
   return ReadBlock([&](std::int32_t row, std::int32_t column) { return CellValue(sheet, row, column); });
 }
 
+void Range::RequireChangeable() const {
+  for (const Area& area : reference_.areas) {
+    RequireUnprotected(area);
+    Open().RequireWholeArrays(area);
+  }
+}
+
 void Range::SetValue(const qva::Value& value) {
-  RequireUnprotected(area());
+  RequireChangeable();
   SheetData& sheet = Open();
-  sheet.RequireWholeArrays(area());
   // The default value of an object is asked for once, not for each cell.
   const qva::Value given = value.Is(qva::Value::Type::Object) ? Get(value.ToObject(), u"") : value;
   if (IsBlank(given)) {
-    sheet.Clear(area());
+    for (const Area& area : reference_.areas) sheet.Clear(area);
     return;
   }
-  if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
+  if (CellCount() > kLargestBlock) throw AutomationError(kOutOfMemory);
   const auto fill = [&](auto element) {
-    for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
-      for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
-        sheet.Enter(row, column, element(row - area().row, column - area().column));
-        TakeFormat(row, column);
+    for (const Area& area : reference_.areas) {
+      for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+        for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
+          sheet.Enter(row, column, element(row - area.row, column - area.column));
+          TakeFormat(row, column);
+        }
       }
     }
   };
@@ -204,9 +231,9 @@ void Range::TakeFormat(std::int32_t row, std::int32_t column) const {
   FormatLayer& formats = sheet.formats[FormatProperty::NumberFormat];
   if (!cell || cell->formula.empty() || formats.At(row, column) != qva::Value(kGeneralFormat)) return;
   const auto meant = FindReference(cell->formula, *OpenWorkbook(sheet.workbook), reference_.sheet);
-  if (!meant || meant->area.count() != 1) return;
+  if (!meant || meant->areas.size() > 1 || meant->first().count() > 1) return;
   const qva::Value format =
-      meant->sheet->formats[FormatProperty::NumberFormat].At(meant->area.row, meant->area.column);
+      meant->sheet->formats[FormatProperty::NumberFormat].At(meant->first().row, meant->first().column);
   if (format != qva::Value(kGeneralFormat)) formats.Set({row, column, 1, 1}, format);
 }
 
@@ -220,18 +247,20 @@ Value Range::Formula() {
 }
 
 void Range::SetFormulaArray(const std::u16string& formula) {
-  RequireUnprotected(area());
-  SheetData& sheet = Open();
-  sheet.RequireWholeArrays(area());
-  sheet.EnterArray(area(), formula);
+  if (reference_.areas.size() > 1)
+    throw Refusal(u"Unable to set the FormulaArray property of the Range class");
+  RequireChangeable();
+  Open().EnterArray(area(), formula);
 }
 
 Value Range::HasArray() {
-  std::int32_t count = 0;
-  Open().ForEachCell(area(),
-                     [&](std::int32_t, std::int32_t, const Cell& cell) { count += cell.array ? 1 : 0; });
+  std::int64_t count = 0;
+  for (const Area& area : reference_.areas) {
+    Open().ForEachCell(area,
+                       [&](std::int32_t, std::int32_t, const Cell& cell) { count += cell.array ? 1 : 0; });
+  }
   if (count == 0) return false;
-  return count == area().count() ? qva::Value(true) : qva::Value(Null());
+  return count == CellCount() ? qva::Value(true) : qva::Value(Null());
 }
 
 ObjectPtr Range::CurrentArray() {
@@ -242,11 +271,13 @@ ObjectPtr Range::CurrentArray() {
 
 Value Range::Text() {
   SheetData& sheet = Open();
-  if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
+  if (CellCount() > kLargestBlock) throw AutomationError(kOutOfMemory);
   const std::u16string first = DisplayText(ShownValue(sheet, area().row, area().column));
-  for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
-    for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
-      if (DisplayText(ShownValue(sheet, row, column)) != first) return Null();
+  for (const Area& area : reference_.areas) {
+    for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+      for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
+        if (DisplayText(ShownValue(sheet, row, column)) != first) return Null();
+      }
     }
   }
   return first;
@@ -264,7 +295,7 @@ void Range::SetDefault(const qva::Value& row, const qva::Value& column, const qv
 
 std::u16string Range::Address(bool row_absolute, bool column_absolute) {
   Open();
-  return AreaText(area(), row_absolute, column_absolute);
+  return AreasText(reference_.areas, row_absolute, column_absolute);
 }
 
 std::int32_t Range::Row() {
@@ -279,12 +310,13 @@ std::int32_t Range::Column() {
 
 std::int32_t Range::Count() {
   Open();
-  return unit_ == Unit::Rows ? area().rows : unit_ == Unit::Columns ? area().columns : area().count();
+  if (unit_ == Unit::Cells) return static_cast<std::int32_t>(CellCount());
+  return unit_ == Unit::Rows ? area().rows : area().columns;
 }
 
 ObjectPtr Range::Areas() {
   Open();
-  return MakeRef<memory::Areas>(Ref<Range>(this));
+  return MakeRef<memory::Areas>(application_, reference_);
 }
 
 ObjectPtr Range::Item(const qva::Value& row, const qva::Value& column) {
@@ -311,13 +343,13 @@ ObjectPtr Range::Item(const qva::Value& row, const qva::Value& column) {
 
 ObjectPtr Range::Rows(const qva::Value& index) {
   Open();
-  const auto rows = MakeRef<Range>(application_, reference_, Unit::Rows);
+  const auto rows = MakeRef<Range>(application_, Reference{reference_.sheet, {area()}}, Unit::Rows);
   return index.Is(qva::Value::Type::Missing) ? ObjectPtr(rows) : rows->Item(index, Missing());
 }
 
 ObjectPtr Range::Columns(const qva::Value& index) {
   Open();
-  const auto columns = MakeRef<Range>(application_, reference_, Unit::Columns);
+  const auto columns = MakeRef<Range>(application_, Reference{reference_.sheet, {area()}}, Unit::Columns);
   return index.Is(qva::Value::Type::Missing) ? ObjectPtr(columns) : columns->Item(index, Missing());
 }
 
@@ -329,10 +361,14 @@ ObjectPtr Range::Cells(const qva::Value& row, const qva::Value& column) {
 
 ObjectPtr Range::Offset(std::int32_t rows, std::int32_t columns) {
   Open();
-  const auto moved = AreaInGrid(std::int64_t{area().row} + rows, std::int64_t{area().column} + columns,
-                                area().rows, area().columns);
-  if (!moved) throw Refusal();
-  return Part(*moved, unit_);
+  Reference moved{reference_.sheet, {}};
+  for (const Area& area : reference_.areas) {
+    const auto place = AreaInGrid(std::int64_t{area.row} + rows, std::int64_t{area.column} + columns,
+                                  area.rows, area.columns);
+    if (!place) throw Refusal();
+    moved.areas.push_back(*place);
+  }
+  return MakeRef<Range>(application_, std::move(moved), unit_);
 }
 
 ObjectPtr Range::Resize(const qva::Value& rows, const qva::Value& columns) {
@@ -398,7 +434,7 @@ ObjectPtr Range::Name() {
   for (const auto* names : {&reference_.sheet->names, &workbook->names}) {
     for (const auto& name : *names) {
       const auto refers_to = FindReference(name->refers_to, *workbook, reference_.sheet);
-      if (refers_to && refers_to->sheet == reference_.sheet && refers_to->area == area()) {
+      if (refers_to && refers_to->sheet == reference_.sheet && refers_to->areas == reference_.areas) {
         return ObjectOf<memory::Name>(application_, name);
       }
     }
@@ -411,14 +447,18 @@ void Range::SetName(const std::u16string& name) {
 }
 
 Value Range::Format(FormatProperty property) const {
-  const auto common = Open().formats[property].Common(area());
-  return common ? *common : qva::Value(Null());
+  const FormatLayer& formats = Open().formats[property];
+  const auto common = formats.Common(area());
+  const bool is_common = common && std::ranges::all_of(reference_.areas, [&](const Area& area) {
+                           return formats.Common(area) == common;
+                         });
+  return is_common ? *common : qva::Value(Null());
 }
 
 void Range::SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal) {
   const Protection& protection = Open().protection;
   if (protection.is_on && !protection.user_interface_only) throw Refusal(refusal);
-  Open().formats[property].Set(area(), value);
+  for (const Area& area : reference_.areas) Open().formats[property].Set(area, value);
   OpenWorkbook(reference_.sheet->workbook)->saved = false;
 }
 
@@ -448,9 +488,8 @@ void Range::SetNumberFormat(const std::u16string& format) {
 }
 
 bool Range::ClearContents() {
-  RequireUnprotected(area());
-  Open().RequireWholeArrays(area());
-  Open().Clear(area());
+  RequireChangeable();
+  for (const Area& area : reference_.areas) Open().Clear(area);
   return true;
 }
 
@@ -486,14 +525,16 @@ bool Range::Activate() {
   sheet.active_row = area().row;
   sheet.active_column = area().column;
   // Within the selection only the active cell moves.
-  if (Around(sheet.selection, area()) != sheet.selection) sheet.selection = area();
+  const bool is_selected = std::ranges::any_of(
+      sheet.selection, [this](const Area& selected) { return Around(selected, area()) == selected; });
+  if (!is_selected) sheet.selection = reference_.areas;
   return true;
 }
 
 bool Range::Select() {
   SheetData& sheet = Open();
   if (application_->ActiveSheet() != reference_.sheet) throw Refusal(u"Select method of Range class failed");
-  sheet.selection = area();
+  sheet.selection = reference_.areas;
   sheet.active_row = area().row;
   sheet.active_column = area().column;
   return true;

@@ -10,13 +10,17 @@
 namespace qva::memory {
 
 /// The cells that the arguments of a Range property mean, seen from a sheet: an address, name or Range
-/// object, or the area around two of them. Nothing when one of them means no cells. Lists of areas ("A1,C3")
-/// are not modelled.
+/// object, or the area around two of them. Nothing when one of them means no cells.
 std::optional<Reference> FindCells(const WorkbookData& workbook, const std::shared_ptr<SheetData>& sheet,
                                    const Value& cell1, const Value& cell2);
 
-/// Range: one rectangle of cells. Made anew each time it is asked for, so two of the same cells are two
-/// objects, as Excel's own are. Every member raises kObjectGone once the workbook was closed.
+/// The areas of two Range objects of one sheet; nothing for anything else.
+std::optional<Reference> UnionOf(const Value& first, const Value& second);
+
+/// Range: one rectangle of cells, or several. What reads one place or one block (Value, Formula, Row, Rows,
+/// Cells …) does so from the first one, what tells about all cells or changes them goes over all. Made anew
+/// each time it is asked for, so two of the same cells are two objects, as Excel's own are. Every member
+/// raises kObjectGone once the workbook was closed.
 class Range : public Described<Range> {
  public:
   /// What Count and Item count.
@@ -36,11 +40,15 @@ class Range : public Described<Range> {
   ObjectPtr Columns(const Value& index);
 
  private:
-  const Area& area() const { return reference_.area; }
+  const Area& area() const { return reference_.first(); }
+  /// Of all areas; what is in two of them counts twice.
+  std::int64_t CellCount() const;
   /// The sheet, whose workbook must be open.
   SheetData& Open() const;
   /// Raises 1004 when the protection keeps macros from changing one of the cells of the sheet.
   void RequireUnprotected(const Area& changed) const;
+  /// Raises 1004 when the protection or an array formula keeps the contents from being changed.
+  void RequireChangeable() const;
   ObjectPtr Part(const Area& part, Unit unit = Unit::Cells) const;
   /// `read(row, column)` of the one cell, or of all as a block with both indexes from 1.
   template <class Read>

@@ -65,7 +65,7 @@ struct SheetData {
   std::vector<std::shared_ptr<NameData>> names;  ///< those of this sheet's own scope, sorted
   std::vector<std::shared_ptr<ShapeData>> shapes;
 
-  Area selection;
+  std::vector<Area> selection{Area()};  ///< at least one
   std::int32_t active_row = 1;
   std::int32_t active_column = 1;
 

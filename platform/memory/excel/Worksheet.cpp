@@ -108,22 +108,22 @@ ObjectPtr Worksheet::Range(const Value& cell1, const Value& cell2) {
 
 ObjectPtr Worksheet::Cells(const Value& row, const Value& column) {
   Open();
-  const auto all = MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet});
+  const auto all = MakeRef<memory::Range>(application(), Reference{data(), {kWholeSheet}});
   return row.Is(Value::Type::Missing) ? ObjectPtr(all) : all->Item(row, column);
 }
 
 ObjectPtr Worksheet::Rows(const Value& index) {
   Open();
-  return MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet})->Rows(index);
+  return MakeRef<memory::Range>(application(), Reference{data(), {kWholeSheet}})->Rows(index);
 }
 
 ObjectPtr Worksheet::Columns(const Value& index) {
   Open();
-  return MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet})->Columns(index);
+  return MakeRef<memory::Range>(application(), Reference{data(), {kWholeSheet}})->Columns(index);
 }
 
 ObjectPtr Worksheet::UsedRange() {
-  return MakeRef<memory::Range>(application(), Reference{data(), Open().UsedArea()});
+  return MakeRef<memory::Range>(application(), Reference{data(), {Open().UsedArea()}});
 }
 
 ObjectPtr Worksheet::PageSetup() {
