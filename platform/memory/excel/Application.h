@@ -63,6 +63,11 @@ class Application : public ModelObject<Application, ApplicationData> {
  private:
   explicit Application(std::shared_ptr<ApplicationData> data);
 
+  /// An XlCalculation; anything else raises 1004. Semiautomatic is automatic here: there are no data tables.
+  std::int32_t Calculation();
+  void SetCalculation(std::int32_t mode);
+  /// Computes what is out of date in all open workbooks.
+  void Calculate();
   Value Caption();
   void SetCaption(const Value& caption);
   void SetStatusBar(const Value& text);

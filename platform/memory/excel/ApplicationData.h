@@ -62,6 +62,7 @@ struct ApplicationData : commandbars::CommandBarApplication {
   bool enable_animations = false;
   std::int32_t cursor = xlDefault;
   std::int32_t calculation = xlCalculationAutomatic;
+  bool calculate_before_save = true;  ///< while it is manual
   std::int32_t reference_style = xlA1;
   std::int32_t display_comment_indicator = xlCommentIndicatorOnly;
   Value caption;             ///< Empty: Excel's own

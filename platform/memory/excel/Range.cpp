@@ -137,6 +137,7 @@ const ClassDescription& Range::Description() {
           .Put<&Range::SetLocked>(u"Locked")
           .Get<&Range::NumberFormat>(u"NumberFormat")
           .Put<&Range::SetNumberFormat>(u"NumberFormat")
+          .Method<&Range::Calculate>(u"Calculate")
           .Method<&Range::ClearContents>(u"ClearContents")
           .Method<&Range::CopyFromRecordset>(u"CopyFromRecordset", {{u"Data"}})
           .Method<&Range::Activate>(u"Activate")
@@ -223,6 +224,7 @@ void Range::SetValue(const qva::Value& value) {
   } else {
     fill([&](std::int32_t, std::int32_t) { return given; });
   }
+  Calculate();
 }
 
 void Range::TakeFormat(std::int32_t row, std::int32_t column) const {
@@ -251,6 +253,7 @@ void Range::SetFormulaArray(const std::u16string& formula) {
     throw Refusal(u"Unable to set the FormulaArray property of the Range class");
   RequireChangeable();
   Open().EnterArray(area(), formula);
+  Calculate();
 }
 
 Value Range::HasArray() {
@@ -485,6 +488,10 @@ Value Range::NumberFormat() {
 void Range::SetNumberFormat(const std::u16string& format) {
   SetFormat(FormatProperty::NumberFormat, format,
             u"Unable to set the NumberFormat property of the Range class");
+}
+
+void Range::Calculate() {
+  for (const Area& area : reference_.areas) CalculateIfManual(Open(), area);
 }
 
 bool Range::ClearContents() {

@@ -113,6 +113,9 @@ class Range : public Described<Range> {
   qva::Value NumberFormat();
   void SetNumberFormat(const std::u16string& format);
 
+  /// Computes the formulas of each area while the application calculates manually. What is entered is
+  /// computed in any case.
+  void Calculate();
   bool ClearContents();
   /// Writes the records of a recordset, from its current one to its end, into the rows from the first cell
   /// on: values only, texts as they are, Null as an empty cell. What does not fit on the sheet is left out.

@@ -38,6 +38,7 @@ struct Cell {
   // Recalculation (Calculation.h).
   std::uint64_t calculated_at = 0;   ///< WorkbookData::generation of the last result
   std::uint64_t calculating_in = 0;  ///< WorkbookData::calculations when its computation began
+  std::uint64_t calculated_in = 0;   ///< and when it had a result
 };
 
 /// A picture or another shape that lies on a sheet.

@@ -1,6 +1,7 @@
 #include "platform/memory/excel/Workbook.h"
 
 #include "platform/memory/excel/Application.h"
+#include "platform/memory/excel/Calculation.h"
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/Sheets.h"
 #include "platform/memory/excel/VBProject.h"
@@ -116,6 +117,9 @@ void Workbook::SaveAs(const std::u16string& file_name, const Value&) {
   }
   workbook.name = name;
   workbook.path = slash == file_name.npos ? std::u16string(kDefaultFolder) : file_name.substr(0, slash);
+  if (application()->calculation != xlCalculationManual || application()->calculate_before_save) {
+    Calculate(workbook);
+  }
   workbook.saved = true;
   application()->files[ToLower(workbook.FullName())] = CopyWorkbook(workbook);
 }
