@@ -27,6 +27,10 @@ struct Area {
   bool Contains(std::int32_t r, std::int32_t c) const {
     return r >= row && r <= last_row() && c >= column && c <= last_column();
   }
+  bool Meets(const Area& other) const {
+    return row <= other.last_row() && other.row <= last_row() && column <= other.last_column() &&
+           other.column <= last_column();
+  }
   bool IsWholeColumns() const { return rows == kRowCount; }
   bool IsWholeRows() const { return columns == kColumnCount; }
 

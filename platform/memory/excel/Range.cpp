@@ -16,6 +16,8 @@
 namespace qva::memory {
 namespace {
 
+constexpr std::size_t kLongestArrayFormula = 255;
+
 /// Excel refuses blocks that do not fit into memory; here the bound is a fixed one.
 constexpr std::int32_t kLargestBlock = 2'000'000;
 
@@ -133,6 +135,11 @@ const ClassDescription& Range::Description() {
           .Put<&Range::SetName>(u"Name")
           .Get<&Range::Font>(u"Font")
           .Get<&Range::Interior>(u"Interior")
+          .Method<&Range::Merge>(u"Merge", {Optional(u"Across")})
+          .Method<&Range::UnMerge>(u"UnMerge")
+          .Get<&Range::MergeCells>(u"MergeCells")
+          .Put<&Range::SetMergeCells>(u"MergeCells")
+          .Get<&Range::MergeArea>(u"MergeArea")
           .Get<&Range::Locked>(u"Locked")
           .Put<&Range::SetLocked>(u"Locked")
           .Get<&Range::NumberFormat>(u"NumberFormat")
@@ -252,6 +259,12 @@ void Range::SetFormulaArray(const std::u16string& formula) {
   if (reference_.areas.size() > 1)
     throw Refusal(u"Unable to set the FormulaArray property of the Range class");
   RequireChangeable();
+  const bool is_merged =
+      std::ranges::any_of(Open().merged, [this](const Area& cell) { return cell.Meets(area()); });
+  if (is_merged) throw Refusal(u"Array formulas are not valid in merged cells.");
+  if (formula.size() > kLongestArrayFormula) {
+    throw Refusal(u"Unable to set the FormulaArray property of the Range class");
+  }
   Open().EnterArray(area(), formula);
   Calculate();
 }
@@ -478,6 +491,9 @@ Value Range::Locked() {
 }
 
 void Range::SetLocked(bool locked) {
+  for (const Area& area : reference_.areas) {
+    Open().RequireWholeMergedCells(area, u"Unable to set the Locked property of the Range class");
+  }
   SetFormat(FormatProperty::Locked, locked, u"Unable to set the Locked property of the Range class");
 }
 
@@ -496,8 +512,63 @@ void Range::Calculate() {
 
 bool Range::ClearContents() {
   RequireChangeable();
+  for (const Area& area : reference_.areas) {
+    Open().RequireWholeMergedCells(area, u"Cannot change part of a merged cell.");
+  }
   for (const Area& area : reference_.areas) Open().Clear(area);
   return true;
+}
+
+void Range::Merge(bool across) {
+  RequireChangeable();
+  for (const Area& area : reference_.areas) {
+    Open().ForEachCell(area, [](std::int32_t, std::int32_t, const Cell& cell) {
+      if (cell.array) throw Refusal(u"Cannot merge cells that contain array formulas.");
+    });
+  }
+  for (const Area& area : reference_.areas) {
+    if (!across) {
+      Open().Merge(area);
+      continue;
+    }
+    for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+      Open().Merge({row, area.column, 1, area.columns});
+    }
+  }
+}
+
+void Range::UnMerge() {
+  for (const Area& area : reference_.areas) {
+    RequireUnprotected(area);
+    Open().Unmerge(area);
+  }
+}
+
+Value Range::MergeCells() {
+  std::int64_t count = 0;
+  for (const Area& area : reference_.areas) {
+    for (const Area& cell : Open().merged) {
+      if (!cell.Meets(area)) continue;
+      const std::int64_t rows = std::min(cell.last_row(), area.last_row()) - std::max(cell.row, area.row) + 1;
+      count +=
+          rows * (std::min(cell.last_column(), area.last_column()) - std::max(cell.column, area.column) + 1);
+    }
+  }
+  if (count == 0) return false;
+  return count == CellCount() ? qva::Value(true) : qva::Value(Null());
+}
+
+void Range::SetMergeCells(bool merge) {
+  if (merge) {
+    Merge(false);
+  } else {
+    UnMerge();
+  }
+}
+
+ObjectPtr Range::MergeArea() {
+  if (CellCount() > 1) throw Refusal();
+  return Part(Open().WithWholeMergedCells(area()));
 }
 
 std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
@@ -524,26 +595,33 @@ std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
   return rows;
 }
 
+std::vector<Area> Range::Selectable() const {
+  std::vector<Area> cells = reference_.areas;
+  for (Area& area : cells) area = Open().WithWholeMergedCells(area);
+  return cells;
+}
+
 bool Range::Activate() {
   SheetData& sheet = Open();
   if (application_->ActiveSheet() != reference_.sheet) {
     throw Refusal(u"Activate method of Range class failed");
   }
-  sheet.active_row = area().row;
-  sheet.active_column = area().column;
+  const std::vector<Area> cells = Selectable();
+  sheet.active_row = cells.front().row;
+  sheet.active_column = cells.front().column;
   // Within the selection only the active cell moves.
   const bool is_selected = std::ranges::any_of(
-      sheet.selection, [this](const Area& selected) { return Around(selected, area()) == selected; });
-  if (!is_selected) sheet.selection = reference_.areas;
+      sheet.selection, [&](const Area& selected) { return Around(selected, cells.front()) == selected; });
+  if (!is_selected) sheet.selection = cells;
   return true;
 }
 
 bool Range::Select() {
   SheetData& sheet = Open();
   if (application_->ActiveSheet() != reference_.sheet) throw Refusal(u"Select method of Range class failed");
-  sheet.selection = reference_.areas;
-  sheet.active_row = area().row;
-  sheet.active_column = area().column;
+  sheet.selection = Selectable();
+  sheet.active_row = sheet.selection.front().row;
+  sheet.active_column = sheet.selection.front().column;
   return true;
 }
 

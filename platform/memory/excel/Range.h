@@ -73,7 +73,8 @@ class Range : public Described<Range> {
   /// Formulas as they were entered, constants as text in the notation of the United States. FormulaLocal is
   /// the same: this Excel's own language is that of the United States.
   qva::Value Formula();
-  /// Makes one array formula of all cells.
+  /// Makes one array formula of all cells. Raises 1004 for several areas, merged cells, and more than 255
+  /// characters.
   void SetFormulaArray(const std::u16string& formula);
   /// Whether all cells are parts of array formulas; Null where only some are.
   qva::Value HasArray();
@@ -105,9 +106,19 @@ class Range : public Described<Range> {
   /// Defines a name of the workbook for the cells.
   void SetName(const std::u16string& name);
 
+  /// Makes one cell of each area, or of each of its rows. Raises 1004 where there is an array formula.
+  void Merge(bool across);
+  void UnMerge();
+  /// Whether all cells are parts of merged ones; Null where only some are.
+  qva::Value MergeCells();
+  void SetMergeCells(bool merge);
+  /// All of the merged cell that this cell is part of, otherwise the cell. Raises 1004 for several cells.
+  ObjectPtr MergeArea();
+
   ObjectPtr Font();
   ObjectPtr Interior();
   qva::Value Locked();
+  /// Raises 1004 for a part of a merged cell.
   void SetLocked(bool locked);
   /// "General" and "@" (text) make a difference to what is entered, dates and amounts to what Value gives.
   qva::Value NumberFormat();
@@ -116,13 +127,17 @@ class Range : public Described<Range> {
   /// Computes the formulas of each area while the application calculates manually. What is entered is
   /// computed in any case.
   void Calculate();
+  /// Raises 1004 for a part of a merged cell; the empty Value empties the part.
   bool ClearContents();
   /// Writes the records of a recordset, from its current one to its end, into the rows from the first cell
   /// on: values only, texts as they are, Null as an empty cell. What does not fit on the sheet is left out.
   /// The recordset stands at its end afterwards. Result: the number of records written, 0 where it stood at
   /// its end already. Raises 1004 where cells are protected, and what the recordset raises.
   std::int32_t CopyFromRecordset(const ObjectPtr& data);
-  /// Both raise 1004 unless the sheet is the active one of the active workbook.
+  /// The areas with all of the merged cells that they hold a part of.
+  std::vector<Area> Selectable() const;
+  /// Both take merged cells as a whole, and raise 1004 unless the sheet is the active one of the active
+  /// workbook.
   bool Activate();
   bool Select();
 

@@ -71,6 +71,7 @@ struct SheetData {
   std::int32_t active_column = 1;
 
   CellFormats formats;
+  std::vector<Area> merged;  ///< areas that are one cell each; none meets another
 
   /// Cells that are not empty; null for an empty one.
   Cell* Find(std::int32_t row, std::int32_t column);
@@ -87,10 +88,19 @@ struct SheetData {
   void EnterArray(const Area& area, const std::u16string& formula);
   /// Raises 1004 when the area holds a part of an array formula's cells, but not all of them.
   void RequireWholeArrays(const Area& area);
+  /// The area with all of each merged cell that it holds a part of.
+  Area WithWholeMergedCells(const Area& area) const;
+  /// Raises 1004 with a text when the area holds a part of a merged cell, but not all of it.
+  void RequireWholeMergedCells(const Area& area, const std::u16string& refusal) const;
+  /// Makes one cell of the area and of the merged cells that it meets. What stands first in it moves to its
+  /// upper left corner, the rest is lost.
+  void Merge(const Area& area);
+  /// Parts every merged cell that the area meets.
+  void Unmerge(const Area& area);
   /// Empties all cells of the area, at the cost of those that are not empty.
   void Clear(const Area& area);
-  /// The smallest area around all cells that are not empty or were given a format of their own, also when
-  /// they have lost it again; A1 of a sheet without such cells.
+  /// The smallest area around all cells that are not empty, merged or were given a format of their own, also
+  /// when they have lost it again; A1 of a sheet without such cells.
   Area UsedArea() const;
 
   /// Calls `visit(row, column, cell)` for the cells of an area that are not empty, in no certain order.
