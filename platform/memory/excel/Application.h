@@ -50,6 +50,11 @@ class Application : public ModelObject<Application, ApplicationData> {
   const std::u16string& ClipboardPicture() const { return data()->clipboard_picture; }
   /// What is left of bars, controls and keys when the user closes Excel and starts it again.
   void Restart();
+  /// What the user answers from now on when Excel asks, which it does while DisplayAlerts is True; at first
+  /// No.
+  void LetUserAgree(bool agrees) { data()->user_agrees = agrees; }
+  /// What Excel asked the user, in order.
+  const std::vector<std::u16string>& Questions() const { return data()->questions; }
   /// Quit was called. The workbooks stay open, so that a test can look at them.
   bool HasQuit() const { return data()->has_quit; }
   /// Everything that was printed or previewed, in order.

@@ -471,9 +471,13 @@ Value Range::Format(FormatProperty property) const {
   return is_common ? *common : qva::Value(Null());
 }
 
-void Range::SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal) {
+void Range::RequireFormattable(const std::u16string& refusal) const {
   const Protection& protection = Open().protection;
   if (protection.is_on && !protection.user_interface_only) throw Refusal(refusal);
+}
+
+void Range::SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal) {
+  RequireFormattable(refusal);
   for (const Area& area : reference_.areas) Open().formats[property].Set(area, value);
   OpenWorkbook(reference_.sheet->workbook)->saved = false;
 }
@@ -520,7 +524,7 @@ bool Range::ClearContents() {
 }
 
 void Range::Merge(bool across) {
-  RequireChangeable();
+  RequireFormattable(u"Merge method of Range class failed");
   for (const Area& area : reference_.areas) {
     Open().ForEachCell(area, [](std::int32_t, std::int32_t, const Cell& cell) {
       if (cell.array) throw Refusal(u"Cannot merge cells that contain array formulas.");
@@ -538,10 +542,8 @@ void Range::Merge(bool across) {
 }
 
 void Range::UnMerge() {
-  for (const Area& area : reference_.areas) {
-    RequireUnprotected(area);
-    Open().Unmerge(area);
-  }
+  RequireFormattable(u"UnMerge method of Range class failed");
+  for (const Area& area : reference_.areas) Open().Unmerge(area);
 }
 
 Value Range::MergeCells() {

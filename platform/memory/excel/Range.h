@@ -55,8 +55,9 @@ class Range : public Described<Range> {
   qva::Value ReadBlock(Read read) const;
   /// A format that all cells have, or Null.
   qva::Value Format(FormatProperty property) const;
-  /// Raises 1004 with a text when the protection keeps macros from changing formats, be it of cells that are
-  /// not locked.
+  /// Both raise 1004 with a text when the protection keeps macros from changing formats, be it of cells that
+  /// are not locked.
+  void RequireFormattable(const std::u16string& refusal) const;
   void SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal);
 
   /// Of one cell its value: Empty, Double, text, Boolean, error, or what the format makes of a number
