@@ -6,6 +6,11 @@
 #include "tests/corpus/MemoryEngine.h"
 
 namespace qva::corpus {
+
+void PrintTo(const Facts& facts, std::ostream* out) {
+  *out << facts.name;
+}
+
 namespace {
 
 class ExcelFacts : public testing::TestWithParam<Facts> {};
