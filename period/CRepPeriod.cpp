@@ -79,19 +79,25 @@ bool IsBlank(const Value& value) {
 /// Puts a code into a cell. What reads like a number of at most 15 digits, the most that a cell keeps,
 /// becomes one, as it always has. Any other code that the cell took for a number, a date or a formula is put
 /// in again as a text, by an apostrophe that is no part of it; not at once, since cells of texts may keep the
-/// apostrophe. A formula that the cell refuses is such a code, too.
+/// apostrophe. A formula that the cell refuses is such a code, too. The format that the cell got with a date
+/// goes again: it would make a date of the next code that is a number.
 void PutCode(const excel::Range& cell, const Value& value) {
   const std::u16string text = value.Is(Value::Type::Text) ? value.ToText() : u"";
+  const bool is_number =
+      !value.Is(Value::Type::Text) ||
+      (text.size() <= 15 && std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
+       !(text.size() > 1 && text.front() == u'0'));
+  if (is_number) return cell.SetValue(value);
+  const Value format = cell.NumberFormat();
   try {
     cell.SetValue(value);
   } catch (const AutomationError&) {
     if (text.empty() || std::u16string_view(u"=+-@").find(text.front()) == std::u16string_view::npos) throw;
   }
-  if (!value.Is(Value::Type::Text)) return;
-  const bool is_number = text.size() <= 15 &&
-                         std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
-                         !(text.size() > 1 && text.front() == u'0');
-  if (!is_number && cell.Value() != value) cell.SetValue(u"'" + text);
+  if (cell.Value() == value) return;
+  cell.SetValue(u"'" + text);
+  // A protected sheet lets no format be changed.
+  if (format.Is(Value::Type::Text)) IgnoreErrors([&] { cell.SetNumberFormat(format.ToText()); });
 }
 
 /// An identifier above zero; what is no number is no identifier.

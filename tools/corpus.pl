@@ -2,7 +2,8 @@
 # Takes the macros of tests/corpus to the engines that need a script of their own, and compares the logs.
 #   tools/corpus.pl vbscript <folder>           writes script.vbs and form.answers into the folder; running the
 #                                               script writes log.txt there
-#   tools/corpus.pl basic <folder>              writes corpus.fods, box.answers, form.answers and host/
+#   tools/corpus.pl basic <folder>              writes corpus.fods, box.answers, form.answers and host/; with the
+#                                               facts that the acceptance kit asks of Excel
 #   tools/corpus.pl acceptance <folder>         writes what the acceptance kit for machines with Excel consists of, the
 #                                               samples' macros included
 #   tools/corpus.pl compare <engine> <log>      engine is com or libreoffice; the log may be UTF-8 or UTF-16.
@@ -22,6 +23,10 @@ use FlatWorkbook;
 
 my $root = dirname(dirname(__FILE__));
 my $corpus = "$root/tests/corpus";
+my $kit = "$root/packaging/windows/acceptance";
+# The facts that LibreOffice is asked for: those of cells and of saving. docs/libreoffice.md tells of the rest.
+my @libreoffice_facts = map { "excel_$_" } qw(amounts_and_dates areas arrays calculation merged_cells saving texts_alone
+                                              typed_texts values);
 my @names = sort map { basename($_, '.macro') } glob "$corpus/macros/*.macro";
 my ($command, @arguments) = @ARGV;
 my %commands = (vbscript => \&write_vbscript, basic => \&write_basic, acceptance => \&write_acceptance,
@@ -62,8 +67,11 @@ sub write_vbscript {
 
 sub write_basic {
   my $folder = shift;
-  my $main = "Option VBASupport 1\nSub Main\n" . join('', map { "  Run_$_\n" } @names) . "End Sub\n";
+  my ($facts) = facts(contents("$kit/facts.txt"));
+  my $main = "Option VBASupport 1\nSub Main\n" . join('', map { "  Run_$_\n" } @names, @libreoffice_facts) . "End Sub\n";
   my %modules = (Prelude => contents("$corpus/prelude.bas"), Ataskaita => $main);
+  # Only the log shows Windows' own paths.
+  $modules{"M_$_"} = "Option VBASupport 1\n" . $facts->{$_} =~ s/(?<!")("C:\\[^"]*")(?!")/OwnPath($1)/gr for @libreoffice_facts;
   # The macros' workbook is not the one that holds them.
   $modules{"M_$_"} = "Option VBASupport 1\n" . procedures($_) =~ s/\bThisWorkbook\b/TheWorkbook()/gr for @names;
   write_file("$folder/corpus.fods", workbook('VBAProject', 'Lapas', %modules));
@@ -91,7 +99,6 @@ sub kit_paths { return $_[0] =~ s/C:\\Ataskaitos/C:\\QVA_Macros/gr =~ s/C:\\Corp
 
 sub write_acceptance {
   my $folder = shift;
-  my $kit = "$root/packaging/windows/acceptance";
   make_path($folder);
   my %left_out = map { /^(\w+)\s+(.*)/ ? ($1, $2) : () } split /\n/, contents("$kit/left_out.txt");
   -e "$corpus/macros/$_.macro" or die "left_out.txt: there is no macro $_\n" for keys %left_out;
@@ -106,14 +113,15 @@ sub write_acceptance {
   $prelude =~ s/^  SetUserPath ""\n//m or die "prelude.vbs sets no path\n";
   $prelude =~ s/^  excel\.ActiveWorkbook\.SaveAs .*\n//m or die "prelude.vbs saves no workbook\n";
   $prelude =~ s/^Set files = .*//ms or die "prelude.vbs has no end\n";
-  my ($fact_code, $facts, %expected_facts) = facts(contents("$kit/facts.txt"));
-  my $run = join '', (map { "  Run_$_\n" } @run, @$facts), map { qq(  RunSample "$_"\n) } @samples;
+  my ($facts, %expected_facts) = facts(contents("$kit/facts.txt"));
+  my @facts = sort keys %$facts;
+  my $run = join '', (map { "  Run_$_\n" } @run, @facts), map { qq(  RunSample "$_"\n) } @samples;
   my $excel = contents("$kit/excel.vbs");
   my ($version) = contents("$root/CMakeLists.txt") =~ /^project\(QVA_Varnholt VERSION ([0-9.]+) /m;
   my $left_out = join ', ', map { qq("$_: $left_out{$_}") } sort keys %left_out;
   my $frame = contents("$kit/acceptance.vbs") =~ s/^\@RUN\@\n/$run/mr =~ s/^\@EXCEL\@\n/$excel/mr =~ s/\@LEFT_OUT\@/$left_out/r =~ s/\@VERSION\@/$version/r;
   # The frame ends with what runs; procedures may stand before it.
-  $frame =~ s/^(?=Dim work, )/procedures(@run) . $fact_code/me;
+  $frame =~ s/^(?=Dim work, )/procedures(@run) . join('', map { $facts->{$_} } @facts)/me;
   my $script = kit_paths($prelude . $frame);
   open my $out, '|-', "'$root/tools/ascii-script.pl' '$folder/texts.txt' > '$folder/acceptance.vbs'" or die "$!\n";
   print $out $script;
@@ -128,7 +136,7 @@ sub write_acceptance {
     $golden = with_difference($golden, $listed{$name}{difference}) if $listed{$name};
     $expected .= "== $name\n$golden";
   }
-  $expected .= "== $_\n$expected_facts{$_}" for @$facts;
+  $expected .= "== $_\n$expected_facts{$_}" for @facts;
   $expected .= "== sample_$_\nIšsaugota\nBaigta\nGrąžinta\n" . contents("$root/tests/calc/figures/$_.txt") for @samples;
   open my $log, '>:raw:encoding(UTF-16LE)', "$folder/expected.txt" or die "expected.txt: $!\n";
   print $log "\x{feff}", kit_paths($expected);
@@ -152,14 +160,13 @@ sub write_acceptance {
   return 0;
 }
 
-# Facts of Excel as procedures, their names, and what each is to log. The file's own comment tells its form.
+# Facts of Excel as procedures, and what each is to log, both by name. The file's own comment tells its form.
 sub facts {
-  my ($code, $name, @facts, %expected, %lines) = ('');
+  my ($name, %code, %expected, %lines);
   for (split /\n/, shift) {
     next if /^\s*(?:#|$)/;
     if (/^== (\w+)$/) {
       $name = "excel_$1";
-      push @facts, $name;
       $expected{$name} = '';
     } elsif (/^([?!]) (.*\S)\s+=> (.*)$/) {
       my ($kind, $what, $result) = ($1, $2, $3);
@@ -170,9 +177,9 @@ sub facts {
       push @{$lines{$name}}, $_;
     }
   }
-  for my $fact (@facts) {
+  for my $fact (keys %expected) {
     my $body = join '', map { "$_\n" } @{$lines{$fact}};
-    $code .= <<END;
+    $code{$fact} = <<END;
 Sub Macro_$fact
 Dim app, book, sheet, other, item, result
 On Error Resume Next
@@ -189,7 +196,7 @@ Sub Run_$fact
 End Sub
 END
   }
-  return ($code, \@facts, %expected);
+  return (\%code, %expected);
 }
 
 # A text with a difference that diff told, in it.
@@ -230,9 +237,10 @@ sub divergences {
       $listed{$macro}{reason} .= $_;
     }
   }
+  my (undef, %fact_logs) = facts(contents("$kit/facts.txt"));
   for (keys %listed) {
     die "$file: $engine $_ has no reason\n" unless $listed{$_}{reason} =~ /\w/;
-    die "$file: there is no macro $_\n" unless -e "$corpus/macros/$_.macro";
+    die "$file: there is no macro $_\n" unless -e "$corpus/macros/$_.macro" || exists $fact_logs{$_};
   }
   return %listed;
 }
@@ -256,9 +264,10 @@ sub compare {
   my %listed = divergences($engine);
   my %logs = (-e $file ? contents($file) : '') =~ /^== (\S+)\n(.*?)(?=^== |\z)/msg;
   my ($agree, $failed) = (0, 0);
-  for my $name (@names) {
+  my (undef, %fact_logs) = facts(contents("$kit/facts.txt"));
+  for my $name (@names, $engine eq 'libreoffice' ? @libreoffice_facts : ()) {
     my $actual = $logs{$name};
-    my $golden = contents("$corpus/macros/$name.log");
+    my $golden = $fact_logs{$name} // contents("$corpus/macros/$name.log");
     my $difference = defined $actual ? difference(without_traces($golden, $actual), $actual) : "it did not run\n";
     my $expected = $listed{$name} ? $listed{$name}{difference} : '';
     if ($difference eq $expected) {

@@ -20,4 +20,13 @@ std::string Contents(const std::filesystem::path& path);
 std::string SourceOf(const std::string& name);
 std::string GoldenLogOf(const std::string& name);
 
+/// A section of the acceptance kit's facts.txt: what the twin takes for granted of Excel, as a macro and its
+/// log.
+struct Facts {
+  std::string name;
+  std::string macro;
+  std::string log;
+};
+std::vector<Facts> AllFacts();
+
 }  // namespace qva::corpus

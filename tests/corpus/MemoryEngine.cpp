@@ -84,6 +84,7 @@ MemoryEngine::MemoryEngine(std::string name)
   Services services = GetServices();
   services.forms = &forms_;
   InstallServices(services);
+  platform.files.SetFolder(u"C:\\Corpus");
   const ObjectPtr workbook = excel->AddWorkbook();
   Call(workbook, u"SaveAs", {u"C:\\Corpus\\Corpus.xls"});
 }
@@ -129,6 +130,15 @@ std::string MemoryEngine::FormProblems() const {
 Functions MemoryEngine::PreludeFunctions() {
   Functions functions = {
       {u"note", [this](const auto& a) { return LogForgottenError(), Log(TextAt(a, 0)), Value(); }},
+      {u"logfact", [this](const auto& a) { return LogOutcome(TextAt(a, 0), Show(a.at(1))), Value(); }},
+      {u"logstatement", [this](const auto& a) { return LogOutcome(TextAt(a, 0), u"done"), Value(); }},
+      {u"typename", [](const auto& a) { return Value(Kind(a.at(0))); }},
+      {u"ubound",
+       [](const auto& a) {
+         const auto& dimensions = a.at(0).ToArray().dimensions;
+         const Array::Dimension& asked = dimensions.at(static_cast<std::size_t>(a.at(1).ToInt32()) - 1);
+         return Value(asked.lower + asked.count - 1);
+       }},
       {u"logerror", [this](const auto& a) { return LogError(TextAt(a, 0)), Value(); }},
       {u"logboxes", [this](const auto& a) { return LogBoxes(TextAt(a, 0)), Value(); }},
       {u"show", [](const auto& a) { return Value(Show(a.at(0))); }},
@@ -233,6 +243,12 @@ void MemoryEngine::LogError(const std::u16string& what) {
     if (error.Number() < 0) text += u" | " + error.Source() + u" | " + error.Text();
   }
   Log(what + u": " + text);
+  error.Clear();
+}
+
+void MemoryEngine::LogOutcome(const std::u16string& what, const std::u16string& outcome) {
+  ErrorObject& error = *interpreter_->error();
+  Log(what + u" => " + (error.Number() == 0 ? outcome : u"error " + NumberText(error.Number())));
   error.Clear();
 }
 

@@ -43,6 +43,8 @@ class MemoryEngine : public LibraryTest {
 
   void Log(std::u16string_view text);
   void LogError(const std::u16string& what);
+  /// What became of a fact.
+  void LogOutcome(const std::u16string& what, const std::u16string& outcome);
   void LogBoxes(const std::u16string& what);
   /// False when there is none.
   bool LogNewBoxes(const std::u16string& what);

@@ -34,13 +34,27 @@ Public Sub LogError(sWhat)
     WriteLog sWhat & ": " & sText
 End Sub
 
+Public Sub LogFact(sWhat, v)
+    LogOutcome sWhat, Show(v)
+End Sub
+
+Public Sub LogStatement(sWhat)
+    LogOutcome sWhat, "done"
+End Sub
+
+Private Sub LogOutcome(sWhat, sOutcome)
+    If Err.Number <> 0 Then sOutcome = "error " & Err.Number
+    Err.Clear
+    WriteLog sWhat & " => " & sOutcome
+End Sub
+
 Public Function Show(v)
     Select Case TypeName(v)
     Case "String"
         Show = """" & OneLine(v) & """"
     Case "Date"
         Show = "#" & ShowDate(v) & "#"
-    Case "Byte", "Integer", "Long", "Double", "Boolean"
+    Case "Byte", "Integer", "Long", "Double", "Currency", "Boolean"
         Show = CStr(v)
     Case Else
         Show = Kind(v)
@@ -191,7 +205,7 @@ Private Function LogNewBoxes(sWhat)
     nBoxes = n
 End Function
 
-Private Function OwnPath(sPath)
+Public Function OwnPath(sPath)
     OwnPath = Environ("QVA_VARNHOLT_DRIVES") & "/" & Replace(Replace(sPath, ":", ""), "\", "/")
 End Function
 

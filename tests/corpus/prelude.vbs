@@ -257,6 +257,7 @@ Sub BeginMacro(name)
   answers = ""
   boxesLogged = 0
   Set excel = control.NewExcel
+  MakeFolder "C:\Corpus"
   excel.ActiveWorkbook.SaveAs "C:\Corpus\Corpus.xls"
   control.ClearTrace
   output.Write "== " & name & vbLf

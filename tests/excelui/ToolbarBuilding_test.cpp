@@ -272,6 +272,7 @@ TEST_F(ToolbarBuilding, With255ButtonsCountingOverflowsAndThereIsNoBar) {
 }
 
 TEST_F(ToolbarBuilding, TheWorkbooksNameStandsInCaptionAndMacros) {
+  platform.files.SetFolder(u"C:\\Ataskaitos");
   Call(workbook, u"SaveAs", {u"C:\\Ataskaitos\\Balansas.xls"});
   Describe({{.key = u"^{b}"}});
   toolbar = NewToolbar();

@@ -221,6 +221,16 @@ TEST_F(ReportPeriodSaving, EditKeepsAPlanCodeThatIsANumberAsOne) {
   EXPECT_EQ(At(u"AccPlan"), Value(12.0));
 }
 
+TEST_F(ReportPeriodSaving, EditLeavesNoFormatOfAPlanCodeThatReadsLikeADate) {
+  NameCells();
+  for (const std::u16string_view code : {u"1-2", u"12"}) {
+    host.account_sets[u"MEDVILNE"].push_back({std::u16string(code), u"Planas", false});
+    EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) { form.Type(u"cbAccPlan", code); }));
+    EXPECT_EQ(Get(Cell(u"AccPlan").object(), u"NumberFormat"), Value(u"General"));
+  }
+  EXPECT_EQ(At(u"AccPlan"), Value(12.0));
+}
+
 // --- Calls from within
 
 TEST_F(ReportPeriodSaving, EditAndInitDuringTheDialogRaiseFormAlreadyDisplayed) {
@@ -347,8 +357,8 @@ TEST_F(ReportPeriodSaving, EditCostsTheSameFewCallsForEachBudget) {
     calls[rows] = count.calls();
     EXPECT_EQ(At(u"BudgetCount"), Value(static_cast<double>(rows)));
   }
-  EXPECT_EQ(calls[0], 172);
-  EXPECT_EQ(calls[100], 605);
+  EXPECT_EQ(calls[0], 173);
+  EXPECT_EQ(calls[100], 606);
   // For each budget: stored when loaded; deleted and passed when the dialog rewrites them; stored again.
   EXPECT_EQ(calls[10000] - calls[100], 9900 * 4);
 }

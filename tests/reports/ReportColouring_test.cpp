@@ -54,6 +54,14 @@ TEST_F(Colouring, LockingKeepsTheActiveCellAndSelectsTheZone) {
   EXPECT_EQ(Get(GetObject(excel, u"Selection"), u"Address"), Value(u"$B$2:$C$3"));
 }
 
+TEST_F(Colouring, LockingTakesMergedCellsAsAWholeAndAllAreas) {
+  Call(Cells(u"B2:C3"), u"Merge");
+  Put(Cells(u"B2:C3,E5"), u"Locked", false);
+  Lock(u"B2,E5");
+  EXPECT_TRUE(IsLocked(u"C3")) << "a name for a merged cell means its first one alone";
+  EXPECT_TRUE(IsLocked(u"E5"));
+}
+
 const char* const kLockingCalls[] = {"Application.ActiveCell",
                                      "Application.ScreenUpdating = False",
                                      "Range.Select() -> True",

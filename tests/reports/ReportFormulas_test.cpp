@@ -8,26 +8,6 @@ namespace {
 
 using testing::ElementsAre;
 
-/// A range of several rectangles, which the in-memory Excel does not model.
-class SeveralAreas : public Described<SeveralAreas> {
- public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Areas", "")
-                                                     .Get<&SeveralAreas::This>(u"Areas")
-                                                     .Get<&SeveralAreas::Count>(u"Count")
-                                                     .Get<&SeveralAreas::Item>(u"Item", {{u"Index"}});
-    return description;
-  }
-  explicit SeveralAreas(std::vector<ObjectPtr> areas) : areas_(std::move(areas)) {}
-
- private:
-  ObjectPtr This() { return ObjectPtr(this); }
-  std::int32_t Count() { return static_cast<std::int32_t>(areas_.size()); }
-  ObjectPtr Item(std::int32_t index) { return areas_.at(static_cast<std::size_t>(index) - 1); }
-
-  std::vector<ObjectPtr> areas_;
-};
-
 /// An object that answers like a range, but not as one does.
 class LooksLikeARange : public Described<LooksLikeARange> {
  public:
@@ -267,8 +247,7 @@ TEST_F(Formulas, OfEveryAreaOfARangeAreCleared) {
   Set(u"A1", u"=1");
   Set(u"B1", u"=2");
   Set(u"C3", u"=3");
-  Call(reports, u"ClearFormulas",
-       {MakeRef<SeveralAreas>(std::vector<ObjectPtr>{Cells(u"A1"), Cells(u"C1:C3")})});
+  Clear(u"A1,C1:C3");
   EXPECT_EQ(FormulaOf(u"A1"), u"1");
   EXPECT_EQ(FormulaOf(u"B1"), u"=2");
   EXPECT_EQ(FormulaOf(u"C3"), u"3");

@@ -38,6 +38,13 @@ TEST_F(Printing, PrintsTheWholeSheetWithinTheRangePrint) {
   EXPECT_THAT(BoxTexts(), IsEmpty());
 }
 
+TEST_F(Printing, PrintsAllAreasOfTheRangePrint) {
+  AddName(u"Print", u"=Sheet1!$A$3:$B$4,Sheet1!$D$6");
+  Print(Sheet(), true);
+  EXPECT_THAT(Jobs(), ElementsAre(PrintJob{.sheet = u"Sheet1", .print_area = u"$A$3:$B$4,$D$6"}));
+  EXPECT_THAT(BoxTexts(), IsEmpty());
+}
+
 TEST_F(Printing, TakesEighteenCalls) {
   Print(Sheet(), true);
   EXPECT_THAT(

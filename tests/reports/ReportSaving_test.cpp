@@ -258,6 +258,7 @@ TEST_F(Saving, EndsAsAgreedWhicheverCallFails) {
   const ObjectPtr kept = Workbook();
   for (long n = 1; n <= kCalls + 1; ++n) {
     SCOPED_TRACE(n <= kCalls ? kSaveDocCalls[n - 1] : "none");
+    Put(excel, u"DisplayAlerts", false);
     Call(kept, u"SaveAs", {u"C:\\Darbinis.xls"});
     Set(u"B1", Value());
     Put(excel, u"DisplayAlerts", true);
@@ -352,6 +353,7 @@ class FailingSave : public Saving {
   /// the first box. Call 0 lets all calls work.
   Outcome SaveFailingAt(long failing_call, std::int32_t answer, std::int32_t year) {
     const ObjectPtr kept = Workbook();
+    Put(excel, u"DisplayAlerts", false);
     Call(kept, u"SaveAs", {u"C:\\Darbinis.xls"});
     Set(u"A1", year);
     Set(u"B1", Value());

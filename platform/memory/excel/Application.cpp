@@ -1,6 +1,7 @@
 #include "platform/memory/excel/Application.h"
 
 #include "platform/commandbars/CommandBars.h"
+#include "platform/memory/excel/Calculation.h"
 #include "platform/memory/excel/FileSearch.h"
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/Range.h"
@@ -40,8 +41,10 @@ const ClassDescription& Application::Description() {
     AddProperty<&Data::copy_objects_with_cells>(builder, u"CopyObjectsWithCells");
     AddProperty<&Data::enable_animations>(builder, u"EnableAnimations");
     AddProperty<&Data::cursor, xlDefault, xlNorthwestArrow, xlWait, xlIBeam>(builder, u"Cursor");
-    AddProperty<&Data::calculation, xlCalculationAutomatic, xlCalculationManual, xlCalculationSemiautomatic>(
-        builder, u"Calculation");
+    AddProperty<&Data::calculate_before_save>(builder, u"CalculateBeforeSave");
+    builder.Get<&Application::Calculation>(u"Calculation")
+        .Put<&Application::SetCalculation>(u"Calculation")
+        .Method<&Application::Calculate>(u"Calculate");
     AddProperty<&Data::reference_style, xlA1, xlR1C1>(builder, u"ReferenceStyle");
     AddProperty<&Data::display_comment_indicator, xlNoIndicator, xlCommentIndicatorOnly,
                 xlCommentAndIndicator>(builder, u"DisplayCommentIndicator");
@@ -59,7 +62,8 @@ const ClassDescription& Application::Description() {
         .Get<&Application::ActiveCell>(u"ActiveCell")
         .Get<&Application::Selection>(u"Selection")
         .Get<&Application::ThisWorkbook>(u"ThisWorkbook")
-        .Get<&Application::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")});
+        .Get<&Application::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")})
+        .Method<&Application::Union>(u"Union", {{u"Arg1"}, {u"Arg2"}});
     builder.Method<&Application::OnKey>(u"OnKey", {{u"Key"}, Optional(u"Procedure")})
         .Method<&Application::SendKeys>(u"SendKeys", {{u"Keys"}, Optional(u"Wait")})
         .Method<&Application::Help>(u"Help", {Optional(u"HelpFile"), Optional(u"HelpContextID")})
@@ -120,6 +124,23 @@ void Application::DefineMacro(std::u16string_view name, std::function<void()> ma
 void Application::Restart() {
   DropTemporaryBars(*data());
   data()->key_bindings.clear();
+}
+
+std::int32_t Application::Calculation() {
+  return data()->calculation;
+}
+
+void Application::SetCalculation(std::int32_t mode) {
+  const bool is_known =
+      mode == xlCalculationAutomatic || mode == xlCalculationManual || mode == xlCalculationSemiautomatic;
+  if (!is_known) throw Refusal(u"Unable to set the Calculation property of the Application class");
+  // What is computed when it is asked for is as Excel computed it at once; afterwards it stays.
+  if (mode == xlCalculationManual && data()->calculation != mode) Calculate();
+  data()->calculation = mode;
+}
+
+void Application::Calculate() {
+  for (const auto& workbook : data()->workbooks) memory::Calculate(*workbook);
 }
 
 Value Application::Caption() {
@@ -191,7 +212,7 @@ ObjectPtr Application::ActiveWindow() {
 ObjectPtr Application::ActiveCell() {
   const auto sheet = data()->ActiveSheet();
   if (!sheet) return {};
-  return MakeRef<memory::Range>(data(), Reference{sheet, {sheet->active_row, sheet->active_column, 1, 1}});
+  return MakeRef<memory::Range>(data(), Reference{sheet, {{sheet->active_row, sheet->active_column, 1, 1}}});
 }
 
 ObjectPtr Application::Selection() {
@@ -210,6 +231,12 @@ ObjectPtr Application::Range(const Value& cell1, const Value& cell2) {
   const auto sheet = data()->ActiveSheet();
   const auto cells = sheet ? FindCells(*data()->active_workbook, sheet, cell1, cell2) : std::nullopt;
   if (!cells) throw Refusal(u"Method 'Range' of object '_Application' failed");
+  return MakeRef<memory::Range>(data(), *cells);
+}
+
+ObjectPtr Application::Union(const Value& first, const Value& second) {
+  const auto cells = UnionOf(first, second);
+  if (!cells) throw Refusal(u"Method 'Union' of object '_Application' failed");
   return MakeRef<memory::Range>(data(), *cells);
 }
 

@@ -50,6 +50,11 @@ class Application : public ModelObject<Application, ApplicationData> {
   const std::u16string& ClipboardPicture() const { return data()->clipboard_picture; }
   /// What is left of bars, controls and keys when the user closes Excel and starts it again.
   void Restart();
+  /// What the user answers from now on when Excel asks, which it does while DisplayAlerts is True; at first
+  /// No.
+  void LetUserAgree(bool agrees) { data()->user_agrees = agrees; }
+  /// What Excel asked the user, in order.
+  const std::vector<std::u16string>& Questions() const { return data()->questions; }
   /// Quit was called. The workbooks stay open, so that a test can look at them.
   bool HasQuit() const { return data()->has_quit; }
   /// Everything that was printed or previewed, in order.
@@ -63,6 +68,11 @@ class Application : public ModelObject<Application, ApplicationData> {
  private:
   explicit Application(std::shared_ptr<ApplicationData> data);
 
+  /// An XlCalculation; anything else raises 1004. Semiautomatic is automatic here: there are no data tables.
+  std::int32_t Calculation();
+  void SetCalculation(std::int32_t mode);
+  /// Computes what is out of date in all open workbooks.
+  void Calculate();
   Value Caption();
   void SetCaption(const Value& caption);
   void SetStatusBar(const Value& text);
@@ -83,6 +93,8 @@ class Application : public ModelObject<Application, ApplicationData> {
   ObjectPtr Selection();
   ObjectPtr ThisWorkbook();
   ObjectPtr Range(const Value& cell1, const Value& cell2);
+  /// The areas of two ranges of one sheet, otherwise 1004. Excel takes up to 30 ranges.
+  ObjectPtr Union(const Value& first, const Value& second);
   void OnKey(const std::u16string& key, const Value& procedure);
   /// Presses one key at once.
   void SendKeys(const std::u16string& keys, const Value& wait);

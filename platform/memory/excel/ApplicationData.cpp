@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/services.h"
 #include "platform/text.h"
 
 namespace qva::memory {
@@ -18,6 +19,18 @@ void ApplicationData::RunMacro(const std::u16string& name) {
   if (found == macros.end()) return;
   const std::function<void()> macro = found->second;  // it may define itself anew
   macro();
+}
+
+bool ApplicationData::HasFolder(std::u16string_view folder) const {
+  const auto is_in_it = [&](const auto& file) { return EqualIgnoringCase(file.second->path, folder); };
+  return EqualIgnoringCase(folder, kDefaultFolder) || std::ranges::any_of(files, is_in_it) ||
+         GetServices().files->FolderExists(std::u16string(folder) + u"\\");
+}
+
+bool ApplicationData::Asks(std::u16string question) {
+  if (!display_alerts) return true;
+  questions.push_back(std::move(question));
+  return user_agrees;
 }
 
 void AddWorkbook(const std::shared_ptr<ApplicationData>& application,

@@ -62,6 +62,7 @@ struct ApplicationData : commandbars::CommandBarApplication {
   bool enable_animations = false;
   std::int32_t cursor = xlDefault;
   std::int32_t calculation = xlCalculationAutomatic;
+  bool calculate_before_save = true;  ///< while it is manual
   std::int32_t reference_style = xlA1;
   std::int32_t display_comment_indicator = xlCommentIndicatorOnly;
   Value caption;             ///< Empty: Excel's own
@@ -81,6 +82,8 @@ struct ApplicationData : commandbars::CommandBarApplication {
   std::vector<PrintJob> print_jobs;        ///< what was printed or previewed, in order
   bool has_quit = false;
   int workbooks_made = 0;
+  std::vector<std::u16string> questions;  ///< what the user was asked, in order
+  bool user_agrees = false;               ///< what he answers; No is the button that is there for haste
 
   /// The file system that Open and SaveAs see: saved workbooks by lower-case full name.
   std::map<std::u16string, std::shared_ptr<WorkbookData>> files;
@@ -91,6 +94,11 @@ struct ApplicationData : commandbars::CommandBarApplication {
   /// Null when no such workbook is open; names ignore letter case.
   std::shared_ptr<WorkbookData> FindWorkbook(std::u16string_view name) const;
   void RunMacro(const std::u16string& name) override;
+  /// Whether a file can be put into a folder: one of the machine (Services::files), Excel's own default
+  /// folder, or one that holds a workbook already.
+  bool HasFolder(std::u16string_view folder) const;
+  /// What the user answers to a question; while alerts are off nobody is asked, and the answer is yes.
+  bool Asks(std::u16string question);
 };
 
 // None goes before the program does.
@@ -102,6 +110,9 @@ inline void RequireAlive(const FileSearchData&) {
 // Nobody watches what changes.
 inline void Changed(const ApplicationData&) {
 }
+
+/// Where Excel saves what the user gives no folder for.
+inline constexpr std::u16string_view kDefaultFolder = u"C:\\My Documents";
 
 /// Opens a workbook that belongs to no application yet, and makes it the active one.
 void AddWorkbook(const std::shared_ptr<ApplicationData>& application,

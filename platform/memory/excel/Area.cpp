@@ -81,6 +81,12 @@ Area Around(const Area& a, const Area& b) {
           std::max(a.last_column(), b.last_column()) - column + 1};
 }
 
+Area Around(const std::vector<Area>& areas) {
+  Area all = areas.front();
+  for (const Area& area : areas) all = Around(all, area);
+  return all;
+}
+
 std::optional<Area> ParseArea(std::u16string_view text) {
   const std::size_t colon = text.find(u':');
   const auto first = ParseCorner(text.substr(0, colon));
@@ -109,6 +115,15 @@ std::u16string AreaText(const Area& area, bool row_absolute, bool column_absolut
   const std::u16string first = column(area.column) + row(area.row);
   if (area.count() == 1) return first;
   return first + u":" + column(area.last_column()) + row(area.last_row());
+}
+
+std::u16string AreasText(const std::vector<Area>& areas, bool row_absolute, bool column_absolute) {
+  std::u16string text;
+  for (const Area& area : areas) {
+    if (!text.empty()) text += u',';
+    text += AreaText(area, row_absolute, column_absolute);
+  }
+  return text;
 }
 
 }  // namespace qva::memory

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace qva::memory {
 
@@ -26,6 +27,10 @@ struct Area {
   bool Contains(std::int32_t r, std::int32_t c) const {
     return r >= row && r <= last_row() && c >= column && c <= last_column();
   }
+  bool Meets(const Area& other) const {
+    return row <= other.last_row() && other.row <= last_row() && column <= other.last_column() &&
+           other.column <= last_column();
+  }
   bool IsWholeColumns() const { return rows == kRowCount; }
   bool IsWholeRows() const { return columns == kColumnCount; }
 
@@ -41,11 +46,17 @@ std::optional<Area> AreaInGrid(std::int64_t row, std::int64_t column, std::int64
 /// The smallest rectangle around both.
 Area Around(const Area& a, const Area& b);
 
+/// The smallest rectangle around all of them, which are at least one.
+Area Around(const std::vector<Area>& areas);
+
 /// "B2", "$B$2", "A1:B2", "A:C", "1:3" in any letter case; nothing for any other text.
 std::optional<Area> ParseArea(std::u16string_view text);
 
 /// "$A$1:$B$2", "$A$1", "$A:$C" for whole columns and "$1:$3" for whole rows.
 std::u16string AreaText(const Area& area, bool row_absolute = true, bool column_absolute = true);
+/// The same of each, with commas between.
+std::u16string AreasText(const std::vector<Area>& areas, bool row_absolute = true,
+                         bool column_absolute = true);
 
 /// 1 for "A" to 256 for "IV", in any letter case; nothing for any other text.
 std::optional<std::int32_t> ParseColumn(std::u16string_view letters);

@@ -13,12 +13,14 @@ const ClassDescription& Areas::Description() {
 }
 
 std::int32_t Areas::Count() {
-  return 1;
+  OpenWorkbook(reference_.sheet->workbook);
+  return static_cast<std::int32_t>(reference_.areas.size());
 }
 
 ObjectPtr Areas::Item(const Value& index) {
-  PositionIn(1, index);
-  return range_;
+  OpenWorkbook(reference_.sheet->workbook);
+  const Area& area = reference_.areas[PositionIn(reference_.areas.size(), index)];
+  return MakeRef<Range>(application_, Reference{reference_.sheet, {area}});
 }
 
 }  // namespace qva::memory

@@ -1,13 +1,16 @@
 #pragma once
 
+#include <memory>
+
 #include "platform/memory/excel/Range.h"
 
 namespace qva::memory {
 
-/// Range.Areas. A range is one rectangle here, which is its only area. Made anew when it is asked for.
+/// Range.Areas: the rectangles that a range is made of, each a Range. Made anew when it is asked for.
 class Areas : public Described<Areas> {
  public:
-  explicit Areas(Ref<Range> range) : range_(std::move(range)) {}
+  Areas(std::shared_ptr<ApplicationData> application, Reference reference)
+      : application_(std::move(application)), reference_(std::move(reference)) {}
   static const ClassDescription& Description();
 
  private:
@@ -15,7 +18,8 @@ class Areas : public Described<Areas> {
   /// By position from 1. Raises 9.
   ObjectPtr Item(const Value& index);
 
-  Ref<Range> range_;
+  std::shared_ptr<ApplicationData> application_;
+  Reference reference_;
 };
 
 }  // namespace qva::memory

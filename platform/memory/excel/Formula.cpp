@@ -5,6 +5,7 @@
 
 #include "platform/memory/excel/CellInput.h"
 #include "platform/memory/excel/Refusals.h"
+#include "platform/memory/excel/TypedText.h"
 #include "platform/text.h"
 
 namespace qva::memory {
@@ -28,7 +29,7 @@ bool IsError(const Value& value) {
 }
 
 bool IsNumber(const Value& value) {
-  return value.Is(Value::Type::Double) || value.Is(Value::Type::Currency) || value.Is(Value::Type::Date);
+  return value.Is(Value::Type::Double);
 }
 
 /// A number, or the error value that stands for the attempt.
@@ -36,7 +37,7 @@ Value ToNumber(const Value& value) {
   if (IsError(value)) return value;
   if (value.Is(Value::Type::Empty)) return 0.0;
   if (value.Is(Value::Type::Boolean)) return value.As<bool>() ? 1.0 : 0.0;
-  if (IsNumber(value)) return value.ToDouble();
+  if (IsNumber(value)) return value;
   const auto number =
       value.Is(Value::Type::Text) ? ParseExcelNumber(value.As<std::u16string>()) : std::nullopt;
   return number ? Value(*number) : Value(Error(xlErrValue));
@@ -115,11 +116,13 @@ Value Sum(const std::vector<Operand>& operands, const FormulaContext& context) {
     }
     const Reference& reference = std::get<Reference>(operand);
     Value error;
-    reference.sheet->ForEachCell(reference.area, [&](std::int32_t row, std::int32_t column, const Cell&) {
-      const Value value = context.cell_value(*reference.sheet, row, column);
-      if (IsNumber(value)) sum += value.ToDouble();
-      if (IsError(value)) error = value;
-    });
+    for (const Area& area : reference.areas) {
+      reference.sheet->ForEachCell(area, [&](std::int32_t row, std::int32_t column, const Cell&) {
+        const Value value = context.cell_value(*reference.sheet, row, column);
+        if (IsNumber(value)) sum += value.As<double>();
+        if (IsError(value)) error = value;
+      });
+    }
     if (IsError(error)) return error;
   }
   return Finite(sum);
@@ -159,15 +162,15 @@ Condition ConditionOf(const Value& criterion) {
 Value SumIf(const std::vector<Operand>& operands, const FormulaContext& context) {
   const auto* asked = operands.size() == 3 ? std::get_if<Reference>(&operands[0]) : nullptr;
   const auto* added = operands.size() == 3 ? std::get_if<Reference>(&operands[2]) : nullptr;
-  if (!asked || !added) return Error(xlErrValue);
+  if (!asked || !added || asked->areas.size() > 1 || added->areas.size() > 1) return Error(xlErrValue);
   const Condition meets = ConditionOf(Scalar(operands[1], context));
   double sum = 0;
   Value error;
-  asked->sheet->ForEachCell(asked->area, [&](std::int32_t row, std::int32_t column, const Cell&) {
+  asked->sheet->ForEachCell(asked->first(), [&](std::int32_t row, std::int32_t column, const Cell&) {
     if (!meets(context.cell_value(*asked->sheet, row, column))) return;
-    const Value value = context.cell_value(*added->sheet, added->area.row + row - asked->area.row,
-                                           added->area.column + column - asked->area.column);
-    if (IsNumber(value)) sum += value.ToDouble();
+    const Value value = context.cell_value(*added->sheet, added->first().row + row - asked->first().row,
+                                           added->first().column + column - asked->first().column);
+    if (IsNumber(value)) sum += value.As<double>();
     if (IsError(value)) error = value;
   });
   return IsError(error) ? error : Finite(sum);
@@ -222,7 +225,7 @@ class Evaluator {
 
   Operand Run() {
     if (Peek() == u'=') ++position_;
-    Operand result = Comparison();
+    Operand result = Union();
     SkipBlanks();
     if (position_ != text_.size()) throw SyntaxError();
     return result;
@@ -243,6 +246,22 @@ class Evaluator {
     if (Peek() != c) return false;
     ++position_;
     return true;
+  }
+
+  /// One operand, or areas of one sheet with commas between.
+  Operand Union() {
+    Operand left = Comparison();
+    while (Take(u',')) {
+      const Operand right = Comparison();
+      Reference* areas = std::get_if<Reference>(&left);
+      const Reference* more = std::get_if<Reference>(&right);
+      if (areas && more && areas->sheet == more->sheet) {
+        areas->areas.insert(areas->areas.end(), more->areas.begin(), more->areas.end());
+      } else {
+        left = Value(Error(xlErrValue));
+      }
+    }
+    return left;
   }
 
   Operand Comparison() {
@@ -329,7 +348,7 @@ class Evaluator {
   Operand Parenthesis() {
     if (++nesting_ > kDeepestNesting) throw SyntaxError();
     ++position_;
-    Operand inner = Comparison();
+    Operand inner = Union();
     if (!Take(u')')) throw SyntaxError();
     --nesting_;
     return inner;
@@ -410,7 +429,7 @@ class Evaluator {
 
   Operand Cells(const std::shared_ptr<SheetData>& sheet, const Area& area) const {
     if (!context_.workbook) return Value();
-    return Reference{sheet, area};
+    return Reference{sheet, {area}};
   }
 
   Operand Named(std::u16string_view word, const std::shared_ptr<SheetData>& sheet) const {
@@ -449,7 +468,8 @@ class Evaluator {
 Value Scalar(const Operand& operand, const FormulaContext& context) {
   if (const Value* value = std::get_if<Value>(&operand)) return *value;
   const Reference& reference = std::get<Reference>(operand);
-  const Area& area = reference.area;
+  if (reference.areas.size() > 1) return Error(xlErrValue);
+  const Area& area = reference.first();
   if (area.count() == 1) return context.cell_value(*reference.sheet, area.row, area.column);
   if (!context.array_place) return Error(xlErrValue);
   const std::int32_t row = area.rows == 1 ? 0 : context.array_place->row;
@@ -480,7 +500,11 @@ std::optional<Reference> FindReference(std::u16string_view text, const WorkbookD
 }
 
 std::u16string ReferenceFormula(const Reference& reference) {
-  return u"=" + SheetPrefix(reference.sheet->name) + u"!" + AreaText(reference.area);
+  std::u16string formula;
+  for (const Area& area : reference.areas) {
+    formula += (formula.empty() ? u"=" : u",") + SheetPrefix(reference.sheet->name) + u"!" + AreaText(area);
+  }
+  return formula;
 }
 
 std::u16string RenameSheetIn(std::u16string_view formula, std::u16string_view old_name,

@@ -1,5 +1,6 @@
 // The formulas of cells and names: numbers, texts, TRUE and FALSE, error values, references to cells, ranges
-// and names, + - * / & = <> < <= > >= %, parentheses and the functions of the table in Formula.cpp.
+// and names, also several ("A1:B2,D4"), + - * / & = <> < <= > >= %, parentheses and the functions of the
+// table in Formula.cpp.
 #pragma once
 
 #include <functional>
@@ -7,16 +8,19 @@
 #include <optional>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "platform/memory/excel/WorkbookData.h"
 #include "platform/value.h"
 
 namespace qva::memory {
 
-/// An area of a certain sheet.
+/// One area of a certain sheet, or several, which may overlap.
 struct Reference {
   std::shared_ptr<SheetData> sheet;
-  Area area;
+  std::vector<Area> areas;
+
+  const Area& first() const { return areas.front(); }
 };
 
 /// What a part of a formula gives.
@@ -44,18 +48,19 @@ struct FormulaContext {
 /// text that is no number in a computation #VALUE!. Raises 1004 when the text is no formula.
 Operand EvaluateFormula(std::u16string_view formula, const FormulaContext& context);
 
-/// What an operand is worth where one value is wanted; of an area #VALUE!, but for array formulas.
+/// What an operand is worth where one value is wanted; of an area #VALUE!, but for array formulas, of several
+/// areas always.
 Value Scalar(const Operand& operand, const FormulaContext& context);
 
 /// Raises 1004 when the text is no formula.
 void CheckFormula(std::u16string_view formula);
 
 /// The cells that a text means on a sheet: an address ("B2:C3"), one of another sheet ("Sheet2!A1"), or a
-/// name; with or without "=". Nothing when it means none.
+/// name, or several of them with commas between; with or without "=". Nothing when it means none.
 std::optional<Reference> FindReference(std::u16string_view text, const WorkbookData& workbook,
                                        const std::shared_ptr<SheetData>& sheet);
 
-/// "=Sheet1!$A$1:$B$2"
+/// "=Sheet1!$A$1:$B$2", or "=Sheet1!$A$1,Sheet1!$C$3"
 std::u16string ReferenceFormula(const Reference& reference);
 
 /// The formula with every mention of a sheet changed to its new name.

@@ -43,7 +43,7 @@ std::u16string PrintAreaOf(const std::shared_ptr<SheetData>& sheet) {
   for (const auto& name : sheet->names) {
     if (!EqualIgnoringCase(name->name, kPrintAreaName)) continue;
     const auto cells = FindReference(name->refers_to, *workbook, sheet);
-    return cells ? AreaText(cells->area) : std::u16string();
+    return cells ? AreasText(cells->areas) : std::u16string();
   }
   return {};
 }

@@ -16,6 +16,8 @@
 namespace qva::memory {
 namespace {
 
+constexpr std::size_t kLongestArrayFormula = 255;
+
 /// Excel refuses blocks that do not fit into memory; here the bound is a fixed one.
 constexpr std::int32_t kLargestBlock = 2'000'000;
 
@@ -40,10 +42,12 @@ bool IsBlank(const Value& value) {
          value == Value(u"");
 }
 
-/// What Value makes of a number: an amount of four decimals where the cell shows one.
-Value InFormat(const Value& number, std::u16string_view format) {
-  const bool is_amount = format.find_first_of(u"$€") != format.npos;
-  return is_amount ? Value(number.ToCurrency()) : number;
+/// What a cell gives in its format.
+Value ShownValue(SheetData& sheet, std::int32_t row, std::int32_t column) {
+  Value value = CellValue(sheet, row, column);
+  if (!value.Is(Value::Type::Double)) return value;
+  const Value& format = sheet.formats[FormatProperty::NumberFormat].At(row, column);
+  return NumberInFormat(value.As<double>(), format.As<std::u16string>());
 }
 
 /// The elements of an array that is put into cells, by position from 0.
@@ -76,13 +80,26 @@ std::optional<Reference> FindCells(const WorkbookData& workbook, const std::shar
   if (!first || cell2.Is(Value::Type::Missing)) return first;
   const auto second = FindOne(workbook, sheet, cell2);
   if (!second || second->sheet != first->sheet) return std::nullopt;
-  first->area = Around(first->area, second->area);
+  first->areas = {Around(Around(first->areas), Around(second->areas))};
   return first;
+}
+
+std::optional<Reference> UnionOf(const Value& first, const Value& second) {
+  const auto range_of = [](const Value& cells) {
+    return cells.Is(Value::Type::Object) ? dynamic_cast<const Range*>(cells.ToObject().get()) : nullptr;
+  };
+  const Range* left = range_of(first);
+  const Range* right = range_of(second);
+  if (!left || !right || left->reference().sheet != right->reference().sheet) return std::nullopt;
+  Reference all = left->reference();
+  const std::vector<Area>& more = right->reference().areas;
+  all.areas.insert(all.areas.end(), more.begin(), more.end());
+  return all;
 }
 
 const ClassDescription& Range::Description() {
   static const ClassDescription& description =
-      ClassBuilder(u"Range", "A rectangle of cells")
+      ClassBuilder(u"Range", "Cells of a sheet")
           .Get<&Range::Default>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Put<&Range::SetDefault>(u"_Default", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Default(u"_Default")
@@ -118,10 +135,16 @@ const ClassDescription& Range::Description() {
           .Put<&Range::SetName>(u"Name")
           .Get<&Range::Font>(u"Font")
           .Get<&Range::Interior>(u"Interior")
+          .Method<&Range::Merge>(u"Merge", {Optional(u"Across")})
+          .Method<&Range::UnMerge>(u"UnMerge")
+          .Get<&Range::MergeCells>(u"MergeCells")
+          .Put<&Range::SetMergeCells>(u"MergeCells")
+          .Get<&Range::MergeArea>(u"MergeArea")
           .Get<&Range::Locked>(u"Locked")
           .Put<&Range::SetLocked>(u"Locked")
           .Get<&Range::NumberFormat>(u"NumberFormat")
           .Put<&Range::SetNumberFormat>(u"NumberFormat")
+          .Method<&Range::Calculate>(u"Calculate")
           .Method<&Range::ClearContents>(u"ClearContents")
           .Method<&Range::CopyFromRecordset>(u"CopyFromRecordset", {{u"Data"}})
           .Method<&Range::Activate>(u"Activate")
@@ -134,6 +157,12 @@ SheetData& Range::Open() const {
   return *reference_.sheet;
 }
 
+std::int64_t Range::CellCount() const {
+  std::int64_t count = 0;
+  for (const Area& area : reference_.areas) count += area.count();
+  return count;
+}
+
 void Range::RequireUnprotected(const Area& changed) const {
   const SheetData& sheet = Open();
   if (!sheet.protection.is_on || sheet.protection.user_interface_only) return;
@@ -142,7 +171,7 @@ void Range::RequireUnprotected(const Area& changed) const {
 }
 
 ObjectPtr Range::Part(const Area& part, Unit unit) const {
-  return MakeRef<Range>(application_, Reference{reference_.sheet, part}, unit);
+  return MakeRef<Range>(application_, Reference{reference_.sheet, {part}}, unit);
 }
 
 template <class Read>
@@ -161,37 +190,38 @@ qva::Value Range::ReadBlock(Read read) const {
 
 Value Range::Value() {
   SheetData& sheet = Open();
-  const FormatLayer& formats = sheet.formats[FormatProperty::NumberFormat];
-  return ReadBlock([&](std::int32_t row, std::int32_t column) {
-    qva::Value value = CellValue(sheet, row, column);
-    return value.Is(qva::Value::Type::Double) ? InFormat(value, formats.At(row, column).ToText()) : value;
-  });
+  return ReadBlock([&](std::int32_t row, std::int32_t column) { return ShownValue(sheet, row, column); });
 }
 
 Value Range::Value2() {
   SheetData& sheet = Open();
-  return ReadBlock([&](std::int32_t row, std::int32_t column) -> qva::Value {
-    const qva::Value value = CellValue(sheet, row, column);
-    const bool is_number = value.Is(qva::Value::Type::Date) || value.Is(qva::Value::Type::Currency);
-    return is_number ? value.ToDouble() : value;
-  });
+  return ReadBlock([&](std::int32_t row, std::int32_t column) { return CellValue(sheet, row, column); });
+}
+
+void Range::RequireChangeable() const {
+  for (const Area& area : reference_.areas) {
+    RequireUnprotected(area);
+    Open().RequireWholeArrays(area);
+  }
 }
 
 void Range::SetValue(const qva::Value& value) {
-  RequireUnprotected(area());
+  RequireChangeable();
   SheetData& sheet = Open();
-  sheet.RequireWholeArrays(area());
   // The default value of an object is asked for once, not for each cell.
   const qva::Value given = value.Is(qva::Value::Type::Object) ? Get(value.ToObject(), u"") : value;
   if (IsBlank(given)) {
-    sheet.Clear(area());
+    for (const Area& area : reference_.areas) sheet.Clear(area);
     return;
   }
-  if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
+  if (CellCount() > kLargestBlock) throw AutomationError(kOutOfMemory);
   const auto fill = [&](auto element) {
-    for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
-      for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
-        sheet.Enter(row, column, element(row - area().row, column - area().column));
+    for (const Area& area : reference_.areas) {
+      for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+        for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
+          sheet.Enter(row, column, element(row - area.row, column - area.column));
+          TakeFormat(row, column);
+        }
       }
     }
   };
@@ -201,6 +231,19 @@ void Range::SetValue(const qva::Value& value) {
   } else {
     fill([&](std::int32_t, std::int32_t) { return given; });
   }
+  Calculate();
+}
+
+void Range::TakeFormat(std::int32_t row, std::int32_t column) const {
+  SheetData& sheet = *reference_.sheet;
+  const Cell* cell = sheet.Find(row, column);
+  FormatLayer& formats = sheet.formats[FormatProperty::NumberFormat];
+  if (!cell || cell->formula.empty() || formats.At(row, column) != qva::Value(kGeneralFormat)) return;
+  const auto meant = FindReference(cell->formula, *OpenWorkbook(sheet.workbook), reference_.sheet);
+  if (!meant || meant->areas.size() > 1 || meant->first().count() > 1) return;
+  const qva::Value format =
+      meant->sheet->formats[FormatProperty::NumberFormat].At(meant->first().row, meant->first().column);
+  if (format != qva::Value(kGeneralFormat)) formats.Set({row, column, 1, 1}, format);
 }
 
 Value Range::Formula() {
@@ -213,18 +256,27 @@ Value Range::Formula() {
 }
 
 void Range::SetFormulaArray(const std::u16string& formula) {
-  RequireUnprotected(area());
-  SheetData& sheet = Open();
-  sheet.RequireWholeArrays(area());
-  sheet.EnterArray(area(), formula);
+  if (reference_.areas.size() > 1)
+    throw Refusal(u"Unable to set the FormulaArray property of the Range class");
+  RequireChangeable();
+  const bool is_merged =
+      std::ranges::any_of(Open().merged, [this](const Area& cell) { return cell.Meets(area()); });
+  if (is_merged) throw Refusal(u"Array formulas are not valid in merged cells.");
+  if (formula.size() > kLongestArrayFormula) {
+    throw Refusal(u"Unable to set the FormulaArray property of the Range class");
+  }
+  Open().EnterArray(area(), formula);
+  Calculate();
 }
 
 Value Range::HasArray() {
-  std::int32_t count = 0;
-  Open().ForEachCell(area(),
-                     [&](std::int32_t, std::int32_t, const Cell& cell) { count += cell.array ? 1 : 0; });
+  std::int64_t count = 0;
+  for (const Area& area : reference_.areas) {
+    Open().ForEachCell(area,
+                       [&](std::int32_t, std::int32_t, const Cell& cell) { count += cell.array ? 1 : 0; });
+  }
   if (count == 0) return false;
-  return count == area().count() ? qva::Value(true) : qva::Value(Null());
+  return count == CellCount() ? qva::Value(true) : qva::Value(Null());
 }
 
 ObjectPtr Range::CurrentArray() {
@@ -235,11 +287,13 @@ ObjectPtr Range::CurrentArray() {
 
 Value Range::Text() {
   SheetData& sheet = Open();
-  if (area().count() > kLargestBlock) throw AutomationError(kOutOfMemory);
-  const std::u16string first = DisplayText(CellValue(sheet, area().row, area().column));
-  for (std::int32_t row = area().row; row <= area().last_row(); ++row) {
-    for (std::int32_t column = area().column; column <= area().last_column(); ++column) {
-      if (DisplayText(CellValue(sheet, row, column)) != first) return Null();
+  if (CellCount() > kLargestBlock) throw AutomationError(kOutOfMemory);
+  const std::u16string first = DisplayText(ShownValue(sheet, area().row, area().column));
+  for (const Area& area : reference_.areas) {
+    for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+      for (std::int32_t column = area.column; column <= area.last_column(); ++column) {
+        if (DisplayText(ShownValue(sheet, row, column)) != first) return Null();
+      }
     }
   }
   return first;
@@ -257,7 +311,7 @@ void Range::SetDefault(const qva::Value& row, const qva::Value& column, const qv
 
 std::u16string Range::Address(bool row_absolute, bool column_absolute) {
   Open();
-  return AreaText(area(), row_absolute, column_absolute);
+  return AreasText(reference_.areas, row_absolute, column_absolute);
 }
 
 std::int32_t Range::Row() {
@@ -272,12 +326,13 @@ std::int32_t Range::Column() {
 
 std::int32_t Range::Count() {
   Open();
-  return unit_ == Unit::Rows ? area().rows : unit_ == Unit::Columns ? area().columns : area().count();
+  if (unit_ == Unit::Cells) return static_cast<std::int32_t>(CellCount());
+  return unit_ == Unit::Rows ? area().rows : area().columns;
 }
 
 ObjectPtr Range::Areas() {
   Open();
-  return MakeRef<memory::Areas>(Ref<Range>(this));
+  return MakeRef<memory::Areas>(application_, reference_);
 }
 
 ObjectPtr Range::Item(const qva::Value& row, const qva::Value& column) {
@@ -304,13 +359,13 @@ ObjectPtr Range::Item(const qva::Value& row, const qva::Value& column) {
 
 ObjectPtr Range::Rows(const qva::Value& index) {
   Open();
-  const auto rows = MakeRef<Range>(application_, reference_, Unit::Rows);
+  const auto rows = MakeRef<Range>(application_, Reference{reference_.sheet, {area()}}, Unit::Rows);
   return index.Is(qva::Value::Type::Missing) ? ObjectPtr(rows) : rows->Item(index, Missing());
 }
 
 ObjectPtr Range::Columns(const qva::Value& index) {
   Open();
-  const auto columns = MakeRef<Range>(application_, reference_, Unit::Columns);
+  const auto columns = MakeRef<Range>(application_, Reference{reference_.sheet, {area()}}, Unit::Columns);
   return index.Is(qva::Value::Type::Missing) ? ObjectPtr(columns) : columns->Item(index, Missing());
 }
 
@@ -322,10 +377,14 @@ ObjectPtr Range::Cells(const qva::Value& row, const qva::Value& column) {
 
 ObjectPtr Range::Offset(std::int32_t rows, std::int32_t columns) {
   Open();
-  const auto moved = AreaInGrid(std::int64_t{area().row} + rows, std::int64_t{area().column} + columns,
-                                area().rows, area().columns);
-  if (!moved) throw Refusal();
-  return Part(*moved, unit_);
+  Reference moved{reference_.sheet, {}};
+  for (const Area& area : reference_.areas) {
+    const auto place = AreaInGrid(std::int64_t{area.row} + rows, std::int64_t{area.column} + columns,
+                                  area.rows, area.columns);
+    if (!place) throw Refusal();
+    moved.areas.push_back(*place);
+  }
+  return MakeRef<Range>(application_, std::move(moved), unit_);
 }
 
 ObjectPtr Range::Resize(const qva::Value& rows, const qva::Value& columns) {
@@ -391,7 +450,7 @@ ObjectPtr Range::Name() {
   for (const auto* names : {&reference_.sheet->names, &workbook->names}) {
     for (const auto& name : *names) {
       const auto refers_to = FindReference(name->refers_to, *workbook, reference_.sheet);
-      if (refers_to && refers_to->sheet == reference_.sheet && refers_to->area == area()) {
+      if (refers_to && refers_to->sheet == reference_.sheet && refers_to->areas == reference_.areas) {
         return ObjectOf<memory::Name>(application_, name);
       }
     }
@@ -404,14 +463,22 @@ void Range::SetName(const std::u16string& name) {
 }
 
 Value Range::Format(FormatProperty property) const {
-  const auto common = Open().formats[property].Common(area());
-  return common ? *common : qva::Value(Null());
+  const FormatLayer& formats = Open().formats[property];
+  const auto common = formats.Common(area());
+  const bool is_common = common && std::ranges::all_of(reference_.areas, [&](const Area& area) {
+                           return formats.Common(area) == common;
+                         });
+  return is_common ? *common : qva::Value(Null());
+}
+
+void Range::RequireFormattable(const std::u16string& refusal) const {
+  const Protection& protection = Open().protection;
+  if (protection.is_on && !protection.user_interface_only) throw Refusal(refusal);
 }
 
 void Range::SetFormat(FormatProperty property, const qva::Value& value, const std::u16string& refusal) {
-  const Protection& protection = Open().protection;
-  if (protection.is_on && !protection.user_interface_only) throw Refusal(refusal);
-  Open().formats[property].Set(area(), value);
+  RequireFormattable(refusal);
+  for (const Area& area : reference_.areas) Open().formats[property].Set(area, value);
   OpenWorkbook(reference_.sheet->workbook)->saved = false;
 }
 
@@ -428,6 +495,9 @@ Value Range::Locked() {
 }
 
 void Range::SetLocked(bool locked) {
+  for (const Area& area : reference_.areas) {
+    Open().RequireWholeMergedCells(area, u"Unable to set the Locked property of the Range class");
+  }
   SetFormat(FormatProperty::Locked, locked, u"Unable to set the Locked property of the Range class");
 }
 
@@ -440,11 +510,67 @@ void Range::SetNumberFormat(const std::u16string& format) {
             u"Unable to set the NumberFormat property of the Range class");
 }
 
+void Range::Calculate() {
+  for (const Area& area : reference_.areas) CalculateIfManual(Open(), area);
+}
+
 bool Range::ClearContents() {
-  RequireUnprotected(area());
-  Open().RequireWholeArrays(area());
-  Open().Clear(area());
+  RequireChangeable();
+  for (const Area& area : reference_.areas) {
+    Open().RequireWholeMergedCells(area, u"Cannot change part of a merged cell.");
+  }
+  for (const Area& area : reference_.areas) Open().Clear(area);
   return true;
+}
+
+void Range::Merge(bool across) {
+  RequireFormattable(u"Merge method of Range class failed");
+  for (const Area& area : reference_.areas) {
+    Open().ForEachCell(area, [](std::int32_t, std::int32_t, const Cell& cell) {
+      if (cell.array) throw Refusal(u"Cannot merge cells that contain array formulas.");
+    });
+  }
+  for (const Area& area : reference_.areas) {
+    if (!across) {
+      Open().Merge(area);
+      continue;
+    }
+    for (std::int32_t row = area.row; row <= area.last_row(); ++row) {
+      Open().Merge({row, area.column, 1, area.columns});
+    }
+  }
+}
+
+void Range::UnMerge() {
+  RequireFormattable(u"UnMerge method of Range class failed");
+  for (const Area& area : reference_.areas) Open().Unmerge(area);
+}
+
+Value Range::MergeCells() {
+  std::int64_t count = 0;
+  for (const Area& area : reference_.areas) {
+    for (const Area& cell : Open().merged) {
+      if (!cell.Meets(area)) continue;
+      const std::int64_t rows = std::min(cell.last_row(), area.last_row()) - std::max(cell.row, area.row) + 1;
+      count +=
+          rows * (std::min(cell.last_column(), area.last_column()) - std::max(cell.column, area.column) + 1);
+    }
+  }
+  if (count == 0) return false;
+  return count == CellCount() ? qva::Value(true) : qva::Value(Null());
+}
+
+void Range::SetMergeCells(bool merge) {
+  if (merge) {
+    Merge(false);
+  } else {
+    UnMerge();
+  }
+}
+
+ObjectPtr Range::MergeArea() {
+  if (CellCount() > 1) throw Refusal();
+  return Part(Open().WithWholeMergedCells(area()));
 }
 
 std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
@@ -471,24 +597,33 @@ std::int32_t Range::CopyFromRecordset(const ObjectPtr& data) {
   return rows;
 }
 
+std::vector<Area> Range::Selectable() const {
+  std::vector<Area> cells = reference_.areas;
+  for (Area& area : cells) area = Open().WithWholeMergedCells(area);
+  return cells;
+}
+
 bool Range::Activate() {
   SheetData& sheet = Open();
   if (application_->ActiveSheet() != reference_.sheet) {
     throw Refusal(u"Activate method of Range class failed");
   }
-  sheet.active_row = area().row;
-  sheet.active_column = area().column;
+  const std::vector<Area> cells = Selectable();
+  sheet.active_row = cells.front().row;
+  sheet.active_column = cells.front().column;
   // Within the selection only the active cell moves.
-  if (Around(sheet.selection, area()) != sheet.selection) sheet.selection = area();
+  const bool is_selected = std::ranges::any_of(
+      sheet.selection, [&](const Area& selected) { return Around(selected, cells.front()) == selected; });
+  if (!is_selected) sheet.selection = cells;
   return true;
 }
 
 bool Range::Select() {
   SheetData& sheet = Open();
   if (application_->ActiveSheet() != reference_.sheet) throw Refusal(u"Select method of Range class failed");
-  sheet.selection = area();
-  sheet.active_row = area().row;
-  sheet.active_column = area().column;
+  sheet.selection = Selectable();
+  sheet.active_row = sheet.selection.front().row;
+  sheet.active_column = sheet.selection.front().column;
   return true;
 }
 

@@ -22,7 +22,8 @@ const Cell* SheetData::Find(std::int32_t row, std::int32_t column) const {
 void SheetData::Enter(std::int32_t row, std::int32_t column, const Value& value) {
   // An apostrophe in front counts in cells of the format for texts, too.
   const bool is_quoted = value.Is(Value::Type::Text) && value.As<std::u16string>().starts_with(u'\'');
-  const bool as_text = !is_quoted && formats[FormatProperty::NumberFormat].At(row, column) == Value(u"@");
+  const bool as_text =
+      !is_quoted && formats[FormatProperty::NumberFormat].At(row, column) == Value(kTextFormat);
   Hold(row, column, ReadEntry(value, as_text));
 }
 
@@ -46,6 +47,42 @@ void SheetData::RequireWholeArrays(const Area& area) {
   });
 }
 
+Area SheetData::WithWholeMergedCells(const Area& area) const {
+  Area whole = area;
+  for (bool grows = true; grows;) {
+    grows = false;
+    for (const Area& cell : merged) {
+      if (!cell.Meets(whole) || Around(cell, whole) == whole) continue;
+      whole = Around(cell, whole);
+      grows = true;
+    }
+  }
+  return whole;
+}
+
+void SheetData::RequireWholeMergedCells(const Area& area, const std::u16string& refusal) const {
+  if (WithWholeMergedCells(area) != area) throw excel::Refusal(refusal);
+}
+
+void SheetData::Merge(const Area& area) {
+  const Area whole = WithWholeMergedCells(area);
+  std::optional<Cell> kept;
+  for (std::int32_t row = whole.row; row <= whole.last_row() && !kept; ++row) {
+    for (std::int32_t column = whole.column; column <= whole.last_column() && !kept; ++column) {
+      if (const Cell* cell = Find(row, column)) kept = *cell;
+    }
+  }
+  Clear(whole);
+  if (kept) cells_[KeyOf(whole.row, whole.column)] = *kept;
+  Unmerge(whole);
+  if (whole.count() > 1) merged.push_back(whole);
+}
+
+void SheetData::Unmerge(const Area& area) {
+  std::erase_if(merged, [&](const Area& cell) { return cell.Meets(area); });
+  Changed();
+}
+
 void SheetData::Hold(std::int32_t row, std::int32_t column, CellEntry entry) {
   const std::int32_t key = KeyOf(row, column);
   if (entry.value.Is(Value::Type::Empty) && entry.formula.empty()) {
@@ -55,6 +92,10 @@ void SheetData::Hold(std::int32_t row, std::int32_t column, CellEntry entry) {
     cell = Cell{};
     cell.value = std::move(entry.value);
     cell.formula = std::move(entry.formula);
+  }
+  FormatLayer& number_formats = formats[FormatProperty::NumberFormat];
+  if (entry.number_format != kGeneralFormat && number_formats.At(row, column) == Value(kGeneralFormat)) {
+    number_formats.Set({row, column, 1, 1}, entry.number_format);
   }
   Changed();
 }
@@ -75,6 +116,7 @@ void SheetData::Clear(const Area& area) {
 
 Area SheetData::UsedArea() const {
   std::optional<Area> used = formats.CellsSet();
+  for (const Area& cell : merged) used = used ? Around(*used, cell) : cell;
   for (const auto& [key, cell] : cells_) {
     const Area place{RowOf(key), ColumnOf(key), 1, 1};
     used = used ? Around(*used, place) : place;

@@ -38,6 +38,7 @@ struct Cell {
   // Recalculation (Calculation.h).
   std::uint64_t calculated_at = 0;   ///< WorkbookData::generation of the last result
   std::uint64_t calculating_in = 0;  ///< WorkbookData::calculations when its computation began
+  std::uint64_t calculated_in = 0;   ///< and when it had a result
 };
 
 /// A picture or another shape that lies on a sheet.
@@ -65,11 +66,12 @@ struct SheetData {
   std::vector<std::shared_ptr<NameData>> names;  ///< those of this sheet's own scope, sorted
   std::vector<std::shared_ptr<ShapeData>> shapes;
 
-  Area selection;
+  std::vector<Area> selection{Area()};  ///< at least one
   std::int32_t active_row = 1;
   std::int32_t active_column = 1;
 
   CellFormats formats;
+  std::vector<Area> merged;  ///< areas that are one cell each; none meets another
 
   /// Cells that are not empty; null for an empty one.
   Cell* Find(std::int32_t row, std::int32_t column);
@@ -77,8 +79,8 @@ struct SheetData {
   bool IsEmpty(std::int32_t row, std::int32_t column) const { return !Find(row, column); }
 
   /// Sets what a cell holds as the user's typing would: an Empty value or text clears it, a text may become a
-  /// number, date, Boolean, error or formula (CellInput.h). Does not look at the protection.
-  /// Raises 1004 for a formula that cannot be read or a value that no cell holds.
+  /// number, Boolean, error or formula (CellInput.h), and a general format the one that fits. Does not look
+  /// at the protection. Raises 1004 for a formula that cannot be read or a value that no cell holds.
   void Enter(std::int32_t row, std::int32_t column, const Value& value);
   /// Sets what a cell holds as Enter, except that a text stays the text that it is.
   void EnterPlain(std::int32_t row, std::int32_t column, const Value& value);
@@ -86,10 +88,19 @@ struct SheetData {
   void EnterArray(const Area& area, const std::u16string& formula);
   /// Raises 1004 when the area holds a part of an array formula's cells, but not all of them.
   void RequireWholeArrays(const Area& area);
+  /// The area with all of each merged cell that it holds a part of.
+  Area WithWholeMergedCells(const Area& area) const;
+  /// Raises 1004 with a text when the area holds a part of a merged cell, but not all of it.
+  void RequireWholeMergedCells(const Area& area, const std::u16string& refusal) const;
+  /// Makes one cell of the area and of the merged cells that it meets. What stands first in it moves to its
+  /// upper left corner, the rest is lost.
+  void Merge(const Area& area);
+  /// Parts every merged cell that the area meets.
+  void Unmerge(const Area& area);
   /// Empties all cells of the area, at the cost of those that are not empty.
   void Clear(const Area& area);
-  /// The smallest area around all cells that are not empty or were given a format of their own, also when
-  /// they have lost it again; A1 of a sheet without such cells.
+  /// The smallest area around all cells that are not empty, merged or were given a format of their own, also
+  /// when they have lost it again; A1 of a sheet without such cells.
   Area UsedArea() const;
 
   /// Calls `visit(row, column, cell)` for the cells of an area that are not empty, in no certain order.

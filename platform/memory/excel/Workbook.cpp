@@ -1,6 +1,7 @@
 #include "platform/memory/excel/Workbook.h"
 
 #include "platform/memory/excel/Application.h"
+#include "platform/memory/excel/Calculation.h"
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/Sheets.h"
 #include "platform/memory/excel/VBProject.h"
@@ -11,8 +12,6 @@
 namespace qva::memory {
 namespace {
 
-/// Where Excel saves what the user gives no folder for.
-constexpr std::u16string_view kDefaultFolder = u"C:\\My Documents";
 constexpr std::u16string_view kExtension = u".xls";
 
 }  // namespace
@@ -101,11 +100,16 @@ void Workbook::Activate() {
 }
 
 void Workbook::Save() {
-  SaveAs(Open().FullName(), Missing());
+  const WorkbookData& workbook = Open();
+  if (workbook.path.empty()) {
+    Write(std::u16string(kDefaultFolder), workbook.name + std::u16string(kExtension));
+  } else {
+    Write(workbook.path, workbook.name);
+  }
 }
 
 void Workbook::SaveAs(const std::u16string& file_name, const Value&) {
-  WorkbookData& workbook = Open();
+  Open();
   const std::size_t slash = file_name.find_last_of(u"\\/");
   std::u16string name = slash == file_name.npos ? file_name : file_name.substr(slash + 1);
   if (name.empty()) throw Refusal();
@@ -114,8 +118,28 @@ void Workbook::SaveAs(const std::u16string& file_name, const Value&) {
   if (other && other != data()) {
     throw Refusal(u"You cannot save this workbook with the same name as another open workbook or add-in.");
   }
+  const std::u16string folder(slash == file_name.npos ? kDefaultFolder
+                                                      : std::u16string_view(file_name).substr(0, slash));
+  const std::u16string full_name = folder + u"\\" + name;
+  if (application()->files.contains(ToLower(full_name)) &&
+      !application()->Asks(u"A file named '" + full_name +
+                           u"' already exists in this location. Do you want to replace it?")) {
+    throw Refusal(u"Method 'SaveAs' of object '_Workbook' failed");
+  }
+  Write(folder, name);
+}
+
+void Workbook::Write(const std::u16string& folder, const std::u16string& name) {
+  WorkbookData& workbook = Open();
+  if (!application()->HasFolder(folder)) {
+    throw Refusal(u"Microsoft Excel cannot access the file '" + folder + u"\\" + name +
+                  u"'. The file name or path does not exist.");
+  }
   workbook.name = name;
-  workbook.path = slash == file_name.npos ? std::u16string(kDefaultFolder) : file_name.substr(0, slash);
+  workbook.path = folder;
+  if (application()->calculation != xlCalculationManual || application()->calculate_before_save) {
+    Calculate(workbook);
+  }
   workbook.saved = true;
   application()->files[ToLower(workbook.FullName())] = CopyWorkbook(workbook);
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/memory/excel/Application.h"
+#include "platform/memory/excel/Calculation.h"
 #include "platform/memory/excel/Names.h"
 #include "platform/memory/excel/PageSetup.h"
 #include "platform/memory/excel/Range.h"
@@ -38,6 +39,7 @@ const ClassDescription& Worksheet::Description() {
           .Get<&Worksheet::Shapes>(u"Shapes")
           .Method<&Worksheet::Activate>(u"Activate")
           .Method<&Worksheet::Activate>(u"Select")
+          .Method<&Worksheet::Calculate>(u"Calculate")
           .Method<&Worksheet::Protect>(
               u"Protect", {Optional(u"Password"), Optional(u"DrawingObjects"), Optional(u"Contents", true),
                            Optional(u"Scenarios"), Optional(u"UserInterfaceOnly")})
@@ -108,22 +110,22 @@ ObjectPtr Worksheet::Range(const Value& cell1, const Value& cell2) {
 
 ObjectPtr Worksheet::Cells(const Value& row, const Value& column) {
   Open();
-  const auto all = MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet});
+  const auto all = MakeRef<memory::Range>(application(), Reference{data(), {kWholeSheet}});
   return row.Is(Value::Type::Missing) ? ObjectPtr(all) : all->Item(row, column);
 }
 
 ObjectPtr Worksheet::Rows(const Value& index) {
   Open();
-  return MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet})->Rows(index);
+  return MakeRef<memory::Range>(application(), Reference{data(), {kWholeSheet}})->Rows(index);
 }
 
 ObjectPtr Worksheet::Columns(const Value& index) {
   Open();
-  return MakeRef<memory::Range>(application(), Reference{data(), kWholeSheet})->Columns(index);
+  return MakeRef<memory::Range>(application(), Reference{data(), {kWholeSheet}})->Columns(index);
 }
 
 ObjectPtr Worksheet::UsedRange() {
-  return MakeRef<memory::Range>(application(), Reference{data(), Open().UsedArea()});
+  return MakeRef<memory::Range>(application(), Reference{data(), {Open().UsedArea()}});
 }
 
 ObjectPtr Worksheet::PageSetup() {
@@ -145,6 +147,10 @@ void Worksheet::Activate() {
   if (data()->visible != xlSheetVisible) throw Refusal(u"Activate method of Worksheet class failed");
   workbook->active_sheet = data();
   application()->active_workbook = workbook;
+}
+
+void Worksheet::Calculate() {
+  CalculateIfManual(Open(), kWholeSheet);
 }
 
 void Worksheet::Protect(const Value& password, const Value&, bool contents, const Value&,

@@ -37,6 +37,8 @@ class Worksheet : public ModelObject<Worksheet, SheetData> {
 
   /// Makes the sheet and its workbook the active ones. Raises 1004 for a hidden sheet.
   void Activate();
+  /// Computes the sheet's formulas while the application calculates manually; otherwise they always are.
+  void Calculate();
   /// Contents decides whether locked cells can be changed; the objects and scenarios are not modelled. With
   /// UserInterfaceOnly macros - which is all that ever comes here - still may.
   void Protect(const Value& password, const Value& drawing_objects, bool contents, const Value& scenarios,

@@ -6,7 +6,9 @@
 namespace qva::bench {
 
 Bench::Bench() {
-  InstallServices(platform.services());
+  Services services = platform.services();
+  services.files = &files;
+  InstallServices(services);
   for (const std::u16string_view identifier : host::kCreatableClasses) {
     platform.object_factory.Register(identifier, [this, identifier] { return host.Create(identifier); });
   }

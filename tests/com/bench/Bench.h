@@ -11,6 +11,7 @@
 #include "platform/memory/Interceptor.h"
 #include "platform/memory/MemoryHost.h"
 #include "platform/memory/MemoryPlatform.h"
+#include "platform/windows/WindowsFiles.h"
 
 namespace qva::bench {
 
@@ -25,6 +26,8 @@ struct Bench {
   ObjectPtr NewHostObject(std::u16string_view programmatic_identifier);
 
   MemoryPlatform platform;
+  /// Excel saves into the folders that the library makes.
+  windows::WindowsFiles files{platform.object_factory, platform.locale};
   MemoryHost host;
   CallTrace trace;
   CallFailure failure{0, AutomationError(kApplicationDefined, u"Microsoft Excel", u"Refused")};

@@ -11,6 +11,8 @@ Set excel = control.NewExcel
 tools.Init excel
 CheckError "Init", 0
 
+Set files = CreateObject("Scripting.FileSystemObject")
+files.CreateFolder "C:\Arch"
 excel.ActiveWorkbook.SaveAs "C:\Arch\REPORT_Š.XLS"
 name = "Report_š"
 Check "an open book", tools.BookIsOpen(name), True
@@ -57,7 +59,6 @@ Check "an empty replacement", tools.ConvertStr2Str("a/b", ""), "ab"
 Check "a file", tools.FileExist("C:\Arch", "Report_*.x?s"), True
 Check "no file", tools.FileExist("C:\Arch", "Balansas.xls"), False
 
-Set files = CreateObject("Scripting.FileSystemObject")
 folder = files.GetSpecialFolder(2) & "\Archyvas ąč"
 files.CreateFolder folder
 files.CreateTextFile(folder & "\Ataskaita_Š.xls").Close
@@ -66,6 +67,7 @@ Check "a file without Excel's search", tools.FileExist(folder, "ATASKAITA_š.xls
 Check "a pattern without it", tools.FileExist(folder & "\", "Ataskaita_?.x*"), True
 Check "no file without it", tools.FileExist(folder, "Balansas*"), False
 files.DeleteFolder folder, True
+files.DeleteFolder "C:\Arch", True
 CheckError "searching without Excel", 0
 tools.Init excel
 Set files = Nothing

@@ -196,8 +196,13 @@ TEST_F(FormulaTest, ComputesAChainAsLongAsTheSheet) {
 
 TEST_F(FormulaTest, KeepsDatesThatItOnlyPassesOn) {
   Set(u"A1", Date{45455});
+  EXPECT_EQ(Evaluate(u"=\"x\"&A1"), Value(u"x45455")) << "a formula knows the number alone";
+  EXPECT_EQ(Evaluate(u"=A1:A2"), Value(ErrorValue{xlErrValue}));
+  EXPECT_EQ(Get(Range(u"IV65536"), u"NumberFormat"), Value(u"General"));
   EXPECT_EQ(Evaluate(u"=A1"), Value(Date{45455}));
-  EXPECT_EQ(Evaluate(u"=A1+1"), Value(45456.0));
+  Put(Range(u"B1"), u"NumberFormat", u"0");
+  Set(u"B1", u"=A1");
+  EXPECT_EQ(At(u"B1"), Value(45455.0)) << "a cell keeps a format of its own";
 }
 
 TEST_F(FormulaTest, RenamesSheetsWhereTheyAreMentioned) {

@@ -265,6 +265,9 @@ TEST_F(RangeTest, HoldsArrayFormulasThatChangeAsAWholeOnly) {
   }
   EXPECT_EQ(At(u"E2"), Value(40.0));
   EXPECT_EQ(RaisedBy([&] { Put(Range(u"J1"), u"FormulaArray", u"=1+"); }), 1004);
+  const std::u16string long_formula = u"=1" + std::u16string(254, u' ');
+  EXPECT_EQ(RaisedBy([&] { Put(Range(u"J1"), u"FormulaArray", long_formula); }), 1004);
+  Put(Range(u"J1"), u"FormulaArray", long_formula.substr(0, 255));
   Put(Range(u"D1:E3"), u"FormulaLocal", u"");
   EXPECT_EQ(At(u"E2"), Value());
   Set(u"H1:H2", 5);
@@ -277,8 +280,11 @@ TEST_F(RangeTest, ShowsAmountsAsCurrencyAndGivesAllDigitsByValue2) {
   EXPECT_EQ(At(u"A1"), Value(Currency{12346}));
   EXPECT_EQ(Get(Range(u"A1"), u"Value2"), Value(1.23456789));
   Set(u"A2", Date{45455.5});
+  EXPECT_EQ(At(u"A2"), Value(Date{45455.5}));
   EXPECT_EQ(Get(Range(u"A2"), u"Value2"), Value(45455.5));
+  EXPECT_EQ(Get(Range(u"A2"), u"Text"), Value(Value(Date{45455.5}).ToText()));
   Set(u"A3", Currency{12345});
+  EXPECT_EQ(At(u"A3"), Value(Currency{12345}));
   EXPECT_EQ(Get(Range(u"A3"), u"Value2"), Value(1.2345));
   Put(Range(u"A4"), u"Value2", 7);
   EXPECT_EQ(At(u"A4"), Value(7.0));

@@ -52,6 +52,7 @@ TEST_F(WorkbookTest, TakesItsNameFromTheFile) {
   Set(u"A1", 1);
   EXPECT_EQ(Text(workbook, u"Path"), u"");
   EXPECT_EQ(Text(workbook, u"FullName"), u"Book1");
+  platform.files.SetFolder(u"C:\\Arch\\2024");
   Call(workbook, u"SaveAs", Arguments().Named(u"Filename", u"C:\\Arch\\2024\\Balansas_2024.xls"));
   EXPECT_EQ(Text(workbook, u"Name"), u"Balansas_2024.xls");
   EXPECT_EQ(Text(workbook, u"Path"), u"C:\\Arch\\2024");
@@ -71,9 +72,48 @@ TEST_F(WorkbookTest, GetsFolderAndExtensionWhereTheNameHasNone) {
 TEST_F(WorkbookTest, RefusesTheNameOfAnotherOpenWorkbook) {
   Call(workbook, u"SaveAs", {u"C:\\a.xls"});
   const ObjectPtr second = excel->AddWorkbook();
+  platform.files.SetFolder(u"D:\\");
   EXPECT_EQ(RaisedBy([&] { Call(second, u"SaveAs", {u"D:\\A.XLS"}); }), 1004);
   EXPECT_EQ(Text(second, u"Name"), u"Book2");
   EXPECT_FALSE(excel->HasFile(u"D:\\a.xls"));
+}
+
+TEST_F(WorkbookTest, AsksWhileAlertsAreOnBeforeItReplacesAFile) {
+  excel->AddFile(u"C:\\a.xls");
+  EXPECT_EQ(RaisedBy([&] { Call(workbook, u"SaveAs", {u"c:\\A"}); }), 1004) << "the button at hand is No";
+  EXPECT_EQ(Text(workbook, u"Name"), u"Book1");
+  EXPECT_THAT(excel->Questions(),
+              testing::ElementsAre(u"A file named 'c:\\A.xls' already exists in this location. "
+                                   u"Do you want to replace it?"));
+  excel->LetUserAgree(true);
+  Call(workbook, u"SaveAs", {u"C:\\a.xls"});
+  EXPECT_EQ(Text(workbook, u"Name"), u"a.xls");
+  EXPECT_EQ(excel->Questions().size(), 2u);
+
+  excel->LetUserAgree(false);
+  Put(application, u"DisplayAlerts", false);
+  Call(workbook, u"SaveAs", {u"C:\\a.xls"});
+  Put(application, u"DisplayAlerts", true);
+  Call(workbook, u"Save");
+  Call(workbook, u"SaveAs", {u"C:\\b.xls"});
+  EXPECT_EQ(excel->Questions().size(), 2u) << "not while alerts are off, for its own file, or for a new one";
+}
+
+TEST_F(WorkbookTest, RefusesAFolderThatIsMissing) {
+  EXPECT_EQ(RaisedBy([&] { Call(workbook, u"SaveAs", {u"C:\\Arch\\a.xls"}); }), 1004);
+  EXPECT_EQ(RaisedBy([&] { Call(workbook, u"SaveAs", {u"D:\\a.xls"}); }), 1004);
+  EXPECT_EQ(Text(workbook, u"Name"), u"Book1");
+  EXPECT_FALSE(excel->HasFile(u"C:\\Arch\\a.xls"));
+  platform.files.SetFolder(u"C:\\Arch");
+  Call(workbook, u"SaveAs", {u"C:\\Arch\\a.xls"});
+  excel->AddFile(u"E:\\Kitur\\b.xls");
+  Call(workbook, u"SaveAs", {u"e:\\kitur\\a.xls"});
+  EXPECT_EQ(Text(workbook, u"Path"), u"e:\\kitur") << "which has a file";
+}
+
+TEST_F(WorkbookTest, IsSavedWithoutANameInTheDefaultFolder) {
+  Call(workbook, u"Save");
+  EXPECT_EQ(Text(workbook, u"FullName"), u"C:\\My Documents\\Book1.xls");
 }
 
 TEST_F(WorkbookTest, ComesBackFromItsFileAsItWasSaved) {
