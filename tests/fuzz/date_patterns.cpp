@@ -43,6 +43,13 @@ std::u16string PatternFrom(FuzzInput& input) {
   return pattern.append(order[2]).append(input.ConsumeBool() ? u"." : u"");
 }
 
+void CheckText(std::u16string_view text, const Locale& locale) {
+  if (const auto date = ParseDate(text, locale)) {
+    Require(IsDate(*date), "a date lies between the years 100 and 9999");
+    Require(text.back() != u':', "a time has an end");
+  }
+}
+
 void CheckRoundTrip(FuzzInput& input, MemoryLocale& locale) {
   locale.short_date_pattern = PatternFrom(input);
   locale.long_time_pattern =
@@ -53,17 +60,16 @@ void CheckRoundTrip(FuzzInput& input, MemoryLocale& locale) {
   const int year = PartsOf(date).year;
   const bool is_whole_year = locale.short_date_pattern.find(u"yyy") != std::u16string::npos;
   if (!is_whole_year && (year < 1930 || year > 2029)) return;
-  Require(IsSameMoment(Value(Value(date).ToText()).ToDate(), date), "a date is read as it was written");
+  const std::u16string text = Value(date).ToText();
+  Require(IsSameMoment(Value(text).ToDate(), date), "a date is read as it was written");
+  CheckText(text + TextFrom(input, 1), locale);
 }
 
 void CheckAnyPattern(FuzzInput& input, MemoryLocale& locale) {
   const std::u16string pattern = TextFrom(input, 20);
   locale.short_date_pattern = pattern;
   const std::u16string text = TextFrom(input, 30);
-  if (const auto date = ParseDate(text, locale)) {
-    Require(IsDate(*date), "a date lies between the years 100 and 9999");
-    Require(text.back() != u':', "a time has an end");
-  }
+  CheckText(text, locale);
   const Date date{static_cast<double>(input.ConsumeIntegralInRange<int>(kFirstDay, kLastDay))};
   SeparatorsOf(pattern);
   ShortDateText(date, locale);
