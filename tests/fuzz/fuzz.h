@@ -52,7 +52,7 @@ inline double DoubleFrom(FuzzInput& input) {
     case 0:
       return std::bit_cast<double>(input.ConsumeIntegral<std::uint64_t>());
     case 1:
-      return input.ConsumeIntegral<std::int32_t>();
+      return input.ConsumeIntegral<std::int32_t>() / 2.0;
     case 2:
       return static_cast<double>(input.ConsumeIntegral<std::int64_t>()) / 10000;
     default:

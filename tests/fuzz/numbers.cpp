@@ -18,19 +18,25 @@ bool IsByRange(std::int32_t error, double number, double least, double greatest,
   return error == 0 || error == kOverflow;
 }
 
+/// Whether a number was rounded to the nearest whole one, a half to the even one.
+bool IsRounded(double whole, double number) {
+  const double distance = std::abs(whole - number);
+  return distance < 0.5 || (distance == 0.5 && std::fmod(whole, 2) == 0);
+}
+
+/// A conversion to whole numbers of a range.
+template <class Conversion>
+void CheckWhole(Conversion convert, double number, double least, double greatest, const char* what) {
+  double whole = 0;
+  const std::int32_t error = ErrorOf([&] { whole = convert(); });
+  Require(IsByRange(error, number, least - 0.5, greatest + 0.5, 1e-6), what);
+  Require(error != 0 || IsRounded(whole, number), what);
+}
+
 void CheckConversions(const Value& value, double number) {
-  double whole = number;
-  Require(IsByRange(ErrorOf([&] { whole = value.ToInt32(); }), number, -2147483648.5, 2147483647.5, 0.01) &&
-              !(std::abs(whole - number) > 0.5),
-          "an Int32 is the nearest one, or an overflow");
-  whole = number;
-  Require(IsByRange(ErrorOf([&] { whole = value.ToInt16(); }), number, -32768.5, 32767.5, 1e-9) &&
-              !(std::abs(whole - number) > 0.5),
-          "an Int16 is the nearest one, or an overflow");
-  whole = number;
-  Require(IsByRange(ErrorOf([&] { whole = value.ToByte(); }), number, -0.5, 255.5, 1e-9) &&
-              !(std::abs(whole - number) > 0.5),
-          "a byte is the nearest one, or an overflow");
+  CheckWhole([&] { return value.ToInt32(); }, number, -2147483648.0, 2147483647.0, "a rounded Int32");
+  CheckWhole([&] { return value.ToInt16(); }, number, -32768, 32767, "a rounded Int16");
+  CheckWhole([&] { return value.ToByte(); }, number, 0, 255, "a rounded byte");
   double amount = number;
   Require(IsByRange(ErrorOf([&] { amount = static_cast<double>(value.ToCurrency().scaled) / 10000; }), number,
                     -kGreatestAmount, kGreatestAmount, 1) &&

@@ -30,5 +30,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const auto& [number, text] : texts) Require(number >= 1 && !text.empty(), "numbers from 1 have texts");
   Require(ErrorOf([&] { Require(ParseResource(Written(texts), u"") == texts, "texts survive"); }) == 0,
           "what was read can be read again");
+  const std::u16string any = FromUtf8(AsText(data, size));
+  if (any.find(u'\uFFFD') != any.npos) return 0;
+  const ResourceTexts made{{1, u"a" + any + u"b"}};
+  Require(ParseResource(Written(made), u"") == made, "any text can be written");
   return 0;
 }
