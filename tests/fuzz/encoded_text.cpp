@@ -56,6 +56,15 @@ bool Fits(std::u16string_view name, std::u16string_view pattern) {
   return fits.back();
 }
 
+/// A short text of characters that mean something in patterns.
+std::u16string PatternFrom(FuzzInput& input) {
+  std::u16string pattern;
+  for (int left = input.ConsumeIntegralInRange(0, 10); left > 0; --left) {
+    pattern += input.PickValueInArray<char16_t>({u'a', u'A', u'*', u'?', u'.', u'\u017D', u'\u017E'});
+  }
+  return pattern;
+}
+
 /// What a channel and a stream write is in the file, in its encoding.
 void CheckFiles(const std::vector<std::u16string>& lines, MemoryPlatform& platform) {
   constexpr std::u16string_view kPath = u"C:\\eilutes.txt";
@@ -108,8 +117,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckUnits(FromUtf16Bytes(bytes));
   CheckCodePage(bytes);
   FuzzInput input(data, size);
-  const std::u16string name = TextFrom(input, 20);
-  const std::u16string pattern = TextFrom(input, 10);
+  const std::u16string name = PatternFrom(input);
+  const std::u16string pattern = PatternFrom(input);
   Require(FitsPattern(name, pattern) == (pattern == u"*.*" || Fits(name, pattern)),
           "patterns fit by their words");
   Require(FitsPattern(name, name), "a name fits itself");
