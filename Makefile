@@ -1,7 +1,7 @@
 # The short front of the project. Everything is built under build/, results are left under out/.
 
 .DEFAULT_GOAL := help
-.PHONY: help run test check windows bench docs samples package format clean
+.PHONY: help run test check fuzz windows bench docs samples package format clean
 
 help:  ## Show this list
 	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 18
@@ -27,6 +27,15 @@ test:  ## Set up, build everything and run all tests
 check:  ## The short loop: formatting of what differs from the last commit, build, tests of library and seam
 	@tools/install-packages.sh run test
 	@tools/check.sh
+
+# KEEP=1 adds inputs that reach new code to tests/fuzz/corpora; otherwise they stay in out/fuzz.
+SECONDS_EACH ?= 60
+
+fuzz:  ## Look for input that breaks the product, SECONDS_EACH=60 of each kind (TARGETS="numbers ..." for some of them)
+	@tools/install-packages.sh run test
+	@cmake --preset fuzz > /dev/null
+	@cmake --build --preset fuzz
+	@tools/test-fuzz.sh $(if $(KEEP),--keep,--collect) $(SECONDS_EACH) $(TARGETS)
 
 windows:  ## Cross-compile for 64-bit and 32-bit Windows
 	@tools/install-packages.sh windows

@@ -6,5 +6,7 @@ add_compile_options(-Wno-missing-field-initializers)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   add_compile_options(-Wno-restrict)
 endif()
-# Sources that are compiled together look like headers to the compiler, and so do the classes that each keeps for itself.
-add_compile_options(-Wno-subobject-linkage)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # Sources that are compiled together look like headers to the compiler, and so do the classes that each keeps for itself.
+  add_compile_options(-Wno-subobject-linkage)
+endif()

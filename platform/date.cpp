@@ -71,11 +71,11 @@ std::optional<double> ParseTime(std::u16string_view text, const Locale& locale) 
   int parts[3] = {0, 0, 0};
   int count = 0;
   std::size_t i = 0;
-  while (count < 3) {
+  for (;;) {
     const std::size_t length = ReadDigits(text, i, parts[count]);
     if (length == 0 || length > 2) return std::nullopt;
     ++count;
-    if (i >= text.size() || text[i] != u':') break;
+    if (count == 3 || i >= text.size() || text[i] != u':') break;
     ++i;
   }
   const std::u16string rest = ToLower(Trim(text.substr(i)));

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # What the compiler does not say: formatting, sources that no build has, and clang-tidy's findings. Needs the builds
-# debug, windows-x64 and windows-x86, with the headers that they make. The last line sums up.
+# debug, windows-x64, windows-x86 and fuzz, with the headers that they make. The last line sums up.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-builds=(build/debug build/windows-x64 build/windows-x86)
+builds=(build/debug build/windows-x64 build/windows-x86 build/fuzz)
 
 # Versions format differently, in a few places; the house's is 14.
 format=$(command -v clang-format-14 || command -v clang-format)
@@ -20,7 +20,7 @@ else
 fi
 
 # The benchmarks are built on request only. Sources that are compiled some at a time stand in files of the build.
-for build in "${builds[@]}"; do cat "$build"/compile_commands.json "$build"/{,tests/}CMakeFiles/*/Unity/*.cxx; done 2> /dev/null > "$work/sources"
+for build in "${builds[@]}"; do cat "$build"/compile_commands.json "$build"/{,tests/,tests/fuzz/}CMakeFiles/*/Unity/*.cxx; done 2> /dev/null > "$work/sources"
 lost=$(git ls-files '*.cpp' ':!bench' | while read -r source; do
   grep -qF "\"$PWD/$source\"" "$work/sources" || echo "not in the build: $source"
 done)

@@ -74,6 +74,9 @@ start "Setup program, for the user" 600 tools/test-setup.sh user
 start "Setup program, for all" 600 tools/test-setup.sh all
 start "Setup program, on a screen" 600 tools/test-setup.sh screen
 
+build "Build of the fuzz targets" fuzz -DQVA_FUZZ=ON
+start "Bad input by machine" 300 nice tools/test-fuzz.sh 5
+
 build "Build of the tests, with sanitizers" debug -DQVA_TESTS=ON
 start "Library and seam" 900 tools/google-test.sh build/debug/tests/qva_tests
 start "House rules" 900 nice tools/lint.sh

@@ -44,15 +44,17 @@ ULONG ElementSize(VARTYPE type) {
   }
 }
 
-/// Whether the elements of an array can be read as `declared`. Numbers that are as wide as an address pass
-/// for nothing else; an array that does not tell its type is believed.
+/// Whether the elements of an array can be read as `declared`. Numbers pass for nothing that holds an
+/// address, such as decimals, which are as wide as VARIANTs in 32 bits; an array that does not tell its type
+/// is believed.
 bool HasElementsOf(SAFEARRAY* array, VARTYPE declared) {
   const ULONG size = ElementSize(declared);
   // Reading wider elements would leave the array.
   if (size == 0 || SafeArrayGetElemsize(array) != size) return false;
-  const bool is_address = declared == VT_BSTR || declared == VT_DISPATCH || declared == VT_UNKNOWN;
+  const bool has_address =
+      declared == VT_BSTR || declared == VT_DISPATCH || declared == VT_UNKNOWN || declared == VT_VARIANT;
   VARTYPE actual = VT_EMPTY;
-  if (!is_address || FAILED(SafeArrayGetVartype(array, &actual))) return true;
+  if (!has_address || FAILED(SafeArrayGetVartype(array, &actual))) return true;
   return actual == declared || (actual == VT_DISPATCH && declared == VT_UNKNOWN);
 }
 

@@ -295,9 +295,12 @@ void StoreByReference(const VARIANT& reference, const Value& value) {
     case VT_DATE:
       *reference.pdate = value.ToDate().serial;
       break;
-    case VT_DECIMAL:
-      *reference.pdecVal = ToDecimal(value);
+    case VT_DECIMAL: {
+      DECIMAL decimal = ToDecimal(value);
+      decimal.wReserved = reference.pdecVal->wReserved;  // the type, where it is the content of a VARIANT
+      *reference.pdecVal = decimal;
       break;
+    }
     case VT_BOOL:
       *reference.pboolVal = value.ToBoolean() ? VARIANT_TRUE : VARIANT_FALSE;
       break;

@@ -276,7 +276,9 @@ TEST_F(DateTest, WhatIsNoDateIsNone) {
                                u"14",
                                u"2024-06-12 25:00",
                                u"x 14:05",
-                               u"2024-06-12T14:05"}) {
+                               u"2024-06-12T14:05",
+                               u"14:05:09:",
+                               u"2:05:09:PM"}) {
     EXPECT_EQ(Parsed(text), "none") << ToUtf8(text);
   }
 }

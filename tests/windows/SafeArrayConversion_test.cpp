@@ -110,6 +110,13 @@ TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseNumbersAreDeclaredAsAddresses
   }
 }
 
+TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseDecimalsAreDeclaredAsVariants) {
+  // In 32 bits one is as long as the other.
+  const SafeArray decimals = SafeArray::Adopt(SafeArrayCreateVector(VT_DECIMAL, 0, 1));
+  static_cast<DECIMAL*>(decimals.get()->pvData)->wReserved = VT_BSTR;
+  EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_VARIANT, decimals)); }), kTypeMismatch);
+}
+
 TEST_F(SafeArrayConversionTest, ReadsObjectsDeclaredAsThePlainerInterfaceThatTheyHaveToo) {
   const auto dispatch = NewDispatch();
   const SafeArray objects = SafeArray::Adopt(SafeArrayCreateVector(VT_DISPATCH, 0, 1));

@@ -82,6 +82,13 @@ TEST_F(StoreByReferenceTest, KeepsAllDigitsOfADecimal) {
   EXPECT_EQ(text.Text(), u"922337203685477.5807");
 }
 
+TEST_F(StoreByReferenceTest, LeavesADecimalThatAVariantHoldsADecimal) {
+  VARIANT variable = VariantOf(VT_DECIMAL, [](VARIANT&) {});
+  StoreByReference(VariantOf(VT_DECIMAL | VT_BYREF, [&](VARIANT& v) { v.pdecVal = &variable.decVal; }), 1.5);
+  EXPECT_EQ(variable.vt, VT_DECIMAL);
+  EXPECT_EQ(FromVariant(variable), Value(1.5));
+}
+
 TEST_F(StoreByReferenceTest, RaisesOverflowBeyondTheTypesRangeAndLeavesTheVariable) {
   const auto overflows = [](VARTYPE type, auto content, const Value& value) {
     Variable<decltype(content)> variable{type, content};

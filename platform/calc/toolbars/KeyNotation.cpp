@@ -39,7 +39,7 @@ std::optional<sal_Int16> CodeOf(std::u16string_view name) {
     const char16_t c = ToLower(name)[0];
     if (c >= u'a' && c <= u'z') return static_cast<sal_Int16>(Key::A + (c - u'a'));
     if (c >= u'0' && c <= u'9') return static_cast<sal_Int16>(Key::NUM0 + (c - u'0'));
-    return c == u'~' ? Key::RETURN : kUnbound;
+    return kUnbound;
   }
   for (const NamedKey& key : kNamedKeys) {
     if (EqualIgnoringCase(key.name, name)) return key.code;
@@ -64,10 +64,11 @@ std::optional<css::awt::KeyEvent> ParseKey(std::u16string_view notation) {
     if (modifier == 0) break;
     key.Modifiers = static_cast<sal_Int16>(key.Modifiers | modifier);
   }
+  const bool is_enter = notation == u"~";
   if (notation.size() > 2 && notation.front() == u'{' && notation.back() == u'}') {
     notation = notation.substr(1, notation.size() - 2);
   }
-  const std::optional<sal_Int16> code = CodeOf(notation);
+  const std::optional<sal_Int16> code = is_enter ? Key::RETURN : CodeOf(notation);
   if (!code) return std::nullopt;
   key.KeyCode = *code;
   return key;
