@@ -95,8 +95,10 @@ sal_Bool PublishedObject::hasMethod(const OUString&) {
 sal_Bool PublishedObject::hasProperty(const OUString& name) {
   const ClassDescription* table = object_->MemberTable();
   if (!table) return false;
+  // A view: nothing here may need memory, whose want Basic could not be told.
+  const std::u16string_view wanted(name.getStr(), static_cast<std::size_t>(name.getLength()));
   for (const Member& member : table->members()) {
-    if (!EqualIgnoringCase(member.name, FromUno(name))) continue;
+    if (!EqualIgnoringCase(member.name, wanted)) continue;
     const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
     return member.kind != MemberKind::Method && member.parameters.size() == (is_put ? 1u : 0u);
   }
@@ -127,13 +129,7 @@ Any PublishedObject::invokeGetProperty(const OUString& name, const Sequence<Any>
 
 Any PublishedObject::invokePutProperty(const OUString& name, const Sequence<Any>& arguments,
                                        Sequence<sal_Int16>& changed, Sequence<Any>& values) {
-  // Basic does not tell `Set x.P = y` from `x.P = y`: an object goes to the property that takes references.
-  const ClassDescription* table = object_->MemberTable();
-  const bool is_object =
-      arguments.hasElements() &&
-      arguments[arguments.getLength() - 1].getValueTypeClass() == css::uno::TypeClass_INTERFACE;
-  const bool by_reference = is_object && table && table->Find(Access::PutRef, FromUno(name));
-  return Perform(by_reference ? Access::PutRef : Access::Put, name, arguments, changed, values);
+  return Perform(Access::Put, name, arguments, changed, values);
 }
 
 Any PublishedObject::Perform(Access access, const OUString& name, const Sequence<Any>& arguments,
@@ -149,6 +145,14 @@ Any PublishedObject::Perform(Access access, const OUString& name, const Sequence
 Any PublishedObject::PerformLogged(Access access, const std::u16string& name, const Sequence<Any>& arguments,
                                    Sequence<sal_Int16>& changed, Sequence<Any>& values) {
   LoggedCall logged;
+  // Basic does not tell `Set x.P = y` from `x.P = y`: an object goes to the property that takes references.
+  const ClassDescription* table = object_->MemberTable();
+  const bool is_object =
+      arguments.hasElements() &&
+      arguments[arguments.getLength() - 1].getValueTypeClass() == css::uno::TypeClass_INTERFACE;
+  if (access == Access::Put && is_object && table && table->Find(Access::PutRef, name)) {
+    access = Access::PutRef;
+  }
   logged.Begins(*object_, access, name);
   try {
     return PerformUnguarded(logged, access, name, arguments, changed, values);
