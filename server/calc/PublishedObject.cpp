@@ -51,6 +51,18 @@ Value FromArgument(const Any& any, const Parameter* parameter) {
   return {};
 }
 
+/// Whether Basic is to take a name for a property. Those with parameters go as methods: for a property, Basic
+/// would drop the parameters.
+bool IsProperty(const ClassDescription* table, std::u16string_view name) {
+  if (!table) return false;
+  for (const Member& member : table->members()) {
+    if (!EqualIgnoringCase(member.name, name)) continue;
+    const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
+    return member.kind != MemberKind::Method && member.parameters.size() == (is_put ? 1u : 0u);
+  }
+  return false;
+}
+
 /// LibreOffice's bars have to know whose workbook an application is, before that is closed.
 void Notice(const Value& argument) {
   if (argument.Is(Value::Type::Object)) DocumentBars::Notice(argument.As<ObjectPtr>());
@@ -91,18 +103,11 @@ sal_Bool PublishedObject::hasMethod(const OUString&) {
   return true;
 }
 
-// Properties with parameters go as methods: for a property, Basic would drop the parameters.
+// Without memory nothing is a property, and what Basic calls instead tells why it cannot be done.
 sal_Bool PublishedObject::hasProperty(const OUString& name) {
-  const ClassDescription* table = object_->MemberTable();
-  if (!table) return false;
-  // A view: nothing here may need memory, whose want Basic could not be told.
-  const std::u16string_view wanted(name.getStr(), static_cast<std::size_t>(name.getLength()));
-  for (const Member& member : table->members()) {
-    if (!EqualIgnoringCase(member.name, wanted)) continue;
-    const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
-    return member.kind != MemberKind::Method && member.parameters.size() == (is_put ? 1u : 0u);
-  }
-  return false;
+  bool has_property = false;
+  IgnoreFailures([&] { has_property = IsProperty(object_->MemberTable(), FromUno(name)); });
+  return has_property;
 }
 
 Any PublishedObject::getValue(const OUString& name) {
