@@ -42,8 +42,8 @@ const ClassDescription& CButtonProperties::Description() {
 void CButtonProperties::Add(std::uint8_t i) {
   const int count = count_ + i;
   if (count > std::numeric_limits<std::uint8_t>::max()) throw AutomationError(kOverflow);
+  if (count != 0) buttons_.resize(static_cast<std::size_t>(count));
   count_ = static_cast<std::uint8_t>(count);
-  if (count_ != 0) buttons_.resize(count_);
 }
 
 ButtonEntry& CButtonProperties::Button(std::uint8_t i) {

@@ -31,7 +31,7 @@ class CButtonProperties : public Described<CButtonProperties> {
   /// The last button's number, 0 for an empty list.
   std::uint8_t TotalButtons() const { return static_cast<std::uint8_t>(buttons_.size()); }
   /// Counts `i` buttons more and sizes the list to the count, keeping what it holds. Raises 6 (Overflow)
-  /// above 255 and leaves everything as it was.
+  /// above 255. Whatever it raises, everything is as it was.
   void Add(std::uint8_t i);
   /// Empties the list but keeps the count, on purpose: a later Add(n) sizes the list to the old count plus n.
   void Reset() { buttons_.clear(); }

@@ -119,10 +119,16 @@ void CToolbar::CreateBar() {
   const excel::Application application = excel_.Application();
   // Held from here on, so that a failure leaves no bar behind.
   bar_ = application.CommandBars().Add(caption_, is_menu_bar_);
-  bar_.SetVisible(false);
-  bar_ = application.CommandBars(caption_);
-  bar_.SetPosition(msoBarFloating);
-  AddControls();
+  try {
+    bar_.SetVisible(false);
+    bar_ = application.CommandBars(caption_);
+    bar_.SetPosition(msoBarFloating);
+    AddControls();
+  } catch (...) {
+    // Another Init would take what there is of it for a whole bar.
+    if (IgnoreFailures([&] { bar_.Delete(); })) bar_ = {};
+    throw;
+  }
 }
 
 void CToolbar::AddControls() {

@@ -23,6 +23,17 @@ Ref<T> Held(const Ref<T>& reference) {
   return reference;
 }
 
+/// Takes the step that was counted already; one that fails, for want of memory, does not count.
+template <class Step>
+void CountingBack(std::int16_t& counter, int step_back, Step step) {
+  try {
+    step();
+  } catch (...) {
+    Count(counter, step_back);
+    throw;
+  }
+}
+
 /// A global by its class, which is known here alone.
 template <class T>
 Ref<T> OfClass(const ObjectPtr& object) {
@@ -183,12 +194,14 @@ void gExcelObject::InitEnvironment() {
     TheGlobals().oEnvironment = environment;
   }
   Count(environment_count_, 1);
-  Held(excel_state_)->SaveExcelState();
+  const Ref<CExcelState> state = Held(excel_state_);
+  CountingBack(environment_count_, -1, [&] { state->SaveExcelState(); });
 }
 
 void gExcelObject::ResetEnvironment() {
   Count(environment_count_, -1);
-  Held(excel_state_)->RestoreExcelState();
+  const Ref<CExcelState> state = Held(excel_state_);
+  CountingBack(environment_count_, 1, [&] { state->RestoreExcelState(); });
   if (environment_count_ == 0) {
     TheGlobals().oEnvironment.reset();
     excel_state_.reset();

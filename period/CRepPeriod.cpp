@@ -193,10 +193,16 @@ excel::Range CRepPeriod::CreateName(std::u16string_view name) const {
   // The sheet's name stands without quotation marks, so a sheet that needs them cannot be given names:
   // intended.
   const excel::DefinedName created = book_.Names().Add(name, u"=" + sheet_.Name() + u"!" + cell.Address());
-  excel::Range range = created.RefersToRange();
-  // The colour also makes the cell part of the used range, so that the next name gets a cell of its own.
-  range.Font().SetColorIndex(kBlue);
-  return range;
+  try {
+    excel::Range range = created.RefersToRange();
+    // The colour also makes the cell part of the used range, so that the next name gets a cell of its own.
+    range.Font().SetColorIndex(kBlue);
+    return range;
+  } catch (...) {
+    // Or another Init would find this name, and give the next one the same cell.
+    IgnoreFailures([&] { created.Delete(); });
+    throw;
+  }
 }
 
 // --- Editing -----------------------------------------------------------------------------------------------

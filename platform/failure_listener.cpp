@@ -1,5 +1,7 @@
 #include "platform/failure_listener.h"
 
+#include "platform/error.h"
+
 namespace qva {
 namespace {
 
@@ -12,11 +14,11 @@ void ListenForFailures(FailureListener* listener) {
 }
 
 void TellFailure(std::u16string_view what) noexcept {
-  if (listening) listening->Failed(what);
+  if (listening) IgnoreFailures([&] { listening->Failed(what); });
 }
 
 void TellWrongAnswer(std::u16string_view what) noexcept {
-  if (listening) listening->WronglyAnswered(what);
+  if (listening) IgnoreFailures([&] { listening->WronglyAnswered(what); });
 }
 
 }  // namespace qva

@@ -10,7 +10,7 @@ class FailureListener {
   virtual ~FailureListener() = default;
 
   /// Something failed of which the library tells its user, or which the macro may handle; the report goes on.
-  /// Does not raise.
+  /// What it raises, such as a want of memory, is forgotten.
   virtual void Failed(std::u16string_view what) = 0;
   /// What an answers file holds cannot have been meant for the window that it came to, or nothing is left.
   /// The listener may end the process, so that nothing goes on by an answer that nobody gave. Does not raise.

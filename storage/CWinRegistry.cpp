@@ -18,6 +18,18 @@ constexpr RegistrySecurity kSecurity = {.length = 10, .inherit_handle = true};
 
 constexpr std::size_t kValueBufferSize = 255;
 
+/// Takes steps with an open key, which is closed where an exception ends them: the registry itself reports
+/// every failure, but there may be no memory for a name.
+template <class Steps>
+auto WithOpenKey(Registry& registry, RegistryKey key, Steps steps) {
+  try {
+    return steps();
+  } catch (...) {
+    registry.CloseKey(key);
+    throw;
+  }
+}
+
 }  // namespace
 
 std::u16string CWinRegistry::GetRegSetting(RegistryKey hive, const std::u16string& key_path,
@@ -30,7 +42,8 @@ std::u16string CWinRegistry::GetRegSetting(RegistryKey hive, const std::u16strin
   buffer.fill(' ');
   auto type = static_cast<std::uint32_t>(value_type);
   std::uint32_t size = kValueBufferSize;
-  const std::int32_t status = registry.QueryValue(key, value_name, type, buffer, size);
+  const std::int32_t status =
+      WithOpenKey(registry, key, [&] { return registry.QueryValue(key, value_name, type, buffer, size); });
   registry.CloseKey(key);
   value_type = static_cast<std::int32_t>(type);
   // A value without any bytes has not even a terminating zero to drop.
@@ -42,8 +55,9 @@ bool CWinRegistry::DeleteRegSetting(RegistryKey hive, const std::u16string& key_
                                     const std::u16string& value_name) const {
   Registry& registry = *GetServices().registry;
   RegistryKey key = 0;
-  return registry.OpenKey(hive, key_path, kAccess, key) == kRegistrySuccess &&
-         registry.DeleteValue(key, value_name) == kRegistrySuccess &&
+  if (registry.OpenKey(hive, key_path, kAccess, key) != kRegistrySuccess) return false;
+  return WithOpenKey(registry, key, [&] { return registry.DeleteValue(key, value_name); }) ==
+             kRegistrySuccess &&
          registry.CloseKey(key) == kRegistrySuccess;
 }
 
@@ -55,10 +69,11 @@ bool CWinRegistry::SaveRegSetting(RegistryKey hive, const std::u16string& key_pa
   // As many bytes as the text has characters, which are as many in a code page of single bytes.
   const std::string_view data = std::string_view(bytes).substr(0, value.size());
   RegistryKey key = 0;
-  return registry.CreateKey(hive, key_path, kAccess, kSecurity, key) == kRegistrySuccess &&
-         registry.SetValue(key, value_name, static_cast<std::uint32_t>(value_type), data) ==
-             kRegistrySuccess &&
-         registry.CloseKey(key) == kRegistrySuccess;
+  if (registry.CreateKey(hive, key_path, kAccess, kSecurity, key) != kRegistrySuccess) return false;
+  const auto set = [&] {
+    return registry.SetValue(key, value_name, static_cast<std::uint32_t>(value_type), data);
+  };
+  return WithOpenKey(registry, key, set) == kRegistrySuccess && registry.CloseKey(key) == kRegistrySuccess;
 }
 
 }  // namespace qva

@@ -79,6 +79,7 @@ start "Bad input by machine" 300 nice tools/test-fuzz.sh 5
 
 build "Build of the tests, with sanitizers" debug -DQVA_TESTS=ON
 start "Library and seam" 900 tools/google-test.sh build/debug/tests/qva_tests
+start "LibreOffice's door" 300 tools/google-test.sh build/debug/tests/qva_door_tests
 start "House rules" 900 nice tools/lint.sh
 wait
 
