@@ -20,7 +20,7 @@ my $root = dirname(dirname(__FILE__));
 my $page = contents("$root/docs/$language.md");
 my ($answers) = $page =~ /^```\n(\[frmReportPeriod\]\ntxtYear.*?)```$/ms or die "no answers\n";
 write_file("$folder/tutorial.answers", $answers);
-write_file("$folder/visos.answers", "[frmReportPeriod]\ntxtYear = 2025\ntxtQuater = 2\nbtOk\n$answers");
+write_file("$folder/visos.answers", "[frmReportPeriod]\ntxtYear = 2025\ntxtQuater = 2\noptQuarter\nbtOk\n$answers");
 
 # Each piece of code is pasted somewhere: the classes' examples into workbooks of their own (guide-examples.pl), all others
 # here, but for the error handler, which is a part of a procedure that the module QvaReport has.

@@ -287,8 +287,11 @@ TEST_F(Samples, ThePeriodButtonMakesTheReportAnewForAnotherPeriod) {
   for (const auto& [name, expected] : kRows) {
     output = folder / ("out-" + name);
     const RunResult run = RunAfterwards(name, name + "-twice", folder / "twice.answers",
-                                        "    KeistiLaikotarpi\n    Issaugoti\n");
+                                        "    KeistiLaikotarpi\n    Issaugoti\n"
+                                        "    Zingsnis \"selected: \" &amp; Selection.Row &amp; \" \" &amp; "
+                                        "Selection.Rows.Count\n");
     ASSERT_EQ(run.exit_status, 0) << run.errors;
+    EXPECT_THAT(Log(name + "-twice"), testing::Contains("selected: 1 1")) << name;
     const std::string sheet = FirstSheet(Archive() / "2024" / expected.first);
     EXPECT_THAT(sheet, FinishedSheet());
     const std::string row = name == "balance" ? "TURTO IŠ VISO" : "GRYNASIS PELNAS (NUOSTOLIAI)";

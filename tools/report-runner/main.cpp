@@ -31,7 +31,7 @@ Options:
   --macro NAME           entry macro as Module.Procedure of the workbook's own library (Ataskaita.Main), or as
                          Library.Module.Procedure
   --book CODE            code of the host's book to work on (MEDVILNE)
-  --output-folder PATH   where the results go (out)
+  --output-folder PATH   where the results go, the archive among them (out)
   --build-folder PATH    where libqva_calc.so and libqva_host.so stand (those that came with this program)
   --host-resources PATH  folder of the embedded host's texts and sample company (that came with this program)
   --answers PATH         answers to message boxes, one on each line, at least one for each question; without it the
@@ -39,7 +39,8 @@ Options:
   --form-answers PATH    answers to the library's dialogs, as the guide's "Answers files" has them; without it they
                          are left
   --show                 on the screen, where windows are shown and wait for the user; --answers and --form-answers
-                         still answer for the user
+                         still answer for the user. LibreOffice closes when the macro is through: to press a report's
+                         buttons, open it in LibreOffice with the extension
   --timeout SECONDS      how long LibreOffice may take (120; a day with --show)
   --no-picture           no PDF and no PNG
   --expect PATH          the run failed unless the macro leaves this file, a path in the output folder
@@ -52,8 +53,9 @@ An answer that fits no window stops the run with its line, before anything is do
 which no answer is left.
 
 Exit status: 0 when the macro went through, 1 when it failed, the library told of a failure (no such book, no
-answers, a report that was not saved), an answer was wrong or missing, or another run has the output folder, 2 for
-a wrong command line or a path that is not there, 3 when LibreOffice is missing or had to be stopped.
+answers, a report that could not be saved), an answer was wrong or missing, or another run has the output folder, 2
+for a wrong command line or a path that is not there, 3 when LibreOffice is missing or had to be stopped. A report that
+is not saved because a question was answered so ("Ne" to message 840) is no failure: the exit status is 0.
 )";
 
 enum Option {
