@@ -18,7 +18,7 @@ bool IsGiven(const Value& criterion) {
 }  // namespace
 
 const ClassDescription& CommandBar::Description() {
-  static const ClassDescription& description = [] {
+  static const ClassDescription& description = []() -> const ClassDescription& {
     ClassBuilder builder(std::u16string_view(kBarClass), "A toolbar or menu bar");
     builder.Get<&CommandBar::Name>(u"Name").Put<&CommandBar::SetName>(u"Name");
     builder.Get<&CommandBar::Index>(u"Index");
@@ -31,7 +31,7 @@ const ClassDescription& CommandBar::Description() {
     builder.Method<&CommandBar::FindControl>(
         u"FindControl", {Optional(u"Type"), Optional(u"Id"), Optional(u"Tag"), Optional(u"Visible")});
     builder.Method<&CommandBar::Delete>(u"Delete");
-    return ClassDescription(std::move(builder).Default(u"Name"));
+    return std::move(builder).Default(u"Name");
   }();
   return description;
 }

@@ -10,7 +10,7 @@ constexpr std::u16string_view kControlClass = u"CommandBarControl";
 }  // namespace
 
 const ClassDescription& CommandBarControl::Description() {
-  static const ClassDescription& description = [] {
+  static const ClassDescription& description = []() -> const ClassDescription& {
     using Data = CommandBarControlData;
     using Control = CommandBarControl;
     ClassBuilder builder(std::u16string_view(kControlClass), "A button or box of a command bar");
@@ -31,7 +31,7 @@ const ClassDescription& CommandBarControl::Description() {
     builder.Get<&Control::State>(u"State").Put<&Control::SetState>(u"State");
     builder.Method<&Control::Execute>(u"Execute")
         .Method<&Control::Delete>(u"Delete", {Optional(u"Temporary")});
-    return ClassDescription(std::move(builder).Default(u"Caption"));
+    return std::move(builder).Default(u"Caption");
   }();
   return description;
 }

@@ -21,7 +21,7 @@ constexpr std::u16string_view kVersion = u"11.0";  // the last one with this gri
 }  // namespace
 
 const ClassDescription& Application::Description() {
-  static const ClassDescription& description = [] {
+  static const ClassDescription& description = []() -> const ClassDescription& {
     using Data = ApplicationData;
     ClassBuilder builder(u"Application", "Excel");
     builder.Get<&Application::Name>(u"Name")
@@ -68,7 +68,7 @@ const ClassDescription& Application::Description() {
         .Method<&Application::SendKeys>(u"SendKeys", {{u"Keys"}, Optional(u"Wait")})
         .Method<&Application::Help>(u"Help", {Optional(u"HelpFile"), Optional(u"HelpContextID")})
         .Method<&Application::Quit>(u"Quit");
-    return ClassDescription(std::move(builder).Default(u"Name"));
+    return std::move(builder).Default(u"Name");
   }();
   return description;
 }

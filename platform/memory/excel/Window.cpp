@@ -14,7 +14,7 @@ std::int32_t InBounds(std::int32_t value, std::int32_t first, std::int32_t last)
 }  // namespace
 
 const ClassDescription& Window::Description() {
-  static const ClassDescription& description = [] {
+  static const ClassDescription& description = []() -> const ClassDescription& {
     ClassBuilder builder(u"Window", "The window of a workbook");
     builder.Get<&Window::Caption>(u"Caption").Put<&Window::SetCaption>(u"Caption");
     builder.Get<&Window::Zoom>(u"Zoom").Put<&Window::SetZoom>(u"Zoom");
@@ -30,7 +30,7 @@ const ClassDescription& Window::Description() {
     AddProperty<&WindowData::display_vertical_scroll_bar>(builder, u"DisplayVerticalScrollBar");
     AddProperty<&WindowData::freeze_panes>(builder, u"FreezePanes");
     AddProperty<&WindowData::window_state, xlMaximized, xlMinimized, xlNormal>(builder, u"WindowState");
-    return ClassDescription(std::move(builder).Default(u"Caption"));
+    return std::move(builder).Default(u"Caption");
   }();
   return description;
 }
