@@ -176,6 +176,7 @@ class Macros {
     // The caller's own reference, as whoever calls has one.
     const ObjectPtr object = objects_[Position()];
     const std::vector<Member>& members = object->MemberTable()->members();
+    if (members.empty()) return;  // such as those of a screen lock
     const Member& member = members[input_.ConsumeIntegralInRange<std::size_t>(0, members.size() - 1)];
     may_freeze_ |= member.name == u"LockScreen" || member.name == u"cmdFreeze";
     may_save_anywhere_ |= member.name == u"GeneralPath" && member.kind == MemberKind::Put;
