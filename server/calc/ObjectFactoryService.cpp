@@ -67,15 +67,17 @@ ObjectFactoryService::ObjectFactoryService(const Reference<css::uno::XComponentC
 }
 
 Reference<XInterface> ObjectFactoryService::createInstance(const OUString& identifier) {
-  const std::u16string name = FromUno(identifier);
-  if (!IsOurs(name)) return {};
-  PrepareErrors(Context());
   try {
+    const std::u16string name = FromUno(identifier);
+    if (!IsOurs(name)) return {};
+    PrepareErrors(Context());
     return PublishedObject::Of(CreateObject(name));
   } catch (...) {
     RaiseInMacro(CaughtError());
   }
-  return PublishedObject::Of(MakeRef<NoObject>());
+  Reference<XInterface> nothing;
+  IgnoreFailures([&] { nothing = PublishedObject::Of(MakeRef<NoObject>()); });
+  return nothing;
 }
 
 Reference<XInterface> ObjectFactoryService::createInstanceWithArguments(const OUString& identifier,

@@ -51,6 +51,18 @@ Value FromArgument(const Any& any, const Parameter* parameter) {
   return {};
 }
 
+/// Whether Basic is to take a name for a property. Those with parameters go as methods: for a property, Basic
+/// would drop the parameters.
+bool IsProperty(const ClassDescription* table, std::u16string_view name) {
+  if (!table) return false;
+  for (const Member& member : table->members()) {
+    if (!EqualIgnoringCase(member.name, name)) continue;
+    const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
+    return member.kind != MemberKind::Method && member.parameters.size() == (is_put ? 1u : 0u);
+  }
+  return false;
+}
+
 /// LibreOffice's bars have to know whose workbook an application is, before that is closed.
 void Notice(const Value& argument) {
   if (argument.Is(Value::Type::Object)) DocumentBars::Notice(argument.As<ObjectPtr>());
@@ -91,16 +103,11 @@ sal_Bool PublishedObject::hasMethod(const OUString&) {
   return true;
 }
 
-// Properties with parameters go as methods: for a property, Basic would drop the parameters.
+// Without memory nothing is a property, and what Basic calls instead tells why it cannot be done.
 sal_Bool PublishedObject::hasProperty(const OUString& name) {
-  const ClassDescription* table = object_->MemberTable();
-  if (!table) return false;
-  for (const Member& member : table->members()) {
-    if (!EqualIgnoringCase(member.name, FromUno(name))) continue;
-    const bool is_put = member.kind == MemberKind::Put || member.kind == MemberKind::PutRef;
-    return member.kind != MemberKind::Method && member.parameters.size() == (is_put ? 1u : 0u);
-  }
-  return false;
+  bool has_property = false;
+  IgnoreFailures([&] { has_property = IsProperty(object_->MemberTable(), FromUno(name)); });
+  return has_property;
 }
 
 Any PublishedObject::getValue(const OUString& name) {
@@ -127,13 +134,7 @@ Any PublishedObject::invokeGetProperty(const OUString& name, const Sequence<Any>
 
 Any PublishedObject::invokePutProperty(const OUString& name, const Sequence<Any>& arguments,
                                        Sequence<sal_Int16>& changed, Sequence<Any>& values) {
-  // Basic does not tell `Set x.P = y` from `x.P = y`: an object goes to the property that takes references.
-  const ClassDescription* table = object_->MemberTable();
-  const bool is_object =
-      arguments.hasElements() &&
-      arguments[arguments.getLength() - 1].getValueTypeClass() == css::uno::TypeClass_INTERFACE;
-  const bool by_reference = is_object && table && table->Find(Access::PutRef, FromUno(name));
-  return Perform(by_reference ? Access::PutRef : Access::Put, name, arguments, changed, values);
+  return Perform(Access::Put, name, arguments, changed, values);
 }
 
 Any PublishedObject::Perform(Access access, const OUString& name, const Sequence<Any>& arguments,
@@ -149,6 +150,14 @@ Any PublishedObject::Perform(Access access, const OUString& name, const Sequence
 Any PublishedObject::PerformLogged(Access access, const std::u16string& name, const Sequence<Any>& arguments,
                                    Sequence<sal_Int16>& changed, Sequence<Any>& values) {
   LoggedCall logged;
+  // Basic does not tell `Set x.P = y` from `x.P = y`: an object goes to the property that takes references.
+  const ClassDescription* table = object_->MemberTable();
+  const bool is_object =
+      arguments.hasElements() &&
+      arguments[arguments.getLength() - 1].getValueTypeClass() == css::uno::TypeClass_INTERFACE;
+  if (access == Access::Put && is_object && table && table->Find(Access::PutRef, name)) {
+    access = Access::PutRef;
+  }
   logged.Begins(*object_, access, name);
   try {
     return PerformUnguarded(logged, access, name, arguments, changed, values);
