@@ -21,13 +21,18 @@ add_custom_command(
 add_custom_target(qva_uno_headers DEPENDS ${uno_headers}/made)
 
 qva_sources(calc_sources platform/calc platform/calc/forms platform/calc/toolbars server/calc)
-add_library(qva_calc MODULE ${calc_sources})
-add_dependencies(qva_calc qva_uno_headers)
-target_include_directories(qva_calc SYSTEM PRIVATE ${uno_headers} /usr/include/libreoffice)
-target_compile_definitions(qva_calc PRIVATE LINUX UNX CPPU_ENV=gcc3
-                                            QVA_HOST_MODULE_NAME="$<TARGET_FILE_NAME:qva_host>")
-target_link_directories(qva_calc PRIVATE ${uno_sdk}/lib)
-target_link_libraries(qva_calc PRIVATE qva_library qva_posix qva_commandbars uno_cppuhelpergcc3 uno_cppu uno_sal uno_salhelpergcc3)
+list(FILTER calc_sources EXCLUDE REGEX "/component\\.cpp$")
+add_library(qva_calc_objects OBJECT ${calc_sources})
+add_dependencies(qva_calc_objects qva_uno_headers)
+target_include_directories(qva_calc_objects SYSTEM PUBLIC ${uno_headers} /usr/include/libreoffice)
+target_compile_definitions(qva_calc_objects PUBLIC LINUX UNX CPPU_ENV=gcc3
+                                            PRIVATE QVA_HOST_MODULE_NAME="$<TARGET_FILE_NAME:qva_host>")
+target_link_directories(qva_calc_objects PUBLIC ${uno_sdk}/lib)
+target_link_libraries(qva_calc_objects PUBLIC qva_library qva_posix qva_commandbars uno_cppuhelpergcc3 uno_cppu uno_sal
+                                              uno_salhelpergcc3)
+
+add_library(qva_calc MODULE server/calc/component.cpp)
+target_link_libraries(qva_calc PRIVATE qva_calc_objects)
 set_target_properties(qva_calc PROPERTIES BUILD_RPATH ${LIBREOFFICE_DIR}/program)
 target_link_options(qva_calc PRIVATE -Wl,-z,defs)
 

@@ -76,6 +76,7 @@ start "Setup program, on a screen" 600 tools/test-setup.sh screen
 
 build "Build of the tests, with sanitizers" debug -DQVA_TESTS=ON
 start "Library and seam" 900 tools/google-test.sh build/debug/tests/qva_tests
+start "LibreOffice's door" 300 tools/google-test.sh build/debug/tests/qva_door_tests
 start "House rules" 900 nice tools/lint.sh
 wait
 

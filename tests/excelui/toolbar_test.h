@@ -32,6 +32,43 @@ inline constexpr std::u16string_view kColumnNames[] = {
 /// The other named cells.
 inline constexpr std::u16string_view kCellNames[] = {u"nTotalButtons", u"sToolBarCaption", u"bMenuBar"};
 
+/// Names and fills the single cells of a settings sheet, in row 1.
+inline void DescribeToolbarCells(const ObjectPtr& sheet, const Value& total, bool is_menu_bar) {
+  const Value values[] = {total, u"Ataskaita", is_menu_bar};
+  for (std::int32_t column = 1; column <= 3; ++column) {
+    const ObjectPtr cell = GetObject(sheet, u"Cells", {1, column});
+    Put(cell, u"Value", values[column - 1]);
+    Put(cell, u"Name", kCellNames[column - 1]);
+  }
+}
+
+/// Fills a settings sheet: the single cells, the headers in row 3, and the buttons below them.
+inline void DescribeToolbar(const ObjectPtr& sheet, const std::vector<TestButton>& buttons,
+                            bool is_menu_bar = false) {
+  DescribeToolbarCells(sheet, static_cast<std::int32_t>(buttons.size()), is_menu_bar);
+  std::int32_t row = 3;
+  for (std::int32_t column = 1; column <= 10; ++column) {
+    const ObjectPtr header = GetObject(sheet, u"Cells", {row, column});
+    Put(header, u"Value", u"Antraštė");
+    Put(header, u"Name", kColumnNames[column - 1]);
+  }
+  for (const TestButton& b : buttons) {
+    ++row;
+    std::int32_t column = 0;
+    for (const Value& value : {b.id, b.face_id, b.caption, b.picture, b.tag, b.tooltip, b.key, b.visible,
+                               b.begin_group, b.action}) {
+      ++column;
+      if (!value.Is(Value::Type::Empty)) Put(GetObject(sheet, u"Cells", {row, column}), u"Value", value);
+    }
+  }
+}
+
+/// A shape of the name on a sheet, whose picture can be a button's face.
+inline void AddPicture(const ObjectPtr& sheet, std::u16string_view name) {
+  const ObjectPtr shape = Call(GetObject(sheet, u"Shapes"), u"AddShape", {1, 0, 0, 16, 16}).ToObject();
+  Put(shape, u"Name", name);
+}
+
 /// The workbook is "Book1", its settings sheet "Sheet2"; a toolbar of it is called "Ataskaita(Book1)".
 class ToolbarTest : public LibraryTest {
  protected:
@@ -54,35 +91,13 @@ class ToolbarTest : public LibraryTest {
   }
   static void Name(const ObjectPtr& cell, std::u16string_view name) { Put(cell, u"Name", name); }
 
-  /// Fills the settings sheet: the single cells in row 1, the headers in row 3.
   void Describe(const std::vector<TestButton>& buttons, bool is_menu_bar = false) const {
-    DescribeCells(static_cast<std::int32_t>(buttons.size()), is_menu_bar);
-    std::int32_t row = 3;
-    for (std::int32_t column = 1; column <= 10; ++column) {
-      Put(Cell(row, column), u"Value", u"Antraštė");
-      Name(Cell(row, column), kColumnNames[column - 1]);
-    }
-    for (const TestButton& b : buttons) {
-      ++row;
-      std::int32_t column = 0;
-      for (const Value& value : {b.id, b.face_id, b.caption, b.picture, b.tag, b.tooltip, b.key, b.visible,
-                                 b.begin_group, b.action}) {
-        ++column;
-        if (!value.Is(Value::Type::Empty)) Put(Cell(row, column), u"Value", value);
-      }
-    }
+    DescribeToolbar(sheet, buttons, is_menu_bar);
   }
   void DescribeCells(const Value& total, bool is_menu_bar = false) const {
-    const Value values[] = {total, u"Ataskaita", is_menu_bar};
-    for (std::int32_t column = 1; column <= 3; ++column) {
-      Put(Cell(1, column), u"Value", values[column - 1]);
-      Name(Cell(1, column), kCellNames[column - 1]);
-    }
+    DescribeToolbarCells(sheet, total, is_menu_bar);
   }
-  void AddShape(std::u16string_view name) const {
-    const ObjectPtr shape = Call(GetObject(sheet, u"Shapes"), u"AddShape", {1, 0, 0, 16, 16}).ToObject();
-    Put(shape, u"Name", name);
-  }
+  void AddShape(std::u16string_view name) const { AddPicture(sheet, name); }
 
   /// A toolbar of the settings sheet, outside of any collection.
   ObjectPtr NewToolbar() const {
