@@ -13,6 +13,7 @@
 #include <cppuhelper/implbase1.hxx>
 
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/calc/toolbars/DocumentMacro.h"
@@ -153,7 +154,8 @@ std::shared_ptr<DocumentBars> DocumentBars::Of(const ObjectPtr& application) {
 }
 
 void DocumentBars::Notice(const ObjectPtr& object) {
-  if (!object || object->TypeName() != u"Application") return;
+  // An object of ours, or of a module, may have a class of that name, but no document.
+  if (!dynamic_cast<const UnoObject*>(object.get()) || object->TypeName() != u"Application") return;
   IgnoreErrors([&] {
     try {
       Of(object);
