@@ -169,7 +169,7 @@ RegistryKey RegistryFile::Keep(std::u16string path, std::uint32_t access) {
 
 std::optional<RegistryText> RegistryFile::Read() const {
   int wrong_line = 0;
-  const auto content = ReadWholeFile(path_);
+  const auto content = ReadFileOrEmpty(path_);
   auto registry = content ? RegistryText::Parse(*content, &wrong_line) : std::nullopt;
   if (!registry && !is_told_) {
     is_told_ = true;  // before the user is told: who looks at the message may set off another reading
