@@ -29,9 +29,6 @@ bool IsTooLong(std::u16string_view field, std::u16string_view text) {
          text.size() > static_cast<std::size_t>(found->size);
 }
 
-// The host's own numbers of field kinds.
-enum FieldKind : std::int32_t { kIdentifier = 4, kCode = 7, kFlag = 14, kDocumentCode = 16 };
-
 }  // namespace
 
 void AccountSetGrid::Prepare(ui::Grid& grid, host::Book book, ado::Recordset budgets) {
@@ -91,13 +88,13 @@ void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
 
 void AccountSetGrid::m_BaselList_OnAddFields() {
   IgnoreErrors([&] {
-    m_BaselList.AppendField(u"BookCode", kCode, u"IsNull(null,'')");
-    m_BaselList.AppendField(u"PlanCode", kCode, u"IsNull(null,'')");
-    m_BaselList.AppendField(u"PlanIsBudget", kFlag, u"IsNull(null,0)");
-    m_BaselList.AppendField(u"BudgetCurrDocId", kIdentifier, u"Coalesce(0,null)");
-    m_BaselList.AppendField(u"BudgetCurrDocCode", kDocumentCode, u"Coalesce('',null)");
-    m_BaselList.AppendField(u"BudgetLastDocId", kIdentifier, u"Coalesce(0,null)");
-    m_BaselList.AppendField(u"BudgetLastDocCode", kDocumentCode, u"Coalesce('',null)");
+    m_BaselList.AppendField(u"BookCode", u"");
+    m_BaselList.AppendField(u"PlanCode", u"");
+    m_BaselList.AppendField(u"PlanIsBudget", 0);
+    m_BaselList.AppendField(u"BudgetCurrDocId", 0);
+    m_BaselList.AppendField(u"BudgetCurrDocCode", u"");
+    m_BaselList.AppendField(u"BudgetLastDocId", 0);
+    m_BaselList.AppendField(u"BudgetLastDocCode", u"");
   });
 }
 
