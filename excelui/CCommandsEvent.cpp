@@ -33,9 +33,8 @@ void CCommandsEvent::Init(excel::CommandBar pCmdBar, Ref<CDefaultButtons> pDefBu
 }
 
 excel::CommandBarControl CCommandsEvent::Control(std::int32_t (CDefaultButtons::*index)() const) const {
-  // Copies: what a call sets off in Excel may reach Init.
-  const excel::CommandBar bar = bar_;
-  const Ref<CDefaultButtons> buttons = default_buttons_;
+  const excel::CommandBar bar = Bar();
+  const Ref<CDefaultButtons> buttons = default_buttons_;  // a copy for the same reason
   if (!buttons) throw AutomationError(kObjectNotSet);
   return bar.Controls((*buttons.*index)());
 }

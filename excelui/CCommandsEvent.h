@@ -32,6 +32,8 @@ class CCommandsEvent : public Described<CCommandsEvent> {
   void Init(excel::CommandBar pCmdBar, Ref<CDefaultButtons> pDefButton);
 
  private:
+  /// The bar to call on, which lasts as long as the call: what that sets off in Excel may reach Init.
+  excel::CommandBar Bar() const { return bar_; }
   /// The control of one of the default buttons.
   excel::CommandBarControl Control(std::int32_t (CDefaultButtons::*index)() const) const;
 

@@ -72,7 +72,7 @@ void CDefaultButtons::AddButtons() {
   // Copies: what a call sets off in Excel may reach Init. The others are asked for when they are first
   // needed.
   const Ref<CButtonProperties> buttons = buttons_;
-  const excel::CommandBar bar = bar_;
+  const excel::CommandBar bar = Bar();
   excel::CommandBarControls controls;
   std::u16string bar_name;
   std::u16string workbook_name;
@@ -122,8 +122,7 @@ void CDefaultButtons::AddButtons() {
 }
 
 std::int32_t CDefaultButtons::IndexOf(std::u16string_view property, Value value) const {
-  const excel::CommandBar bar = bar_;
-  const excel::CommandBarControl control = bar.FindControl(property, std::move(value));
+  const excel::CommandBarControl control = Bar().FindControl(property, std::move(value));
   return control ? control.Index() : 0;
 }
 

@@ -44,6 +44,8 @@ class CDefaultButtons : public Described<CDefaultButtons> {
   static constexpr std::int32_t kPrintPreviewControl = 109;
 
  private:
+  /// The bar to call on, which lasts as long as the call: what that sets off in Excel may reach Init.
+  excel::CommandBar Bar() const { return bar_; }
   std::int32_t IndexOf(std::u16string_view property, Value value) const;
 
   ConnectedExcel excel_;

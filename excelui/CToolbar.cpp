@@ -92,16 +92,14 @@ std::uint8_t CToolbar::ButtonFace(std::uint8_t Index, ObjectPtr Picture) {
 }
 
 std::uint8_t CToolbar::PositinTop() {
-  const excel::CommandBar bar = bar_;
-  if (!bar) return kNotDone;
-  bar.SetPosition(msoBarTop);
+  if (!bar_) return kNotDone;
+  Bar().SetPosition(msoBarTop);
   return kDone;
 }
 
 void CToolbar::Refresh() {
   if (FindBar() == 0) return;
-  const excel::CommandBar bar = bar_;
-  if (!bar.Visible()) {
+  if (!Bar().Visible()) {
     ReleaseHotKeys(Refusals::Raised);
     return;
   }
@@ -115,7 +113,7 @@ std::uint8_t CToolbar::ButtonToolTipText(std::uint8_t Index, std::u16string sTex
 
 void CToolbar::SetVisibleToolbar(bool value) {
   if (FindBar() != 0) {
-    const excel::CommandBar bar = bar_;
+    const excel::CommandBar bar = Bar();
     if (bar.Visible() != value) {
       bar.SetEnabled(value);
       bar.SetVisible(value);
@@ -125,20 +123,17 @@ void CToolbar::SetVisibleToolbar(bool value) {
 }
 
 bool CToolbar::VisibleToolbar() {
-  const excel::CommandBar bar = bar_;
-  const bool is_visible = bar && bar.Visible();
+  const bool is_visible = bar_ && Bar().Visible();
   Refresh();
   return is_visible;
 }
 
 std::u16string CToolbar::Caption() const {
-  const excel::CommandBar bar = bar_;
-  return bar.Name();
+  return Bar().Name();
 }
 
 void CToolbar::SetCaption(std::u16string value) {
-  const excel::CommandBar bar = bar_;
-  IgnoreErrors([&] { bar.SetName(value); });
+  IgnoreErrors([&] { Bar().SetName(value); });
 }
 
 std::uint8_t CToolbar::SetAction(std::uint8_t nButton, std::u16string& sRunMacros) {
@@ -157,13 +152,11 @@ std::uint8_t CToolbar::SetHotKey(std::uint8_t nButton, std::u16string sOnKey) {
 }
 
 std::int32_t CToolbar::ToolbarID() const {
-  const excel::CommandBar bar = bar_;
-  return bar ? bar.Index() : 0;
+  return bar_ ? Bar().Index() : 0;
 }
 
 std::uint8_t CToolbar::TotalButtons() const {
-  const excel::CommandBar bar = bar_;
-  return bar ? Value(bar.Controls().Count()).ToByte() : std::uint8_t{0};
+  return bar_ ? Value(Bar().Controls().Count()).ToByte() : std::uint8_t{0};
 }
 
 std::int32_t CToolbar::FindBar() {
@@ -181,9 +174,7 @@ std::int32_t CToolbar::FindBar() {
 }
 
 excel::CommandBarControl CToolbar::Control(std::uint8_t button) const {
-  // A copy: what the call sets off in Excel may make the toolbar look for its bar.
-  const excel::CommandBar bar = bar_;
-  return bar.Controls(std::int32_t{button});
+  return Bar().Controls(std::int32_t{button});
 }
 
 std::uint8_t CToolbar::SetOnControl(std::uint8_t button, std::u16string_view property, Value value) {

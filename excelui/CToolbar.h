@@ -94,6 +94,9 @@ class CToolbar : public Described<CToolbar> {
   void AddControls();
   void AddDefaultButtons();
 
+  /// The bar to call on, which lasts as long as the call: what that sets off in Excel may make the toolbar
+  /// look for its bar.
+  excel::CommandBar Bar() const { return bar_; }
   /// Looks for the bar and holds it; nothing is held when there is none. Result: its index, otherwise 0.
   /// Raises 91 where a bar goes by the empty name and this toolbar has none.
   std::int32_t FindBar();

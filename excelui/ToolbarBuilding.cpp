@@ -134,7 +134,7 @@ void CToolbar::CreateBar() {
 void CToolbar::AddControls() {
   // Each statement that Excel refuses is skipped. What several of them need is held once Excel has given it,
   // and asked for again by the next statement when it has not.
-  const excel::CommandBar bar = bar_;
+  const excel::CommandBar bar = Bar();
   const Ref<CButtonProperties> buttons = buttons_;
   excel::CommandBarControls controls;
   std::u16string bar_name;

@@ -70,7 +70,7 @@ const ClassDescription& gExcelObject::Description() {
                                                  "Lets go of the book and of all objects but the application")
           .Method<&gExcelObject::ResetConnectOnError>(u"ResetConnectOnError", {},
                                                       "ResetConnectEX after an error")
-          .Method<&gExcelObject::ExcelReportError>(u"ExcelReportError", {{u"ExcelErr"}},
+          .Method<&gExcelObject::ExcelReportError>(u"ExcelReportError", {ErrorObject(u"ExcelErr")},
                                                    "Reports the error of a failed macro")
           .Method<&gExcelObject::InitToolBars>(u"InitToolBars", {},
                                                "Creates the toolbar collection on first use")

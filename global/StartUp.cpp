@@ -18,7 +18,7 @@ void StartUp() {
   IgnoreErrors([] { TheMessageResource(); });
   IgnoreErrors([&] { state.host_tools = host::ClientTools::Create(*services.object_factory); });
   const Value form_debug = GetSetting(*services.registry, *services.locale, host::kSettingsApplication,
-                                      host::kGeneralSection, u"AppFormDebug", u"0");
+                                      host::kGeneralSection, host::kFormDebugSetting, u"0");
   state.form_debug = form_debug.ToBoolean();
   state.initialised = 1;
 }
@@ -32,7 +32,7 @@ const host::MessageResource& TheMessageResource() {
   if (!kept) {
     // Kept only when initialised, so that a failure is tried again instead of answering without texts.
     auto resource = host::MessageResource::Create(*GetServices().object_factory);
-    resource.Init(kMessageResourceLibrary);
+    resource.Init(host::kMessageResourceLibrary);
     kept = resource;
   }
   return kept;

@@ -8,9 +8,6 @@
 
 namespace qva {
 
-/// The resource library that holds the texts of all messages and captions.
-inline constexpr std::u16string_view kMessageResourceLibrary = u"QVAFormRes";
-
 /// State from start-up to the unloading of the library.
 struct StartUpState {
   host::MessageResource message_resource;  ///< through TheMessageResource, which creates it on first use
@@ -32,7 +29,8 @@ void StartUp();
 /// Releases what start-up set up, so that the next StartUp begins anew. For tests and for unloading.
 void ShutDown();
 
-/// The message resource object, initialised with kMessageResourceLibrary. Raises what its creation raises.
+/// The message resource object, initialised with host::kMessageResourceLibrary. Raises what its creation
+/// raises.
 const host::MessageResource& TheMessageResource();
 
 /// The text of a host message. Raises what the resource object raises.

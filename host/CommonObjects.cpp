@@ -2,6 +2,7 @@
 
 #include "host/HostError.h"
 #include "host/ReadFile.h"
+#include "platform/host.h"
 
 namespace qva::embedded {
 
@@ -26,7 +27,7 @@ Ref<Book> CommonObjects::CreateBook(std::u16string book_code) {
 
 Ref<Table> CommonObjects::Books() {
   auto database = store_->Open();
-  const TableReader& reader = *database->FindTable(u"Book");
+  const TableReader& reader = *database->FindTable(host::kBookTable);
   return MakeRef<Table>(reader, std::u16string(), std::move(database));
 }
 

@@ -2,6 +2,7 @@
 
 #include "host/Book.h"
 #include "host/HostError.h"
+#include "platform/host.h"
 #include "platform/text.h"
 
 namespace qva::embedded {
@@ -42,7 +43,7 @@ const ClassDescription& DataAccess::Description() {
 }
 
 Ref<PathKeyLookup> DataAccess::Lookup(std::u16string name, ObjectPtr book) const {
-  if (!EqualIgnoringCase(name, u"PathKey")) {
+  if (!EqualIgnoringCase(name, host::kPathKeyLookup)) {
     throw HostError(Failure::UnknownLookup, kCommonLibrary, u"There is no lookup \"" + name + u"\"");
   }
   std::u16string book_code = book ? CodeOfBook(book, kCommonLibrary, u"DataAccess.Lookup") : std::u16string();

@@ -2,6 +2,7 @@
 
 #include "host/Book.h"
 #include "host/HostError.h"
+#include "platform/host.h"
 
 namespace qva::embedded {
 namespace {
@@ -13,7 +14,8 @@ struct Column {
   std::u16string_view field;
   std::u16string_view caption;
 };
-constexpr Column kColumns[] = {{u"Code", u"Kodas"}, {u"DocDate", u"Data"}, {u"Name", u"Pavadinimas"}};
+constexpr Column kColumns[] = {
+    {host::kCodeField, u"Kodas"}, {u"DocDate", u"Data"}, {host::kNameField, u"Pavadinimas"}};
 
 ChoiceList ListOf(const std::vector<Record>& documents, const TableReader& table) {
   ChoiceList list;
@@ -70,7 +72,7 @@ std::int32_t DocumentSelection::Open(std::u16string document_type, Date from, Da
   const std::optional<std::size_t> choice = list_chooser_->Choose(list, u"");
   if (!choice) return 0;
   document_ = std::move(documents[*choice]);
-  return (*document_)[table.FieldPosition(u"IDC")].ToInt32();
+  return (*document_)[table.FieldPosition(host::kDocumentIdField)].ToInt32();
 }
 
 Value DocumentSelection::Field(std::u16string name) const {

@@ -3,6 +3,7 @@
 #include "host/HostError.h"
 #include "host/ReadFile.h"
 #include "host/SqlText.h"
+#include "platform/host.h"
 #include "platform/text.h"
 
 namespace qva::embedded {
@@ -49,31 +50,32 @@ HostDatabase::HostDatabase(const std::filesystem::path& file)
       folder_(database_.Prepare("SELECT Folder FROM PathKey WHERE Code = ?1 AND BookCode IN (?2, '') "
                                 "ORDER BY BookCode DESC LIMIT 1")),
       document_type_(database_.Prepare("SELECT Name FROM DocumentType WHERE Code = ?1")),
-      books_(database_, u"Book", TableReader::Scope::AllBooks, u"Code",
-             {{u"Code", Type::Text}, {u"Name", Type::Text}, {u"CompanyCode", Type::Text}}),
-      account_sets_(database_, u"GLAccountSet", TableReader::Scope::OneBook, u"Code",
+      books_(database_, host::kBookTable, TableReader::Scope::AllBooks, host::kCodeField,
+             {{host::kCodeField, Type::Text}, {host::kNameField, Type::Text}, {u"CompanyCode", Type::Text}}),
+      account_sets_(database_, host::kAccountSetTable, TableReader::Scope::OneBook, host::kCodeField,
                     {{u"BookCode", Type::Text},
-                     {u"Code", Type::Text},
-                     {u"Name", Type::Text},
-                     {u"IsBudget", Type::Flag}}),
-      bank_account_roles_(database_, u"REFBankAccountRole", TableReader::Scope::OneBook, u"Code",
-                          {{u"BookCode", Type::Text}, {u"Code", Type::Text}, {u"Name", Type::Text}}),
-      documents_(database_, u"THDocument", TableReader::Scope::OneBook, u"IDC",
-                 {{u"IDC", Type::Number},
+                     {host::kCodeField, Type::Text},
+                     {host::kNameField, Type::Text},
+                     {host::kIsBudgetField, Type::Flag}}),
+      bank_account_roles_(
+          database_, host::kCarrierTable, TableReader::Scope::OneBook, host::kCodeField,
+          {{u"BookCode", Type::Text}, {host::kCodeField, Type::Text}, {host::kNameField, Type::Text}}),
+      documents_(database_, host::kDocumentTable, TableReader::Scope::OneBook, host::kDocumentIdField,
+                 {{host::kDocumentIdField, Type::Number},
                   {u"BookCode", Type::Text},
-                  {u"DocTypeCode", Type::Text},
-                  {u"Code", Type::Text},
+                  {host::kDocumentTypeField, Type::Text},
+                  {host::kCodeField, Type::Text},
                   {u"DocDate", Type::Day},
-                  {u"Name", Type::Text}}),
-      postings_(database_, u"GLDocumentPosting", TableReader::Scope::OneBook, u"Code",
+                  {host::kNameField, Type::Text}}),
+      postings_(database_, u"GLDocumentPosting", TableReader::Scope::OneBook, host::kCodeField,
                 {{u"BookCode", Type::Text},
-                 {u"Code", Type::Text},
-                 {u"DocId", Type::Number},
-                 {u"AccSetCode", Type::Text},
+                 {host::kCodeField, Type::Text},
+                 {host::kPostedDocumentField, Type::Number},
+                 {host::kPostedAccountSetField, Type::Text},
                  {u"AccountCode", Type::Text},
                  {u"Amount", Type::Amount}}),
-      accounts_(database_, u"GLAccount", TableReader::Scope::OneBook, u"Code",
-                {{u"BookCode", Type::Text}, {u"Code", Type::Text}, {u"Name", Type::Text}}),
+      accounts_(database_, u"GLAccount", TableReader::Scope::OneBook, host::kCodeField,
+                {{u"BookCode", Type::Text}, {host::kCodeField, Type::Text}, {host::kNameField, Type::Text}}),
       entries_(database_, u"GLEntry", TableReader::Scope::OneBook, u"Id",
                {{u"Id", Type::Number},
                 {u"BookCode", Type::Text},
@@ -82,25 +84,26 @@ HostDatabase::HostDatabase(const std::filesystem::path& file)
                 {u"DebitAccount", Type::Text},
                 {u"CreditAccount", Type::Text},
                 {u"Amount", Type::Amount},
-                {u"Name", Type::Text}}),
-      account_months_(database_, u"GLAccountMonth", TableReader::Scope::OneBook, u"Code",
+                {host::kNameField, Type::Text}}),
+      account_months_(database_, u"GLAccountMonth", TableReader::Scope::OneBook, host::kCodeField,
                       {{u"BookCode", Type::Text},
-                       {u"Code", Type::Text},
+                       {host::kCodeField, Type::Text},
                        {u"AccountCode", Type::Text},
                        {u"Month", Type::Day},
                        {u"IsClosing", Type::Flag},
                        {u"Debit", Type::Amount},
                        {u"Credit", Type::Amount}}),
-      vat_months_(database_, u"VATMonth", TableReader::Scope::OneBook, u"Code",
+      vat_months_(database_, u"VATMonth", TableReader::Scope::OneBook, host::kCodeField,
                   {{u"BookCode", Type::Text},
-                   {u"Code", Type::Text},
+                   {host::kCodeField, Type::Text},
                    {u"Month", Type::Day},
                    {u"VATClassCode", Type::Text},
                    {u"IsSale", Type::Flag},
                    {u"Base", Type::Amount},
                    {u"VATAmount", Type::Amount}}) {
   // Callers' conditions alone query the view; whether it is there shows here.
-  database_.Prepare("SELECT DocId, AccSetCode FROM GLContAccountPostBBN");
+  database_.Prepare("SELECT " + ToUtf8(host::kPostedDocumentField) + ", " +
+                    ToUtf8(host::kPostedAccountSetField) + " FROM " + ToUtf8(host::kPostingView));
 }
 
 std::optional<BookRow> HostDatabase::FindBook(std::u16string_view book_code) const {

@@ -9,15 +9,6 @@
 namespace qva {
 namespace {
 
-// The host's tables.
-constexpr std::u16string_view kCarrierTable = u"REFBankAccountRole";
-constexpr std::u16string_view kBookTable = u"Book";
-constexpr std::u16string_view kAccountSetTable = u"GLAccountSet";
-constexpr std::u16string_view kDocumentTable = u"THDocument";
-constexpr std::u16string_view kPostingView = u"GLContAccountPostBBN";
-
-constexpr std::u16string_view kBudgetDocument = u"BOBN";  ///< the document type of budgets
-
 // What the status bar says meanwhile, where it takes long.
 constexpr std::u16string_view kShowingBudgets = u"Rodomi biudžetai";
 constexpr std::u16string_view kTakingBudgets = u"Perimami biudžetai";
@@ -29,8 +20,13 @@ bool IsTooLong(std::u16string_view field, std::u16string_view text) {
          text.size() > static_cast<std::size_t>(found->size);
 }
 
-// The host's own numbers of field kinds.
-enum FieldKind : std::int32_t { kIdentifier = 4, kCode = 7, kFlag = 14, kDocumentCode = 16 };
+// How the query for budget documents calls what it reads.
+constexpr std::u16string_view kPostings = u"AccPost";
+constexpr std::u16string_view kDocuments = u"Doc";
+
+std::u16string FieldOf(std::u16string_view alias, std::u16string_view field) {
+  return std::u16string(alias).append(1, u'.').append(field);
+}
 
 }  // namespace
 
@@ -51,7 +47,7 @@ void AccountSetGrid::Prepare(ui::Grid& grid, host::Book book, ado::Recordset bud
   m_BaselList.before_column_update = [this](std::u16string_view column, const Value& value, bool& cancel) {
     SpecGrid_BeforeColUpdate(column, value, cancel);
   };
-  m_BaselList.Init(grid, book_.Table(kCarrierTable));
+  m_BaselList.Init(grid, book_.Table(host::kCarrierTable));
   m_BaselList.SetOptions({.edit = true, .add_rows = true, .delete_rows = true, .lookups = true});
   // The table lends its structure alone: all rows come from the budgets.
   m_BaselList.SetCondition(u"1=0");
@@ -91,22 +87,22 @@ void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
 
 void AccountSetGrid::m_BaselList_OnAddFields() {
   IgnoreErrors([&] {
-    m_BaselList.AppendField(u"BookCode", kCode, u"IsNull(null,'')");
-    m_BaselList.AppendField(u"PlanCode", kCode, u"IsNull(null,'')");
-    m_BaselList.AppendField(u"PlanIsBudget", kFlag, u"IsNull(null,0)");
-    m_BaselList.AppendField(u"BudgetCurrDocId", kIdentifier, u"Coalesce(0,null)");
-    m_BaselList.AppendField(u"BudgetCurrDocCode", kDocumentCode, u"Coalesce('',null)");
-    m_BaselList.AppendField(u"BudgetLastDocId", kIdentifier, u"Coalesce(0,null)");
-    m_BaselList.AppendField(u"BudgetLastDocCode", kDocumentCode, u"Coalesce('',null)");
+    m_BaselList.AppendField(u"BookCode", u"");
+    m_BaselList.AppendField(u"PlanCode", u"");
+    m_BaselList.AppendField(u"PlanIsBudget", 0);
+    m_BaselList.AppendField(u"BudgetCurrDocId", 0);
+    m_BaselList.AppendField(u"BudgetCurrDocCode", u"");
+    m_BaselList.AppendField(u"BudgetLastDocId", 0);
+    m_BaselList.AppendField(u"BudgetLastDocCode", u"");
   });
 }
 
 void AccountSetGrid::m_BaselList_OnAddColumn(BaselList::Column& column) {
   if (column.name == u"BookCode") {
-    column.lookup_table = kBookTable;
+    column.lookup_table = host::kBookTable;
     column.cell_button = true;
   } else if (column.name == u"PlanCode") {
-    column.lookup_table = kAccountSetTable;
+    column.lookup_table = host::kAccountSetTable;
     column.cell_button = true;
   } else if (column.name.find(u"DocCode") != column.name.npos) {
     column.cell_button = true;
@@ -150,14 +146,14 @@ void AccountSetGrid::m_BaselList_AfterFillList() {
 void AccountSetGrid::m_BaselList_OnShowLookUp(std::u16string_view column, BaselList::Lookup& lookup) {
   IgnoreErrors([&] {
     if (column == u"BookCode") {
-      lookup.Init(book_, kBookTable);
+      lookup.Init(book_, host::kBookTable);
     } else if (column == u"PlanCode") {
       const host::Book book = books_.Get(Text(u"BookCode"));
       if (!book) return;
       if (lookup.is_bound()) {
         lookup.SetBook(book);
       } else {
-        lookup.Init(book, kAccountSetTable);
+        lookup.Init(book, host::kAccountSetTable);
       }
     }
     lookup.Reload();
@@ -173,9 +169,9 @@ void AccountSetGrid::m_BaselList_AfterChangeColValue(std::u16string_view column)
       const std::u16string book_code = Text(u"BookCode");
       if (book_code.empty()) return;
       m_BaselList.Clear(u"PlanIsBudget");
-      const host::Table account_sets = books_.Get(book_code).Table(kAccountSetTable);
+      const host::Table account_sets = books_.Get(book_code).Table(host::kAccountSetTable);
       if (account_sets.Seek(Text(u"PlanCode"))) {
-        m_BaselList.Set(u"PlanIsBudget", account_sets.Field(u"IsBudget"));
+        m_BaselList.Set(u"PlanIsBudget", account_sets.Field(host::kIsBudgetField));
       }
     } else {
       return;
@@ -213,7 +209,7 @@ void AccountSetGrid::SpecGrid_BeforeColUpdate(std::u16string_view column, const 
       cancel = !books_.Get(text);
     } else if (column == u"PlanCode") {
       const host::Book book = books_.Get(Text(u"BookCode"));
-      cancel = !book || !book.Table(kAccountSetTable).Seek(text);
+      cancel = !book || !book.Table(host::kAccountSetTable).Seek(text);
     }
   });
   if (!went_through) cancel = true;  // the host has no such book, or cannot tell
@@ -231,12 +227,12 @@ AccountSetGrid::SelectedDocument AccountSetGrid::SelectBudgetDocument(const host
   ObjectFactory& factory = *GetServices().object_factory;
   const auto selection = host::DocumentSelection::Create(factory);
   selection.Init(book);
-  const std::u16string condition =
-      host::ConditionBuilder::Create(factory).In(u"IDC", BudgetDocumentSubQuery(book, account_set));
+  const std::u16string condition = host::ConditionBuilder::Create(factory).In(
+      host::kDocumentIdField, BudgetDocumentSubQuery(book, account_set));
   SelectedDocument document;
-  document.id = selection.Open(kBudgetDocument, dates.from, dates.to, condition);
+  document.id = selection.Open(host::kBudgetDocument, dates.from, dates.to, condition);
   if (document.id.ToDouble() <= 0) return document;
-  document.code = selection.Field(u"Code").ToText();
+  document.code = selection.Field(host::kCodeField).ToText();
   document.chosen = true;
   return document;
 }
@@ -246,12 +242,15 @@ std::u16string BudgetDocumentSubQuery(const host::Book& book, std::u16string_vie
   const auto conditions = host::ConditionBuilder::Create(factory);
   const auto query = host::Query::Create(factory);
   query.Init(book);
-  query.From(kPostingView, u"AccPost");
-  query.SetCondition(conditions.And(conditions.Equal(u"AccPost.AccSetCode", account_set),
-                                    conditions.Equal(u"Doc.DocTypeCode", kBudgetDocument)));
+  query.From(host::kPostingView, kPostings);
+  query.SetCondition(
+      conditions.And(conditions.Equal(FieldOf(kPostings, host::kPostedAccountSetField), account_set),
+                     conditions.Equal(FieldOf(kDocuments, host::kDocumentTypeField), host::kBudgetDocument)));
   query.SetDistinct(true);
-  query.Select(u"AccPost.DocId");
-  query.Join(kDocumentTable, u"Doc", u"AccPost.DocId = Doc.IDC");
+  const std::u16string posted_document = FieldOf(kPostings, host::kPostedDocumentField);
+  query.Select(posted_document);
+  query.Join(host::kDocumentTable, kDocuments,
+             posted_document + u" = " + FieldOf(kDocuments, host::kDocumentIdField));
   return u"(" + query.Sql() + u")";
 }
 

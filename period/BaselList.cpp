@@ -31,31 +31,6 @@ const Caption* FindCaption(std::u16string_view field) {
   return found == kCaptions.end() ? nullptr : &*found;
 }
 
-AutomationError ExpressionError(std::u16string_view expression) {
-  return AutomationError(kInvalidProcedureCall, u"The list cannot work out " + std::u16string(expression));
-}
-
-/// The first of the two literals of "IsNull(a,b)" or "Coalesce(a,b)" that is not null; Null when both are.
-Value StartingValue(std::u16string_view expression) {
-  std::u16string_view rest = expression;
-  for (const std::u16string_view function : {u"IsNull(", u"Coalesce("}) {
-    if (rest.starts_with(function) && rest.ends_with(u')')) {
-      rest.remove_prefix(function.size());
-      rest.remove_suffix(1);
-      const std::size_t comma = rest.find(u',');
-      if (comma == rest.npos) break;
-      for (const std::u16string_view literal : {rest.substr(0, comma), rest.substr(comma + 1)}) {
-        if (literal == u"null") continue;
-        if (literal == u"''") return u"";
-        if (literal == u"0") return std::int32_t{0};
-        throw ExpressionError(expression);
-      }
-      return Null{};
-    }
-  }
-  throw ExpressionError(expression);
-}
-
 }  // namespace
 
 void BaselList::Lookup::Init(host::Book book, std::u16string_view table) {
@@ -109,8 +84,8 @@ void BaselList::Fill() {
   ShowRows();
 }
 
-void BaselList::AppendField(std::u16string_view name, std::int32_t kind, std::u16string_view expression) {
-  fields_.push_back({std::u16string(name), kind, StartingValue(expression)});
+void BaselList::AppendField(std::u16string_view name, Value starting_value) {
+  fields_.push_back({std::u16string(name), std::move(starting_value)});
 }
 
 bool BaselList::HasField(std::u16string_view name) const {

@@ -20,8 +20,7 @@ class BaselList : public ui::GridModel {
   /// A calculated column.
   struct Field {
     std::u16string name;
-    std::int32_t kind = 0;  ///< the host's own number; kept, without effect here
-    Value starting_value;   ///< of a new row
+    Value starting_value;  ///< of a new row
   };
 
   /// How a column of the grid behaves. The handler of on_add_column completes it.
@@ -78,9 +77,8 @@ class BaselList : public ui::GridModel {
   /// Fills the list, raises after_fill_list and shows the rows.
   void Fill();
 
-  /// For on_add_fields. `expression` is a function of two literals, "IsNull(a,b)" or "Coalesce(a,b)": the
-  /// first one that is not null is a new row's value. Raises 5 for any other expression.
-  void AppendField(std::u16string_view name, std::int32_t kind, std::u16string_view expression);
+  /// For on_add_fields.
+  void AppendField(std::u16string_view name, Value starting_value);
   bool HasField(std::u16string_view name) const;
 
   std::optional<std::size_t> CurrentRow() const { return current_; }

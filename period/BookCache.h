@@ -14,8 +14,6 @@ class BookCache {
   /// host raises when it has no such book; a host that gives none without a word is asked again next time.
   host::Book Get(std::u16string_view code);
 
-  void Clear() { books_.clear(); }
-
  private:
   std::vector<host::Book> books_;
 };

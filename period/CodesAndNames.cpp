@@ -3,7 +3,7 @@
 namespace qva {
 
 std::vector<CodeAndName> CodesAndNames(const host::Table& table) {
-  const Value rows = table.Rows({u"Code", u"Name"});
+  const Value rows = table.Rows({host::kCodeField, host::kNameField});
   if (rows.Is(Value::Type::Empty)) return {};
   const std::vector<Value>& cells = rows.ToArray().elements;
   std::vector<CodeAndName> list;

@@ -124,7 +124,7 @@ void frmReportPeriod::m_oForm_BeforeShow() {
 void frmReportPeriod::FillAccountPlans() {
   std::vector<ui::ComboBox::Item> items;
   std::vector<std::u16string> codes;
-  for (auto& [code, name] : CodesAndNames(showing_->book.Table(u"GLAccountSet"))) {
+  for (auto& [code, name] : CodesAndNames(showing_->book.Table(host::kAccountSetTable))) {
     codes.push_back(code);
     items.push_back({std::move(code), std::move(name)});
   }
@@ -326,8 +326,8 @@ void frmReportPeriod::WriteBack() {
 
   Value is_budget = false;
   const auto read_flag = [&] {
-    const host::Table plans = s.book.Table(u"GLAccountSet");
-    if (plans.Seek(plan)) is_budget = plans.Field(u"IsBudget");
+    const host::Table plans = s.book.Table(host::kAccountSetTable);
+    if (plans.Seek(plan)) is_budget = plans.Field(host::kIsBudgetField);
   };
   // A host that could not list its plans may not find one either; the text passes all the same.
   if (s.account_plans) {

@@ -42,12 +42,41 @@ inline bool IsHostIdentifier(std::u16string_view programmatic_identifier) {
   return false;
 }
 
-/// The host's settings store: application, sections, and the setting of the forms' section that holds the
-/// code of the current book.
+// The names by which the library asks the components, the other half of the page's table.
+
+/// The library of the numbered texts.
+inline constexpr std::u16string_view kMessageResourceLibrary = u"QVAFormRes";
+/// The lookup of folders, and the key of the reports archive's.
+inline constexpr std::u16string_view kPathKeyLookup = u"PathKey";
+inline constexpr std::u16string_view kArchiveKey = u"BookRepSave";
+/// Kinds of contacts and roles of persons.
+inline constexpr std::u16string_view kTelephone = u"TEL";
+inline constexpr std::u16string_view kFax = u"FA";
+inline constexpr std::u16string_view kDirector = u"DIR";
+inline constexpr std::u16string_view kChiefAccountant = u"FDIR";
+/// A book's tables and views.
+inline constexpr std::u16string_view kBookTable = u"Book";
+inline constexpr std::u16string_view kAccountSetTable = u"GLAccountSet";
+inline constexpr std::u16string_view kCarrierTable = u"REFBankAccountRole";  ///< lends lists its structure
+inline constexpr std::u16string_view kDocumentTable = u"THDocument";
+inline constexpr std::u16string_view kPostingView = u"GLContAccountPostBBN";
+/// Their fields: of every table of codes, of account sets, of documents, of postings.
+inline constexpr std::u16string_view kCodeField = u"Code";
+inline constexpr std::u16string_view kNameField = u"Name";
+inline constexpr std::u16string_view kIsBudgetField = u"IsBudget";
+inline constexpr std::u16string_view kDocumentIdField = u"IDC";
+inline constexpr std::u16string_view kDocumentTypeField = u"DocTypeCode";
+inline constexpr std::u16string_view kPostedDocumentField = u"DocId";
+inline constexpr std::u16string_view kPostedAccountSetField = u"AccSetCode";
+/// The type of documents that budgets are.
+inline constexpr std::u16string_view kBudgetDocument = u"BOBN";
+/// The host's settings store: application; the forms' section, with the code of the current book; the general
+/// section, with whether forms are debugged.
 inline constexpr std::u16string_view kSettingsApplication = u"Quillon Enterprise";
 inline constexpr std::u16string_view kFormsSection = u"Forms\\MDI";
 inline constexpr std::u16string_view kBookSetting = u"P0";
 inline constexpr std::u16string_view kGeneralSection = u"General";
+inline constexpr std::u16string_view kFormDebugSetting = u"AppFormDebug";
 
 /// One of a book's tables.
 class Table : public Facade {
@@ -84,7 +113,7 @@ class CommonObjects : public Facade {
   }
   /// Opens the book that `code` names. Raises when there is none or its database cannot be read.
   Book CreateBook(std::u16string_view code) const { return Book(Call(u"CreateBook", {code}).ToObject()); }
-  /// The table of all books, with the fields "Code" and "Name". The embedded host alone has it.
+  /// The table of all books. The embedded host alone has it.
   Table Books() const { return Table(GetObject(u"Books")); }
 };
 
@@ -111,7 +140,7 @@ class Address : public Facade {
   using Facade::Facade;
   /// Street, postcode and town in one line.
   std::u16string FullText() const { return Get(u"FullText").ToText(); }
-  /// The contact of a kind: "TEL" telephone, "FA" fax. Empty when there is none.
+  /// The contact of a kind. Empty when there is none.
   std::u16string Contact(std::u16string_view kind) const { return Get(u"Contact", {kind}).ToText(); }
 };
 
@@ -132,7 +161,7 @@ class CompanyAttributes : public Facade {
   qva::host::Address Address(std::u16string_view kind) const {
     return qva::host::Address(GetObject(u"Address", {kind}));
   }
-  /// The name of the person of a role: "DIR" head of the company, "FDIR" chief accountant. Empty when none.
+  /// The name of the person of a role. Empty when there is none.
   std::u16string ResponsiblePerson(std::u16string_view role) const {
     return Get(u"ResponsiblePerson", {role}).ToText();
   }

@@ -185,7 +185,7 @@ ClassBuilder&& ClassBuilder::Add(std::u16string_view name, MemberKind kind, Para
   Member member{.name = name, .kind = kind, .result = code.result, .help = help, .invoke = code.invoke};
   member.result_class = code.result_class();
   for (const ParameterEntry& entry : parameters) {
-    member.parameters.push_back({.name = entry.name, .optional = entry.optional});
+    member.parameters.push_back({.name = entry.name, .optional = entry.optional, .is_error = entry.is_error});
   }
   if (kind == MemberKind::Put || kind == MemberKind::PutRef) member.parameters.push_back({.name = u"value"});
   if (member.parameters.size() != code.parameters.size()) {

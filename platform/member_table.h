@@ -47,18 +47,25 @@ struct ParameterEntry {
   std::u16string_view name;
   bool optional = false;
   DefaultValue default_value;
+  bool is_error = false;
 };
 
 /// A parameter that may be left out.
 constexpr ParameterEntry Optional(std::u16string_view name, DefaultValue default_value = {}) {
-  return {name, true, default_value};
+  return {.name = name, .optional = true, .default_value = default_value};
+}
+
+/// A parameter for the macro's own error object, Err.
+constexpr ParameterEntry ErrorObject(std::u16string_view name) {
+  return {.name = name, .is_error = true};
 }
 
 /// One parameter.
 struct Parameter {
   std::u16string_view name;
   bool optional = false;
-  Value default_value;  ///< of an optional one
+  Value default_value;    ///< of an optional one
+  bool is_error = false;  ///< takes Err, which a front door supplies where its language passes nothing for it
   ParameterType type = ParameterType::None;
   bool by_reference = false;
   /// The class of the library that an object must belong to; empty for any automation object.

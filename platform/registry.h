@@ -18,7 +18,13 @@ enum RegistryType : std::uint32_t {
   kRegExpandSz = 2,  ///< REG_EXPAND_SZ: text with unexpanded references to environment variables
   kRegBinary = 3,    ///< REG_BINARY
   kRegDword = 4,     ///< REG_DWORD
+  kRegMultiSz = 7,   ///< REG_MULTI_SZ: texts, each with its terminating zero, and one more zero
 };
+
+/// True for the types whose data are text, which the ANSI operations convert.
+inline bool IsRegistryText(std::uint32_t type) {
+  return type == kRegSz || type == kRegExpandSz || type == kRegMultiSz;
+}
 
 /// Results of the operations: Windows' own codes.
 enum RegistryStatus : std::int32_t {
@@ -47,7 +53,7 @@ struct RegistrySecurity {
 };
 
 /// A value as it is stored: texts are UTF-16, whatever the code page lacks included, with their terminating
-/// zero.
+/// zero but for the empty one, which may have none.
 struct RegistryValue {
   std::uint32_t type = kRegSz;
   std::string bytes;
@@ -65,7 +71,9 @@ class Registry {
   // any other than kRegistrySuccess what they would give is untouched. Key paths and value names ignore
   // letter case; data are bytes as they stand in the ANSI code page, but for QueryStored and SetStored.
 
-  /// Opens an existing key (RegOpenKeyExA). On success `key` is the caller's to close; otherwise untouched.
+  /// Opens an existing key (RegOpenKeyExA), `parent` itself by the empty path. On success `key` is the
+  /// caller's to close; otherwise untouched. The rights of `access` are those to values: whoever has a key
+  /// may open and create others below it.
   virtual std::int32_t OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                                RegistryKey& key) = 0;
 
@@ -79,7 +87,8 @@ class Registry {
   virtual std::int32_t QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
                                   std::span<char> data, std::uint32_t& size) = 0;
 
-  /// Writes a value (RegSetValueExA). A text may come without its terminating zero, which the store adds.
+  /// Writes a value (RegSetValueExA). A text may come without its terminating zero, which the store adds but
+  /// to an empty one.
   virtual std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                                 std::span<const char> data) = 0;
 
@@ -87,7 +96,7 @@ class Registry {
   /// alone.
   virtual std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) = 0;
 
-  /// Writes such a value (RegSetValueExW).
+  /// Writes such a value (RegSetValueExW), as SetValue does.
   virtual std::int32_t SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) = 0;
 
   /// Deletes a value (RegDeleteValueA).

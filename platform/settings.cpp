@@ -14,20 +14,20 @@ struct OpenedKey {
   }
 };
 
-std::u16string PathOf(std::u16string_view application, std::u16string_view section) {
+}  // namespace
+
+std::u16string SettingsKeyPath(std::u16string_view application, std::u16string_view section) {
   return u"Software\\VB and VBA Program Settings\\" + std::u16string(application) + u"\\" +
          std::u16string(section);
 }
-
-}  // namespace
 
 std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16string_view application,
                           std::u16string_view section, std::u16string_view key,
                           std::u16string_view default_value) {
   std::u16string result(default_value);
   OpenedKey opened{registry};
-  opened.is_open = registry.OpenKey(HKEY_CURRENT_USER_VALUE, PathOf(application, section), kKeyQueryValue,
-                                    opened.handle) == kRegistrySuccess;
+  opened.is_open = registry.OpenKey(HKEY_CURRENT_USER_VALUE, SettingsKeyPath(application, section),
+                                    kKeyQueryValue, opened.handle) == kRegistrySuccess;
   if (!opened.is_open) return result;
 
   std::uint32_t type = 0;
@@ -44,8 +44,8 @@ std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16stri
 bool SaveSetting(Registry& registry, const Locale& locale, std::u16string_view application,
                  std::u16string_view section, std::u16string_view key, std::u16string_view value) {
   OpenedKey opened{registry};
-  opened.is_open = registry.CreateKey(HKEY_CURRENT_USER_VALUE, PathOf(application, section), kKeySetValue, {},
-                                      opened.handle) == kRegistrySuccess;
+  opened.is_open = registry.CreateKey(HKEY_CURRENT_USER_VALUE, SettingsKeyPath(application, section),
+                                      kKeySetValue, {}, opened.handle) == kRegistrySuccess;
   return opened.is_open &&
          registry.SetValue(opened.handle, key, kRegSz, locale.ToAnsi(value)) == kRegistrySuccess;
 }

@@ -9,8 +9,11 @@
 
 namespace qva {
 
+/// The key below HKEY_CURRENT_USER that holds the settings of an application's section.
+std::u16string SettingsKeyPath(std::u16string_view application, std::u16string_view section);
+
 /// Reads the setting `key` of an application's section as text: the value of type REG_SZ under
-/// HKEY_CURRENT_USER\Software\VB and VBA Program Settings\<application>\<section>.
+/// SettingsKeyPath.
 /// Result: `default_value` when the key or value is missing, unreadable or no text. Does not raise.
 std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16string_view application,
                           std::u16string_view section, std::u16string_view key,

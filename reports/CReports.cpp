@@ -73,11 +73,11 @@ void CReports::FillAttr(excel::Range& rIMKodas, excel::Range& rPVMKodas, excel::
   if (rAdresas || rTelefonas || rFaksas) {
     const host::Address address = company.Address(u"");
     if (rAdresas) rAdresas.SetValue(address.FullText());
-    if (rTelefonas) rTelefonas.SetValue(address.Contact(u"TEL"));
-    if (rFaksas) rFaksas.SetValue(address.Contact(u"FA"));
+    if (rTelefonas) rTelefonas.SetValue(address.Contact(host::kTelephone));
+    if (rFaksas) rFaksas.SetValue(address.Contact(host::kFax));
   }
-  if (rVadovas) rVadovas.SetValue(company.ResponsiblePerson(u"DIR"));
-  if (rBuhas) rBuhas.SetValue(company.ResponsiblePerson(u"FDIR"));
+  if (rVadovas) rVadovas.SetValue(company.ResponsiblePerson(host::kDirector));
+  if (rBuhas) rBuhas.SetValue(company.ResponsiblePerson(host::kChiefAccountant));
 }
 
 void CReports::FillBnksAcc(excel::Range, excel::Range, excel::Range, excel::Range, excel::Range) {

@@ -8,7 +8,6 @@
 namespace qva {
 namespace {
 
-constexpr std::u16string_view kPathKeyLookup = u"PathKey";
 constexpr std::u16string_view kBackupEnding = u".bak";
 constexpr std::u16string_view kBackupFolder = u"BACKUP";
 
@@ -35,7 +34,7 @@ std::u16string CFile::Path() const {
 
 std::u16string CFile::PathByPathKey(std::u16string_view key) {
   if (key.empty()) return {};
-  const host::Lookup lookup = TheDataAccess().Lookup(kPathKeyLookup, host::Book());
+  const host::Lookup lookup = TheDataAccess().Lookup(host::kPathKeyLookup, host::Book());
   return lookup.Run({key}) ? lookup.Result() : std::u16string();
 }
 

@@ -4,6 +4,7 @@
 #include "global/StartUp.h"
 #include "platform/date.h"
 #include "platform/failure_listener.h"
+#include "platform/host.h"
 #include "platform/services.h"
 #include "platform/text.h"
 #include "storage/CFile.h"
@@ -23,7 +24,6 @@ enum Failure : std::uint8_t {
   kNotSaved = 8,  ///< the folder cannot be created, or Excel could not save
 };
 
-constexpr std::u16string_view kArchiveKey = u"BookRepSave";
 constexpr std::u16string_view kReplacement = u"_";  ///< of what a file name cannot hold
 constexpr std::u16string_view kExtension = u".xls";
 constexpr std::int16_t kFirstYear = 1970;
@@ -72,7 +72,7 @@ void CSaveForm::Init() {
   SetErrorStatus(0);
   tools_ = MakeRef<CTools>();
   tools_->Init(TheGlobals().application);
-  const std::u16string archive = CFile::PathByPathKey(kArchiveKey);
+  const std::u16string archive = CFile::PathByPathKey(host::kArchiveKey);
   std::u16string_view folder = Trim(archive);
   if (folder.ends_with(u'\\') || folder.ends_with(u'/')) folder.remove_suffix(1);
   general_path_ = folder;

@@ -21,6 +21,7 @@
 #include "platform/memory/MemoryHost.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/memory/excel/Application.h"
+#include "platform/settings.h"
 #include "platform/text.h"
 #include "server/PublicClasses.h"
 #include "tests/readable_values.h"
@@ -72,8 +73,8 @@ class LibraryTest : public testing::Test {
   }
 
   void SetSetting(std::u16string_view section, std::u16string_view key, std::u16string_view text) {
-    const std::u16string path = u"Software\\VB and VBA Program Settings\\Quillon Enterprise\\";
-    platform.registry.SetText(path + std::u16string(section), key, platform.locale.ToAnsi(text));
+    platform.registry.SetText(SettingsKeyPath(host::kSettingsApplication, section), key,
+                              platform.locale.ToAnsi(text));
   }
 
   static ObjectPtr Create(std::u16string_view class_name) {

@@ -1,5 +1,6 @@
 // The lists that whoever adds a class, a member, a service or a page must add to, where neither the compiler
 // nor another test tells of one that was forgotten. CONTRIBUTING.md has all of them.
+#include <algorithm>
 #include <filesystem>
 #include <set>
 #include <sstream>
@@ -85,6 +86,40 @@ TEST(Lists, ScriptsMacrosAndExamplesHaveEveryClass) {
     // Without an application this one cannot be made.
     EXPECT_EQ(manifest.find("L\"QVA_Varnholt." + name + "\"") == manifest.npos, name == "CLockScreen")
         << name;
+  }
+}
+
+TEST(Lists, ScriptsCallEveryMemberOfTheirClass) {
+  for (const PublicClass& public_class : PublicClasses()) {
+    const ClassDescription& table = public_class.description();
+    const std::string script = SourceText("tests/com/scripts/" + ToUtf8(table.name()) + ".vbs");
+    const std::vector<std::string> called = Matches(script, "\\.(\\w+)");
+    for (const Member& member : table.members()) {
+      EXPECT_TRUE(std::ranges::any_of(
+          called, [&](const std::string& name) { return EqualIgnoringCase(FromUtf8(name), member.name); }))
+          << ToUtf8(table.name()) << "." << ToUtf8(member.name);
+    }
+  }
+}
+
+/// A contract that an adapter does not pass holds nobody. The embedded host is the same code on Windows.
+TEST(Lists, EveryContractIsKeptByTheTwinAndByWindows) {
+  const auto keepers = [](const std::string& folder, const std::string& contract) {
+    std::set<std::string> names;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(SourceFolder() / folder)) {
+      if (entry.path().extension() != ".cpp") continue;
+      for (const std::string& name :
+           Matches(SourceText(entry.path()),
+                   "INSTANTIATE_TYPED_TEST_SUITE_P\\((\\w+), " + contract + ", \\w+\\);"))
+        names.insert(name);
+    }
+    return names;
+  };
+  for (const char* contract : {"FilesContract", "RegistryContract", "HostContract", "FormContract"}) {
+    EXPECT_TRUE(keepers("tests/platform", contract).contains("Memory")) << contract;
+    EXPECT_FALSE(
+        keepers(std::string(contract) == "HostContract" ? "tests/host" : "tests/windows", contract).empty())
+        << contract;
   }
 }
 

@@ -1,5 +1,7 @@
 #include "platform/memory/MemoryHost.h"
 
+#include <optional>
+
 #include "platform/date.h"
 #include "platform/host.h"
 #include "platform/member_table.h"
@@ -69,7 +71,7 @@ class PlantObject : public Described<PlantObject> {
     return description;
   }
   explicit PlantObject(MemoryHost& host) : host_(host) {}
-  void Init(ObjectPtr book) { host_.plants_made.push_back(host::Book(book).BookCode()); }
+  void Init(ObjectPtr book) { host_.plants_made.push_back(host::Book(std::move(book)).BookCode()); }
 
  private:
   MemoryHost& host_;
@@ -83,7 +85,9 @@ class SessionObject : public Described<SessionObject> {
     return description;
   }
   explicit SessionObject(MemoryHost& host) : host_(host) {}
-  void SetBook(ObjectPtr book) { host_.books_set.push_back(host::Book(book).BookCode()); }
+  void SetBook(ObjectPtr book) {
+    host_.books_set.push_back(book ? host::Book(std::move(book)).BookCode() : std::u16string());
+  }
 
  private:
   MemoryHost& host_;
@@ -141,7 +145,8 @@ class CompanyAttributesObject : public Described<CompanyAttributesObject> {
   std::u16string VATCode() const { return company().vat_code; }
   std::u16string Name() const { return company().name; }
   ObjectPtr Address(std::u16string kind) const {
-    return MakeRef<AddressObject>(Find(company().addresses, kind, u"address of kind"));
+    const auto found = company().addresses.find(kind);
+    return MakeRef<AddressObject>(found == company().addresses.end() ? MemoryHost::Address() : found->second);
   }
   std::u16string ResponsiblePerson(std::u16string role) const {
     const auto found = company().persons.find(role);
@@ -167,27 +172,33 @@ class LookupObject : public Described<LookupObject> {
   }
   explicit LookupObject(MemoryHost& host) : host_(host) {}
   bool Run(Value parameters) {
-    const auto found = host_.path_keys.find(parameters.ToArray().elements.at(0).ToText());
+    const std::vector<Value>& keys = parameters.ToArray().elements;
+    if (keys.size() != 1) throw HostError(u"A lookup takes one parameter");
+    const auto found = host_.path_keys.find(keys.front().ToText());
     result_ = found == host_.path_keys.end() ? std::u16string() : found->second;
     return found != host_.path_keys.end();
   }
-  std::u16string Result() const { return result_; }
+  std::u16string Result() const {
+    if (!result_) throw HostError(u"Run was not called");
+    return *result_;
+  }
 
  private:
   MemoryHost& host_;
-  std::u16string result_;
+  std::optional<std::u16string> result_;
 };
 
 class DataAccessObject : public Described<DataAccessObject> {
  public:
   static const ClassDescription& Description() {
     static const ClassDescription& description =
-        ClassBuilder(u"DataAccess", "").Get<&DataAccessObject::Lookup>(u"Lookup", {{u"Name"}, {u"Book"}});
+        ClassBuilder(u"DataAccess", "")
+            .Get<&DataAccessObject::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")});
     return description;
   }
   explicit DataAccessObject(MemoryHost& host) : host_(host) {}
   ObjectPtr Lookup(std::u16string name, ObjectPtr) const {
-    if (name != u"PathKey") throw HostError(u"No lookup '" + name + u"'");
+    if (!EqualIgnoringCase(name, host::kPathKeyLookup)) throw HostError(u"No lookup '" + name + u"'");
     return MakeRef<LookupObject>(host_);
   }
 
@@ -203,7 +214,7 @@ class SettingsItemObject : public Described<SettingsItemObject> {
                                                      .Get<&SettingsItemObject::Type>(u"Type")
                                                      .Get<&SettingsItemObject::Content>(u"Value")
                                                      .Put<&SettingsItemObject::SetContent>(u"Value")
-                                                     .PutRef<&SettingsItemObject::SetContent>(u"Value")
+                                                     .PutRef<&SettingsItemObject::SetObject>(u"Value")
                                                      .Default(u"Value");
     return description;
   }
@@ -212,7 +223,10 @@ class SettingsItemObject : public Described<SettingsItemObject> {
   std::u16string Name() const { return name_; }
   std::int32_t Type() const { return type_; }
   Value Content() const { return value_; }
-  void SetContent(Value value) { value_ = std::move(value); }
+  void SetContent(Value value) {
+    value_ = value.Is(Value::Type::Object) ? Get(value.ToObject(), u"") : std::move(value);
+  }
+  void SetObject(ObjectPtr object) { value_ = std::move(object); }
 
  private:
   std::u16string name_;
@@ -233,6 +247,7 @@ class SettingsCollectionObject : public Described<SettingsCollectionObject> {
     return description;
   }
   void Add(std::u16string name, std::int32_t type, Value value) {
+    if (name.empty()) throw HostError(u"A setting needs a name");
     if (FindItem(name)) {
       throw AutomationError(457, u"NVXCommonObjects",
                             u"This key is already associated with an element of this collection");
@@ -273,6 +288,7 @@ class MessageObject : public Described<MessageObject> {
     if (!host_.message_box) throw HostError(u"No message box is set");
     std::vector<std::u16string> buttons;
     for (const Value& caption : captions.ToArray().elements) buttons.push_back(caption.ToText());
+    if (buttons.empty()) throw HostError(u"A message needs a caption");
     return host_.message_box->Ask(text, title, buttons);
   }
 
@@ -290,8 +306,13 @@ class MessageResourceObject : public Described<MessageResourceObject> {
     return description;
   }
   explicit MessageResourceObject(MemoryHost& host) : host_(host) {}
-  void Init(std::u16string library) { host_.resource_library = std::move(library); }
+  void Init(std::u16string library) {
+    if (library != host::kMessageResourceLibrary) throw HostError(u"No library '" + library + u"'");
+    host_.resource_library = std::move(library);
+    has_texts_ = true;
+  }
   std::u16string Text(std::int32_t number) const {
+    if (!has_texts_) throw HostError(u"Init was not called");
     const auto found = host_.texts.find(number);
     if (found == host_.texts.end()) throw AutomationError(kSubscriptOutOfRange);
     return found->second;
@@ -299,6 +320,7 @@ class MessageResourceObject : public Described<MessageResourceObject> {
 
  private:
   MemoryHost& host_;
+  bool has_texts_ = false;
 };
 
 }  // namespace
@@ -311,8 +333,10 @@ MemoryHost MemoryHost::Sample() {
       .name = u"UAB „Medvilnė“",
       .addresses = {{u"",
                      {.full_text = u"Šaltinių g. 12, LT-03215 Vilnius",
-                      .contacts = {{u"TEL", u"(8 5) 212 3456"}, {u"FA", u"(8 5) 212 3457"}}}}},
-      .persons = {{u"DIR", u"Žygimantas Ąžuolaitis"}, {u"FDIR", u"Eglė Čepėnienė"}},
+                      .contacts = {{std::u16string(host::kTelephone), u"(8 5) 212 3456"},
+                                   {std::u16string(host::kFax), u"(8 5) 212 3457"}}}}},
+      .persons = {{std::u16string(host::kDirector), u"Žygimantas Ąžuolaitis"},
+                  {std::u16string(host::kChiefAccountant), u"Eglė Čepėnienė"}},
   };
   host.books[u"BALTIJA"] = {.code = u"399503183",
                             .vat_code = u"",
@@ -321,11 +345,12 @@ MemoryHost MemoryHost::Sample() {
                             .persons = {}};
   host.account_sets[u"MEDVILNE"] = {{u"F1", u"Finansinė apskaita", false}, {u"B1", u"Biudžetas", true}};
   host.account_sets[u"BALTIJA"] = {{u"F2", u"Finansinė apskaita", false}};
-  host.documents = {{11, u"MEDVILNE", u"BOBN", u"BIU-2023", DateFromParts(2023, 6, 30)},
-                    {12, u"MEDVILNE", u"BOBN", u"BIU-2024", DateFromParts(2024, 6, 30)},
+  const std::u16string budget(host::kBudgetDocument);
+  host.documents = {{11, u"MEDVILNE", budget, u"BIU-2023", DateFromParts(2023, 6, 30)},
+                    {12, u"MEDVILNE", budget, u"BIU-2024", DateFromParts(2024, 6, 30)},
                     {13, u"MEDVILNE", u"SASK", u"S-1", DateFromParts(2024, 6, 30)},
-                    {14, u"BALTIJA", u"BOBN", u"BIU-B", DateFromParts(2024, 6, 30)}};
-  host.path_keys[u"BookRepSave"] = u"C:\\Ataskaitos";
+                    {14, u"BALTIJA", budget, u"BIU-B", DateFromParts(2024, 6, 30)}};
+  host.path_keys[std::u16string(host::kArchiveKey)] = u"C:\\Ataskaitos";
   const std::int32_t numbers[] = {800, 801, 802, 803, 804, 805, 806, 807, 808, 810,  811,
                                   813, 814, 815, 816, 817, 818, 819, 820, 828, 836,  840,
                                   841, 842, 843, 844, 845, 846, 847, 848, 849, 16514};

@@ -1,5 +1,7 @@
 #include "platform/memory/MemoryHostTables.h"
 
+#include <algorithm>
+
 #include "platform/date.h"
 #include "platform/host.h"
 #include "platform/member_table.h"
@@ -8,7 +10,12 @@
 namespace qva {
 namespace {
 
-using Record = std::map<std::u16string, Value>;
+/// A value for each field of the table, in their order.
+using Record = std::vector<Value>;
+
+void Require(bool holds) {
+  if (!holds) throw AutomationError(kInvalidProcedureCall);
+}
 
 class TableObject : public Described<TableObject> {
  public:
@@ -19,8 +26,9 @@ class TableObject : public Described<TableObject> {
                                                      .Get<&TableObject::Rows>(u"Rows", {{u"Fields"}});
     return description;
   }
-  TableObject(const MemoryHost& host, std::map<std::u16string, Record> records)
-      : host_(host), records_(std::move(records)) {}
+  TableObject(const MemoryHost& host, std::vector<std::u16string_view> fields,
+              std::map<std::u16string, Record> records)
+      : host_(host), fields_(std::move(fields)), records_(std::move(records)) {}
 
   bool Seek(std::u16string key) {
     RefuseIfTold();
@@ -30,15 +38,18 @@ class TableObject : public Described<TableObject> {
   }
   Value Field(std::u16string name) const {
     if (!current_) throw AutomationError(kSubscriptOutOfRange);
-    return FieldOf(*current_, name);
+    return (*current_)[FieldNumber(name)];
   }
   Value Rows(Value fields) const {
     RefuseIfTold();
-    if (records_.empty()) return {};
     const std::vector<Value>& names = fields.ToArray().elements;
+    Require(!names.empty());
+    std::vector<std::size_t> numbers;
+    for (const Value& name : names) numbers.push_back(FieldNumber(name.ToText()));
+    if (records_.empty()) return {};
     std::vector<Value> cells;
     for (const auto& [key, record] : records_) {
-      for (const Value& name : names) cells.push_back(FieldOf(record, name.ToText()));
+      for (const std::size_t number : numbers) cells.push_back(record[number]);
     }
     return Array::Block(static_cast<std::int32_t>(records_.size()), static_cast<std::int32_t>(names.size()),
                         std::move(cells));
@@ -48,13 +59,15 @@ class TableObject : public Described<TableObject> {
   void RefuseIfTold() const {
     if (host_.refuses_tables) throw AutomationError(kAutomationFailed);
   }
-  static Value FieldOf(const Record& record, const std::u16string& name) {
-    const auto found = record.find(name);
-    if (found == record.end()) throw AutomationError(kSubscriptOutOfRange);
-    return found->second;
+  std::size_t FieldNumber(std::u16string_view name) const {
+    const auto found = std::ranges::find_if(
+        fields_, [&](std::u16string_view field) { return EqualIgnoringCase(field, name); });
+    if (found == fields_.end()) throw AutomationError(kSubscriptOutOfRange);
+    return static_cast<std::size_t>(found - fields_.begin());
   }
 
   const MemoryHost& host_;
+  std::vector<std::u16string_view> fields_;
   std::map<std::u16string, Record> records_;  ///< by primary key
   const Record* current_ = nullptr;
 };
@@ -74,8 +87,12 @@ class ConditionBuilderObject : public Described<ConditionBuilderObject> {
     return description;
   }
   std::u16string Equal(std::u16string field, Value value) const { return field + u" = " + Quoted(value); }
-  std::u16string And(std::u16string first, std::u16string second) const { return first + u" AND " + second; }
+  std::u16string And(std::u16string first, std::u16string second) const {
+    Require(!first.empty() && !second.empty());
+    return first + u" AND " + second;
+  }
   std::u16string In(std::u16string field, std::u16string sub_query) const {
+    Require(sub_query.starts_with(u'(') && sub_query.ends_with(u')'));
     return field + u" IN " + sub_query;
   }
 };
@@ -94,15 +111,19 @@ class QueryObject : public Described<QueryObject> {
             .Get<&QueryObject::Sql>(u"Sql");
     return description;
   }
-  void Init(ObjectPtr book) { host::Book(book).BookCode(); }
+  void Init(ObjectPtr book) {
+    host::Book(std::move(book)).BookCode();
+    has_book_ = true;
+  }
   void From(std::u16string table, std::u16string alias) { from_ = table + u" " + alias; }
   void Join(std::u16string table, std::u16string alias, std::u16string condition) {
     from_ += u" JOIN " + table + u" " + alias + u" ON " + condition;
   }
   void Select(std::u16string field) { fields_ += (fields_.empty() ? u"" : u", ") + field; }
   std::u16string Sql() const {
+    Require(has_book_ && !from_.empty() && !fields_.empty());
     return u"SELECT " + std::u16string(distinct_ ? u"DISTINCT " : u"") + fields_ + u" FROM " + from_ +
-           u" WHERE " + condition_;
+           (condition_.empty() ? u"" : u" WHERE " + condition_);
   }
 
  private:
@@ -110,6 +131,7 @@ class QueryObject : public Described<QueryObject> {
   std::u16string fields_;
   std::u16string condition_;
   bool distinct_ = false;
+  bool has_book_ = false;
 };
 
 class DocumentSelectionObject : public Described<DocumentSelectionObject> {
@@ -124,8 +146,9 @@ class DocumentSelectionObject : public Described<DocumentSelectionObject> {
     return description;
   }
   explicit DocumentSelectionObject(MemoryHost& host) : host_(host) {}
-  void Init(ObjectPtr book) { book_code_ = host::Book(book).BookCode(); }
+  void Init(ObjectPtr book) { book_code_ = host::Book(std::move(book)).BookCode(); }
   std::int32_t Open(std::u16string type, Date from, Date to, std::u16string condition) {
+    Require(!book_code_.empty());
     host_.selection_conditions.push_back(std::move(condition));
     ChoiceList list{u"Dokumentai", {u"Kodas", u"Data"}, {}};
     std::vector<const MemoryHost::Document*> offered;
@@ -140,7 +163,7 @@ class DocumentSelectionObject : public Described<DocumentSelectionObject> {
     return selected_ ? selected_->id : 0;
   }
   Value Field(std::u16string name) const {
-    if (!selected_ || name != u"Code") throw AutomationError(kSubscriptOutOfRange);
+    if (!selected_ || !EqualIgnoringCase(name, host::kCodeField)) throw AutomationError(kSubscriptOutOfRange);
     return selected_->code;
   }
 
@@ -153,17 +176,19 @@ class DocumentSelectionObject : public Described<DocumentSelectionObject> {
 }  // namespace
 
 ObjectPtr MakeHostTable(MemoryHost& host, std::u16string_view book_code, std::u16string_view name) {
+  std::vector<std::u16string_view> fields = {host::kCodeField, host::kNameField};
   std::map<std::u16string, Record> records;
-  if (EqualIgnoringCase(name, u"Book")) {
-    for (const auto& [code, company] : host.books) records[code] = {{u"Code", code}, {u"Name", company.name}};
-  } else if (EqualIgnoringCase(name, u"GLAccountSet")) {
+  if (EqualIgnoringCase(name, host::kBookTable)) {
+    for (const auto& [code, company] : host.books) records[code] = {code, company.name};
+  } else if (EqualIgnoringCase(name, host::kAccountSetTable)) {
+    fields.push_back(host::kIsBudgetField);
     for (const MemoryHost::AccountSet& set : host.account_sets[std::u16string(book_code)]) {
-      records[set.code] = {{u"Code", set.code}, {u"Name", set.name}, {u"IsBudget", set.is_budget}};
+      records[set.code] = {set.code, set.name, set.is_budget};
     }
-  } else if (!EqualIgnoringCase(name, u"REFBankAccountRole")) {
+  } else if (!EqualIgnoringCase(name, host::kCarrierTable)) {
     return {};
   }
-  return MakeRef<TableObject>(host, std::move(records));
+  return MakeRef<TableObject>(host, std::move(fields), std::move(records));
 }
 
 ObjectPtr MakeHostQueryObject(MemoryHost& host, std::u16string_view programmatic_identifier) {

@@ -8,16 +8,13 @@
 namespace qva {
 namespace {
 
-/// Takes the first component off a path of "\"-separated ones, in the case that keys are stored by.
+/// Takes the first component off a path of "\"-separated ones, in the case that keys are stored by; empty
+/// where there is a backslash too many.
 std::u16string TakeComponent(std::u16string_view& path) {
   const std::size_t end = std::min(path.find(u'\\'), path.size());
   std::u16string name = ToLower(path.substr(0, end));
   path.remove_prefix(std::min(end + 1, path.size()));
   return name;
-}
-
-bool IsText(std::uint32_t type) {
-  return type == kRegSz || type == kRegExpandSz;
 }
 
 }  // namespace
@@ -41,7 +38,9 @@ RegistryKey MemoryRegistry::NewHandle(Node* node, std::uint32_t access) {
 
 MemoryRegistry::Node* MemoryRegistry::Find(Node* node, std::u16string_view path) {
   while (!path.empty()) {
-    const auto found = node->children.find(TakeComponent(path));
+    const std::u16string name = TakeComponent(path);
+    if (name.empty()) continue;
+    const auto found = node->children.find(name);
     if (found == node->children.end()) return nullptr;
     node = found->second.get();
   }
@@ -50,21 +49,27 @@ MemoryRegistry::Node* MemoryRegistry::Find(Node* node, std::u16string_view path)
 
 MemoryRegistry::Node* MemoryRegistry::FindOrCreate(Node* node, std::u16string_view path) {
   while (!path.empty()) {
-    std::unique_ptr<Node>& child = node->children[TakeComponent(path)];
+    const std::u16string name = TakeComponent(path);
+    if (name.empty()) continue;
+    std::unique_ptr<Node>& child = node->children[name];
     if (!child) child = std::make_unique<Node>();
     node = child.get();
   }
   return node;
 }
 
-void MemoryRegistry::Store(Node& node, std::u16string_view name, std::uint32_t type,
-                           std::span<const char> data) {
-  std::string bytes(data.begin(), data.end());
-  if (IsText(type)) {
-    if (bytes.empty() || bytes.back() != '\0') bytes += '\0';
-    bytes = ToUtf16Bytes(FromCodePage1257(bytes));
+void MemoryRegistry::Store(Node& node, std::u16string_view name, std::uint32_t type, std::string bytes) {
+  if (IsRegistryText(type)) {
+    std::u16string text = FromUtf16Bytes(bytes);
+    if (!text.empty() && text.back() != u'\0') text += u'\0';
+    bytes = ToUtf16Bytes(text);
   }
   node.values[ToLower(name)] = {type, std::move(bytes)};
+}
+
+std::string MemoryRegistry::StoredBytes(std::uint32_t type, std::span<const char> data) {
+  const std::string_view bytes(data.data(), data.size());
+  return IsRegistryText(type) ? ToUtf16Bytes(FromCodePage1257(bytes)) : std::string(bytes);
 }
 
 std::int32_t MemoryRegistry::OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
@@ -114,7 +119,8 @@ std::int32_t MemoryRegistry::QueryValue(RegistryKey key, std::u16string_view nam
   std::int32_t status = kRegistrySuccess;
   const RegistryValue* value = FindValue(key, name, status);
   if (!value) return status;
-  const std::string bytes = IsText(value->type) ? ToCodePage1257(FromUtf16Bytes(value->bytes)) : value->bytes;
+  const std::string bytes =
+      IsRegistryText(value->type) ? ToCodePage1257(FromUtf16Bytes(value->bytes)) : value->bytes;
   type = value->type;
   size = static_cast<std::uint32_t>(bytes.size());
   if (data.empty()) return kRegistrySuccess;
@@ -133,7 +139,7 @@ std::int32_t MemoryRegistry::SetValue(RegistryKey key, std::u16string_view name,
                                       std::span<const char> data) {
   Node* node = nullptr;
   const std::int32_t status = FindWritable(key, node);
-  if (node) Store(*node, name, type, data);
+  if (node) Store(*node, name, type, StoredBytes(type, data));
   return status;
 }
 
@@ -141,7 +147,7 @@ std::int32_t MemoryRegistry::SetStored(RegistryKey key, std::u16string_view name
                                        const RegistryValue& value) {
   Node* node = nullptr;
   const std::int32_t status = FindWritable(key, node);
-  if (node) node->values[ToLower(name)] = value;
+  if (node) Store(*node, name, value.type, value.bytes);
   return status;
 }
 
@@ -159,16 +165,22 @@ std::int32_t MemoryRegistry::CloseKey(RegistryKey key) {
 
 void MemoryRegistry::SetText(std::u16string_view path, std::u16string_view name, std::string_view text,
                              std::uint32_t type) {
-  Store(*FindOrCreate(current_user_.get(), path), name, type, text);
+  SetBytes(path, name, {type, StoredBytes(type, std::string(text) + '\0')});
+}
+
+void MemoryRegistry::SetBytes(std::u16string_view path, std::u16string_view name,
+                              const RegistryValue& value) {
+  FindOrCreate(current_user_.get(), path)->values[ToLower(name)] = value;
 }
 
 std::optional<std::string> MemoryRegistry::Text(std::u16string_view path, std::u16string_view name) const {
   const Node* node = Find(current_user_.get(), path);
   if (!node) return std::nullopt;
   const auto found = node->values.find(ToLower(name));
-  if (found == node->values.end() || !IsText(found->second.type)) return std::nullopt;
-  const std::string text = ToCodePage1257(FromUtf16Bytes(found->second.bytes));
-  return text.substr(0, text.size() - 1);
+  if (found == node->values.end() || !IsRegistryText(found->second.type)) return std::nullopt;
+  std::string text = ToCodePage1257(FromUtf16Bytes(found->second.bytes));
+  if (text.ends_with('\0')) text.pop_back();
+  return text;
 }
 
 bool MemoryRegistry::HasKey(std::u16string_view path) const {

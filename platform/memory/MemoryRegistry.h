@@ -40,6 +40,9 @@ class MemoryRegistry : public Registry {
   /// Stores a text (in the ANSI code page, without terminating zero), creating the key.
   void SetText(std::u16string_view path, std::u16string_view name, std::string_view text,
                std::uint32_t type = kRegSz);
+  /// Stores a value as it is, a text without its terminating zero included, which programs may leave there by
+  /// other ways than this interface.
+  void SetBytes(std::u16string_view path, std::u16string_view name, const RegistryValue& value);
   /// A value's text without its terminating zero; nothing when there is no such key, value or text.
   std::optional<std::string> Text(std::u16string_view path, std::u16string_view name) const;
   bool HasKey(std::u16string_view path) const;
@@ -58,7 +61,10 @@ class MemoryRegistry : public Registry {
   RegistryKey NewHandle(Node* node, std::uint32_t access);
   static Node* Find(Node* node, std::u16string_view path);
   static Node* FindOrCreate(Node* node, std::u16string_view path);
-  static void Store(Node& node, std::u16string_view name, std::uint32_t type, std::span<const char> data);
+  /// Stores a value; a text gets its terminating zero.
+  static void Store(Node& node, std::u16string_view name, std::uint32_t type, std::string bytes);
+  /// What SetValue's bytes are as they are stored.
+  static std::string StoredBytes(std::uint32_t type, std::span<const char> data);
   /// An open key's node, for a value that is to be written.
   std::int32_t FindWritable(RegistryKey key, Node*& node) const;
   /// The value that an operation on an open key is about; nothing, and the operation's answer in `status`,

@@ -65,7 +65,7 @@ bool WriteWhole(int descriptor, std::string_view bytes) {
   return true;
 }
 
-std::optional<std::string> ReadWholeFile(const std::filesystem::path& path) {
+std::optional<std::string> ReadFileOrEmpty(const std::filesystem::path& path) {
   const FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
   if (!file) return errno == ENOENT ? std::optional(std::string()) : std::nullopt;
   std::string content;

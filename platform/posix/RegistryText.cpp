@@ -12,7 +12,6 @@ namespace {
 constexpr std::string_view kHeader = "Windows Registry Editor Version 5.00";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t";
-constexpr std::uint32_t kRegMultiSz = 7;
 constexpr std::size_t kLineWidth = 80;  // where REGEDIT breaks hexadecimal data
 
 /// The line without its end and the blanks around it.
@@ -98,7 +97,7 @@ std::optional<RegistryData> ReadData(std::string_view rest) {
     const auto text = ReadQuoted(rest);
     if (!text) return std::nullopt;
     data.type = kRegSz;
-    data.text = FromUtf8(*text);
+    data.text = FromUtf8(*text) + u'\0';
   } else if (Skip(rest, "dword:")) {
     const auto number = ReadHexNumber(rest);
     if (!number) return std::nullopt;
@@ -116,13 +115,13 @@ std::optional<RegistryData> ReadData(std::string_view rest) {
     if (!bytes) return std::nullopt;
     if (IsRegistryText(data.type)) {
       data.text = FromUtf16Bytes(*bytes);
+      AddTerminatingZero(data.text);
     } else {
       data.bytes = std::move(*bytes);
     }
   } else {
     return std::nullopt;
   }
-  if (IsRegistryText(data.type) && !data.text.ends_with(u'\0')) data.text += u'\0';
   if (!IsEndOfLine(rest)) return std::nullopt;
   return data;
 }
@@ -136,16 +135,18 @@ std::string Quoted(std::u16string_view text) {
   return out + '"';
 }
 
-/// True when the text can stand between quotation marks on one line and be read back unchanged.
+/// True when the text can stand between quotation marks on one line, without its terminating zero, and be
+/// read back unchanged.
 bool IsQuotable(std::u16string_view text) {
   const auto is_control = [](char16_t c) { return c < 0x20 || c == 0x7F; };
-  return std::ranges::none_of(text, is_control) && FromUtf8(ToUtf8(text)) == text;
+  return text.ends_with(u'\0') && std::ranges::none_of(text.substr(0, text.size() - 1), is_control) &&
+         FromUtf8(ToUtf8(text)) == text;
 }
 
 std::string ValueLines(std::u16string_view name, const RegistryData& data, std::string_view line_end) {
   std::string line = (name.empty() ? "@" : Quoted(name)) + "=";
   const std::u16string_view text = data.text;
-  if (data.type == kRegSz && IsQuotable(text.substr(0, text.size() - 1))) {
+  if (data.type == kRegSz && IsQuotable(text)) {
     return line + Quoted(text.substr(0, text.size() - 1)) + std::string(line_end);
   }
   char piece[16];
@@ -173,8 +174,8 @@ std::string ValueLines(std::u16string_view name, const RegistryData& data, std::
 
 }  // namespace
 
-bool IsRegistryText(std::uint32_t type) {
-  return type == kRegSz || type == kRegExpandSz || type == kRegMultiSz;
+void AddTerminatingZero(std::u16string& text) {
+  if (!text.empty() && text.back() != u'\0') text += u'\0';
 }
 
 RegistryText::RegistryText() {

@@ -9,8 +9,8 @@
 
 namespace qva {
 
-/// The data of a registry value. Those of the text types (REG_SZ, REG_EXPAND_SZ, REG_MULTI_SZ) are text with
-/// its terminating zero; those of every other type are bytes.
+/// The data of a registry value. Those of the text types (IsRegistryText) are text with its terminating zero,
+/// which the empty one may lack; those of every other type are bytes.
 struct RegistryData {
   std::uint32_t type = 0;
   std::u16string text;
@@ -18,8 +18,8 @@ struct RegistryData {
   friend bool operator==(const RegistryData&, const RegistryData&) = default;
 };
 
-/// True for the types whose data are text.
-bool IsRegistryText(std::uint32_t type);
+/// Gives a text its terminating zero, as the registry does: the empty one none.
+void AddTerminatingZero(std::u16string& text);
 
 /// The content of a registry file:
 ///

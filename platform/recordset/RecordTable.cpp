@@ -22,6 +22,7 @@ Record RecordTable::NewRecord() const {
 
 std::optional<std::size_t> RecordTable::NextFrom(std::size_t index) const {
   for (std::size_t i = std::max(index, first_live_); i < records_.size(); ++i) {
+    ++looked_at_;
     if (IsLive(i)) return i;
   }
   return std::nullopt;
@@ -29,6 +30,7 @@ std::optional<std::size_t> RecordTable::NextFrom(std::size_t index) const {
 
 std::optional<std::size_t> RecordTable::LastBefore(std::size_t index) const {
   for (std::size_t i = std::min(index, records_.size()); i > first_live_; --i) {
+    ++looked_at_;
     if (IsLive(i - 1)) return i - 1;
   }
   return std::nullopt;
@@ -43,7 +45,7 @@ std::size_t RecordTable::Append(Record record) {
 void RecordTable::Delete(std::size_t index) {
   records_[index] = Record();
   --live_count_;
-  while (first_live_ < records_.size() && !IsLive(first_live_)) ++first_live_;
+  for (; first_live_ < records_.size() && !IsLive(first_live_); ++first_live_) ++looked_at_;
 }
 
 }  // namespace qva::recordset

@@ -42,10 +42,15 @@ class RecordTable {
   std::size_t Append(Record record);
   void Delete(std::size_t index);
 
+  /// How many records were looked at in search of others, all searches together: what reading a recordset
+  /// through and emptying it costs, for tests that it grows with the number of records.
+  std::size_t looked_at() const { return looked_at_; }
+
  private:
   std::vector<Record> records_;  // a deleted one is empty
   std::size_t live_count_ = 0;
   std::size_t first_live_ = 0;  // none before it; keeps emptying a recordset from its front linear
+  mutable std::size_t looked_at_ = 0;
 };
 
 }  // namespace qva::recordset

@@ -46,7 +46,7 @@ Value FromArgument(const Any& any, const Parameter* parameter) {
   if (any.hasValue() || !parameter) return FromAny(any);
   if (parameter->optional) return Missing{};
   if (parameter->type == ParameterType::Object) {
-    return EqualIgnoringCase(parameter->name, u"ExcelErr") ? ErrObjectForMacro() : ObjectPtr();
+    return parameter->is_error ? ErrObjectForMacro() : ObjectPtr();
   }
   return {};
 }

@@ -108,6 +108,44 @@ TEST_F(HostInterface, EveryIdentifierOfTheHeaderIsInItsTable) {
   EXPECT_EQ(identifiers, CreatableClasses());
 }
 
+/// A text of the header as it is.
+std::string Unescaped(const std::string& literal) {
+  return ToUtf8(ReplaceAll(FromUtf8(literal), u"\\\\", u"\\"));
+}
+
+TEST_F(HostInterface, ThePageNamesWhatTheHeaderNames) {
+  std::vector<std::string> names;
+  for (const std::string& literal :
+       Matches(SourceText("platform/host.h"), "constexpr std::u16string_view k\\w+ = u\"([^\"]+)\"")) {
+    if (!CreatableClasses().contains(literal)) names.push_back(Unescaped(literal));
+  }
+  const std::string page = SourceText("docs/host-interface.md");
+  const std::size_t begin = page.find("\n## Names\n");
+  ASSERT_NE(begin, page.npos);
+  EXPECT_THAT(Matches(page.substr(begin, page.find("\n### ", begin) - begin), "\n\\| `([^`]+)` \\|"),
+              testing::ElementsAreArray(names));
+  EXPECT_GT(names.size(), 20u);
+}
+
+/// So that the header is all that an installation changes.
+TEST_F(HostInterface, TheLibraryTakesItsNamesFromTheHeader) {
+  int sources = 0;
+  for (const char* folder : {"excelui", "global", "period", "reports", "storage"}) {
+    for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() / folder)) {
+      EXPECT_THAT(
+          Matches(SourceText(entry.path()),
+                  "(?:\\.|->)(?:Address|Contact|Equal|Field|From|In|Join|Lookup|Open|ResponsiblePerson|"
+                  "Rows|Run|Select|Table)\\(\\{?u\"([^\"]+)\""),
+          IsEmpty())
+          << entry.path();
+      EXPECT_THAT(Matches(SourceText(entry.path()), "u\"(NVX\\w+|QVA_Common|Quillon)[^\"]*\""), IsEmpty())
+          << entry.path();
+      ++sources;
+    }
+  }
+  EXPECT_GT(sources, 50);
+}
+
 TEST_F(HostInterface, ThePageNamesEveryMemberThatTheFacadesCall) {
   std::set<std::string> names;
   for (const Members& members : {page_.expected, page_.embedded}) {

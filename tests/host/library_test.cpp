@@ -2,6 +2,7 @@
 #include "global/Globals.h"
 #include "global/StartUp.h"
 #include "platform/member_table.h"
+#include "platform/settings.h"
 #include "server/PublicClasses.h"
 #include "tests/host/host_test.h"
 
@@ -31,8 +32,8 @@ class LibraryOnEmbeddedHost : public HostTest {
   }
 
   void SetCurrentBook(std::u16string_view code) {
-    platform_.registry.SetText(u"Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI",
-                               u"P0", platform_.locale.ToAnsi(code));
+    platform_.registry.SetText(SettingsKeyPath(host::kSettingsApplication, host::kFormsSection),
+                               host::kBookSetting, platform_.locale.ToAnsi(code));
   }
   static ObjectPtr Create(std::u16string_view class_name) {
     return CreatePublicObject(*FindPublicClass(u"QVA_Varnholt." + std::u16string(class_name)));

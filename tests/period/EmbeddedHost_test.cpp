@@ -3,6 +3,7 @@
 #include "global/StartUp.h"
 #include "platform/excel.h"
 #include "platform/memory/excel/Application.h"
+#include "platform/settings.h"
 #include "server/PublicClasses.h"
 #include "tests/host/host_test.h"
 
@@ -23,8 +24,8 @@ class PeriodOnEmbeddedHost : public HostTest {
       platform_.object_factory.Register(identifier,
                                         [this, identifier] { return factory_.Create(identifier); });
     }
-    platform_.registry.SetText(u"Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI",
-                               u"P0", platform_.locale.ToAnsi(u"MEDVILNE"));
+    platform_.registry.SetText(SettingsKeyPath(host::kSettingsApplication, host::kFormsSection),
+                               host::kBookSetting, platform_.locale.ToAnsi(u"MEDVILNE"));
     global_ = Create(u"gExcelObject");
     Call(global_, u"InitConnectEX", {excel_, ObjectPtr()});
     sheet_ = excel::Worksheet(GetObject(excel_->AddWorkbook(), u"ActiveSheet"));

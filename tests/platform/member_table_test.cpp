@@ -106,7 +106,7 @@ class OneOfEach : public Described<OneOfEach> {
             .Method<&OneOfEach::Defaults>(
                 u"Defaults", {Optional(u"Number", 7), Optional(u"Text", u"seven"), Optional(u"Any", true)})
             .Method<&OneOfEach::Double>(u"Double", {{u"Number"}})
-            .Method<&OneOfEach::Change>(u"Change", {{u"Text"}, {u"Any"}, {u"Object"}})
+            .Method<&OneOfEach::Change>(u"Change", {{u"Text"}, {u"Any"}, ErrorObject(u"Object")})
             .Method<&OneOfEach::ChangeAndFail>(u"ChangeAndFail", {{u"Number"}})
             .Method<&OneOfEach::ChangeAndBreak>(u"ChangeAndBreak", {{u"Number"}})
             .Method<&OneOfEach::CallJoin>(u"CallJoin", {{u"Other"}})
@@ -427,6 +427,12 @@ TEST_F(MemberTableTest, DescribesEveryMemberFromItsSignature) {
   EXPECT_TRUE(rename->parameters[0].by_reference);
   EXPECT_EQ(rename->parameters[0].type, ParameterType::Object);
   EXPECT_EQ(rename->parameters[0].object_class, u"Part");
+
+  const Member* change = description.Find(Access::Call, u"Change");
+  ASSERT_NE(change, nullptr);
+  EXPECT_FALSE(change->parameters[1].is_error);
+  EXPECT_TRUE(change->parameters[2].is_error);
+  EXPECT_FALSE(change->parameters[2].optional);
 
   const Member* parts = description.Find(Access::Get, u"Parts");
   ASSERT_NE(parts, nullptr);

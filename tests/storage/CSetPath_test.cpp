@@ -33,13 +33,7 @@ class SetPath : public LibraryTest {
     return found ? std::optional(value) : std::nullopt;
   }
   std::optional<RegistryValue> Kept() { return Stored(kKept); }
-  void Store(const RegistryValue& path) {
-    RegistryKey key = 0;
-    SetUserPath("");
-    platform.registry.OpenKey(HKEY_CURRENT_USER_VALUE, u"Environment", kKeySetValue, key);
-    platform.registry.SetStored(key, u"PATH", path);
-    platform.registry.CloseKey(key);
-  }
+  void Store(const RegistryValue& path) { platform.registry.SetBytes(u"Environment", u"PATH", path); }
   static RegistryValue TextValue(std::u16string_view text, std::uint32_t type = kRegSz) {
     return {type, ToUtf16Bytes(std::u16string(text) + u'\0')};
   }
@@ -205,7 +199,7 @@ TEST_F(SetPath, KeepsAPathThatLacksItsTerminatingZeroWhoseLastLetterIsNotRead) {
   Store({kRegSz, ToUtf16Bytes(u"C:\\Bin")});
   EXPECT_TRUE(RegPath());
   EXPECT_EQ(UserPath(), "C:\\Bi;C:\\Buhalterija\\Varnholt");
-  EXPECT_EQ(Kept(), (RegistryValue{kRegSz, ToUtf16Bytes(u"C:\\Bin")}));
+  EXPECT_EQ(Kept(), TextValue(u"C:\\Bin"));
 }
 
 TEST_F(SetPath, KeepsEachPathThatItReplacesOnce) {

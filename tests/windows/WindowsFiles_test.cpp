@@ -11,6 +11,7 @@
 #include "platform/memory/MemoryObjectFactory.h"
 #include "platform/services.h"
 #include "platform/windows/ComObjectFactory.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsLocale.h"
@@ -23,13 +24,61 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// What Wine cannot be brought to do is done in Windows' place, by these.
+
+template <class Function>
+Function* WindowsOwn(const char* name) {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), name)));
+}
+
+BOOL Refuse(DWORD code) {
+  SetLastError(code);
+  return FALSE;
+}
+
 std::function<void()> flushing;  ///< run before each flushing of a file
 
 BOOL WINAPI FlushAndTell(HANDLE file) {
   if (flushing) flushing();
-  const auto flush = reinterpret_cast<decltype(&FlushFileBuffers)>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "FlushFileBuffers")));
-  return flush(file);
+  return WindowsOwn<decltype(FlushFileBuffers)>("FlushFileBuffers")(file);
+}
+
+std::optional<DWORD> room;  ///< bytes of one writing that the disk has room for; nothing: for all
+bool room_is_told = true;   ///< whether a writing fails for it, or writes less
+
+BOOL WINAPI WriteIntoRoom(HANDLE file, LPCVOID bytes, DWORD size, LPDWORD written, LPOVERLAPPED overlapped) {
+  const bool fits = !room || size <= *room;
+  const BOOL done =
+      WindowsOwn<decltype(WriteFile)>("WriteFile")(file, bytes, fits ? size : *room, written, overlapped);
+  return fits || !room_is_told ? done : Refuse(ERROR_DISK_FULL);
+}
+
+BOOL WINAPI CopyIntoRoom(LPCWSTR from, LPCWSTR to, BOOL only_new) {
+  if (room) return Refuse(ERROR_DISK_FULL);
+  return WindowsOwn<decltype(CopyFileW)>("CopyFileW")(from, to, only_new);
+}
+
+bool is_another_drive = false;  ///< whether files are moved to another drive
+
+BOOL WINAPI MoveOnDrive(LPCWSTR from, LPCWSTR to, DWORD flags) {
+  if (is_another_drive && !(flags & MOVEFILE_COPY_ALLOWED)) return Refuse(ERROR_NOT_SAME_DEVICE);
+  return WindowsOwn<decltype(MoveFileExW)>("MoveFileExW")(from, to, flags);
+}
+
+bool is_path_too_long = false;  ///< for a folder
+
+BOOL WINAPI MakeFolder(LPCWSTR path, LPSECURITY_ATTRIBUTES security) {
+  if (is_path_too_long) return Refuse(ERROR_FILENAME_EXCED_RANGE);
+  return WindowsOwn<decltype(CreateDirectoryW)>("CreateDirectoryW")(path, security);
+}
+
+TIME_ZONE_INFORMATION* zone = nullptr;  ///< of the user, instead of the system's
+
+BOOL WINAPI LocalTimeInZone(const TIME_ZONE_INFORMATION* asked, const SYSTEMTIME* universal,
+                            SYSTEMTIME* local) {
+  return WindowsOwn<decltype(SystemTimeToTzSpecificLocalTime)>("SystemTimeToTzSpecificLocalTime")(
+      asked || !zone ? asked : zone, universal, local);
 }
 
 }  // namespace
@@ -37,8 +86,20 @@ BOOL WINAPI FlushAndTell(HANDLE file) {
 /// In the place of what the linker would take from Windows' import library.
 #ifdef _WIN64
 decltype(&FlushFileBuffers) flush_import asm("__imp_FlushFileBuffers") = &FlushAndTell;
+decltype(&WriteFile) write_import asm("__imp_WriteFile") = &WriteIntoRoom;
+decltype(&CopyFileW) copy_import asm("__imp_CopyFileW") = &CopyIntoRoom;
+decltype(&MoveFileExW) move_import asm("__imp_MoveFileExW") = &MoveOnDrive;
+decltype(&CreateDirectoryW) folder_import asm("__imp_CreateDirectoryW") = &MakeFolder;
+decltype(&SystemTimeToTzSpecificLocalTime) zone_import asm("__imp_SystemTimeToTzSpecificLocalTime") =
+    &LocalTimeInZone;
 #else
 decltype(&FlushFileBuffers) flush_import asm("__imp__FlushFileBuffers@4") = &FlushAndTell;
+decltype(&WriteFile) write_import asm("__imp__WriteFile@20") = &WriteIntoRoom;
+decltype(&CopyFileW) copy_import asm("__imp__CopyFileW@12") = &CopyIntoRoom;
+decltype(&MoveFileExW) move_import asm("__imp__MoveFileExW@12") = &MoveOnDrive;
+decltype(&CreateDirectoryW) folder_import asm("__imp__CreateDirectoryW@8") = &MakeFolder;
+decltype(&SystemTimeToTzSpecificLocalTime) zone_import asm("__imp__SystemTimeToTzSpecificLocalTime@12") =
+    &LocalTimeInZone;
 #endif
 
 namespace {
@@ -99,6 +160,14 @@ namespace {
 
 class WindowsFilesTest : public NothingLeftTest {
  protected:
+  ~WindowsFilesTest() override {
+    room.reset();
+    room_is_told = true;
+    is_another_drive = false;
+    is_path_too_long = false;
+    zone = nullptr;
+  }
+
   std::u16string At(std::u16string_view name) const { return folder.path() + u"\\" + std::u16string(name); }
 
   TemporaryFolder folder;
@@ -163,6 +232,64 @@ TEST_F(WindowsFilesTest, CopiesIntoFoldersOfPathsAsLongAsTheyCanBe) {
   files.Copy(At(u"x.txt"), deep + u"\\y.txt");
   EXPECT_EQ(ReadContent(deep + u"\\y.txt"), "new");
   EXPECT_EQ(files.Find(deep, u"*").size(), 1u) << "something is left behind";
+}
+
+TEST_F(WindowsFilesTest, ALineThatTheDiskHasNoRoomForIsError61AndNoneOfItStays) {
+  for (const bool told : {true, false}) {
+    room_is_told = told;
+    const auto channel = files.OpenChannel(1, At(u"x.txt"), ChannelMode::Output);
+    channel->PrintLine(u"1");
+    room = 2;
+    EXPECT_EQ(ErrorNumberIn([&] { channel->PrintLine(u"Ąžuolas"); }), kDiskFull);
+    EXPECT_EQ(ReadContent(At(u"x.txt")), "1\r\n");
+    room.reset();
+    channel->PrintLine(u"2");
+    EXPECT_EQ(ReadContent(At(u"x.txt")), "1\r\n2\r\n");
+  }
+}
+
+TEST_F(WindowsFilesTest, ACopyThatTheDiskHasNoRoomForIsError61AndLeavesTheOldFile) {
+  WriteContent(At(u"x.txt"), "new");
+  WriteContent(At(u"y.txt"), "old");
+  room = 0;
+  EXPECT_EQ(ErrorNumberIn([&] { files.Copy(At(u"x.txt"), At(u"y.txt")); }), kDiskFull);
+  EXPECT_EQ(ReadContent(At(u"y.txt")), "old");
+  EXPECT_EQ(files.Find(folder.path(), u"*").size(), 2u) << "something is left behind";
+}
+
+TEST_F(WindowsFilesTest, AFileIsNotRenamedToAnotherDrive) {
+  WriteContent(At(u"x.txt"), "x");
+  is_another_drive = true;
+  EXPECT_EQ(ErrorNumberIn([&] { files.Rename(At(u"x.txt"), At(u"y.txt")); }), kOtherDrive);
+  EXPECT_EQ(ReadContent(At(u"x.txt")), "x");
+  EXPECT_EQ(ReadContent(At(u"y.txt")), std::nullopt);
+}
+
+TEST_F(WindowsFilesTest, TellsTheTimeOfTheUsersZoneAsItWasThatDay) {
+  TIME_ZONE_INFORMATION lithuania{};
+  lithuania.Bias = -120;
+  lithuania.DaylightBias = -60;
+  lithuania.DaylightDate = {.wMonth = 3, .wDayOfWeek = 0, .wDay = 5, .wHour = 3};
+  lithuania.StandardDate = {.wMonth = 10, .wDayOfWeek = 0, .wDay = 5, .wHour = 4};
+  zone = &lithuania;
+  const auto time_of = [&](WORD month, WORD day) {
+    const SYSTEMTIME universal{.wYear = 2024, .wMonth = month, .wDay = day, .wHour = 22, .wMinute = 30};
+    FILETIME time;
+    SystemTimeToFileTime(&universal, &time);
+    WriteContent(At(u"x.txt"), "");
+    const Handle file = OwnFileHandle(CreateFileW(WideText(At(u"x.txt")).c_str(), FILE_WRITE_ATTRIBUTES, 0,
+                                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    EXPECT_TRUE(SetFileTime(file.get(), nullptr, nullptr, &time));
+    return files.LastModified(At(u"x.txt"));
+  };
+  EXPECT_EQ(time_of(1, 15), *ParseDate(u"2024-01-16 00:30:00", locale));
+  EXPECT_EQ(time_of(7, 15), *ParseDate(u"2024-07-16 01:30:00", locale));
+}
+
+TEST_F(WindowsFilesTest, AFolderWhosePathIsTooLongIsError52) {
+  is_path_too_long = true;
+  EXPECT_EQ(ErrorNumberIn([&] { files.CreateFolder(At(u"folder")); }), kBadFileNameOrNumber);
+  EXPECT_FALSE(files.FolderExists(At(u"folder")));
 }
 
 TEST_F(WindowsFilesTest, AFileThatSomebodyElseKeepsToHimselfIsError70) {

@@ -10,6 +10,10 @@
 #include <stdexcept>
 #include <thread>
 
+#include "platform/host.h"
+#include "platform/posix/RegistryText.h"
+#include "platform/settings.h"
+#include "platform/text.h"
 #include "server/call_log.h"
 #include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/Process.h"
@@ -100,16 +104,15 @@ std::string Components(const fs::path& library) {
 }
 
 /// The registry of the run: the host settings that name the book and the folder of the installation.
-std::string RegistryWithBook(std::string book) {
-  std::string escaped;
-  for (const char c : book) escaped += c == '\\' || c == '"' ? std::string("\\") + c : std::string(1, c);
-  return "Windows Registry Editor Version 5.00\n\n"
-         "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI]\n"
-         "\"P0\"=\"" +
-         escaped +
-         "\"\n\n"
-         "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\General]\n"
-         "\"AppPath\"=\"C:\\\\Quillon\"\n";
+std::string RegistryWithBook(std::string_view book) {
+  RegistryText registry;
+  const auto set = [&](std::u16string_view section, std::u16string_view setting, std::u16string_view value) {
+    registry.Set(u"HKEY_CURRENT_USER\\" + SettingsKeyPath(host::kSettingsApplication, section), setting,
+                 {.type = kRegSz, .text = std::u16string(value) + u'\0', .bytes = {}});
+  };
+  set(host::kFormsSection, host::kBookSetting, FromUtf8(book));
+  set(host::kGeneralSection, u"AppPath", u"C:\\Quillon");
+  return registry.Utf8();
 }
 
 /// Where the sample companies keep their reports (table PathKey of host/sample.sql). Of an archive, the

@@ -23,6 +23,7 @@ void Bench::Reset() {
   trace.Clear();
   failure.Reset(0);
   is_busy = false;
+  turned_away = 0;
   lookups.clear();
 }
 

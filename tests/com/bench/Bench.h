@@ -31,7 +31,8 @@ struct Bench {
   MemoryHost host;
   CallTrace trace;
   CallFailure failure{0, AutomationError(kApplicationDefined, u"Microsoft Excel", u"Refused")};
-  bool is_busy = false;  ///< every call is turned away
+  bool is_busy = false;          ///< every call is turned away
+  std::int32_t turned_away = 0;  ///< calls
   Interceptor interceptor{&trace, &failure};
   InterceptedFactory factory{interceptor, platform.object_factory};
   /// How often callers asked for the id of each "Type.member", arguments' names included, in lower case.

@@ -85,6 +85,7 @@ class BenchObject final : public com::ComObject<IDispatch> {
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID reserved, LCID locale, WORD flags, DISPPARAMS* arguments,
                                    VARIANT* result, EXCEPINFO* error, UINT* argument) override {
     if (TheBench().is_busy && object().TypeName() != Control::Description().name()) {
+      ++TheBench().turned_away;
       return RPC_E_SERVERCALL_RETRYLATER;
     }
     const HRESULT code = ComObject::Invoke(id, reserved, locale, flags, arguments, result, error, argument);

@@ -38,6 +38,7 @@ const ClassDescription& Control::Description() {
           .Method<&Control::ClearTrace>(u"ClearTrace")
           .Method<&Control::FailCall>(u"FailCall", {{u"number"}})
           .Method<&Control::BeBusy>(u"BeBusy", {{u"on"}})
+          .Get<&Control::TurnedAway>(u"TurnedAway")
           .Method<&Control::NewExcel>(u"NewExcel")
           .Method<&Control::NewObject>(u"NewObject", {{u"programmatic_identifier"}})
           .Method<&Control::MacrosRun>(u"MacrosRun", {{u"excel"}})
@@ -98,6 +99,10 @@ void Control::FailCall(std::int32_t number) {
 
 void Control::BeBusy(bool on) {
   TheBench().is_busy = on;
+}
+
+std::int32_t Control::TurnedAway() const {
+  return TheBench().turned_away;
 }
 
 ObjectPtr Control::NewExcel() {

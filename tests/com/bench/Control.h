@@ -27,6 +27,8 @@ class Control : public Described<Control> {
 
   /// While on, every call to Excel or the host is turned away as by a server that is busy.
   void BeBusy(bool on);
+  /// How many were, since Reset.
+  std::int32_t TurnedAway() const;
 
   /// An Excel with one open workbook.
   ObjectPtr NewExcel();

@@ -67,7 +67,7 @@ global.ExcelReportError failed
 CheckError "reporting an error", 0
 Report InStr(control.Trace, "Application.Visible") > 0, "Excel is asked whether it is visible"
 
-global.ResetConnectOnError
+global.ResetConnectEX 0
 CheckNothing "the book after the reset", global.oBook
 CheckNothing "the plant after the reset", global.oMyPlant
 

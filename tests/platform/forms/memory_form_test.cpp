@@ -1,9 +1,30 @@
 #include "platform/forms/memory_form.h"
 
 #include "platform/date.h"
+#include "platform/memory/MemoryForms.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/forms/form_contract.h"
 
 namespace qva {
+namespace {
+
+class MemoryDesk {
+ public:
+  MemoryDesk() {
+    forms_.user = [](MemoryForm& form) { form.Click(u"btStep"); };
+  }
+  static bool IsThere() { return true; }
+  ui::FormFactory& factory() { return forms_; }
+  void Show(ui::Form& form) { form.ShowModal(); }
+
+ private:
+  MemoryForms forms_;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FormContract, MemoryDesk);
+
 namespace {
 
 using testing::ElementsAre;
@@ -98,17 +119,6 @@ TEST_F(MemoryFormTest, RaisesAChangeOfADateAlsoWhenTheProgramSetsIt) {
     EXPECT_EQ(form->Text(u"ed"), u"2024.05");
   });
   EXPECT_EQ(changes, 2);
-}
-
-TEST_F(MemoryFormTest, ShowsNoDateThatPickersCannotShow) {
-  Show([&](MemoryForm&) {
-    EXPECT_EQ(RaisedBy([&] { Control<ui::DatePicker>(u"ed").SetValue(DateFromParts(1752, 12, 31)); }),
-              kInvalidPropertyValue);
-    EXPECT_EQ(RaisedBy([&] { Control<ui::MonthView>(u"month").SetValue(DateFromParts(1752, 12, 31)); }),
-              kInvalidPropertyValue);
-    Control<ui::DatePicker>(u"ed").SetValue(DateFromParts(1753, 1, 1));
-    Control<ui::DatePicker>(u"ed").SetValue(DateFromParts(9999, 12, 31));
-  });
 }
 
 TEST_F(MemoryFormTest, PicksADayWithADoubleClickAndPassesKeysOn) {

@@ -4,9 +4,30 @@
 #include "platform/memory/MemoryLocale.h"
 #include "tests/heard_failures.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/forms/form_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
+namespace {
+
+class UnattendedDesk {
+ public:
+  UnattendedDesk() { WriteFile(folder_ / "answers", "[frmTest]\nbtStep\n[frmTest]\nbtStep\n"); }
+  static bool IsThere() { return true; }
+  ui::FormFactory& factory() { return forms_; }
+  void Show(ui::Form& form) { form.ShowModal(); }
+
+ private:
+  TemporaryFolder folder_;
+  MemoryClock clock_;
+  MemoryLocale locale_;
+  UnattendedForms forms_{folder_ / "answers", folder_ / "log", clock_, locale_};
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Unattended, FormContract, UnattendedDesk);
+
 namespace {
 
 using testing::HasSubstr;

@@ -5,8 +5,24 @@
 #include "platform/memory/FaultyRegistry.h"
 #include "platform/memory/excel/Application.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/registry_contract.h"
 
 namespace qva {
+namespace {
+
+/// As long as nothing is refused, all goes through.
+struct FaultyStore {
+  Registry& registry() { return faulty; }
+  std::u16string root() { return u"Bandymai"; }
+
+  MemoryRegistry memory;
+  FaultyRegistry faulty{memory};
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Faulty, RegistryContract, FaultyStore);
+
 namespace {
 
 class FaultyRegistryTest : public CoreTest {

@@ -38,14 +38,14 @@ class FileAccess : public testing::Test {
 TEST_F(FileAccess, ReadsWholeFiles) {
   const std::string content = std::string(100000, 'x') + std::string("\0\r\n", 3);
   WriteFile(file, content);
-  EXPECT_EQ(ReadWholeFile(file), content);
+  EXPECT_EQ(ReadFileOrEmpty(file), content);
 }
 
 TEST_F(FileAccess, MissingFileIsEmptyAndAnUnreadableOneNothing) {
-  EXPECT_EQ(ReadWholeFile(file), "");
-  EXPECT_EQ(ReadWholeFile(folder.path()), std::nullopt);
+  EXPECT_EQ(ReadFileOrEmpty(file), "");
+  EXPECT_EQ(ReadFileOrEmpty(folder.path()), std::nullopt);
   WriteFile(file, "x");
-  EXPECT_EQ(ReadWholeFile(file / "below"), std::nullopt);
+  EXPECT_EQ(ReadFileOrEmpty(file / "below"), std::nullopt);
 }
 
 TEST_F(FileAccess, NewFileBelongsToItsOwnerAlone) {

@@ -74,6 +74,8 @@ TEST(RegistryText, ReadsNumbersAndBytes) {
 TEST(RegistryText, ReadsTextInUtf16Bytes) {
   EXPECT_EQ(DataOf("\"a\"=hex(2):25,00,05,01,00,00"), TextData(u"%ą", kRegExpandSz));
   EXPECT_EQ(DataOf("\"a\"=hex(1):61,00"), TextData(u"a"));  // the terminating zero is added
+  EXPECT_EQ(DataOf("\"a\"=hex(1):"),
+            (RegistryData{.type = kRegSz, .text = u"", .bytes = ""}));  // but to nothing
 }
 
 TEST(RegistryText, ReadsTheDefaultValueByTheEmptyName) {
@@ -226,6 +228,7 @@ TEST(RegistryText, WritesReadableTextWherePossible) {
 
 TEST(RegistryText, WritesLinesOfTextAsBytes) {
   EXPECT_EQ(Written(TextData(u"a\n")), "\"a\"=hex(1):61,00,0a,00,00,00\n");
+  EXPECT_EQ(Written({.type = kRegSz, .text = u"", .bytes = ""}), "\"a\"=hex(1):\n") << "not even a zero";
 }
 
 TEST(RegistryText, BreaksLongBytesIntoLines) {

@@ -1,0 +1,52 @@
+#include "platform/memory/MemoryHost.h"
+
+#include "platform/memory/MemoryObjectFactory.h"
+#include "tests/platform/host_contract.h"
+
+namespace qva {
+namespace {
+
+class MemorySystem {
+ public:
+  MemorySystem() {
+    host_.books[u"TUSCIA"] = {};
+    host_.message_box = &message_box_;
+    host_.list_chooser = &list_chooser_;
+    for (const std::u16string_view identifier : host::kCreatableClasses) {
+      factory_.Register(identifier, [this, identifier] { return host_.Create(identifier); });
+    }
+  }
+
+  ObjectFactory& factory() { return factory_; }
+  MemoryMessageBox& message_box() { return message_box_; }
+  MemoryListChooser& list_chooser() { return list_chooser_; }
+  static HostFacts Facts() {
+    return {.book = u"MEDVILNE",
+            .empty_book = u"TUSCIA",
+            .account_sets = {{u"B1", u"Biudžetas", true}, {u"F1", u"Finansinė apskaita", false}},
+            .budgets = {{11, u"BIU-2023", DateFromParts(2023, 6, 30)},
+                        {12, u"BIU-2024", DateFromParts(2024, 6, 30)}},
+            .company_code = u"302511789",
+            .vat_code = u"LT100005117810",
+            .company_name = u"UAB „Medvilnė“",
+            .address = u"Šaltinių g. 12, LT-03215 Vilnius",
+            .telephone = u"(8 5) 212 3456",
+            .fax = u"(8 5) 212 3457",
+            .director = u"Žygimantas Ąžuolaitis",
+            .chief_accountant = u"Eglė Čepėnienė",
+            .archive = u"C:\\Ataskaitos",
+            .number_of_a_text = 800};
+  }
+
+ private:
+  MemoryHost host_ = MemoryHost::Sample();
+  MemoryMessageBox message_box_;
+  MemoryListChooser list_chooser_;
+  MemoryObjectFactory factory_;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, HostContract, MemorySystem);
+
+}  // namespace qva
