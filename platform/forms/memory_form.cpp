@@ -118,12 +118,14 @@ class MemoryOptionButton : public MemoryControl, public ui::OptionButton {
 class MemoryComboBox : public MemoryControl, public ui::ComboBox {
  public:
   using MemoryControl::MemoryControl;
-  void SetItems(std::vector<Item>) override {}  // any code can be typed; nobody looks the list through
+  void SetItems(std::vector<Item> items) override { items_ = std::move(items); }
   std::u16string Value() const override { return code_; }
-  void SetValue(std::u16string_view code) override { code_ = code; }
+  void SetValue(std::u16string_view code) override { code_ = code; }  // one that is in no list, too
   std::u16string Shown() const override { return code_; }
+  const std::vector<Item>& items() const { return items_; }
 
  private:
+  std::vector<Item> items_;
   std::u16string code_;
 };
 
@@ -388,6 +390,10 @@ void MemoryForm::CloseWindow() {
 std::u16string MemoryForm::Text(std::u16string_view name) {
   return As<MemoryControl>(name)
       ->Shown();  // As raises for a control that is not there; all are MemoryControls
+}
+
+const std::vector<ui::ComboBox::Item>& MemoryForm::Items(std::u16string_view combo_box) {
+  return As<MemoryComboBox>(combo_box)->items();
 }
 
 std::u16string MemoryForm::CellText(std::u16string_view grid, std::size_t row, std::u16string_view column) {
