@@ -81,7 +81,6 @@ void CSaveForm::Init() {
 
 void CSaveForm::Save(excel::Workbook wb, std::u16string BlankName, std::u16string BlankType,
                      std::u16string BlankID, Date BlankDate) {
-  SetErrorStatus(0);
   file_full_path_.clear();
   FileExist(std::move(wb), std::move(BlankName), std::move(BlankType), std::move(BlankID), BlankDate);
   SaveOrTell();
@@ -89,7 +88,6 @@ void CSaveForm::Save(excel::Workbook wb, std::u16string BlankName, std::u16strin
 
 void CSaveForm::SaveReport(excel::Workbook wb, std::u16string ReportName, std::int16_t intYear,
                            std::int16_t intQuater) {
-  SetErrorStatus(0);
   file_full_path_.clear();
   ReportExist(std::move(wb), std::move(ReportName), intYear, intQuater);
   SaveOrTell();
@@ -186,24 +184,20 @@ bool CSaveForm::IsInFolder() {
 void CSaveForm::SaveOrTell() {
   if (error_status_ == 0) SaveWorkbook();
   if (error_status_ == 0) return;
-  TellFailure(u"the report was not saved (ErrorStatus " + NumberText(error_status_) + u") " + folder_ +
-              file_name_);
+  TellFailure(u"the report was not saved (ErrorStatus " + NumberText(error_status_) + u") " +
+              file_full_path_);
 }
 
 void CSaveForm::SaveWorkbook() {
   const bool is_saved = IgnoreErrors([&] {
     const excel::Application application = TheGlobals().application;
     application.SetDisplayAlerts(false);
-    workbook_.SaveAs(folder_ + file_name_);
+    workbook_.SaveAs(file_full_path_);
     // Not set back after a failure, on purpose: the workbook that handles it goes on unasked.
     application.SetDisplayAlerts(true);
   });
-  if (is_saved) {
-    file_full_path_ = folder_ + file_name_;
-  } else {
-    // The code alone: the description keeps what it held.
-    error_status_ = kNotSaved;
-  }
+  // The code alone: the description keeps what it held.
+  if (!is_saved) error_status_ = kNotSaved;
 }
 
 }  // namespace qva

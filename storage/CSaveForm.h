@@ -67,7 +67,7 @@ class CSaveForm : public Described<CSaveForm> {
   bool IsInFolder();
   /// Saves when nothing failed until now; the failure listener hears of a report that is not saved.
   void SaveOrTell();
-  /// Saves the workbook under folder and file name; FileFullPath then.
+  /// Saves the workbook as FileFullPath says.
   void SaveWorkbook();
 
   std::uint8_t error_status_ = 0;

@@ -34,7 +34,7 @@ bool IsOnProcessPath(std::u16string_view folder) {
   std::array<char, kBufferSize> buffer{};
   const std::uint32_t length = GetServices().environment->GetVariable(kVariable, buffer);
   // A path that is too long leaves the buffer empty and gives the size that it needs.
-  if (length == 0 || length > buffer.size()) return false;
+  if (length > buffer.size()) return false;
   return ContainsIgnoringCase(GetServices().locale->FromAnsi({buffer.data(), length}), folder);
 }
 

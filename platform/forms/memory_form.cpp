@@ -119,6 +119,7 @@ class MemoryComboBox : public MemoryControl, public ui::ComboBox {
   std::u16string Value() const override { return list_.CodeOf(text_); }
   void SetValue(std::u16string_view code) override { text_ = list_.Shown(code); }
   std::u16string Shown() const override { return Value(); }
+  const std::vector<Item>& items() const { return list_.items(); }
 
  private:
   CodeList list_;
@@ -386,6 +387,10 @@ void MemoryForm::CloseWindow() {
 std::u16string MemoryForm::Text(std::u16string_view name) {
   return As<MemoryControl>(name)
       ->Shown();  // As raises for a control that is not there; all are MemoryControls
+}
+
+const std::vector<ui::ComboBox::Item>& MemoryForm::Items(std::u16string_view combo_box) {
+  return As<MemoryComboBox>(combo_box)->items();
 }
 
 std::u16string MemoryForm::CellText(std::u16string_view grid, std::size_t row, std::u16string_view column) {

@@ -60,6 +60,8 @@ class MemoryForm : public ui::Form {
 
   /// What a control shows: caption, text, code, date, or "1" and "0" of an option.
   std::u16string Text(std::u16string_view name);
+  /// What a combo box offers.
+  const std::vector<ui::ComboBox::Item>& Items(std::u16string_view combo_box);
   /// What a cell of a grid shows.
   std::u16string CellText(std::u16string_view grid, std::size_t row, std::u16string_view column);
   std::size_t RowCount(std::u16string_view grid);

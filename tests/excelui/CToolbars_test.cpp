@@ -155,6 +155,14 @@ TEST_F(Toolbars, RefreshFailsUntilAToolbarWasLookedForAndAfterOneThatIsNotThere)
   EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
 }
 
+TEST_F(Toolbars, RefreshAfterALookUpInVainVisitsNoToolbarThatCameLater) {
+  DescribeCells(0);
+  Create(observed_sheet);
+  EXPECT_EQ(Call(toolbars, u"Item", {9}), Nothing());
+  Create(OtherSheet(u"Sheet3", u"Kita"));
+  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
+}
+
 TEST_F(Toolbars, RefreshVisitsTheToolbarThatWasLastLookedForAsOftenAsThereAreToolbars) {
   DescribeCells(0);
   Create(observed_sheet);

@@ -352,6 +352,17 @@ TEST_F(ToolbarBuilding, ASecondInitAddsNoDefaultButtonsAgain) {
   EXPECT_EQ(ControlCount(), 1 + kDefaults);
 }
 
+TEST_F(ToolbarBuilding, EveryInitTakesTheIdOfTheCollectionAway) {
+  Build(Buttons(1));
+  Put(toolbar, u"IDCollection", 200);
+  Call(toolbar, u"Init", {observed_workbook, observed_sheet});
+  EXPECT_EQ(Get(toolbar, u"IDCollection").ToInt32(), Get(toolbar, u"ToolbarID").ToInt32())
+      << "Excel's index of the bar that is there";
+  Put(toolbar, u"IDCollection", 200);
+  Call(toolbar, u"Init", {observed_workbook, ObjectPtr()});
+  EXPECT_EQ(Get(toolbar, u"IDCollection"), Value(std::uint8_t{0})) << "a sheet that cannot be read";
+}
+
 TEST_F(ToolbarBuilding, ErrorsWhileDefaultButtonsComeToABarThatIsThereReachTheCaller) {
   Build(Buttons(1));
   const ObjectPtr first = toolbar;

@@ -72,6 +72,17 @@ TEST_F(GlobalObject, InitConnectReleasesTheCommonObject) {
   EXPECT_EQ(common->ReferenceCount(), 1) << "only this test holds it";
 }
 
+TEST_F(GlobalObject, InitConnectReleasesACommonObjectThatGivesNoBook) {
+  ObjectPtr common;
+  platform.object_factory.Register(host::kCommonObjects,
+                                   [&] { return common = host.Create(host::kCommonObjects); });
+  SetSetting(u"Forms\\MDI", u"P0", u"NĖRA");
+  const ObjectPtr global = Create(u"gExcelObject");
+  EXPECT_NE(ErrorNumberOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); }), 0);
+  ASSERT_TRUE(common);
+  EXPECT_EQ(common->ReferenceCount(), 1) << "only this test holds it";
+}
+
 TEST_F(GlobalObject, InitConnectWithABookKeepsCountAndPlantAndCreatesNothing) {
   const ObjectPtr book =
       host::CommonObjects(host.Create(host::kCommonObjects)).CreateBook(u"MEDVILNE").object();
@@ -214,11 +225,37 @@ TEST_F(GlobalObject, ResetConnectOnErrorResetsTheConnection) {
 TEST_F(GlobalObject, ReleaseOfAnInstanceClearsTheApplicationAlone) {
   ObjectPtr global = Connected();
   Call(global, u"InitToolBars");
+  Call(global, u"InitEnvironment");
   global.reset();
   EXPECT_FALSE(TheGlobals().application);
   EXPECT_TRUE(TheGlobals().oBook);
   EXPECT_TRUE(TheGlobals().oToolBars);
+  EXPECT_TRUE(TheGlobals().oEnvironment);
   EXPECT_TRUE(TheGlobals().oMyPlant);
+}
+
+TEST_F(GlobalObject, EachInstanceMakesItsOwnObjectsInPlaceOfAnothersAndAllSeeTheLatest) {
+  const ObjectPtr first = Connected();
+  const ObjectPtr second = Create(u"gExcelObject");
+  for (const auto& [init, property] :
+       {std::pair(u"InitToolBars", u"oToolBars"), std::pair(u"InitEnvironment", u"oEnvironment")}) {
+    Call(first, init);
+    const Value made_by_first = Get(first, property);
+    Call(second, init);
+    EXPECT_NE(Get(second, property), made_by_first) << ToUtf8(property);
+    EXPECT_EQ(Get(first, property), Get(second, property)) << ToUtf8(property);
+  }
+}
+
+TEST_F(GlobalObject, ResetsOfAnInstanceThatInitialisedNothingLeaveTheObjectsOfAnother) {
+  const ObjectPtr first = Connected();
+  Call(first, u"InitToolBars");
+  Call(first, u"InitEnvironment");
+  const ObjectPtr second = Create(u"gExcelObject");
+  Call(second, u"ResetToolBars");
+  EXPECT_EQ(ErrorNumberOf([&] { Call(second, u"ResetEnvironment"); }), kObjectNotSet);
+  EXPECT_NE(Get(first, u"oToolBars"), Nothing());
+  EXPECT_NE(Get(first, u"oEnvironment"), Nothing());
 }
 
 // The error object of a failed macro.

@@ -5,8 +5,10 @@
 namespace qva {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 class AccountSets : public PeriodTest {
@@ -169,7 +171,29 @@ TEST_F(AccountSets, DeleteTheCurrentRow) {
   });
 }
 
+TEST_F(AccountSets, GoToTheRowThatMovesUpAfterADeletionOrToTheLastOne) {
+  for (const char16_t* set : {u"F1", u"B1", u"F1"}) AddBudget({u"MEDVILNE", set, 0, 0, u"", 0, u"", Null{}});
+  Show([](MemoryForm& form) {
+    const auto current = [&] { return ui::Get<ui::Grid>(form, kGrid).CurrentRow(); };
+    form.SelectRow(kGrid, 1);
+    form.Click(u"btSpecDelete");
+    EXPECT_EQ(current(), 1u);
+    form.Click(u"btSpecDelete");
+    EXPECT_EQ(current(), 0u);
+  });
+}
+
 // --- Typed values
+
+TEST_F(AccountSets, TakeATextIntoTheRowThatItIsTypedInto) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  AddBudget({u"MEDVILNE", u"F1", 0, 0, u"", 0, u"", u""});
+  Show([](MemoryForm& form) {
+    EXPECT_TRUE(form.TypeCell(kGrid, 1, u"BudgetCurrDocCode", u"kitas"));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"));
+    EXPECT_THAT(Row(form, 1), ElementsAre(u"MEDVILNE", u"F1", u"0", u"kitas", u""));
+  });
+}
 
 TEST_F(AccountSets, TakeKnownCodesAndTheBudgetFlagOfTheAccountSet) {
   Show([](MemoryForm& form) {
@@ -298,6 +322,22 @@ TEST_F(AccountSets, LookBooksUpInTheCurrentBook) {
   });
 }
 
+TEST_F(AccountSets, LookBooksUpInTheCurrentBookAlsoWhereTheRowHasAnother) {
+  AddBudget({u"BALTIJA", u"", 0, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    trace.Clear();
+    form.PressCellButton(kGrid, 0, u"BookCode");
+    EXPECT_THAT(trace.lines(), Contains(testing::EndsWith("CreateBook(\"MEDVILNE\").Table(\"Book\")")));
+    EXPECT_THAT(trace.lines(), Not(Contains(testing::HasSubstr("BALTIJA\")"))));
+  });
+}
+
+TEST_F(AccountSets, TakeTheirStructureFromTheHostsCarrierTable) {
+  Show([&](MemoryForm&) {
+    EXPECT_THAT(trace.lines(), Contains(testing::EndsWith(".Table(\"REFBankAccountRole\")")));
+  });
+}
+
 TEST_F(AccountSets, LookAccountSetsUpInTheBookOfTheRow) {
   Pick(u"F2");
   AddBudget({u"MEDVILNE", u"", 0, 0, u"", 0, u"", u""});
@@ -337,6 +377,16 @@ TEST_F(AccountSets, OfferNothingToARowWithoutABook) {
     form.PressCellButton(kGrid, 0, u"PlanCode");
     form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
     EXPECT_THAT(platform.list_chooser.shown, IsEmpty());
+  });
+}
+
+TEST_F(AccountSets, OfferNothingToARowWithoutABookAfterThoseOfAnotherRow) {
+  AddBudget({u"MEDVILNE", u"", 0, 0, u"", 0, u"", u""});
+  AddBudget({u"", u"", 0, 0, u"", 0, u"", u""});
+  Show([&](MemoryForm& form) {
+    form.PressCellButton(kGrid, 0, u"PlanCode");
+    form.PressCellButton(kGrid, 1, u"PlanCode");
+    EXPECT_THAT(platform.list_chooser.shown, SizeIs(1));
   });
 }
 
@@ -411,6 +461,38 @@ TEST_F(AccountSets, KeepTheCellsWhenNoDocumentIsChosen) {
     EXPECT_THAT(platform.list_chooser.shown, SizeIs(1));
     EXPECT_EQ(form.CellText(kGrid, 0, u"BudgetCurrDocCode"), u"SENAS");
   });
+}
+
+TEST_F(AccountSets, TakeAnIdentifierOfZeroOrBelowForNoDocument) {
+  /// Always gives the same identifier, and a code whether there is a document or not.
+  class Selection : public Described<Selection> {
+   public:
+    static const ClassDescription& Description() {
+      static const ClassDescription description =
+          ClassBuilder(u"DocumentSelection", "")
+              .Method<&Selection::Init>(u"Init", {{u"Book"}})
+              .Method<&Selection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})
+              .Get<&Selection::Field>(u"Field", {{u"Name"}});
+      return description;
+    }
+    explicit Selection(std::int32_t identifier) : identifier_(identifier) {}
+    void Init(ObjectPtr) {}
+    std::int32_t Open(std::u16string, Date, Date, std::u16string) { return identifier_; }
+    std::u16string Field(std::u16string) const { return u"KODAS"; }
+
+   private:
+    std::int32_t identifier_;
+  };
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  for (const std::int32_t identifier : {-1, 0, 1}) {
+    platform.object_factory.Register(host::kDocumentSelection,
+                                     [identifier] { return MakeRef<Selection>(identifier); });
+    Show([&](MemoryForm& form) {
+      form.PressCellButton(kGrid, 0, u"BudgetCurrDocCode");
+      EXPECT_EQ(form.CellText(kGrid, 0, u"BudgetCurrDocCode"), identifier > 0 ? u"KODAS" : u"BIU-2024")
+          << identifier;
+    });
+  }
 }
 
 TEST_F(AccountSets, RestrictTheDocumentsToThoseWithPostingsOnTheAccountSet) {
@@ -511,6 +593,16 @@ TEST(BaselList, ReadsRowsOfNoTable) {
   BaselList list;
   list.SetCondition(u"Code = 'F1'");
   EXPECT_EQ(ErrorNumberOf([&] { list.Fill(); }), kUnsupportedAction);
+}
+
+TEST(BaselList, GoesToTheLastRowWhenTheOneAtTheEndIsDeleted) {
+  BaselList list;
+  list.AddRow();
+  list.AddRow();
+  list.DeleteCurrentRow();
+  EXPECT_EQ(list.CurrentRow(), 0u);
+  list.DeleteCurrentRow();
+  EXPECT_EQ(list.CurrentRow(), std::nullopt);
 }
 
 TEST(BaselList, KnowsNoFieldAndNoRowThatIsNotThere) {

@@ -119,6 +119,15 @@ TEST_F(ReportPeriod, InitMakesABrokenNameAnew) {
   EXPECT_EQ(At(u"RepMon"), Value());
 }
 
+TEST_F(ReportPeriod, InitDeletesABrokenNameAlsoWhereItCannotMakeItAnew) {
+  NameCells();
+  Names().Add(u"RepMon", u"=Sheet1!#REF!");
+  Put(sheet.object(), u"Name", u"Mano lapas");
+  EXPECT_EQ(ErrorNumberOf([&] { Init(); }), kApplicationDefined);
+  EXPECT_EQ(Names().Count(), 15);
+  for (const std::u16string& name : NameList()) EXPECT_FALSE(name.starts_with(u"RepMon=")) << ToUtf8(name);
+}
+
 TEST_F(ReportPeriod, InitTakesASheetWithRefInItsNameForABrokenReference) {
   Put(sheet.object(), u"Name", u"REFERENTAS");
   Names().Add(u"RepYear", u"=REFERENTAS!$A$1");

@@ -46,6 +46,14 @@ TEST_F(ReportPeriodDialog, ShowsTheSettings) {
   });
 }
 
+TEST_F(ReportPeriodDialog, OffersTheBooksAccountPlans) {
+  Show([](MemoryForm& form) {
+    std::vector<std::u16string> offered;
+    for (const auto& [code, text] : form.Items(u"cbAccPlan")) offered.push_back(code + u" " + text);
+    EXPECT_THAT(offered, ElementsAre(u"B1 Biudžetas", u"F1 Finansinė apskaita"));
+  });
+}
+
 TEST_F(ReportPeriodDialog, ShowsDatesWithTheUsersDateSeparator) {
   platform.locale.short_date_pattern = u"yyyy.MM.dd";
   Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"edCurrBegDate"), u"2024.01"); });
@@ -282,6 +290,14 @@ TEST_F(ReportPeriodDialog, TakesNoMonthsBackBeforeTheFirstComputation) {
   });
 }
 
+TEST_F(ReportPeriodDialog, TakesNoMonthsBackFromAnEarlierShowing) {
+  Show([](MemoryForm& form) { form.Click(u"optQuarter"); });
+  Show([&](MemoryForm& form) {
+    form.PickDate(u"edPrevEndDate", DateFromParts(2023, 6, 30));
+    EXPECT_EQ(Periods(form), "2024-01..2024-12 after 2023-07..2023-06");
+  });
+}
+
 TEST_F(ReportPeriodDialog, StaysBusyAfterAFailedRecomputation) {
   Show([&](MemoryForm& form) {
     form.Type(u"txtYear", u"abcd");
@@ -328,8 +344,11 @@ TEST_F(ReportPeriodDialog, AcceptsAYearOfTwoDigitsAndAnyFourCharacters) {
   EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtYear", u"12"); }), (Refused{}));
   EXPECT_EQ(Setting(u"Year"), Value(12.0));
   EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtYear", u"abcd"); }), (Refused{}));
-  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtYear", u"abc"); }),
-            (Refused{u"Tekstas 811", u"txtYear"}));
+  for (const std::u16string_view text : {u"abc", u" abc", u"abc ", u"    "}) {
+    EXPECT_EQ(Confirm([&](MemoryForm& form) { form.Type(u"txtYear", text); }),
+              (Refused{u"Tekstas 811", u"txtYear"}))
+        << ToUtf8(text);
+  }
 }
 
 TEST_F(ReportPeriodDialog, RefusesTheFourthQuarterAndAcceptsTheThird) {
@@ -379,6 +398,17 @@ TEST_F(ReportPeriodDialog, RefusesAPreviousPeriodThatBeginsAfterTheCurrentOne) {
               form.PickDate(u"edPrevEndDate", DateFromParts(2024, 12, 1));
               form.PickDate(u"edPrevBegDate", DateFromParts(2024, 2, 1));
             }),
+            (Refused{u"Tekstas 811", u"edPrevBegDate"}));
+}
+
+TEST_F(ReportPeriodDialog, ChecksTheDatesWithEveryKind) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) {
+              form.Click(u"optMonth");
+              form.PickDate(u"edPrevEndDate", DateFromParts(2024, 6, 30));
+            }),
+            (Refused{u"Tekstas 811", u"edPrevBegDate"}));
+  // No months back yet, so that the previous period begins behind its end.
+  EXPECT_EQ(Confirm([](MemoryForm& form) { form.PickDate(u"edPrevEndDate", DateFromParts(2023, 6, 30)); }),
             (Refused{u"Tekstas 811", u"edPrevBegDate"}));
 }
 
@@ -439,8 +469,12 @@ TEST_F(ReportPeriodDialog, WritesWholeMonthsOfTheUsersDates) {
     form.Click(u"optUser");
     form.PickDate(u"edCurrBegDate", DateFromParts(2024, 2, 20));
     form.PickDate(u"edCurrEndDate", DateFromParts(2024, 4, 3));
+    form.PickDate(u"edPrevBegDate", DateFromParts(2023, 5, 31));
+    form.PickDate(u"edPrevEndDate", DateFromParts(2023, 6, 1));
   }));
   EXPECT_EQ(Setting(u"RepPeriodType"), Value(6));
+  EXPECT_EQ(Setting(u"LastPerBeg"), Value(DateFromParts(2023, 5, 1)));
+  EXPECT_EQ(Setting(u"LastPerEnd"), Value(DateFromParts(2023, 6, 30)));
   EXPECT_EQ(Setting(u"CurrPerBeg"), Value(DateFromParts(2024, 2, 1)));
   EXPECT_EQ(Setting(u"CurrPerEnd"), Value(DateFromParts(2024, 4, 30)));
 }
@@ -505,13 +539,14 @@ TEST_F(ReportPeriodDialog, FillsTheControlsWhenTheAccountPlansCannotBeListed) {
   Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"cbAccPlan"), u"F1"); });
 }
 
-TEST_F(ReportPeriodDialog, KeepsTheDialogOpenWhenTheMessageTextIsMissing) {
+TEST_F(ReportPeriodDialog, StaysOpenWithoutAMessageWhereItsTextIsMissing) {
   host.texts.erase(811);
   EXPECT_FALSE(Show([](MemoryForm& form) {
     form.Type(u"txtYear", u"");
     form.Click(u"btOk");
     EXPECT_TRUE(form.Visible());
   }));
+  EXPECT_THAT(platform.message_box.boxes(), IsEmpty());
 }
 
 TEST_F(ReportPeriodDialog, ReleasesEverythingWhateverCallFails) {

@@ -191,13 +191,16 @@ TEST_F(SaveFormReports, HoldsTheWorkbookUntilItsRelease) {
   EXPECT_EQ(workbook->ReferenceCount(), before);
 }
 
-TEST_F(SaveFormReports, AReportThatIsNotSavedIsAFailureForTheListener) {
+TEST_F(SaveFormReports, AReportThatIsNotSavedIsAFailureForTheListenerWithItsOwnPathIfItHasOne) {
   const HeardFailures failures;
   SaveReport(workbook, u"Balansas", 2010, 3);
   EXPECT_TRUE(failures.failed.empty());
   SaveReport(workbook, u"Balansas", 1900, 3);
-  ASSERT_EQ(failures.failed.size(), 1u);
-  EXPECT_TRUE(failures.failed[0].find(u"(ErrorStatus 4)") != std::u16string::npos);
+  platform.faults.files.Refuse(FaultyFiles::Operation::CreateFolder, kPathFileAccess);
+  SaveReport(workbook, u"Balansas", 2011, 3);
+  EXPECT_THAT(failures.failed, testing::ElementsAre(u"the report was not saved (ErrorStatus 4) ",
+                                                    u"the report was not saved (ErrorStatus 8) "
+                                                    u"C:\\Ataskaitos\\2011\\Balansas_2011_03.xls"));
 }
 
 }  // namespace

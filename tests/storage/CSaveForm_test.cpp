@@ -174,6 +174,8 @@ TEST_F(SaveForm, TheLastFailingCheckDecides) {
   FileName(workbook, u"", u"", u"12", Day(2010, 11, 12));
   EXPECT_EQ(Status(), 2);
   EXPECT_EQ(Description(), u"klaida 2");
+  FileName(workbook, u"a", u"", u"", Day(2010, 11, 12));
+  EXPECT_EQ(Status(), 3);
   FileName(Nothing(), u"", u"", u"", Date());
   EXPECT_EQ(Status(), 4);
   FileName(Nothing(), u"a", u"b", u"c", Day(2010, 11, 12));

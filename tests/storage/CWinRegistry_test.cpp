@@ -180,6 +180,20 @@ TEST_F(WinRegistry, WritesAsManyBytesAsTheTextHasCharacters) {
   EXPECT_LE(store.Text(u"Environment", u"PATH")->size(), 3u);
 }
 
+TEST_F(WinRegistry, WritesNoMoreBytesThanTheTextHasCharactersInACodePageOfSeveralBytes) {
+  class Utf8Locale : public ForwardingLocale {
+   public:
+    using ForwardingLocale::ForwardingLocale;
+    std::string ToAnsi(std::u16string_view text) const override { return ToUtf8(text); }
+  } locale(platform.locale);
+  Services services = GetServices();
+  services.locale = &locale;
+  InstallServices(services);
+  EXPECT_TRUE(Save(u"aąb"));
+  EXPECT_EQ(recorder.lines()[1], "set PATH type 1 bytes 3");
+  EXPECT_EQ(store.Text(u"Environment", u"PATH"), "a\xC4\x85");
+}
+
 TEST_F(WinRegistry, WritesTheTypeThatItIsGiven) {
   EXPECT_TRUE(Save(u"%HOME%", kRegExpandSz));
   EXPECT_EQ(Get(), u"%HOME%");
