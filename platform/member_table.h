@@ -91,6 +91,7 @@ struct Member {
 class ClassDescription {
  public:
   ClassDescription(std::u16string_view name, std::string_view help) : name_(name), help_(help) {}
+  ClassDescription(ClassDescription&&) = default;
 
   std::u16string_view name() const { return name_; }
   std::string_view help() const { return help_; }

@@ -2,19 +2,20 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 
-#include "platform/posix/FileAccess.h"
 #include "platform/posix/OwnersFolders.h"
 
 namespace qva::embedded {
 
 NewFile CreateOwnersFile(const std::filesystem::path& file) {
   constexpr mode_t kOwnersFile = 0600;
-  const FileDescriptor created(open(file.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kOwnersFile));
-  if (created) return NewFile::Created;
-  return errno == EEXIST ? NewFile::NameIsTaken : NewFile::NotCreated;
+  const int created = open(file.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kOwnersFile);
+  if (created < 0) return errno == EEXIST ? NewFile::NameIsTaken : NewFile::NotCreated;
+  close(created);
+  return NewFile::Created;
 }
 
 void CreateOwnersFolder(const std::filesystem::path& folder) {

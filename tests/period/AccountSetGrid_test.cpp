@@ -468,7 +468,7 @@ TEST_F(AccountSets, TakeAnIdentifierOfZeroOrBelowForNoDocument) {
   class Selection : public Described<Selection> {
    public:
     static const ClassDescription& Description() {
-      static const ClassDescription description =
+      static const ClassDescription& description =
           ClassBuilder(u"DocumentSelection", "")
               .Method<&Selection::Init>(u"Init", {{u"Book"}})
               .Method<&Selection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})

@@ -116,7 +116,7 @@ TEST_F(CallLog, TellsNumberSourceAndTextOfAnError) {
       call.Failed();
     }
   }
-  EXPECT_THAT(Content(file), EndsWith("\t! 7 : Out of memory\n"));
+  EXPECT_THAT(Content(file), EndsWith("\t! 7 QVA_Varnholt: Out of memory\n"));
 }
 
 TEST_F(CallLog, TellsTypeAndSizeInsteadOfContent) {

@@ -113,7 +113,10 @@ TEST_P(Door, LetsNothingOutButErrorsWhicheverAllocationFails) {
         }
         EXPECT_TRUE(outcome == undisturbed || (has_failed && outcome == 'M')) << outcome;
         told += outcome == 'M';
-        if (has_failed) {
+        // Where memory stays short, what tidies up cannot do so either: the next call begins anew.
+        const bool begins_anew =
+            operation.begins_anew || (operation.tidies_up && repeat == OutOfMemory::Repeat::ForEver);
+        if (has_failed && !begins_anew) {
           Passed anew = Prepare();
           EXPECT_EQ(Call(anew, name), undisturbed) << "the next call";
         }
@@ -122,7 +125,8 @@ TEST_P(Door, LetsNothingOutButErrorsWhicheverAllocationFails) {
       EXPECT_EQ(Object::LiveCount(), live) << "objects stay alive";
       if (!has_failed) break;
     }
-    EXPECT_GT(told, 0);
+    // A member may need no memory, or do without.
+    if (operation.kind == Operation::Kind::Create) EXPECT_GT(told, 0);
     RecordProperty(repeat == OutOfMemory::Repeat::Once ? "told_once" : "told_for_ever", told);
   }
 }
