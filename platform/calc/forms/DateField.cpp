@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/forms/picker_dates.h"
 #include "platform/date.h"
+#include "platform/forms/picker_dates.h"
 
 namespace qva::calc {
 

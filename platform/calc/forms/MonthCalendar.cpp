@@ -7,8 +7,8 @@
 #include <cmath>
 
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/forms/picker_dates.h"
 #include "platform/date.h"
+#include "platform/forms/picker_dates.h"
 #include "platform/services.h"
 #include "platform/text.h"
 

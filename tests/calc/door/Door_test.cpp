@@ -126,7 +126,9 @@ TEST_P(Door, LetsNothingOutButErrorsWhicheverAllocationFails) {
       if (!has_failed) break;
     }
     // A member may need no memory, or do without.
-    if (operation.kind == Operation::Kind::Create) EXPECT_GT(told, 0);
+    if (operation.kind == Operation::Kind::Create) {
+      EXPECT_GT(told, 0);
+    }
     RecordProperty(repeat == OutOfMemory::Repeat::Once ? "told_once" : "told_for_ever", told);
   }
 }
