@@ -10,3 +10,8 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # Sources that are compiled together look like headers to the compiler, and so do the classes that each keeps for itself.
   add_compile_options(-Wno-subobject-linkage)
 endif()
+
+# Versions from 13 on take the reference that a builder of a member table gives for one into the builder.
+if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_GREATER_EQUAL 13)
+  add_compile_options(-Wno-dangling-reference)
+endif()
