@@ -88,8 +88,8 @@ TEST_F(CalcPeriod, KeepsPlanCodesAsTheListHasThem) {
   EXPECT_EQ(run.exit_status, 1) << "the refused code is a failure: " << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("True: String 0012, String 0012", "True: String 0012, String 0012",
                                      "True: String 1-2, String 1-2", "True: String BIUDZ, String 1-2",
-                                     "False: String BIUDZ, String 1-2", "True: String 12, String 1-2"))
-      << "a cell that had a text code stays one for texts";
+                                     "False: String BIUDZ, String 1-2", "True: Double 12, String 1-2"))
+      << "a cell that had a text code is no cell of texts";
   EXPECT_THAT(run.messages, HasSubstr("Ataskaitinio periodo nustatymai"));
 }
 
