@@ -6,7 +6,8 @@
 #                                               facts that the acceptance kit asks of Excel
 #   tools/corpus.pl acceptance <folder>         writes what the acceptance kit for machines with Excel consists of, the
 #                                               samples' macros included
-#   tools/corpus.pl compare <engine> <log>      engine is com or libreoffice; the log may be UTF-8 or UTF-16.
+#   tools/corpus.pl compare <engine> <log> [<release>]
+#                                               engine is com or libreoffice; the log may be UTF-8 or UTF-16.
 #                                               Prints what differs and one line of result; exit status 1 when
 #                                               anything differs that tests/corpus/divergences.txt does not
 #                                               list, or the other way round
@@ -260,8 +261,9 @@ sub without_traces {
 }
 
 sub compare {
-  my ($engine, $file) = @_;
-  my %listed = divergences($engine);
+  my ($engine, $file, $release) = @_;
+  # What is listed of a release comes before what is listed of all.
+  my %listed = (divergences($engine), $release ? divergences("$engine-$release") : ());
   my %logs = (-e $file ? contents($file) : '') =~ /^== (\S+)\n(.*?)(?=^== |\z)/msg;
   my ($agree, $failed) = (0, 0);
   my (undef, %fact_logs) = facts(contents("$kit/facts.txt"));

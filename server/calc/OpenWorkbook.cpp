@@ -38,10 +38,10 @@ using css::container::XNameContainer;
 using css::script::XLibraryContainer;
 
 /// The name of what stands in LibreOffice's libraries for a moment: no macro may have it.
-const OUString kOwnName("QVA_VarnholtRun");
+constexpr char kOwnName[] = "QVA_VarnholtRun";
 
 /// The library that LibreOffice gives every document.
-const OUString kStandardLibrary("Standard");
+constexpr char kStandardLibrary[] = "Standard";
 
 constexpr std::u16string_view kEntryModule = u"ataskaita";  ///< in lower case
 
@@ -205,7 +205,7 @@ bool Compiles(const Reference<XScriptProvider>& scripts, const OUString& library
 class Caller {
  public:
   explicit Caller(const Reference<css::uno::XComponentContext>& context)
-      : name_(kOwnName + OUString::number(++running_)),
+      : name_(OUString(kOwnName) + OUString::number(++running_)),
         libraries_(context->getServiceManager()->createInstanceWithContext(
                        "com.sun.star.script.ApplicationScriptLibraryContainer", context),
                    UNO_QUERY_THROW) {

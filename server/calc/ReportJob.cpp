@@ -93,6 +93,8 @@ void ReportJob::trigger(const OUString&) {
     WriteResult("error: " + ToUtf8(ErrorOf(cppu::getCaughtException()).description()));
   } catch (const std::exception& exception) {
     WriteResult(std::string("error: ") + exception.what());
+  } catch (...) {
+    WriteResult("error");
   }
   ReleaseErrors();
   try {

@@ -29,11 +29,11 @@ using css::uno::UNO_QUERY_THROW;
 using rtl::OUString;
 
 constexpr std::u16string_view kWorksheetMenuBar = u"Worksheet Menu Bar";
-const OUString kMenuBar("private:resource/menubar/menubar");
+constexpr char kMenuBar[] = "private:resource/menubar/menubar";
 /// Not "custom_…": LibreOffice would show such a bar at once and write its place into the user's settings.
-const OUString kToolbar("private:resource/toolbar/qva_varnholt_");
+constexpr char kToolbar[] = "private:resource/toolbar/qva_varnholt_";
 /// Behind a control's command: the name of the menu that it stands in.
-const OUString kMenuOf("-menu");
+constexpr char kMenuOf[] = "-menu";
 
 /// LibreOffice's bar in the place of one of Excel's.
 struct OwnBar {
@@ -147,7 +147,7 @@ void BarDisplay::Show(const CommandBarApplication& bars,
   std::map<OUString, Shown> wanted;
   for (const auto& bar : bars.command_bars) {
     if (bar->built_in || bar->is_menu_bar || !IsVisible(*bar)) continue;
-    wanted[kToolbar + OUString::number(bar->instance_id)] = Describe(*bar);
+    wanted[OUString(kToolbar) + OUString::number(bar->instance_id)] = Describe(*bar);
   }
   const std::map<OUString, Shown> before = toolbars_;
   for (const auto& [resource, toolbar] : before) {

@@ -26,7 +26,7 @@ using css::uno::Any;
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
 
-const rtl::OUString kShowsMarks("ShowNotes");
+constexpr char kShowsMarks[] = "ShowNotes";
 
 /// An argument by its place or name; Missing when it was left out.
 Value Argument(const Arguments& arguments, std::size_t position, std::u16string_view name) {
