@@ -269,7 +269,9 @@ TEST_F(OutOfMemory, EndsNothingAndLeavesTheScreenLiveWhereverItHappensInASession
         was_refused = memory.was_refused();
       }
       // With none at all the screen cannot be asked to go on.
-      if (repeat == Repeat::Once) ASSERT_TRUE(IsScreenLive()) << refused + 1;
+      if (repeat == Repeat::Once) {
+        ASSERT_TRUE(IsScreenLive()) << refused + 1;
+      }
       Put(L"ScreenUpdating", Number(-1));
     }
     EXPECT_GE(refused, 500) << "a session asks for more memory";
