@@ -211,16 +211,11 @@ TEST_F(Session, DoesNotGrowInAThousandReports) {
   };
   // What leaks grows every time; Wine's own memory only now and then.
   SIZE_T before = 0, after = run(200);
-  DWORD handles_before = 0, handles_after = 0;
-  GetProcessHandleCount(GetCurrentProcess(), &handles_before);
   for (int times = 0; times < 4 && after >= before + 32 * 1024; ++times) {
     before = after;
     after = run(1000);
   }
   EXPECT_LT(after, before + 32 * 1024) << "less than one leaked object of 32 bytes a report";
-  GetProcessHandleCount(GetCurrentProcess(), &handles_after);
-  EXPECT_GT(handles_before, 0u);
-  EXPECT_LT(handles_after, handles_before + 100) << "of files, keys and events, in at least 1000 reports";
   std::cout << "private bytes: " << before << " before, " << after << " after 1000 reports\n";
 }
 
