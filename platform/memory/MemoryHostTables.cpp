@@ -45,6 +45,7 @@ class TableObject : public Described<TableObject> {
     const std::vector<Value>& names = fields.ToArray().elements;
     Require(!names.empty());
     std::vector<std::size_t> numbers;
+    numbers.reserve(names.size());
     for (const Value& name : names) numbers.push_back(FieldNumber(name.ToText()));
     if (records_.empty()) return {};
     std::vector<Value> cells;
