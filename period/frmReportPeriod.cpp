@@ -163,7 +163,8 @@ void frmReportPeriod::FillControls() {
     Picker(name).SetValue(MonthEnd(Picker(name).Value()));
   }
 
-  ui::Get<ui::TextBox>(*s.form, u"Text1").SetText(HostText(kPeriodNote));
+  Box(u"Text1").SetText(HostText(kPeriodNote));
+  Box(u"Text1").SetReadOnly(true);
   s.grid.Prepare(ui::Get<ui::Grid>(*s.form, u"SpecGrid"), s.book,
                  ado::Recordset(s.Setting(u"BudgetRS").Value().ToObject()));
   ApplyEnabling();

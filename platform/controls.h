@@ -107,7 +107,8 @@ class TextBox : public virtual Control {
   virtual void SetText(std::u16string_view text) = 0;
   /// In UTF-16 units; 0 means no limit, as at first. Concerns what is set or typed from now on.
   virtual void SetMaxLength(int length) = 0;
-  /// Whether the user can only read it; at first he can write. The program can set it all the same.
+  /// Whether the user can only read it; at first he can write. The program can set it all the same. What can
+  /// only be read looks like text on the form, without a frame, and Tab passes it over.
   virtual void SetReadOnly(bool read_only) = 0;
 
   std::function<void()> on_change;  ///< the text has changed
@@ -234,7 +235,8 @@ class Form {
   /// The control of a name, which stays the form's; null when there is none.
   virtual Control* Find(std::u16string_view name) = 0;
 
-  /// Shows the form above Excel's window, which is disabled meanwhile, until Hide is called or the user
+  /// Shows the form, with the focus in the first field that the user can work unless a control asked for it,
+  /// above Excel's window, which is disabled meanwhile, until Hide is called or the user
   /// closes the window. A form can be shown again. Raises 400 (Form already displayed) when it is shown, 7
   /// (Out of memory) or 51 (Internal error) when the platform cannot show it, what a handler raised, and
   /// where no user sits what platform/forms/unattended_forms.h says. But for the first of these the form is

@@ -1,4 +1,5 @@
 // The controls of native forms: what they show, and when they raise their events.
+#include "platform/windows/DeviceContext.h"
 #include "tests/windows/form_test.h"
 
 #include <commctrl.h>
@@ -69,6 +70,34 @@ TEST_F(FormControls, TextBoxThatIsReadOnlyTakesNothing) {
   box.SetFocus();
   Show({[] { TypeText(u"7"); }});
   EXPECT_EQ(box.Text(), u"");
+}
+
+TEST_F(FormControls, TextBoxThatIsReadOnlyLooksLikeTextOnItsPage) {
+  auto& note = Get<ui::TextBox>(u"Text1");
+  const auto edge = [this] {
+    RECT outer, inner;
+    GetWindowRect(Window(u"Text1"), &outer);
+    GetClientRect(Window(u"Text1"), &inner);
+    return outer.right - outer.left - inner.right;
+  };
+  const auto background = [this] {
+    const WindowContext context(Window(u"Text1"));
+    SendMessageW(form->window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context.get()),
+                 reinterpret_cast<LPARAM>(Window(u"Text1")));
+    return GetBkColor(context.get());
+  };
+  const auto page = [this] {
+    const WindowContext context(Window(u"Label1"));
+    SendMessageW(form->window(), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context.get()),
+                 reinterpret_cast<LPARAM>(Window(u"Label1")));
+    return GetBkColor(context.get());
+  };
+  EXPECT_GT(edge(), 0);
+  note.SetReadOnly(true);
+  EXPECT_EQ(edge(), 0);
+  EXPECT_EQ(background(), page());
+  note.SetReadOnly(false);
+  EXPECT_GT(edge(), 0);
 }
 
 TEST_F(FormControls, OptionClearsTheOthersAndTellsOnce) {

@@ -54,7 +54,7 @@ TEST_F(FormWindowTest, ComesToTheFrontWithoutAWindowBelow) {
   EXPECT_EQ(GetWindow(form->window(), GW_OWNER), nullptr);
   Show({[&] {
     EXPECT_EQ(GetForegroundWindow(), form->window());
-    EXPECT_EQ(Focus(), u"STab");
+    EXPECT_EQ(Focus(), u"cbPlan") << "the first field, which is not the row of tabs";
   }});
 }
 
@@ -145,19 +145,33 @@ TEST_F(FormWindowTest, EndsWhenAnotherThreadHidesItByAMessage) {
 
 TEST_F(FormWindowTest, TabGoesThroughThePageInFrontAndOnToTheButtons) {
   Get<ui::OptionButton>(u"optB").Select();
-  EXPECT_THAT(Walk(9, VK_TAB), ElementsAre(u"cbPlan", u"txtYear", u"txtMonth", u"optB", u"edDate", u"Text1",
-                                           u"btOk", u"btCancel", u"STab"));
+  EXPECT_THAT(Walk(9, VK_TAB), ElementsAre(u"txtYear", u"txtMonth", u"optB", u"edDate", u"Text1", u"btOk",
+                                           u"btCancel", u"STab", u"cbPlan"));
 }
 
 TEST_F(FormWindowTest, ShiftTabGoesBack) {
   HoldKey(VK_SHIFT, true);
-  EXPECT_THAT(Walk(5, VK_TAB), ElementsAre(u"btCancel", u"btOk", u"Text1", u"edDate", u"optA"));
+  EXPECT_THAT(Walk(6, VK_TAB), ElementsAre(u"STab", u"btCancel", u"btOk", u"Text1", u"edDate", u"optA"));
   HoldKey(VK_SHIFT, false);
 }
 
 TEST_F(FormWindowTest, TabPassesOverWhatIsDisabled) {
   Get<ui::TextBox>(u"txtYear").SetEnabled(false);
-  EXPECT_THAT(Walk(2, VK_TAB), ElementsAre(u"cbPlan", u"txtMonth"));
+  EXPECT_THAT(Walk(1, VK_TAB), ElementsAre(u"txtMonth"));
+}
+
+TEST_F(FormWindowTest, TabPassesOverWhatIsOnlyRead) {
+  Get<ui::TextBox>(u"txtYear").SetReadOnly(true);
+  EXPECT_THAT(Walk(1, VK_TAB), ElementsAre(u"txtMonth"));
+  Get<ui::TextBox>(u"txtYear").SetReadOnly(false);
+  form->Find(u"cbPlan")->SetFocus();
+  EXPECT_THAT(Walk(1, VK_TAB), ElementsAre(u"txtYear"));
+}
+
+TEST_F(FormWindowTest, TheFirstFieldHasTheFocusUnlessItCannotBeWorked) {
+  form->Find(u"cbPlan")->SetEnabled(false);
+  Get<ui::TextBox>(u"txtYear").SetReadOnly(true);
+  Show({[&] { EXPECT_EQ(Focus(), u"txtMonth"); }});
 }
 
 TEST_F(FormWindowTest, TypingReplacesTheTextOfTheFieldThatTheProgramGivesTheFocus) {
@@ -170,7 +184,7 @@ TEST_F(FormWindowTest, TypingReplacesTheTextOfTheFieldThatTheProgramGivesTheFocu
 
 TEST_F(FormWindowTest, TabSelectsTheTextOfTheFieldItComesTo) {
   Get<ui::TextBox>(u"txtYear").SetText(u"2024");
-  Walk(2, VK_TAB);
+  Walk(1, VK_TAB);
   DWORD from = 9, to = 9;
   SendMessageW(Window(u"txtYear"), EM_GETSEL, reinterpret_cast<WPARAM>(&from), reinterpret_cast<LPARAM>(&to));
   EXPECT_EQ(from, 0u);
@@ -231,6 +245,7 @@ TEST_F(FormWindowTest, ControlWithAPageKeyTurnsThePageFromACellThatIsEdited) {
 
 TEST_F(FormWindowTest, TabControlTurnsItsPagesByArrowsAndMouse) {
   auto& tabs = Get<ui::TabControl>(u"STab");
+  form->Find(u"STab")->SetFocus();
   Show({[&] { EXPECT_EQ(Focus(), u"STab"); }, [] { PressKey(VK_RIGHT); },
         [&] {
           EXPECT_EQ(tabs.Page(), 1);

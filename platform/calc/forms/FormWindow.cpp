@@ -153,7 +153,8 @@ void FormWindow::ShowModal() {
     if (Shown().empty()) others_disabled.emplace();
     const OnTop on_top(*this);
     const Keys keys(*this);
-    // LibreOffice gives the focus to the first control when it shows the dialog.
+    // LibreOffice gives the focus to the first control when it shows the dialog, which may be the row of tabs.
+    if (!to_focus_) to_focus_ = FirstField();
     if (to_focus_) Later([this] { Focus(*std::exchange(to_focus_, nullptr)); });
     const auto dialog = window_->As<css::awt::XDialog2>();
     while (visible_) {
@@ -221,6 +222,14 @@ void FormWindow::Focus(FormControl& control) {
   } else {
     to_focus_ = &control;
   }
+}
+
+FormControl* FormWindow::FirstField() const {
+  const auto field = std::ranges::find_if(controls_, [](const auto& control) {
+    return control->description().kind != ui::ControlKind::TabControl && control->shown() &&
+           control->Enabled() && control->TakesFocus();
+  });
+  return field == controls_.end() ? nullptr : field->get();
 }
 
 void FormWindow::FocusNext(const FormControl& from, bool forward) {

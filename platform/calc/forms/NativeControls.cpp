@@ -66,7 +66,13 @@ void TextBoxControl::LimitTyping() {
 }
 
 void TextBoxControl::SetReadOnly(bool read_only) {
+  read_only_ = read_only;
   window().As<XTextComponent>()->setEditable(!read_only);
+  window().SetProperty("Border", Any(static_cast<sal_Int16>(read_only ? 0 : 1)));
+  window().SetProperty("Tabstop", Any(!read_only));
+  const Theme& theme = form().theme();
+  window().SetProperty("BackgroundColor", Any(read_only ? theme.dialog : theme.field));
+  window().SetProperty("TextColor", Any(read_only ? theme.dialog_text : theme.field_text));
 }
 
 void TextBoxControl::TakeFocus() {

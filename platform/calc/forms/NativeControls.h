@@ -30,6 +30,7 @@ class TextBoxControl : public FormControl, public ui::TextBox {
   void SetText(std::u16string_view text) override;
   void SetMaxLength(int length) override;
   void SetReadOnly(bool read_only) override;
+  bool TakesFocus() const override { return !read_only_; }
   void TakeFocus() override;
 
  private:
@@ -38,6 +39,7 @@ class TextBoxControl : public FormControl, public ui::TextBox {
 
   std::u16string text_;  ///< of which the program knows
   std::size_t max_length_ = 0;
+  bool read_only_ = false;
 };
 
 class OptionControl : public FormControl, public ui::OptionButton {

@@ -35,6 +35,9 @@ void NativeTextBox::SetMaxLength(int length) {
 
 void NativeTextBox::SetReadOnly(bool read_only) {
   Send(EM_SETREADONLY, read_only);
+  SetWindowLongPtrW(window(), GWL_EXSTYLE, read_only ? 0 : WS_EX_CLIENTEDGE);
+  SetWindowPos(window(), nullptr, 0, 0, 0, 0,
+               SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void NativeTextBox::OnCommand(WORD code) {

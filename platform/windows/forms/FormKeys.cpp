@@ -30,7 +30,7 @@ void FormWindow::ShowModal() {
   } const hide{*this};
 
   failure_ = nullptr;
-  if (!focus_) MoveFocus(1);  // a window that is not to be seen must not be given the focus itself
+  if (!focus_) FocusFirstField();  // a window that is not to be seen must not be given the focus itself
   visible_ = true;
   others_.emplace(window());
   SetWindowPos(window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
@@ -86,6 +86,12 @@ void FormWindow::Focus(NativeControl& control) {
   if (control.page()) ShowPage(*control.page());
   focus_ = &control;
   if (visible_) SetFocus(control.window());
+}
+
+void FormWindow::FocusFirstField() {
+  const auto field = std::ranges::find_if(
+      controls_, [this](const auto& control) { return control.get() != tabs_ && control->IsTabStop(); });
+  field == controls_.end() ? MoveFocus(1) : (*field)->SetFocus();
 }
 
 void FormWindow::MoveFocus(int step) {

@@ -6,6 +6,7 @@
 
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
+#include "platform/windows/forms/FieldControls.h"
 #include "platform/windows/forms/VisualStyles.h"
 
 namespace qva::windows {
@@ -256,9 +257,9 @@ LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
     case WM_CTLCOLORSTATIC: {
       const NativeControl* control = ControlOf(reinterpret_cast<HWND>(second));
       const LRESULT brush = DefWindowProcW(window(), message, first, second);
-      // Fields that cannot be written to ask, too; they keep their own colour.
-      const bool is_on_page = control && control->page() &&
-                              control->description().kind != ui::ControlKind::TextBox &&
+      // Fields that are disabled ask, too; they keep their own colour.
+      const auto* box = dynamic_cast<const NativeTextBox*>(control);
+      const bool is_on_page = control && control->page() && (!box || box->is_read_only()) &&
                               control->description().kind != ui::ControlKind::ComboBox;
       return is_on_page ? PageBrush(reinterpret_cast<HDC>(first)) : brush;
     }

@@ -92,6 +92,7 @@ GridControl::GridControl(HWND parent, int id, std::u16string name, const UiScale
 }
 
 GridControl::~GridControl() {
+  accessible_->Disconnect();
   state_.SetModel(nullptr);  // it may have gone before
   if (window_) DestroyWindow(window_);
 }
@@ -141,6 +142,7 @@ void GridControl::Refresh() {
   editor_.Close();
   layout_.SetLines(state_.lines());
   layout_.Arrange();
+  accessible_->TellOfGrid(EVENT_OBJECT_REORDER);
 }
 
 void GridControl::SetCurrentRow(std::size_t row) {
@@ -176,9 +178,14 @@ LRESULT GridControl::Handle(UINT message, WPARAM first, LPARAM second) {
       layout_.Arrange();
       return 0;
     case WM_SETFOCUS:
+      accessible_->TellOfCell(EVENT_OBJECT_FOCUS);
+      [[fallthrough]];
     case WM_KILLFOCUS:
       Invalidate();
       return 0;
+    case WM_GETOBJECT:
+      if (static_cast<DWORD>(second) != static_cast<DWORD>(OBJID_CLIENT)) break;
+      return accessible_->AnswerGetObject(first);
     case WM_ENABLE:
       EndEdit(true);
       Invalidate();
@@ -232,6 +239,7 @@ LRESULT GridControl::Handle(UINT message, WPARAM first, LPARAM second) {
       TypeCharacter(first);
       return 0;
     case WM_NCDESTROY:
+      accessible_->Disconnect();
       SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
       return DefWindowProcW(std::exchange(window_, nullptr), message, first, second);
     default:
@@ -409,6 +417,31 @@ std::optional<GridCell> GridControl::Target(UINT key) const {
 void GridControl::MoveTo(GridCell cell) {
   state_.MoveTo(cell);
   if (!layout_.Show(cell)) Invalidate();
+  if (GetFocus() != window_) return;
+  accessible_->TellOfCell(EVENT_OBJECT_FOCUS);
+  accessible_->TellOfCell(EVENT_OBJECT_SELECTION);
+}
+
+void GridControl::GoTo(GridCell cell) {
+  EndEdit(true);
+  if (cell.line < state_.lines() && cell.column < state_.columns().size()) MoveTo(cell);
+}
+
+void GridControl::Activate() {
+  const ShownColumn* column = state_.CurrentColumn();
+  if (!column) return;
+  if (state_.HasButton()) return PressCellButton();
+  if (!column->description.check_box) return BeginEdit(true);
+  state_.TurnMark();
+  Show();
+}
+
+bool GridControl::Enter(std::u16string_view text) {
+  if (!state_.TakesText() || !state_.BeginRow()) return false;
+  const bool is_stored = state_.Store(text);
+  state_.GiveUp();
+  Show();
+  return is_stored;
 }
 
 void GridControl::Show() {
@@ -438,6 +471,7 @@ bool GridControl::EndEdit(bool store) {
   const bool is_stored = is_changed && state_.Store(text);
   state_.GiveUp();
   Show();
+  if (is_stored) accessible_->TellOfCell(EVENT_OBJECT_VALUECHANGE);
   return is_stored || !is_changed;
 }
 

@@ -7,6 +7,7 @@
 
 #include "platform/controls.h"
 #include "platform/forms/grid_state.h"
+#include "platform/windows/forms/GridAccessible.h"
 #include "platform/windows/forms/GridEditor.h"
 #include "platform/windows/forms/GridLayout.h"
 #include "platform/windows/forms/GridPainter.h"
@@ -26,8 +27,8 @@ namespace qva::windows {
 /// Moving, clicking elsewhere and losing the focus store the text, if it was changed at all. A text that the
 /// model refuses is gone, and a key that would have moved does not. Below the rows stands an empty line; what
 /// is done there first makes a row, which goes again when nothing came of it.
-/// Columns without width are not shown.
-class GridControl : public ui::Grid, private GridEditor::Owner {
+/// Columns without width are not shown. Screen readers see the cells (GridAccessible).
+class GridControl : public ui::Grid, private GridEditor::Owner, private AccessibleGrid {
  public:
   /// Makes the window, a child of `parent` without a size. It lives until the control or the parent goes.
   /// Raises 7 when Windows has no window to give.
@@ -37,7 +38,7 @@ class GridControl : public ui::Grid, private GridEditor::Owner {
   ~GridControl() override;
 
   /// Null when the parent took it along.
-  HWND window() const { return window_; }
+  HWND window() const override { return window_; }
   /// The font is borrowed. Null is Windows' oldest one.
   void SetFont(HFONT font);
   /// Shows the columns in the same proportions on a display of another scale. The font comes apart.
@@ -61,6 +62,11 @@ class GridControl : public ui::Grid, private GridEditor::Owner {
   static WindowClass class_;
 
   LRESULT Handle(UINT message, WPARAM first, LPARAM second);
+  const GridState& state() const override { return state_; }
+  const GridLayout& layout() const override { return layout_; }
+  void GoTo(GridCell cell) override;
+  void Activate() override;
+  bool Enter(std::u16string_view text) override;
   LRESULT HandleHeader(const NMHDR& notice);
   void Paint();
   bool EditorKey(UINT key, bool alt) override;
@@ -95,6 +101,7 @@ class GridControl : public ui::Grid, private GridEditor::Owner {
   GridState state_;
   bool is_tracking_ = false;  ///< the mouse went down on the cell's button
   bool is_button_pressed_ = false;
+  ComPtr<GridAccessible> accessible_{new GridAccessible(*this)};
   int wheel_ = 0;  ///< what is left of a turn that was no whole line
 };
 

@@ -57,10 +57,10 @@ class Chooser {
       : list_(list), selected_(selected), filter_(list.rows) {}
 
   std::optional<std::size_t> Show() {
-    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
-    InitCommonControlsEx(&controls);
     const PerDisplayPixels pixels;
     const VisualStyles styles;
+    const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
+    InitCommonControlsEx(&controls);
     EmptyTemplate empty{};
     empty.dialog.style = kStyle | DS_SETFOREGROUND;
     empty.dialog.dwExtendedStyle = kListStyle;

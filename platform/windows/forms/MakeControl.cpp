@@ -1,4 +1,5 @@
 // Which class is which kind of control.
+#include "platform/windows/WideText.h"
 #include "platform/windows/forms/ButtonControls.h"
 #include "platform/windows/forms/DateControls.h"
 #include "platform/windows/forms/FieldControls.h"
@@ -14,6 +15,11 @@ class NativeGrid : public NativeControl, public GridControl {
   NativeGrid(FormWindow& form, const ui::ControlDescription& description)
       : NativeControl(form, description), GridControl(form.window(), Id(), description.name, form.scale()) {
     Adopt(GridControl::window());
+    // What the grid is called is what its page is called.
+    if (page() && !form.description().pages.empty()) {
+      SetWindowTextW(GridControl::window(),
+                     WideText(form.description().pages[static_cast<std::size_t>(*page())]).c_str());
+    }
   }
   std::u16string Name() const override { return NativeControl::Name(); }
   bool Enabled() const override { return NativeControl::Enabled(); }
