@@ -37,7 +37,7 @@ else()
   list(FILTER windows_test_sources EXCLUDE REGEX "/(form|grid|list_chooser)_[a-z_]*_test\\.cpp$")
 endif()
 add_executable(qva_windows_tests ${windows_test_sources} ${visual_styles})
-target_link_libraries(qva_windows_tests PRIVATE qva_library qva_windows qva_memory qva_windows_gtest)
+target_link_libraries(qva_windows_tests PRIVATE qva_library qva_windows qva_memory qva_windows_gtest oleacc)
 qva_windows_test_program(qva_windows_tests)
 
 # The test bench: the in-memory Excel and host as automation objects, and the clients that drive the library.
