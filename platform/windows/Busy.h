@@ -42,11 +42,11 @@ class BusyBudget {
 /// answer.
 template <class Call>
 HRESULT RetryWhileBusy(Call&& call) {
+  HRESULT code = call();
+  if (!IsBusy(code)) return code;
   BusyBudget budget;
-  for (;;) {
-    const HRESULT code = call();
-    if (!IsBusy(code) || !budget.Pause()) return code;
-  }
+  while (IsBusy(code) && budget.Pause()) code = call();
+  return code;
 }
 
 }  // namespace qva::windows

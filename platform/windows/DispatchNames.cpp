@@ -80,6 +80,12 @@ DispatchNames::Ids DispatchNames::Resolve(IDispatch& dispatch, std::u16string_vi
     if (!named.empty()) throw AutomationError(kNamedArgumentNotFound);
     return ids;
   }
+  if (named.empty()) {
+    if (const auto spelled = spelled_.find(member); spelled != spelled_.end()) {
+      ids.member = spelled->second;
+      return ids;
+    }
+  }
   MemberIds& known = members_[ToLower(member)];
   bool is_complete = known.member != DISPID_UNKNOWN;
   for (const NamedArgument& argument : named) {
@@ -88,7 +94,10 @@ DispatchNames::Ids DispatchNames::Resolve(IDispatch& dispatch, std::u16string_vi
     ids.arguments.push_back(is_complete ? found->second : DISPID_UNKNOWN);
   }
   ids.member = known.member;
-  if (is_complete) return ids;
+  if (is_complete) {
+    spelled_.emplace(member, known.member);
+    return ids;
+  }
 
   std::vector<std::wstring> texts{WideText(member)};
   for (const NamedArgument& argument : named) texts.push_back(WideText(argument.name));

@@ -39,6 +39,10 @@ class DispatchNames {
   static std::uint64_t LookupCount();
 
  private:
+  struct TextHash {
+    using is_transparent = void;
+    std::size_t operator()(std::u16string_view text) const { return std::hash<std::u16string_view>()(text); }
+  };
   struct MemberIds {
     DISPID member = DISPID_UNKNOWN;
     std::unordered_map<std::u16string, DISPID> arguments;  // by lower-case name
@@ -46,6 +50,8 @@ class DispatchNames {
 
   std::u16string type_name_ = u"Object";
   std::unordered_map<std::u16string, MemberIds> members_;  // by lower-case name
+  /// The members themselves once more, as they are spelled by who calls: what most calls need.
+  std::unordered_map<std::u16string, DISPID, TextHash, std::equal_to<>> spelled_;
 };
 
 }  // namespace qva::windows
