@@ -44,7 +44,7 @@ ui::FormDescription ReportPeriodLayout() {
       {DatePicker, u"edCurrBegDate", u"", {84, 262, 110, 23}, u"STab", 0},
       {Label, u"Label10", u"iki : ", {212, 265, 40, 17}, u"STab", 0},
       {DatePicker, u"edCurrEndDate", u"", {254, 262, 110, 23}, u"STab", 0},
-      {TextBox, u"Text1", u"Ataskaitos už nurodytą laikotarpį", {16, 304, 590, 23}, u"STab", 0},
+      {TextBox, u"Text1", u"Ataskaitos už nurodytą laikotarpį", {16, 304, 590, 23}, u"STab", 0, true},
 
       {Grid, u"SpecGrid", u"", {16, 36, 590, 260}, u"STab", 1},
       {Button, u"btSpecDelete", u"DelRec", {16, 306, 90, 27}, u"STab", 1},

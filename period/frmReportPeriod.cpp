@@ -164,7 +164,6 @@ void frmReportPeriod::FillControls() {
   }
 
   Box(u"Text1").SetText(HostText(kPeriodNote));
-  Box(u"Text1").SetReadOnly(true);
   s.grid.Prepare(ui::Get<ui::Grid>(*s.form, u"SpecGrid"), s.book,
                  ado::Recordset(s.Setting(u"BudgetRS").Value().ToObject()));
   ApplyEnabling();

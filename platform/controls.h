@@ -53,6 +53,8 @@ struct ControlDescription {
   Bounds bounds;           ///< within the parent
   std::u16string parent;   ///< the Frame or TabControl that it stands in; empty for the form itself
   int page = 0;            ///< of a TabControl, from 0
+  bool read_only =
+      false;  ///< a TextBox that shows its text like a label: without a frame, and no place for the focus
 };
 
 /// A form. The order of the controls is the tab order; a parent stands before what stands in it.
@@ -107,9 +109,6 @@ class TextBox : public virtual Control {
   virtual void SetText(std::u16string_view text) = 0;
   /// In UTF-16 units; 0 means no limit, as at first. Concerns what is set or typed from now on.
   virtual void SetMaxLength(int length) = 0;
-  /// Whether the user can only read it; at first he can write. The program can set it all the same. What can
-  /// only be read looks like text on the form, without a frame, and Tab passes it over.
-  virtual void SetReadOnly(bool read_only) = 0;
 
   std::function<void()> on_change;  ///< the text has changed
 };

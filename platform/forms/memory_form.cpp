@@ -78,14 +78,12 @@ class MemoryTextBox : public MemoryControl, public ui::TextBox {
     Raise(on_change);
   }
   void SetMaxLength(int length) override { max_length_ = static_cast<std::size_t>(std::max(length, 0)); }
-  void SetReadOnly(bool read_only) override { read_only_ = read_only; }
-  bool read_only() const { return read_only_; }
+  bool read_only() const { return description().read_only; }
   std::u16string Shown() const override { return text_; }
 
  private:
   std::u16string text_;
   std::size_t max_length_ = 0;
-  bool read_only_ = false;
 };
 
 class MemoryOptionButton : public MemoryControl, public ui::OptionButton {

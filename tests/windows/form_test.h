@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -134,6 +135,13 @@ inline ui::FormDescription FormWithMonth() {
   form.width = 240;
   form.height = 190;
   form.controls = {{ui::ControlKind::MonthView, u"MonthView1", u"", {4, 4, 232, 182}, u"", 0}};
+  return form;
+}
+
+/// The same with a text box that can only be read.
+inline ui::FormDescription FormWithANote(std::u16string_view name) {
+  ui::FormDescription form = FormWithAllKinds();
+  std::ranges::find(form.controls, name, &ui::ControlDescription::name)->read_only = true;
   return form;
 }
 

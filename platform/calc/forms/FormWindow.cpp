@@ -13,6 +13,7 @@
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/Modality.h"
 #include "platform/calc/forms/Painter.h"
+#include "platform/calc/forms/TabStrip.h"
 #include "platform/forms/form_description.h"
 
 namespace qva::calc {
@@ -153,8 +154,7 @@ void FormWindow::ShowModal() {
     if (Shown().empty()) others_disabled.emplace();
     const OnTop on_top(*this);
     const Keys keys(*this);
-    // LibreOffice gives the focus to the first control when it shows the dialog, which may be the row of tabs.
-    if (!to_focus_) to_focus_ = FirstField();
+    // LibreOffice gives the focus to the first control when it shows the dialog.
     if (to_focus_) Later([this] { Focus(*std::exchange(to_focus_, nullptr)); });
     const auto dialog = window_->As<css::awt::XDialog2>();
     while (visible_) {
@@ -224,14 +224,6 @@ void FormWindow::Focus(FormControl& control) {
   }
 }
 
-FormControl* FormWindow::FirstField() const {
-  const auto field = std::ranges::find_if(controls_, [](const auto& control) {
-    return control->description().kind != ui::ControlKind::TabControl && control->shown() &&
-           control->Enabled() && control->TakesFocus();
-  });
-  return field == controls_.end() ? nullptr : field->get();
-}
-
 void FormWindow::FocusNext(const FormControl& from, bool forward) {
   const auto start =
       std::ranges::find_if(controls_, [&](const auto& control) { return control.get() == &from; });
@@ -254,7 +246,10 @@ void FormWindow::PressCancel() {
 }
 
 void FormWindow::OnOpened() {
-  for (const auto& control : controls_) control->ShowCaption();
+  for (const auto& control : controls_) {
+    control->ShowCaption();
+    if (auto* tabs = dynamic_cast<TabStrip*>(control.get())) tabs->TakeTab();
+  }
 }
 
 void FormWindow::OnClosing() {

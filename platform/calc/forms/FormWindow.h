@@ -57,8 +57,6 @@ class FormWindow : public ui::Form, public EventTarget {
  private:
   class KeyLink;
   class Keys;
-  /// Where the focus is at first; null where no field takes it.
-  FormControl* FirstField() const;
 
   FormControl* FindControl(std::u16string_view name) const;
   /// What Escape and closing the window do.

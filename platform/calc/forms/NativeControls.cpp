@@ -37,7 +37,13 @@ FrameControl::FrameControl(FormWindow& form, const ui::ControlDescription& descr
 // --- Text boxes --------------------------------------------------------------------------------------------
 
 TextBoxControl::TextBoxControl(FormWindow& form, const ui::ControlDescription& description)
-    : FormControl(form, description, "edit", css::awt::WindowAttribute::BORDER) {
+    : FormControl(form, description, "edit", description.read_only ? 0 : css::awt::WindowAttribute::BORDER) {
+  if (description.read_only) {
+    window().As<XTextComponent>()->setEditable(false);
+    window().SetProperty("Tabstop", Any(false));
+    window().SetProperty("BackgroundColor", Any(form.theme().dialog));
+    window().SetProperty("TextColor", Any(form.theme().dialog_text));
+  }
   SetText(description.caption);
 }
 
@@ -63,16 +69,6 @@ void TextBoxControl::LimitTyping() {
   const std::size_t limit = max_length_ == 0 ? 0 : std::max(max_length_, Text().size());
   window().As<XTextComponent>()->setMaxTextLen(
       static_cast<sal_Int16>(std::min<std::size_t>(limit, std::numeric_limits<sal_Int16>::max())));
-}
-
-void TextBoxControl::SetReadOnly(bool read_only) {
-  read_only_ = read_only;
-  window().As<XTextComponent>()->setEditable(!read_only);
-  window().SetProperty("Border", Any(static_cast<sal_Int16>(read_only ? 0 : 1)));
-  window().SetProperty("Tabstop", Any(!read_only));
-  const Theme& theme = form().theme();
-  window().SetProperty("BackgroundColor", Any(read_only ? theme.dialog : theme.field));
-  window().SetProperty("TextColor", Any(read_only ? theme.dialog_text : theme.field_text));
 }
 
 void TextBoxControl::TakeFocus() {

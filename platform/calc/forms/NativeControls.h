@@ -29,8 +29,7 @@ class TextBoxControl : public FormControl, public ui::TextBox {
   std::u16string Text() const override;
   void SetText(std::u16string_view text) override;
   void SetMaxLength(int length) override;
-  void SetReadOnly(bool read_only) override;
-  bool TakesFocus() const override { return !read_only_; }
+  bool TakesFocus() const override { return !description().read_only; }
   void TakeFocus() override;
 
  private:
@@ -39,7 +38,6 @@ class TextBoxControl : public FormControl, public ui::TextBox {
 
   std::u16string text_;  ///< of which the program knows
   std::size_t max_length_ = 0;
-  bool read_only_ = false;
 };
 
 class OptionControl : public FormControl, public ui::OptionButton {

@@ -8,6 +8,10 @@ namespace qva::calc {
 
 using css::awt::Rectangle;
 
+TabStrip::TabStrip(FormWindow& form, const ui::ControlDescription& description) : Canvas(form, description) {
+  window().SetProperty("Tabstop", css::uno::Any(false));
+}
+
 int TabStrip::Page() const {
   return form().page();
 }

@@ -11,7 +11,10 @@ namespace qva::calc {
 /// Tab.
 class TabStrip : public Canvas, public ui::TabControl {
  public:
-  using Canvas::Canvas;
+  TabStrip(FormWindow& form, const ui::ControlDescription& description);
+  /// From now on Tab stops here. LibreOffice gives the focus to the first control that it stops at when a
+  /// dialog opens, which is to be a field.
+  void TakeTab() { window().SetProperty("Tabstop", css::uno::Any(true)); }
   int Page() const override;
   void SetPage(int page) override;
   void Place(const css::awt::Rectangle& pixels) override;

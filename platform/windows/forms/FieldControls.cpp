@@ -13,7 +13,9 @@ constexpr int kListRows = 10;
 
 NativeTextBox::NativeTextBox(FormWindow& form, const ui::ControlDescription& description)
     : NativeControl(form, description), text_(description.caption) {
-  Create(L"EDIT", WideText(text_), ES_AUTOHSCROLL | WS_TABSTOP, WS_EX_CLIENTEDGE);
+  const bool read_only = description.read_only;
+  Create(L"EDIT", WideText(text_), ES_AUTOHSCROLL | (read_only ? ES_READONLY : WS_TABSTOP),
+         read_only ? 0 : WS_EX_CLIENTEDGE);
 }
 
 std::u16string NativeTextBox::Text() const {
@@ -31,13 +33,6 @@ void NativeTextBox::SetText(std::u16string_view text) {
 void NativeTextBox::SetMaxLength(int length) {
   max_length_ = static_cast<std::size_t>(std::max(length, 0));
   Send(EM_SETLIMITTEXT, max_length_);
-}
-
-void NativeTextBox::SetReadOnly(bool read_only) {
-  Send(EM_SETREADONLY, read_only);
-  SetWindowLongPtrW(window(), GWL_EXSTYLE, read_only ? 0 : WS_EX_CLIENTEDGE);
-  SetWindowPos(window(), nullptr, 0, 0, 0, 0,
-               SWP_FRAMECHANGED | SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void NativeTextBox::OnCommand(WORD code) {

@@ -14,9 +14,7 @@ class NativeTextBox : public NativeControl, public ui::TextBox {
   std::u16string Text() const override;
   void SetText(std::u16string_view text) override;
   void SetMaxLength(int length) override;
-  void SetReadOnly(bool read_only) override;
-  bool IsTabStop() const override { return !is_read_only() && NativeControl::IsTabStop(); }
-  bool is_read_only() const { return (GetWindowLongPtrW(window(), GWL_STYLE) & ES_READONLY) != 0; }
+  bool IsTabStop() const override { return !description().read_only && NativeControl::IsTabStop(); }
   void OnCommand(WORD code) override;
   /// Selects the text, so that typing replaces it.
   void SetFocus() override;

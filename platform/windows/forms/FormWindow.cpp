@@ -6,7 +6,6 @@
 
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
-#include "platform/windows/forms/FieldControls.h"
 #include "platform/windows/forms/VisualStyles.h"
 
 namespace qva::windows {
@@ -258,9 +257,10 @@ LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       const NativeControl* control = ControlOf(reinterpret_cast<HWND>(second));
       const LRESULT brush = DefWindowProcW(window(), message, first, second);
       // Fields that are disabled ask, too; they keep their own colour.
-      const auto* box = dynamic_cast<const NativeTextBox*>(control);
-      const bool is_on_page = control && control->page() && (!box || box->is_read_only()) &&
-                              control->description().kind != ui::ControlKind::ComboBox;
+      const bool is_on_page =
+          control && control->page() &&
+          (control->description().kind != ui::ControlKind::TextBox || control->description().read_only) &&
+          control->description().kind != ui::ControlKind::ComboBox;
       return is_on_page ? PageBrush(reinterpret_cast<HDC>(first)) : brush;
     }
     case WM_THEMECHANGED:

@@ -50,6 +50,7 @@ class FormContract : public testing::Test {
                      {OptionButton, u"optB", u"B", {8, 44, 90, 20}, u"frame", 0},
                      {Label, u"label", u"Metai & kt.", {150, 36, 100, 17}, u"tabs", 0},
                      {TextBox, u"text", u"Pastaba", {150, 60, 100, 23}, u"tabs", 0},
+                     {TextBox, u"note", u"Tik skaitoma", {150, 120, 100, 23}, u"tabs", 0, true},
                      {ComboBox, u"combo", u"", {150, 90, 100, 23}, u"tabs", 0},
                      {Grid, u"grid", u"", {16, 36, 200, 100}, u"tabs", 1},
                      {OptionButton, u"optOther", u"Kita", {8, 196, 90, 20}, u"", 0},
@@ -205,9 +206,10 @@ TYPED_TEST_P(FormContract, ATextBoxCutsWhatIsTooLongFromNowOn) {
 }
 
 TYPED_TEST_P(FormContract, TheProgramSetsWhatTheUserCannot) {
+  auto& note = this->template Get<ui::TextBox>(u"note");
+  note.SetText(u"1");
+  EXPECT_EQ(note.Text(), u"1");
   auto& box = this->template Get<ui::TextBox>(u"text");
-  box.SetReadOnly(true);
-  box.SetText(u"1");
   box.SetEnabled(false);
   EXPECT_FALSE(box.Enabled());
   box.SetText(u"2");

@@ -41,6 +41,7 @@ ui::FormDescription Sample() {
                    {OptionButton, u"optB", u"B", {}, u"Kinds", 0},
                    {OptionButton, u"optOther", u"C", {}, u"", 0},
                    {TextBox, u"txt", u"", {}, u"", 0},
+                   {TextBox, u"note", u"", {}, u"", 0, true},
                    {ComboBox, u"cb", u"", {}, u"", 0},
                    {DatePicker, u"ed", u"", {}, u"", 0},
                    {MonthView, u"month", u"", {}, u"", 0},
@@ -143,8 +144,7 @@ TEST_F(MemoryFormTest, LetsNobodyWorkWhatIsNotThereDisabledOrOfAnotherKind) {
     form->Find(u"txt")->SetEnabled(false);
     EXPECT_EQ(RaisedBy([&] { form->Type(u"txt", u"x"); }), kInvalidProcedureCall);
     form->Find(u"txt")->SetEnabled(true);
-    Control<ui::TextBox>(u"txt").SetReadOnly(true);
-    EXPECT_EQ(RaisedBy([&] { form->Type(u"txt", u"x"); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { form->Type(u"note", u"x"); }), kInvalidProcedureCall);
     EXPECT_EQ(RaisedBy([&] { form->TypeCell(u"grid", 0, u"A", u"x"); }), kInvalidProcedureCall);
     EXPECT_EQ(RaisedBy([&] { form->SelectRow(u"grid", 0); }), kInvalidProcedureCall);
     form->Hide();
