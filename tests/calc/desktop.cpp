@@ -264,6 +264,16 @@ std::size_t Desktop::OpenFilesOf(const Window& window) {
   return static_cast<std::size_t>(std::distance(fs::begin(files), fs::end(files)));
 }
 
+double Desktop::Contrast(const Window& window, const Area& part) {
+  const auto pixels = [&](int length) { return std::to_string(static_cast<int>(length * scale())); };
+  const std::string crop =
+      pixels(part.width) + "x" + pixels(part.height) + "+" + pixels(part.left) + "+" + pixels(part.top);
+  const fs::path picture = folder_ / "contrast.png";
+  Output({"import", "-window", window, picture.string()});
+  return std::stod(Output({"convert", picture.string(), "-crop", crop, "-colorspace", "gray", "-format",
+                           "%[fx:maxima-minima]", "info:"}));
+}
+
 void Desktop::Picture(const std::string& name, const Window& window) {
   const char* pictures = std::getenv("QVA_PICTURES");
   if (!pictures) return;

@@ -81,8 +81,15 @@ class Desktop {
   /// Moves the window and gives it a size; real pixels.
   void Place(const Window& window, int x, int y, int width, int height);
 
-  /// Has LibreOffice draw its windows by GTK, as on most desktops, from its next start on.
-  void UseGtk() { environment_["SAL_USE_VCLPLUGIN"] = "gtk3"; }
+  /// Has LibreOffice draw its windows by GTK, as on most desktops, from its next start on; in the desktop's
+  /// own look or in that of a theme.
+  void UseGtk(const std::string& theme = "") {
+    environment_["SAL_USE_VCLPLUGIN"] = "gtk3";
+    if (!theme.empty()) environment_["GTK_THEME"] = theme;
+  }
+  /// How far the darkest and the lightest point of a part of a window are from each other, from 0 to 1. The
+  /// part is in pixels at 100 % scale.
+  double Contrast(const Window& window, const Area& part);
   /// Makes a window the active one, as its button in a task bar does. Needs a window manager.
   void Activate(const Window& window);
   /// Which of two windows covers the other where they overlap: true for `upper`. Needs a window manager.

@@ -34,7 +34,8 @@ TEST_F(CalcWindows, DatesOfTheUsersOwnAreTypedSteppedAndClicked) {
 TEST_F(CalcWindows, TabGoesThroughTheControlsInTheirOrder) {
   StartMacro("shown_period", {"--show"}, desktop.environment());
   Desktop::Window period = desktop.WaitForWindow(kPeriod);
-  // From the first field: the plan, year, quarter, month, the chosen option, the one date that can be changed.
+  // From the first field: the plan, year, quarter, month, the chosen option, the one date that can be
+  // changed.
   desktop.Keys(period, {"ctrl+a"});
   desktop.Type(period, " GAMYBA ");
   desktop.Keys(period, {"Tab"});

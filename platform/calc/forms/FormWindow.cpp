@@ -4,6 +4,7 @@
 #include <com/sun/star/awt/KeyModifier.hpp>
 #include <com/sun/star/awt/XExtendedToolkit.hpp>
 #include <com/sun/star/awt/XGraphics.hpp>
+#include <com/sun/star/awt/XLayoutConstrains.hpp>
 #include <cppuhelper/implbase1.hxx>
 
 #include <algorithm>
@@ -118,12 +119,24 @@ FormWindow::FormWindow(const ui::FormDescription& description) try
   for (const ui::ControlDescription& control : description_.controls) {
     controls_.push_back(MakeControl(*this, control));
   }
-  window_->window()->setOutputSize({Scaled(description_.width), Scaled(description_.height)});
+  StretchForFields();
+  window_->window()->setOutputSize({Scaled(description_.width), theme_->ScaledDown(description_.height)});
   Layout();
   SetPage(0);
 } catch (const css::uno::Exception&) {
   // LibreOffice's own text names interfaces and source files.
   throw FormError(kOutOfMemory, u"LibreOffice gives no window");
+}
+
+/// Some desktops draw a field higher than the place that it is given; it would cover its neighbour.
+void FormWindow::StretchForFields() {
+  constexpr int kRow = 30;  // from field to field in our forms
+  constexpr int kGap = 3;
+  for (const auto& control : controls_) {
+    if (control->description().kind != ui::ControlKind::TextBox || control->description().read_only) continue;
+    const int height = control->window().As<css::awt::XLayoutConstrains>()->getMinimumSize().Height;
+    theme_->stretch = std::max(theme_->stretch, (height + Scaled(kGap)) / (kRow * theme_->scale));
+  }
 }
 
 FormWindow::~FormWindow() {
@@ -205,7 +218,7 @@ int FormWindow::Width() const {
 }
 
 int FormWindow::Height() const {
-  return theme_->Unscaled(window_->Size().Height);
+  return theme_->UnscaledDown(window_->Size().Height);
 }
 
 // --- Focus and buttons -------------------------------------------------------------------------------------
@@ -330,7 +343,7 @@ void FormWindow::Layout() {
 void FormWindow::OnResized() {
   if (controls_.size() != description_.controls.size()) return;
   const css::awt::Size size = window_->Size();
-  const css::awt::Size least(Scaled(description_.width), Scaled(description_.height));
+  const css::awt::Size least(Scaled(description_.width), theme_->ScaledDown(description_.height));
   if (size.Width < least.Width || size.Height < least.Height) {
     window_->window()->setOutputSize(
         {std::max(size.Width, least.Width), std::max(size.Height, least.Height)});

@@ -57,6 +57,7 @@ class FormWindow : public ui::Form, public EventTarget {
  private:
   class KeyLink;
   class Keys;
+  void StretchForFields();
 
   FormControl* FindControl(std::u16string_view name) const;
   /// What Escape and closing the window do.

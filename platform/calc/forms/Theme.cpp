@@ -40,10 +40,18 @@ int Theme::Unscaled(int pixels) const {
   return static_cast<int>(std::lround(pixels / scale));
 }
 
+int Theme::ScaledDown(int length) const {
+  return static_cast<int>(std::lround(length * scale * stretch));
+}
+
+int Theme::UnscaledDown(int pixels) const {
+  return static_cast<int>(std::lround(pixels / (scale * stretch)));
+}
+
 css::awt::Rectangle Theme::Scaled(const ui::Bounds& bounds) const {
   const int left = Scaled(bounds.left);
-  const int top = Scaled(bounds.top);
-  return {left, top, Scaled(bounds.left + bounds.width) - left, Scaled(bounds.top + bounds.height) - top};
+  const int top = ScaledDown(bounds.top);
+  return {left, top, Scaled(bounds.left + bounds.width) - left, ScaledDown(bounds.top + bounds.height) - top};
 }
 
 }  // namespace qva::calc

@@ -17,10 +17,14 @@ struct Theme {
 
   int Scaled(int length) const;
   int Unscaled(int pixels) const;
+  /// The same along the height of a form.
+  int ScaledDown(int length) const;
+  int UnscaledDown(int pixels) const;
   /// Edges are scaled, not sizes, so that what touches at 100 % touches at any scale.
   css::awt::Rectangle Scaled(const ui::Bounds& bounds) const;
 
   double scale = 1;               ///< 1 at 96 dots per inch
+  double stretch = 1;             ///< of heights besides, where the desktop's fields are higher than ours
   css::awt::FontDescriptor font;  ///< of fields, its height in the screen's pixels
   sal_Int32 dialog = 0;
   sal_Int32 dialog_text = 0;
