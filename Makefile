@@ -1,7 +1,7 @@
 # The short front of the project. Everything is built under build/, results are left under out/.
 
 .DEFAULT_GOAL := help
-.PHONY: help run test check fuzz windows bench docs samples package format clean
+.PHONY: help run test check fuzz windows bench pictures docs samples package format clean
 
 help:  ## Show this list
 	@grep -E '^[a-z]+:.*## ' $(MAKEFILE_LIST) | sed -E 's/^([a-z]+):.*## (.*)/  make \1\t\2/' | expand -t 18
@@ -49,6 +49,12 @@ bench:  ## Build and run the benchmarks
 	@build/release/bench/qva_bench
 	@tools/bench-calc.sh
 	@tools/bench-windows.sh
+
+pictures:  ## Take the pictures of all windows in docs/images anew
+	@tools/install-packages.sh run test windows pictures
+	@cmake --preset debug -DQVA_TESTS=ON > /dev/null && cmake --build --preset debug --target qva_calc_tests
+	@cmake --preset windows-x64 -DQVA_TESTS=ON > /dev/null && cmake --build --preset windows-x64
+	@tools/pictures.sh
 
 docs:  ## Write docs/guide.md, docs/gidas.md and the doctor's findings anew from their tables, and the searchable site into out/site
 	@tools/install-packages.sh run package

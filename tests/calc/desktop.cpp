@@ -152,6 +152,8 @@ Desktop::Window Desktop::WaitForWindow(const std::string& title, const Window& o
   const Window window = FindWindow(title, other_than);
   WaitUntilPainted(window);
   Settle();
+  // A field that has just got the focus takes the first click of another one for nothing for a moment.
+  std::this_thread::sleep_for(std::chrono::milliseconds(400));
   return window;
 }
 
