@@ -1,8 +1,10 @@
-// What LibreOffice calls of ours lets nothing out, whatever fails behind it.
+// What LibreOffice calls of ours lets nothing out, whatever fails behind it, and hides no error.
 #include <com/sun/star/awt/XRequestCallback.hpp>
 #include <com/sun/star/document/XDocumentEventBroadcaster.hpp>
 #include <com/sun/star/frame/XModel2.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/script/BasicErrorException.hpp>
+#include <com/sun/star/script/XAutomationInvocation.hpp>
 #include <com/sun/star/uno/DeploymentException.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/implbase2.hxx>
@@ -14,6 +16,7 @@
 #include "platform/calc/UnoText.h"
 #include "platform/calc/toolbars/DocumentBars.h"
 #include "platform/failure_listener.h"
+#include "platform/member_table.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "server/calc/MenuJob.h"
 #include "server/calc/ObjectFactoryService.h"
@@ -113,6 +116,25 @@ class FailingTarget : public CommandTarget {
   CommandState StateOf(const OUString&) override { throw AutomationError(kInternalError); }
 };
 
+/// A member that changes its argument to what Basic has no array for, and fails.
+class BlockMaker : public Described<BlockMaker> {
+ public:
+  static const ClassDescription& Description() {
+    static const ClassDescription& description =
+        ClassBuilder(u"BlockMaker", "Makes blocks").Method<&BlockMaker::Make>(u"Make", {{u"Block"}});
+    return description;
+  }
+
+ private:
+  void Make(Value& block) {
+    Array made;
+    made.dimensions.resize(3, {0, 1});
+    made.elements.resize(1);
+    block = made;
+    throw AutomationError(kApplicationDefined, u"BlockMaker", u"Refused");
+  }
+};
+
 class Callbacks : public testing::Test {
  protected:
   Callbacks() {
@@ -194,6 +216,19 @@ TEST_F(Callbacks, LeaveAScreenOffRatherThanRaiseFromItsEnd) {
   EXPECT_THROW(SetScreenUpdating(application, arguments), css::uno::Exception);
   office->is_short_of_memory = true;
   application = {};
+}
+
+TEST_F(Callbacks, TellTheMembersErrorWhereItsArgumentCannotGoBack) {
+  const Reference<css::script::XAutomationInvocation> object(PublishedObject::Of(MakeRef<BlockMaker>()),
+                                                             css::uno::UNO_QUERY_THROW);
+  Sequence<sal_Int16> changed;
+  Sequence<Any> values;
+  try {
+    object->invoke("Make", SequenceOf({Any(sal_Int32{1})}), changed, values);
+    FAIL() << "raises nothing";
+  } catch (const css::script::BasicErrorException& error) {
+    EXPECT_EQ(error.ErrorCode, kApplicationDefined);
+  }
 }
 
 TEST_F(Callbacks, EndWhatFailsInAMenuCommand) {
