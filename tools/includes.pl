@@ -62,4 +62,4 @@ server/demo             platform platform/windows platform/windows/services host
 tools/doctor            platform
 tools/doctor/windows    platform platform/windows platform/windows/services storage server server/com server/demo tools/doctor
 tools/guide             platform server tools/doctor
-tools/report-runner     platform platform/posix server
+tools/report-runner     platform platform/filesystem platform/posix server
