@@ -42,7 +42,7 @@ platform/memory         platform platform/filesystem platform/forms platform/rec
 platform/memory/excel   platform platform/commandbars
 platform/posix          platform platform/filesystem platform/forms platform/recordset
 platform/calc           platform platform/posix
-platform/calc/forms     platform platform/forms platform/calc
+platform/calc/forms     platform platform/filesystem platform/forms platform/calc
 platform/calc/toolbars  platform platform/commandbars platform/calc
 platform/windows        platform platform/filesystem platform/recordset
 platform/windows/forms  platform platform/forms platform/windows
@@ -53,13 +53,13 @@ storage                 platform global
 reports                 platform global period storage
 excelui                 platform global
 host                    platform platform/filesystem
-host/posix              platform/posix host
+host/posix              platform/filesystem platform/posix host
 host/windows            platform/windows host
 server                  platform platform/filesystem global period storage reports excelui
-server/calc             platform platform/posix platform/calc platform/calc/forms platform/calc/toolbars period server
+server/calc             platform platform/filesystem platform/posix platform/calc platform/calc/forms platform/calc/toolbars period server
 server/com              platform platform/windows platform/windows/services global server
-server/demo             platform platform/windows platform/windows/services host server/com
+server/demo             platform platform/filesystem platform/windows platform/windows/services host server/com
 tools/doctor            platform
-tools/doctor/windows    platform platform/windows platform/windows/services storage server server/com server/demo tools/doctor
+tools/doctor/windows    platform platform/filesystem platform/windows platform/windows/services storage server server/com server/demo tools/doctor
 tools/guide             platform server tools/doctor
 tools/report-runner     platform platform/filesystem platform/posix server

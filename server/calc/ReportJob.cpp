@@ -14,7 +14,9 @@
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/failure_listener.h"
+#include "platform/filesystem/native_file.h"
 #include "platform/text.h"
+#include "platform/variables.h"
 #include "server/calc/BasicError.h"
 #include "server/calc/OpenWorkbook.h"
 
@@ -24,17 +26,12 @@ namespace {
 using css::uno::Sequence;
 using rtl::OUString;
 
-std::string Variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value ? value : "";
-}
-
 void WriteStep(const std::string& step) {
-  std::ofstream(Variable("QVA_JOB_STEPS"), std::ios::app) << step << '\n';
+  std::ofstream(EnvironmentVariable(variables::kJobSteps), std::ios::app) << step << '\n';
 }
 
 void WriteResult(const std::string& result) {
-  std::ofstream(Variable("QVA_JOB_RESULT")) << result << '\n';
+  std::ofstream(EnvironmentVariable(variables::kJobResult)) << result << '\n';
 }
 
 class Failures : public FailureListener {
@@ -93,13 +90,13 @@ std::string ReportJob::Outcome() {
 }
 
 void ReportJob::Run() {
-  const std::string workbook = Variable("QVA_JOB_WORKBOOK");
+  const std::string workbook = EnvironmentVariable(variables::kJobWorkbook);
   WriteStep("Opening " + workbook);
   const OpenWorkbook open(context_, workbook);
-  const std::string macro = Variable("QVA_JOB_MACRO");
+  const std::string macro = EnvironmentVariable(variables::kJobMacro);
   WriteStep("Running " + macro);
   open.RunMacro(macro);
-  if (const std::string pdf = Variable("QVA_JOB_PDF"); !pdf.empty()) {
+  if (const std::string pdf = EnvironmentVariable(variables::kJobPdf); !pdf.empty()) {
     WriteStep("Storing " + pdf);
     open.PrintToPdf(pdf);
   }
