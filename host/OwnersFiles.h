@@ -2,8 +2,14 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 
 namespace qva::embedded {
+
+/// The folder for the user's data of this program, by the environment's variables; empty when there is no
+/// place for one.
+std::filesystem::path OwnersDataFolder(
+    const std::function<std::filesystem::path(const char* name)>& variable);
 
 enum class NewFile { Created, NameIsTaken, NotCreated };
 

@@ -3,11 +3,11 @@
 
 #include <dlfcn.h>
 
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
 #include "host/EmbeddedHost.h"
+#include "platform/filesystem/native_file.h"
 
 namespace {
 
@@ -22,12 +22,7 @@ std::filesystem::path ResourcesBesideModule() {
 
 extern "C" __attribute__((visibility("default"))) qva::ObjectFactory* QvaOpenModule(
     const qva::Services& services) noexcept try {
-  auto options = qva::embedded::OptionsFromEnvironment(
-      [](const char* name) {
-        const char* value = std::getenv(name);
-        return std::filesystem::path(value ? value : "");
-      },
-      ResourcesBesideModule());
+  auto options = qva::embedded::OptionsFromEnvironment(qva::EnvironmentVariable, ResourcesBesideModule());
   if (!options || !services.message_box) return nullptr;
   // Conversions of values ask the services, and the module has a copy of the seam of its own.
   qva::InstallServices(services);

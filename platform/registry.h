@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace qva {
 
@@ -105,6 +106,35 @@ class Registry {
   /// Closes a key (RegCloseKey), which must not be used again. Closing a predefined key is allowed and does
   /// nothing.
   virtual std::int32_t CloseKey(RegistryKey key) = 0;
+};
+
+/// Owns a key that it opens, if it does, until its end.
+class OpenedKey {
+ public:
+  /// The registry must outlive it.
+  explicit OpenedKey(Registry& registry) : registry_(registry) {}
+  OpenedKey(const OpenedKey&) = delete;
+  OpenedKey& operator=(const OpenedKey&) = delete;
+  ~OpenedKey() { Close(); }
+
+  // One of these, once. Results: the registry's.
+  std::int32_t Open(RegistryKey parent, std::u16string_view path, std::uint32_t access) {
+    return registry_.OpenKey(parent, path, access, key_);
+  }
+  std::int32_t Create(RegistryKey parent, std::u16string_view path, std::uint32_t access,
+                      const RegistrySecurity& security) {
+    return registry_.CreateKey(parent, path, access, security, key_);
+  }
+
+  RegistryKey get() const { return key_; }
+  /// Closes it, where there is one to close. Result: the registry's.
+  std::int32_t Close() { return key_ == 0 ? kRegistrySuccess : registry_.CloseKey(std::exchange(key_, 0)); }
+  /// Leaves it open.
+  void Release() { key_ = 0; }
+
+ private:
+  Registry& registry_;
+  RegistryKey key_ = 0;
 };
 
 }  // namespace qva

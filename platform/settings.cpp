@@ -1,20 +1,6 @@
 #include "platform/settings.h"
 
 namespace qva {
-namespace {
-
-/// A key that is open, for as long as this lives.
-struct OpenedKey {
-  Registry& registry;
-  RegistryKey handle = 0;
-  bool is_open = false;
-
-  ~OpenedKey() {
-    if (is_open) registry.CloseKey(handle);
-  }
-};
-
-}  // namespace
 
 std::u16string SettingsKeyPath(std::u16string_view application, std::u16string_view section) {
   return u"Software\\VB and VBA Program Settings\\" + std::u16string(application) + u"\\" +
@@ -25,16 +11,17 @@ std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16stri
                           std::u16string_view section, std::u16string_view key,
                           std::u16string_view default_value) {
   std::u16string result(default_value);
-  OpenedKey opened{registry};
-  opened.is_open = registry.OpenKey(HKEY_CURRENT_USER_VALUE, SettingsKeyPath(application, section),
-                                    kKeyQueryValue, opened.handle) == kRegistrySuccess;
-  if (!opened.is_open) return result;
+  OpenedKey opened(registry);
+  if (opened.Open(HKEY_CURRENT_USER_VALUE, SettingsKeyPath(application, section), kKeyQueryValue) !=
+      kRegistrySuccess) {
+    return result;
+  }
 
   std::uint32_t type = 0;
   std::uint32_t size = 0;
-  if (registry.QueryValue(opened.handle, key, type, {}, size) == kRegistrySuccess && type == kRegSz) {
+  if (registry.QueryValue(opened.get(), key, type, {}, size) == kRegistrySuccess && type == kRegSz) {
     std::string data(size, '\0');
-    if (registry.QueryValue(opened.handle, key, type, data, size) == kRegistrySuccess && type == kRegSz) {
+    if (registry.QueryValue(opened.get(), key, type, data, size) == kRegistrySuccess && type == kRegSz) {
       result = locale.FromAnsi(data.substr(0, data.find('\0')));
     }
   }
@@ -43,11 +30,10 @@ std::u16string GetSetting(Registry& registry, const Locale& locale, std::u16stri
 
 bool SaveSetting(Registry& registry, const Locale& locale, std::u16string_view application,
                  std::u16string_view section, std::u16string_view key, std::u16string_view value) {
-  OpenedKey opened{registry};
-  opened.is_open = registry.CreateKey(HKEY_CURRENT_USER_VALUE, SettingsKeyPath(application, section),
-                                      kKeySetValue, {}, opened.handle) == kRegistrySuccess;
-  return opened.is_open &&
-         registry.SetValue(opened.handle, key, kRegSz, locale.ToAnsi(value)) == kRegistrySuccess;
+  OpenedKey opened(registry);
+  return opened.Create(HKEY_CURRENT_USER_VALUE, SettingsKeyPath(application, section), kKeySetValue, {}) ==
+             kRegistrySuccess &&
+         registry.SetValue(opened.get(), key, kRegSz, locale.ToAnsi(value)) == kRegistrySuccess;
 }
 
 }  // namespace qva

@@ -58,20 +58,15 @@ bool Keep(Registry& registry, RegistryKey environment, const RegistryValue& path
 /// there is none, or it is kept.
 bool IsSaved(std::u16string_view read) {
   Registry& registry = *GetServices().registry;
-  RegistryKey environment = 0;
+  OpenedKey environment(registry);
   const std::int32_t opened =
-      registry.OpenKey(HKEY_CURRENT_USER_VALUE, kEnvironmentKey, kKeyQueryValue | kKeySetValue, environment);
+      environment.Open(HKEY_CURRENT_USER_VALUE, kEnvironmentKey, kKeyQueryValue | kKeySetValue);
   if (opened != kRegistrySuccess) return opened == kRegistryFileNotFound;
-  struct CloseKey {
-    Registry& registry;
-    RegistryKey key;
-    ~CloseKey() { registry.CloseKey(key); }
-  } const close{registry, environment};
   RegistryValue path;
-  const std::int32_t status = registry.QueryStored(environment, kVariable, path);
+  const std::int32_t status = registry.QueryStored(environment.get(), kVariable, path);
   if (status != kRegistrySuccess) return status == kRegistryFileNotFound;
   const RegistryValue whole{kRegSz, ToUtf16Bytes(std::u16string(read) + u'\0')};
-  return path == whole || Keep(registry, environment, path);
+  return path == whole || Keep(registry, environment.get(), path);
 }
 
 }  // namespace

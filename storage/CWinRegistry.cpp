@@ -18,16 +18,11 @@ constexpr RegistrySecurity kSecurity = {.length = 10, .inherit_handle = true};
 
 constexpr std::size_t kValueBufferSize = 255;
 
-/// Takes steps with an open key, which is closed where an exception ends them: the registry itself reports
-/// every failure, but there may be no memory for a name.
-template <class Steps>
-auto WithOpenKey(Registry& registry, RegistryKey key, Steps steps) {
-  try {
-    return steps();
-  } catch (...) {
-    registry.CloseKey(key);
-    throw;
-  }
+/// The end of a step with a key, which leaves it open when it failed.
+bool Succeeds(std::int32_t status, OpenedKey& key) {
+  if (status == kRegistrySuccess) return key.Close() == kRegistrySuccess;
+  key.Release();
+  return false;
 }
 
 }  // namespace
@@ -35,16 +30,15 @@ auto WithOpenKey(Registry& registry, RegistryKey key, Steps steps) {
 std::u16string CWinRegistry::GetRegSetting(RegistryKey hive, const std::u16string& key_path,
                                            const std::u16string& value_name, std::int32_t& value_type) const {
   Registry& registry = *GetServices().registry;
-  RegistryKey key = 0;
-  if (registry.OpenKey(hive, key_path, kAccess, key) != kRegistrySuccess) return {};
+  OpenedKey key(registry);
+  if (key.Open(hive, key_path, kAccess) != kRegistrySuccess) return {};
 
   std::array<char, kValueBufferSize> buffer;
   buffer.fill(' ');
   auto type = static_cast<std::uint32_t>(value_type);
   std::uint32_t size = kValueBufferSize;
-  const std::int32_t status =
-      WithOpenKey(registry, key, [&] { return registry.QueryValue(key, value_name, type, buffer, size); });
-  registry.CloseKey(key);
+  const std::int32_t status = registry.QueryValue(key.get(), value_name, type, buffer, size);
+  key.Close();
   value_type = static_cast<std::int32_t>(type);
   // A value without any bytes has not even a terminating zero to drop.
   if (status != kRegistrySuccess || size == 0) return {};
@@ -54,11 +48,9 @@ std::u16string CWinRegistry::GetRegSetting(RegistryKey hive, const std::u16strin
 bool CWinRegistry::DeleteRegSetting(RegistryKey hive, const std::u16string& key_path,
                                     const std::u16string& value_name) const {
   Registry& registry = *GetServices().registry;
-  RegistryKey key = 0;
-  if (registry.OpenKey(hive, key_path, kAccess, key) != kRegistrySuccess) return false;
-  return WithOpenKey(registry, key, [&] { return registry.DeleteValue(key, value_name); }) ==
-             kRegistrySuccess &&
-         registry.CloseKey(key) == kRegistrySuccess;
+  OpenedKey key(registry);
+  if (key.Open(hive, key_path, kAccess) != kRegistrySuccess) return false;
+  return Succeeds(registry.DeleteValue(key.get(), value_name), key);
 }
 
 bool CWinRegistry::SaveRegSetting(RegistryKey hive, const std::u16string& key_path,
@@ -68,12 +60,10 @@ bool CWinRegistry::SaveRegSetting(RegistryKey hive, const std::u16string& key_pa
   const std::string bytes = GetServices().locale->ToAnsi(value);
   // As many bytes as the text has characters, which are as many in a code page of single bytes.
   const std::string_view data = std::string_view(bytes).substr(0, value.size());
-  RegistryKey key = 0;
-  if (registry.CreateKey(hive, key_path, kAccess, kSecurity, key) != kRegistrySuccess) return false;
-  const auto set = [&] {
-    return registry.SetValue(key, value_name, static_cast<std::uint32_t>(value_type), data);
-  };
-  return WithOpenKey(registry, key, set) == kRegistrySuccess && registry.CloseKey(key) == kRegistrySuccess;
+  OpenedKey key(registry);
+  if (key.Create(hive, key_path, kAccess, kSecurity) != kRegistrySuccess) return false;
+  return Succeeds(registry.SetValue(key.get(), value_name, static_cast<std::uint32_t>(value_type), data),
+                  key);
 }
 
 }  // namespace qva

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# What the compiler does not say: formatting, sources that no build has, and clang-tidy's findings. Needs the builds
-# debug, windows-x64, windows-x86 and fuzz, with the headers that they make. The last line sums up.
+# What the compiler does not say: formatting, sources that no build has, includes that no folder may have, and clang-tidy's
+# findings. Needs the builds debug, windows-x64, windows-x86 and fuzz, with the headers that they make. The last line sums up.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 
@@ -27,16 +27,13 @@ done)
 printf '%s' "${lost:+$lost$'\n'}"
 report "every source is in a build" ${#lost}
 
-# A system's header has a folder or ends in .h; below platform/ stand the adapters.
-strays=$(grep -nE '^#include ("(platform/[a-z]+/|server/|host/|tests/)|<([a-z]+/|[A-Za-z]+\.h[px]*>))' \
-  {global,period,reports,storage,excelui}/*.{h,cpp})
-printf '%s' "${strays:+$strays$'\n'}"
-report "the library includes the seam and the standard library alone" ${#strays}
+tools/includes.pl
+report "every folder includes what it may" $?
 
-strays=$(grep -rnE '^#include "(global|period|reports|storage|excelui|server|host|tests)/' platform --include='*.h' --include='*.cpp'
-  grep -rnE '^#include "(global|period|reports|storage|excelui|server|tests)/' host --include='*.h' --include='*.cpp')
+# A system's header has a folder or ends in .h.
+strays=$(grep -nE '^#include <([a-z]+/|[A-Za-z]+\.h[px]*>)' {global,period,reports,storage,excelui}/*.{h,cpp})
 printf '%s' "${strays:+$strays$'\n'}"
-report "seam, adapters and embedded host include nothing above them" ${#strays}
+report "the library includes the standard library alone besides" ${#strays}
 
 # Newer versions find other things in other versions of the standard headers.
 if [[ $(clang-tidy --version 2> /dev/null) == *"version 14."* ]]; then

@@ -24,6 +24,9 @@ my $work = "$root/build/lint";
 my $clean_ones = ($ENV{XDG_CACHE_HOME} || "$ENV{HOME}/.cache") . '/qva-varnholt/clang-tidy';
 my $tidy = $ENV{CLANG_TIDY} // 'clang-tidy';
 my $jobs = `nproc` + 0;
+# Our objects may be in use until the process is gone, and a DLL's destructors run when it is unloaded: what lives as long
+# as the module is a constant, or made on first use and never destroyed.
+my @warnings = qw(-Wno-unknown-warning-option -Wexit-time-destructors -Wglobal-constructors);
 @ARGV or die "usage: tidy.pl <build folder>...\n";
 
 sub contents {
@@ -124,7 +127,7 @@ sub check {
   my $folder = "$work/" . sha256_hex($file);
   make_path($folder);
   put("$folder/compile_commands.json", encode_json([ { directory => $root, file => $file,
-      arguments => [ 'clang++', split(/\n/, $arguments), '-Wno-unknown-warning-option', '-c', $file ] } ]));
+      arguments => [ 'clang++', split(/\n/, $arguments), @warnings, '-c', $file ] } ]));
   my $output = `$tidy --quiet -p $folder --header-filter='^$root/($folders)/' $file 2>/dev/null`;
   return ($output, $? == 0);
 }

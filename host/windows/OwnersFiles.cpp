@@ -6,6 +6,12 @@
 
 namespace qva::embedded {
 
+std::filesystem::path OwnersDataFolder(
+    const std::function<std::filesystem::path(const char* name)>& variable) {
+  const auto data = variable("LOCALAPPDATA");
+  return data.is_absolute() ? data / "QVA_Varnholt" : std::filesystem::path();
+}
+
 NewFile CreateOwnersFile(const std::filesystem::path& file) {
   const windows::Handle created = windows::OwnFileHandle(
       CreateFileW(file.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));

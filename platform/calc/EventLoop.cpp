@@ -9,8 +9,6 @@
 #include <com/sun/star/lang/SystemDependent.hpp>
 #include <cppuhelper/implbase1.hxx>
 
-#include "platform/calc/UnoValue.h"
-
 namespace qva::calc {
 namespace {
 
@@ -22,13 +20,7 @@ using css::uno::UNO_QUERY_THROW;
 class Action : public cppu::WeakImplHelper1<css::awt::XCallback> {
  public:
   explicit Action(std::function<void()> action) : action_(std::move(action)) {}
-  void SAL_CALL notify(const Any&) override {
-    try {
-      action_();
-    } catch (...) {
-      // Nothing may get into LibreOffice's loop.
-    }
-  }
+  void SAL_CALL notify(const Any&) override { IgnoreFailures(action_); }
 
  private:
   std::function<void()> action_;
@@ -40,9 +32,9 @@ Reference<css::awt::XToolkit> Toolkit() {
   return Reference<css::awt::XToolkit>(css::awt::Toolkit::create(Context()), UNO_QUERY_THROW);
 }
 
-void Post(std::function<void()> action) {
+void Post(std::function<void()> action, const Reference<css::uno::XComponentContext>& context) {
   const Reference<css::awt::XRequestCallback> loop(
-      Context()->getServiceManager()->createInstanceWithContext("com.sun.star.awt.AsyncCallback", Context()),
+      context->getServiceManager()->createInstanceWithContext("com.sun.star.awt.AsyncCallback", context),
       UNO_QUERY_THROW);
   loop->addCallback(new Action(std::move(action)), Any());
 }

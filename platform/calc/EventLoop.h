@@ -6,13 +6,17 @@
 #include <com/sun/star/frame/XFrame.hpp>
 #include <functional>
 
+#include "platform/calc/UnoValue.h"
+
 namespace qva::calc {
 
 /// LibreOffice's toolkit. Raises UNO's exceptions when there is none.
 css::uno::Reference<css::awt::XToolkit> Toolkit();
 
-/// Does something as the next event of LibreOffice's loop, with its lock held. What it raises is lost.
-void Post(std::function<void()> action);
+/// Does something as the next event of LibreOffice's loop, with its lock held. What it raises is lost. Raises
+/// UNO's exceptions when LibreOffice is ending.
+void Post(std::function<void()> action,
+          const css::uno::Reference<css::uno::XComponentContext>& context = Context());
 
 /// The frame of the document that is the active one; null when there is none.
 css::uno::Reference<css::frame::XFrame> CurrentFrame();

@@ -19,12 +19,7 @@ class Darkness {
  public:
   Darkness() = default;
   ~Darkness() {
-    if (is_over_) return;
-    try {
-      TurnOn();
-    } catch (const css::uno::Exception&) {
-      // LibreOffice is ending.
-    }
+    if (!is_over_) IgnoreFailures(TurnOn);  // LibreOffice may be ending
   }
   Darkness(const Darkness&) = delete;
   Darkness& operator=(const Darkness&) = delete;

@@ -107,12 +107,7 @@ WriteAccess::WriteAccess(const Reference<XSpreadsheet>& sheet, const ObjectPtr& 
 }
 
 WriteAccess::~WriteAccess() {
-  if (!password_) return;
-  try {
-    ProtectAgain(sheet_, *password_);
-  } catch (const css::uno::Exception&) {
-    // The workbook went meanwhile.
-  }
+  if (password_) IgnoreFailures([&] { ProtectAgain(sheet_, *password_); });  // the workbook may be gone
 }
 
 }  // namespace qva::calc

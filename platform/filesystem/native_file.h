@@ -1,6 +1,8 @@
 // Whole files of our own, by the system's paths: answers files and logs.
 #pragma once
 
+#include <cstdio>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +19,18 @@ using NativePath = std::string;
 
 /// A path for people to read, in UTF-8.
 std::string PathText(const NativePath& path);
+
+/// What an environment variable of this process holds; empty when there is none.
+NativePath EnvironmentVariable(const char* name);
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+/// The C library's file: streams would double the size of the Windows DLL.
+using OwnedFile = std::unique_ptr<std::FILE, CloseFile>;
+
+/// As std::fopen.
+OwnedFile OpenFile(const NativePath& path, const char* mode);
 
 /// A whole file; nothing when it is not there or cannot be read.
 std::optional<std::string> ReadWholeFile(const NativePath& path);

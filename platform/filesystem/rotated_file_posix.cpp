@@ -5,6 +5,7 @@
 
 #include <cstdio>
 
+#include "platform/filesystem/file_descriptor.h"
 #include "platform/filesystem/rotated_file.h"
 
 namespace qva {
@@ -13,14 +14,15 @@ namespace {
 constexpr int kTries = 100;
 constexpr useconds_t kPause = 2000;  // microseconds
 
-int OpenToAppend(const NativePath& path) {
+FileDescriptor OpenToAppend(const NativePath& path) {
   // Without waiting: a pipe that nobody reads is no log.
-  return ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, S_IRUSR | S_IWUSR);
+  constexpr int kFlags = O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK;
+  return FileDescriptor(::open(path.c_str(), kFlags, S_IRUSR | S_IWUSR));
 }
 
-bool TakeTurn(int file) {
+bool TakeTurn(const FileDescriptor& file) {
   for (int i = 0; i < kTries; ++i) {
-    if (::flock(file, LOCK_EX | LOCK_NB) == 0) return true;
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) == 0) return true;
     ::usleep(kPause);
   }
   return false;
@@ -35,21 +37,18 @@ bool IsStillNamed(const struct stat& file, const NativePath& path) {
 
 bool AppendRotated(const NativePath& path, const std::string& text, std::uint64_t limit) {
   const NativePath second_name = path + ".1";
-  int file = OpenToAppend(path);
+  FileDescriptor file = OpenToAppend(path);
   // Another process may give the file its second name while this one waits for its turn.
   struct stat status {};
-  while (file >= 0 && TakeTurn(file) && ::fstat(file, &status) == 0 && S_ISREG(status.st_mode)) {
+  while (file && TakeTurn(file) && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode)) {
     const bool is_named = IsStillNamed(status, path);
     const bool is_full =
         status.st_size > 0 && static_cast<std::uint64_t>(status.st_size) + text.size() > limit;
     if (is_named && (!is_full || std::rename(path.c_str(), second_name.c_str()) != 0)) break;
-    ::close(file);
+    file = {};  // its lock goes before the next one is opened
     file = OpenToAppend(path);
   }
-  if (file < 0) return false;
-  const bool done = ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-  ::close(file);
-  return done;
+  return file && ::write(file.get(), text.data(), text.size()) == static_cast<ssize_t>(text.size());
 }
 
 std::uint32_t ProcessId() {

@@ -26,10 +26,6 @@ bool TakeOverAttributes(int descriptor, const std::filesystem::path& path) {
 
 }  // namespace
 
-FileDescriptor::~FileDescriptor() {
-  if (descriptor_ >= 0) ::close(descriptor_);
-}
-
 TemporaryFile::TemporaryFile(const std::filesystem::path& target) : target_(target) {
   for (int i = 0; i < kTemporaryNameTries; ++i) {
     path_ = target_;

@@ -6,28 +6,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
+
+#include "platform/filesystem/file_descriptor.h"
 
 namespace qva {
-
-/// Owns a file descriptor, or none (−1).
-class FileDescriptor {
- public:
-  FileDescriptor() = default;
-  explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
-  FileDescriptor(FileDescriptor&& other) noexcept : descriptor_(std::exchange(other.descriptor_, -1)) {}
-  FileDescriptor& operator=(FileDescriptor other) noexcept {
-    std::swap(descriptor_, other.descriptor_);
-    return *this;
-  }
-  ~FileDescriptor();
-
-  int get() const { return descriptor_; }
-  explicit operator bool() const { return descriptor_ >= 0; }
-
- private:
-  int descriptor_ = -1;
-};
 
 /// Reads a file that need not be there yet: a missing one is empty. Nothing when it cannot be read.
 std::optional<std::string> ReadFileOrEmpty(const std::filesystem::path& path);

@@ -6,16 +6,17 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <ctime>
 
 #include "platform/date.h"
 #include "platform/error.h"
 #include "platform/filesystem/encoded_text_stream.h"
+#include "platform/filesystem/native_file.h"
 #include "platform/posix/FileAccess.h"
 #include "platform/posix/OwnersFolders.h"
 #include "platform/posix/UserFolder.h"
 #include "platform/text.h"
+#include "platform/variables.h"
 
 namespace qva {
 namespace {
@@ -192,10 +193,9 @@ std::vector<std::u16string> NamesOf(const fs::path& relative) {
 }  // namespace
 
 fs::path UserDrivesPath() {
-  const char* path = std::getenv("QVA_VARNHOLT_DRIVES");
-  if (path && *path) return path;
+  if (fs::path drives = EnvironmentVariable(variables::kDrives); !drives.empty()) return drives;
   const fs::path folder = UserFolder("XDG_DATA_HOME", ".local/share");
-  return folder.empty() ? folder : folder / "qva-varnholt" / "drives";
+  return folder.empty() ? folder : folder / "drives";
 }
 
 PosixFiles::PosixFiles(fs::path drives, const Locale& locale) : drives_(std::move(drives)), locale_(locale) {

@@ -1,14 +1,9 @@
 #include "platform/posix/PosixPlatform.h"
 
-#include <cstdlib>
+#include "platform/variables.h"
 
 namespace qva {
 namespace {
-
-std::filesystem::path PathFromEnvironment(const char* variable) {
-  const char* path = std::getenv(variable);
-  return path ? path : "";
-}
 
 std::vector<ObjectFactory*> With(std::vector<ObjectFactory*> factories, ObjectFactory& last) {
   factories.push_back(&last);
@@ -23,10 +18,10 @@ PosixPlatform::PosixPlatform(std::vector<std::filesystem::path> modules,
                 [this](const std::u16string& problem) {
                   services_.message_box->Show(problem, vbCritical | vbOKOnly, u"");
                 }),
-      message_box_(PathFromEnvironment("QVA_VARNHOLT_ANSWERS"),
-                   PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_),
-      forms_(PathFromEnvironment("QVA_VARNHOLT_FORM_ANSWERS"),
-             PathFromEnvironment("QVA_VARNHOLT_MESSAGE_LOG"), clock_, locale_),
+      message_box_(EnvironmentVariable(variables::kAnswers), EnvironmentVariable(variables::kMessageLog),
+                   clock_),
+      forms_(EnvironmentVariable(variables::kFormAnswers), EnvironmentVariable(variables::kMessageLog),
+             clock_, locale_),
       files_(UserDrivesPath(), locale_),
       object_factory_(services_, With(std::move(factories), recordset_factory_), std::move(modules)),
       services_{.object_factory = &object_factory_,

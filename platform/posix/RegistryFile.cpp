@@ -1,13 +1,14 @@
 #include "platform/posix/RegistryFile.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "platform/code_page.h"
+#include "platform/filesystem/native_file.h"
 #include "platform/posix/FileAccess.h"
 #include "platform/posix/OwnersFolders.h"
 #include "platform/posix/UserFolder.h"
 #include "platform/text.h"
+#include "platform/variables.h"
 
 namespace qva {
 namespace {
@@ -40,10 +41,9 @@ bool IsThere(const RegistryText& registry, std::u16string_view path) {
 }  // namespace
 
 std::filesystem::path UserRegistryPath() {
-  const char* path = std::getenv("QVA_VARNHOLT_REGISTRY");
-  if (path && *path) return path;
+  if (std::filesystem::path file = EnvironmentVariable(variables::kRegistry); !file.empty()) return file;
   const std::filesystem::path folder = UserFolder("XDG_CONFIG_HOME", ".config");
-  return folder.empty() ? folder : folder / "qva-varnholt" / "registry.reg";
+  return folder.empty() ? folder : folder / "registry.reg";
 }
 
 RegistryFile::RegistryFile(std::filesystem::path path, std::function<void(const std::u16string&)> tell)

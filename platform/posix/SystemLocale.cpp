@@ -3,25 +3,20 @@
 #include <langinfo.h>
 #include <locale.h>
 
-#include <cstdlib>
-
 #include "platform/code_page.h"
+#include "platform/filesystem/native_file.h"
 #include "platform/lithuanian_names.h"
 #include "platform/text.h"
+#include "platform/variables.h"
 
 namespace qva {
 namespace {
 
-std::string Variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value ? value : "";
-}
-
 /// The name of the user's locale for a category; empty for the C locale, which says nothing about a user.
 std::string LocaleName(const char* category) {
-  std::string name = Variable("LC_ALL");
-  if (name.empty()) name = Variable(category);
-  if (name.empty()) name = Variable("LANG");
+  std::string name = EnvironmentVariable("LC_ALL");
+  if (name.empty()) name = EnvironmentVariable(category);
+  if (name.empty()) name = EnvironmentVariable("LANG");
   return name == "C" || name == "POSIX" || name.starts_with("C.") ? "" : name;
 }
 
@@ -125,7 +120,7 @@ std::optional<std::u16string> ToWindowsPattern(std::string_view pattern) {
 }
 
 std::u16string SystemLocale::ShortDatePattern() const {
-  if (const std::string set = Variable("QVA_VARNHOLT_SHORT_DATE"); !set.empty()) return FromUtf8(set);
+  if (const std::string set = EnvironmentVariable(variables::kShortDate); !set.empty()) return FromUtf8(set);
   return ToWindowsPattern(LanguageInfo("LC_TIME", LC_TIME_MASK, D_FMT)).value_or(u"yyyy-MM-dd");
 }
 

@@ -3,27 +3,20 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <string>
+#include "platform/filesystem/native_file.h"
 
 namespace qva {
-namespace {
-
-std::filesystem::path PathVariable(const char* name) {
-  const char* value = std::getenv(name);
-  return value ? value : "";
-}
-
-}  // namespace
 
 std::filesystem::path UserFolder(const char* variable, const std::filesystem::path& below_home) {
-  if (const auto folder = PathVariable(variable); folder.is_absolute()) return folder;
-  std::filesystem::path home = PathVariable("HOME");
+  if (const std::filesystem::path folder = EnvironmentVariable(variable); folder.is_absolute()) {
+    return folder / kOwnFolder;
+  }
+  std::filesystem::path home = EnvironmentVariable("HOME");
   if (home.empty()) {
     const passwd* user = ::getpwuid(::getuid());
     if (user && user->pw_dir) home = user->pw_dir;
   }
-  return home.empty() ? home : home / below_home;
+  return home.empty() ? home : home / below_home / kOwnFolder;
 }
 
 }  // namespace qva

@@ -4,6 +4,7 @@
 #include "platform/cannot_create.h"
 #include "platform/recordset/RecordsetFactory.h"
 #include "platform/text.h"
+#include "platform/windows/Bitness.h"
 #include "platform/windows/Busy.h"
 #include "platform/windows/Error.h"
 #include "platform/windows/Handle.h"
@@ -12,14 +13,6 @@
 
 namespace qva::windows {
 namespace {
-
-#ifdef _WIN64
-constexpr std::u16string_view kBitness = u"64-bit", kOtherBitness = u"32-bit";
-constexpr REGSAM kOtherView = KEY_WOW64_32KEY;
-#else
-constexpr std::u16string_view kBitness = u"32-bit", kOtherBitness = u"64-bit";
-constexpr REGSAM kOtherView = KEY_WOW64_64KEY;
-#endif
 
 /// What came of a creation: an object, or Windows' code for why there is none that automation can reach.
 struct Creation {

@@ -33,9 +33,8 @@ std::unordered_map<GUID, std::shared_ptr<DispatchNames>, GuidHash>& KnownTypes()
 GUID TypeGuid(ITypeInfo& type) {
   TYPEATTR* attributes = nullptr;
   if (FAILED(type.GetTypeAttr(&attributes)) || !attributes) return GUID_NULL;
-  const GUID guid = attributes->guid;
-  type.ReleaseTypeAttr(attributes);
-  return guid;
+  const auto release = [&](TYPEATTR* obtained) { type.ReleaseTypeAttr(obtained); };
+  return std::unique_ptr<TYPEATTR, decltype(release)>(attributes, release)->guid;
 }
 
 /// The name of a type without the underscore that marks the interface behind a class.

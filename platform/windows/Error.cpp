@@ -42,13 +42,18 @@ std::u16string DescriptionOf(std::int32_t number, HRESULT code) {
 
 }  // namespace
 
-std::u16string SystemText(HRESULT code) {
+std::u16string SystemWords(DWORD code) {
   wchar_t text[512];
   const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                      static_cast<DWORD>(code), 0, text, std::size(text), nullptr);
-  std::u16string result = TextOf(text, length);
-  result.erase(result.find_last_not_of(u"\r\n ") + 1);
-  return result.empty() ? StandardDescription(kAutomationFailed) : result;
+                                      code, 0, text, std::size(text), nullptr);
+  std::u16string words = TextOf(text, length);
+  words.erase(words.find_last_not_of(u"\r\n ") + 1);
+  return words;
+}
+
+std::u16string SystemText(HRESULT code) {
+  std::u16string words = SystemWords(static_cast<DWORD>(code));
+  return words.empty() ? StandardDescription(kAutomationFailed) : words;
 }
 
 std::int32_t ErrorNumberOf(HRESULT code) {

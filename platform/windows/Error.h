@@ -12,7 +12,10 @@ namespace qva::windows {
 /// code in the facility of controls, 800A…, carries its number in itself), otherwise the code.
 std::int32_t ErrorNumberOf(HRESULT code);
 
-/// Windows' own text for a failure code, in the user's language; "Automation error" where it has none.
+/// Windows' own text for a code, in the user's language and without the end of its line; empty where it has
+/// none.
+std::u16string SystemWords(DWORD code);
+/// The same for a failure code; "Automation error" where it has none.
 std::u16string SystemText(HRESULT code);
 
 /// The failure of a call that left no further information: the number above, with the platform's own text or

@@ -9,6 +9,7 @@
 #include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <ooo/vba/XErrObject.hpp>
+#include <utility>
 
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
@@ -21,9 +22,12 @@ using css::uno::Reference;
 using css::uno::Sequence;
 using rtl::OUString;
 
-Reference<ooo::vba::XErrObject>& ErrObject() {
-  static auto& object = *new Reference<ooo::vba::XErrObject>;
-  return object;
+/// Basic's Err object, once we have it. No Reference: nothing is to be released when the process ends.
+ooo::vba::XErrObject* err_object = nullptr;
+
+void Keep(ooo::vba::XErrObject* object) {
+  if (object) object->acquire();
+  if (ooo::vba::XErrObject* const former = std::exchange(err_object, object)) former->release();
 }
 
 /// What the handing-over macro calls, with Err as its argument.
@@ -36,7 +40,8 @@ class Taker : public cppu::WeakImplHelper1<css::script::XInvocation> {
   Any SAL_CALL getValue(const OUString&) override { return {}; }
   Any SAL_CALL invoke(const OUString&, const Sequence<Any>& arguments, Sequence<sal_Int16>&,
                       Sequence<Any>&) override {
-    if (arguments.hasElements()) arguments[0] >>= ErrObject();
+    Reference<ooo::vba::XErrObject> handed;
+    if (arguments.hasElements() && (arguments[0] >>= handed)) Keep(handed.get());
     return {};
   }
 };
@@ -44,7 +49,7 @@ class Taker : public cppu::WeakImplHelper1<css::script::XInvocation> {
 }  // namespace
 
 void PrepareErrors(const Reference<css::uno::XComponentContext>& context) {
-  if (ErrObject().is()) return;
+  if (err_object) return;
   try {
     const Reference<css::script::XLibraryContainer> libraries(
         context->getServiceManager()->createInstanceWithContext(
@@ -74,9 +79,9 @@ void PrepareErrors(const Reference<css::uno::XComponentContext>& context) {
 }
 
 void RaiseInMacro(const AutomationError& error) {
-  if (ErrObject().is()) {
-    ErrObject()->Raise(Any(sal_Int32{error.number()}), Any(ToUno(error.source())),
-                       Any(ToUno(error.description())), Any(), Any());
+  if (err_object) {
+    err_object->Raise(Any(sal_Int32{error.number()}), Any(ToUno(error.source())),
+                      Any(ToUno(error.description())), Any(), Any());
     return;
   }
   throw css::script::BasicErrorException(ToUno(error.description()), nullptr, error.number(),
@@ -84,11 +89,12 @@ void RaiseInMacro(const AutomationError& error) {
 }
 
 ObjectPtr ErrObjectForMacro() {
-  return ErrObject().is() ? ObjectPtr(MakeRef<UnoObject>(Any(ErrObject()))) : ObjectPtr();
+  if (!err_object) return {};
+  return MakeRef<UnoObject>(Any(Reference<ooo::vba::XErrObject>(err_object)));
 }
 
 void ReleaseErrors() {
-  ErrObject().clear();
+  Keep(nullptr);
 }
 
 }  // namespace qva::calc

@@ -213,26 +213,28 @@ void MenuJob::Run(std::u16string_view command) const {
   RunSample(command);
 }
 
+std::u16string MenuJob::FailureOf(std::u16string_view command) const {
+  try {
+    Run(command);
+    return {};
+  } catch (const Refusal& refusal) {
+    return refusal.text();
+  } catch (const MacroFailure& exception) {
+    return TextOf(exception);
+  } catch (const std::runtime_error& exception) {
+    return FromUtf8(exception.what());
+  } catch (...) {
+    return TextOf(CaughtError());
+  }
+}
+
 void MenuJob::trigger(const OUString& command) {
   std::u16string failure;
-  try {
-    Run(FromUno(command));
-  } catch (const Refusal& refusal) {
-    failure = refusal.text();
-  } catch (const MacroFailure& exception) {
-    failure = TextOf(exception);
-  } catch (const std::runtime_error& exception) {
-    failure = FromUtf8(exception.what());
-  } catch (...) {
-    failure = TextOf(CaughtError());
-  }
+  IgnoreFailures([&] { failure = FailureOf(FromUno(command)); });
   ReleaseErrors();
-  if (failure.empty()) return;
-  try {
-    GetServices().message_box->Show(failure, vbCritical, kLibraryName);
-  } catch (...) {
-    // There were no services, or no memory, to show it by.
-  }
+  // There may be no services, or no memory, to show it by.
+  if (!failure.empty())
+    IgnoreFailures([&] { GetServices().message_box->Show(failure, vbCritical, kLibraryName); });
 }
 
 OUString MenuJob::getImplementationName() {

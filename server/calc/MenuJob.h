@@ -5,6 +5,8 @@
 #include <com/sun/star/task/XJobExecutor.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/implbase2.hxx>
+#include <string>
+#include <string_view>
 
 namespace qva::calc {
 
@@ -28,6 +30,8 @@ class MenuJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang:
   css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
 
  private:
+  /// Carries a command out. What the user is to be told; empty when it is nothing.
+  std::u16string FailureOf(std::u16string_view command) const;
   void Run(std::u16string_view command) const;
   void RunActiveWorkbook() const;
   void MakeReport() const;

@@ -86,12 +86,17 @@ Reference<XInterface> ObjectFactoryService::createInstanceWithArguments(const OU
 }
 
 Sequence<OUString> ObjectFactoryService::getAvailableServiceNames() {
-  std::vector<OUString> names;
-  for (const PublicClass& public_class : PublicClasses()) {
-    names.push_back(
-        ToUno(std::u16string(kLibraryName) + u"." + std::u16string(public_class.description().name())));
-  }
-  return Sequence<OUString>(names.data(), static_cast<sal_Int32>(names.size()));
+  Sequence<OUString> names;
+  IgnoreFailures([&] {
+    Sequence<OUString> all(static_cast<sal_Int32>(PublicClasses().size()));
+    OUString* name = all.getArray();
+    for (const PublicClass& public_class : PublicClasses()) {
+      *name++ =
+          ToUno(std::u16string(kLibraryName) + u"." + std::u16string(public_class.description().name()));
+    }
+    names = all;
+  });
+  return names;
 }
 
 OUString ObjectFactoryService::getImplementationName() {

@@ -147,11 +147,8 @@ class KeptModification {
   explicit KeptModification(const Reference<css::lang::XComponent>& model)
       : model_(model, UNO_QUERY_THROW), is_modified_(model_->isModified()) {}
   ~KeptModification() {
-    try {
-      if (!is_modified_) model_->setModified(false);
-    } catch (const css::uno::Exception&) {
-      // LibreOffice then asks whether to save it, and no more.
-    }
+    // Otherwise LibreOffice asks whether to save it, and no more.
+    if (!is_modified_) IgnoreFailures([&] { model_->setModified(false); });
   }
   KeptModification(const KeptModification&) = delete;
   KeptModification& operator=(const KeptModification&) = delete;
@@ -228,11 +225,7 @@ class Caller {
   }
   ~Caller() {
     --running_;
-    try {
-      Remove();
-    } catch (const css::uno::Exception&) {
-      // The next one removes it.
-    }
+    IgnoreFailures([&] { Remove(); });  // otherwise the next one removes it
   }
   Caller(const Caller&) = delete;
   Caller& operator=(const Caller&) = delete;
@@ -273,12 +266,9 @@ OpenWorkbook::OpenWorkbook(const Reference<css::uno::XComponentContext>& context
 }
 
 OpenWorkbook::~OpenWorkbook() {
-  if (is_kept_) return;
-  try {
-    Reference<css::util::XCloseable>(model_, UNO_QUERY_THROW)->close(true);
-  } catch (const css::uno::Exception&) {
-    // The end of LibreOffice closes it, too.
-  }
+  // The end of LibreOffice closes it, too.
+  if (!is_kept_)
+    IgnoreFailures([&] { Reference<css::util::XCloseable>(model_, UNO_QUERY_THROW)->close(true); });
 }
 
 std::optional<std::string> OpenWorkbook::FindMain() const {

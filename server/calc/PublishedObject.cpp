@@ -214,15 +214,21 @@ Any PublishedObject::PerformUnguarded(LoggedCall& logged, Access access, const s
     positions.push_back(position);
     results.push_back(ToAny(value));
   };
-  for (std::size_t i = 0; i < converted.positional.size(); ++i) {
-    store_back(static_cast<sal_Int16>(i), before.positional[i], converted.positional[i]);
+  const auto store_all_back = [&] {
+    for (std::size_t i = 0; i < converted.positional.size(); ++i) {
+      store_back(static_cast<sal_Int16>(i), before.positional[i], converted.positional[i]);
+    }
+    for (std::size_t i = 0; i < converted.named.size(); ++i) {
+      store_back(named_positions[i], before.named[i].value, converted.named[i].value);
+    }
+    changed = Sequence<sal_Int16>(positions.data(), static_cast<sal_Int32>(positions.size()));
+    values = Sequence<Any>(results.data(), static_cast<sal_Int32>(results.size()));
+  };
+  if (failure) {
+    IgnoreFailures(store_all_back);
+    std::rethrow_exception(failure);
   }
-  for (std::size_t i = 0; i < converted.named.size(); ++i) {
-    store_back(named_positions[i], before.named[i].value, converted.named[i].value);
-  }
-  changed = Sequence<sal_Int16>(positions.data(), static_cast<sal_Int32>(positions.size()));
-  values = Sequence<Any>(results.data(), static_cast<sal_Int32>(results.size()));
-  if (failure) std::rethrow_exception(failure);
+  store_all_back();
   return ToMacro(result);
 }
 

@@ -1,77 +1,60 @@
 #include "server/calc/ReportJob.h"
 
-#include <com/sun/star/awt/XRequestCallback.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <cppuhelper/exc_hlp.hxx>
-#include <cppuhelper/implbase1.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/failure_listener.h"
+#include "platform/filesystem/native_file.h"
 #include "platform/text.h"
+#include "platform/variables.h"
 #include "server/calc/BasicError.h"
 #include "server/calc/OpenWorkbook.h"
 
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
 using css::uno::Sequence;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
 using rtl::OUString;
 
-std::string Variable(const char* name) {
-  const char* value = std::getenv(name);
-  return value ? value : "";
-}
-
-/// Ends LibreOffice from its event loop, once the job has returned to it.
-class Terminator : public cppu::WeakImplHelper1<css::awt::XCallback> {
- public:
-  explicit Terminator(const Reference<css::uno::XComponentContext>& context) : context_(context) {}
-  void SAL_CALL notify(const Any&) override {
-    try {
-      css::frame::Desktop::create(context_)->terminate();
-    } catch (const css::uno::Exception&) {
-      // The runner's time limit ends it.
-    }
-  }
-
- private:
-  Reference<css::uno::XComponentContext> context_;
-};
-
 void WriteStep(const std::string& step) {
-  std::ofstream(Variable("QVA_JOB_STEPS"), std::ios::app) << step << '\n';
+  std::ofstream(EnvironmentVariable(variables::kJobSteps), std::ios::app) << step << '\n';
 }
 
 void WriteResult(const std::string& result) {
-  std::ofstream(Variable("QVA_JOB_RESULT")) << result << '\n';
+  std::ofstream(EnvironmentVariable(variables::kJobResult)) << result << '\n';
 }
 
 class Failures : public FailureListener {
  public:
   void Failed(std::u16string_view what) override {
-    if (first_.empty()) first_ = what.empty() ? "an error without a text" : ToUtf8(what);
+    if (std::exchange(has_failed_, true)) return;
+    first_ = ToUtf8(what);
   }
   void WronglyAnswered(std::u16string_view what) override {
-    WriteResult("wrong answer: " + ToUtf8(what));
+    IgnoreFailures([&] { WriteResult("wrong answer: " + ToUtf8(what)); });
     // The macro that asked must not get an answer any more, nor the workbook its closing.
     std::_Exit(EXIT_FAILURE);
   }
 
-  const std::string& first() const { return first_; }
+  /// What is written for the runner.
+  std::string Result() const {
+    if (!has_failed_) return "ok";
+    return first_.empty() ? "an error without a text" : first_;
+  }
 
  private:
-  std::string first_;
+  bool has_failed_ = false;
+  std::string first_;  ///< its text, where there was memory for it
 };
 
 Failures& TheFailures() {
@@ -82,39 +65,38 @@ Failures& TheFailures() {
 }  // namespace
 
 void ReportJob::trigger(const OUString&) {
-  ListenForFailures(&TheFailures());
-  try {
-    Run();
-    WriteResult(TheFailures().first().empty() ? "ok" : TheFailures().first());
-  } catch (const AutomationError& error) {
-    WriteResult("error in the macro: " + std::to_string(error.number()) + " (" + ToUtf8(error.source()) +
-                ") " + ToUtf8(error.description()));
-  } catch (const css::uno::Exception&) {
-    WriteResult("error: " + ToUtf8(ErrorOf(cppu::getCaughtException()).description()));
-  } catch (const std::exception& exception) {
-    WriteResult(std::string("error: ") + exception.what());
-  } catch (...) {
-    WriteResult("error");
-  }
+  IgnoreFailures([&] { WriteResult(Outcome()); });
   ReleaseErrors();
+  // Once the job has returned to LibreOffice's event loop. What fails is left to the runner's time limit.
+  IgnoreFailures(
+      [&] { Post([context = context_] { css::frame::Desktop::create(context)->terminate(); }, context_); });
+}
+
+std::string ReportJob::Outcome() {
   try {
-    const Reference<css::awt::XRequestCallback> loop(
-        context_->getServiceManager()->createInstanceWithContext("com.sun.star.awt.AsyncCallback", context_),
-        UNO_QUERY_THROW);
-    loop->addCallback(new Terminator(context_), Any());
+    ListenForFailures(&TheFailures());
+    Run();
+    return TheFailures().Result();
+  } catch (const AutomationError& error) {
+    return "error in the macro: " + std::to_string(error.number()) + " (" + ToUtf8(error.source()) + ") " +
+           ToUtf8(error.description());
   } catch (const css::uno::Exception&) {
-    // As in Terminator.
+    return "error: " + ToUtf8(ErrorOf(cppu::getCaughtException()).description());
+  } catch (const std::exception& exception) {
+    return std::string("error: ") + exception.what();
+  } catch (...) {
+    return "error";
   }
 }
 
 void ReportJob::Run() {
-  const std::string workbook = Variable("QVA_JOB_WORKBOOK");
+  const std::string workbook = EnvironmentVariable(variables::kJobWorkbook);
   WriteStep("Opening " + workbook);
   const OpenWorkbook open(context_, workbook);
-  const std::string macro = Variable("QVA_JOB_MACRO");
+  const std::string macro = EnvironmentVariable(variables::kJobMacro);
   WriteStep("Running " + macro);
   open.RunMacro(macro);
-  if (const std::string pdf = Variable("QVA_JOB_PDF"); !pdf.empty()) {
+  if (const std::string pdf = EnvironmentVariable(variables::kJobPdf); !pdf.empty()) {
     WriteStep("Storing " + pdf);
     open.PrintToPdf(pdf);
   }

@@ -5,6 +5,7 @@
 #include <com/sun/star/task/XJobExecutor.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/implbase2.hxx>
+#include <string>
 
 namespace qva::calc {
 
@@ -29,6 +30,8 @@ class ReportJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lan
   css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
 
  private:
+  /// Runs the job. What is written for the runner.
+  std::string Outcome();
   void Run();
 
   css::uno::Reference<css::uno::XComponentContext> context_;

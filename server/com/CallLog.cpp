@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/windows/PathVariable.h"
+#include "platform/variables.h"
 #include "platform/windows/WindowsApi.h"
 #include "server/PublicClasses.h"
 #include "server/call_log.h"
@@ -32,15 +32,15 @@ bool IsOne(const wchar_t* name) {
   return is_number ? number == 1 : TextValue(name) == L"1";
 }
 
-std::wstring VariableOr(const wchar_t* variable, const wchar_t* value) {
-  std::wstring text = windows::PathVariable(variable);
+std::wstring VariableOr(const char* variable, const wchar_t* value) {
+  std::wstring text = EnvironmentVariable(variable);
   return text.empty() ? TextValue(value) : text;
 }
 
 CallLogSettings ReadSettings() {
   const bool with_content =
-      windows::PathVariable(L"QVA_VARNHOLT_CALL_LOG_CONTENT") == L"1" || IsOne(L"CallLogContent");
-  return {VariableOr(L"QVA_VARNHOLT_CALL_LOG", L"CallLog"), with_content, &IsPublicObject};
+      EnvironmentVariable(variables::kCallLogContent) == L"1" || IsOne(L"CallLogContent");
+  return {VariableOr(variables::kCallLog, L"CallLog"), with_content, &IsPublicObject};
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "server/com/LibraryRegistration.h"
 
+#include "platform/windows/Bitness.h"
 #include "platform/windows/WideText.h"
 #include "server/com/ServerClasses.h"
 
@@ -51,11 +52,11 @@ Registration DescribeRegistration(const std::wstring& library_path) {
   const std::wstring library_key = L"TypeLib\\" + library;
   const std::wstring version_key = library_key + L"\\" + kVersion;
   add(version_key, L"", windows::WideText(kLibraryName) + L" " + kVersion + L" report library");
-  add(version_key + L"\\0\\" + kBitness, L"", library_path);
+  add(version_key + L"\\0\\" + windows::kBitnessKey, L"", library_path);
   add(version_key + L"\\FLAGS", L"", L"0");
-  result.own_trees.push_back(version_key + L"\\0\\" + kBitness);
+  result.own_trees.push_back(version_key + L"\\0\\" + windows::kBitnessKey);
   result.shared_trees.push_back(library_key);
-  result.other_bitness = version_key + L"\\0\\" + kOtherBitness;
+  result.other_bitness = version_key + L"\\0\\" + windows::kOtherBitnessKey;
   return result;
 }
 

@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/windows/Bitness.h"
+#include "platform/windows/Error.h"
 #include "platform/windows/Handle.h"
+#include "platform/windows/WideText.h"
 
 namespace qva::com {
 namespace {
@@ -102,8 +105,8 @@ bool KeyExists(Scope scope, const std::wstring& path) {
 }
 
 bool IsRemembered(const Registration& registration, Scope scope) {
-  return RegGetValueW(Hive(scope), registration.record.c_str(), kBitness, RRF_RT_REG_SZ, nullptr, nullptr,
-                      nullptr) == ERROR_SUCCESS;
+  return RegGetValueW(Hive(scope), registration.record.c_str(), windows::kBitnessKey, RRF_RT_REG_SZ, nullptr,
+                      nullptr, nullptr) == ERROR_SUCCESS;
 }
 
 LSTATUS DeleteTree(Scope scope, const std::wstring& path) {
@@ -140,7 +143,8 @@ std::optional<RegistrationFailure> UnregisterFrom(const Registration& registrati
   }
 
   if (failure) return failure;
-  const LSTATUS forgotten = RegDeleteKeyValueW(Hive(scope), registration.record.c_str(), kBitness);
+  const LSTATUS forgotten =
+      RegDeleteKeyValueW(Hive(scope), registration.record.c_str(), windows::kBitnessKey);
   check(forgotten == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : forgotten, registration.record);
   DeleteIfEmpty(scope, registration.record);
   DeleteIfEmpty(scope, kVendorKey);
@@ -165,13 +169,7 @@ std::wstring GuidText(const GUID& guid) {
 }
 
 std::wstring RegistrationFailure::Message() const {
-  wchar_t* text = nullptr;
-  const DWORD length = FormatMessageW(
-      FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-      static_cast<DWORD>(code), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-  const windows::LocalMemory<wchar_t> owner(text);
-  std::wstring reason(text ? text : L"", length);
-  while (!reason.empty() && reason.back() <= L' ') reason.pop_back();
+  const std::wstring reason = windows::WideText(windows::SystemWords(static_cast<DWORD>(code)));
   return L"QVA_Varnholt: the registry key " + key + L" could not be changed: " + reason + L" (" +
          std::to_wstring(code) + L")";
 }
@@ -193,7 +191,7 @@ std::optional<RegistrationFailure> Register(const Registration& registration, Sc
   };
   for (const RegistrationValue& value : registration.values)
     write(kClasses + value.key, value.name, value.text);
-  write(registration.record, kBitness, scope == Scope::Machine ? L"machine" : L"user");
+  write(registration.record, windows::kBitnessKey, scope == Scope::Machine ? L"machine" : L"user");
   if (!failure && scope == Scope::Machine && IsRemembered(registration, Scope::User)) {
     failure = UnregisterFrom(registration, Scope::User);
   }
@@ -236,7 +234,7 @@ std::wstring RegistryScript(const Registration& registration, Scope scope) {
     if (value.text)
       script += (value.name.empty() ? L"@" : Quoted(value.name)) + L"=" + Quoted(*value.text) + L"\r\n";
   }
-  script += L"\r\n[" + FullName(scope, registration.record) + L"]\r\n" + Quoted(kBitness) + L"=" +
+  script += L"\r\n[" + FullName(scope, registration.record) + L"]\r\n" + Quoted(windows::kBitnessKey) + L"=" +
             Quoted(scope == Scope::Machine ? L"machine" : L"user") + L"\r\n";
   return script;
 }

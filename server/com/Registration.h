@@ -9,15 +9,6 @@
 
 namespace qva::com {
 
-/// This module's bitness and the other one, as registrations name them.
-#ifdef _WIN64
-inline constexpr wchar_t kBitness[] = L"win64";
-inline constexpr wchar_t kOtherBitness[] = L"win32";
-#else
-inline constexpr wchar_t kBitness[] = L"win32";
-inline constexpr wchar_t kOtherBitness[] = L"win64";
-#endif
-
 /// The hive that a registration stands in.
 enum class Scope { Machine, User };
 

@@ -2,15 +2,15 @@
 // host system is not installed.
 #include <olectl.h>
 
-#include <cstring>
 #include <filesystem>
 #include <string_view>
 
 #include "host/EmbeddedHost.h"
 #include "platform/cannot_create.h"
+#include "platform/filesystem/native_file.h"
+#include "platform/variables.h"
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
-#include "platform/windows/PathVariable.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/services/WindowsPlatform.h"
 #include "server/com/ComObject.h"
@@ -34,16 +34,12 @@ embedded::EmbeddedHost& TheHost(std::u16string_view asked) {
   static embedded::EmbeddedHost* host = nullptr;
   if (host) return *host;
   auto options = embedded::OptionsFromEnvironment(
-      [](const char* name) {
-        return std::filesystem::path(
-            windows::PathVariable(std::wstring(name, name + std::strlen(name)).c_str()));
-      },
-      std::filesystem::path(windows::WideText(windows::OwnFolder())) / L"host");
+      EnvironmentVariable, std::filesystem::path(windows::WideText(windows::OwnFolder())) / L"host");
   if (!options) throw CannotCreate(asked, u"there is no place for the database");
   Services services = GetServices();
   // The answers of the library's forms are read there, and hold none for lists of another module.
-  if (const auto answers = windows::PathVariable(L"QVA_HOST_LIST_ANSWERS"); !answers.empty()) {
-    services.list_chooser = new UnattendedForms(answers, windows::PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG"),
+  if (const auto answers = EnvironmentVariable(variables::kHostListAnswers); !answers.empty()) {
+    services.list_chooser = new UnattendedForms(answers, EnvironmentVariable(variables::kMessageLog),
                                                 *services.clock, *services.locale);
   }
   host = new embedded::EmbeddedHost(std::move(*options), services);

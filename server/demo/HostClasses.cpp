@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/host.h"
+#include "platform/windows/Bitness.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/WideText.h"
 
@@ -110,10 +111,10 @@ com::Registration DescribeRegistration(const std::wstring& library_path) {
   }
   // Classes' own keys are not seen by the other bitness.
   const std::wstring mark = L"QVA_DemoHost\\";
-  add(mark + com::kBitness, L"", library_path);
-  result.own_trees.push_back(mark + com::kBitness);
+  add(mark + windows::kBitnessKey, L"", library_path);
+  result.own_trees.push_back(mark + windows::kBitnessKey);
   result.shared_trees.emplace_back(L"QVA_DemoHost");
-  result.other_bitness = mark + com::kOtherBitness;
+  result.other_bitness = mark + windows::kOtherBitnessKey;
   return result;
 }
 

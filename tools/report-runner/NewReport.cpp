@@ -4,11 +4,11 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
 
+#include "platform/filesystem/native_file.h"
 #include "tools/report-runner/Xml.h"
 
 namespace qva {
@@ -62,8 +62,7 @@ void WriteNewReport(const fs::path& template_file, const fs::path& workbook, con
   ReplaceAll(text, "Sablonas", ProjectName(title));
 
   // "x": refused when there is a file.
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(workbook.c_str(), "wx"),
-                                                             &std::fclose);
+  const OwnedFile file = OpenFile(workbook, "wx");
   if (!file && errno == EEXIST) throw std::runtime_error("there is a file " + workbook.string() + " already");
   if (!file) throw std::runtime_error(workbook.string() + " cannot be made: " + std::strerror(errno));
   if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() || std::fflush(file.get()) != 0) {

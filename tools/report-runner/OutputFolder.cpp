@@ -19,11 +19,11 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kProfilePrefix = "qva-report-";
 
-/// A descriptor that has locked a folder; −1 when it cannot be opened. `is_taken` tells whether somebody else
-/// has the lock. A file system that knows no locks gives them.
-int LockFolder(const fs::path& path, bool& is_taken) {
-  const int folder = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  is_taken = folder >= 0 && flock(folder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+/// A descriptor that has locked a folder; none when it cannot be opened. `is_taken` tells whether somebody
+/// else has the lock. A file system that knows no locks gives them.
+FileDescriptor LockFolder(const fs::path& path, bool& is_taken) {
+  FileDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  is_taken = folder && flock(folder.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
   return folder;
 }
 
@@ -70,8 +70,7 @@ bool IsDeadLock(const fs::path& file) {
   const std::size_t length = profile.find_first_of("/;", name_start + 1) - kScheme.size();
   const fs::path folder = Decoded(std::string_view(profile).substr(kScheme.size(), length));
   bool is_taken = false;
-  const int lock = LockFolder(folder, is_taken);
-  if (lock >= 0) close(lock);
+  LockFolder(folder, is_taken);
   return !is_taken;
 }
 
@@ -110,7 +109,6 @@ ProfileFolder::ProfileFolder() {
 ProfileFolder::~ProfileFolder() {
   std::error_code ignored;
   fs::remove_all(path_, ignored);
-  if (lock_ >= 0) close(lock_);
 }
 
 OutputFolder::OutputFolder(const fs::path& path) : path_(path) {
@@ -118,10 +116,6 @@ OutputFolder::OutputFolder(const fs::path& path) : path_(path) {
   bool is_taken = false;
   lock_ = LockFolder(path_, is_taken);
   is_ours_ = !is_taken;
-}
-
-OutputFolder::~OutputFolder() {
-  if (lock_ >= 0) close(lock_);
 }
 
 std::optional<OutputFolder::State> OutputFolder::StateOf(const fs::path& file) {

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/filesystem/file_descriptor.h"
+
 namespace qva {
 
 /// Removes the lock files that dead LibreOffices of ours left anywhere below a folder. LibreOffice itself
@@ -29,7 +31,7 @@ class ProfileFolder {
 
  private:
   std::filesystem::path path_;
-  int lock_ = -1;
+  FileDescriptor lock_;
 };
 
 /// An output folder, this run's alone as long as the object lives.
@@ -37,7 +39,6 @@ class OutputFolder {
  public:
   /// Creates the folder where it is missing. Raises std::filesystem::filesystem_error when that fails.
   explicit OutputFolder(const std::filesystem::path& path);
-  ~OutputFolder();
   OutputFolder(const OutputFolder&) = delete;
   OutputFolder& operator=(const OutputFolder&) = delete;
 
@@ -62,7 +63,7 @@ class OutputFolder {
   static std::optional<State> StateOf(const std::filesystem::path& file);
 
   std::filesystem::path path_;
-  int lock_ = -1;
+  FileDescriptor lock_;
   bool is_ours_ = true;
   std::map<std::filesystem::path, State> before_;
 };

@@ -10,7 +10,6 @@
 #include <sstream>
 #include <stdexcept>
 #include <thread>
-#include <utility>
 
 namespace qva {
 
@@ -49,17 +48,17 @@ Process::Process(const std::vector<std::string>& arguments,
 void Process::StartGuard() {
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) return;
+  const FileDescriptor guards_end(ends[0]);
+  our_end_ = FileDescriptor(ends[1]);
   guard_ = fork();
   if (guard_ == 0) {
     setpgid(0, 0);  // what interrupts us leaves it alone
-    close(ends[1]);
+    our_end_ = {};
     char none;
-    while (read(ends[0], &none, 1) < 0 && errno == EINTR) continue;
+    while (read(guards_end.get(), &none, 1) < 0 && errno == EINTR) continue;
     kill(-pid_, SIGKILL);
     _exit(0);
   }
-  close(ends[0]);
-  our_end_ = ends[1];
 }
 
 void Process::StopGuard() {
@@ -68,7 +67,7 @@ void Process::StopGuard() {
     waitpid(guard_, nullptr, 0);
     guard_ = -1;
   }
-  if (our_end_ >= 0) close(std::exchange(our_end_, -1));
+  our_end_ = {};
 }
 
 bool Process::IsRunning() {

@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/filesystem/file_descriptor.h"
+
 namespace qva {
 
 /// The program of a name on the search path; nothing when there is none.
@@ -45,7 +47,7 @@ class Process {
   bool ended_ = false;
   int exit_status_ = 127;
   pid_t guard_ = -1;
-  int our_end_ = -1;  ///< of the guard's pipe
+  FileDescriptor our_end_;  ///< of the guard's pipe
 };
 
 }  // namespace qva

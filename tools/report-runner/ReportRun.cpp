@@ -10,10 +10,12 @@
 #include <stdexcept>
 #include <thread>
 
+#include "platform/filesystem/native_file.h"
 #include "platform/host.h"
 #include "platform/posix/RegistryText.h"
 #include "platform/settings.h"
 #include "platform/text.h"
+#include "platform/variables.h"
 #include "server/call_log.h"
 #include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/Process.h"
@@ -120,13 +122,11 @@ std::string RegistryWithBook(std::string_view book) {
 constexpr std::string_view kArchives[] = {"C/Ataskaitos/Archyvas", "C/Ataskaitos/Baltija",
                                           "C/Ataskaitos/Formos"};
 
-constexpr const char* kDrives = "QVA_VARNHOLT_DRIVES";
-
 /// The drives that macros save to: in the output folder, unless the user's environment has others.
 void MakeDrives(const fs::path& output, std::map<std::string, std::string>& environment) {
-  if (const char* own = std::getenv(kDrives); own && *own) return;
+  if (!EnvironmentVariable(variables::kDrives).empty()) return;
   for (const std::string_view archive : kArchives) fs::create_directories(output / "drives" / archive);
-  environment[kDrives] = (output / "drives").string();
+  environment[variables::kDrives] = (output / "drives").string();
 }
 
 void PrintStep(std::string_view step, std::ostream& out) {
@@ -253,7 +253,7 @@ fs::path LockOf(const fs::path& document) {
 /// Where an earlier run was cut off, locks of its LibreOffice are left at what it had open.
 void RemoveLocks(const fs::path& output) {
   RemoveDeadLocks(output);
-  if (const char* own = std::getenv(kDrives); own && *own) RemoveDeadLocks(own);
+  if (const fs::path own = EnvironmentVariable(variables::kDrives); !own.empty()) RemoveDeadLocks(own);
 }
 
 /// Prints the files of a run, by name.
@@ -320,16 +320,16 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
   RemovePrinted(output);
 
   std::map<std::string, std::string> environment = {
-      {"QVA_JOB_WORKBOOK", workbook.string()},
-      {"QVA_JOB_MACRO", options.macro},
-      {"QVA_JOB_PDF", options.picture ? pdf.string() : ""},
-      {"QVA_JOB_PRINTED", (output / kPrinted).string()},
-      {"QVA_JOB_RESULT", result.string()},
-      {"QVA_JOB_STEPS", job_steps.string()},
-      {"QVA_VARNHOLT_CALL_LOG", steps.string()},
-      {"QVA_VARNHOLT_REGISTRY", (folder.path() / "registry.reg").string()},
-      {"QVA_HOST_DATABASE", (folder.path() / "host.sqlite").string()},
-      {"QVA_HOST_RESOURCES", fs::absolute(options.host_resources).string()},
+      {variables::kJobWorkbook, workbook.string()},
+      {variables::kJobMacro, options.macro},
+      {variables::kJobPdf, options.picture ? pdf.string() : ""},
+      {variables::kJobPrinted, (output / kPrinted).string()},
+      {variables::kJobResult, result.string()},
+      {variables::kJobSteps, job_steps.string()},
+      {variables::kCallLog, steps.string()},
+      {variables::kRegistry, (folder.path() / "registry.reg").string()},
+      {variables::kHostDatabase, (folder.path() / "host.sqlite").string()},
+      {variables::kHostResources, fs::absolute(options.host_resources).string()},
   };
   std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
                                         "--nolockcheck"};
@@ -338,12 +338,12 @@ int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& 
     environment["SAL_USE_VCLPLUGIN"] = "svp";
   }
   // A log means that nobody sits at the screen; without one message boxes are shown there.
-  if (!options.show || !options.answers.empty()) environment["QVA_VARNHOLT_MESSAGE_LOG"] = messages.string();
+  if (!options.show || !options.answers.empty()) environment[variables::kMessageLog] = messages.string();
   MakeDrives(output, environment);
   if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
-  if (!options.answers.empty()) environment["QVA_VARNHOLT_ANSWERS"] = fs::absolute(options.answers).string();
+  if (!options.answers.empty()) environment[variables::kAnswers] = fs::absolute(options.answers).string();
   if (!options.form_answers.empty()) {
-    environment["QVA_VARNHOLT_FORM_ANSWERS"] = fs::absolute(options.form_answers).string();
+    environment[variables::kFormAnswers] = fs::absolute(options.form_answers).string();
   }
 
   out << "Report " << options.workbook.filename().string() << ", book " << options.book << std::endl;

@@ -1,27 +1,27 @@
 #include "platform/calc/forms/CalcWindows.h"
 
 #include <array>
-#include <cstdlib>
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/calc/forms/ListChooserWindow.h"
 #include "platform/calc/forms/MessageWindow.h"
+#include "platform/filesystem/native_file.h"
+#include "platform/variables.h"
 
 namespace qva::calc {
 namespace {
 
 bool IsSet(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value && *value;
+  return !EnvironmentVariable(variable).empty();
 }
 
 bool FormsAreAttended() {
-  return !IsSet("QVA_VARNHOLT_FORM_ANSWERS") && IsOnScreen();
+  return !IsSet(variables::kFormAnswers) && IsOnScreen();
 }
 
 bool BoxesAreAttended() {
-  return !IsSet("QVA_VARNHOLT_ANSWERS") && !IsSet("QVA_VARNHOLT_MESSAGE_LOG") && IsOnScreen();
+  return !IsSet(variables::kAnswers) && !IsSet(variables::kMessageLog) && IsOnScreen();
 }
 
 }  // namespace

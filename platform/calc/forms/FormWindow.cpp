@@ -98,11 +98,7 @@ class FormWindow::Keys {
  public:
   explicit Keys(FormWindow& form) : link_(new KeyLink(form)) { link_->Listen(); }
   ~Keys() {
-    try {
-      link_->Cut();
-    } catch (const css::uno::Exception&) {
-      // The toolkit is gone, with all who listened.
-    }
+    IgnoreFailures([&] { link_->Cut(); });  // the toolkit may be gone, with all who listened
   }
   Keys(const Keys&) = delete;
   Keys& operator=(const Keys&) = delete;

@@ -50,8 +50,10 @@ class OthersDisabled::NewWindows : public cppu::WeakImplHelper1<css::awt::XTopWi
   void Cut() { owner_ = nullptr; }
 
   void SAL_CALL windowOpened(const css::lang::EventObject& event) override {
-    const Reference<css::awt::XWindow2> window(event.Source, UNO_QUERY);
-    if (owner_ && window.is() && IsDocumentWindow(window)) owner_->Disable(window);
+    IgnoreFailures([&] {
+      const Reference<css::awt::XWindow2> window(event.Source, UNO_QUERY);
+      if (owner_ && window.is() && IsDocumentWindow(window)) owner_->Disable(window);
+    });
   }
   void SAL_CALL windowClosing(const css::lang::EventObject&) override {}
   void SAL_CALL windowClosed(const css::lang::EventObject&) override {}
@@ -84,32 +86,26 @@ OthersDisabled::OthersDisabled() : OthersDisabled(CurrentFrame()) {
 
 OthersDisabled::~OthersDisabled() {
   if (!frame_.is()) return;
-  try {
+  // The document may be gone, as may each of the windows.
+  IgnoreFailures([&] {
     new_windows_->Cut();
     toolkit_->removeTopWindowListener(new_windows_.get());
     ActivateDocument();
     // The others are still disabled: a focus that comes to one of them activates nothing.
     if (!disabled_.empty()) Settle();
-  } catch (const css::uno::Exception&) {
-    // The document is gone.
-  }
+  });
   for (const Reference<css::awt::XWindow2>& window : disabled_) {
-    try {
-      window->setEnable(true);
-    } catch (const css::uno::Exception&) {
-      // The window is gone.
-    }
+    IgnoreFailures([&] { window->setEnable(true); });
   }
 }
 
 void OthersDisabled::Disable(const Reference<css::awt::XWindow2>& window) {
-  try {
+  // It may be gone, or stays as it is.
+  IgnoreFailures([&] {
     if (window == window_ || !window->isVisible() || !window->isEnabled()) return;
     disabled_.push_back(window);
     window->setEnable(false);
-  } catch (...) {
-    // It is gone, or stays as it is.
-  }
+  });
 }
 
 void OthersDisabled::ActivateDocument() const {

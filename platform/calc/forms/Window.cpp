@@ -130,11 +130,8 @@ Window::Window(EventTarget& target) : link_(new EventLink(target)) {
 
 Window::~Window() {
   link_->Cut();
-  try {
-    Reference<css::lang::XComponent>(peer_, css::uno::UNO_QUERY_THROW)->dispose();
-  } catch (const css::uno::Exception&) {
-    // LibreOffice was quicker.
-  }
+  // LibreOffice may have been quicker.
+  IgnoreFailures([&] { Reference<css::lang::XComponent>(peer_, css::uno::UNO_QUERY_THROW)->dispose(); });
 }
 
 // "Deprecated" is how the header marks what is not promised for ever; windows without a model of their own

@@ -2,6 +2,8 @@
 
 #include <com/sun/star/frame/XDispatchProviderInterception.hpp>
 
+#include "platform/error.h"
+
 namespace qva::calc {
 
 using css::uno::Any;
@@ -80,13 +82,16 @@ void BarCommands::setMasterDispatchProvider(const Reference<css::frame::XDispatc
 
 void BarCommands::dispatch(const css::util::URL& url, const Sequence<css::beans::PropertyValue>&) {
   const Reference<css::frame::XDispatch> alive(this);  // the macro may close the workbook
-  if (const std::shared_ptr<CommandTarget> target = target_.lock()) target->Execute(url.Complete, frame_);
+  if (const std::shared_ptr<CommandTarget> target = target_.lock())
+    IgnoreFailures([&] { target->Execute(url.Complete, frame_); });
 }
 
 void BarCommands::addStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                     const css::util::URL& url) {
-  listeners_.push_back({url, listener});
-  Tell(listeners_.back());
+  IgnoreFailures([&] {
+    listeners_.push_back({url, listener});
+    Tell(listeners_.back());
+  });
 }
 
 void BarCommands::removeStatusListener(const Reference<css::frame::XStatusListener>& listener,

@@ -1,7 +1,6 @@
 #include "platform/calc/toolbars/DocumentBars.h"
 
 #include <algorithm>
-#include <com/sun/star/awt/XRequestCallback.hpp>
 #include <com/sun/star/container/NoSuchElementException.hpp>
 #include <com/sun/star/document/XDocumentEventBroadcaster.hpp>
 #include <com/sun/star/frame/DispatchHelper.hpp>
@@ -12,6 +11,7 @@
 #include <com/sun/star/ui/XUIConfigurationManagerSupplier.hpp>
 #include <cppuhelper/implbase1.hxx>
 
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
@@ -26,7 +26,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
 using css::uno::Reference;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
@@ -63,28 +62,16 @@ std::vector<Reference<css::frame::XFrame>> FramesOf(const Reference<css::frame::
   return frames;
 }
 
-/// Shows the bars from LibreOffice's event loop.
-class ShowLater : public cppu::WeakImplHelper1<css::awt::XCallback> {
- public:
-  explicit ShowLater(std::weak_ptr<DocumentBars> bars) : bars_(std::move(bars)) {}
-  void SAL_CALL notify(const Any&) override {
-    if (const auto bars = bars_.lock()) bars->Show();
-  }
-
- private:
-  std::weak_ptr<DocumentBars> bars_;
-};
-
 /// Learns of a document's further windows and of its end.
 class DocumentWatcher : public cppu::WeakImplHelper1<css::document::XDocumentEventListener> {
  public:
   explicit DocumentWatcher(std::weak_ptr<DocumentBars> bars) : bars_(std::move(bars)) {}
   void SAL_CALL documentEventOccured(const css::document::DocumentEvent& event) override {
     const auto bars = bars_.lock();
-    if (bars && event.EventName == "OnViewCreated") bars->CommandBarsChanged();
+    if (bars && event.EventName == "OnViewCreated") IgnoreFailures([&] { bars->CommandBarsChanged(); });
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {
-    if (const auto bars = bars_.lock()) bars->Close();
+    if (const auto bars = bars_.lock()) IgnoreFailures([&] { bars->Close(); });
   }
 
  private:
@@ -99,7 +86,7 @@ class FrameWatcher : public cppu::WeakImplHelper1<css::frame::XFrameActionListen
     const bool is_attached = event.Action == css::frame::FrameAction_COMPONENT_ATTACHED ||
                              event.Action == css::frame::FrameAction_COMPONENT_REATTACHED;
     const auto bars = bars_.lock();
-    if (is_attached && bars) bars->CommandBarsChanged();
+    if (is_attached && bars) IgnoreFailures([&] { bars->CommandBarsChanged(); });
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
 
@@ -144,11 +131,7 @@ std::shared_ptr<DocumentBars> DocumentBars::Of(const ObjectPtr& application) {
   }
   const auto bars = std::make_shared<DocumentBars>(document);
   bars->applications_.emplace_back(identity);
-  bars->watcher_ = new FrameWatcher(bars);
-  const rtl::Reference<DocumentWatcher> watcher = new DocumentWatcher(bars);
-  document->addEventListener(watcher.get());
-  Reference<css::document::XDocumentEventBroadcaster>(document, UNO_QUERY_THROW)
-      ->addDocumentEventListener(watcher.get());
+  bars->Watch();
   OpenDocuments().push_back(bars);
   return bars;
 }
@@ -169,6 +152,14 @@ DocumentBars::DocumentBars(const Reference<css::frame::XModel>& document)
     : document_(document), names_{FileNameOf(document)}, display_(document) {
 }
 
+void DocumentBars::Watch() {
+  watcher_ = new FrameWatcher(weak_from_this());
+  const rtl::Reference<DocumentWatcher> watcher = new DocumentWatcher(weak_from_this());
+  document_->addEventListener(watcher.get());
+  Reference<css::document::XDocumentEventBroadcaster>(document_, UNO_QUERY_THROW)
+      ->addDocumentEventListener(watcher.get());
+}
+
 void DocumentBars::RunMacro(const std::u16string& name) {
   if (document_.is()) RunDocumentMacro(document_, names_, name);
 }
@@ -176,11 +167,9 @@ void DocumentBars::RunMacro(const std::u16string& name) {
 void DocumentBars::CommandBarsChanged() {
   if (is_waiting_ || !document_.is()) return;
   try {
-    const Reference<css::awt::XRequestCallback> loop(
-        Context()->getServiceManager()->createInstanceWithContext("com.sun.star.awt.AsyncCallback",
-                                                                  Context()),
-        UNO_QUERY_THROW);
-    loop->addCallback(new ShowLater(weak_from_this()), Any());
+    Post([self = weak_from_this()] {
+      if (const auto bars = self.lock()) bars->Show();
+    });
     is_waiting_ = true;
   } catch (const css::uno::Exception&) {
     // LibreOffice is ending.

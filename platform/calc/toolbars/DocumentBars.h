@@ -34,6 +34,8 @@ class DocumentBars : public commandbars::CommandBarApplication,
   static void Notice(const ObjectPtr& object);
 
   explicit DocumentBars(const css::uno::Reference<css::frame::XModel>& document);
+  /// Follows the document's windows and its end.
+  void Watch();
 
   const css::uno::Reference<css::frame::XModel>& document() const { return document_; }
 

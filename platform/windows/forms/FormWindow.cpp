@@ -30,12 +30,6 @@ RECT WorkArea(HWND window) {
 
 constinit WindowClass FormWindow::class_{L"QVA_Varnholt.Form", &FormWindow::Procedure, 0};
 
-FormWindow::OwnedWindow::~OwnedWindow() {
-  if (!handle) return;
-  SetWindowLongPtrW(handle, GWLP_USERDATA, 0);
-  DestroyWindow(handle);
-}
-
 FormWindow::FormWindow(const ui::FormDescription& description) : description_(description) {
   const PerDisplayPixels pixels;
   const VisualStyles styles;

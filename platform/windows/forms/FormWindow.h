@@ -12,6 +12,7 @@
 #include "platform/windows/forms/FormLayout.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/NativeControl.h"
+#include "platform/windows/forms/OwnedWindow.h"
 #include "platform/windows/forms/WindowClass.h"
 
 namespace qva::windows {
@@ -70,11 +71,6 @@ class FormWindow : public ui::Form {
   }
 
  private:
-  struct OwnedWindow {
-    HWND handle = nullptr;
-    ~OwnedWindow();
-  };
-
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);
   static WindowClass class_;
 
@@ -112,7 +108,7 @@ class FormWindow : public ui::Form {
   bool visible_ = false;
   std::optional<OthersDisabled> others_;
   std::exception_ptr failure_;
-  OwnedWindow window_;  ///< the last member, since all others must outlive it
+  OwnedWindow window_;
 };
 
 /// Gives native forms.

@@ -79,22 +79,18 @@ GridControl::GridControl(HWND parent, int id, std::u16string name, const UiScale
   InitCommonControlsEx(&controls);
   CreateWindowExW(WS_EX_CLIENTEDGE, class_.name, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN, 0,
                   0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), OwnModule(), this);
-  if (window_) {
-    header_ = CreateWindowExW(0, WC_HEADERW, L"", WS_CHILD | WS_VISIBLE | HDS_FULLDRAG, 0, 0, 0, 0, window_,
+  if (window()) {
+    header_ = CreateWindowExW(0, WC_HEADERW, L"", WS_CHILD | WS_VISIBLE | HDS_FULLDRAG, 0, 0, 0, 0, window(),
                               nullptr, nullptr, nullptr);
   }
-  if (!header_ || !editor_.Create(window_, *this)) {
-    if (window_) DestroyWindow(window_);
-    throw AutomationError(kOutOfMemory);
-  }
-  layout_.Attach(window_, header_);
+  if (!header_ || !editor_.Create(window(), *this)) throw AutomationError(kOutOfMemory);
+  layout_.Attach(window(), header_);
   SetFont(nullptr);
 }
 
 GridControl::~GridControl() {
   accessible_->Disconnect();
   state_.SetModel(nullptr);  // it may have gone before
-  if (window_) DestroyWindow(window_);
 }
 
 void GridControl::SetFont(HFONT font) {
@@ -102,7 +98,7 @@ void GridControl::SetFont(HFONT font) {
   font_ = font;
   windows::SetFont(header_, font);
   windows::SetFont(editor_.window(), font);
-  layout_.SetLineHeight(TextHeight(window_, font) + 2 * scale_(kLineSpacing) + 1);
+  layout_.SetLineHeight(TextHeight(window(), font) + 2 * scale_(kLineSpacing) + 1);
   layout_.Arrange();
 }
 
@@ -153,7 +149,7 @@ void GridControl::SetCurrentRow(std::size_t row) {
 LRESULT CALLBACK GridControl::Procedure(HWND window, UINT message, WPARAM first, LPARAM second) {
   if (message == WM_NCCREATE) {
     auto* created = static_cast<GridControl*>(reinterpret_cast<const CREATESTRUCTW*>(second)->lpCreateParams);
-    created->window_ = window;
+    created->window_.handle = window;
     SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
   }
   auto* grid = reinterpret_cast<GridControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
@@ -240,12 +236,12 @@ LRESULT GridControl::Handle(UINT message, WPARAM first, LPARAM second) {
       return 0;
     case WM_NCDESTROY:
       accessible_->Disconnect();
-      SetWindowLongPtrW(window_, GWLP_USERDATA, 0);
-      return DefWindowProcW(std::exchange(window_, nullptr), message, first, second);
+      SetWindowLongPtrW(window(), GWLP_USERDATA, 0);
+      return DefWindowProcW(std::exchange(window_.handle, nullptr), message, first, second);
     default:
       break;
   }
-  return DefWindowProcW(window_, message, first, second);
+  return DefWindowProcW(window(), message, first, second);
 }
 
 LRESULT GridControl::HandleHeader(const NMHDR& notice) {
@@ -276,7 +272,7 @@ void GridControl::Paint() {
     ~Painting() { EndPaint(window, &paint); }
     HWND window;
     PAINTSTRUCT paint{};
-  } painting(window_);
+  } painting(window());
   const RECT body = layout_.Body();
   RECT dirty;
   if (!IntersectRect(&dirty, &painting.paint.rcPaint, &body)) return;
@@ -286,7 +282,7 @@ void GridControl::Paint() {
              .state = state_,
              .font = font_,
              .is_enabled = Enabled(),
-             .has_focus = focus == window_ || focus == editor_.window(),
+             .has_focus = focus == window() || focus == editor_.window(),
              .is_edited = editor_.is_open(),
              .is_button_pressed = is_button_pressed_});
 }
@@ -311,7 +307,7 @@ bool GridControl::EditorKey(UINT key, bool alt) {
     case VK_PRIOR:
     case VK_NEXT:
       // A key that leads nowhere here is the form's, now that the field has closed.
-      if (EndEdit(true) && !PressKey(key)) PostMessageW(window_, WM_KEYDOWN, key, 0);
+      if (EndEdit(true) && !PressKey(key)) PostMessageW(window(), WM_KEYDOWN, key, 0);
       return true;
     default:
       return false;
@@ -359,7 +355,7 @@ void GridControl::TypeCharacter(WPARAM character) {
 }
 
 void GridControl::PressMouse(POINT place, bool is_double) {
-  ::SetFocus(window_);  // stores what is being edited, which may change the lines
+  ::SetFocus(window());  // stores what is being edited, which may change the lines
   const auto line = layout_.LineAt(place.y);
   if (!line || state_.columns().empty()) return;
   const auto column = layout_.ColumnAt(place.x);
@@ -370,7 +366,7 @@ void GridControl::PressMouse(POINT place, bool is_double) {
   if (!column || !was_current) return;
   if (PtInRect(&button, place)) {
     is_tracking_ = is_button_pressed_ = true;
-    SetCapture(window_);
+    SetCapture(window());
     Invalidate();
   } else if (state_.CurrentColumn()->description.check_box) {
     state_.TurnMark();
@@ -417,7 +413,7 @@ std::optional<GridCell> GridControl::Target(UINT key) const {
 void GridControl::MoveTo(GridCell cell) {
   state_.MoveTo(cell);
   if (!layout_.Show(cell)) Invalidate();
-  if (GetFocus() != window_) return;
+  if (GetFocus() != window()) return;
   accessible_->TellOfCell(EVENT_OBJECT_FOCUS);
   accessible_->TellOfCell(EVENT_OBJECT_SELECTION);
 }
@@ -481,7 +477,7 @@ void GridControl::PressCellButton() {
   state_.PressButton();
   Show();
   // A window that was shown meanwhile may have left the focus with the form.
-  if (GetActiveWindow() == GetAncestor(window_, GA_ROOT)) ::SetFocus(window_);
+  if (GetActiveWindow() == GetAncestor(window(), GA_ROOT)) ::SetFocus(window());
 }
 
 }  // namespace qva::windows

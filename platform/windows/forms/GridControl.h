@@ -11,6 +11,7 @@
 #include "platform/windows/forms/GridEditor.h"
 #include "platform/windows/forms/GridLayout.h"
 #include "platform/windows/forms/GridPainter.h"
+#include "platform/windows/forms/OwnedWindow.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowClass.h"
 
@@ -38,16 +39,16 @@ class GridControl : public ui::Grid, private GridEditor::Owner, private Accessib
   ~GridControl() override;
 
   /// Null when the parent took it along.
-  HWND window() const override { return window_; }
+  HWND window() const override { return window_.handle; }
   /// The font is borrowed. Null is Windows' oldest one.
   void SetFont(HFONT font);
   /// Shows the columns in the same proportions on a display of another scale. The font comes apart.
   void Rescale(const UiScale& scale);
 
   std::u16string Name() const override { return name_; }
-  bool Enabled() const override { return IsWindowEnabled(window_) != FALSE; }
-  void SetEnabled(bool enabled) override { EnableWindow(window_, enabled); }
-  void SetFocus() override { ::SetFocus(window_); }
+  bool Enabled() const override { return IsWindowEnabled(window()) != FALSE; }
+  void SetEnabled(bool enabled) override { EnableWindow(window(), enabled); }
+  void SetFocus() override { ::SetFocus(window()); }
 
   void SetColumns(std::vector<ui::GridColumn> columns) override;
   void SetModel(ui::GridModel* model) override;
@@ -88,12 +89,11 @@ class GridControl : public ui::Grid, private GridEditor::Owner, private Accessib
   /// False when the model refused the text.
   bool EndEdit(bool store);
   void PressCellButton();
-  void Invalidate() { InvalidateRect(window_, nullptr, FALSE); }
+  void Invalidate() { InvalidateRect(window(), nullptr, FALSE); }
 
   std::u16string name_;
   UiScale scale_;
   WindowClassUse class_use_{class_};
-  HWND window_ = nullptr;
   HWND header_ = nullptr;
   HFONT font_ = nullptr;
   GridLayout layout_;
@@ -103,6 +103,7 @@ class GridControl : public ui::Grid, private GridEditor::Owner, private Accessib
   bool is_button_pressed_ = false;
   ComPtr<GridAccessible> accessible_{new GridAccessible(*this)};
   int wheel_ = 0;  ///< what is left of a turn that was no whole line
+  OwnedWindow window_;
 };
 
 }  // namespace qva::windows

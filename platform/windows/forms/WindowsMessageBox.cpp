@@ -1,6 +1,6 @@
 #include "platform/windows/forms/WindowsMessageBox.h"
 
-#include "platform/windows/PathVariable.h"
+#include "platform/variables.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/forms/ButtonDialog.h"
@@ -16,9 +16,10 @@ std::u16string_view TitleOr(std::u16string_view title) {
 }  // namespace
 
 WindowsMessageBox::WindowsMessageBox(const Clock& clock)
-    : unattended_(PathVariable(L"QVA_VARNHOLT_ANSWERS"), PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG"), clock),
-      is_attended_(PathVariable(L"QVA_VARNHOLT_ANSWERS").empty() &&
-                   PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG").empty() && HasVisibleDesktop()) {
+    : unattended_(EnvironmentVariable(variables::kAnswers), EnvironmentVariable(variables::kMessageLog),
+                  clock),
+      is_attended_(EnvironmentVariable(variables::kAnswers).empty() &&
+                   EnvironmentVariable(variables::kMessageLog).empty() && HasVisibleDesktop()) {
 }
 
 std::int32_t WindowsMessageBox::Show(std::u16string_view text, std::int32_t style,

@@ -1,12 +1,12 @@
 #include "platform/windows/services/WindowsPlatform.h"
 
-#include "platform/windows/PathVariable.h"
+#include "platform/variables.h"
 
 namespace qva::windows {
 
 WindowsPlatform::WindowsPlatform()
-    : unattended_forms_(PathVariable(L"QVA_VARNHOLT_FORM_ANSWERS"), PathVariable(L"QVA_VARNHOLT_MESSAGE_LOG"),
-                        clock_, locale_),
+    : unattended_forms_(EnvironmentVariable(variables::kFormAnswers),
+                        EnvironmentVariable(variables::kMessageLog), clock_, locale_),
       services_{.object_factory = &object_factory_,
                 .registry = &registry_,
                 .environment = &environment_,
@@ -16,7 +16,7 @@ WindowsPlatform::WindowsPlatform()
                 .forms = &unattended_forms_,
                 .list_chooser = &unattended_forms_,
                 .files = &files_} {
-  if (PathVariable(L"QVA_VARNHOLT_FORM_ANSWERS").empty() && HasVisibleDesktop()) {
+  if (EnvironmentVariable(variables::kFormAnswers).empty() && HasVisibleDesktop()) {
     services_.forms = &native_forms_;
     services_.list_chooser = &list_chooser_window_;
   }

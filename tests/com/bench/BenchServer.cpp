@@ -5,11 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "platform/filesystem/native_file.h"
 #include "platform/host.h"
 #include "platform/text.h"
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
-#include "platform/windows/PathVariable.h"
 #include "platform/windows/WideText.h"
 #include "server/com/ComObject.h"
 #include "server/com/ServerEntries.h"
@@ -47,7 +47,7 @@ constexpr auto kClasses = [] {
 /// A member that Excel answers wrongly, as the variable QVA_BENCH_LIE names it: "Interior.ColorIndex". Who
 /// compares this Excel with another one must notice.
 struct Lie {
-  std::u16string member = ToLower(windows::TextOf(windows::PathVariable(L"QVA_BENCH_LIE").c_str()));
+  std::u16string member = ToLower(windows::TextOf(EnvironmentVariable("QVA_BENCH_LIE").c_str()));
   std::u16string type = member.substr(0, member.find(u'.'));
   DISPID id = DISPID_UNKNOWN;
 };

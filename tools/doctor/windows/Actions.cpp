@@ -5,11 +5,11 @@
 #include <memory>
 #include <optional>
 
+#include "platform/filesystem/native_file.h"
 #include "platform/text.h"
 #include "platform/windows/AnsiRegistry.h"
 #include "platform/windows/Bstr.h"
 #include "platform/windows/ComPtr.h"
-#include "platform/windows/PathVariable.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "server/com/LibraryRegistration.h"
@@ -113,7 +113,7 @@ std::uint32_t RemoveFromUser(std::string& answer) {
 }
 
 std::u16string UsualLog() {
-  const std::wstring folder = windows::PathVariable(L"LOCALAPPDATA") + L"\\QVA_Varnholt";
+  const std::wstring folder = EnvironmentVariable("LOCALAPPDATA") + L"\\QVA_Varnholt";
   CreateDirectoryW(folder.c_str(), nullptr);
   return TextOf((folder + L"\\calls.log").c_str());
 }
@@ -129,18 +129,12 @@ std::u16string WholePath(const std::u16string& file) {
 /// Sets the file of the log, or deletes the value. Windows' code.
 std::int32_t SetCallLog(const std::u16string& file) {
   windows::AnsiRegistry registry;
-  RegistryKey key = 0;
-  if (const auto code = registry.CreateKey(HKEY_CURRENT_USER_VALUE, kOwnKey, kKeySetValue, {}, key))
-    return code;
-  std::int32_t code = kRegistrySuccess;
-  if (file.empty()) {
-    code = registry.DeleteValue(key, kCallLogValue);
-    if (code == kRegistryFileNotFound) code = kRegistrySuccess;
-  } else {
-    code = registry.SetStored(key, kCallLogValue, {kRegSz, ToUtf16Bytes(file + u'\0')});
-  }
-  registry.CloseKey(key);
-  return code;
+  OpenedKey key(registry);
+  if (const auto code = key.Create(HKEY_CURRENT_USER_VALUE, kOwnKey, kKeySetValue, {})) return code;
+  if (!file.empty())
+    return registry.SetStored(key.get(), kCallLogValue, {kRegSz, ToUtf16Bytes(file + u'\0')});
+  const std::int32_t code = registry.DeleteValue(key.get(), kCallLogValue);
+  return code == kRegistryFileNotFound ? kRegistrySuccess : code;
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "platform/text.h"
+#include "platform/windows/Error.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 
@@ -45,11 +46,8 @@ Language UsersLanguage() {
 }
 
 std::u16string SystemWords(std::uint32_t code) {
-  wchar_t text[512];
-  const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
-                                      code, 0, text, std::size(text), nullptr);
-  std::u16string words = windows::TextOf(text, length);
-  words.erase(words.find_last_not_of(u"\r\n .") + 1);
+  std::u16string words = windows::SystemWords(code);
+  words.erase(words.find_last_not_of(u" .") + 1);
   return words.empty() ? u"?" : words;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/windows/Bitness.h"
 #include "tools/doctor/Facts.h"
 
 namespace qva::doctor {
@@ -30,6 +31,6 @@ std::u16string FolderOf(const std::u16string& path);
 std::optional<std::u16string> FindInPackage(std::u16string_view name, Bitness bitness);
 
 /// The bitness of this process.
-inline constexpr Bitness kOwnBitness = sizeof(void*) == 8 ? Bitness::x64 : Bitness::x86;
+inline constexpr Bitness kOwnBitness = windows::kIs64Bit ? Bitness::x64 : Bitness::x86;
 
 }  // namespace qva::doctor

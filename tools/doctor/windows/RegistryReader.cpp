@@ -10,31 +10,20 @@
 namespace qva::doctor {
 namespace {
 
-/// A key that is open for as long as this lives, if it could be opened.
-class OpenKey {
- public:
-  OpenKey(Root root, std::u16string_view path, View view) {
-    is_open_ = registry_.OpenKey(static_cast<RegistryKey>(root), path,
-                                 kKeyQueryValue | static_cast<std::uint32_t>(view), key_) == kRegistrySuccess;
-  }
-  OpenKey(const OpenKey&) = delete;
-  OpenKey& operator=(const OpenKey&) = delete;
-  ~OpenKey() {
-    if (is_open_) registry_.CloseKey(key_);
-  }
+bool Open(OpenedKey& key, Root root, std::u16string_view path, View view) {
+  return key.Open(static_cast<RegistryKey>(root), path, kKeyQueryValue | static_cast<std::uint32_t>(view)) ==
+         kRegistrySuccess;
+}
 
-  bool is_open() const { return is_open_; }
-  std::optional<RegistryValue> Value(std::u16string_view name) {
-    RegistryValue value;
-    if (!is_open_ || registry_.QueryStored(key_, name, value) != kRegistrySuccess) return std::nullopt;
-    return value;
-  }
-
- private:
-  windows::AnsiRegistry registry_;
-  RegistryKey key_ = 0;
-  bool is_open_ = false;
-};
+std::optional<RegistryValue> ReadStored(Root root, std::u16string_view path, std::u16string_view name,
+                                        View view) {
+  windows::AnsiRegistry registry;
+  OpenedKey key(registry);
+  RegistryValue value;
+  if (!Open(key, root, path, view) || registry.QueryStored(key.get(), name, value) != kRegistrySuccess)
+    return std::nullopt;
+  return value;
+}
 
 std::u16string Resolved(const std::u16string& text) {
   const std::wstring wide = windows::WideText(text);
@@ -48,7 +37,7 @@ std::u16string Resolved(const std::u16string& text) {
 
 std::optional<std::u16string> ReadText(Root root, std::u16string_view path, std::u16string_view name,
                                        View view) {
-  const std::optional<RegistryValue> value = OpenKey(root, path, view).Value(name);
+  const std::optional<RegistryValue> value = ReadStored(root, path, name, view);
   if (!value || (value->type != kRegSz && value->type != kRegExpandSz)) return std::nullopt;
   const std::u16string text = FromUtf16Bytes(value->bytes);
   return Resolved(text.substr(0, text.find(u'\0')));
@@ -56,7 +45,7 @@ std::optional<std::u16string> ReadText(Root root, std::u16string_view path, std:
 
 std::optional<std::uint32_t> ReadNumber(Root root, std::u16string_view path, std::u16string_view name,
                                         View view) {
-  const std::optional<RegistryValue> value = OpenKey(root, path, view).Value(name);
+  const std::optional<RegistryValue> value = ReadStored(root, path, name, view);
   std::uint32_t number = 0;
   if (!value || value->type != kRegDword || value->bytes.size() != sizeof number) return std::nullopt;
   std::memcpy(&number, value->bytes.data(), sizeof number);
@@ -64,7 +53,9 @@ std::optional<std::uint32_t> ReadNumber(Root root, std::u16string_view path, std
 }
 
 bool HasKey(Root root, std::u16string_view path, View view) {
-  return OpenKey(root, path, view).is_open();
+  windows::AnsiRegistry registry;
+  OpenedKey key(registry);
+  return Open(key, root, path, view);
 }
 
 }  // namespace qva::doctor
