@@ -49,8 +49,9 @@ Reference<css::util::XNumberFormats> FormatsOf(const Reference<css::sheet::XShee
 }
 
 sal_Int32 ShownFormat(const Reference<css::beans::XPropertySet>& cells) {
+  static const OUString& name = *new OUString("NumberFormat");
   sal_Int32 key = 0;
-  cells->getPropertyValue("NumberFormat") >>= key;
+  cells->getPropertyValue(name) >>= key;
   return key;
 }
 
