@@ -421,6 +421,27 @@ TEST_F(Formulas, OfTextsTooLongForABlockStayThem) {
   EXPECT_EQ(At(u"B2"), Value(longest + u"a"));
 }
 
+TEST_F(Formulas, OfTextsInWhichSomethingMayBeReadGoOneByOne) {
+  const char16_t* const texts[] = {u"Jun 12", u"kovo 5", u"A1",  u"a\nb", u"x\uFF11",
+                                   u"(a",     u"-",      u"\"a", u"true", u" FALSE"};
+  for (const char16_t* text : texts) {
+    Set(u"A1", u"'" + std::u16string(text));
+    Set(u"B1", u"=A1");
+    StartOver();
+    Clear(u"B1");
+    EXPECT_EQ(count.calls(), 10 + 3) << ToUtf8(text);
+    EXPECT_EQ(At(u"B1"), Value(text));
+  }
+  for (const char16_t* text : {u"Iš jų: „a“ – 'b' (c), d = e", u"Žemė", u" Суммa", u"a€", u"untrue"}) {
+    Set(u"A1", u"'" + std::u16string(text));
+    Set(u"B1", u"=A1");
+    StartOver();
+    Clear(u"B1");
+    EXPECT_EQ(count.calls(), 10 + 2) << ToUtf8(text);
+    EXPECT_EQ(At(u"B1"), Value(text));
+  }
+}
+
 TEST_F(Formulas, OfMergedCellsLeaveThemMerged) {
   Set(u"A1:A3", u"=1+1");
   for (const char16_t* cells : {u"A1:B1", u"A2:B2", u"A3:C3"}) Call(Cells(cells), u"Merge");
@@ -572,6 +593,16 @@ TEST_F(Formulas, BehindARefusedOneStayAlsoWhereABlockWasAheadOfIt) {
     EXPECT_EQ(FormulaOf(u"D" + NumberText(row)), row <= 2 ? u"ąč" : u"=\"ą\"&\"č\"");
     EXPECT_EQ(FormulaOf(u"F" + NumberText(row)), row <= 2 ? u"007" : u"=\"007\"");
   }
+}
+
+TEST_F(Formulas, BehindARefusedRectangleAreNotTouched) {
+  Set(u"A1:A3", u"=1+1");
+  Set(u"C1:C3", u"=1+1");
+  Put(Cells(u"C1:C3"), u"Locked", false);
+  Call(Sheet(), u"Protect");
+  EXPECT_EQ(ErrorNumberOf([&] { Clear(u"A1:C3"); }), kApplicationDefined);
+  EXPECT_EQ(count.calls(), 10 + 2 + 2) << "the rectangle and its first cell were tried";
+  EXPECT_EQ(FormulaOf(u"C1"), u"=1+1");
 }
 
 TEST_F(Formulas, BehindARefusedOneOfEachKindStay) {
