@@ -51,10 +51,12 @@ class Range : public Facade {
   void SetValue(qva::Value value) const { Put(u"Value", std::move(value)); }
   /// The same with dates and amounts as Double: of these, Value gives four decimals alone.
   qva::Value Value2() const { return Get(u"Value2"); }
+  void SetValue2(qva::Value value) const { Put(u"Value2", std::move(value)); }
   /// Formulas as they were entered, constants as text; of a single cell a text, of several an array of rows
   /// by columns. Of several areas those of the first.
   qva::Value Formula() const { return Get(u"Formula"); }
-  void SetFormula(std::u16string_view formula) const { Put(u"Formula", formula); }
+  /// One formula for all cells, or an array as Formula gives it.
+  void SetFormula(qva::Value formula) const { Put(u"Formula", std::move(formula)); }
   /// One formula for all cells together.
   void SetFormulaArray(std::u16string_view formula) const { Put(u"FormulaArray", formula); }
   /// A formula or constant in the user's own language; the empty text empties the cells.
@@ -86,6 +88,8 @@ class Range : public Facade {
   Range Cells(std::int32_t row, std::int32_t column) const {
     return Range(GetObject(u"Cells", {row, column}));
   }
+  /// The cells of an address, such as "B2:C5", counted from the first cell of the range: Excel's Range.Range.
+  Range Part(std::u16string_view address) const { return Range(GetObject(u"Range", {address})); }
   /// The range moved by rows down and columns to the right.
   Range Offset(std::int32_t rows, std::int32_t columns) const {
     return Range(GetObject(u"Offset", {rows, columns}));

@@ -178,4 +178,12 @@ std::u16string NumberText(long long number) {
   return FromUtf8(std::to_string(number));
 }
 
+std::u16string ColumnLetters(long long column) {
+  std::u16string letters;
+  for (; column > 0; column = (column - 1) / 26) {
+    letters.insert(letters.begin(), static_cast<char16_t>(u'A' + (column - 1) % 26));
+  }
+  return letters;
+}
+
 }  // namespace qva

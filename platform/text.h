@@ -37,4 +37,7 @@ std::u16string ReplaceAll(std::u16string_view text, std::u16string_view what, st
 /// A whole number in decimal digits.
 std::u16string NumberText(long long number);
 
+/// The letters of a sheet's column, counted from 1: "A", "Z", "AA".
+std::u16string ColumnLetters(long long column);
+
 }  // namespace qva

@@ -72,9 +72,10 @@ class CReports : public Described<CReports> {
   /// - a cell of the format "@" (text) keeps it, and its number stays a number;
   /// - an array formula becomes the values of all its cells. One that goes beyond ScanArrea refuses the whole
   ///   call, with 1004 and nothing changed.
-  /// A constant text that holds "=" is written anew, too, and stays that text. Only the used part of the
-  /// sheet counts. Excel's errors reach the caller; cells done by then stay so, and the refused one keeps its
-  /// formula. Raises 13 for an object that only looks like a range.
+  /// A constant text that holds "=" is written anew, too, and stays that text. Cells get the values that they
+  /// had before any of their block - an area of up to some 130 000 cells - was changed. Only the used part of
+  /// the sheet counts. Excel's errors reach the caller; cells done by then stay so, and the refused one keeps
+  /// its formula. Raises 13 for an object that only looks like a range.
   void ClearFormulas(excel::Range ScanArrea);
 
   /// Saves the workbook in the archive as the report of a year and quarter or, where `rYear` holds the full

@@ -5,6 +5,7 @@
 
 #include "global/Progress.h"
 #include "platform/excel_refusals.h"
+#include "platform/text.h"
 #include "reports/CReports.h"
 
 namespace qva {
@@ -20,7 +21,10 @@ constexpr std::u16string_view kReplacing = u"Formulės keičiamos reikšmėmis";
 /// The format of cells that take whatever is entered as text.
 constexpr std::u16string_view kTextFormat = u"@";
 
-/// Where a rectangle of cells lies on its sheet.
+/// Excel 2003 and older ones refuse a block that holds a longer text.
+constexpr std::size_t kLongestTextInBlock = 911;
+
+/// Where a rectangle of cells lies on its sheet or, counted from the first cell, among others.
 struct Place {
   std::int64_t row = 0;
   std::int64_t column = 0;
@@ -54,10 +58,9 @@ Place PlaceOf(const excel::Range& range) {
   return place;
 }
 
-excel::Range Part(const excel::Range& range, std::int64_t row, std::int64_t column, std::int64_t rows,
-                  std::int64_t columns) {
-  return range.Cells(static_cast<std::int32_t>(row), static_cast<std::int32_t>(column))
-      .Resize(static_cast<std::int32_t>(rows), static_cast<std::int32_t>(columns));
+excel::Range Part(const excel::Range& range, const Place& part) {
+  return range.Part(ColumnLetters(part.column) + NumberText(part.row) + u":" +
+                    ColumnLetters(part.end_column() - 1) + NumberText(part.end_row() - 1));
 }
 
 bool HoldsFormula(const Value& formula) {
@@ -80,6 +83,94 @@ std::vector<Value> ElementsOf(Value given, std::int64_t rows, std::int64_t colum
   return block.elements;
 }
 
+bool IsTextFormat(const Value& format) {
+  return format.Is(Value::Type::Text) && format.As<std::u16string>() == kTextFormat;
+}
+
+/// Whether a text stays itself however it is entered: it begins with a letter and has none of the digits
+/// that are in every number, date, time and percentage.
+bool IsPlain(std::u16string_view text) {
+  if (text.size() > kLongestTextInBlock) return false;
+  const std::u16string_view word = Trim(text);
+  const auto is_letter = [](char16_t c) {
+    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || (c >= u'\u00C0' && c < u'\u0530');
+  };
+  const auto is_allowed = [&](char16_t c) {
+    const bool is_digit = c >= u'0' && c <= u'9';
+    // Quotation marks and dashes among them.
+    return is_letter(c) || (c >= u' ' && c <= u'~' && !is_digit) || (c >= u'\u2010' && c <= u'\u2027') ||
+           c == u'€';
+  };
+  return !word.empty() && is_letter(word.front()) && std::ranges::all_of(text, is_allowed) &&
+         !EqualIgnoringCase(word, u"TRUE") && !EqualIgnoringCase(word, u"FALSE");
+}
+
+/// Whether a value stays what it is when it is written among others.
+bool IsPlain(const Value& value) {
+  switch (value.type()) {
+    case Value::Type::Boolean:
+    case Value::Type::Double:
+      return true;
+    case Value::Type::Text:
+      return IsPlain(std::u16string_view(value.As<std::u16string>()));
+    default:
+      return false;
+  }
+}
+
+/// One mark for each cell of some rows, along them.
+using Marks = std::vector<bool>;
+
+/// The marked cells as rectangles, each as wide as it can be at its first cell, and then as high. They come
+/// in the order of their first cells, along the rows.
+std::vector<Place> RectanglesOf(Marks marks, std::int64_t columns) {
+  std::vector<Place> rectangles;
+  const auto is_marked = [&](std::int64_t row, std::int64_t column) {
+    return marks[static_cast<std::size_t>(row * columns + column)];
+  };
+  const std::int64_t rows = static_cast<std::int64_t>(marks.size()) / columns;
+  for (std::int64_t row = 0; row < rows; ++row) {
+    for (std::int64_t column = 0; column < columns; ++column) {
+      if (!is_marked(row, column)) continue;
+      std::int64_t end_column = column + 1;
+      while (end_column < columns && is_marked(row, end_column)) ++end_column;
+      std::int64_t end_row = row;
+      const auto is_row_marked = [&] {
+        for (std::int64_t c = column; c < end_column; ++c) {
+          if (!is_marked(end_row, c)) return false;
+        }
+        return true;
+      };
+      for (; end_row < rows && is_row_marked(); ++end_row) {
+        for (std::int64_t c = column; c < end_column; ++c) {
+          marks[static_cast<std::size_t>(end_row * columns + c)] = false;
+        }
+      }
+      rectangles.push_back({row + 1, column + 1, end_row - row, end_column - column});
+    }
+  }
+  return rectangles;
+}
+
+/// Calls `visit(position)` for the cells of a rectangle, along its rows.
+template <class Visit>
+void ForEachPosition(const Place& rectangle, std::int64_t columns, Visit visit) {
+  for (std::int64_t row = rectangle.row; row < rectangle.end_row(); ++row) {
+    for (std::int64_t column = rectangle.column; column < rectangle.end_column(); ++column) {
+      visit(static_cast<std::size_t>((row - 1) * columns + column - 1));
+    }
+  }
+}
+
+/// What a rectangle gets of a list that has something for each cell, as one block.
+Value BlockOf(const Place& rectangle, std::int64_t columns, const std::vector<Value>& all) {
+  std::vector<Value> elements;
+  elements.reserve(static_cast<std::size_t>(rectangle.rows * rectangle.columns));
+  ForEachPosition(rectangle, columns, [&](std::size_t position) { elements.push_back(all[position]); });
+  return Array::Block(static_cast<std::int32_t>(rectangle.rows), static_cast<std::int32_t>(rectangle.columns),
+                      std::move(elements));
+}
+
 /// A formula, or a text that looks like one.
 struct Found {
   std::int64_t position = 0;  ///< in its block from 0, along the rows
@@ -89,6 +180,7 @@ struct Found {
 /// Cells that were read at once, and those of them that hold formulas.
 struct Block {
   excel::Range cells;
+  std::int64_t rows = 0;
   std::int64_t columns = 0;
   std::vector<Found> formulas;
 
@@ -96,6 +188,7 @@ struct Block {
     return cells.Cells(static_cast<std::int32_t>(position / columns) + 1,
                        static_cast<std::int32_t>(position % columns) + 1);
   }
+  std::size_t size() const { return static_cast<std::size_t>(rows * columns); }
 };
 
 /// All cells of an array formula.
@@ -114,7 +207,7 @@ class Entry {
     const bool is_text = value.Is(Value::Type::Text);
     if (is_text && value.As<std::u16string>().empty()) return;
     const Value format = common_format.Is(Value::Type::Null) ? cell_.NumberFormat() : common_format;
-    const bool is_text_cell = format.Is(Value::Type::Text) && format.As<std::u16string>() == kTextFormat;
+    const bool is_text_cell = IsTextFormat(format);
     const bool is_kept = is_text_cell && is_text && !value.As<std::u16string>().starts_with(u'\'');
     if (is_kept) return;
     if (is_text) entry_ = u"'" + value.As<std::u16string>();
@@ -191,7 +284,7 @@ class Freezing {
     const std::int64_t rows_of_block = std::max<std::int64_t>(kBlockCells / columns, 1);
     for (std::int64_t row = std::max(top, used.row); row < end_row; row += rows_of_block) {
       const std::int64_t rows = std::min(rows_of_block, end_row - row);
-      Read(Part(area, row - top + 1, first_column - left + 1, rows, columns), rows, columns);
+      Read(Part(area, {row - top + 1, first_column - left + 1, rows, columns}), rows, columns);
     }
   }
 
@@ -199,7 +292,7 @@ class Freezing {
   void Read(const excel::Range& cells, std::int64_t rows, std::int64_t columns) {
     progress_.Say(kSearching);
     const std::vector<Value> formulas = ElementsOf(cells.Formula(), rows, columns);
-    Block block{cells, columns, {}};
+    Block block{cells, rows, columns, {}};
     for (std::size_t n = 0; n < formulas.size(); ++n) {
       if (!HoldsFormula(formulas[n])) continue;
       block.formulas.push_back({static_cast<std::int64_t>(n), formulas[n].As<std::u16string>()});
@@ -230,23 +323,143 @@ class Freezing {
     });
   }
 
-  /// Values do not travel as a block: one that was written back may change what the next cell gives.
+  /// A block on its way from formulas to values.
+  struct Turn {
+    const Block& block;
+    std::vector<Value> values;  ///< of all its cells, before any was changed
+    Value format;               ///< the common one, or Null
+    Marks is_done;
+    std::size_t next = 0;  ///< the first formula that was not yet looked at by itself
+  };
+
+  /// Leaves what one cell after the other would leave, also where a cell is refused, with fewer calls: most
+  /// values travel as blocks.
   void Freeze(const Block& block) {
-    const Value format = block.cells.NumberFormat();
+    Turn turn{block, ElementsOf(block.cells.Value2(), block.rows, block.columns), block.cells.NumberFormat(),
+              Marks(block.size())};
+    try {
+      for (const Place& rectangle : RectanglesOf(PlainCells(turn), block.columns)) {
+        FreezeTogether(turn, rectangle);
+      }
+      FreezeEach(turn, block.rows * block.columns);
+    } catch (...) {
+      PutBackBehindRefused(turn);
+      throw;
+    }
+  }
+
+  /// The formulas whose values can be written as blocks.
+  static Marks PlainCells(const Turn& turn) {
+    const Block& block = turn.block;
+    Marks marks(block.size());
+    if (IsTextFormat(turn.format)) return marks;
     for (const Found& found : block.formulas) {
+      const auto position = static_cast<std::size_t>(found.position);
+      marks[position] = IsPlain(turn.values[position]);
+    }
+    if (turn.format.Is(Value::Type::Null)) {
+      for (const Place& rectangle : RectanglesOf(marks, block.columns)) {
+        TakeTextCellsOut(block, rectangle, marks);
+      }
+    }
+    return marks;
+  }
+
+  /// Halves a rectangle until each part has one format, columns first, since formats go by columns mostly.
+  static void TakeTextCellsOut(const Block& block, const Place& part, Marks& marks) {
+    const Value format = Part(block.cells, part).NumberFormat();
+    if (format.Is(Value::Type::Null) && part.rows * part.columns > 1) {
+      Place first = part;
+      Place second = part;
+      if (part.columns > 1) {
+        first.columns /= 2;
+        second.column += first.columns;
+        second.columns -= first.columns;
+      } else {
+        first.rows /= 2;
+        second.row += first.rows;
+        second.rows -= first.rows;
+      }
+      TakeTextCellsOut(block, first, marks);
+      TakeTextCellsOut(block, second, marks);
+    } else if (IsTextFormat(format)) {
+      ForEachPosition(part, block.columns, [&](std::size_t position) { marks[position] = false; });
+    }
+  }
+
+  void FreezeTogether(Turn& turn, const Place& rectangle) {
+    const Block& block = turn.block;
+    progress_.Say(kReplacing, done_, all_);
+    const bool is_written = IgnoreErrors(
+        [&] { Part(block.cells, rectangle).SetValue2(BlockOf(rectangle, block.columns, turn.values)); });
+    if (!is_written) {
+      // One of its cells may be refused, or the block as such.
+      FreezeEach(turn, (rectangle.end_row() - 2) * block.columns + rectangle.end_column() - 1);
+      return;
+    }
+    ForEachPosition(rectangle, block.columns, [&](std::size_t position) {
+      if (!turn.is_done[position]) ++done_;
+      turn.is_done[position] = true;
+    });
+  }
+
+  /// Freezes the cells in front of a position that are not done, one after the other.
+  void FreezeEach(Turn& turn, std::int64_t end) {
+    const Block& block = turn.block;
+    for (; turn.next < block.formulas.size() && block.formulas[turn.next].position < end; ++turn.next) {
+      const Found& found = block.formulas[turn.next];
+      const auto position = static_cast<std::size_t>(found.position);
+      if (turn.is_done[position]) continue;
       progress_.Say(kReplacing, done_++, all_);
       const excel::Range cell = block.Cell(found.position);
-      Replace(cell, {Entry(cell, cell.Value2(), format)}, [&] { cell.SetFormula(found.formula); });
+      Replace(cell, {Entry(cell, turn.values[position], turn.format)},
+              [&] { cell.SetFormula(found.formula); });
+      turn.is_done[position] = true;
     }
+  }
+
+  /// Blocks may have been ahead of the first cell that is not done: what is behind it gets its formulas
+  /// again.
+  static void PutBackBehindRefused(const Turn& turn) {
+    IgnoreFailures([&] {
+      const Block& block = turn.block;
+      Marks is_ahead(block.size());
+      std::vector<Value> formulas(block.size());
+      bool is_behind = false;
+      for (const Found& found : block.formulas) {
+        const auto position = static_cast<std::size_t>(found.position);
+        is_ahead[position] = is_behind && turn.is_done[position];
+        is_behind = is_behind || !turn.is_done[position];
+        formulas[position] = found.formula;
+      }
+      for (const Place& rectangle : RectanglesOf(is_ahead, block.columns)) {
+        const auto put_back = [&] {
+          Part(block.cells, rectangle).SetFormula(BlockOf(rectangle, block.columns, formulas));
+        };
+        if (IgnoreFailures(put_back)) continue;
+        // A formula may be longer than a block takes.
+        ForEachPosition(rectangle, block.columns, [&](std::size_t position) {
+          const excel::Range cell = block.Cell(static_cast<std::int64_t>(position));
+          IgnoreFailures([&] { cell.SetFormula(formulas[position]); });
+        });
+      }
+    });
   }
 
   void FreezeArray(const ArrayFormula& array) {
     const Place size = SizeOf(array.cells);
     progress_.Say(kReplacing, done_, all_);
     done_ += size.rows * size.columns;
-    const Block block{array.cells, size.columns, {}};
+    const Block block{array.cells, size.rows, size.columns, {}};
     const std::vector<Value> values = ElementsOf(array.cells.Value2(), size.rows, size.columns);
     const Value format = array.cells.NumberFormat();
+    const bool is_plain = !format.Is(Value::Type::Null) && !IsTextFormat(format) &&
+                          std::ranges::all_of(values, [](const Value& value) { return IsPlain(value); });
+    // Where that is refused the formula is still there, and need not come back, which a long one cannot.
+    if (is_plain && IgnoreErrors([&] {
+          array.cells.SetValue2(BlockOf({1, 1, size.rows, size.columns}, size.columns, values));
+        }))
+      return;
     std::vector<Entry> entries;
     for (std::size_t n = 0; n < values.size(); ++n) {
       entries.emplace_back(block.Cell(static_cast<std::int64_t>(n)), values[n], format);

@@ -1,18 +1,20 @@
 #include "platform/calc/CellMembers.h"
 
+#include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XChild.hpp>
 #include <com/sun/star/drawing/XDrawPageSupplier.hpp>
 #include <com/sun/star/form/XFormsSupplier.hpp>
-#include <com/sun/star/sheet/FormulaResult.hpp>
 #include <com/sun/star/sheet/XArrayFormulaRange.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/table/XCell.hpp>
-#include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+#include <map>
+#include <optional>
 #include <vector>
 
 #include "platform/calc/CellErrors.h"
@@ -23,15 +25,14 @@
 namespace qva::calc {
 namespace {
 
+using css::uno::Any;
 using css::uno::Reference;
+using css::uno::Sequence;
 using css::uno::UNO_QUERY_THROW;
+using rtl::OUString;
 
 Reference<css::sheet::XSheetCellRange> CellsOf(const ObjectPtr& range) {
   return {ToAny(GetObject(range, u"CellRange")), UNO_QUERY_THROW};
-}
-
-css::table::CellRangeAddress AddressOf(const Reference<css::sheet::XSheetCellRange>& cells) {
-  return Reference<css::sheet::XCellRangeAddressable>(cells, UNO_QUERY_THROW)->getRangeAddress();
 }
 
 /// Cells do not tell their document, but the forms that may be drawn on their sheet do.
@@ -47,57 +48,191 @@ Reference<css::util::XNumberFormats> FormatsOf(const Reference<css::sheet::XShee
       ->getNumberFormats();
 }
 
-/// Whether a cell shows its number as True or False. LibreOffice has no other Booleans.
-bool IsLogical(const Reference<css::table::XCell>& cell,
-               const Reference<css::sheet::XSheetCellRange>& cells) {
-  const Reference<css::beans::XPropertySet> properties(cell, UNO_QUERY_THROW);
+sal_Int32 ShownFormat(const Reference<css::beans::XPropertySet>& cells) {
+  static const OUString& name = *new OUString("NumberFormat");
   sal_Int32 key = 0;
-  properties->getPropertyValue("NumberFormat") >>= key;
-  sal_Int16 type = 0;
-  FormatsOf(cells)->getByKey(key)->getPropertyValue("Type") >>= type;
-  return (type & css::util::NumberFormat::LOGICAL) != 0;
+  cells->getPropertyValue(name) >>= key;
+  return key;
 }
 
-Value TextOf(const Reference<css::table::XCell>& cell) {
-  return FromUno(Reference<css::text::XText>(cell, UNO_QUERY_THROW)->getString());
-}
+/// Which of the formats of some cells' document show numbers as True and False. LibreOffice has no other
+/// Booleans.
+class LogicalFormats {
+ public:
+  explicit LogicalFormats(const Reference<css::sheet::XSheetCellRange>& cells) : cells_(cells) {}
 
-Value ValueOf(const Reference<css::table::XCell>& cell, const Reference<css::sheet::XSheetCellRange>& cells) {
-  switch (cell->getType()) {
-    case css::table::CellContentType_EMPTY:
-      return {};
-    case css::table::CellContentType_TEXT:
-      return TextOf(cell);
-    case css::table::CellContentType_FORMULA: {
-      if (const sal_Int32 error = cell->getError()) return CellErrorOf(error);
-      sal_Int32 result = 0;
-      Reference<css::beans::XPropertySet>(cell, UNO_QUERY_THROW)->getPropertyValue("FormulaResultType2") >>=
-          result;
-      if (result == css::sheet::FormulaResult::STRING) return TextOf(cell);
-      break;
+  bool Has(sal_Int32 key) {
+    const auto [known, is_new] = known_.try_emplace(key, false);
+    if (is_new) {
+      if (!formats_.is()) formats_ = FormatsOf(cells_);
+      sal_Int16 type = 0;
+      formats_->getByKey(key)->getPropertyValue("Type") >>= type;
+      known->second = (type & css::util::NumberFormat::LOGICAL) != 0;
     }
-    default:
-      break;
+    return known->second;
   }
-  const double number = cell->getValue();
-  if ((number == 0 || number == 1) && IsLogical(cell, cells)) return number != 0;
-  return number;
+
+ private:
+  const Reference<css::sheet::XSheetCellRange>& cells_;
+  Reference<css::util::XNumberFormats> formats_;
+  std::map<sal_Int32, bool> known_;
+};
+
+/// What a cell holds: `data` is what LibreOffice gives for it, a number, a text, or nothing for an error.
+Value ValueOf(const Any& data, const Reference<css::sheet::XSheetCellRange>& cells, sal_Int32 row,
+              sal_Int32 column, LogicalFormats& logical_formats) {
+  const auto cell = [&] { return cells->getCellByPosition(column, row); };
+  double number = 0;
+  if (data >>= number) {
+    if (number != 0 && number != 1) return number;
+    return logical_formats.Has(ShownFormat({cell(), UNO_QUERY_THROW})) ? Value(number != 0) : Value(number);
+  }
+  OUString text;
+  if (!(data >>= text)) return CellErrorOf(cell()->getError());
+  if (text.isEmpty() && cell()->getType() == css::table::CellContentType_EMPTY) return {};
+  return FromUno(text);
+}
+
+/// `read(element, row, column)` of the one cell, or of all as a block with both indexes from 1.
+template <class T, class Read>
+Value BlockOf(const Sequence<Sequence<T>>& rows, Read read) {
+  const sal_Int32 columns = rows[0].getLength();
+  std::vector<Value> values;
+  values.reserve(static_cast<std::size_t>(rows.getLength()) * static_cast<std::size_t>(columns));
+  for (sal_Int32 row = 0; row < rows.getLength(); ++row) {
+    const T* elements = rows[row].getConstArray();
+    for (sal_Int32 column = 0; column < columns; ++column)
+      values.push_back(read(elements[column], row, column));
+  }
+  return values.size() == 1 ? values.front() : Array::Block(rows.getLength(), columns, std::move(values));
+}
+
+/// The elements of a block as rows of sequences, each made by `convert(element)`.
+template <class T, class Convert>
+Sequence<Sequence<T>> RowsOf(const Array& block, Convert convert) {
+  Sequence<Sequence<T>> rows(block.dimensions[0].count);
+  auto element = block.elements.begin();
+  Sequence<T>* row = rows.getArray();
+  for (sal_Int32 r = 0; r < rows.getLength(); ++r, ++row) {
+    row->realloc(block.dimensions[1].count);
+    T* cell = row->getArray();
+    for (sal_Int32 c = 0; c < row->getLength(); ++c) cell[c] = convert(*element++);
+  }
+  return rows;
+}
+
+/// A block with an element of certain types for each cell, alone or in an array; nothing for anything else.
+std::optional<Array> BlockFor(const Reference<css::sheet::XSheetCellRange>& cells, const Arguments& arguments,
+                              std::initializer_list<Value::Type> types) {
+  if (arguments.positional.size() != 1) return {};
+  const Value& value = arguments.positional[0];
+  Array block = value.Is(Value::Type::Array) ? value.AsArray() : Array{{{1, 1}, {1, 1}}, {value}};
+  const auto is_allowed = [&](const Value& element) {
+    return std::ranges::find(types, element.type()) != types.end();
+  };
+  const css::table::CellRangeAddress address =
+      Reference<css::sheet::XCellRangeAddressable>(cells, UNO_QUERY_THROW)->getRangeAddress();
+  const bool fits = block.dimensions.size() == 2 &&
+                    block.dimensions[0].count == address.EndRow - address.StartRow + 1 &&
+                    block.dimensions[1].count == address.EndColumn - address.StartColumn + 1;
+  if (!fits || !std::ranges::all_of(block.elements, is_allowed)) return {};
+  return block;
+}
+
+/// A number or text as LibreOffice takes it among others. The cell's format says whether it is a Boolean.
+Any ToData(const Value& value) {
+  if (value.Is(Value::Type::Text)) return Any(ToUno(value.As<std::u16string>()));
+  return Any(value.Is(Value::Type::Boolean) ? (value.As<bool>() ? 1.0 : 0.0) : value.As<double>());
+}
+
+/// Cells of one column that show what they hold in one format, also where it came from their formulas.
+struct Shown {
+  Reference<css::beans::XPropertySet> cells;
+  sal_Int32 format = 0;
+};
+
+/// The formats of all cells but those of the general one.
+std::vector<Shown> ShownFormats(const Reference<css::sheet::XSheetCellRange>& cells, const Array& block) {
+  const sal_Int32 rows = block.dimensions[0].count;
+  std::vector<Shown> all;
+  const auto part = [&](sal_Int32 column, sal_Int32 first_row, sal_Int32 last_row) {
+    return Reference<css::beans::XPropertySet>(
+        cells->getCellRangeByPosition(column, first_row, column, last_row), UNO_QUERY_THROW);
+  };
+  for (sal_Int32 column = 0; column < block.dimensions[1].count; ++column) {
+    Shown common{part(column, 0, rows - 1)};
+    common.format = ShownFormat(common.cells);
+    if (common.format != 0) {
+      all.push_back(std::move(common));
+      continue;
+    }
+    // Differing formats give the general one, too.
+    sal_Int32 row = 0;
+    const auto next = [&] {
+      return row < rows ? ShownFormat({cells->getCellByPosition(column, row), UNO_QUERY_THROW}) : 0;
+    };
+    for (sal_Int32 format = next(); row < rows;) {
+      const sal_Int32 first_row = row++;
+      const sal_Int32 former = format;
+      while (row < rows && (format = next()) == former) ++row;
+      if (former != 0) all.push_back({part(column, first_row, row - 1), former});
+    }
+  }
+  return all;
+}
+
+/// Lets the cells show what they hold as before.
+void ShowAgain(const std::vector<Shown>& all) {
+  for (const Shown& shown : all) {
+    if (ShownFormat(shown.cells) != shown.format) {
+      shown.cells->setPropertyValue("NumberFormat", Any(shown.format));
+    }
+  }
 }
 
 }  // namespace
 
 Value CellValue2(const ObjectPtr& range, const Arguments&) {
   const auto cells = CellsOf(range);
-  const auto address = AddressOf(cells);
-  const sal_Int32 rows = address.EndRow - address.StartRow + 1;
-  const sal_Int32 columns = address.EndColumn - address.StartColumn + 1;
-  std::vector<Value> values;
-  for (sal_Int32 row = 0; row < rows; ++row) {
-    for (sal_Int32 column = 0; column < columns; ++column) {
-      values.push_back(ValueOf(cells->getCellByPosition(column, row), cells));
-    }
-  }
-  return values.size() == 1 ? values.front() : Array::Block(rows, columns, std::move(values));
+  const auto rows = Reference<css::sheet::XCellRangeData>(cells, UNO_QUERY_THROW)->getDataArray();
+  LogicalFormats logical_formats(cells);
+  return BlockOf(rows, [&](const Any& data, sal_Int32 row, sal_Int32 column) {
+    return ValueOf(data, cells, row, column, logical_formats);
+  });
+}
+
+Value SetCellValue2(const ObjectPtr& range, const Arguments& arguments) {
+  const auto cells = CellsOf(range);
+  const auto block =
+      BlockFor(cells, arguments, {Value::Type::Boolean, Value::Type::Double, Value::Type::Text});
+  if (!block) return SetCellValue(range, arguments);
+  const std::vector<Shown> shown = ShownFormats(cells, *block);
+  Reference<css::sheet::XCellRangeData>(cells, UNO_QUERY_THROW)->setDataArray(RowsOf<Any>(*block, ToData));
+  ShowAgain(shown);
+  return {};
+}
+
+Value CellFormula(const ObjectPtr& range, const Arguments&) {
+  const Reference<css::sheet::XCellRangeFormula> cells(CellsOf(range), UNO_QUERY_THROW);
+  return BlockOf(cells->getFormulaArray(),
+                 [](const OUString& formula, sal_Int32, sal_Int32) { return Value(FromUno(formula)); });
+}
+
+Value SetCellFormula(const ObjectPtr& range, const Arguments& arguments) {
+  const auto cells = CellsOf(range);
+  const auto block = BlockFor(cells, arguments, {Value::Type::Text});
+  if (!block) return Own(range, Access::Put, u"Formula", arguments);
+  const auto formula = [](const Value& text) { return ToUno(text.As<std::u16string>()); };
+  Reference<css::sheet::XCellRangeFormula>(cells, UNO_QUERY_THROW)
+      ->setFormulaArray(RowsOf<OUString>(*block, formula));
+  return {};
+}
+
+Value SetFormulaArray(const ObjectPtr& range, const Arguments& arguments) {
+  if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
+  Reference<css::sheet::XArrayFormulaRange>(CellsOf(range), UNO_QUERY_THROW)
+      ->setArrayFormula(ToUno(arguments.positional[0].ToText()));
+  return {};
 }
 
 Value HasArray(const ObjectPtr& range, const Arguments&) {

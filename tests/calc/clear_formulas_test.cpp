@@ -21,5 +21,11 @@ TEST_F(CalcClearFormulas, EveryValueStaysWhatItIs) {
                                      "whole sheet of 1048576 rows: quick", "Double 2"));
 }
 
+TEST_F(CalcClearFormulas, OfRandomSheetsStayWhatTheyShowUpToARefusedCell) {
+  const RunResult run = RunMacro("clear_formulas_random");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre("40 sheets, some refused"));
+}
+
 }  // namespace
 }  // namespace qva

@@ -260,7 +260,9 @@ std::vector<Operation> Reports() {
          return {s.Reports(), {s.ObservedCells(u"C1:C2")}};
        },
        .undisturbed = '.',
-       .when_a_call_fails = "E+",
+       // A block that is refused goes cell by cell.
+       .when_a_call_fails = "E{10}\\.\\.",
+       .when_all_calls_fail_from_it_on = "E+",
        .tidies_up = true,
        .leaves = [](Stage& s, const ObjectPtr&) { return ToUtf8(Get(s.Cells(u"C1"), u"Formula").ToText()); }},
       {u"CReports", u"SaveDoc", kCall,

@@ -109,6 +109,14 @@ TEST(ReplaceAll, ReplacesFromTheLeftWithoutLookingAtWhatWasPutIn) {
   EXPECT_EQ(ReplaceAll(u"", u"b", u"x"), u"");
 }
 
+TEST(ColumnLetters, CountOnFromAToZ) {
+  EXPECT_EQ(ColumnLetters(1), u"A");
+  EXPECT_EQ(ColumnLetters(26), u"Z");
+  EXPECT_EQ(ColumnLetters(27), u"AA");
+  EXPECT_EQ(ColumnLetters(256), u"IV");
+  EXPECT_EQ(ColumnLetters(16384), u"XFD");
+}
+
 TEST(NumberText, WritesDecimalDigits) {
   EXPECT_EQ(NumberText(0), u"0");
   EXPECT_EQ(NumberText(-12), u"-12");

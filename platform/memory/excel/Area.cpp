@@ -45,14 +45,6 @@ std::optional<Corner> ParseCorner(std::u16string_view text) {
   return corner;
 }
 
-std::u16string ColumnLetters(std::int32_t column) {
-  std::u16string letters;
-  for (; column > 0; column = (column - 1) / 26) {
-    letters.insert(letters.begin(), static_cast<char16_t>(u'A' + (column - 1) % 26));
-  }
-  return letters;
-}
-
 }  // namespace
 
 std::optional<std::int32_t> ParseColumn(std::u16string_view letters) {

@@ -124,6 +124,7 @@ const ClassDescription& Range::Description() {
           .Get<&Range::Areas>(u"Areas")
           .Get<&Range::Cells>(u"Cells", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
           .Get<&Range::Item>(u"Item", {{u"RowIndex"}, Optional(u"ColumnIndex")})
+          .Get<&Range::RangeWithin>(u"Range", {{u"Cell1"}})
           .Get<&Range::Offset>(u"Offset", {Optional(u"RowOffset"), Optional(u"ColumnOffset")})
           .Get<&Range::Resize>(u"Resize", {Optional(u"RowSize"), Optional(u"ColumnSize")})
           .Get<&Range::End>(u"End", {{u"Direction"}})
@@ -372,6 +373,17 @@ ObjectPtr Range::Cells(const qva::Value& row, const qva::Value& column) {
   Open();
   const auto cells = MakeRef<Range>(application_, reference_);
   return row.Is(qva::Value::Type::Missing) ? ObjectPtr(cells) : cells->Item(row, column);
+}
+
+ObjectPtr Range::RangeWithin(const std::u16string& address) {
+  Open();
+  const auto part = ParseArea(address);
+  const auto place =
+      part ? AreaInGrid(std::int64_t{area().row} + part->row - 1,
+                        std::int64_t{area().column} + part->column - 1, part->rows, part->columns)
+           : std::nullopt;
+  if (!place) throw Refusal();
+  return Part(*place);
 }
 
 ObjectPtr Range::Offset(std::int32_t rows, std::int32_t columns) {

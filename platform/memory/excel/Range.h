@@ -93,6 +93,9 @@ class Range : public Described<Range> {
   std::int32_t Count();
   ObjectPtr Areas();
   ObjectPtr Cells(const qva::Value& row, const qva::Value& column);
+  /// The cells of an address that is counted from the first cell. Raises 1004 for anything but the address of
+  /// one rectangle, and when that is not wholly on the sheet.
+  ObjectPtr RangeWithin(const std::u16string& address);
   /// Raises 1004 when the result is not wholly on the sheet.
   ObjectPtr Offset(std::int32_t rows, std::int32_t columns);
   /// The area from the same first cell; a number that is left out stays as it is. Raises 1004 for less than
