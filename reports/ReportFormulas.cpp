@@ -183,6 +183,7 @@ struct Block {
   std::int64_t rows = 0;
   std::int64_t columns = 0;
   std::vector<Found> formulas;
+  std::vector<Value> values;  ///< of all its cells, before any was changed
 
   excel::Range Cell(std::int64_t position) const {
     return cells.Cells(static_cast<std::int32_t>(position / columns) + 1,
@@ -195,6 +196,8 @@ struct Block {
 struct ArrayFormula {
   excel::Range cells;
   std::u16string formula;
+  Place size;
+  std::vector<Value> values;  ///< before any cell was changed
 };
 
 /// A value on its way into a cell, as it is. Excel would read a text once more, as a number, date or formula;
@@ -263,6 +266,12 @@ class Freezing {
 
   void Run() {
     for (const excel::Range& area : areas_) FindIn(area);
+    // A SUBTOTAL counts another one as soon as that is a value.
+    for (Block& block : blocks_) block.values = ElementsOf(block.cells.Value2(), block.rows, block.columns);
+    for (ArrayFormula& array : arrays_) {
+      array.size = SizeOf(array.cells);
+      array.values = ElementsOf(array.cells.Value2(), array.size.rows, array.size.columns);
+    }
     for (const Block& block : blocks_) all_ += static_cast<std::int64_t>(block.formulas.size());
     for (const Place& place : array_places_) all_ += place.rows * place.columns;
     for (const Block& block : blocks_) Freeze(block);
@@ -292,7 +301,7 @@ class Freezing {
   void Read(const excel::Range& cells, std::int64_t rows, std::int64_t columns) {
     progress_.Say(kSearching);
     const std::vector<Value> formulas = ElementsOf(cells.Formula(), rows, columns);
-    Block block{cells, rows, columns, {}};
+    Block block{cells, rows, columns, {}, {}};
     for (std::size_t n = 0; n < formulas.size(); ++n) {
       if (!HoldsFormula(formulas[n])) continue;
       block.formulas.push_back({static_cast<std::int64_t>(n), formulas[n].As<std::u16string>()});
@@ -318,7 +327,7 @@ class Freezing {
       const auto holds_it = [&](const excel::Range& area) { return PlaceOf(area).Contains(array_place); };
       if (std::none_of(areas_.begin(), areas_.end(), holds_it)) throw excel::ArrayRefusal();
       array_places_.push_back(array_place);
-      arrays_.push_back({std::move(array), found.formula});
+      arrays_.push_back({std::move(array), found.formula, {}, {}});
       return true;
     });
   }
@@ -326,8 +335,7 @@ class Freezing {
   /// A block on its way from formulas to values.
   struct Turn {
     const Block& block;
-    std::vector<Value> values;  ///< of all its cells, before any was changed
-    Value format;               ///< the common one, or Null
+    Value format;  ///< the common one, or Null
     Marks is_done;
     std::size_t next = 0;  ///< the first formula that was not yet looked at by itself
   };
@@ -335,8 +343,7 @@ class Freezing {
   /// Leaves what one cell after the other would leave, also where a cell is refused, with fewer calls: most
   /// values travel as blocks.
   void Freeze(const Block& block) {
-    Turn turn{block, ElementsOf(block.cells.Value2(), block.rows, block.columns), block.cells.NumberFormat(),
-              Marks(block.size())};
+    Turn turn{block, block.cells.NumberFormat(), Marks(block.size())};
     try {
       for (const Place& rectangle : RectanglesOf(PlainCells(turn), block.columns)) {
         FreezeTogether(turn, rectangle);
@@ -355,7 +362,7 @@ class Freezing {
     if (IsTextFormat(turn.format)) return marks;
     for (const Found& found : block.formulas) {
       const auto position = static_cast<std::size_t>(found.position);
-      marks[position] = IsPlain(turn.values[position]);
+      marks[position] = IsPlain(turn.block.values[position]);
     }
     if (turn.format.Is(Value::Type::Null)) {
       for (const Place& rectangle : RectanglesOf(marks, block.columns)) {
@@ -390,8 +397,9 @@ class Freezing {
   void FreezeTogether(Turn& turn, const Place& rectangle) {
     const Block& block = turn.block;
     progress_.Say(kReplacing, done_, all_);
-    const bool is_written = IgnoreErrors(
-        [&] { Part(block.cells, rectangle).SetValue2(BlockOf(rectangle, block.columns, turn.values)); });
+    const bool is_written = IgnoreErrors([&] {
+      Part(block.cells, rectangle).SetValue2(BlockOf(rectangle, block.columns, turn.block.values));
+    });
     if (!is_written) {
       // One of its cells may be refused, or the block as such.
       FreezeEach(turn, (rectangle.end_row() - 2) * block.columns + rectangle.end_column() - 1);
@@ -412,7 +420,7 @@ class Freezing {
       if (turn.is_done[position]) continue;
       progress_.Say(kReplacing, done_++, all_);
       const excel::Range cell = block.Cell(found.position);
-      Replace(cell, {Entry(cell, turn.values[position], turn.format)},
+      Replace(cell, {Entry(cell, turn.block.values[position], turn.format)},
               [&] { cell.SetFormula(found.formula); });
       turn.is_done[position] = true;
     }
@@ -447,11 +455,11 @@ class Freezing {
   }
 
   void FreezeArray(const ArrayFormula& array) {
-    const Place size = SizeOf(array.cells);
+    const Place& size = array.size;
     progress_.Say(kReplacing, done_, all_);
     done_ += size.rows * size.columns;
-    const Block block{array.cells, size.rows, size.columns, {}};
-    const std::vector<Value> values = ElementsOf(array.cells.Value2(), size.rows, size.columns);
+    const Block block{array.cells, size.rows, size.columns, {}, {}};
+    const std::vector<Value>& values = array.values;
     const Value format = array.cells.NumberFormat();
     const bool is_plain = !format.Is(Value::Type::Null) && !IsTextFormat(format) &&
                           std::ranges::all_of(values, [](const Value& value) { return IsPlain(value); });

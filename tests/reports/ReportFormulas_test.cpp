@@ -460,6 +460,18 @@ TEST_F(Formulas, GetTheValuesThatTheyHadBeforeAnyWasFrozen) {
   EXPECT_EQ(At(u"B1"), Value(ErrorValue{xlErrValue})) << "which was a sum with the empty text";
 }
 
+TEST_F(Formulas, OfOtherAreasAndArraysGetTheValuesThatTheyHadBeforeAnyWasFrozen) {
+  Set(u"A1", u"=\"\"");
+  Set(u"C1", u"=A1+1");
+  Put(Cells(u"E1:E2"), u"FormulaArray", u"=A1+1");
+  const Value error = ErrorValue{xlErrValue};
+  ASSERT_EQ(At(u"E2"), error);
+  Clear(u"A1,C1,E1:E2");
+  EXPECT_EQ(At(u"A1"), Value());
+  EXPECT_EQ(At(u"C1"), error);
+  EXPECT_EQ(At(u"E2"), error);
+}
+
 // --- Cost
 
 const char* const kOneCell[] = {"Range.Areas",

@@ -47,6 +47,13 @@ Sub Main()
     r.ClearFormulas s.Range("C:F")
     r.ClearFormulas s.Range("J:XFD")
     WriteLine Shown("D3")
+
+    s.Range("A21").Value = 10
+    s.Range("A22").Formula = "=SUBTOTAL(9,A21:A21)"
+    s.Range("A23").Formula = "=SUBTOTAL(9,A21:A22)"
+    s.Range("B24").Formula = "=SUBTOTAL(9,A21:A23)"
+    r.ClearFormulas s.Range("A21:A23,B24")
+    WriteLine "totals: " & Shown("A23") & " " & Shown("B24")
 End Sub
 
 Private Sub Fill(sColumn As String, vFormulas)
