@@ -53,7 +53,7 @@ TEST_F(Threads, OneIsToldThatAnotherOneHasAFactoryOrALock) {
 TEST_F(Threads, TheLibraryWorksForWhicheverHasObjects) {
   New<_CTools>(CLSID_CTools);
   ComPtr<_CButtonProperties> theirs;
-  short count = 0;
+  unsigned char count = 0;
   other_.Run([&] {
     theirs = New<_CButtonProperties>(CLSID_CButtonProperties);
     theirs->Add(2);
