@@ -80,24 +80,12 @@ TEST_F(Threads, OneDoesNotGetWhatTheLibraryKeptForAnother) {
   EXPECT_EQ(live(), before);
 }
 
-TEST_F(Threads, ThoseThatCallTheMarshalledObjectMayBeMany) {
-  const auto buttons = New<_CButtonProperties>(CLSID_CButtonProperties);
-  Parcel parcel(*buttons.get());
-  std::int32_t count = 0;
-  other_.Run([&] {
-    const ComPtr<IDispatch> proxy = parcel.Open();
-    Invoke(*proxy, IdOf(*proxy, L"Add"), kCall, {Number(3)});
-    count = Invoke(*proxy, IdOf(*proxy, L"TotalButtons"), kCall).value.ToInt32();
-  });
-  EXPECT_EQ(count, 3);
-}
-
 /// Each creates an object, works with it and lets it go, again and again; at a time one of them alone is let
 /// in.
 TEST_F(Threads, DoNotMeetInTheLibraryHoweverTheyAsk) {
   std::atomic<int> inside = 0, most = 0, done = 0, refused = 0;
   const auto work = [&] {
-    for (int i = 0; i < 2000; ++i) {
+    for (int i = 0; i < 1000000 && refused < 1000; ++i) {
       void* factory = nullptr;
       const HRESULT code =
           Export<GetClassObject>("DllGetClassObject")(CLSID_CButtonProperties, IID_IClassFactory, &factory);
@@ -132,8 +120,8 @@ TEST_F(Threads, DoNotMeetInTheLibraryHoweverTheyAsk) {
   WaitForSingleObject(thread, INFINITE);
   CloseHandle(thread);
   EXPECT_EQ(most, 1);
-  EXPECT_GT(refused, 0) << "they met at the door";
-  EXPECT_EQ(done + refused, 4000);
+  EXPECT_GE(refused, 1000) << "they met at the door";
+  EXPECT_GT(done, 0);
 }
 
 }  // namespace
