@@ -8,7 +8,6 @@ namespace qva {
 namespace {
 
 using testing::Contains;
-using testing::Each;
 using testing::StartsWith;
 
 class CalcContracts : public CalcWindows {
@@ -49,11 +48,11 @@ TEST_F(CalcContracts, AreKept) {
   const RunResult run = Finish();
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   ASSERT_FALSE(run.lines.empty());
-  EXPECT_EQ(run.lines.back(), "all passed");
-  const std::vector<std::string> tests(run.lines.begin(), run.lines.end() - 1);
-  EXPECT_THAT(tests, Each(StartsWith("passed: ")));
+  if (run.lines.back() != "all passed") {
+    for (const std::string& line : run.lines) ADD_FAILURE() << line;
+  }
   for (const char* contract : {"FormContract", "MessageBoxContract", "ListChooserContract"}) {
-    EXPECT_THAT(tests, Contains(StartsWith(std::string("passed: CalcWindows/") + contract)));
+    EXPECT_THAT(run.lines, Contains(StartsWith(std::string("passed: CalcWindows/") + contract)));
   }
 }
 
