@@ -155,6 +155,26 @@ class ForwardingFormFactory : public ForwardingTo<FormFactory> {
   }
 };
 
+/// A form before another one, which it owns.
+class ForwardingForm : public Form {
+ public:
+  explicit ForwardingForm(std::unique_ptr<Form> target) : target_(std::move(target)) {}
+
+  Control* Find(std::u16string_view name) override { return target_->Find(name); }
+  void ShowModal() override { target_->ShowModal(); }
+  void Hide() override { target_->Hide(); }
+  bool Visible() const override { return target_->Visible(); }
+  int Width() const override { return target_->Width(); }
+  int Height() const override { return target_->Height(); }
+  void StartResizer(int width, int height,
+                    std::function<std::optional<ResizeMode>(std::u16string_view name)> mode) override {
+    target_->StartResizer(width, height, std::move(mode));
+  }
+
+ private:
+  std::unique_ptr<Form> target_;
+};
+
 }  // namespace ui
 
 }  // namespace qva

@@ -2,6 +2,7 @@
 // nor another test tells of one that was forgotten. CONTRIBUTING.md has all of them.
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -102,25 +103,58 @@ TEST(Lists, ScriptsCallEveryMemberOfTheirClass) {
   }
 }
 
-/// A contract that an adapter does not pass holds nobody. The embedded host is the same code on Windows.
-TEST(Lists, EveryContractIsKeptByTheTwinAndByWindows) {
-  const auto keepers = [](const std::string& folder, const std::string& contract) {
-    std::set<std::string> names;
+/// The sources in these folders that others than tests may use, as text by their paths.
+std::map<fs::path, std::string> SourcesIn(std::initializer_list<const char*> folders) {
+  std::map<fs::path, std::string> sources;
+  for (const char* folder : folders) {
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(SourceFolder() / folder)) {
-      if (entry.path().extension() != ".cpp") continue;
-      for (const std::string& name :
-           Matches(SourceText(entry.path()),
-                   "INSTANTIATE_TYPED_TEST_SUITE_P\\((\\w+), " + contract + ", \\w+\\);"))
-        names.insert(name);
+      const fs::path extension = entry.path().extension();
+      if (extension == ".h" || extension == ".cpp") sources[entry.path()] = SourceText(entry.path());
     }
-    return names;
-  };
-  for (const char* contract : {"FilesContract", "RegistryContract", "HostContract", "FormContract"}) {
-    EXPECT_TRUE(keepers("tests/platform", contract).contains("Memory")) << contract;
-    EXPECT_FALSE(
-        keepers(std::string(contract) == "HostContract" ? "tests/host" : "tests/windows", contract).empty())
-        << contract;
   }
+  return sources;
+}
+
+/// The contracts that tests hold adapters to, as "HostContract_EmbeddedHost".
+std::set<std::string> ContractsKept() {
+  std::set<std::string> kept;
+  for (const auto& [path, source] : SourcesIn({"tests"})) {
+    for (const std::string& names : Matches(source, "INSTANTIATE_TYPED_TEST_SUITE_P\\((\\w+),\\s+(\\w+),")) {
+      const std::size_t between = names.find('_');
+      kept.insert(names.substr(between + 1) + "_" + names.substr(0, between));
+    }
+  }
+  return kept;
+}
+
+/// The tests of a contract bear the adapter's name, by which it is seen here that each adapter passes them.
+TEST(Lists, EveryAdapterKeepsTheContractOfItsInterface) {
+  const std::set<std::string> kept = ContractsKept();
+  const auto sources = SourcesIn({"platform", "host", "server", "tests/extending"});
+  for (const std::string& interface :
+       Matches(SourceText("platform/services.h"), "\n  ((?:ui::)?\\w+)\\* \\w+ = nullptr;")) {
+    const std::string contract = (interface == "ui::FormFactory" ? "Form" : interface) + "Contract_";
+    int adapters = 0;
+    for (const auto& [path, source] : sources) {
+      for (const std::string& name :
+           Matches(source, "\nclass (\\w+)(?: final)? : (?:[^;{]*, )?public " + interface + "\\b[^:]")) {
+        ++adapters;
+        EXPECT_TRUE(kept.contains(contract + name)) << contract << name;
+      }
+    }
+    EXPECT_GE(adapters, 3) << interface << ": the twin's, Linux' and Windows' at least";
+  }
+}
+
+/// Hosts are known by what they create; Windows' demo host is one by itself, since it stands behind COM.
+TEST(Lists, EveryHostKeepsTheContractOfHosts) {
+  const std::set<std::string> kept = ContractsKept();
+  std::vector<std::string> hosts = {"DemoHost"};
+  for (const auto& [path, source] : SourcesIn({"platform", "host", "server", "tests/extending"})) {
+    if (source.find("(host::kCommonObjects))") != source.npos) hosts.push_back(path.stem().string());
+  }
+  EXPECT_GE(hosts.size(), 4u);
+  for (const std::string& host : hosts) EXPECT_TRUE(kept.contains("HostContract_" + host)) << host;
 }
 
 TEST(Lists, EveryServiceHasItsForwardingBase) {

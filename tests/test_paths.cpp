@@ -31,6 +31,9 @@ std::filesystem::path CalcComponentFile() {
 std::filesystem::path ExcelCallsModuleFile() {
   return QVA_EXCEL_CALLS_MODULE;
 }
+std::filesystem::path ContractsModuleFile() {
+  return QVA_CONTRACTS_MODULE;
+}
 std::string FileCallsLibrary() {
   return QVA_FILE_CALLS_LIBRARY;
 }

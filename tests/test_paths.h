@@ -20,6 +20,8 @@ std::string ReportRunnerFile();
 std::filesystem::path CalcComponentFile();
 /// The module that stands in the host's place in tests of the component.
 std::filesystem::path ExcelCallsModuleFile();
+/// The module in its place that holds windows to their contracts.
+std::filesystem::path ContractsModuleFile();
 /// The library that writes down what is given to some calls of the system.
 std::string FileCallsLibrary();
 /// The sanitizers' library that must be loaded before the component is; empty where it was built without

@@ -226,6 +226,39 @@ ObjectPtr InterceptedFactory::Create(std::u16string_view programmatic_identifier
       .ToObject();
 }
 
+namespace {
+
+class ObservedForm : public ui::ForwardingForm {
+ public:
+  ObservedForm(std::shared_ptr<Interceptor::Core> core, std::unique_ptr<ui::Form> form, std::u16string name)
+      : ForwardingForm(std::move(form)), core_(std::move(core)), name_(std::move(name)) {}
+
+  void ShowModal() override {
+    const Arguments none;
+    core_->Observe({.path = name_, .member = u"ShowModal", .arguments = none}, [this] {
+      ForwardingForm::ShowModal();
+      return Value();
+    });
+  }
+
+ private:
+  std::shared_ptr<Interceptor::Core> core_;
+  std::u16string name_;
+};
+
+}  // namespace
+
+std::unique_ptr<ui::Form> InterceptedForms::Create(const ui::FormDescription& description) {
+  const Arguments none;
+  const HostCall call{.kind = HostCall::Kind::Create, .member = description.name, .arguments = none};
+  std::unique_ptr<ui::Form> form;
+  core_->Observe(call, [&] {
+    form = ForwardingFormFactory::Create(description);
+    return Value();
+  });
+  return std::make_unique<ObservedForm>(core_, std::move(form), description.name);
+}
+
 ObjectPtr Unwrap(const ObjectPtr& object) {
   const auto* wrapper = dynamic_cast<const Wrapper*>(object.get());
   return wrapper ? wrapper->object() : object;

@@ -5,8 +5,8 @@
 #include <memory>
 #include <string_view>
 
+#include "platform/forwarding.h"
 #include "platform/memory/CallObserver.h"
-#include "platform/object_factory.h"
 
 namespace qva {
 
@@ -37,6 +37,7 @@ class Interceptor {
 
  private:
   friend class InterceptedFactory;
+  friend class InterceptedForms;
   std::shared_ptr<Core> core_;
 };
 
@@ -55,6 +56,19 @@ class InterceptedFactory : public ObjectFactory {
  private:
   std::shared_ptr<Interceptor::Core> core_;
   ObjectFactory& factory_;
+};
+
+/// A form factory whose forms are shown as a call: "frmDatePic.ShowModal". Their creation is one, too.
+class InterceptedForms : public ui::ForwardingFormFactory {
+ public:
+  /// Borrows the factory; shares the observers of the interceptor.
+  InterceptedForms(Interceptor& interceptor, ui::FormFactory& forms)
+      : ForwardingFormFactory(forms), core_(interceptor.core_) {}
+
+  std::unique_ptr<ui::Form> Create(const ui::FormDescription& description) override;
+
+ private:
+  std::shared_ptr<Interceptor::Core> core_;
 };
 
 }  // namespace qva

@@ -157,7 +157,12 @@ class DocumentSelectionObject : public Described<DocumentSelectionObject> {
       if (document.book_code != book_code_ || document.type != type) continue;
       if (document.date < from || document.date > to) continue;
       offered.push_back(&document);
-      list.rows.push_back({document.code, FormatByWindowsPattern(document.date, u"yyyy-MM-dd")});
+    }
+    std::ranges::sort(offered, {}, [](const auto* document) {
+      return std::pair(document->date.serial, std::u16string_view(document->code));
+    });
+    for (const auto* document : offered) {
+      list.rows.push_back({document->code, FormatByWindowsPattern(document->date, u"yyyy-MM-dd")});
     }
     const auto chosen = host_.list_chooser ? host_.list_chooser->Choose(list, u"") : std::nullopt;
     selected_ = chosen ? offered.at(*chosen) : nullptr;

@@ -18,7 +18,7 @@ std::int32_t FirstButton(std::int32_t style) {
 std::int32_t MemoryMessageBox::Show(std::u16string_view text, std::int32_t style, std::u16string_view title) {
   return Record(
       {.text = std::u16string(text), .style = style, .title = std::u16string(title), .captions = {}},
-      FirstButton(style));
+      FirstButton(style), (style & kButtonSetMask) == vbOKOnly ? vbOK : vbCancel);
 }
 
 std::int32_t MemoryMessageBox::Ask(std::u16string_view text, std::u16string_view title,
@@ -26,13 +26,13 @@ std::int32_t MemoryMessageBox::Ask(std::u16string_view text, std::u16string_view
   return Record({.text = std::u16string(text),
                  .title = std::u16string(title),
                  .captions = {captions.begin(), captions.end()}},
-                1);
+                1, static_cast<std::int32_t>(captions.size()));
 }
 
-std::int32_t MemoryMessageBox::Record(Shown box, std::int32_t first_button) {
+std::int32_t MemoryMessageBox::Record(Shown box, std::int32_t first_button, std::int32_t closing_button) {
   box.answer = first_button;
   if (!answers_.empty()) {
-    box.answer = answers_.front();
+    box.answer = answers_.front() == kClosed ? closing_button : answers_.front();
     answers_.pop_front();
   }
   boxes_.push_back(std::move(box));

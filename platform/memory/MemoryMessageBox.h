@@ -27,6 +27,8 @@ class MemoryMessageBox : public MessageBox {
   /// Lets the next box without an answer be answered so. Answers are used in the order in which they were
   /// given; once they are used up, each box gets its first button.
   void Answer(std::int32_t button) { answers_.push_back(button); }
+  /// The same: lets it be closed, which presses Cancel where Show has that, the only button where it has one.
+  void Close() { answers_.push_back(kClosed); }
   std::size_t UnusedAnswers() const { return answers_.size(); }
 
   /// Called while a box is shown.
@@ -36,7 +38,9 @@ class MemoryMessageBox : public MessageBox {
   const std::vector<Shown>& boxes() const { return boxes_; }
 
  private:
-  std::int32_t Record(Shown box, std::int32_t first_button);
+  static constexpr std::int32_t kClosed = 0;
+
+  std::int32_t Record(Shown box, std::int32_t first_button, std::int32_t closing_button);
 
   std::deque<std::int32_t> answers_;
   std::vector<Shown> boxes_;

@@ -82,6 +82,7 @@ class ComObject
   /// Whether the type library describes the object.
   static constexpr bool IsDescribed() { return !std::is_same_v<Interface, IDispatch>; }
 
+  ModuleLock lock_;  // lasts until the object is gone
   ObjectCalls calls_;
 };
 

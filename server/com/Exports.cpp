@@ -25,6 +25,13 @@ Registration OwnRegistration() {
   return DescribeRegistration(windows::WideText(windows::OwnFile()));
 }
 
+/// Lets go of what the library holds by itself: the globals that outlive the last gExcelObject, the host's
+/// tools.
+void LetGo() {
+  ResetGlobals();
+  ShutDown();
+}
+
 /// Writes a file for the user's tools. Raises nothing; result as for the exports.
 HRESULT WriteUnicodeFile(const std::wstring& path, const std::wstring& content) {
   const windows::Handle file = windows::OwnFileHandle(
@@ -45,12 +52,16 @@ using namespace qva::com;
 
 extern "C" {
 
+/// RPC_E_WRONG_THREAD while another thread has objects or locks.
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result) {
   if (!result) return E_POINTER;
   *result = nullptr;
   return Guard([&]() -> HRESULT {
     const ServerClass* server_class = FindServerClass(class_id);
     if (!server_class) return CLASS_E_CLASSNOTAVAILABLE;
+    const Claim claim;
+    if (!claim.is_granted()) return ReportOtherThread();
+    if (claim.is_new()) LetGo();  // of what is the former thread's
     windows::InstallPlatform();
     StartCallLog();
     windows::InstallOwnObjectWrapper(&WrapObject);
@@ -59,13 +70,12 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result)
   });
 }
 
-/// S_OK when no COM object and no lock is left. What the library itself still holds - the globals that
-/// outlive the last gExcelObject, the host's tools - is let go of first: unloading would end it just so.
+/// S_OK when no COM object and no lock is left. What the library itself still holds is let go of first:
+/// unloading would end it just so.
 STDAPI DllCanUnloadNow() {
   return Guard([]() -> HRESULT {
     if (UseCount() != 0) return S_FALSE;
-    ResetGlobals();
-    ShutDown();
+    LetGo();
     return UseCount() == 0 && Object::LiveCount() == 0 ? S_OK : S_FALSE;
   });
 }

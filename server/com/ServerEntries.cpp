@@ -13,7 +13,7 @@ namespace {
 /// Creates the objects of one class.
 class ClassFactory final : public windows::Counted<IClassFactory> {
  public:
-  explicit ClassFactory(std::function<ObjectPtr()> create) : create_(std::move(create)) { Lock(); }
+  explicit ClassFactory(std::function<ObjectPtr()> create) : create_(std::move(create)) {}
 
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID interface_id, void** result) override {
     if (!result) return E_POINTER;
@@ -34,8 +34,9 @@ class ClassFactory final : public windows::Counted<IClassFactory> {
   }
 
  private:
-  ~ClassFactory() override { Unlock(); }
+  ~ClassFactory() override = default;
 
+  const ModuleLock lock_;
   const std::function<ObjectPtr()> create_;
 };
 
@@ -44,6 +45,12 @@ class ClassFactory final : public windows::Counted<IClassFactory> {
 HRESULT NewClassFactory(std::function<ObjectPtr()> create, REFIID interface_id, void** result) {
   const windows::ComPtr<IClassFactory> factory(new ClassFactory(std::move(create)));
   return factory->QueryInterface(interface_id, result);
+}
+
+HRESULT ReportOtherThread() {
+  return ReportRefusal(
+      RPC_E_WRONG_THREAD,
+      L"Objects of another thread are alive, and the library works for one thread at a time");
 }
 
 HRESULT ReportRegistration(const std::optional<RegistrationFailure>& failure) {

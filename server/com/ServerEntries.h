@@ -14,6 +14,9 @@ namespace qva::com {
 /// Result: as for DllGetClassObject.
 HRESULT NewClassFactory(std::function<ObjectPtr()> create, REFIID interface_id, void** result);
 
+/// Tells a thread whose claim of the module was not granted.
+HRESULT ReportOtherThread();
+
 /// Tells the user's tool (regsvr32 shows the code alone, debuggers and installers the text) what failed.
 HRESULT ReportRegistration(const std::optional<RegistrationFailure>& failure);
 /// The same for another reason: a code and a sentence for the user.

@@ -1,5 +1,6 @@
 #include "server/com/ServerModule.h"
 
+#include <atomic>
 #include <unordered_map>
 
 #include "platform/member_table.h"
@@ -10,7 +11,11 @@
 namespace qva::com {
 namespace {
 
-long lock_count = 0;
+std::atomic<long> lock_count = 0;
+
+/// The thread that the module is claimed by, or was last.
+DWORD owner = 0;
+SRWLOCK owner_guard = SRWLOCK_INIT;
 
 /// The COM object of each object that has one.
 std::unordered_map<Object*, IDispatch*>& ComObjects() {
@@ -29,6 +34,21 @@ HRESULT FindClass(ITypeLib& library, const ClassDescription& table, ITypeInfo** 
 
 }  // namespace
 
+Claim::Claim() noexcept {
+  AcquireSRWLockExclusive(&owner_guard);
+  is_new_ = owner != GetCurrentThreadId();
+  is_granted_ = !is_new_ || UseCount() == 0;
+  if (is_granted_) {
+    owner = GetCurrentThreadId();
+    Lock();
+  }
+  ReleaseSRWLockExclusive(&owner_guard);
+}
+
+Claim::~Claim() {
+  if (is_granted_) Unlock();
+}
+
 IDispatch* WrapObject(const ObjectPtr& object) {
   const auto found = ComObjects().find(object.get());
   if (found == ComObjects().end()) return NewComObject(object);
@@ -45,15 +65,15 @@ void Forget(Object& object) noexcept {
 }
 
 void Lock() noexcept {
-  InterlockedIncrement(&lock_count);
+  ++lock_count;
 }
 
 void Unlock() noexcept {
-  InterlockedDecrement(&lock_count);
+  --lock_count;
 }
 
 long UseCount() noexcept {
-  return lock_count + static_cast<long>(ComObjects().size());
+  return lock_count;
 }
 
 HRESULT LoadLibraryDescription(ITypeLib** result) noexcept {

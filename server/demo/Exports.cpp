@@ -73,7 +73,8 @@ using namespace qva::demo;
 extern "C" {
 
 /// A host that was installed for the machine after the demo host was registered for the user is what the
-/// caller gets: the user's registration would hide it.
+/// caller gets: the user's registration would hide it. RPC_E_WRONG_THREAD while another thread has objects or
+/// locks.
 STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result) {
   if (!result) return E_POINTER;
   *result = nullptr;
@@ -84,6 +85,8 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result)
       return CoGetClassObject(*installed, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, nullptr, interface_id,
                               result);
     }
+    const com::Claim claim;
+    if (!claim.is_granted()) return com::ReportOtherThread();
     windows::InstallPlatform();
     windows::InstallOwnObjectWrapper(&com::WrapObject);
     const auto create = [identifier = host_class->programmatic_identifier] {

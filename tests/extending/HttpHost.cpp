@@ -71,19 +71,22 @@ struct Records {
     }
   }
 
-  /// The value of a field in any letter case. Raises 9 for one that the table lacks.
-  Value At(std::size_t row, std::u16string_view field) const {
+  /// The place of a field in any letter case. Raises 9 for one that the table lacks.
+  std::size_t PlaceOf(std::u16string_view field) const {
     for (std::size_t i = 0; i < fields.size(); ++i) {
-      if (!EqualIgnoringCase(fields[i], field)) continue;
-      const Value text = rows[row].at(i);
-      if (types[i] == u"number") return text.ToInt32();
-      if (types[i] == u"money") return text.ToCurrency();
-      if (types[i] == u"flag") return text.ToBoolean();
-      if (types[i] == u"day") return text.ToDate();
-      return text;
+      if (EqualIgnoringCase(fields[i], field)) return i;
     }
     throw AutomationError(kSubscriptOutOfRange);
   }
+  Value At(std::size_t row, std::size_t place) const {
+    const Value text = rows[row].at(place);
+    if (types[place] == u"number") return text.ToInt32();
+    if (types[place] == u"money") return text.ToCurrency();
+    if (types[place] == u"flag") return text.ToBoolean();
+    if (types[place] == u"day") return text.ToDate();
+    return text;
+  }
+  Value At(std::size_t row, std::u16string_view field) const { return At(row, PlaceOf(field)); }
 };
 
 std::string Require(Service& service, const std::string& path, Failure failure, std::u16string what) {
@@ -118,14 +121,16 @@ class Table : public Described<Table> {
     return records_.At(current_, name);
   }
   Value Rows(Value fields) const {
+    std::vector<std::size_t> places;
+    for (const Value& name : fields.ToArray().elements) places.push_back(records_.PlaceOf(name.ToText()));
+    if (places.empty()) throw HttpError(Failure::WrongParameters, u"Rows needs the names of fields");
     if (records_.rows.empty()) return {};
-    const std::vector<Value>& names = fields.ToArray().elements;
     std::vector<Value> block;
     for (std::size_t row = 0; row < records_.rows.size(); ++row) {
-      for (const Value& name : names) block.push_back(records_.At(row, name.ToText()));
+      for (const std::size_t place : places) block.push_back(records_.At(row, place));
     }
     return Array::Block(static_cast<std::int32_t>(records_.rows.size()),
-                        static_cast<std::int32_t>(names.size()), std::move(block));
+                        static_cast<std::int32_t>(places.size()), std::move(block));
   }
 
  private:
@@ -147,7 +152,7 @@ class Book : public Described<Book> {
   std::u16string BookCode() const { return code_; }
   ObjectPtr Table(std::u16string name) const {
     return MakeRef<http::Table>(
-        Records(Require(service_, "/books/" + Escaped(code_) + "/tables/" + Escaped(name),
+        Records(Require(service_, "/books/" + Escaped(code_) + "/tables/" + Escaped(ToLower(name)),
                         Failure::UnknownTable, u"table \"" + name + u"\"")));
   }
 
@@ -176,6 +181,13 @@ class CommonObjects : public Described<CommonObjects> {
 
 // --- Companies and folders
 
+/// What a company has under a name, spelt as it is; empty for what it lacks.
+std::u16string TextOf(const Records& company, std::u16string_view name) {
+  const auto found = std::ranges::find(company.fields, name);
+  if (found == company.fields.end()) return {};
+  return company.rows.front().at(static_cast<std::size_t>(found - company.fields.begin()));
+}
+
 class Address : public Described<Address> {
  public:
   static const ClassDescription& Description() {
@@ -186,8 +198,8 @@ class Address : public Described<Address> {
   }
   explicit Address(std::optional<Records> company) : company_(std::move(company)) {}
 
-  Value FullText() const { return Contact(u"Address"); }
-  Value Contact(std::u16string kind) const { return company_ ? company_->At(0, kind) : Value(u""); }
+  std::u16string FullText() const { return Contact(u"Address"); }
+  std::u16string Contact(std::u16string kind) const { return company_ ? TextOf(*company_, kind) : u""; }
 
  private:
   std::optional<Records> company_;
@@ -211,19 +223,20 @@ class CompanyAttributes : public Described<CompanyAttributes> {
   void Init(ObjectPtr book) {
     company_.emplace(Require(service_, PathOf(book) + "/company", Failure::UnknownBook, u"company"));
   }
-  Value Code() const { return Field(u"Code"); }
-  Value VATCode() const { return Field(u"VATCode"); }
-  Value Name() const { return Field(u"Name"); }
+  std::u16string Code() const { return TextOf(Company(), u"Code"); }
+  std::u16string VATCode() const { return TextOf(Company(), u"VATCode"); }
+  std::u16string Name() const { return TextOf(Company(), u"Name"); }
   /// The service knows the company's own address alone.
   ObjectPtr Address(std::u16string kind) const {
-    return MakeRef<http::Address>(kind.empty() ? company_ : std::nullopt);
+    const Records& company = Company();
+    return MakeRef<http::Address>(kind.empty() ? std::optional(company) : std::nullopt);
   }
-  Value ResponsiblePerson(std::u16string role) const { return Field(role); }
+  std::u16string ResponsiblePerson(std::u16string role) const { return TextOf(Company(), role); }
 
  private:
-  Value Field(std::u16string_view name) const {
+  const Records& Company() const {
     if (!company_) throw HttpError(Failure::NotInitialised, u"Init was not called");
-    return company_->At(0, name);
+    return *company_;
   }
 
   Service& service_;
@@ -241,29 +254,36 @@ class Lookup : public Described<Lookup> {
   Lookup(Service& service, std::string book) : service_(service), book_(std::move(book)) {}
 
   bool Run(Value parameters) {
-    const std::u16string key = parameters.ToArray().elements.at(0).ToText();
-    folder_ = service_.Get(book_ + "/folders/" + Escaped(key));
-    return folder_.has_value();
+    const std::vector<Value>& keys = parameters.ToArray().elements;
+    if (keys.size() != 1) throw HttpError(Failure::WrongParameters, u"The lookup takes one key");
+    const auto found = service_.Get(book_ + "/folders/" + Escaped(keys.front().ToText()));
+    folder_ = FromUtf8(found.value_or(""));
+    return found.has_value();
   }
-  std::u16string Folder() const { return FromUtf8(folder_.value_or("")); }
+  std::u16string Folder() const {
+    if (!folder_) throw HttpError(Failure::NotInitialised, u"Run was not called");
+    return *folder_;
+  }
 
  private:
   Service& service_;
   std::string book_;
-  std::optional<std::string> folder_;
+  std::optional<std::u16string> folder_;
 };
 
 class DataAccess : public Described<DataAccess> {
  public:
   static const ClassDescription& Description() {
     static const ClassDescription& description =
-        ClassBuilder(u"DataAccess", "").Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, {u"Book"}});
+        ClassBuilder(u"DataAccess", "").Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")});
     return description;
   }
   explicit DataAccess(Service& service) : service_(service) {}
 
   ObjectPtr Lookup(std::u16string name, ObjectPtr book) const {
-    if (name != u"PathKey") throw HttpError(Failure::UnknownLookup, u"There is no lookup \"" + name + u"\"");
+    if (!EqualIgnoringCase(name, host::kPathKeyLookup)) {
+      throw HttpError(Failure::UnknownLookup, u"There is no lookup \"" + name + u"\"");
+    }
     return MakeRef<http::Lookup>(service_, book ? PathOf(book) : "");
   }
 
@@ -288,9 +308,14 @@ class ConditionBuilder : public Described<ConditionBuilder> {
     return u"(= " + field + u" \"" + text + u"\")";
   }
   std::u16string And(std::u16string first, std::u16string second) const {
+    if (first.empty() || second.empty())
+      throw HttpError(Failure::WrongParameters, u"And needs two conditions");
     return u"(and " + first + u" " + second + u")";
   }
   std::u16string In(std::u16string field, std::u16string sub_query) const {
+    if (!sub_query.starts_with(u'(') || !sub_query.ends_with(u')')) {
+      throw HttpError(Failure::WrongParameters, u"In needs a sub-query in parentheses");
+    }
     return u"(in " + field + u" " + sub_query + u")";
   }
 };
@@ -309,19 +334,26 @@ class Query : public Described<Query> {
             .Get<&Query::Text>(u"Sql");
     return description;
   }
-  void Init(ObjectPtr book) { host::Book(book).BookCode(); }
+  void Init(ObjectPtr book) {
+    host::Book(book).BookCode();
+    has_book_ = true;
+  }
   void From(std::u16string table, std::u16string alias) { tables_ = table + u" " + alias; }
   void Join(std::u16string table, std::u16string alias, std::u16string condition) {
     tables_ += u", " + table + u" " + alias + u" on " + condition;
   }
   void Select(std::u16string field) { fields_ += u" " + field; }
   std::u16string Text() const {
+    if (!has_book_ || tables_.empty() || fields_.empty()) {
+      throw HttpError(Failure::NotInitialised, u"The query lacks its book, its table or its fields");
+    }
     return (distinct_ ? u"each" : u"all") + fields_ + u" of " + tables_ + u" where " + condition_;
   }
 
  private:
   std::u16string tables_, fields_, condition_;
   bool distinct_ = false;
+  bool has_book_ = false;
 };
 
 class DocumentSelection : public Described<DocumentSelection> {
@@ -337,8 +369,13 @@ class DocumentSelection : public Described<DocumentSelection> {
   }
   DocumentSelection(Service& service, ListChooser& chooser) : service_(service), chooser_(chooser) {}
 
-  void Init(ObjectPtr book) { book_ = PathOf(book); }
+  void Init(ObjectPtr book) {
+    chosen_.reset();
+    book_ = PathOf(book);
+  }
   std::int32_t Open(std::u16string type, Date from, Date to, std::u16string condition) {
+    chosen_.reset();
+    if (book_.empty()) throw HttpError(Failure::NotInitialised, u"Init was not called");
     documents_.emplace(Require(service_,
                                book_ + "/documents?type=" + Escaped(type) + "&from=" + DayText(from) +
                                    "&to=" + DayText(to) + "&where=" + Escaped(condition),

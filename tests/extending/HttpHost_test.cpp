@@ -45,10 +45,10 @@ class ReportOverHttp : public ReportPeriodTest {
          "398417265\tLT100099172410\tUAB „Medvilnės namai“\tAudėjų g. 14-3, LT-44177 Kaunas\t+370 37 000 "
          "112\t"
          "+370 37 000 113\tRūta Žiedaitė\tŠarūnas Įkalnis\n"},
-        {"/books/MEDVILNE/tables/GLAccountSet",
+        {"/books/MEDVILNE/tables/glaccountset",
          "Code\tName\tIsBudget:flag\nBIUDZ\tBiudžetas\t1\nPAGR\tPagrindinis\t0\n"},
-        {"/books/MEDVILNE/tables/REFBankAccountRole", "Code\tName\n"},
-        {"/books/MEDVILNE/tables/GLAccountMonth",
+        {"/books/MEDVILNE/tables/refbankaccountrole", "Code\tName\n"},
+        {"/books/MEDVILNE/tables/glaccountmonth",
          "Code\tAccountCode\tMonth:day\tIsClosing:flag\tDebit:money\tCredit:money\n"
          "1\t500\t2024-04-01\t0\t1250050\t0\n2\t500\t2024-05-01\t0\t0\t450025\n3\t271\t2024-05-"
          "01\t0\t99\t0\n"},
@@ -130,10 +130,10 @@ TEST_F(ReportOverHttp, ConnectsAsksThePeriodFillsItsCellsAndStoresItself) {
 
   EXPECT_THAT(service.asked,
               ElementsAre("/books/MEDVILNE",                                         // of the connection
-                          "/books/MEDVILNE", "/books/MEDVILNE/tables/GLAccountSet",  // of the dialog
-                          "/books/MEDVILNE/tables/REFBankAccountRole", kDocuments,
-                          "/books/MEDVILNE/tables/GLAccountSet",  // when it is confirmed
-                          "/books/MEDVILNE/company", "/books/MEDVILNE/tables/GLAccountMonth",
+                          "/books/MEDVILNE", "/books/MEDVILNE/tables/glaccountset",  // of the dialog
+                          "/books/MEDVILNE/tables/refbankaccountrole", kDocuments,
+                          "/books/MEDVILNE/tables/glaccountset",  // when it is confirmed
+                          "/books/MEDVILNE/company", "/books/MEDVILNE/tables/glaccountmonth",
                           "/folders/BookRepSave"));
 }
 

@@ -28,6 +28,7 @@ OperationStage::~OperationStage() {
 void OperationStage::InstallOwnServices() {
   Services services = platform.services();
   services.object_factory = &observed_factory_;
+  services.forms = &observed_forms_;
   InstallServices(services);
 }
 

@@ -206,7 +206,7 @@ std::vector<Operation> Period() {
          s.platform.forms.user = [](MemoryForm& form) { form.PressKey(u"MonthView1", 13); };
          return {Stage::Create(u"CDatePic"), {DateFromParts(2024, 2, 12)}};
        },
-       'T'},
+       'T', "EE"},
   };
 }
 
@@ -225,7 +225,7 @@ std::vector<Operation> Reports() {
                  {s.ObservedCells(u"A1"), s.ObservedCells(u"A2"), s.ObservedCells(u"A3"), Stage::Nothing(),
                   std::int32_t{FullDate}}};
        },
-       'T', "E{7}"},
+       'T', "E{9}"},
       {u"CReports", u"FillAttr", kCall,
        [](Stage& s) -> ReadyCall {
          Arguments cells;

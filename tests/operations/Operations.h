@@ -78,6 +78,9 @@ class OperationStage : public LibraryTest {
   /// Failures come first: who fails for want of memory is no more heard by the others.
   Interceptor observing_{&failure, &outside_, &count};
   InterceptedFactory observed_factory_{observing_, platform.faults.object_factory};
+  /// While a form is shown the library works, and its memory is the library's.
+  Interceptor showing_{&failure, &count};
+  InterceptedForms observed_forms_{showing_, platform.faults.forms};
   bool has_report_ = false;
   ObjectPtr settings_, tools_, form_, toolbars_, toolbar_, default_buttons_, bar_, period_;
 

@@ -160,5 +160,18 @@ TEST_F(DatePicker, RaisesWhenThereAreNoWindows) {
   EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
 }
 
+TEST_F(DatePicker, RaisesWhenItsWindowCannotBeShownAndLeavesNothingOfIt) {
+  const long live = Object::LiveCount();
+  for (const ErrorNumber error : {kOutOfMemory, kInternalError}) {
+    platform.faults.forms.RefuseShowing(error);
+    Arguments arguments{date};
+    EXPECT_EQ(ErrorNumberOf([&] { picker->Invoke(Access::Call, u"Show", arguments); }), error);
+    EXPECT_EQ(arguments.positional[0], Value(date));
+    EXPECT_EQ(Object::LiveCount(), live);
+  }
+  platform.faults.forms.Allow();
+  EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); })) << "it is not taken for shown";
+}
+
 }  // namespace
 }  // namespace qva

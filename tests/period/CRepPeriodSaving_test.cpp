@@ -279,6 +279,31 @@ TEST_F(ReportPeriodSaving, EditRaisesNothingWhenMemoryRunsOut) {
   EXPECT_TRUE(EditAndConfirm());
 }
 
+TEST_F(ReportPeriodSaving, EditLeavesAllAsItWasWhenItsWindowCannotBeShown) {
+  NameCells();
+  Set(u"BudgetCount", 1);
+  SetRow(1, {u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023"});
+  EXPECT_TRUE(EditAndConfirm());  // what is made on first use is there
+  const auto cells = Cells();
+  const auto names = NameList();
+  const auto row = RowOf(1);
+  const long live = Object::LiveCount();
+  for (const ErrorNumber error : {kOutOfMemory, kInternalError}) {
+    platform.faults.forms.RefuseShowing(error);
+    trace.Clear();
+    EXPECT_FALSE(EditAndConfirm([](MemoryForm& form) { form.Type(u"txtYear", u"2026"); }));
+    for (const std::string& line : trace.lines())
+      EXPECT_THAT(line, testing::Not(testing::HasSubstr("Range.Value =")));
+    EXPECT_EQ(Cells(), cells);
+    EXPECT_EQ(NameList(), names);
+    EXPECT_EQ(RowOf(1), row);
+    EXPECT_EQ(Object::LiveCount(), live);
+  }
+  platform.faults.forms.Allow();
+  EXPECT_TRUE(EditAndConfirm([](MemoryForm& form) { form.Type(u"txtYear", u"2026"); }));
+  EXPECT_EQ(At(u"RepYear"), Value(2026.0));
+}
+
 TEST_F(ReportPeriodSaving, EditKeepsTheTableThatTheDialogCouldNotShow) {
   NameCells();
   Set(u"BudgetCount", 1);

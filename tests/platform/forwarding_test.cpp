@@ -32,6 +32,31 @@ TEST_F(Forwarding, FormFactoriesBuildTheTargetsForms) {
   EXPECT_EQ(platform.forms.created, 1);
 }
 
+TEST_F(Forwarding, FormsDoWhatTheTargetDoes) {
+  platform.forms.user = [](MemoryForm& form) { form.Click(u"bt"); };
+  const ui::FormDescription description{.name = u"frmTest",
+                                        .width = 30,
+                                        .height = 20,
+                                        .controls = {{ui::ControlKind::Button, u"bt", u"", {}, u"", 0}}};
+  ui::ForwardingForm form(platform.forms.Create(description));
+  bool was_visible = false;
+  ui::Get<ui::Button>(form, u"bt").on_click = [&] {
+    was_visible = form.Visible();
+    form.Hide();
+  };
+  form.ShowModal();
+  EXPECT_TRUE(was_visible);
+  EXPECT_FALSE(form.Visible());
+  EXPECT_EQ(form.Width(), 30);
+  EXPECT_EQ(form.Height(), 20);
+  std::u16string asked;
+  form.StartResizer(30, 20, [&](std::u16string_view name) -> std::optional<ui::ResizeMode> {
+    asked += name;
+    return std::nullopt;
+  });
+  EXPECT_EQ(asked, u"bt");
+}
+
 TEST_F(Forwarding, ListChoosersShowTheTargetsListWithTheSameRowMarked) {
   platform.list_chooser.user = [](const ChoiceList& list, std::u16string_view selected) {
     return selected == u"B" ? list.rows.size() : std::size_t{0};

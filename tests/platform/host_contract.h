@@ -1,8 +1,14 @@
 // What the host's components promise (platform/host.h), as tests that every host passes. A System is made for
 // each test and brings the host:
 // - ObjectFactory& factory(): creates its components.
-// - MemoryMessageBox& message_box(), MemoryListChooser& list_chooser(): what it shows the user.
 // - static HostFacts Facts(): what its books hold.
+// - void Press(std::int32_t button): the button of the next message that the user presses.
+// - std::vector<ShownMessage> Messages(): those that were shown, in order.
+// - void Pick(std::vector<std::optional<std::u16string>> codes): the rows that the user picks from the lists
+//   that come, or leaves them; told before the first one.
+// - std::size_t Lists(): how many lists were shown.
+// - std::optional<std::vector<std::u16string>> Codes(): those of the last list; nothing where only the user
+//   could tell.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -14,11 +20,14 @@
 
 #include "platform/date.h"
 #include "platform/host.h"
-#include "platform/memory/MemoryForms.h"
-#include "platform/memory/MemoryMessageBox.h"
 #include "tests/readable_values.h"
 
 namespace qva {
+
+struct ShownMessage {
+  std::u16string text, title;
+  std::vector<std::u16string> captions;
+};
 
 struct HostFacts {
   struct AccountSet {
@@ -34,7 +43,9 @@ struct HostFacts {
   std::u16string book;                   ///< in capitals
   std::u16string empty_book;             ///< without account sets
   std::vector<AccountSet> account_sets;  ///< of the book, in the order of their codes, which are in capitals
-  std::vector<Document> budgets;         ///< two budget documents of the book, on which all lie, by date
+  /// The book's budget documents from the day of the first to that of the last, three or more: by day, and
+  /// by code on the one day that is the last two's. Neither their codes nor their numbers alone are in order.
+  std::vector<Document> budgets;
   std::u16string company_code, vat_code, company_name, address, telephone, fax, director, chief_accountant;
   std::u16string archive;             ///< folder of the reports archive
   std::int32_t number_of_a_text = 0;  ///< in the library of texts
@@ -67,7 +78,7 @@ class HostContract : public testing::Test {
   host::Lookup PathKeys() {
     return host::DataAccess::Create(factory).Lookup(host::kPathKeyLookup, host::Book());
   }
-  /// A selection on the book, and what it gives for its budgets of a range.
+  /// A selection on the book.
   host::DocumentSelection Selection() {
     auto selection = host::DocumentSelection::Create(factory);
     selection.Init(Book());
@@ -76,15 +87,11 @@ class HostContract : public testing::Test {
   std::u16string AnyBudget() {
     return host::ConditionBuilder::Create(factory).Equal(host::kDocumentTypeField, host::kBudgetDocument);
   }
-  /// The codes of the documents that the user was shown last.
-  std::vector<std::u16string> Shown() {
+  /// The documents that the user was shown last are these.
+  void ExpectShown(const std::vector<HostFacts::Document>& documents) {
     std::vector<std::u16string> codes;
-    for (const auto& row : system.list_chooser().shown.back().rows) codes.push_back(row.front());
-    return codes;
-  }
-  /// From now on the user picks this row of each list, or leaves it.
-  void Pick(std::optional<std::size_t> row) {
-    system.list_chooser().user = [row](const ChoiceList&, std::u16string_view) { return row; };
+    for (const HostFacts::Document& document : documents) codes.push_back(document.code);
+    EXPECT_EQ(system.Codes().value_or(codes), codes);
   }
 
   System system;
@@ -276,13 +283,14 @@ TYPED_TEST_P(HostContract, ASettingTakesAValueOrAnObject) {
 // Messages.
 
 TYPED_TEST_P(HostContract, AMessageGivesTheNumberOfThePressedButton) {
-  this->system.message_box().Answer(2);
+  this->system.Press(2);
   const auto message = host::Message::Create(this->factory);
   EXPECT_EQ(message.Show(u"Tekstas", u"Antraštė", {Value(u"Taip"), Value(u"Ne")}), 2);
-  const auto& box = this->system.message_box().boxes().back();
-  EXPECT_EQ(box.text, u"Tekstas");
-  EXPECT_EQ(box.title, u"Antraštė");
-  EXPECT_THAT(box.captions, testing::ElementsAre(u"Taip", u"Ne"));
+  const std::vector<ShownMessage> messages = this->system.Messages();
+  ASSERT_EQ(messages.size(), 1u);
+  EXPECT_EQ(messages.front().text, u"Tekstas");
+  EXPECT_EQ(messages.front().title, u"Antraštė");
+  EXPECT_THAT(messages.front().captions, testing::ElementsAre(u"Taip", u"Ne"));
 }
 
 TYPED_TEST_P(HostContract, AMessageNeedsCaptions) {
@@ -292,7 +300,7 @@ TYPED_TEST_P(HostContract, AMessageNeedsCaptions) {
     Call(message.object(), u"Show", {u"Tekstas", u"", u"Gerai"});
   }),
             kTypeMismatch);
-  EXPECT_THAT(this->system.message_box().boxes(), testing::IsEmpty());
+  EXPECT_TRUE(this->system.Messages().empty());
 }
 
 TYPED_TEST_P(HostContract, TextsComeFromTheirLibrary) {
@@ -308,33 +316,35 @@ TYPED_TEST_P(HostContract, TextsComeFromTheirLibrary) {
 
 TYPED_TEST_P(HostContract, ADocumentIsSelectedFromARangeOfDays) {
   const host::DocumentSelection selection = this->Selection();
-  const HostFacts::Document& first = this->facts.budgets.front();
-  const HostFacts::Document& last = this->facts.budgets.back();
-  this->Pick(0);
+  const auto& budgets = this->facts.budgets;
+  const HostFacts::Document& first = budgets.front();
+  const HostFacts::Document& last = budgets.back();
+  this->system.Pick({first.code, last.code, std::nullopt});
   const auto open = [&](double from, double to) {
     return selection.Open(host::kBudgetDocument, {first.date.serial + from}, {last.date.serial + to},
                           this->AnyBudget());
   };
   EXPECT_EQ(open(0, 0), Value(first.id)) << "first and last day included";
-  EXPECT_THAT(this->Shown(), testing::ElementsAre(first.code, last.code));
+  this->ExpectShown(budgets);
   EXPECT_EQ(selection.Field(u"cODE"), Value(first.code));
   EXPECT_EQ(this->Raised([&] { selection.Field(u"Nera"); }), kSubscriptOutOfRange);
   EXPECT_EQ(open(1, 0), Value(last.id));
-  EXPECT_THAT(this->Shown(), testing::ElementsAre(last.code));
+  this->ExpectShown({budgets.begin() + 1, budgets.end()});
   EXPECT_EQ(selection.Field(host::kCodeField), Value(last.code));
-  this->Pick(std::nullopt);
   EXPECT_EQ(open(0, -1), Value(0));
-  EXPECT_THAT(this->Shown(), testing::ElementsAre(first.code));
+  this->ExpectShown({budgets.begin(), budgets.end() - 2});
   EXPECT_EQ(this->Raised([&] { selection.Field(host::kCodeField); }), kSubscriptOutOfRange)
       << "what was selected before counts no more";
+  EXPECT_EQ(this->system.Lists(), 3u);
 }
 
 TYPED_TEST_P(HostContract, AnEmptyListOfDocumentsIsShown) {
   const host::DocumentSelection selection = this->Selection();
   const Date day = this->facts.budgets.front().date;
+  this->system.Pick({std::nullopt});
   EXPECT_EQ(selection.Open(u"Nera", day, day, this->AnyBudget()), Value(0));
-  ASSERT_EQ(this->system.list_chooser().shown.size(), 1u);
-  EXPECT_THAT(this->Shown(), testing::IsEmpty());
+  EXPECT_EQ(this->system.Lists(), 1u);
+  this->ExpectShown({});
 }
 
 TYPED_TEST_P(HostContract, ASelectionIsOfABook) {
@@ -343,7 +353,7 @@ TYPED_TEST_P(HostContract, ASelectionIsOfABook) {
   EXPECT_NE(this->Raised([&] { selection.Open(host::kBudgetDocument, day, day, this->AnyBudget()); }), 0);
   EXPECT_EQ(this->Raised([&] { selection.Field(host::kCodeField); }), kSubscriptOutOfRange);
   EXPECT_NE(this->Raised([&] { selection.Init(host::Book()); }), 0);
-  EXPECT_THAT(this->system.list_chooser().shown, testing::IsEmpty());
+  EXPECT_EQ(this->system.Lists(), 0u);
 }
 
 TYPED_TEST_P(HostContract, AQueryIsPutTogetherOfItsParts) {

@@ -164,6 +164,18 @@ TEST_F(ReadDate, RaisesForPartsThatMakeNoDate) {
   EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kInvalidPropertyValue) << "no calendar shows it";
 }
 
+TEST_F(ReadDate, RaisesWhatThePickerRaisesAndWritesNothing) {
+  Set({2024, 5, 29, 2});
+  platform.faults.forms.RefuseShowing();
+  trace.Clear();
+  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kInternalError);
+  for (const std::string& line : trace.lines())
+    EXPECT_THAT(line, testing::Not(testing::HasSubstr("Range.Value =")));
+  EXPECT_EQ(Get(application, u"ScreenUpdating"), Value(true));
+  platform.faults.forms.Allow();
+  EXPECT_TRUE(Choose(FullDate, DateFromParts(2025, 1, 31)));
+}
+
 TEST_F(ReadDate, NeedsOnlyTheCellsOfItsType) {
   platform.forms.user = [](MemoryForm& form) { form.PressKey(kMonth, 13); };
   const Value year = cells[0].object();

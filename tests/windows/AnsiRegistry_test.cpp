@@ -22,7 +22,7 @@ struct AnsiStore {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Ansi, RegistryContract, AnsiStore);
+INSTANTIATE_TYPED_TEST_SUITE_P(AnsiRegistry, RegistryContract, AnsiStore);
 
 namespace windows {
 namespace {

@@ -4,7 +4,24 @@
 
 #include "platform/ado.h"
 #include "platform/recordset/RecordsetFactory.h"
+#include "tests/platform/object_factory_contract.h"
 #include "tests/windows/windows_test.h"
+
+namespace qva {
+namespace {
+
+struct ComSystem {
+  static constexpr std::u16string_view kKnown = ado::kRecordset;
+  ObjectFactory& factory() { return com; }
+
+  windows::ComObjectFactory com;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(ComObjectFactory, ObjectFactoryContract, ComSystem);
+
+}  // namespace qva
 
 namespace qva::windows {
 namespace {

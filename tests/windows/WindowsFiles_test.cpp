@@ -153,7 +153,7 @@ struct WindowsDrive {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Windows, FilesContract, WindowsDrive);
+INSTANTIATE_TYPED_TEST_SUITE_P(WindowsFiles, FilesContract, WindowsDrive);
 
 namespace windows {
 namespace {

@@ -15,6 +15,7 @@
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsClock.h"
 #include "platform/windows/forms/ButtonDialog.h"
+#include "tests/platform/forms/message_box_contract.h"
 #include "tests/windows/form_test.h"
 
 namespace qva::windows {
@@ -95,6 +96,51 @@ class BoxOnScreenTest : public testing::Test {
   WindowsClock clock;
   std::optional<WindowsMessageBox> box;
 };
+
+/// Presses what stands in a place among a box's buttons: Windows' own boxes have no captions that are known.
+class BoxUser {
+ public:
+  BoxUser() {
+    SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", nullptr);
+    SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", nullptr);
+    box_.emplace(clock_);
+  }
+  static bool IsThere() { return HasDisplay(); }
+  void Press(std::u16string_view title, std::int32_t button) {
+    Do(title, [button](HWND window) {
+      HWND found = nullptr;
+      for (std::int32_t i = 0; i < button; ++i) found = FindWindowExW(window, found, L"BUTTON", nullptr);
+      EXPECT_TRUE(found);
+      PostMessageW(found, BM_CLICK, 0, 0);
+    });
+  }
+  void Close(std::u16string_view title) {
+    Do(title, [](HWND window) { PostMessageW(window, WM_CLOSE, 0, 0); });
+  }
+  MessageBox& box() { return *box_; }
+
+ private:
+  void Do(std::u16string_view title, std::function<void(HWND)> action) {
+    user_.reset();
+    title_ = WideText(title);
+    user_.emplace(title_.c_str(), std::move(action));
+  }
+
+  WindowsClock clock_;
+  std::optional<WindowsMessageBox> box_;
+  std::wstring title_;
+  std::optional<User> user_;
+};
+
+}  // namespace
+}  // namespace qva::windows
+
+namespace qva {
+INSTANTIATE_TYPED_TEST_SUITE_P(WindowsMessageBox, MessageBoxContract, windows::BoxUser);
+}  // namespace qva
+
+namespace qva::windows {
+namespace {
 
 TEST_F(BoxOnScreenTest, HasTheCaptionsOfTheCallerAndTellsWhichWasPressed) {
   const std::u16string captions[] = {u"Įrašyti", u"A & B", u"Atšaukti"};

@@ -22,6 +22,6 @@ class WindowsDesk {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Windows, FormContract, WindowsDesk);
+INSTANTIATE_TYPED_TEST_SUITE_P(NativeForms, FormContract, WindowsDesk);
 
 }  // namespace qva

@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/UiScale.h"
+#include "tests/platform/forms/list_chooser_contract.h"
 #include "tests/windows/gui_test.h"
 
 namespace qva::windows {
@@ -94,6 +95,40 @@ class User {
 void Close(const Seen& seen) {
   PostMessageW(seen.window, WM_CLOSE, 0, 0);
 }
+
+class ListUser {
+ public:
+  static bool IsThere() { return HasDisplay(); }
+  void Pick(std::u16string_view code) {
+    Do([code = std::u16string(code)](const Seen& seen) {
+      seen.Type(code, 1);
+      StrikeKey(VK_RETURN);
+    });
+  }
+  void Leave() {
+    Do([](const Seen&) { StrikeKey(VK_ESCAPE); });
+  }
+  ListChooser& chooser() { return chooser_; }
+
+ private:
+  void Do(std::function<void(const Seen&)> action) {
+    user_.reset();
+    user_.emplace(std::move(action));
+  }
+
+  ListChooserWindow chooser_;
+  std::optional<User> user_;
+};
+
+}  // namespace
+}  // namespace qva::windows
+
+namespace qva {
+INSTANTIATE_TYPED_TEST_SUITE_P(ListChooserWindow, ListChooserContract, windows::ListUser);
+}  // namespace qva
+
+namespace qva::windows {
+namespace {
 
 class ListChooserWindowTest : public testing::Test {
  protected:

@@ -17,14 +17,9 @@
 #include "platform/windows/DispatchObject.h"
 #include "platform/windows/Variant.h"
 #include "platform/windows/VariantConversion.h"
+#include "tests/readable_values.h"
 
-namespace qva {
-
-inline void PrintTo(const Value& value, std::ostream* out) {
-  *out << ToUtf8(DescribeValue(value));
-}
-
-namespace windows {
+namespace qva::windows {
 
 /// The error that `step` raises, if it raises one.
 inline std::optional<AutomationError> ErrorIn(const std::function<void()>& step) {
@@ -152,5 +147,4 @@ VARIANT VariantOf(VARTYPE type, Fill&& fill) {
   return variant;
 }
 
-}  // namespace windows
-}  // namespace qva
+}  // namespace qva::windows

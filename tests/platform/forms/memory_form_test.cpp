@@ -23,7 +23,7 @@ class MemoryDesk {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FormContract, MemoryDesk);
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryForms, FormContract, MemoryDesk);
 
 namespace {
 

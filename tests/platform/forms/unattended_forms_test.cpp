@@ -5,6 +5,7 @@
 #include "tests/heard_failures.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/forms/form_contract.h"
+#include "tests/platform/forms/list_chooser_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
@@ -24,9 +25,30 @@ class UnattendedDesk {
   UnattendedForms forms_{folder_ / "answers", folder_ / "log", clock_, locale_};
 };
 
+/// Has a file of one answer for each list.
+class UnattendedListUser {
+ public:
+  static bool IsThere() { return true; }
+  void Pick(std::u16string_view code) { Answer("list = " + ToUtf8(code)); }
+  void Leave() { Answer("list"); }
+  ListChooser& chooser() { return *forms_; }
+
+ private:
+  void Answer(const std::string& answer) {
+    WriteFile(folder_ / "answers", answer);
+    forms_.emplace(folder_ / "answers", folder_ / "log", clock_, locale_);
+  }
+
+  TemporaryFolder folder_;
+  MemoryClock clock_;
+  MemoryLocale locale_;
+  std::optional<UnattendedForms> forms_;
+};
+
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Unattended, FormContract, UnattendedDesk);
+INSTANTIATE_TYPED_TEST_SUITE_P(UnattendedForms, FormContract, UnattendedDesk);
+INSTANTIATE_TYPED_TEST_SUITE_P(UnattendedForms, ListChooserContract, UnattendedListUser);
 
 namespace {
 

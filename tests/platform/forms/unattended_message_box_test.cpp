@@ -2,17 +2,51 @@
 
 #include <gmock/gmock.h>
 
+#include <optional>
 #include <vector>
 
 #include "platform/memory/MemoryClock.h"
 #include "platform/text.h"
 #include "tests/heard_failures.h"
+#include "tests/platform/forms/message_box_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
 namespace {
 
 using testing::HasSubstr;
+
+/// Has a file of one answer for each box, and looks at the title in the log afterwards.
+class UnattendedBoxUser {
+ public:
+  ~UnattendedBoxUser() {
+    for (const std::string& title : titles_) {
+      EXPECT_THAT(FileContent(folder_ / "log"), HasSubstr("title:   " + title + "\n"));
+    }
+  }
+  static bool IsThere() { return true; }
+  void Press(std::u16string_view title, std::int32_t button) { Answer(title, std::to_string(button)); }
+  void Close(std::u16string_view title) { Answer(title, "no button's name"); }
+  MessageBox& box() { return *box_; }
+
+ private:
+  void Answer(std::u16string_view title, const std::string& answer) {
+    titles_.push_back(ToUtf8(title));
+    WriteFile(folder_ / "answers", answer);
+    box_.emplace(folder_ / "answers", folder_ / "log", clock_);
+  }
+
+  TemporaryFolder folder_;
+  MemoryClock clock_;
+  std::vector<std::string> titles_;
+  std::optional<UnattendedMessageBox> box_;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(UnattendedMessageBox, MessageBoxContract, UnattendedBoxUser);
+
+namespace {
 
 class UnattendedMessageBoxTest : public testing::Test {
  protected:

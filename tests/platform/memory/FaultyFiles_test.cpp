@@ -23,7 +23,7 @@ struct FaultyDrive {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Faulty, FilesContract, FaultyDrive);
+INSTANTIATE_TYPED_TEST_SUITE_P(FaultyFiles, FilesContract, FaultyDrive);
 
 namespace {
 

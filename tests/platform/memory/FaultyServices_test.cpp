@@ -21,7 +21,7 @@ struct FaultyStore {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Faulty, RegistryContract, FaultyStore);
+INSTANTIATE_TYPED_TEST_SUITE_P(FaultyRegistry, RegistryContract, FaultyStore);
 
 namespace {
 
@@ -120,6 +120,20 @@ TEST_F(FaultyFormFactoryTest, BuildsNoFormWhileItRefuses) {
   forms.Allow();
   EXPECT_TRUE(forms.Create(description));
   EXPECT_EQ(platform.forms.created, 2);
+}
+
+TEST_F(FaultyFormFactoryTest, ShowsNoFormWhileItRefuses) {
+  FaultyFormFactory& forms = platform.faults.forms;
+  int shown = 0;
+  platform.forms.user = [&](MemoryForm&) { ++shown; };
+  const std::unique_ptr<ui::Form> form = forms.Create({.name = u"frmTest"});
+  forms.RefuseShowing(kOutOfMemory);
+  EXPECT_EQ(RaisedBy([&] { form->ShowModal(); }), kOutOfMemory);
+  EXPECT_FALSE(form->Visible());
+  EXPECT_EQ(shown, 0);
+  forms.Allow();
+  form->ShowModal();
+  EXPECT_EQ(shown, 1);
 }
 
 }  // namespace

@@ -3,13 +3,30 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/ado.h"
 #include "platform/member_table.h"
 #include "platform/memory/CallCount.h"
 #include "platform/memory/CallFailure.h"
 #include "platform/memory/CallTrace.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/object_factory_contract.h"
 
 namespace qva {
+namespace {
+
+struct InterceptedSystem {
+  static constexpr std::u16string_view kKnown = ado::kRecordset;
+  ObjectFactory& factory() { return intercepted; }
+
+  MemoryObjectFactory memory;
+  Interceptor interceptor{};
+  InterceptedFactory intercepted{interceptor, memory};
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(InterceptedFactory, ObjectFactoryContract, InterceptedSystem);
+
 namespace {
 
 using testing::ElementsAre;

@@ -1,35 +1,30 @@
 #include "platform/memory/MemoryEnvironment.h"
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+#include "platform/code_page.h"
+#include "tests/platform/environment_contract.h"
 
 namespace qva {
 namespace {
 
-TEST(MemoryEnvironment, GivesZeroForAMissingVariable) {
-  const MemoryEnvironment environment;
-  std::string buffer(4, 'x');
-  EXPECT_EQ(environment.GetVariable(u"PATH", buffer), 0u);
-  EXPECT_EQ(buffer, "xxxx");
-}
+class MemoryProcess {
+ public:
+  Environment& environment() { return environment_; }
+  void Set(std::u16string_view name, std::u16string_view value) {
+    environment_.Set(name, ToCodePage1257(value));
+  }
+  bool IsOwn(const std::u16string& folder) const { return folder == environment_.library_folder; }
 
-TEST(MemoryEnvironment, StoresTheValueWithItsZeroAndGivesTheLengthWithoutIt) {
-  MemoryEnvironment environment;
-  environment.Set(u"Path", "abc");
-  std::string buffer(6, 'x');
-  EXPECT_EQ(environment.GetVariable(u"PATH", buffer), 3u);
-  EXPECT_EQ(buffer, std::string("abc\0xx", 6));
-}
+ private:
+  MemoryEnvironment environment_;
+};
 
-TEST(MemoryEnvironment, GivesTheNeededSizeWhenTheZeroDoesNotFit) {
-  MemoryEnvironment environment;
-  environment.Set(u"PATH", "abc");
-  std::string buffer(3, 'x');
-  EXPECT_EQ(environment.GetVariable(u"PATH", buffer), 4u);
-  EXPECT_EQ(buffer, "xxx");
-  EXPECT_EQ(environment.GetVariable(u"PATH", {}), 4u);
-}
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryEnvironment, EnvironmentContract, MemoryProcess);
+
+namespace {
 
 TEST(MemoryEnvironment, ForgetsARemovedVariable) {
   MemoryEnvironment environment;

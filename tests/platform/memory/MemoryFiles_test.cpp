@@ -21,7 +21,7 @@ struct MemoryDrive {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, FilesContract, MemoryDrive);
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryFiles, FilesContract, MemoryDrive);
 
 namespace {
 

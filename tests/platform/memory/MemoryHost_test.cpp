@@ -1,30 +1,30 @@
 #include "platform/memory/MemoryHost.h"
 
-#include "platform/memory/MemoryObjectFactory.h"
-#include "tests/platform/host_contract.h"
+#include "tests/platform/memory_user.h"
 
 namespace qva {
 namespace {
 
-class MemorySystem {
+class MemorySystem : public MemoryUser {
  public:
   MemorySystem() {
     host_.books[u"TUSCIA"] = {};
-    host_.message_box = &message_box_;
-    host_.list_chooser = &list_chooser_;
+    host_.documents.push_back(
+        {19, u"MEDVILNE", std::u16string(host::kBudgetDocument), u"BIU-2022", DateFromParts(2024, 6, 30)});
+    host_.message_box = &platform_.message_box;
+    host_.list_chooser = &platform_.list_chooser;
     for (const std::u16string_view identifier : host::kCreatableClasses) {
-      factory_.Register(identifier, [this, identifier] { return host_.Create(identifier); });
+      platform_.object_factory.Register(identifier, [this, identifier] { return host_.Create(identifier); });
     }
   }
 
-  ObjectFactory& factory() { return factory_; }
-  MemoryMessageBox& message_box() { return message_box_; }
-  MemoryListChooser& list_chooser() { return list_chooser_; }
+  ObjectFactory& factory() { return platform_.object_factory; }
   static HostFacts Facts() {
     return {.book = u"MEDVILNE",
             .empty_book = u"TUSCIA",
             .account_sets = {{u"B1", u"Biudžetas", true}, {u"F1", u"Finansinė apskaita", false}},
             .budgets = {{11, u"BIU-2023", DateFromParts(2023, 6, 30)},
+                        {19, u"BIU-2022", DateFromParts(2024, 6, 30)},
                         {12, u"BIU-2024", DateFromParts(2024, 6, 30)}},
             .company_code = u"302511789",
             .vat_code = u"LT100005117810",
@@ -40,13 +40,10 @@ class MemorySystem {
 
  private:
   MemoryHost host_ = MemoryHost::Sample();
-  MemoryMessageBox message_box_;
-  MemoryListChooser list_chooser_;
-  MemoryObjectFactory factory_;
 };
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, HostContract, MemorySystem);
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryHost, HostContract, MemorySystem);
 
 }  // namespace qva

@@ -1,9 +1,41 @@
 #include "platform/memory/MemoryMessageBox.h"
 
+#include "tests/platform/forms/message_box_contract.h"
+
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace qva {
+namespace {
+
+class MemoryBoxUser {
+ public:
+  static bool IsThere() { return true; }
+  void Press(std::u16string_view title, std::int32_t button) {
+    Expect(title);
+    box_.Answer(button);
+  }
+  void Close(std::u16string_view title) {
+    Expect(title);
+    box_.Close();
+  }
+  MessageBox& box() { return box_; }
+
+ private:
+  /// The twin keeps the title that it is given.
+  void Expect(std::u16string_view title) {
+    box_.on_show = [this, title] {
+      const std::u16string& shown = box_.boxes().back().title;
+      EXPECT_EQ(shown.empty() ? kLibraryName : shown, title);
+    };
+  }
+
+  MemoryMessageBox box_;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryMessageBox, MessageBoxContract, MemoryBoxUser);
+
 namespace {
 
 TEST(MemoryMessageBox, RemembersWhatWasShown) {

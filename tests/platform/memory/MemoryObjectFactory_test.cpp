@@ -5,8 +5,22 @@
 #include "platform/ado.h"
 #include "platform/memory/excel/Application.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/object_factory_contract.h"
 
 namespace qva {
+namespace {
+
+struct MemoryFactorySystem {
+  static constexpr std::u16string_view kKnown = ado::kRecordset;
+  ObjectFactory& factory() { return memory; }
+
+  MemoryObjectFactory memory;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryObjectFactory, ObjectFactoryContract, MemoryFactorySystem);
+
 namespace {
 
 using MemoryObjectFactoryTest = CoreTest;

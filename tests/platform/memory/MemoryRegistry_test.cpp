@@ -14,7 +14,7 @@ struct MemoryStore {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Memory, RegistryContract, MemoryStore);
+INSTANTIATE_TYPED_TEST_SUITE_P(MemoryRegistry, RegistryContract, MemoryStore);
 
 namespace {
 

@@ -3,11 +3,29 @@
 #include "platform/host.h"
 #include "platform/member_table.h"
 #include "platform/module.h"
+#include "platform/recordset/RecordsetFactory.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/object_factory_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
 #include "tests/test_paths.h"
 
 namespace qva {
+namespace {
+
+struct ModuleSystem {
+  static constexpr std::u16string_view kKnown = u"ADODB.Recordset";
+  ObjectFactory& factory() { return modules; }
+
+  MemoryPlatform platform;
+  const Services services = platform.services();
+  recordset::RecordsetFactory recordsets;
+  ModuleFactory modules{services, {&recordsets}, {HostModuleFile()}};
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(ModuleFactory, ObjectFactoryContract, ModuleSystem);
+
 namespace {
 
 class ModuleFactoryTest : public CoreTest {

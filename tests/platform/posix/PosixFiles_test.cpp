@@ -51,7 +51,7 @@ struct PosixDrive {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Posix, FilesContract, PosixDrive);
+INSTANTIATE_TYPED_TEST_SUITE_P(PosixFiles, FilesContract, PosixDrive);
 
 namespace {
 

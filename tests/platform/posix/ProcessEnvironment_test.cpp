@@ -1,8 +1,32 @@
 #include "platform/posix/ProcessEnvironment.h"
 
+#include "tests/platform/environment_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
+namespace {
+
+class ThisProcess {
+ public:
+  Environment& environment() { return environment_; }
+  void Set(std::u16string_view name, std::u16string_view value) {
+    variables_.Set(ToUtf8(name), ToUtf8(value));
+  }
+  /// The loader may name this program, which has the library within, by a path from where it was started.
+  static bool IsOwn(const std::u16string& folder) {
+    return std::filesystem::canonical(folder) ==
+           std::filesystem::read_symlink("/proc/self/exe").parent_path();
+  }
+
+ private:
+  TemporaryEnvironment variables_;
+  ProcessEnvironment environment_;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(ProcessEnvironment, EnvironmentContract, ThisProcess);
+
 namespace {
 
 class ProcessEnvironmentTest : public testing::Test {
@@ -10,23 +34,6 @@ class ProcessEnvironmentTest : public testing::Test {
   TemporaryEnvironment variables;
   ProcessEnvironment environment;
 };
-
-TEST_F(ProcessEnvironmentTest, GivesTheLengthAndATerminatedText) {
-  variables.Set("QVA_TEST", "abc");
-  std::string buffer(6, '~');
-  EXPECT_EQ(environment.GetVariable(u"QVA_TEST", buffer), 3u);
-  EXPECT_EQ(buffer, std::string("abc\0~~", 6));
-}
-
-TEST_F(ProcessEnvironmentTest, BufferThatIsTooSmallIsLeftAloneAndTheNeededSizeTold) {
-  variables.Set("QVA_TEST", "abc");
-  std::string buffer(3, '~');
-  EXPECT_EQ(environment.GetVariable(u"QVA_TEST", buffer), 4u);
-  EXPECT_EQ(buffer, "~~~");
-  EXPECT_EQ(environment.GetVariable(u"QVA_TEST", {}), 4u);
-  buffer = "~~~~";
-  EXPECT_EQ(environment.GetVariable(u"QVA_TEST", buffer), 3u);
-}
 
 TEST_F(ProcessEnvironmentTest, PathOf1023CharactersFitsTheLibrarysBufferAndOneMoreDoesNot) {
   std::string buffer(1024, '~');
@@ -64,13 +71,6 @@ TEST_F(ProcessEnvironmentTest, NamesIgnoreLetterCaseButTheExactSpellingWins) {
   EXPECT_EQ(buffer[0], 'b');
   environment.GetVariable(u"qva_test", buffer);
   EXPECT_EQ(buffer[0], 'a');
-}
-
-TEST_F(ProcessEnvironmentTest, KnowsWhereTheLibraryLies) {
-  // Here that is this program; the loader may name it by a path from the folder it was started in.
-  const auto folder = std::filesystem::absolute(std::filesystem::path(environment.LibraryFolder()));
-  EXPECT_EQ(std::filesystem::weakly_canonical(folder),
-            std::filesystem::read_symlink("/proc/self/exe").parent_path());
 }
 
 }  // namespace

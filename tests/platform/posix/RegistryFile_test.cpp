@@ -28,7 +28,7 @@ struct FileStore {
 
 }  // namespace
 
-INSTANTIATE_TYPED_TEST_SUITE_P(File, RegistryContract, FileStore);
+INSTANTIATE_TYPED_TEST_SUITE_P(RegistryFile, RegistryContract, FileStore);
 
 namespace {
 

@@ -6,9 +6,25 @@
 
 #include "platform/date.h"
 #include "platform/text.h"
+#include "tests/platform/clock_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
+namespace {
+
+class SystemsClock {
+ public:
+  Clock& clock() { return clock_; }
+  static void Pass(std::chrono::milliseconds time) { std::this_thread::sleep_for(time); }
+
+ private:
+  SystemClock clock_;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(SystemClock, ClockContract, SystemsClock);
+
 namespace {
 
 class SystemClockTest : public testing::Test {

@@ -8,9 +8,31 @@
 #include "platform/lithuanian_names.h"
 #include "platform/text.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/locale_contract.h"
 #include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
+namespace {
+
+class SystemsLocale {
+ public:
+  SystemsLocale() {
+    for (const char* name : {"LC_ALL", "LC_TIME", "LC_NUMERIC", "LANG"}) variables_.Set(name, std::nullopt);
+  }
+  Locale& locale() { return locale_; }
+  void SetShortDate(std::u16string_view pattern) {
+    variables_.Set("QVA_VARNHOLT_SHORT_DATE", ToUtf8(pattern));
+  }
+
+ private:
+  TemporaryEnvironment variables_;
+  SystemLocale locale_;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(SystemLocale, LocaleContract, SystemsLocale);
+
 namespace {
 
 std::string Windows(std::string_view pattern) {

@@ -2,6 +2,23 @@
 
 #include "platform/ado.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/object_factory_contract.h"
+
+namespace qva {
+namespace {
+
+struct RecordsetSystem {
+  static constexpr std::u16string_view kKnown = ado::kRecordset;
+  ObjectFactory& factory() { return recordsets; }
+
+  recordset::RecordsetFactory recordsets;
+};
+
+}  // namespace
+
+INSTANTIATE_TYPED_TEST_SUITE_P(RecordsetFactory, ObjectFactoryContract, RecordsetSystem);
+
+}  // namespace qva
 
 namespace qva::recordset {
 namespace {
