@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/error.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
 
