@@ -49,7 +49,7 @@ std::vector<CsvRow> ReadCsv(std::string_view text) {
 std::string CsvLine(const std::vector<std::string>& fields) {
   std::string line;
   for (const std::string& field : fields) {
-    if (!line.empty()) line += ',';
+    if (&field != &fields.front()) line += ',';
     if (field.find_first_of(",;\"\r\n") == field.npos) {
       line += field;
       continue;

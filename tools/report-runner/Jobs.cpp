@@ -84,7 +84,7 @@ std::vector<Job> ReadJobs(std::string_view csv, const fs::path& folder) {
     if (row->fields.size() > columns.size()) problems.Add(row->line, "there are more fields than columns");
     const auto field = [&](std::string_view column) {
       const auto at = static_cast<std::size_t>(std::ranges::find(columns, column) - columns.begin());
-      return at < row->fields.size() ? row->fields[at] : std::string();
+      return at < std::min(columns.size(), row->fields.size()) ? row->fields[at] : std::string();
     };
     const auto path = [&](std::string_view column) {
       const std::string text = field(column);

@@ -8,6 +8,7 @@
 #include <functional>
 #include <iostream>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -155,13 +156,12 @@ struct RunCommand {
 };
 
 void AddRun(CLI::App& app, RunCommand& run, std::function<int()>& action) {
-  CLI::App* command =
-      app.add_subcommand(kRun,
-                         "Opens a report workbook in LibreOffice, without a display unless told otherwise, "
-                         "runs its entry macro, and "
-                         "leaves in the output folder what the macro saved, what it printed (printed-1.pdf "
-                         "and so on), and a PDF and "
-                         "a PNG of the workbook. Each step is printed. The word \"run\" may be left out.");
+  CLI::App& command = Add(app, kRun,
+                          "Opens a report workbook in LibreOffice, without a display unless told otherwise, "
+                          "runs its entry macro, and "
+                          "leaves in the output folder what the macro saved, what it printed (printed-1.pdf "
+                          "and so on), and a PDF and "
+                          "a PNG of the workbook. Each step is printed. The word \"run\" may be left out.");
   const auto file_or_pipe = [](const std::string& path) { return IsThere(path, Kind::FileOrPipe); };
   command.add_option("workbook", run.options.workbook, "the report workbook")
       ->required()
