@@ -9,9 +9,11 @@
 
 #include <array>
 #include <cctype>
+#include <chrono>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -176,7 +178,7 @@ class WarmOffice::Job : public RunningJob {
     for (const auto& [name, value] : job) request_ += name + '=' + value + '\0';
     request_ += '\0';
   }
-  ~Job() override { Stop(); }
+  ~Job() override { Job::Stop(); }
 
   bool IsRunning() override {
     if (status_) return false;
@@ -186,17 +188,21 @@ class WarmOffice::Job : public RunningJob {
     if (office_.job_status_) {
       status_ = office_.job_status_;
     } else if (!is_alive) {
-      status_ = office_.process_->ExitStatus();
+      Stop();
     }
     return !status_;
   }
 
   void Stop() override {
-    if (!IsRunning()) return;
-    // What the job started is in a group of its own, LibreOffice in another.
-    if (office_.job_) kill(-*office_.job_, SIGKILL);
+    if (status_) return;
     office_.process_->Kill();
     status_ = office_.process_->ExitStatus();
+    if (!office_.job_) return;
+    // The job has a group of its own, and nobody who waits for it any more. It may be writing yet.
+    kill(-*office_.job_, SIGKILL);
+    for (int n = 0; n < 400 && MemoryOf(*office_.job_) != 0; ++n) {
+      std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
   }
 
   int ExitStatus() const override { return status_.value_or(0); }

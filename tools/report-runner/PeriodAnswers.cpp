@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdio>
 
 namespace qva {
 namespace {
@@ -21,20 +22,42 @@ int Number(std::string_view digits) {
   return number;
 }
 
-bool IsDay(std::string_view text) {
-  return Fits(text, "0000-00-00") &&
-         std::chrono::year_month_day(std::chrono::year(Number(text.substr(0, 4))),
-                                     std::chrono::month(static_cast<unsigned>(Number(text.substr(5, 2)))),
-                                     std::chrono::day(static_cast<unsigned>(Number(text.substr(8)))))
-             .ok();
+using Month = std::chrono::year_month;
+
+/// The month of a text such as "2025-09".
+std::optional<Month> MonthOf(std::string_view text) {
+  if (!Fits(text, "0000-00")) return std::nullopt;
+  const Month month(std::chrono::year(Number(text.substr(0, 4))),
+                    std::chrono::month(static_cast<unsigned>(Number(text.substr(5)))));
+  // No date of the dialog's is earlier.
+  return month.ok() && month.year() >= std::chrono::year(101) ? std::optional(month) : std::nullopt;
+}
+
+std::string Text(std::chrono::year_month_day day) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%04d-%02u-%02u", static_cast<int>(day.year()),
+                static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()));
+  return text;
+}
+
+std::string FirstDay(Month month) {
+  return Text(month / 1);
+}
+
+std::string LastDay(Month month) {
+  return Text(month / std::chrono::last);
 }
 
 /// In the order in which the outcome does not depend on what the workbook held.
 std::optional<std::string> AnswersOf(std::string_view period) {
   if (const std::size_t slash = period.find('/'); slash != period.npos) {
-    const std::string_view from = period.substr(0, slash), to = period.substr(slash + 1);
-    if (!IsDay(from) || !IsDay(to) || from > to) return std::nullopt;
-    return "optUser\nedCurrBegDate = " + std::string(from) + "\nedCurrEndDate = " + std::string(to);
+    const auto from = MonthOf(period.substr(0, slash)), to = MonthOf(period.substr(slash + 1));
+    if (!from || !to || *from > *to) return std::nullopt;
+    // Compared with as many months before it. The dialog takes whole months alone.
+    const Month before = *from - (*to - *from) - std::chrono::months(1);
+    return "optUser\nedPrevBegDate = " + FirstDay(before) +
+           "\nedPrevEndDate = " + LastDay(*from - std::chrono::months(1)) +
+           "\nedCurrBegDate = " + FirstDay(*from) + "\nedCurrEndDate = " + LastDay(*to);
   }
   if (!Fits(period.substr(0, 4), "0000") || period < "0100") return std::nullopt;
   const std::string year = "optYear\ntxtYear = " + std::string(period.substr(0, 4)) + "\n";

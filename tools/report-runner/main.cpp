@@ -197,7 +197,7 @@ void AddRun(CLI::App& app, RunCommand& run, std::function<int()>& action) {
   command
       .add_option("--period", run.options.period,
                   "in their place, what the period dialog is answered: 2025, 2025-H1, 2025-Q3, 2025-09 or "
-                  "2025-01-15/2025-02-14")
+                  "2025-01/2025-05")
       ->type_name("PERIOD")
       ->check(IsPeriod)
       ->excludes(form_answers);
