@@ -346,6 +346,8 @@ std::string Footer() {
 
 int Main(std::vector<std::string> arguments) {
   CLI::App app("Runs report workbooks in LibreOffice.", "report-runner");
+  // A later option goes before an earlier one.
+  app.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
   app.set_help_flag();
   app.set_help_all_flag("--help", "this text");
   app.formatter(std::make_shared<HelpFormatter>());
