@@ -226,6 +226,7 @@ ReportStatus RunBatch(const BatchOptions& options, std::ostream& err) {
   for (const Job& job : jobs) outcomes.push_back(EarlierOutcome(job));
   Progress progress(jobs, outcomes, err);
   std::vector<std::thread> workers;
+  workers.reserve(static_cast<std::size_t>(options.workers));
   for (int n = 0; n < options.workers; ++n) {
     workers.emplace_back([&] { Work(options, jobs, progress); });
   }

@@ -175,7 +175,7 @@ StartJob OwnOffices(const OfficeOptions& options) {
 class WarmOffice::Job : public RunningJob {
  public:
   Job(WarmOffice& office, const Variables& job) : office_(office), errors_(job.at("QVA_JOB_ERRORS")) {
-    for (const auto& [name, value] : job) request_ += name + '=' + value + '\0';
+    for (const auto& [name, value] : job) request_.append(name).append(1, '=').append(value).append(1, '\0');
     request_ += '\0';
   }
   ~Job() override { Job::Stop(); }

@@ -1,6 +1,7 @@
 #include "tools/report-runner/Summary.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <ostream>
@@ -21,7 +22,7 @@ std::string Fixed(double number, int digits) {
 /// A time for people: "42 s", "12 min", "3 h 20 min".
 std::string Duration(double seconds) {
   if (seconds < 100) return Fixed(seconds, 0) + " s";
-  const auto minutes = static_cast<long>(seconds / 60 + 0.5);
+  const auto minutes = std::lround(seconds / 60);
   if (minutes < 100) return std::to_string(minutes) + " min";
   return std::to_string(minutes / 60) + " h " + std::to_string(minutes % 60) + " min";
 }
