@@ -37,9 +37,7 @@ set_target_properties(qva_calc PROPERTIES BUILD_RPATH ${LIBREOFFICE_DIR}/program
 target_link_options(qva_calc PRIVATE -Wl,-z,defs)
 
 # The report runner, which starts LibreOffice with the component.
-file(GLOB runner_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tools/report-runner/*.cpp)
-add_executable(report-runner ${runner_sources})
-target_include_directories(report-runner PRIVATE ${CMAKE_SOURCE_DIR})
-target_link_libraries(report-runner PRIVATE qva_posix)
+add_executable(report-runner tools/report-runner/main.cpp)
+target_link_libraries(report-runner PRIVATE qva_report_runner)
 target_compile_definitions(report-runner PRIVATE QVA_VERSION="${PROJECT_VERSION}")
 set_target_properties(report-runner PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tools)

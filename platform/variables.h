@@ -29,5 +29,8 @@ inline constexpr char kJobPdf[] = "QVA_JOB_PDF";
 inline constexpr char kJobPrinted[] = "QVA_JOB_PRINTED";
 inline constexpr char kJobResult[] = "QVA_JOB_RESULT";
 inline constexpr char kJobSteps[] = "QVA_JOB_STEPS";
+inline constexpr char kJobErrors[] = "QVA_JOB_ERRORS";
+inline constexpr char kJobRequests[] = "QVA_JOB_REQUESTS";
+inline constexpr char kJobReplies[] = "QVA_JOB_REPLIES";
 
 }  // namespace qva::variables

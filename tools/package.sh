@@ -23,7 +23,7 @@ pack() {
 }
 documents() {
   mkdir -p "$1/docs/images"
-  cp docs/{gidas,guide,diegimas,installation,klaida-429,error-429,libreoffice,host-interface}.md "$1/docs"
+  cp docs/{gidas,guide,diegimas,installation,klaida-429,error-429,libreoffice,host-interface,batch}.md "$1/docs"
   find docs/images -type f -exec cp {} "$1/docs/images" \;
 }
 

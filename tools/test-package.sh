@@ -214,7 +214,7 @@ check "its runner says its version" says_its_version "$root/usr/bin/report-runne
 check "makes a report from the template and runs it" makes_and_runs_a_report unpacked "$root/usr/bin/report-runner"
 check "and has the help beside the library" test -s "$root/usr/lib/qva-varnholt/modules/FReport/index.html" \
   -a -s "$root/usr/share/doc/qva-varnholt/guide/index.html"
-options() { "$root/usr/bin/report-runner" --help | grep -oE '^  --[a-z-]+'; }
+options() { "$root/usr/bin/report-runner" --help | grep -oE '^ +--[a-z-]+'; }
 has_options() {
   local option text
   text=$(zcat "$root/usr/share/man/man1/report-runner.1.gz" | sed 's/\\-/-/g')

@@ -1,6 +1,7 @@
 #include "server/calc/OpenWorkbook.h"
 
 #include <algorithm>
+#include <cmath>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/document/MacroExecMode.hpp>
@@ -8,17 +9,23 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/script/XInvocation.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/provider/ScriptFrameworkErrorException.hpp>
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
 #include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
+#include <com/sun/star/sheet/XCellRangeReferrer.hpp>
+#include <com/sun/star/table/XCellRange.hpp>
+#include <com/sun/star/util/Date.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
+#include <cppuhelper/implbase1.hxx>
 #include <osl/file.hxx>
 #include <vector>
 
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
+#include "platform/date.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -58,14 +65,6 @@ PropertyValue Property(const char* name, const Any& value) {
   return property;
 }
 
-/// The library of the workbook's own macros: the first that LibreOffice did not put there itself.
-OUString OwnLibrary(const Reference<css::script::XLibraryContainer>& libraries) {
-  for (const OUString& name : libraries->getElementNames()) {
-    if (name != kStandardLibrary) return name;
-  }
-  throw MacroFailure(MacroFailure::Reason::NoMacro, "the workbook has no library of macros");
-}
-
 Any Invoke(const Reference<XScript>& script, const Sequence<Any>& arguments) {
   Sequence<sal_Int16> changed;
   Sequence<Any> values;
@@ -78,12 +77,16 @@ Reference<XScript> FindScript(const Reference<XScriptProvider>& scripts, const O
                             "?language=Basic&location=" + OUString::createFromAscii(location));
 }
 
-/// A module's own spelling of a name in any letter case, as Basic finds it.
-OUString ModuleNamed(const Reference<css::container::XNameContainer>& modules, const OUString& name) {
+/// A module's own spelling of a name in any letter case, as Basic finds it; nothing where there is none.
+std::optional<OUString> FindModule(const Reference<XNameContainer>& modules, const OUString& name) {
   for (const OUString& module : modules->getElementNames()) {
     if (module.equalsIgnoreAsciiCase(name)) return module;
   }
-  throw MacroFailure(MacroFailure::Reason::NoMacro, "the workbook has no module " + ToUtf8(FromUno(name)));
+  return std::nullopt;
+}
+
+MacroFailure NoModule(const OUString& name) {
+  return {MacroFailure::Reason::NoMacro, "the workbook has no module " + ToUtf8(FromUno(name))};
 }
 
 /// Takes the next word off a line of Basic, in lower case: what stands before a blank, a parenthesis, an
@@ -141,6 +144,22 @@ Reference<XNameContainer> ModulesOf(const Reference<XLibraryContainer>& librarie
   return {libraries->getByName(library), UNO_QUERY_THROW};
 }
 
+/// The names of the libraries, LibreOffice's own last.
+std::vector<OUString> LibraryNames(const Reference<XLibraryContainer>& libraries) {
+  std::vector<OUString> names;
+  for (const OUString& name : libraries->getElementNames()) names.push_back(name);
+  std::stable_partition(names.begin(), names.end(),
+                        [](const OUString& name) { return name != kStandardLibrary; });
+  return names;
+}
+
+OUString LibraryWithModule(const Reference<XLibraryContainer>& libraries, const OUString& module) {
+  for (const OUString& library : LibraryNames(libraries)) {
+    if (FindModule(ModulesOf(libraries, library), module)) return library;
+  }
+  throw NoModule(module);
+}
+
 /// Whether a document counts as modified stays as it is while this lives.
 class KeptModification {
  public:
@@ -196,6 +215,29 @@ bool Compiles(const Reference<XScriptProvider>& scripts, const OUString& library
   return result.hasValue();
 }
 
+/// A macro as our own calls it. Behind it, where the error has ended it and has not yet come to ours, Basic
+/// still knows the error's line.
+class Called : public cppu::WeakImplHelper1<css::script::XInvocation> {
+ public:
+  Called(const Reference<XScript>& macro, const Reference<XScript>& line_of_error, int& line)
+      : macro_(macro), line_of_error_(line_of_error), line_(line) {}
+  Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override { return {}; }
+  sal_Bool SAL_CALL hasMethod(const OUString&) override { return true; }
+  sal_Bool SAL_CALL hasProperty(const OUString&) override { return false; }
+  void SAL_CALL setValue(const OUString&, const Any&) override {}
+  Any SAL_CALL getValue(const OUString&) override { return {}; }
+  Any SAL_CALL invoke(const OUString&, const Sequence<Any>&, Sequence<sal_Int16>&, Sequence<Any>&) override {
+    Invoke(macro_, {});
+    Invoke(line_of_error_, {}) >>= line_;
+    return {};
+  }
+
+ private:
+  Reference<XScript> macro_;
+  Reference<XScript> line_of_error_;
+  int& line_;
+};
+
 /// A macro of ours that calls another one and gives back the error that it did not handle, which LibreOffice
 /// would end it with without a word. It stands in a library of the application, so that no document that is
 /// saved meanwhile has it, for as long as the object lives. A macro that runs may have another one called.
@@ -212,16 +254,20 @@ class Caller {
                                "Function Run(Macro)\n"
                                "  On Error GoTo Failed\n"
                                "  Err.Clear\n"
-                               "  Macro.invoke Array(), Array(), Array()\n"
+                               "  Macro.Run\n"
                                "  Run = Array()\n"
                                "  Exit Function\n"
                                "Failed:\n"
                                "  Run = Array(Err.Number, Err.Source, Err.Description)\n"
+                               "End Function\n"
+                               "Function LineOfError()\n"
+                               "  LineOfError = Erl\n"
                                "End Function\n")));
-    script_ =
-        FindScript(css::script::provider::theMasterScriptProviderFactory::get(context)->createScriptProvider(
-                       Any(OUString("user"))),
-                   name_ + ".Caller.Run", "application");
+    const Reference<XScriptProvider> scripts =
+        css::script::provider::theMasterScriptProviderFactory::get(context)->createScriptProvider(
+            Any(OUString("user")));
+    run_ = FindScript(scripts, name_ + ".Caller.Run", "application");
+    line_ = FindScript(scripts, name_ + ".Caller.LineOfError", "application");
   }
   ~Caller() {
     --running_;
@@ -230,8 +276,11 @@ class Caller {
   Caller(const Caller&) = delete;
   Caller& operator=(const Caller&) = delete;
 
-  /// Nothing when the macro was ended by an End statement.
-  Any Call(const Reference<XScript>& macro) const { return Invoke(script_, SequenceOf({Any(macro)})); }
+  /// Nothing when the macro was ended by an End statement. `line` becomes that of an error.
+  Any Call(const Reference<XScript>& macro, int& line) const {
+    const Reference<css::script::XInvocation> called(new Called(macro, line_, line));
+    return Invoke(run_, SequenceOf({Any(called)}));
+  }
 
  private:
   void Remove() const {
@@ -242,7 +291,8 @@ class Caller {
 
   OUString name_;
   Reference<css::script::XLibraryContainer> libraries_;
-  Reference<XScript> script_;
+  Reference<XScript> run_;
+  Reference<XScript> line_;
 };
 
 }  // namespace
@@ -273,10 +323,7 @@ OpenWorkbook::~OpenWorkbook() {
 
 std::optional<std::string> OpenWorkbook::FindMain() const {
   const Reference<XLibraryContainer> libraries = LibrariesOf(model_);
-  std::vector<OUString> names;
-  for (const OUString& name : libraries->getElementNames()) names.push_back(name);
-  std::stable_partition(names.begin(), names.end(),
-                        [](const OUString& name) { return name != kStandardLibrary; });
+  const std::vector<OUString> names = LibraryNames(libraries);
   for (const bool any_name : {false, true}) {
     for (const OUString& library : names) {
       if (const auto module = FindEntryModule(ModulesOf(libraries, library), any_name)) {
@@ -301,16 +348,18 @@ void OpenWorkbook::RunMacro(const std::string& macro) const {
   const std::size_t point = macro.find('.');
   const bool names_library = point != last_point;
   const std::string procedure = names_library ? macro.substr(point + 1) : macro;
+  const OUString module_name = ToUno(FromUtf8(procedure.substr(0, procedure.find('.'))));
   const Reference<XLibraryContainer> libraries = LibrariesOf(model_);
   const OUString library_name =
-      names_library ? ToUno(FromUtf8(macro.substr(0, point))) : OwnLibrary(libraries);
+      names_library ? ToUno(FromUtf8(macro.substr(0, point))) : LibraryWithModule(libraries, module_name);
   if (!libraries->hasByName(library_name)) {
     throw MacroFailure(Reason::NoMacro, "the workbook has no library " + ToUtf8(FromUno(library_name)));
   }
   const Reference<XNameContainer> modules = ModulesOf(libraries, library_name);
   const Reference<XScriptProvider> scripts =
       Reference<css::script::provider::XScriptProviderSupplier>(model_, UNO_QUERY_THROW)->getScriptProvider();
-  const OUString module = ModuleNamed(modules, ToUno(FromUtf8(procedure.substr(0, procedure.find('.')))));
+  const std::optional<OUString> module = FindModule(modules, module_name);
+  if (!module) throw NoModule(module_name);
   const Reference<XScript> called = [&] {
     try {
       return FindScript(scripts, library_name + "." + ToUno(FromUtf8(procedure)), "document");
@@ -320,7 +369,7 @@ void OpenWorkbook::RunMacro(const std::string& macro) const {
   }();
   const bool compiles = [&] {
     const KeptModification kept(model_);
-    return Compiles(scripts, library_name, modules, module);
+    return Compiles(scripts, library_name, modules, *module);
   }();
   if (!compiles) throw MacroFailure(Reason::DoesNotCompile, "the macro " + macro + " does not compile");
   Call(called, macro);
@@ -343,7 +392,8 @@ void OpenWorkbook::RunAutoClose() const {
 }
 
 void OpenWorkbook::Call(const Reference<XScript>& called, const std::string& macro) const {
-  const Any outcome = Caller(context_).Call(called);
+  int line = 0;
+  const Any outcome = Caller(context_).Call(called, line);
 
   Sequence<Any> error;
   if (!(outcome >>= error)) {
@@ -351,12 +401,35 @@ void OpenWorkbook::Call(const Reference<XScript>& called, const std::string& mac
                        "the macro " + macro + " was ended by an End statement or by quitting Excel");
   }
   if (error.getLength() != 3) return;
-  throw AutomationError(FromAny(error[0]).ToInt32(), FromAny(error[1]).ToText(), FromAny(error[2]).ToText());
+  throw MacroError(
+      AutomationError(FromAny(error[0]).ToInt32(), FromAny(error[1]).ToText(), FromAny(error[2]).ToText()),
+      line);
 }
 
 void OpenWorkbook::PrintToPdf(const std::string& path) const {
   Reference<css::frame::XStorable>(model_, UNO_QUERY_THROW)
       ->storeToURL(UrlOf(path), SequenceOf({Property("FilterName", Any(OUString("calc_pdf_Export")))}));
+}
+
+std::optional<std::pair<std::string, std::string>> OpenWorkbook::Period() const {
+  try {
+    const Reference<css::beans::XPropertySet> properties(model_, UNO_QUERY_THROW);
+    const Reference<css::container::XNameAccess> names(properties->getPropertyValue("NamedRanges"),
+                                                       UNO_QUERY_THROW);
+    css::util::Date null_date;
+    properties->getPropertyValue("NullDate") >>= null_date;
+    const Date start = DateFromParts(null_date.Year, null_date.Month, null_date.Day);
+    const auto day = [&](const char* name) {
+      const Reference<css::sheet::XCellRangeReferrer> named(names->getByName(OUString::createFromAscii(name)),
+                                                            UNO_QUERY_THROW);
+      const Reference<css::table::XCellRange> cells(named->getReferredCells(), UNO_QUERY_THROW);
+      return ToUtf8(FormatByWindowsPattern(
+          Date{start.serial + std::floor(cells->getCellByPosition(0, 0)->getValue())}, u"yyyy-MM-dd"));
+    };
+    return std::pair(day("RepCurrPerBeg"), day("RepCurrPerEnd"));
+  } catch (...) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace qva::calc

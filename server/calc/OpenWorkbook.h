@@ -7,6 +7,9 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
+
+#include "platform/automation.h"
 
 namespace qva::calc {
 
@@ -25,9 +28,20 @@ class MacroFailure : public std::runtime_error {
   Reason reason_;
 };
 
+/// An error that a macro did not handle.
+class MacroError : public AutomationError {
+ public:
+  MacroError(const AutomationError& error, int line) : AutomationError(error), line_(line) {}
+  /// Of the module where it came up, from 1; 0 when LibreOffice does not tell.
+  int line() const { return line_; }
+
+ private:
+  int line_;
+};
+
 /// One that was opened here is visible where there is a display, its macros enabled, and closed when the
 /// object goes, unless it is to stay. All texts are in UTF-8. Errors are std::runtime_error, UNO's
-/// exceptions, and those of the macros (AutomationError).
+/// exceptions, and those of the macros (MacroError).
 class OpenWorkbook {
  public:
   /// Opens the file of a path of the system.
@@ -48,9 +62,10 @@ class OpenWorkbook {
   /// Whether LibreOffice runs macros of the workbook; it may ask the user.
   bool AllowsMacros() const;
 
-  /// Runs a macro of the workbook, named as Library.Module.Procedure or, in its own library, as
-  /// Module.Procedure. Raises the error that it did not handle, and MacroFailure. Nothing of ours stands in
-  /// the workbook while the macro runs, nor does it count as modified by this.
+  /// Runs a macro of the workbook, named as Library.Module.Procedure or as Module.Procedure, of which the
+  /// first library that has the module is meant, "Standard" being the last. Raises the error that it did not
+  /// handle, and MacroFailure. Nothing of ours stands in the workbook while the macro runs, nor does it count
+  /// as modified by this.
   void RunMacro(const std::string& macro) const;
 
   /// Runs what the workbook has to do before it is closed: the macros Auto_Close of the libraries in which
@@ -58,6 +73,10 @@ class OpenWorkbook {
   void RunAutoClose() const;
 
   void PrintToPdf(const std::string& path) const;
+
+  /// First and last day, yyyy-mm-dd, of the report period that the workbook's named cells hold (CRepPeriod).
+  /// Nothing where there is none, or anything fails.
+  std::optional<std::pair<std::string, std::string>> Period() const;
 
   /// Leaves the workbook to the user.
   void Keep() { is_kept_ = true; }

@@ -4,8 +4,11 @@
 #include <cppuhelper/exc_hlp.hxx>
 #include <cppuhelper/supportsservice.hxx>
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -18,20 +21,28 @@
 #include "platform/text.h"
 #include "platform/variables.h"
 #include "server/calc/BasicError.h"
+#include "server/calc/JobServer.h"
 #include "server/calc/OpenWorkbook.h"
 
 namespace qva::calc {
 namespace {
 
+using css::uno::Reference;
 using css::uno::Sequence;
+using css::uno::XComponentContext;
 using rtl::OUString;
 
 void WriteStep(const std::string& step) {
-  std::ofstream(EnvironmentVariable(variables::kJobSteps), std::ios::app) << step << '\n';
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  std::ofstream(EnvironmentVariable(variables::kJobSteps), std::ios::app)
+      << std::chrono::duration_cast<std::chrono::milliseconds>(now).count() << '\t' << step << '\n';
 }
 
-void WriteResult(const std::string& result) {
-  std::ofstream(EnvironmentVariable(variables::kJobResult)) << result << '\n';
+using Json = nlohmann::json;
+
+void WriteResult(const Json& result) {
+  std::ofstream(EnvironmentVariable(variables::kJobResult))
+      << result.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
 class Failures : public FailureListener {
@@ -41,16 +52,15 @@ class Failures : public FailureListener {
     first_ = ToUtf8(what);
   }
   void WronglyAnswered(std::u16string_view what) override {
-    IgnoreFailures([&] { WriteResult("wrong answer: " + ToUtf8(what)); });
+    IgnoreFailures([&] {
+      WriteResult({{"status", "wrong-answer"}, {"text", "wrong answer: " + ToUtf8(what)}});
+    });
     // The macro that asked must not get an answer any more, nor the workbook its closing.
     std::_Exit(EXIT_FAILURE);
   }
 
-  /// What is written for the runner.
-  std::string Result() const {
-    if (!has_failed_) return "ok";
-    return first_.empty() ? "an error without a text" : first_;
-  }
+  bool has_failed() const { return has_failed_; }
+  std::string first() const { return first_.empty() ? "an error without a text" : first_; }
 
  private:
   bool has_failed_ = false;
@@ -62,45 +72,91 @@ Failures& TheFailures() {
   return failures;
 }
 
-}  // namespace
-
-void ReportJob::trigger(const OUString&) {
-  IgnoreFailures([&] { WriteResult(Outcome()); });
-  ReleaseErrors();
-  // Once the job has returned to LibreOffice's event loop. What fails is left to the runner's time limit.
-  IgnoreFailures(
-      [&] { Post([context = context_] { css::frame::Desktop::create(context)->terminate(); }, context_); });
+void AddPeriod(const OpenWorkbook& open, Json& result) {
+  if (const auto period = open.Period()) result["period"] = {{"from", period->first}, {"to", period->second}};
 }
 
-std::string ReportJob::Outcome() {
-  try {
-    ListenForFailures(&TheFailures());
-    Run();
-    return TheFailures().Result();
-  } catch (const AutomationError& error) {
-    return "error in the macro: " + std::to_string(error.number()) + " (" + ToUtf8(error.source()) + ") " +
-           ToUtf8(error.description());
-  } catch (const css::uno::Exception&) {
-    return "error: " + ToUtf8(ErrorOf(cppu::getCaughtException()).description());
-  } catch (const std::exception& exception) {
-    return std::string("error: ") + exception.what();
-  } catch (...) {
-    return "error";
-  }
-}
-
-void ReportJob::Run() {
+/// `is_macros` becomes true when what fails is the macro's doing.
+void RunJob(const Reference<XComponentContext>& context, Json& result, bool& is_macros) {
   const std::string workbook = EnvironmentVariable(variables::kJobWorkbook);
   WriteStep("Opening " + workbook);
-  const OpenWorkbook open(context_, workbook);
+  const OpenWorkbook open(context, workbook);
   const std::string macro = EnvironmentVariable(variables::kJobMacro);
   WriteStep("Running " + macro);
-  open.RunMacro(macro);
+  is_macros = true;
+  try {
+    open.RunMacro(macro);
+  } catch (...) {
+    AddPeriod(open, result);
+    throw;
+  }
+  AddPeriod(open, result);
   if (const std::string pdf = EnvironmentVariable(variables::kJobPdf); !pdf.empty()) {
     WriteStep("Storing " + pdf);
     open.PrintToPdf(pdf);
   }
+  WriteStep("Closing the workbook");
   open.RunAutoClose();
+}
+
+/// Runs the job of the environment and writes what became of it.
+void Run(const Reference<XComponentContext>& context) {
+  ListenForFailures(&TheFailures());
+  Json result = Json::object();
+  bool is_macros = false;
+  const auto fail = [&](const std::string& text) {
+    result["status"] = is_macros ? "failed" : "no-macro";
+    result["text"] = text;
+  };
+  try {
+    RunJob(context, result, is_macros);
+    result["status"] = "ok";
+    if (TheFailures().has_failed()) fail(TheFailures().first());
+  } catch (const AutomationError& error) {
+    const std::string source = ToUtf8(error.source()), text = ToUtf8(error.description());
+    fail("error in the macro: " + std::to_string(error.number()) + " (" + source + ") " + text);
+    result["error"] = {{"number", error.number()}, {"source", source}, {"text", text}};
+    if (const auto* own = dynamic_cast<const MacroError*>(&error)) result["error"]["line"] = own->line();
+  } catch (const MacroFailure& failure) {
+    is_macros = failure.reason() == MacroFailure::Reason::Ended;
+    fail(std::string("error: ") + failure.what());
+  } catch (const css::uno::Exception&) {
+    fail("error: " + ToUtf8(ErrorOf(cppu::getCaughtException()).description()));
+  } catch (const std::exception& exception) {
+    fail(std::string("error: ") + exception.what());
+  } catch (...) {
+    fail("error");
+  }
+  WriteResult(result);
+  ReleaseErrors();
+}
+
+/// Does something once what is under way has returned to LibreOffice's event loop. What fails is left to the
+/// runner's time limit.
+void DoLater(const Reference<XComponentContext>& context, std::function<void()> action) {
+  IgnoreFailures([&] { Post(std::move(action), context); });
+}
+
+void EndOffice(const Reference<XComponentContext>& context) {
+  css::frame::Desktop::create(context)->terminate();
+}
+
+/// In the event loop, where LibreOffice's start is over. A job ends without LibreOffice's own farewell, which
+/// would wait for threads that the copy of the process does not have.
+void Serve(const Reference<XComponentContext>& context) {
+  if (!ServeJobs(EnvironmentVariable(variables::kJobRequests), EnvironmentVariable(variables::kJobReplies))) {
+    return EndOffice(context);
+  }
+  IgnoreFailures([&] { Run(context); });
+  DoLater(context, [] { std::_Exit(EXIT_SUCCESS); });
+}
+
+}  // namespace
+
+void ReportJob::trigger(const OUString&) {
+  IgnoreFailures([&] { Run(context_); });
+  const bool serves = !EnvironmentVariable(variables::kJobRequests).empty();
+  DoLater(context_, [context = context_, serves] { serves ? Serve(context) : EndOffice(context); });
 }
 
 OUString ReportJob::getImplementationName() {

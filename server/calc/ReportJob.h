@@ -14,11 +14,19 @@ namespace qva::calc {
 ///   QVA_JOB_WORKBOOK  path of the workbook
 ///   QVA_JOB_MACRO     entry macro, as Library.Module.Procedure of the workbook
 ///   QVA_JOB_PDF       path of the PDF to print the workbook to; nothing is printed without it
-///   QVA_JOB_RESULT    path of the file that is written when all is over: "ok", or what failed
-///   QVA_JOB_STEPS     path of the file that each step is added to before it is taken: two lines before the
-///                     macro runs, one before the PDF is made
+///   QVA_JOB_RESULT    path of the file that is written when all is over, a JSON object: "status", a name as
+///   in
+///                     tools/report-runner/ReportResult.cpp; where it is not "ok", "text"; "error" that the
+///                     macro did not handle, with "number", "source", "text" and "line"; "period" of the
+///                     workbook, "from" and "to"
+///   QVA_JOB_STEPS     path of the file that each step is added to before it is taken, its time in
+///                     milliseconds since 1970 and a tab before it: two lines before the macro runs, one
+///                     before the PDF is made, one before the workbook is closed
 /// A job fails also with what the library tells of failures; a wrong answer to a window ends it, and
 /// LibreOffice, on the spot.
+///
+/// Where QVA_JOB_REQUESTS and QVA_JOB_REPLIES are the paths of pipes, LibreOffice goes on to serve jobs
+/// (server/calc/JobServer.h), of which each ends its own copy of the process.
 class ReportJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
  public:
   explicit ReportJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}
@@ -30,10 +38,6 @@ class ReportJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lan
   css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
 
  private:
-  /// Runs the job. What is written for the runner.
-  std::string Outcome();
-  void Run();
-
   css::uno::Reference<css::uno::XComponentContext> context_;
 };
 

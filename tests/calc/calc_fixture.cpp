@@ -3,6 +3,7 @@
 
 #include <stdlib.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <thread>
@@ -105,12 +106,18 @@ void CalcTest::StartMacro(const std::string& name, std::vector<std::string> opti
 
 void CalcTest::StartWorkbook(const fs::path& workbook, std::vector<std::string> options,
                              std::map<std::string, std::string> environment) {
+  options.insert(options.begin(), {"--output-folder", output.string(), "--timeout", "60", "--host-resources",
+                                   (SourceFolder() / "host").string()});
+  options.push_back(workbook.string());
+  StartRunner(options, std::move(environment));
+}
+
+void CalcTest::StartRunner(const std::vector<std::string>& arguments,
+                           std::map<std::string, std::string> environment) {
   // Through a shell for the output; everything that goes in is our own.
-  std::string command = "exec " + launcher + " '" + ReportRunnerFile() + "' --output-folder '" +
-                        output.string() + "' --timeout 60 --host-resources '" +
-                        (SourceFolder() / "host").string() + "'";
-  for (const std::string& option : options) command += " '" + option + "'";
-  command += " '" + workbook.string() + "' > '" + (folder / "printed.txt").string() + "'";
+  std::string command = "exec " + launcher + " '" + ReportRunnerFile() + "'";
+  for (const std::string& argument : arguments) command += " '" + argument + "'";
+  command += " > '" + (folder / "printed.txt").string() + "'";
   environment["QVA_TEST_LOG"] = (folder / "macro.log").string();
   if (!getenv("LC_ALL")) environment["LC_ALL"] = "C.UTF-8";
   // LibreOffice itself is built without the sanitizers, which must be there before our component is; it
@@ -129,6 +136,36 @@ void CalcTest::WaitForOutput(const std::string& text) const {
   for (int i = 0; i < 600 && Contents(folder / "printed.txt").find(text) == std::string::npos; ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
   }
+}
+
+void CalcTest::WaitForLine(const std::string& line) const {
+  for (int i = 0; i < 600; ++i) {
+    const std::vector<std::string> lines = Lines();
+    if (std::find(lines.begin(), lines.end(), line) != lines.end()) return;
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  }
+}
+
+pid_t CalcTest::OfficePid() const {
+  struct Facts {
+    std::string name;
+    pid_t parent = 0;
+  };
+  std::map<pid_t, Facts> processes;
+  for (const auto& entry : fs::directory_iterator("/proc")) {
+    std::string line;
+    std::getline(std::ifstream(entry.path() / "stat"), line);  // 12 (name) S 11 …
+    const std::size_t open = line.find('('), close = line.rfind(')');
+    if (close == std::string::npos) continue;
+    processes[std::stoi(line)] = {line.substr(open + 1, close - open - 1), std::stoi(line.substr(close + 4))};
+  }
+  for (const auto& [pid, facts] : processes) {
+    if (facts.name != "soffice.bin" || processes[facts.parent].name == "soffice.bin") continue;
+    pid_t ancestor = facts.parent;
+    while (ancestor > 1 && ancestor != RunnerPid()) ancestor = processes[ancestor].parent;
+    if (ancestor == RunnerPid()) return pid;
+  }
+  throw std::runtime_error("LibreOffice does not run");
 }
 
 RunResult CalcTest::Finish() {

@@ -45,10 +45,17 @@ class CalcTest : public testing::Test {
                   std::map<std::string, std::string> environment);
   void StartWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options,
                      std::map<std::string, std::string> environment);
+  /// Starts the runner with these arguments, and with what LibreOffice needs of the environment.
+  void StartRunner(const std::vector<std::string>& arguments, std::map<std::string, std::string> environment);
   bool IsRunning() { return run_->IsRunning(); }
   /// Waits until the runner of this start has printed a text.
   void WaitForOutput(const std::string& text) const;
   pid_t RunnerPid() const { return run_->Pid(); }
+  /// Waits until the macro has written a line.
+  void WaitForLine(const std::string& line) const;
+  /// LibreOffice's own process, which a run started through its scripts; that of a worker, where it has a
+  /// copy for its job. Raises std::runtime_error where it does not run.
+  pid_t OfficePid() const;
   /// Waits for the end of what was started.
   RunResult Finish();
   /// What the macro wrote until now.

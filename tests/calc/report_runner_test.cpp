@@ -6,14 +6,18 @@
 #include <unistd.h>
 
 #include <fstream>
+#include <map>
+#include <nlohmann/json.hpp>
 
 #include "tests/calc/calc_fixture.h"
 #include "tests/test_paths.h"
 #include "tools/report-runner/Process.h"
+#include "tools/report-runner/Sha256.h"
 
 namespace qva {
 namespace {
 
+using Json = nlohmann::json;
 using testing::AllOf;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -138,7 +142,7 @@ TEST_F(ReportRunner, LeavesNoReportWhenItsDialogIsNotAnsweredAndFails) {
 
 TEST_F(ReportRunner, StopsAMacroThatDoesNotEnd) {
   const RunResult run = RunMacro("endless", {"--timeout", "4"});
-  EXPECT_EQ(run.exit_status, 3);
+  EXPECT_EQ(run.exit_status, 8);
   EXPECT_THAT(run.errors, HasSubstr("did not finish within 4 seconds and was stopped"));
 }
 
@@ -150,7 +154,7 @@ TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
       {"Nera", "the macro is not named as Module.Procedure"}};
   for (const auto& [macro, text] : missing) {
     const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--macro", macro});
-    EXPECT_EQ(run.exit_status, 1);
+    EXPECT_EQ(run.exit_status, 4);
     EXPECT_THAT(run.errors, EndsWith(std::string(text) + "\n"));
     ExpectNoWordOfUno(run);
   }
@@ -161,7 +165,7 @@ TEST_F(ReportRunner, TellsInPlainWordsThatAWorkbookCannotBeOpened) {
   std::ofstream(folder / "broken.ods") << "PK\x03\x04 no workbook";
   for (const char* name : {"broken.fods", "broken.ods"}) {
     const RunResult run = RunWorkbook(folder / name, {"--no-picture"});
-    EXPECT_EQ(run.exit_status, 1) << name;
+    EXPECT_EQ(run.exit_status, 4) << name;
     EXPECT_THAT(run.errors, HasSubstr("The report failed: "));
     ExpectNoWordOfUno(run);
   }
@@ -181,7 +185,7 @@ TEST_F(ReportRunner, RefusesAnOutputFolderThatHoldsTheWorkbookItself) {
   std::filesystem::create_directories(output);
   std::filesystem::copy_file(Sample(), output / "balance.fods");
   const RunResult run = RunWorkbook(output / "balance.fods", {"--no-picture"});
-  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.exit_status, 7);
   EXPECT_THAT(run.errors, HasSubstr("stands in the output folder"));
 }
 
@@ -202,7 +206,7 @@ TEST_F(ReportRunner, TakesLibreOfficeWithItWhenItIsInterrupted) {
                       Sample().string() + "' & runner=$!; while [ ! -s '" + pid.string() +
                       "' ]; do sleep 0.05; done; kill -TERM $runner; wait $runner; exit $?"},
                  {{"PATH", folder.string() + ":/usr/bin:/bin"}}, folder / "errors.txt");
-  EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);
+  EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 130);
   EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("Interrupted"));
   const pid_t office = std::stoi(Contents(pid));
   EXPECT_NE(kill(office, 0), 0) << "LibreOffice goes on";
@@ -232,6 +236,14 @@ TEST_F(ReportRunner, RefusesAWrongCommandLine) {
   const std::string nowhere = (folder / "nowhere").string();
   EXPECT_EQ(status({sample}), 3);
   EXPECT_EQ(status({}), 2);
+  EXPECT_EQ(status({"run", sample}), 3);
+  EXPECT_EQ(status({"run"}), 2);
+  EXPECT_EQ(status({"--version"}), 0);
+  EXPECT_EQ(status({"run", "--help"}), 0);
+  EXPECT_EQ(status({"--no-such-option", sample}), 2);
+  EXPECT_EQ(status({"--period", "2025-13", sample}), 2);
+  EXPECT_EQ(status({"--period", "2025", "--form-answers", sample, sample}), 2);
+  EXPECT_EQ(status({"--result", nowhere + "/result.json", sample}), 2);
   EXPECT_EQ(status({sample, sample}), 2);
   for (const char* seconds : {"soon", "1x", "0", "-1", "", " 1", "1.5", "99999999999"}) {
     EXPECT_EQ(status({"--timeout", seconds, sample}), 2) << seconds;
@@ -302,7 +314,7 @@ TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
   std::filesystem::current_path(SourceFolder());
   EXPECT_EQ(Contents(folder / "third.fods").find("ablonas"), std::string::npos);
   EXPECT_EQ(make_new({}), 2);
-  EXPECT_EQ(make_new({"--help"}), 2);
+  EXPECT_EQ(make_new({"--help"}), 0);
 }
 
 TEST_F(ReportRunner, TheTemplatesPeriodIsThatOfItsKindBeforeAnybodyChoseOne) {
@@ -344,7 +356,7 @@ TEST_F(ReportRunner, ListsItsOwnFilesAloneAndExpectsOneOfThem) {
   std::filesystem::create_directories(output);
   std::ofstream(output / "kept.txt") << "of an earlier run";
   const RunResult run = RunMacro("leaves_a_file", {"--expect", "kept.txt"});
-  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.exit_status, 6);
   EXPECT_THAT(run.errors, HasSubstr("the one that is there is of an earlier run"));
   EXPECT_EQ(Contents(output / "kept.txt"), "of an earlier run");
   const RunResult again = RunMacro("leaves_a_file", {"--expect", "drives/C/new.txt"});
@@ -355,7 +367,7 @@ TEST_F(ReportRunner, ListsItsOwnFilesAloneAndExpectsOneOfThem) {
 TEST_F(ReportRunner, AMisspeltAnswerStopsTheRunWithItsLine) {
   std::ofstream(folder / "answers.txt") << "# of a question\nTiap\n";
   const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
-  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.exit_status, 5);
   EXPECT_THAT(run.errors, HasSubstr("\"Tiap\" in line 2 of " + (folder / "answers.txt").string()));
   EXPECT_THAT(run.lines, testing::IsEmpty()) << "the macro went on";
 }
@@ -363,7 +375,7 @@ TEST_F(ReportRunner, AMisspeltAnswerStopsTheRunWithItsLine) {
 TEST_F(ReportRunner, AnAnswersFileThatIsALineShortStopsTheRunAtTheQuestion) {
   std::ofstream(folder / "answers.txt") << "# the question is forgotten\n";
   const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
-  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.exit_status, 5);
   EXPECT_THAT(run.errors, HasSubstr("no answer is left in " + (folder / "answers.txt").string() +
                                     " for the box „Ar tęsti ąčę?“"));
   EXPECT_THAT(run.lines, testing::IsEmpty()) << "the macro went on";
@@ -375,54 +387,96 @@ TEST_F(ReportRunner, TheNextRunHasTheFolderAfterATimeLimitAnInterruptionAndAKill
     start();
     WaitForOutput("Running ");
   };
-  EXPECT_EQ(RunMacro("endless", {"--timeout", "6"}).exit_status, 3);
+  EXPECT_EQ(RunMacro("endless", {"--timeout", "6"}).exit_status, 8);
   EXPECT_FALSE(std::filesystem::exists(output / ".~lock.endless.fods#"));
   runs();
   const RunResult second = RunBeside("endless");
-  EXPECT_EQ(second.exit_status, 1);
+  EXPECT_EQ(second.exit_status, 7);
   EXPECT_THAT(second.errors, HasSubstr("Another run is working in the output folder"));
   kill(RunnerPid(), SIGINT);
-  EXPECT_EQ(Finish().exit_status, 3);
+  EXPECT_EQ(Finish().exit_status, 130);
   runs();
   kill(RunnerPid(), SIGKILL);
   EXPECT_EQ(Finish().exit_status, 137);
   EXPECT_TRUE(std::filesystem::exists(output / ".~lock.endless.fods#"));
   runs();
   kill(RunnerPid(), SIGTERM);
-  EXPECT_EQ(Finish().exit_status, 3);
-}
-
-/// LibreOffice's own process, which a run started through its scripts.
-pid_t OfficeOf(pid_t runner) {
-  struct Facts {
-    std::string name;
-    pid_t parent = 0;
-  };
-  std::map<pid_t, Facts> processes;
-  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
-    std::string line;
-    std::getline(std::ifstream(entry.path() / "stat"), line);  // 12 (name) S 11 …
-    const std::size_t open = line.find('('), close = line.rfind(')');
-    if (close == std::string::npos) continue;
-    processes[std::stoi(line)] = {line.substr(open + 1, close - open - 1), std::stoi(line.substr(close + 4))};
-  }
-  for (const auto& [pid, facts] : processes) {
-    if (facts.name != "soffice.bin") continue;
-    pid_t ancestor = facts.parent;
-    while (ancestor > 1 && ancestor != runner) ancestor = processes[ancestor].parent;
-    if (ancestor == runner) return pid;
-  }
-  throw std::runtime_error("LibreOffice does not run");
+  EXPECT_EQ(Finish().exit_status, 130);
 }
 
 TEST_F(ReportRunner, TellsThatLibreOfficeDiedAndTheNextRunHasTheFolder) {
   StartMacro("endless", {"--timeout", "40"}, {});
   WaitForOutput("Running ");
-  kill(OfficeOf(RunnerPid()), SIGKILL);
+  kill(OfficePid(), SIGKILL);
   const RunResult dead = Finish();
-  EXPECT_EQ(dead.exit_status, 3);
-  EXPECT_THAT(dead.errors, HasSubstr("LibreOffice ended without running the report"));
+  EXPECT_EQ(dead.exit_status, 9);
+  EXPECT_THAT(dead.errors, HasSubstr("LibreOffice died while it ran the report"));
   EXPECT_THAT(RunMacro("endless", {"--timeout", "6"}).errors, HasSubstr("did not finish within 6 seconds"));
+}
+
+TEST_F(ReportRunner, WritesWhatBecameOfARun) {
+  const std::filesystem::path result = folder / "result.json", users = folder / "users.sqlite";
+  StartWorkbook(SourceFolder() / "samples/sablonas.fods",
+                {"--period", "2025-Q3", "--no-picture", "--result", result.string(), "--keep-database"},
+                {{"QVA_HOST_DATABASE", users.string()}});
+  const RunResult run = Finish();
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  const Json json = Json::parse(Contents(result));
+  EXPECT_EQ(json["status"], "ok");
+  EXPECT_EQ(json["period"], Json::parse(R"({"from": "2025-07-01", "to": "2025-09-30"})"));
+  EXPECT_EQ(json["messages"][0]["form"], "frmReportPeriod");
+  EXPECT_EQ(json["messages"][0]["answers"].back(), "btOk");
+  std::map<std::string, std::string> sums;
+  for (const Json& file : json["files"]) sums[file["name"]] = file["sha256"];
+  for (const char* file : {"sablonas.fods", "printed-1.pdf", "host.sqlite"}) {
+    EXPECT_EQ(sums[file], Sha256OfFile(output / file)) << file;
+  }
+  double seconds = 0;
+  std::string steps;
+  for (const Json& step : json["steps"]) {
+    seconds += step["seconds"].get<double>();
+    steps += step["step"].get<std::string>().substr(0, 7) + "|";
+  }
+  EXPECT_EQ(steps, "Startin|Opening|Running|Closing|");
+  EXPECT_NEAR(seconds, json["seconds"].get<double>(), 0.5);
+  EXPECT_THAT(Contents(output / "host.sqlite"), StartsWith("SQLite format 3"));
+  EXPECT_FALSE(std::filesystem::exists(users)) << "each run has a database of its own";
+}
+
+TEST_F(ReportRunner, WritesTheErrorOfAMacroInTheLibraryStandardWithItsLine) {
+  const std::filesystem::path result = folder / "result.json";
+  const RunResult run =
+      RunWorkbook(WriteWorkbook("unhandled_inside", "Standard", "<table:table table:name=\"Lapas\"/>"),
+                  {"--no-picture", "--result", result.string()});
+  EXPECT_EQ(run.exit_status, 1);
+  const Json json = Json::parse(Contents(result));
+  EXPECT_EQ(json["status"], "failed");
+  EXPECT_EQ(json["error"], Json::parse(R"({"number": -2147221503, "source": "makrokomanda",
+      "text": "Neapdorota klaida", "line": 9})"));
+  EXPECT_EQ(json["text"],
+            "The report failed: error in the macro: -2147221503 (makrokomanda) Neapdorota klaida");
+}
+
+TEST_F(ReportRunner, ChecksWhatReportsNeed) {
+  std::filesystem::create_directory(folder / "resources");
+  const std::vector<std::string> check = {"check", "--output-folder", output.string()};
+  StartRunner(check, {});
+  const RunResult whole = Finish();
+  EXPECT_EQ(whole.exit_status, 0) << whole.output;
+  EXPECT_THAT(whole.output, AllOf(HasSubstr("ok       a macro that uses the library runs in LibreOffice\n"),
+                                  Not(HasSubstr("MISSING"))));
+  EXPECT_FALSE(std::filesystem::exists(output)) << "it leaves nothing";
+
+  std::vector<std::string> without = check;
+  without.insert(without.end(), {"--host-resources", (folder / "resources").string()});
+  StartRunner(without, {{"PATH", folder.string()}, {"TMPDIR", "/proc"}});
+  const RunResult broken = Finish();
+  EXPECT_EQ(broken.exit_status, 3);
+  for (const char* missing :
+       {"MISSING  LibreOffice: there is no soffice on the search path", "MISSING  the host's ",
+        "MISSING  temporary folder /proc: nothing can be written", "without  pictures (pdftoppm): "}) {
+    EXPECT_THAT(broken.output, HasSubstr(missing));
+  }
 }
 
 TEST_F(ReportRunner, RefusesAWorkbookThatSomebodyHasOpen) {
@@ -430,7 +484,7 @@ TEST_F(ReportRunner, RefusesAWorkbookThatSomebodyHasOpen) {
   std::ofstream(output / ".~lock.balance.fods#")
       << ",jonas,pc,22.11.2026 03:18,file:///home/jonas/.config/libreoffice/4;";
   const RunResult run = RunWorkbook(Sample(), {"--no-picture"});
-  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.exit_status, 7);
   EXPECT_THAT(run.errors, HasSubstr("is open in another program"));
   EXPECT_FALSE(std::filesystem::exists(output / "balance.fods"));
 }

@@ -87,6 +87,11 @@ void ForEachEntry(const fs::path& folder, Look look) {
 
 }  // namespace
 
+bool IsInFolder(const fs::path& path) {
+  const fs::path normal = path.lexically_normal();
+  return path.is_relative() && path.has_filename() && normal != "." && *normal.begin() != "..";
+}
+
 void RemoveDeadLocks(const fs::path& folder) {
   std::vector<fs::path> dead;
   ForEachEntry(folder, [&](const fs::directory_entry& entry) {
@@ -135,6 +140,18 @@ bool OutputFolder::IsNew(const fs::path& file) const {
   const auto state = StateOf(path_ / file);
   const auto old = before_.find(file.lexically_normal());
   return state && (old == before_.end() || old->second != *state);
+}
+
+bool OutputFolder::IsChanged(const fs::path& except) const {
+  std::size_t old_files = 0;
+  bool has_new = false;
+  ForEachEntry(path_, [&](const fs::directory_entry& entry) {
+    const fs::path name = entry.path().lexically_relative(path_);
+    if (!StateOf(entry.path()) || name == except) return;
+    has_new = has_new || IsNew(name);
+    ++old_files;
+  });
+  return has_new || old_files + before_.count(except) != before_.size();
 }
 
 std::map<std::string, std::uintmax_t> OutputFolder::NewFiles() const {

@@ -14,6 +14,9 @@
 
 namespace qva {
 
+/// Whether a path is that of a file in a folder that it is relative to.
+bool IsInFolder(const std::filesystem::path& path);
+
 /// Removes the lock files that dead LibreOffices of ours left anywhere below a folder. LibreOffice itself
 /// would take such a file's document for one that somebody works on.
 void RemoveDeadLocks(const std::filesystem::path& folder);
@@ -51,6 +54,8 @@ class OutputFolder {
   std::map<std::string, std::uintmax_t> NewFiles() const;
   /// Whether the file of a path in the folder is one of them.
   bool IsNew(const std::filesystem::path& file) const;
+  /// Whether files came, changed or went since then, but for one.
+  bool IsChanged(const std::filesystem::path& except) const;
 
  private:
   /// What tells a file from one that took its place, or that was written anew.

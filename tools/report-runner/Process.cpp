@@ -23,12 +23,36 @@ std::optional<std::filesystem::path> FindProgram(const std::string& name) {
   return std::nullopt;
 }
 
+namespace {
+
+/// As the system takes a list of texts.
+std::vector<char*> PointersTo(const std::vector<std::string>& texts) {
+  std::vector<char*> pointers;
+  pointers.reserve(texts.size() + 1);
+  for (const std::string& text : texts) pointers.push_back(const_cast<char*>(text.c_str()));
+  pointers.push_back(nullptr);
+  return pointers;
+}
+
+/// Our environment, with these variables.
+std::vector<std::string> EnvironmentWith(std::map<std::string, std::string> variables) {
+  for (char** own = environ; *own; ++own) {
+    const std::string variable = *own;
+    const std::size_t equals = variable.find('=');
+    variables.emplace(variable.substr(0, equals), equals == variable.npos ? "" : variable.substr(equals + 1));
+  }
+  std::vector<std::string> environment;
+  for (const auto& [name, value] : variables) environment.push_back(name + '=' + value);
+  return environment;
+}
+
+}  // namespace
+
 Process::Process(const std::vector<std::string>& arguments,
                  const std::map<std::string, std::string>& environment, const std::filesystem::path& errors) {
-  std::vector<char*> pointers;
-  pointers.reserve(arguments.size() + 1);
-  for (const std::string& argument : arguments) pointers.push_back(const_cast<char*>(argument.c_str()));
-  pointers.push_back(nullptr);
+  // All before the process is copied: in the copy, what another thread was just at stays as it is.
+  const std::vector<std::string> variables = EnvironmentWith(environment);
+  const std::vector<char*> pointers = PointersTo(arguments), variable_pointers = PointersTo(variables);
   pid_ = fork();
   if (pid_ < 0) throw std::runtime_error("cannot start " + arguments[0]);
   if (pid_ == 0) {
@@ -37,8 +61,7 @@ Process::Process(const std::vector<std::string>& arguments,
     dup2(null, STDIN_FILENO);
     const int error_file = open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     if (error_file >= 0) dup2(error_file, STDERR_FILENO);
-    for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
-    execvp(pointers[0], pointers.data());
+    execvpe(pointers[0], pointers.data(), variable_pointers.data());
     _exit(127);
   }
   setpgid(pid_, pid_);

@@ -1,10 +1,8 @@
 #include "tools/report-runner/ReportRun.h"
 
-#include <langinfo.h>
-#include <locale.h>
-
 #include <fstream>
 #include <map>
+#include <nlohmann/json.hpp>
 #include <ostream>
 #include <sstream>
 #include <stdexcept>
@@ -18,91 +16,24 @@
 #include "platform/variables.h"
 #include "server/call_log.h"
 #include "tools/report-runner/OutputFolder.h"
+#include "tools/report-runner/PeriodAnswers.h"
 #include "tools/report-runner/Process.h"
-#include "tools/report-runner/Xml.h"
+#include "tools/report-runner/Sha256.h"
+#include "tools/report-runner/TextFiles.h"
 
 namespace qva {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kMacroFailed = 1;
-constexpr int kNoLibreOffice = 3;
-
-void Write(const fs::path& path, const std::string& text) {
-  std::ofstream file(path, std::ios::binary);
-  file << text;
-  if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
-}
-
-std::string UrlOf(const fs::path& path) {
-  std::ostringstream url;
-  url << "file://" << std::hex << std::uppercase;
-  for (const unsigned char c : path.string()) {
-    if (std::isalnum(c) || std::string_view("/._-").find(static_cast<char>(c)) != std::string_view::npos) {
-      url << c;
-    } else {
-      url << '%' << (c >> 4) << (c & 15);
-    }
-  }
-  return url.str();
-}
-
-/// Settings of the private profile: macros run, no first-start questions.
-std::string ProfileSettings() {
-  const auto item = [](const char* path, const char* name, const char* value) {
-    return std::string("<item oor:path=\"/org.openoffice.") + path + "\"><prop oor:name=\"" + name +
-           "\" oor:op=\"fuse\"><value>" + value + "</value></prop></item>\n";
-  };
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<oor:items xmlns:oor=\"http://openoffice.org/2001/registry\" "
-         "xmlns:xs=\"http://www.w3.org/2001/XMLSchema\" "
-         "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n" +
-         item("Office.Common/Security/Scripting", "MacroSecurityLevel", "0") +
-         item("Setup/Office", "ooSetupInstCompleted", "true") +
-         item("Office.Common/Misc", "FirstRun", "false") +
-         item("Office.Common/Misc", "ShowTipOfTheDay", "false") +
-         item("Setup/Product", "ooSetupLastVersion", "99.9") + "</oor:items>\n";
-}
-
-/// The one printer of the private profile: each job becomes a PDF file, printed-1.pdf and so on, whose path
-/// without number and ending the environment variable QVA_JOB_PRINTED gives.
-constexpr std::string_view kPrinterSettings =
-    "[__Global_Printer_Defaults__]\n"
-    "DisableCUPS=1\n"
-    "PDFDevice=1\n"
-    "PPD_PageSize=A4\n"
-    "[PDF]\n"
-    "Printer=SGENPRT/PDF\n"
-    "DefaultPrinter=1\n"
-    "PDFDevice=1\n"
-    "PPD_PageSize=A4\n"
-    "Command=n=1; while [ -e \"$QVA_JOB_PRINTED-$n.pdf\" ]; do n=$((n+1)); done; "
-    "cat > \"$QVA_JOB_PRINTED-$n.pdf\"\n";
+constexpr std::uintmax_t kMegabyte = std::uintmax_t{1024} * 1024;
+constexpr std::string_view kDatabase = "host.sqlite";
 constexpr std::string_view kPrinted = "printed";
 
 /// Removes what an earlier run printed.
 void RemovePrinted(const fs::path& folder) {
   for (int n = 1; fs::remove(folder / (std::string(kPrinted) + "-" + std::to_string(n) + ".pdf")); ++n) {
   }
-}
-
-/// What LibreOffice reads to find our services.
-std::string Components(const fs::path& library) {
-  const auto implementation = [](const char* name, const char* constructor, const char* service,
-                                 const char* more) {
-    return std::string("  <implementation name=\"") + name + "\" constructor=\"" + constructor + "\"" + more +
-           "><service name=\"" + service + "\"/></implementation>\n";
-  };
-  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-         "<components xmlns=\"http://openoffice.org/2010/uno-components\">\n"
-         " <component loader=\"com.sun.star.loader.SharedLibrary\" environment=\"gcc3\" uri=\"" +
-         XmlText(UrlOf(library)) + "\">\n" +
-         implementation("QVA_Varnholt.ObjectFactory", "qva_create_object_factory",
-                        "com.sun.star.bridge.OleObjectFactory", " single-instance=\"true\"") +
-         implementation("QVA_Varnholt.ReportJob", "qva_create_report_job", "QVA_Varnholt.ReportJob", "") +
-         implementation("QVA_Varnholt.MenuJob", "qva_create_menu_job", "QVA_Varnholt.MenuJob", "") +
-         " </component>\n</components>\n";
 }
 
 /// The registry of the run: the host settings that name the book and the folder of the installation.
@@ -123,10 +54,10 @@ constexpr std::string_view kArchives[] = {"C/Ataskaitos/Archyvas", "C/Ataskaitos
                                           "C/Ataskaitos/Formos"};
 
 /// The drives that macros save to: in the output folder, unless the user's environment has others.
-void MakeDrives(const fs::path& output, std::map<std::string, std::string>& environment) {
-  if (!EnvironmentVariable(variables::kDrives).empty()) return;
+void MakeDrives(const ReportRunOptions& options, const fs::path& output, Variables& job) {
+  if (!EnvironmentVariable(variables::kDrives).empty() && !options.own_drives) return;
   for (const std::string_view archive : kArchives) fs::create_directories(output / "drives" / archive);
-  environment[variables::kDrives] = (output / "drives").string();
+  job[variables::kDrives] = (output / "drives").string();
 }
 
 void PrintStep(std::string_view step, std::ostream& out) {
@@ -177,7 +108,15 @@ class Follower {
   std::size_t read_ = 0;
 };
 
-/// Prints what the files of a run gain, in the order in which things happen.
+using Milliseconds = std::int64_t;  // since 1970
+
+Milliseconds NowInMilliseconds() {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(
+             std::chrono::system_clock::now().time_since_epoch())
+      .count();
+}
+
+/// Prints what the files of a run gain, in the order in which things happen, and keeps when its steps began.
 class Narrator {
  public:
   /// `job` is the file of the job's own steps, `report` that of the macro's - or the log of calls -,
@@ -186,44 +125,54 @@ class Narrator {
            std::ostream& out)
       : job_(job), report_(report), is_call_log_(is_call_log), messages_(messages), out_(out) {}
 
+  void Begin(const std::string& step) { Begin(step, NowInMilliseconds()); }
+
   void GoOn() {
     // The job is asked first: whatever the macro wrote before a step of the job is there by then.
     const std::vector<std::string> steps = job_.NewLines();
     auto step = steps.begin();
-    for (; step != steps.end() && steps_before_macro_ > 0; ++step, --steps_before_macro_)
-      PrintStep(*step, out_);
+    for (; step != steps.end() && steps_before_macro_ > 0; ++step, --steps_before_macro_) Tell(*step);
     for (const std::string& line : report_.NewLines())
       PrintStep(is_call_log_ ? StepOfCall(line) : line, out_);
     for (const std::string& line : messages_.NewLines()) PrintStep(line, out_);
-    for (; step != steps.end(); ++step) PrintStep(*step, out_);
+    for (; step != steps.end(); ++step) Tell(*step);
+  }
+
+  /// Whether the job has begun.
+  bool HasBegun() const { return steps_before_macro_ < kStepsBeforeMacro; }
+
+  /// The steps, the last one until now.
+  std::vector<ReportResult::Step> Steps() const {
+    std::vector<ReportResult::Step> steps;
+    for (std::size_t n = 0; n < begun_.size(); ++n) {
+      const Milliseconds end = n + 1 < begun_.size() ? begun_[n + 1].second : NowInMilliseconds();
+      steps.push_back({begun_[n].first, static_cast<double>(end - begun_[n].second) / 1000});
+    }
+    return steps;
   }
 
  private:
+  static constexpr int kStepsBeforeMacro = 2;  // as in server/calc/ReportJob.h
+
+  void Begin(const std::string& step, Milliseconds when) {
+    PrintStep(step, out_);
+    begun_.emplace_back(step, when);
+  }
+
+  /// A line of the job: when the step began, a tab, and the step.
+  void Tell(const std::string& line) {
+    const std::size_t tab = line.find('\t');
+    Begin(line.substr(tab + 1), std::stoll(line.substr(0, tab)));
+  }
+
   Follower job_;
   Follower report_;
   bool is_call_log_;
   Follower messages_;
   std::ostream& out_;
-  int steps_before_macro_ = 2;  ///< as in server/calc/ReportJob.h
+  int steps_before_macro_ = kStepsBeforeMacro;
+  std::vector<std::pair<std::string, Milliseconds>> begun_;
 };
-
-/// The file's text without the line feed at its end.
-std::string Contents(const fs::path& path) {
-  std::ostringstream contents;
-  contents << std::ifstream(path).rdbuf();
-  std::string text = contents.str();
-  if (text.ends_with('\n')) text.pop_back();
-  return text;
-}
-
-/// True when file names are UTF-8 in the user's locale. In any other one LibreOffice could not open some.
-bool LocaleIsUtf8() {
-  const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
-  if (!locale) return false;
-  const bool is_utf8 = std::string_view(nl_langinfo_l(CODESET, locale)) == "UTF-8";
-  freelocale(locale);
-  return is_utf8;
-}
 
 /// PNG of the PDF's first page, for whoever wants to look at the result quickly.
 void MakePicture(const fs::path& pdf, const fs::path& errors, std::ostream& err) {
@@ -256,142 +205,179 @@ void RemoveLocks(const fs::path& output) {
   if (const fs::path own = EnvironmentVariable(variables::kDrives); !own.empty()) RemoveDeadLocks(own);
 }
 
-/// Prints the files of a run, by name.
-void PrintFiles(const OutputFolder& output, std::ostream& out) {
-  for (const auto& [name, size] : output.NewFiles())
-    out << "  " << name << " (" << size << " bytes)" << std::endl;
+/// The files of a run, by name.
+std::vector<ReportResult::File> FilesOf(const OutputFolder& output, const fs::path& path) {
+  std::vector<ReportResult::File> files;
+  for (const auto& [name, size] : output.NewFiles()) files.push_back({name, size, Sha256OfFile(path / name)});
+  return files;
 }
 
-}  // namespace
+/// What the job wrote when all was over (server/calc/ReportJob.h); false where it did not come to that.
+bool ReadOutcome(const fs::path& file, ReportResult& result) {
+  const nlohmann::json json = nlohmann::json::parse(ReadText(file), nullptr, false);
+  if (!json.is_object()) return false;
+  result.status = StatusNamed(json.value("status", "")).value_or(ReportStatus::Failed);
+  if (result.status != ReportStatus::Ok) result.text = "The report failed: " + json.value("text", "");
+  if (const auto error = json.find("error"); error != json.end()) {
+    result.error = {error->value("number", 0), error->value("source", ""), error->value("text", ""),
+                    error->value("line", 0)};
+  }
+  if (const auto period = json.find("period"); period != json.end()) {
+    result.period = {period->value("from", ""), period->value("to", "")};
+  }
+  return true;
+}
 
-int RunReport(const ReportRunOptions& options, std::ostream& out, std::ostream& err) {
-  const auto office = FindProgram("soffice");
-  if (!office) {
-    err << "LibreOffice is missing: there is no soffice on the search path. Install libreoffice-calc.\n";
-    return kNoLibreOffice;
-  }
-  const fs::path component = fs::absolute(options.build_folder) / "libqva_calc.so";
-  for (const fs::path& needed : {component, options.workbook}) {
-    if (!fs::exists(needed)) {
-      err << "There is no " << needed.string() << '\n';
-      return kNoLibreOffice;
-    }
-  }
-
-  const fs::path output = fs::absolute(options.output_folder).lexically_normal();
-  OutputFolder output_folder(output);
-  if (!output_folder.IsOurs()) {
-    err << "Another run is working in the output folder " << output.string() << '\n';
-    return kMacroFailed;
-  }
-  const fs::path workbook = output / options.workbook.filename();
+/// Why a run cannot have its output folder, or its copy of the workbook there; empty when it can.
+std::string WhyInUse(const ReportRunOptions& options, const OutputFolder& output_folder,
+                     const fs::path& output, const fs::path& workbook) {
+  if (!output_folder.IsOurs()) return "Another run is working in the output folder " + output.string();
   if (fs::exists(workbook) && fs::equivalent(workbook, options.workbook)) {
-    err << "The workbook stands in the output folder " << output.string() << ", where its copy would go\n";
-    return kMacroFailed;
+    return "The workbook stands in the output folder " + output.string() + ", where its copy would go";
   }
   RemoveLocks(output);
   if (const fs::path lock = LockOf(workbook); fs::exists(lock)) {
-    err << workbook.string() << " is open in another program: close it there. Where none has it, delete "
-        << lock.string() << '\n';
-    return kMacroFailed;
+    return workbook.string() + " is open in another program: close it there. Where none has it, delete " +
+           lock.string();
+  }
+  return {};
+}
+
+/// Waits for the job's end, and stops it where it is to go no further.
+void Await(const ReportRunOptions& options, RunningJob& job, Narrator& narrator, ReportResult& result) {
+  const auto deadline = std::chrono::steady_clock::now() + options.timeout;
+  const auto stop = [&](ReportStatus status, const std::string& why) {
+    result.status = status;
+    result.text = why;
+    job.Stop();
+  };
+  while (job.IsRunning()) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    narrator.GoOn();
+    if (options.interrupted()) {
+      stop(ReportStatus::Interrupted, "Interrupted; LibreOffice was stopped");
+    } else if (std::chrono::steady_clock::now() >= deadline) {
+      stop(ReportStatus::TimeLimit, "LibreOffice did not finish within " +
+                                        std::to_string(options.timeout.count()) + " seconds and was stopped");
+    } else if (options.memory_limit != 0 && job.Pid() && MemoryOf(*job.Pid()) > options.memory_limit) {
+      stop(ReportStatus::MemoryLimit, "LibreOffice took more than " +
+                                          std::to_string(options.memory_limit / kMegabyte) +
+                                          " MB of memory and was stopped");
+    }
+  }
+  job.Stop();
+  narrator.GoOn();
+}
+
+ReportResult Failure(ReportStatus status, std::string why) {
+  ReportResult result;
+  result.status = status;
+  result.text = std::move(why);
+  return result;
+}
+
+ReportResult Run(const ReportRunOptions& options, const StartJob& start, std::ostream& out,
+                 std::ostream& err) {
+  if (std::string why = WhyNoOffice(options.office); !why.empty()) {
+    return Failure(ReportStatus::NoLibreOffice, std::move(why));
+  }
+  const fs::path output = fs::absolute(options.output_folder).lexically_normal();
+  OutputFolder output_folder(output);
+  const fs::path workbook = output / options.workbook.filename();
+  if (std::string why = WhyInUse(options, output_folder, output, workbook); !why.empty()) {
+    return Failure(ReportStatus::FolderInUse, std::move(why));
   }
   output_folder.Remember();
   fs::copy_file(options.workbook, workbook, fs::copy_options::overwrite_existing);
-  fs::path pdf = workbook;
-  pdf.replace_extension(".pdf");
-
-  // When the profile is gone again, so that its locks count as dead.
-  const AtEnd remove_locks([&] { RemoveLocks(output); });
-  const ProfileFolder folder;
-  const fs::path profile = folder.path() / "profile";
-  fs::create_directories(profile / "user");
-  Write(profile / "user" / "registrymodifications.xcu", ProfileSettings());
-  fs::create_directories(profile / "user" / "psprint");
-  Write(profile / "user" / "psprint" / "psprint.conf", std::string(kPrinterSettings));
-  Write(folder.path() / "qva.components", Components(component));
-  Write(folder.path() / "registry.reg", RegistryWithBook(options.book));
-  const fs::path steps = folder.path() / "steps.txt";
-  const fs::path job_steps = folder.path() / "job.txt";
-  const fs::path result = folder.path() / "result.txt";
-  const fs::path errors = folder.path() / "errors.txt";
   const fs::path messages = output / "messages.txt";
   fs::remove(messages);
   if (!options.log.empty()) fs::remove(output / options.log);
   RemovePrinted(output);
 
-  std::map<std::string, std::string> environment = {
+  // When LibreOffice's profile is gone again, so that its locks count as dead.
+  const AtEnd remove_locks([&] { RemoveLocks(output); });
+  const ProfileFolder folder;
+  const fs::path steps = folder.path() / "steps.txt";
+  const fs::path job_steps = folder.path() / "job.txt";
+  const fs::path outcome = folder.path() / "outcome.json";
+  const fs::path registry = folder.path() / "registry.reg";
+  const fs::path pdf = fs::path(workbook).replace_extension(".pdf");
+  WriteText(registry, RegistryWithBook(options.book));
+
+  Variables environment = {
       {variables::kJobWorkbook, workbook.string()},
       {variables::kJobMacro, options.macro},
       {variables::kJobPdf, options.picture ? pdf.string() : ""},
       {variables::kJobPrinted, (output / kPrinted).string()},
-      {variables::kJobResult, result.string()},
+      {variables::kJobResult, outcome.string()},
       {variables::kJobSteps, job_steps.string()},
+      {variables::kJobErrors, (folder.path() / "errors.txt").string()},
       {variables::kCallLog, steps.string()},
-      {variables::kRegistry, (folder.path() / "registry.reg").string()},
-      {variables::kHostDatabase, (folder.path() / "host.sqlite").string()},
-      {variables::kHostResources, fs::absolute(options.host_resources).string()},
+      {variables::kRegistry, registry.string()},
+      {variables::kHostDatabase, (folder.path() / kDatabase).string()},
+      {variables::kHostResources, fs::absolute(options.office.host_resources).string()},
   };
-  std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
-                                        "--nolockcheck"};
-  if (!options.show) {
-    arguments.emplace_back("--headless");
-    environment["SAL_USE_VCLPLUGIN"] = "svp";
-  }
   // A log means that nobody sits at the screen; without one message boxes are shown there.
-  if (!options.show || !options.answers.empty()) environment[variables::kMessageLog] = messages.string();
-  MakeDrives(output, environment);
-  if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
-  if (!options.answers.empty()) environment[variables::kAnswers] = fs::absolute(options.answers).string();
-  if (!options.form_answers.empty()) {
-    environment[variables::kFormAnswers] = fs::absolute(options.form_answers).string();
+  if (!options.office.show || !options.answers.empty()) {
+    environment[variables::kMessageLog] = messages.string();
   }
+  MakeDrives(options, output, environment);
+  if (!options.answers.empty()) environment[variables::kAnswers] = fs::absolute(options.answers).string();
+  fs::path form_answers = options.form_answers;
+  if (!options.period.empty()) {
+    form_answers = folder.path() / "period.answers";
+    WriteText(form_answers, PeriodAnswers(options.period).value());
+  }
+  if (!form_answers.empty()) environment[variables::kFormAnswers] = fs::absolute(form_answers).string();
 
   out << "Report " << options.workbook.filename().string() << ", book " << options.book << std::endl;
-  const fs::path office_folder = fs::canonical(*office).parent_path();
-  arguments.push_back("-env:UserInstallation=" + UrlOf(profile));
-  arguments.push_back("-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
-                      UrlOf(folder.path() / "qva.components"));
-  arguments.emplace_back("service:QVA_Varnholt.ReportJob");
-  PrintStep("Starting LibreOffice", out);
-  Process process(arguments, environment, errors);
   const bool has_own_log = !options.log.empty();
   Narrator narrator(job_steps, has_own_log ? output / options.log : steps, !has_own_log, messages, out);
-  const auto deadline = std::chrono::steady_clock::now() + options.timeout;
-  while (process.IsRunning() && std::chrono::steady_clock::now() < deadline && !options.interrupted()) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    narrator.GoOn();
+  narrator.Begin("Starting LibreOffice");
+  ReportResult result;
+  {
+    const std::unique_ptr<RunningJob> job = start(environment);
+    Await(options, *job, narrator, result);
+    if (result.status == ReportStatus::Ok && !ReadOutcome(outcome, result)) {
+      result.status = narrator.HasBegun() ? ReportStatus::Died : ReportStatus::NoLibreOffice;
+      result.text = std::string(narrator.HasBegun() ? "LibreOffice died while it ran the report"
+                                                    : "LibreOffice ended without running the report") +
+                    " (exit status " + std::to_string(job->ExitStatus()) + ")\n" + job->Errors();
+    }
   }
-  const bool timed_out = process.IsRunning();
-  process.Kill();
-  narrator.GoOn();
-  if (options.interrupted()) {
-    err << "Interrupted; LibreOffice was stopped\n";
-    return kNoLibreOffice;
+  if (result.status == ReportStatus::Ok && !options.expect.empty() && !output_folder.IsNew(options.expect)) {
+    result.status = ReportStatus::FileMissing;
+    result.text = "The report failed: its macro did not leave " + options.expect +
+                  (fs::exists(output / options.expect) ? "; the one that is there is of an earlier run" : "");
   }
-  if (timed_out) {
-    err << "LibreOffice did not finish within " << options.timeout.count() << " seconds and was stopped\n";
-    return kNoLibreOffice;
+  if (result.status == ReportStatus::Ok && options.picture) {
+    narrator.Begin("Making the picture");
+    MakePicture(pdf, folder.path() / "picture.txt", err);
   }
-  const std::string outcome = Contents(result);
-  if (outcome.empty()) {
-    err << "LibreOffice ended without running the report (exit status " << process.ExitStatus() << ")\n"
-        << std::ifstream(errors).rdbuf();
-    return kNoLibreOffice;
+  if (std::error_code missing; options.keep_database) {
+    fs::copy_file(folder.path() / kDatabase, output / kDatabase, fs::copy_options::overwrite_existing,
+                  missing);
   }
-  if (outcome != "ok") {
-    err << "The report failed: " << outcome << '\n';
-    return kMacroFailed;
+  result.steps = narrator.Steps();
+  result.messages = ReadText(messages);
+  result.files = FilesOf(output_folder, output);
+  if (result.status == ReportStatus::Ok) {
+    out << "Results in " << output.string() << ':' << std::endl;
+    for (const ReportResult::File& file : result.files) {
+      out << "  " << file.name << " (" << file.bytes << " bytes)" << std::endl;
+    }
   }
-  if (!options.expect.empty() && !output_folder.IsNew(options.expect)) {
-    err << "The report failed: its macro did not leave " << options.expect
-        << (fs::exists(output / options.expect) ? "; the one that is there is of an earlier run" : "")
-        << '\n';
-    return kMacroFailed;
-  }
-  if (options.picture) MakePicture(pdf, errors, err);
-  out << "Results in " << output.string() << ':' << std::endl;
-  PrintFiles(output_folder, out);
-  return 0;
+  return result;
+}
+
+}  // namespace
+
+ReportResult RunReport(const ReportRunOptions& options, const StartJob& start, std::ostream& out,
+                       std::ostream& err) {
+  const auto begun = std::chrono::steady_clock::now();
+  ReportResult result = Run(options, start, out, err);
+  result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - begun).count();
+  return result;
 }
 
 }  // namespace qva

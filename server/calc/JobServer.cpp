@@ -1,0 +1,145 @@
+#include "server/calc/JobServer.h"
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <vector>
+
+#include "platform/variables.h"
+
+namespace qva::calc {
+namespace {
+
+/// LibreOffice's lock of its main thread, which is free as long as the object lives. The system writes the
+/// number of the thread that has a lock of this kind into it, and in the copy of a process the thread has
+/// another one: it could never have the lock again, nor give it back. LibreOffice has no interface of UNO's
+/// for that, but has had these two functions of the class Application all along.
+class WithoutLock {
+ public:
+  WithoutLock() : count_(Function<std::uint32_t()>("_ZN11Application17ReleaseSolarMutexEv")()) {}
+  ~WithoutLock() { Function<void(std::uint32_t)>("_ZN11Application17AcquireSolarMutexEj")(count_); }
+  WithoutLock(const WithoutLock&) = delete;
+  WithoutLock& operator=(const WithoutLock&) = delete;
+
+  static bool IsPossible() {
+    return Function<void()>("_ZN11Application17ReleaseSolarMutexEv") &&
+           Function<void()>("_ZN11Application17AcquireSolarMutexEj");
+  }
+
+ private:
+  template <class Type>
+  static Type* Function(const char* name) {
+    return reinterpret_cast<Type*>(dlsym(RTLD_DEFAULT, name));
+  }
+
+  std::uint32_t count_;
+};
+
+/// A copy of this process; its number, and 0 in the copy.
+pid_t CopyProcess() {
+  const WithoutLock unlocked;
+  return fork();
+}
+
+/// A job's variables, as they came.
+using Request = std::vector<std::string>;
+
+class Requests {
+ public:
+  explicit Requests(int pipe) : pipe_(pipe) {}
+
+  /// The next one; nothing at the pipe's end.
+  std::optional<Request> Next() {
+    Request request;
+    for (;;) {
+      for (std::size_t end; (end = read_.find('\0')) != read_.npos; read_.erase(0, end + 1)) {
+        if (end == 0) {
+          read_.erase(0, 1);
+          return request;
+        }
+        request.push_back(read_.substr(0, end));
+      }
+      std::array<char, 4096> bytes{};
+      const ssize_t count = read(pipe_, bytes.data(), bytes.size());
+      if (count > 0) {
+        read_.append(bytes.data(), static_cast<std::size_t>(count));
+      } else if (count == 0 || errno != EINTR) {
+        return std::nullopt;
+      }
+    }
+  }
+
+ private:
+  int pipe_;
+  std::string read_;
+};
+
+void Tell(int pipe, const char* what, int number) {
+  const std::string reply = std::string(what) + ' ' + std::to_string(number) + '\n';
+  // Where nobody listens any more, the requests end, too.
+  [[maybe_unused]] const ssize_t written = write(pipe, reply.data(), reply.size());
+}
+
+int WaitFor(pid_t process) {
+  int status = 0;
+  while (waitpid(process, &status, 0) < 0) {
+    if (errno != EINTR) return EXIT_FAILURE;
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+}
+
+/// What the copy of the process does before its job.
+void BecomeJob(const Request& request, pid_t server) {
+  setpgid(0, 0);
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (getppid() != server) std::_Exit(EXIT_FAILURE);  // it died before we said so
+  for (const std::string& variable : request) {
+    const std::size_t equals = variable.find('=');
+    setenv(variable.substr(0, equals).c_str(), variable.c_str() + equals + 1, 1);
+  }
+  if (const char* path = std::getenv(variables::kJobErrors)) {
+    const int errors = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+    if (errors >= 0) dup2(errors, STDERR_FILENO);
+  }
+}
+
+}  // namespace
+
+bool ServeJobs(const std::string& requests, const std::string& replies) {
+  const int in = open(requests.c_str(), O_RDONLY | O_CLOEXEC);
+  const int out = open(replies.c_str(), O_WRONLY | O_CLOEXEC);
+  const pid_t server = getpid();
+  if (!WithoutLock::IsPossible()) return false;
+  Tell(out, "ready", server);
+  Requests all(in);
+  while (const std::optional<Request> request = all.Next()) {
+    const pid_t job = CopyProcess();
+    if (job == 0) {
+      BecomeJob(*request, server);
+      return true;
+    }
+    if (job < 0) {
+      Tell(out, "ended", EXIT_FAILURE);
+      continue;
+    }
+    setpgid(job, job);
+    Tell(out, "started", job);
+    const int status = WaitFor(job);
+    kill(-job, SIGKILL);
+    Tell(out, "ended", status);
+  }
+  close(in);
+  close(out);
+  return false;
+}
+
+}  // namespace qva::calc

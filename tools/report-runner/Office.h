@@ -1,0 +1,94 @@
+// LibreOffice with our component and a profile of its own: for one job, or warm for one job after the other.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "tools/report-runner/OutputFolder.h"
+#include "tools/report-runner/Process.h"
+
+namespace qva {
+
+/// A job as LibreOffice takes it: environment variables (server/calc/ReportJob.h, docs/installation.md).
+using Variables = std::map<std::string, std::string>;
+
+struct OfficeOptions {
+  std::filesystem::path build_folder;    ///< of libqva_calc.so and libqva_host.so
+  std::filesystem::path host_resources;  ///< of sample.sql and QVAFormRes.txt
+  bool show = false;                     ///< on the user's screen
+};
+
+/// A job that LibreOffice runs. Nothing of it goes on when its object is gone.
+class RunningJob {
+ public:
+  RunningJob() = default;
+  virtual ~RunningJob() = default;
+  RunningJob(const RunningJob&) = delete;
+  RunningJob& operator=(const RunningJob&) = delete;
+
+  virtual bool IsRunning() = 0;
+  virtual void Stop() = 0;
+  /// After the end, as Process::ExitStatus.
+  virtual int ExitStatus() const = 0;
+  /// The process of the job; nothing while there is none.
+  virtual std::optional<pid_t> Pid() const = 0;
+  /// What LibreOffice wrote to its error output.
+  virtual std::string Errors() const = 0;
+};
+
+using StartJob = std::function<std::unique_ptr<RunningJob>(const Variables& job)>;
+
+/// Why LibreOffice cannot be started, or an empty text.
+std::string WhyNoOffice(const OfficeOptions& options);
+
+/// Starts a LibreOffice for each job, which ends with it.
+StartJob OwnOffices(const OfficeOptions& options);
+
+/// A LibreOffice that has started, loaded Calc, Basic and the PDF export by a first workbook, and then waits
+/// for jobs. Each job runs in a copy of its process (fork), made as the job comes and gone with it, so that
+/// no job sees anything of another one. One job at a time.
+class WarmOffice {
+ public:
+  /// Starts it, and does not wait. Raises std::runtime_error when its folder cannot be made.
+  explicit WarmOffice(const OfficeOptions& options);
+  ~WarmOffice();
+  WarmOffice(const WarmOffice&) = delete;
+  WarmOffice& operator=(const WarmOffice&) = delete;
+
+  /// The job runs as soon as LibreOffice is ready. The object must be gone before the next one is started.
+  std::unique_ptr<RunningJob> Start(const Variables& job);
+
+  int started_jobs() const { return started_jobs_; }
+  /// Whether it can take another job: it lives, and no job changed its profile, as one does that stores a
+  /// macro among the user's own.
+  bool IsGoodForMore();
+  /// Bytes of memory that it has; 0 before it is ready.
+  std::uintmax_t Memory() const;
+
+ private:
+  class Job;
+
+  /// Takes what LibreOffice has said since the last call.
+  void Listen();
+
+  ProfileFolder folder_;
+  std::unique_ptr<Process> process_;
+  OutputFolder profile_;
+  int requests_ = -1;
+  int replies_ = -1;
+  std::string heard_;
+  std::optional<pid_t> office_;    ///< from the time when it is ready
+  std::optional<pid_t> job_;       ///< that runs
+  std::optional<int> job_status_;  ///< of the one that ended
+  int started_jobs_ = 0;
+};
+
+/// Bytes of memory that a process has; 0 when there is none.
+std::uintmax_t MemoryOf(pid_t process);
+
+}  // namespace qva
