@@ -42,7 +42,8 @@ std::vector<std::string> EnvironmentWith(std::map<std::string, std::string> vari
     variables.emplace(variable.substr(0, equals), equals == variable.npos ? "" : variable.substr(equals + 1));
   }
   std::vector<std::string> environment;
-  for (const auto& [name, value] : variables) environment.push_back(name + '=' + value);
+  environment.reserve(variables.size());
+  for (const auto& [name, value] : variables) environment.emplace_back(name).append("=").append(value);
   return environment;
 }
 

@@ -7,7 +7,7 @@
 #include <map>
 
 #include "platform/cannot_create.h"
-#include "platform/windows/PathVariable.h"
+#include "platform/filesystem/native_file.h"
 #include "tests/com/client/client.h"
 #include "tests/host/sample_facts.h"
 
@@ -107,7 +107,7 @@ class DemoSystem : ObjectFactory {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
   }
   void SetVariable(const wchar_t* name, const fs::path& value) {
-    variables_[name] = windows::PathVariable(name);
+    variables_[name] = EnvironmentVariable(fs::path(name).string().c_str());
     SetEnvironmentVariableW(name, value.c_str());
   }
 
