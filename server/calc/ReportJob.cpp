@@ -7,7 +7,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
-#include <functional>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
@@ -38,11 +38,26 @@ void WriteStep(const std::string& step) {
       << std::chrono::duration_cast<std::chrono::milliseconds>(now).count() << '\t' << step << '\n';
 }
 
-using Json = nlohmann::json;
+/// A text as JSON has it.
+std::string Quoted(const std::string& text) {
+  using Json = nlohmann::json;
+  return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace);
+}
 
-void WriteResult(const Json& result) {
-  std::ofstream(EnvironmentVariable(variables::kJobResult))
-      << result.dump(-1, ' ', false, Json::error_handler_t::replace);
+/// The members of a JSON object, by name, with their values as JSON has them. A tree of the library's would
+/// need memory when it goes.
+using JsonMembers = std::map<std::string, std::string>;
+
+std::string JsonOf(const JsonMembers& members) {
+  std::string json;
+  for (const auto& [name, value] : members) {
+    json.append(json.empty() ? "{" : ",").append(Quoted(name)).append(":").append(value);
+  }
+  return json.append("}");
+}
+
+void WriteResult(const JsonMembers& result) {
+  std::ofstream(EnvironmentVariable(variables::kJobResult)) << JsonOf(result);
 }
 
 class Failures : public FailureListener {
@@ -53,7 +68,7 @@ class Failures : public FailureListener {
   }
   void WronglyAnswered(std::u16string_view what) override {
     IgnoreFailures([&] {
-      WriteResult({{"status", "wrong-answer"}, {"text", "wrong answer: " + ToUtf8(what)}});
+      WriteResult({{"status", Quoted("wrong-answer")}, {"text", Quoted("wrong answer: " + ToUtf8(what))}});
     });
     // The macro that asked must not get an answer any more, nor the workbook its closing.
     std::_Exit(EXIT_FAILURE);
@@ -72,12 +87,14 @@ Failures& TheFailures() {
   return failures;
 }
 
-void AddPeriod(const OpenWorkbook& open, Json& result) {
-  if (const auto period = open.Period()) result["period"] = {{"from", period->first}, {"to", period->second}};
+void AddPeriod(const OpenWorkbook& open, JsonMembers& result) {
+  const auto period = open.Period();
+  if (!period) return;
+  result["period"] = JsonOf({{"from", Quoted(period->first)}, {"to", Quoted(period->second)}});
 }
 
 /// `is_macros` becomes true when what fails is the macro's doing.
-void RunJob(const Reference<XComponentContext>& context, Json& result, bool& is_macros) {
+void RunJob(const Reference<XComponentContext>& context, JsonMembers& result, bool& is_macros) {
   const std::string workbook = EnvironmentVariable(variables::kJobWorkbook);
   WriteStep("Opening " + workbook);
   const OpenWorkbook open(context, workbook);
@@ -102,21 +119,23 @@ void RunJob(const Reference<XComponentContext>& context, Json& result, bool& is_
 /// Runs the job of the environment and writes what became of it.
 void Run(const Reference<XComponentContext>& context) {
   ListenForFailures(&TheFailures());
-  Json result = Json::object();
+  JsonMembers result;
   bool is_macros = false;
   const auto fail = [&](const std::string& text) {
-    result["status"] = is_macros ? "failed" : "no-macro";
-    result["text"] = text;
+    result["status"] = Quoted(is_macros ? "failed" : "no-macro");
+    result["text"] = Quoted(text);
   };
   try {
     RunJob(context, result, is_macros);
-    result["status"] = "ok";
+    result["status"] = Quoted("ok");
     if (TheFailures().has_failed()) fail(TheFailures().first());
   } catch (const AutomationError& error) {
     const std::string source = ToUtf8(error.source()), text = ToUtf8(error.description());
     fail("error in the macro: " + std::to_string(error.number()) + " (" + source + ") " + text);
-    result["error"] = {{"number", error.number()}, {"source", source}, {"text", text}};
-    if (const auto* own = dynamic_cast<const MacroError*>(&error)) result["error"]["line"] = own->line();
+    JsonMembers told = {
+        {"number", std::to_string(error.number())}, {"source", Quoted(source)}, {"text", Quoted(text)}};
+    if (const auto* own = dynamic_cast<const MacroError*>(&error)) told["line"] = std::to_string(own->line());
+    result["error"] = JsonOf(told);
   } catch (const MacroFailure& failure) {
     is_macros = failure.reason() == MacroFailure::Reason::Ended;
     fail(std::string("error: ") + failure.what());
@@ -131,10 +150,13 @@ void Run(const Reference<XComponentContext>& context) {
   ReleaseErrors();
 }
 
-/// Does something once what is under way has returned to LibreOffice's event loop. What fails is left to the
-/// runner's time limit.
-void DoLater(const Reference<XComponentContext>& context, std::function<void()> action) {
-  IgnoreFailures([&] { Post(std::move(action), context); });
+/// The same, and that there was not even memory to tell what.
+void RunAndTell(const Reference<XComponentContext>& context) noexcept {
+  if (IgnoreFailures([&] { Run(context); })) return;
+  IgnoreFailures([] {
+    std::ofstream(EnvironmentVariable(variables::kJobResult))
+        << R"({"status":"failed","text":"error: there is no memory left"})";
+  });
 }
 
 void EndOffice(const Reference<XComponentContext>& context) {
@@ -147,16 +169,19 @@ void Serve(const Reference<XComponentContext>& context) {
   if (!ServeJobs(EnvironmentVariable(variables::kJobRequests), EnvironmentVariable(variables::kJobReplies))) {
     return EndOffice(context);
   }
-  IgnoreFailures([&] { Run(context); });
-  DoLater(context, [] { std::_Exit(EXIT_SUCCESS); });
+  RunAndTell(context);
+  Post([] { std::_Exit(EXIT_SUCCESS); }, context);
 }
 
 }  // namespace
 
 void ReportJob::trigger(const OUString&) {
-  IgnoreFailures([&] { Run(context_); });
-  const bool serves = !EnvironmentVariable(variables::kJobRequests).empty();
-  DoLater(context_, [context = context_, serves] { serves ? Serve(context) : EndOffice(context); });
+  RunAndTell(context_);
+  // What fails is left to the runner's time limit.
+  IgnoreFailures([&] {
+    const bool serves = !EnvironmentVariable(variables::kJobRequests).empty();
+    Post([context = context_, serves] { serves ? Serve(context) : EndOffice(context); }, context_);
+  });
 }
 
 OUString ReportJob::getImplementationName() {

@@ -67,6 +67,17 @@ TEST_F(AccountSets, ShowFiveColumnsAndHideTheIdentifiers) {
   });
 }
 
+TEST_F(AccountSets, HaveCaptionsAndWidthsOfTheirOwn) {
+  Show([](MemoryForm& form) {
+    std::vector<std::pair<std::u16string, int>> shown;
+    for (const ui::GridColumn& column : form.Columns(kGrid)) shown.emplace_back(column.caption, column.width);
+    EXPECT_THAT(shown,
+                ElementsAre(std::pair(u"Knyga", 74), std::pair(u"Sąskaitų planas", 100),
+                            std::pair(u"Biudžeto", 60), std::pair(u"Einamojo laikotarpio biudžetas", 156),
+                            std::pair(u"Praeito laikotarpio biudžetas", 156)));
+  });
+}
+
 TEST_F(AccountSets, ShowAMarkForTheBudgetFlagAlone) {
   Show([](MemoryForm& form) {
     for (const ui::GridColumn& column : form.Columns(kGrid)) {

@@ -17,6 +17,13 @@ TEST_F(File, IsEmptyAndAnsiAtFirst) {
   EXPECT_FALSE(fresh.FileIsOpen());
 }
 
+TEST_F(File, IsOfTheKindThatWasSet) {
+  file.SetIsUnicode(true);
+  EXPECT_TRUE(file.IsUnicode());
+  file.SetIsUnicode(false);
+  EXPECT_FALSE(file.IsUnicode());
+}
+
 TEST_F(File, PathIsTheCurrentFolderUntilOneIsSet) {
   platform.files.SetCurrentFolder(u"C:\\Log");
   CFile fresh;
@@ -96,6 +103,8 @@ TEST_F(File, GetValidFileNameReplacesWhatNamesCannotHave) {
   file.SetFileName(u"\\/:*?\"<>|[ąž].");
   EXPECT_EQ(file.GetValidFileName(u"-"), u"---------[ąž].");
   EXPECT_EQ(file.GetValidFileName(u""), u"[ąž].");
+  file.SetFileName(u"a~1 & 'b'.xls");
+  EXPECT_EQ(file.GetValidFileName(u"-"), u"a~1 & 'b'.xls") << "these it can have";
 }
 
 TEST_F(File, GetValidFileNameReplacesInOrderSoThatALaterCharacterOfTheReplacementGoesToo) {

@@ -230,7 +230,7 @@ LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       if (focus_ && focus_->Enabled() && focus_->IsShown()) {
         SetFocus(focus_->window());
       } else {
-        MoveFocus(1);
+        FocusFirstField();
       }
       return 0;
     case WM_SIZE:

@@ -1,4 +1,6 @@
 // Threads of one process that each want objects of the library.
+#include <thread>
+
 #include "tests/com/client/apartment.h"
 
 namespace qva::com {
@@ -108,17 +110,13 @@ TEST_F(Threads, DoNotMeetInTheLibraryHoweverTheyAsk) {
       ++done;
     }
   };
-  const auto run = [](void* step) -> DWORD {
+  std::thread other([&work] {
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    (*static_cast<const decltype(work)*>(step))();
+    work();
     CoUninitialize();
-    return 0;
-  };
-  HANDLE thread = CreateThread(nullptr, 0, static_cast<LPTHREAD_START_ROUTINE>(run),
-                               const_cast<void*>(static_cast<const void*>(&work)), 0, nullptr);
+  });
   work();
-  WaitForSingleObject(thread, INFINITE);
-  CloseHandle(thread);
+  other.join();
   EXPECT_EQ(most, 1);
   EXPECT_GE(refused, 1000) << "they met at the door";
   EXPECT_GT(done, 0);

@@ -110,13 +110,13 @@ readonly kPeriod='Ataskaitinio periodo nustatymai' kPicker='Pasirinkite data'
 period_window() { await "$1" "window $kPeriod"; }
 # Presses the button of the current cell with the mouse. Where it is, the field tells in which the cell is edited.
 click_cell_button() {
-  await 'focus QVA_Varnholt.Grid '
+  await 'focus QVA_Varnholt.Grid #14058 Papilduomi parametrai'
   keys F2
   await 'focus Edit '
   local x=$(($(place field x) + $(place field width))) y=$(place field y) height
   height=$(place field height)
   keys Escape
-  await 'focus QVA_Varnholt.Grid '
+  await 'focus QVA_Varnholt.Grid #14058 Papilduomi parametrai'
   xdotool mousemove $((x + height / 2)) $((y + height / 2)) click --delay 60 1
 }
 # A new row for a book and its only account set, by the account sets' list, with its only budget, by the documents'.
