@@ -245,6 +245,23 @@ sub sources_with {
   return $file =~ /\.cpp$/ ? $file : grep { contents(object_of($_) . '.d') =~ m{\Q$tree/$file\E\b} } @sources;
 }
 
+# Compiles all functions that stand in some headers: what only tests call is in no source's object, and theirs has no mutant.
+sub compile_headers {
+  my ($folder, @headers) = @_;
+  my @classes = map { contents("$tree/$_") =~ /^(?:class|struct) (\w+)[^;]*?\{/mg } @headers;
+  write_file("$folder/headers.cpp", join '', "#include <type_traits>\n", (map { "#include \"$_\"\n" } @headers), <<'END',
+template <class T>
+void* Make() {
+  if constexpr (std::is_default_constructible_v<T>) return new T;
+  return nullptr;
+}
+namespace qva {
+[[gnu::used]] void* (*const makers[])() = {
+END
+    (map { "&Make<$_>,\n" } @classes), "nullptr};\n}\n");
+  return limited(120, "$compile -fkeep-inline-functions -iquote $folder/include -c -o $folder/headers.o $folder/headers.cpp", "$folder/headers.log") == 0;
+}
+
 # --- Many mutants in one program --------------------------------------------------------------------------------
 
 # What a compiler's errors are about: whether mutants are wrong by themselves, or their places cannot hold them; and which,
@@ -291,6 +308,7 @@ sub refused {
 sub build_together {
   my @candidates = @_;
   die "more than $most_mutants mutants\n" if @candidates > $most_mutants;
+  my $place = "$together/include";
   remove_tree($together);
   make_path($together);
   my (%of, %object);
@@ -301,16 +319,16 @@ sub build_together {
   my %to_compile;
   while (@changed) {
     for my $file (@changed) {
-      make_path(dirname("$together/$file"));
-      write_file("$together/$file", with_choices($parsed_of{$file}, $file, @{ $of{$file} }));
+      make_path(dirname("$place/$file"));
+      write_file("$place/$file", with_choices($parsed_of{$file}, $file, @{ $of{$file} }));
       $to_compile{$_} = 1 for sources_with($file);
     }
     my (%misplaced, %wrong);
     for my $source (sort keys %to_compile) {
       my $log = "$together/messages.log";
       $object{$source} = "$together/" . ($source =~ s{/}{.}gr) . '.o';
-      my $from = $of{$source} ? "$together/$source" : "$tree/$source";
-      if (system("LC_ALL=C $compile -fmax-errors=0 -fno-diagnostics-show-caret -iquote $together -c -o $object{$source} $from 2> $log") == 0) {
+      my $from = $of{$source} ? "$place/$source" : "$tree/$source";
+      if (system("LC_ALL=C $compile -fmax-errors=0 -fno-diagnostics-show-caret -iquote $place -c -o $object{$source} $from 2> $log") == 0) {
         delete $to_compile{$source};
         next;
       }
@@ -322,10 +340,13 @@ sub build_together {
     my %changed = map { $candidates[ $_ - 1 ]{file} => 1 } keys %misplaced, keys %wrong;
     @changed = sort keys %changed;
   }
+  my @headers = grep { /\.h$/ } sort keys %of;
+  compile_headers($together, @headers) or die contents("$together/headers.log") if @headers;
   link_and_name($together, \%object) or die contents("$together/link.log");
   my $count = grep { @{ $_->{places} } } @candidates;
   my $wrong = grep { $_->{wrong} } @candidates;
-  printf "%d of them in one program, %d do not compile, %d by themselves\n", $count, $wrong, @candidates - $count - $wrong;
+  printf "%d of them in one program, %d do not compile, %d by themselves\n", $count, $wrong, @candidates - $count - $wrong
+    if @candidates;
 }
 
 # --- One mutant -------------------------------------------------------------------------------------------------
@@ -345,7 +366,7 @@ sub limited {
 
 sub link_and_name {
   my ($folder, $replaced) = @_;  # object for source
-  my @linked = map { $replaced->{$_} // object_of($_) } @sources;
+  my @linked = ((grep { -e } "$folder/headers.o"), map { $replaced->{$_} // object_of($_) } @sources);
   return system("cd $build && " . ($link =~ s{^(\S+)}{$1 -fuse-ld=lld -Wl,--threads=1 -o $folder/qva_tests $objects/chosen.o @linked}r) . " > $folder/link.log 2>&1") == 0;
 }
 
@@ -447,6 +468,8 @@ sub outcome {
     my $options = $source eq $file ? '' : "-iquote $place";
     return 'not compiled' if limited(60, "$compile $options -c -o $replaced{$source} $from") != 0;
   }
+  unlink "$folder/headers.o";
+  return 'not compiled' if $file =~ /\.h$/ && !compile_headers($folder, $file);
   link_and_name($folder, \%replaced) or return 'not compiled';
   return fate($mutant, $folder, $folder);
 }
