@@ -8,6 +8,7 @@ package Schemata;
 #   step       the same as void
 #   object     (IsMutant(17) ? T{mutant's} : T{own}), for what initialises an object by arguments in brackets
 #   constant   nothing by itself: a constexpr object that is a const one, since one of the places inside asks
+#   entry      the begin of a function, which asks for the number of its file
 # All is named for the compiler by #line: "mutant-17" is the file of the mutant's own text, "place-17-18" that of the rest of
 # a place with two mutants, so that an error tells what cannot stand there.
 use strict;
@@ -113,6 +114,7 @@ sub places_of {
         my $head = $begin < $i ? $source->($begin, $i - 1) : '';
         my $is_scope = !$holds_statements->{$i} && $head =~ /^(?:inline )?namespace\b|\b(?:class|struct)\b/ && $head !~ / = /;
         $parsed->{scopes}{$i} = 1 if $is_scope || $head =~ /\benum\b/;
+        push @places, { form => 'entry', at => $end_of->($i), end => $end_of->($i) } if $holds_statements->{$i} && $head !~ /\bconstexpr\b/;
         if ($is_scope) {
           $scan->($i + 1, $partner->{$i} - 1, $head =~ /namespace/ ? 'namespace' : 'class');
         }
@@ -159,14 +161,18 @@ sub item_of {
 
 # Gives each of a source's mutants its "places", in the order in which they are to be tried: the smallest that holds it
 # first. Where that is a long one with many mutants, each of which repeats it, the single item goes before. What is asked
-# only once in a program "is_static".
+# only once in a program "is_static"; what only the functions of its file can use "is_own".
 sub find_places {
   my ($parsed, @mutants) = @_;
-  my @places = sort { $a->{end} - $a->{at} <=> $b->{end} - $b->{at} } grep { $_->{form} ne 'constant' } @{ $parsed->{places} = [ places_of($parsed) ] };
+  my @all = @{ $parsed->{places} = [ places_of($parsed) ] };
+  my @places = sort { $a->{end} - $a->{at} <=> $b->{end} - $b->{at} } grep { $_->{form} !~ /^(?:constant|entry)$/ } @all;
+  my @bodies = grep { $_->{form} eq 'statement' } @places;
+  my @constants = grep { $_->{form} eq 'constant' && $_->{scope} eq 'namespace' } @all;
   my (%items, %held);
   for my $mutant (@mutants) {
     my ($at, $end) = ($mutant->{at}, $mutant->{at} + $mutant->{length});
     $mutant->{places} = [ grep { $_->{at} <= $at && $_->{end} >= $end } @places ];
+    $mutant->{is_own} = grep { $_->{at} <= $at && $_->{end} >= $end } @bodies, @constants;
     $mutant->{is_static} = grep { $_->{is_static} } @{ $mutant->{places} };
     $held{ $mutant->{places}[0] }++ if @{ $mutant->{places} };
   }
@@ -194,9 +200,9 @@ sub of_function_at {
   return grep { $tokens->[ $function->[0] ]{at} <= $_->{at} && $_->{at} <= $tokens->[ $function->[1] ]{at} } @mutants;
 }
 
-# The text with those of the mutants that have places; each has its "number".
+# The text with those of the mutants that have places; each has its "number", and so has the file.
 sub with_choices {
-  my ($parsed, $file, @mutants) = @_;
+  my ($parsed, $file, $file_number, @mutants) = @_;
   my $text = $parsed->{text};
   my (%of, %place);
   for (@mutants) {
@@ -209,7 +215,8 @@ sub with_choices {
     push @{ $of{$constant} }, sort { $a->{number} <=> $b->{number} } map { @{ $of{$_} } } @inside;
     $place{$constant} = $constant;
   }
-  my @places = sort { $a->{at} <=> $b->{at} || $b->{end} <=> $a->{end} || ($a->{form} eq 'constant' ? -1 : 1) } values %place;
+  my @entries = grep { $_->{form} eq 'entry' } @{ $parsed->{places} };
+  my @places = sort { $a->{at} <=> $b->{at} || $b->{end} <=> $a->{end} || ($a->{form} eq 'constant' ? -1 : 1) } values %place, @entries;
 
   my $as_file = sub {
     my ($name, $at) = @_;
@@ -222,9 +229,14 @@ sub with_choices {
     while (@places && $places[0]{at} < $end) {
       my $place = shift @places;
       my $form = $place->{form};
+      $result .= substr $text, $at, $place->{at} - $at;
+      if ($form eq 'entry') {
+        $result .= "IsMutant($file_number);";
+        $at = $place->{at};
+        next;
+      }
       my @held = @{ $of{$place} };
       my $inner_name = join '-', 'place', map { $_->{number} } @held;
-      $result .= substr $text, $at, $place->{at} - $at;
       my $own_text = $own->($inner_name, $place->{at}, $place->{end});
       if ($form eq 'constant') {
         $own_text =~ s/\bconstexpr\b/const/;

@@ -303,11 +303,14 @@ sub refused {
   return ($kind eq 'wrong', keys %{ $refused{$kind} });
 }
 
+# The numbers that the functions of a file ask for.
+my %entry_of;
+
 # Compiles the sources with as many of the mutants as can stand in them, and links them. Those have "places" then; of the
 # others, some are "wrong" by themselves and do not compile, the rest are to be compiled each by itself.
 sub build_together {
   my @candidates = @_;
-  die "more than $most_mutants mutants\n" if @candidates > $most_mutants;
+  die "more than $most_mutants mutants\n" if @candidates + @files > $most_mutants;
   my $place = "$together/include";
   remove_tree($together);
   make_path($together);
@@ -315,12 +318,13 @@ sub build_together {
   $candidates[$_]{number} = $_ + 1 for 0 .. $#candidates;
   push @{ $of{ $_->{file} } }, $_ for @candidates;
   find_places($parsed_of{$_}, @{ $of{$_} }) for keys %of;
+  @entry_of{ keys %of } = @candidates + 1 .. @candidates + keys %of;
   my @changed = sort keys %of;
   my %to_compile;
   while (@changed) {
     for my $file (@changed) {
       make_path(dirname("$place/$file"));
-      write_file("$place/$file", with_choices($parsed_of{$file}, $file, @{ $of{$file} }));
+      write_file("$place/$file", with_choices($parsed_of{$file}, $file, $entry_of{$file}, @{ $of{$file} }));
       $to_compile{$_} = 1 for sources_with($file);
     }
     my (%misplaced, %wrong);
@@ -380,8 +384,8 @@ sub suites_of {
   return sort keys %suites;
 }
 
-# The tests with the seconds that each takes, and for each mutant those that come to its place. What is asked for once, when
-# the program begins or before another test, is all tests' business.
+# The tests with the seconds that each takes, and for each mutant those that come to its place. What is asked for once, as
+# the program begins or in one test for all, concerns the tests that come to the file, or all.
 my (%seconds_of, %tests_of);
 
 # In which order the tests are run on a mutant: those of its folder, all others, and at last the few that take most of the
@@ -394,9 +398,9 @@ sub stages_of {
     my $suites = join '|', suites_of($folder);
     +{ map { $_ => 1 } grep { m{^(?:\w+/)?(?:$suites)\.} } keys %seconds_of };
   };
-  my $number = @{ $mutant->{places} // [] } ? $mutant->{number} : 0;
-  my $of_all = !$number || $mutant->{is_static} || $tests_of{$number}{''};
-  my @tests = $of_all ? keys %seconds_of : keys %{ $tests_of{$number} // {} };
+  my $number = @{ $mutant->{places} // [] } && !$mutant->{is_static} ? $mutant->{number} : 0;
+  $number = $mutant->{is_own} && $mutant->{file} =~ /\.cpp$/ ? $entry_of{ $mutant->{file} } : 0 if !$number || $tests_of{$number}{''};
+  my @tests = keys %{ $number && !$tests_of{$number}{''} ? $tests_of{$number} // {} : \%seconds_of };
   my $all = sum(values %seconds_of);
   my @stages;
   for my $test (@tests) {
