@@ -5,7 +5,7 @@ package Mutants;
 use strict;
 use warnings;
 use Exporter qw(import);
-our @EXPORT = qw(mutants_of);
+our @EXPORT = qw(parsed mutants_of statements_of);
 
 my %exchanged = ('==' => ['!='], '!=' => ['=='], '<' => [ '<=', '>=' ], '<=' => [ '<', '>' ], '>' => [ '>=', '<=' ],
                  '>=' => [ '>', '<' ], '&&' => ['||'], '||' => ['&&'], '+' => ['-'], '-' => ['+'], '*' => ['/'],
@@ -60,25 +60,12 @@ sub other_number {
   return;
 }
 
-# The mutants of a text, in their order: each with "at", "length" and "by", what stands there instead.
-sub mutants_of {
+# A text's structure: its tokens, the stretches of text between two of them, for each bracket its partner, which braces hold
+# statements, and for each token in how many of those it is.
+sub parsed {
   my $text = shift;
   my @t = tokens($text);
-  my $constants = own_constants($text);
-  my @mutants;
-  my $change = sub {
-    my ($from, $to, $by) = @_;  # the first token and the last
-    my $at = $t[$from]{at};
-    push @mutants, { at => $at, length => $t[$to]{at} + length($t[$to]{text}) - $at, by => $by };
-  };
   my $source = sub { my ($from, $to) = @_; substr $text, $t[$from]{at}, $t[$to]{at} + length($t[$to]{text}) - $t[$from]{at} };
-  my $is_binary = sub {
-    my $token = $t[ $_[0] ];
-    my $end = $token->{at} + length $token->{text};
-    return substr($text, $token->{at} - 1, 1) =~ /\s/ && substr($text, $end, 1) =~ /\s/;
-  };
-
-  # Brackets and their partners; which braces are those of statements, and which tokens are inside.
   my (%partner, @open, @in_statements);
   my %holds_statements;
   for my $i (0 .. $#t) {
@@ -99,6 +86,59 @@ sub mutants_of {
       @partner{ $from, $i } = ($i, $from);
     }
   }
+  return { text => $text, tokens => \@t, source => $source, partner => \%partner, holds_statements => \%holds_statements,
+           in_statements => \@in_statements };
+}
+
+# The statements of a text that end in a semicolon, without what they depend on (if, for, ...), block by block: of each its
+# block, its first token and the semicolon.
+sub statements_of {
+  my $parsed = shift;
+  my ($t, $partner, $holds_statements) = @$parsed{qw(tokens partner holds_statements)};
+  my @t = @$t;
+  my @statements;
+  for my $block (sort { $a <=> $b } keys %$holds_statements) {
+    my $from = $block + 1;
+    for (my $i = $from; $i < $partner->{$block}; ++$i) {
+      my $word = $t[$i]{text};
+      if ($word =~ /^[(\[]$/ || ($word eq '{' && !$holds_statements->{$i})) {
+        $i = $partner->{$i};
+      } elsif ($word eq '{') {
+        $i = $partner->{$i};
+        $from = $i + 1 if $t[ $i + 1 ]{text} !~ /^[;,).(]$/;
+      } elsif ($word eq ':' && $t[$from]{text} =~ /^(?:case|default|public|private)$/) {
+        $from = $i + 1;
+      } elsif ($word eq ';') {
+        while ($from < $i && $t[$from]{text} =~ /^(?:if|for|while|else|do)$/) {
+          $from++ if $t[$from]{text} eq 'if' && $t[ $from + 1 ]{text} eq 'constexpr';
+          $from = $t[ $from + 1 ]{text} eq '(' ? $partner->{ $from + 1 } + 1 : $from + 1;
+        }
+        push @statements, [ $block, $from, $i ] if $from < $i;
+        $from = $i + 1;
+      }
+    }
+  }
+  return @statements;
+}
+
+# The mutants of a text, in their order: each with "at", "length" and "by", what stands there instead.
+sub mutants_of {
+  my $text = shift;
+  my $parsed = parsed($text);
+  my ($source, $partner, $in_statements) = @$parsed{qw(source partner in_statements)};
+  my @t = @{ $parsed->{tokens} };
+  my $constants = own_constants($text);
+  my @mutants;
+  my $change = sub {
+    my ($from, $to, $by) = @_;  # the first token and the last
+    my $at = $t[$from]{at};
+    push @mutants, { at => $at, length => $t[$to]{at} + length($t[$to]{text}) - $at, by => $by };
+  };
+  my $is_binary = sub {
+    my $token = $t[ $_[0] ];
+    my $end = $token->{at} + length $token->{text};
+    return substr($text, $token->{at} - 1, 1) =~ /\s/ && substr($text, $end, 1) =~ /\s/;
+  };
 
   # Whether a stretch holds a token that is changed by itself.
   my $is_plain = sub {
@@ -114,9 +154,9 @@ sub mutants_of {
   my $left_alone = 0;  # up to which token
   for my $i (0 .. $#t) {
     my ($word, $kind) = @{ $t[$i] }{qw(text kind)};
-    $left_alone = $partner{ $i + 1 } if $word eq 'static_assert';
+    $left_alone = $partner->{ $i + 1 } if $word eq 'static_assert';
     # The members' tables, which the guide gives letter by letter.
-    $left_alone = $partner{ $i + 3 } if $word eq 'Description' && ($t[ $i + 3 ]{text} // '') eq '{';
+    $left_alone = $partner->{ $i + 3 } if $word eq 'Description' && ($t[ $i + 3 ]{text} // '') eq '{';
     next if $i < $left_alone;
     if ($kind eq 'number') {
       my $other = other_number($word);
@@ -134,13 +174,13 @@ sub mutants_of {
     } elsif ($exchanged{$word} && ($kind eq 'word' || $is_binary->($i))) {
       $change->($i, $i, $_) for @{ $exchanged{$word} };
     } elsif ($word =~ /^(?:if|while)$/ && $t[ $i + 1 ]{text} eq '(') {
-      $negate->($i + 2, $partner{ $i + 1 } - 1);
+      $negate->($i + 2, $partner->{ $i + 1 } - 1);
     } elsif ($word eq '?') {
       my $from = $i;
       while ($from > 0) {
         my $before = $t[ $from - 1 ]{text};
         last if $before =~ /^(?:[({\[,;=?:]|return|\+=|<<|\+|&&|\|\|)$/;
-        $from = $before =~ /^[)\]}]$/ ? $partner{ $from - 1 } : $from - 1;
+        $from = $before =~ /^[)\]}]$/ ? $partner->{ $from - 1 } : $from - 1;
       }
       $negate->($from, $i - 1);
     } elsif ($word =~ /^(?:\+\+|--)$/) {
@@ -148,17 +188,17 @@ sub mutants_of {
     }
 
     # Two arguments of a call.
-    if ($word eq '(' && $in_statements[$i] && $i && $t[ $i - 1 ]{text} =~ /^(?:\w+|>)$/
+    if ($word eq '(' && $in_statements->[$i] && $i && $t[ $i - 1 ]{text} =~ /^(?:\w+|>)$/
         && $t[ $i - 1 ]{text} !~ /^(?:if|for|while|switch|catch|return)$/) {
       my @arguments = ([ $i + 1 ]);
-      for (my $j = $i + 1; $j < $partner{$i}; ++$j) {
-        if ($t[$j]{text} =~ /^[(\[{]$/) { $j = $partner{$j} }
+      for (my $j = $i + 1; $j < $partner->{$i}; ++$j) {
+        if ($t[$j]{text} =~ /^[(\[{]$/) { $j = $partner->{$j} }
         elsif ($t[$j]{text} eq ',') {
           $arguments[-1][1] = $j - 1;
           push @arguments, [ $j + 1 ];
         }
       }
-      $arguments[-1][1] = $partner{$i} - 1;
+      $arguments[-1][1] = $partner->{$i} - 1;
       for (1 .. $#arguments) {
         my ($left, $right) = @arguments[ $_ - 1, $_ ];
         my ($one, $other) = ($source->(@$left), $source->(@$right));
@@ -167,35 +207,17 @@ sub mutants_of {
     }
   }
 
-  # Statements.
-  for my $block (sort { $a <=> $b } keys %holds_statements) {
+  for (statements_of($parsed)) {
+    my ($block, $from, $i) = @$_;
     next if $block > 2 && $t[ $block - 3 ]{text} eq 'Description';
-    my $from = $block + 1;
-    for (my $i = $from; $i < $partner{$block}; ++$i) {
-      my $word = $t[$i]{text};
-      if ($word =~ /^[(\[]$/ || ($word eq '{' && !$holds_statements{$i})) {
-        $i = $partner{$i};
-      } elsif ($word eq '{') {
-        $i = $partner{$i};
-        $from = $i + 1 if $t[ $i + 1 ]{text} !~ /^[;,).(]$/;
-      } elsif ($word eq ':' && $t[$from]{text} =~ /^(?:case|default|public|private)$/) {
-        $from = $i + 1;
-      } elsif ($word eq ';') {
-        while ($from < $i && $t[$from]{text} =~ /^(?:if|for|while|else|do)$/) {
-          $from++ if $t[$from]{text} eq 'if' && $t[ $from + 1 ]{text} eq 'constexpr';
-          $from = $t[ $from + 1 ]{text} eq '(' ? $partner{ $from + 1 } + 1 : $from + 1;
-        }
-        my $statement = $from < $i ? $source->($from, $i) : '';
-        if ($statement =~ /^return (.*);$/s) {
-          $change->($from + 1, $i - 1, '{}') if $1 !~ /^(?:\{\}|true|false|nullptr|0|[\w:.]+\(\))$/ && $is_plain->($from + 1, $i - 1);
-        } elsif ($statement && $statement !~ /^(?:using|static_assert|struct|enum|break|continue)\b/) {
-          # What is declared and used cannot go.
-          my ($name) = $statement =~ /^(?:(?:static|const|constexpr) )*[\w:]+(?:<.*?>)?(?:::\w+)?[&*]* (\w+)(?: = |\{|\(|;)/s;
-          my $is_used = $name && $statement !~ /^(?:throw|delete|co_return) / && substr($text, $t[$i]{at}) =~ /\b\Q$name\E\b/;
-          $change->($from, $i, ';') unless $is_used || $statement =~ /^(?:const )?auto&? \[/;
-        }
-        $from = $i + 1;
-      }
+    my $statement = $source->($from, $i);
+    if ($statement =~ /^return (.*);$/s) {
+      $change->($from + 1, $i - 1, '{}') if $1 !~ /^(?:\{\}|true|false|nullptr|0|[\w:.]+\(\))$/ && $is_plain->($from + 1, $i - 1);
+    } elsif ($statement !~ /^(?:using|static_assert|struct|enum|break|continue)\b/) {
+      # What is declared and used cannot go.
+      my ($name) = $statement =~ /^(?:(?:static|const|constexpr) )*[\w:]+(?:<.*?>)?(?:::\w+)?[&*]* (\w+)(?: = |\{|\(|;)/s;
+      my $is_used = $name && $statement !~ /^(?:throw|delete|co_return) / && substr($text, $t[$i]{at}) =~ /\b\Q$name\E\b/;
+      $change->($from, $i, ';') unless $is_used || $statement =~ /^(?:const )?auto&? \[/;
     }
   }
   return sort { $a->{at} <=> $b->{at} || $a->{length} <=> $b->{length} } @mutants;

@@ -7,6 +7,7 @@
 #     --accepted           those of the list of accepted ones, which are otherwise not run
 #     --anew               forgets the results kept for these files
 #     --list               prints the mutants and runs none
+#     --alone              compiles each by itself, which shows that those in one program are the same mutants
 #     --with <command>     what builds and tests them, in the copy of the sources, in the place of our own ways; its
 #                          status is 125 when a mutant does not compile, and not 0 when it is killed
 # The front doors need --with: a mutant of theirs is built into their module and called by LibreOffice or under Wine, which
@@ -18,9 +19,10 @@
 # Prints survivors as they are found, then a table; exit status 1 when there are any outside the list, or entries in
 # the list that no mutant answers to.
 #
-# All is done in a copy under build/mutants: it has a build without sanitizers, in which the one source is compiled, with
-# the seam's headers precompiled, and linked with what is there. The tests of the source's folder come first, since most
-# mutants do not get beyond them; then all others. Results are kept: what was killed, or did not compile, is not run
+# All is done in a copy under build/mutants, which has a build without sanitizers. The mutants stand beside each other in
+# one program, which chooses one of them as it starts (tools/Schemata.pm), so that all are compiled and linked together;
+# the few that cannot stand there have a program of their own. Only tests that come to the mutant's place are run; those of
+# the source's folder come first, since most mutants do not get beyond them. Results are kept: what was killed, or did not compile, is not run
 # again until its file changes, and what survived until any test or source changes.
 #
 # tests/accepted-mutants.txt has the survivors that need no test: the file, the line with "-" as it is and with "+" as the
@@ -44,18 +46,20 @@ use Time::HiRes qw(sleep time);
 use lib $Bin;
 use FlatWorkbook qw(contents write_file);
 use Mutants;
+use Schemata;
 
 chdir dirname($Bin) or die "$!\n";
 binmode $_, ':encoding(UTF-8)' for *STDOUT, *STDERR;
 $| = 1;
 my @library = qw(storage reports period excelui global server);
 my ($since, $sample, $with);
-my ($seed, $jobs, $only_accepted, $anew, $only_list) = (1, 1, 0, 0, 0);
+my ($seed, $jobs, $only_accepted, $anew, $only_list, $alone) = (1, 1, 0, 0, 0, 0);
 GetOptions('since=s' => \$since, 'sample=i' => \$sample, 'seed=i' => \$seed, 'jobs=f' => \$jobs, 'accepted' => \$only_accepted,
-           'anew' => \$anew, 'list' => \$only_list, 'with=s' => \$with) or die "usage: see the head of $0\n";
+           'anew' => \$anew, 'list' => \$only_list, 'alone' => \$alone, 'with=s' => \$with) or die "usage: see the head of $0\n";
 my $work = getcwd . '/build/mutants';
-my ($tree, $build, $objects) = map { "$work/$_" } qw(tree build objects);
+my ($tree, $build, $objects, $together) = map { "$work/$_" } qw(tree build objects together);
 make_path($objects);
+my $most_mutants = 20_000;
 
 # --- The mutants ------------------------------------------------------------------------------------------------
 
@@ -79,6 +83,7 @@ sub changed_lines {
 
 my @mutants;
 my %text_of = map { $_ => contents($_) } @files;
+my %parsed_of = map { $_ => parsed($text_of{$_}) } @files;
 for my $file (@files) {
   my $text = $text_of{$file};
   my $lines = changed_lines($file);
@@ -89,7 +94,7 @@ for my $file (@files) {
     my $from = rindex($text, "\n", $at - 1) + 1;
     my $to = index $text, "\n", $end;
     my $mutated = substr($text, 0, $at) . $mutant->{by} . substr($text, $end);
-    push @mutants, { file => $file, line => $line, text => $mutated, was => on_one_line(substr $text, $from, $to - $from),
+    push @mutants, { %$mutant, file => $file, line => $line, text => $mutated, was => on_one_line(substr $text, $from, $to - $from),
                      is => on_one_line(substr($text, $from, $at - $from) . $mutant->{by} . substr($text, $end, $to - $end)),
                      key => sha256_hex(encode_utf8("$file\0$mutated")) };
   }
@@ -172,8 +177,17 @@ sub build_base {
   @sources = grep { !m{^server/.*/} } map { substr $_, 1 + length $tree } map { <$tree/$_/*.cpp> } @library;
 
   my $precompiled = "$objects/seam.h";
+  my $included = join '', map { '#include "' . substr($_, 1 + length $tree) . "\"\n" } <$tree/platform/*.h>;
+  $included .= <<'END';
+extern int chosen_mutant;
+extern bool mutants_reached[];
+inline bool IsMutant(int number) {
+  mutants_reached[number] = true;
+  return number == chosen_mutant;
+}
+END
+  write_file($precompiled, $included) unless -e $precompiled && contents($precompiled) eq $included;
   unless (is_fresh("$precompiled.gch")) {
-    write_file($precompiled, join '', map { '#include "' . substr($_, 1 + length $tree) . "\"\n" } <$tree/platform/*.h>);
     run("$compile -x c++-header -MMD -MF $precompiled.gch.d -o $precompiled.gch $precompiled");
   }
   $compile .= " -include $precompiled";
@@ -182,10 +196,161 @@ sub build_base {
     run("$compile -MMD -MF $object.d -c -o $object $tree/$source")
       unless is_fresh($object) && (stat $object)[9] >= (stat "$precompiled.gch")[9];
   }
+  write_file("$objects/chosen.cpp", <<"END");
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+int chosen_mutant = 0;
+bool mutants_reached[$most_mutants + 1];
+
+// Before anything else is initialised.
+__attribute__((constructor(101))) static void Choose() {
+  if (const char* number = std::getenv("QVA_MUTANT")) chosen_mutant = std::atoi(number);
+}
+
+// Writes which mutants were asked for before the tests and in each.
+struct Reached : testing::EmptyTestEventListener {
+  explicit Reached(const char* path) : file(path) {}
+  void OnTestProgramStart(const testing::UnitTest&) override { Write(""); }
+  void OnTestEnd(const testing::TestInfo& test) override {
+    Write(std::string(test.test_suite_name()) + "." + test.name());
+  }
+  void Write(const std::string& name) {
+    file << name << '\t';
+    for (int number = 0; number <= $most_mutants; ++number) {
+      if (std::exchange(mutants_reached[number], false)) file << number << ' ';
+    }
+    file << std::endl;
+  }
+  std::ofstream file;
+};
+const bool is_listening = [] {
+  const char* path = std::getenv("QVA_REACHED");
+  if (path) testing::UnitTest::GetInstance()->listeners().Append(new Reached(path));
+  return path != nullptr;
+}();
+END
+  run("$compile -c -o $objects/chosen.o $objects/chosen.cpp");
   my ($command) = (split /\n/, `ninja -C $build -t commands qva_tests`)[-1] =~ /&& (.*?) && :/ or die "no command links the tests\n";
   # Our objects come first, so that theirs are the inline functions of headers.
   ($link = $command) =~ s{-o \S+ +}{};
   $link =~ s{(?<=\s)(?:$left_out)(?=\s)}{}g;
+}
+
+# The sources that a file is part of.
+sub sources_with {
+  my $file = shift;
+  return $file =~ /\.cpp$/ ? $file : grep { contents(object_of($_) . '.d') =~ m{\Q$tree/$file\E\b} } @sources;
+}
+
+# Compiles all functions that stand in some headers: what only tests call is in no source's object, and theirs has no mutant.
+sub compile_headers {
+  my ($folder, @headers) = @_;
+  my @classes = map { contents("$tree/$_") =~ /^(?:class|struct) (\w+)[^;]*?\{/mg } @headers;
+  write_file("$folder/headers.cpp", join '', "#include <type_traits>\n", (map { "#include \"$_\"\n" } @headers), <<'END',
+template <class T>
+void* Make() {
+  if constexpr (std::is_default_constructible_v<T>) return new T;
+  return nullptr;
+}
+namespace qva {
+[[gnu::used]] void* (*const makers[])() = {
+END
+    (map { "&Make<$_>,\n" } @classes), "nullptr};\n}\n");
+  return limited(120, "$compile -fkeep-inline-functions -iquote $folder/include -c -o $folder/headers.o $folder/headers.cpp", "$folder/headers.log") == 0;
+}
+
+# --- Many mutants in one program --------------------------------------------------------------------------------
+
+# What a compiler's errors are about: whether mutants are wrong by themselves, or their places cannot hold them; and which,
+# by their numbers. An error stands in one of them, or its notes name it; else it is about all in the function. Since one
+# error leads to others, the surest kind is told alone; who is wrong is certain where nothing else is.
+sub refused {
+  my ($messages, $mutants) = @_;
+  my (@errors, @before);
+  for (split /^/, $messages) {
+    if (/ error: /) {
+      push @errors, { line => $_, all => join('', @before, $_) };
+      @before = ();
+    } elsif (@errors && / note: |^ /) {
+      $errors[-1]{all} .= $_;
+    } else {
+      push @before, $_;
+    }
+  }
+  my %refused;
+  for my $error (@errors) {
+    my ($file, $line, $message) = $error->{line} =~ /^([^:]+):(\d+):\d+: (.*)/ or next;
+    my @named = $error->{all} =~ /\b(place(?:-\d+)+|mutant-\d+)(?=:)/g;
+    # What was made to ask is no constant any more; its own place is only in the notes.
+    my ($constant) = $message =~ /constant expression|constexpr|captured/ ? grep { /place/ && $_ ne $file } @named : ();
+    my ($user) = $error->{all} =~ /^(mutant-\d+):.* required from here$/m;
+    my ($name) = $constant // $user // (grep { /^(?:place|mutant)-/ } $file, @named);
+    my @numbers = ($name // '') =~ /\d+/g;
+    my $kind = $constant ? 'constant' : !$name ? 'function' : $name =~ /mutant/ && $message !~ /inconsistent types/ ? 'wrong' : 'place';
+    if ($kind eq 'function' || $message =~ /return-type/) {
+      $kind = 'function';
+      $file = $mutants->[ $numbers[0] - 1 ]{file} if @numbers;
+      my @inside = of_function_at($parsed_of{$file} // next, $line, grep { $_->{file} eq $file } @$mutants);
+      my @dropped = grep { $_->{by} eq ';' } @inside;
+      @numbers = map { $_->{number} } $message =~ /return-type/ && @dropped ? @dropped : @inside;
+    }
+    @{ $refused{$kind} }{ grep { @{ $mutants->[ $_ - 1 ]{places} } } @numbers } = ();
+  }
+  my ($kind) = grep { %{ $refused{$_} // {} } } qw(constant place function wrong) or return;
+  return ($kind eq 'wrong', keys %{ $refused{$kind} });
+}
+
+# The numbers that the functions of a file ask for.
+my %entry_of;
+
+# Compiles the sources with as many of the mutants as can stand in them, and links them. Those have "places" then; of the
+# others, some are "wrong" by themselves and do not compile, the rest are to be compiled each by itself.
+sub build_together {
+  my @candidates = @_;
+  die "more than $most_mutants mutants\n" if @candidates + @files > $most_mutants;
+  my $place = "$together/include";
+  remove_tree($together);
+  make_path($together);
+  my (%of, %object);
+  $candidates[$_]{number} = $_ + 1 for 0 .. $#candidates;
+  push @{ $of{ $_->{file} } }, $_ for @candidates;
+  find_places($parsed_of{$_}, @{ $of{$_} }) for keys %of;
+  @entry_of{ keys %of } = @candidates + 1 .. @candidates + keys %of;
+  my @changed = sort keys %of;
+  my %to_compile;
+  while (@changed) {
+    for my $file (@changed) {
+      make_path(dirname("$place/$file"));
+      write_file("$place/$file", with_choices($parsed_of{$file}, $file, $entry_of{$file}, @{ $of{$file} }));
+      $to_compile{$_} = 1 for sources_with($file);
+    }
+    my (%misplaced, %wrong);
+    for my $source (sort keys %to_compile) {
+      my $log = "$together/messages.log";
+      $object{$source} = "$together/" . ($source =~ s{/}{.}gr) . '.o';
+      my $from = $of{$source} ? "$place/$source" : "$tree/$source";
+      if (system("LC_ALL=C $compile -fmax-errors=0 -fno-diagnostics-show-caret -iquote $place -c -o $object{$source} $from 2> $log") == 0) {
+        delete $to_compile{$source};
+        next;
+      }
+      my ($is_wrong, @numbers) = refused(contents($log), \@candidates) or die "$source does not compile with its mutants: $log\n";
+      @{ $is_wrong ? \%wrong : \%misplaced }{@numbers} = ();
+    }
+    shift @{ $candidates[ $_ - 1 ]{places} } for keys %misplaced;
+    @{ $candidates[ $_ - 1 ] }{qw(wrong places)} = (1, []) for keys %wrong;
+    my %changed = map { $candidates[ $_ - 1 ]{file} => 1 } keys %misplaced, keys %wrong;
+    @changed = sort keys %changed;
+  }
+  my @headers = grep { /\.h$/ } sort keys %of;
+  compile_headers($together, @headers) or die contents("$together/headers.log") if @headers;
+  link_and_name($together, \%object) or die contents("$together/link.log");
+  my $count = grep { @{ $_->{places} } } @candidates;
+  my $wrong = grep { $_->{wrong} } @candidates;
+  printf "%d of them in one program, %d do not compile, %d by themselves\n", $count, $wrong, @candidates - $count - $wrong
+    if @candidates;
 }
 
 # --- One mutant -------------------------------------------------------------------------------------------------
@@ -205,60 +370,81 @@ sub limited {
 
 sub link_and_name {
   my ($folder, $replaced) = @_;  # object for source
-  my @linked = map { $replaced->{$_} // object_of($_) } @sources;
-  return system("cd $build && " . ($link =~ s{^(\S+)}{$1 -fuse-ld=lld -Wl,--threads=1 -o $folder/qva_tests @linked}r) . " > $folder/link.log 2>&1") == 0;
+  my @linked = ((grep { -e } "$folder/headers.o"), map { $replaced->{$_} // object_of($_) } @sources);
+  return system("cd $build && " . ($link =~ s{^(\S+)}{$1 -fuse-ld=lld -Wl,--threads=1 -o $folder/qva_tests $objects/chosen.o @linked}r) . " > $folder/link.log 2>&1") == 0;
 }
 
-# The suites of a folder of sources, as patterns of a filter.
+# The suites of a folder of sources.
 sub suites_of {
   my $folder = shift;
   my %suites;
   for my $test (<$tree/tests/$folder/*.cpp>, $folder eq 'server' ? "$tree/tests/public_members_test.cpp" : ()) {
     $suites{$_} = 1 for contents($test) =~ /^TEST(?:_F|_P)?\((\w+),/mg;
   }
-  return join ':', map { "$_.*:*/$_.*" } sort keys %suites;
+  return sort keys %suites;
 }
 
-# In which order the tests are run on a mutant of a folder: the folder's own, all others, and at last the few that take
-# most of the time. Each stage is a filter and its limit in seconds.
-my (%stages, $slow, $quick_seconds, $slow_seconds);
+# The tests with the seconds that each takes, and for each mutant those that come to its place. What is asked for once, as
+# the program begins or in one test for all, concerns the tests that come to the file, or all.
+my (%seconds_of, %tests_of);
+
+# In which order the tests are run on a mutant: those of its folder, all others, and at last the few that take most of the
+# time. Each stage has its tests and a limit in seconds.
+my %is_own;
 sub stages_of {
-  my $folder = shift;
-  return @{ $stages{$folder} //= do {
-    my $own = suites_of($folder);
-    [ [ "$own-$slow", $quick_seconds ], [ "-$own:$slow", $quick_seconds ], [ $slow, $slow_seconds ] ]
-  } };
+  my $mutant = shift;
+  my $folder = dirname($mutant->{file});
+  $is_own{$folder} //= do {
+    my $suites = join '|', suites_of($folder);
+    +{ map { $_ => 1 } grep { m{^(?:\w+/)?(?:$suites)\.} } keys %seconds_of };
+  };
+  my $number = @{ $mutant->{places} // [] } && !$mutant->{is_static} ? $mutant->{number} : 0;
+  $number = $mutant->{is_own} && $mutant->{file} =~ /\.cpp$/ ? $entry_of{ $mutant->{file} } : 0 if !$number || $tests_of{$number}{''};
+  my @tests = keys %{ $number && !$tests_of{$number}{''} ? $tests_of{$number} // {} : \%seconds_of };
+  my $all = sum(values %seconds_of);
+  my @stages;
+  for my $test (@tests) {
+    my $seconds = $seconds_of{$test};
+    my $stage = $seconds > $all / 200 ? 3 : $seconds > $all / 2000 ? 2 : !$is_own{$folder}{$test};
+    push @{ $stages[$stage] }, $test;
+  }
+  return map { [ $_, 3 + int 4 * sum(@seconds_of{@$_}) ] } grep { $_ } @stages;
 }
 
 sub run_tests {
-  my ($folder, $filter, $limit, $log) = @_;
+  my ($folder, $program, $filter, $limit, $log) = @_;
   local $ENV{TMPDIR} = "$folder/tmp";
   make_path($ENV{TMPDIR});
-  my $status = limited($limit, "$folder/qva_tests --gtest_fail_fast --gtest_filter='$filter'", $log);
+  write_file("$folder/flags", "--gtest_fail_fast\n--gtest_filter=$filter\n");
+  my $status = limited($limit, "$program/qva_tests --gtest_flagfile=$folder/flags", $log);
   remove_tree($ENV{TMPDIR});
   return $status == 0;
 }
 
-# The tests as they are: they must pass, and their time says how much a mutant may take. Not run again where nothing
-# changed.
+# The tests with none of the mutants: they must pass, and their time says how much one may take.
 sub measure {
-  my $folder = "$work/base";
-  my $log = "$folder/tests.log";
-  make_path($folder);
-  unless (-e $log && contents($log) =~ /^state $state_of_all /m) {
-    link_and_name($folder, {}) or die contents("$folder/link.log");
-    my $before = (times)[2] + (times)[3];
-    run_tests($folder, '*', 600, $log) or die "The tests do not pass as they are: $log\n";
-    open my $out, '>>', $log or die "$log: $!\n";
-    printf $out "state $state_of_all took %.1f s\n", (times)[2] + (times)[3] - $before;
+  my ($log, $reached) = map { "$together/$_" } qw(tests.log reached.tsv);
+  local $ENV{QVA_REACHED} = $reached;
+  my $before = (times)[2] + (times)[3];
+  run_tests($together, $together, '*', 600, $log) or die "The tests do not pass as they are: $log\n";
+  my $seconds = (times)[2] + (times)[3] - $before;
+  %seconds_of = contents($log) =~ /^\[       OK \] (\S+?)(?:, where .*)? \((\d+) ms\)$/mg;
+  my $all = sum(values %seconds_of);
+  $_ *= $seconds / $all for values %seconds_of;
+  for (split /\n/, contents($reached)) {
+    my ($test, $numbers) = split /\t/;
+    $tests_of{$_}{$test} = 1 for split / /, $numbers // '';
   }
-  my ($seconds) = contents($log) =~ /^state \w+ took (\S+) s$/m;
-  my %time = contents($log) =~ /^\[       OK \] (\S+?)(?:, where .*)? \((\d+) ms\)$/mg;
-  my $all = sum(values %time);
-  my @slow = grep { $time{$_} > $all / 200 } sort keys %time;
-  $slow = join ':', @slow;
-  my $share = sum(0, @time{@slow}) / $all;
-  ($quick_seconds, $slow_seconds) = map { 3 + int 4 * $_ * $seconds } 1 - $share, $share;
+}
+
+# What becomes of a mutant in a program.
+sub fate {
+  my ($mutant, $folder, $program) = @_;
+  for (stages_of($mutant)) {
+    my ($tests, $limit) = @$_;
+    return 'killed' unless run_tests($folder, $program, join(':', @$tests), $limit);
+  }
+  return 'survived';
 }
 
 sub outcome {
@@ -270,24 +456,26 @@ sub outcome {
     write_file("$tree/$file", $text_of{$file});
     return $status == 0 ? 'survived' : $status == 125 ? 'not compiled' : 'killed';
   }
+  if (@{ $mutant->{places} // [] }) {
+    local $ENV{QVA_MUTANT} = $mutant->{number};
+    return fate($mutant, $folder, $together);
+  }
+  return 'not compiled' if $mutant->{wrong};
   my $place = "$folder/include";
   remove_tree($place);
   make_path(dirname("$place/$file"));
   write_file("$place/$file", $mutant->{text});
-  # A header goes with each source that includes it.
-  my @changed = $file =~ /\.cpp$/ ? $file : grep { contents(object_of($_) . '.d') =~ m{\Q$tree/$file\E\b} } @sources;
   my %replaced;
-  for my $source (@changed) {
+  for my $source (sources_with($file)) {
     $replaced{$source} = "$folder/" . ($source =~ s{/}{.}gr) . '.o';
     my $from = $source eq $file ? "$place/$file" : "$tree/$source";
     my $options = $source eq $file ? '' : "-iquote $place";
     return 'not compiled' if limited(60, "$compile $options -c -o $replaced{$source} $from") != 0;
   }
+  unlink "$folder/headers.o";
+  return 'not compiled' if $file =~ /\.h$/ && !compile_headers($folder, $file);
   link_and_name($folder, \%replaced) or return 'not compiled';
-  for my $stage (stages_of(dirname($file))) {
-    return 'killed' unless run_tests($folder, @$stage);
-  }
-  return 'survived';
+  return fate($mutant, $folder, $folder);
 }
 
 # --- All of them ------------------------------------------------------------------------------------------------
@@ -309,6 +497,7 @@ printf "%d mutants, %d of them to be run\n", scalar @mutants, scalar @waiting;
 if (@waiting) {
   unless ($with) {
     build_base();
+    build_together($alone ? () : @waiting);
     measure();
   }
   # Who is free takes the next number; all of them fit into the pipe.
