@@ -130,7 +130,7 @@ machine "the library of the other bitness" 2 "64:wrong-bitness 64:does-not-creat
 echo 'no library' > "$c/Varnholt/QVA_Varnholt.dll"
 machine "a damaged library" 2 "64:file-damaged 64:does-not-create"
 
-perl -pi -e 's/COMCTL32\.dll/COMCTL99.dll/i' "$c/Varnholt/QVA_Varnholt.dll"
+perl -pi -e 's/GDI32\.dll/GDI99.dll/i' "$c/Varnholt/QVA_Varnholt.dll"
 machine "a library that does not load" 2 "64:file-does-not-load 64:does-not-create"
 
 mkdir -p "$c/Senas"

@@ -27,7 +27,7 @@ static_checks() {
     "DllCanUnloadNow DllGetClassObject DllInstall DllRegisterServer DllUnregisterServer "
   local foreign
   foreign=$(sed -n 's/.*DLL Name: //p' "$dump" | tr 'A-Z' 'a-z' | \
-    grep -vxE '(advapi32|comctl32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|user32|uxtheme|version)\.dll')
+    grep -vxE '(advapi32|gdi32|kernel32|msvcrt|ole32|oleaut32|shell32|user32|version)\.dll')
   [[ -n $foreign ]] && echo "imports $foreign"
   check "$name: imports the system's own DLLs alone" test -z "$foreign"
   check "$name: holds its type library" grep -q 'TYPELIB' "$dump"

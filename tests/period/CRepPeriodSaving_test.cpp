@@ -216,9 +216,17 @@ TEST_F(ReportPeriodSaving, EditKeepsAPlanCodeInACellForTexts) {
 
 TEST_F(ReportPeriodSaving, EditKeepsAPlanCodeThatIsANumberAsOne) {
   NameCells();
-  host.account_sets[u"MEDVILNE"].push_back({u"12", u"Planas", false});
-  EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) { form.Type(u"cbAccPlan", u"12"); }));
-  EXPECT_EQ(At(u"AccPlan"), Value(12.0));
+  const std::pair<std::u16string, Value> kept[] = {{u"12", 12.0},
+                                                   {u"0", 0.0},
+                                                   {u"90", 90.0},
+                                                   {u"123456789012345", 123456789012345.0},
+                                                   {u"1234567890123456", u"1234567890123456"},
+                                                   {u"00", u"00"}};
+  for (const auto& [code, value] : kept) {
+    host.account_sets[u"MEDVILNE"].push_back({code, u"Planas", false});
+    EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) { form.Type(u"cbAccPlan", code); }));
+    EXPECT_EQ(At(u"AccPlan"), value);
+  }
 }
 
 TEST_F(ReportPeriodSaving, EditLeavesNoFormatOfAPlanCodeThatReadsLikeADate) {

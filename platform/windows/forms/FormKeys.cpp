@@ -30,7 +30,7 @@ void FormWindow::ShowModal() {
   } const hide{*this};
 
   failure_ = nullptr;
-  if (!focus_) FocusFirstField();  // a window that is not to be seen must not be given the focus itself
+  if (!HasField()) FocusFirstField();  // a window that is not to be seen must not be given the focus itself
   visible_ = true;
   others_.emplace(window());
   SetWindowPos(window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
@@ -86,6 +86,10 @@ void FormWindow::Focus(NativeControl& control) {
   if (control.page()) ShowPage(*control.page());
   focus_ = &control;
   if (visible_) SetFocus(control.window());
+}
+
+bool FormWindow::HasField() const {
+  return focus_ && focus_->Enabled() && focus_->IsShown();
 }
 
 void FormWindow::FocusFirstField() {

@@ -227,7 +227,7 @@ LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       if (NativeControl* control = Focused()) focus_ = control;
       break;
     case WM_SETFOCUS:
-      if (focus_ && focus_->Enabled() && focus_->IsShown()) {
+      if (HasField()) {
         SetFocus(focus_->window());
       } else {
         FocusFirstField();

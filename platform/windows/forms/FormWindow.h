@@ -52,6 +52,8 @@ class FormWindow : public ui::Form {
   /// Brings the control's page to the front and gives it the focus, at once or as soon as the form is shown.
   void Focus(NativeControl& control);
   /// To the next (1) or the previous (-1) control.
+  /// Whether the control that is to have the focus can have it.
+  bool HasField() const;
   /// Gives the focus to the first control that is not the row of tabs.
   void FocusFirstField();
   void MoveFocus(int step);
