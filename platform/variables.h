@@ -3,7 +3,7 @@
 
 namespace qva::variables {
 
-// What answers instead of a user, and where that is told; docs/libreoffice.md and docs/reports.md are about
+// What answers instead of a user, and where that is told; docs/libreoffice.md and docs/batch.md are about
 // them.
 inline constexpr char kAnswers[] = "QVA_VARNHOLT_ANSWERS";
 inline constexpr char kFormAnswers[] = "QVA_VARNHOLT_FORM_ANSWERS";

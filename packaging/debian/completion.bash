@@ -19,7 +19,7 @@ _report_runner() {
       ;;
   esac
   if [[ $word == -* ]]; then
-    mapfile -t COMPREPLY < <(compgen -W "$("$1" "$command" --help | grep -oE '^ +--[a-z-]+')" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -W "$("$1" "$command" --help | grep -oE '^  --[a-z-]+')" -- "$word")
     return
   fi
   [[ $command != batch ]] || endings=(csv)
