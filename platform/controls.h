@@ -49,7 +49,7 @@ struct Bounds {
 struct ControlDescription {
   ControlKind kind = ControlKind::Label;
   std::u16string name;
-  std::u16string caption;  ///< of a Label, OptionButton, Frame or Button
+  std::u16string caption;  ///< of a Label, OptionButton, Frame or Button; a TextBox's first text
   Bounds bounds;           ///< within the parent
   std::u16string parent;   ///< the Frame or TabControl that it stands in; empty for the form itself
   int page = 0;            ///< of a TabControl, from 0

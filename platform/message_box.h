@@ -30,7 +30,8 @@ class MessageBox {
   virtual std::int32_t Show(std::u16string_view text, std::int32_t style, std::u16string_view title) = 0;
 
   /// Shows the text with one button for each caption, in order; the title as for Show. Result: the number of
-  /// the pressed button, the first being 1. Closing the box presses the last button. Does not raise.
+  /// the pressed button, the first being 1. Closing the box presses the last button. Where there is
+  /// nobody to ask, or no window to be had, the unattended answers decide, as for Show. Does not raise.
   virtual std::int32_t Ask(std::u16string_view text, std::u16string_view title,
                            std::span<const std::u16string> captions) = 0;
 };

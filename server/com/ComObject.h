@@ -3,6 +3,7 @@
 
 #include <type_traits>
 
+#include "platform/windows/Busy.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/Counted.h"
 #include "platform/windows/OwnObject.h"
@@ -28,6 +29,12 @@ class ComObject
       return result ? E_NOINTERFACE : E_POINTER;
     }
     return Base::QueryInterface(interface_id, result);
+  }
+
+  /// The end of an object may call Excel, as an operation does.
+  ULONG STDMETHODCALLTYPE Release() override {
+    const windows::BusyBudget operation;
+    return Base::Release();
   }
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {

@@ -6,6 +6,7 @@
 
 #include "global/Globals.h"
 #include "global/StartUp.h"
+#include "platform/windows/Busy.h"
 #include "platform/windows/Handle.h"
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/OwnObject.h"
@@ -28,6 +29,7 @@ Registration OwnRegistration() {
 /// Lets go of what the library holds by itself: the globals that outlive the last gExcelObject, the host's
 /// tools.
 void LetGo() {
+  const windows::BusyBudget operation;
   ResetGlobals();
   ShutDown();
 }
@@ -71,11 +73,15 @@ STDAPI DllGetClassObject(REFCLSID class_id, REFIID interface_id, LPVOID* result)
 }
 
 /// S_OK when no COM object and no lock is left. What the library itself still holds is let go of first:
-/// unloading would end it just so.
+/// unloading would end it just so. S_FALSE while another thread is being let in.
 STDAPI DllCanUnloadNow() {
   return Guard([]() -> HRESULT {
     if (UseCount() != 0) return S_FALSE;
-    LetGo();
+    {
+      const Claim claim;
+      if (!claim.is_granted()) return S_FALSE;
+      LetGo();
+    }
     return UseCount() == 0 && Object::LiveCount() == 0 ? S_OK : S_FALSE;
   });
 }

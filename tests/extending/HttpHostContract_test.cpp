@@ -1,5 +1,6 @@
 // The host of the example keeps what every host promises.
 #include "tests/extending/HttpHost.h"
+#include "tests/platform/memory_sample_facts.h"
 #include "tests/platform/memory_user.h"
 #include "tests/platform/object_factory_contract.h"
 #include "tests/test_paths.h"
@@ -63,22 +64,9 @@ class HttpSystem : public MemoryUser {
   static constexpr std::u16string_view kKnown = host::kSettingsCollection;
   ObjectFactory& factory() { return factory_; }
   static HostFacts Facts() {
-    return {.book = u"MEDVILNE",
-            .empty_book = u"TUSCIA",
-            .account_sets = {{u"B1", u"Biudžetas", true}, {u"F1", u"Finansinė apskaita", false}},
-            .budgets = {{11, u"BIU-2", DateFromParts(2024, 1, 31)},
-                        {13, u"BIU-1", DateFromParts(2024, 6, 30)},
-                        {12, u"BIU-3", DateFromParts(2024, 6, 30)}},
-            .company_code = u"302511789",
-            .vat_code = u"LT100005117810",
-            .company_name = u"UAB „Medvilnė“",
-            .address = u"Šaltinių g. 12, LT-03215 Vilnius",
-            .telephone = u"(8 5) 212 3456",
-            .fax = u"(8 5) 212 3457",
-            .director = u"Žygimantas Ąžuolaitis",
-            .chief_accountant = u"Eglė Čepėnienė",
-            .archive = u"C:\\Ataskaitos",
-            .number_of_a_text = 800};
+    return MemorySampleFacts({{11, u"BIU-2", DateFromParts(2024, 1, 31)},
+                              {13, u"BIU-1", DateFromParts(2024, 6, 30)},
+                              {12, u"BIU-3", DateFromParts(2024, 6, 30)}});
   }
 
  private:

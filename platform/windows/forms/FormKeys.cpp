@@ -95,7 +95,8 @@ bool FormWindow::HasField() const {
 void FormWindow::FocusFirstField() {
   const auto field = std::ranges::find_if(
       controls_, [this](const auto& control) { return control.get() != tabs_ && control->IsTabStop(); });
-  field == controls_.end() ? MoveFocus(1) : (*field)->SetFocus();
+  if (field == controls_.end()) return MoveFocus(1);
+  (*field)->SetFocus();
 }
 
 void FormWindow::MoveFocus(int step) {

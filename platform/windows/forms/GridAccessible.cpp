@@ -1,10 +1,11 @@
 #include "platform/windows/forms/GridAccessible.h"
 
-#include <limits>
 #include <optional>
+#include <string>
 
 #include "platform/text.h"
 #include "platform/windows/Bstr.h"
+#include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
@@ -29,12 +30,6 @@ RECT OnScreen(HWND window, RECT area) {
   return area;
 }
 
-RECT InsideOfWindow(HWND window) {
-  RECT inside{};
-  GetClientRect(window, &inside);
-  return inside;
-}
-
 bool IsMark(const ShownColumn& column) {
   return column.description.check_box;
 }
@@ -47,6 +42,7 @@ bool IsMark(const ShownColumn& column) {
 template <class Body>
 HRESULT GridAccessible::Answer(Body&& body) noexcept {
   const ComPtr<GridAccessible> kept(this);  // what is done to the grid may end it
+  const PerDisplayPixels pixels;            // who asks is called from Excel's thread, which may know others
   try {
     return grid_ ? body() : CO_E_OBJNOTCONNECTED;
   } catch (const std::bad_alloc&) {
@@ -235,7 +231,7 @@ HRESULT STDMETHODCALLTYPE GridAccessible::accLocation(LONG* left, LONG* top, LON
   *left = *top = *width = *height = 0;
   return AnswerFor(child, [&](std::optional<GridCell> cell) {
     const HWND window = grid_->window();
-    const RECT area = OnScreen(window, cell ? grid_->layout().CellArea(*cell) : InsideOfWindow(window));
+    const RECT area = OnScreen(window, cell ? grid_->layout().CellArea(*cell) : grid_->layout().Inside());
     *left = area.left;
     *top = area.top;
     *width = area.right - area.left;
@@ -250,7 +246,7 @@ HRESULT STDMETHODCALLTYPE GridAccessible::accHitTest(LONG left, LONG top, VARIAN
   return Answer([&]() -> HRESULT {
     POINT place{left, top};
     ScreenToClient(grid_->window(), &place);
-    const RECT inside = InsideOfWindow(grid_->window());
+    const RECT inside = grid_->layout().Inside();
     if (!PtInRect(&inside, place)) return S_FALSE;
     const auto line = grid_->layout().LineAt(place.y);
     const auto column = grid_->layout().ColumnAt(place.x);

@@ -21,12 +21,6 @@ void SetBar(HWND window, int bar, int last, int page, int position) {
   SetScrollInfo(window, bar, &info, TRUE);
 }
 
-RECT InsideOf(HWND window) {
-  RECT inside{};
-  GetClientRect(window, &inside);
-  return inside;
-}
-
 }  // namespace
 
 void GridLayout::Attach(HWND window, HWND header) {
@@ -38,7 +32,7 @@ void GridLayout::Arrange() {
   if (arranging_) return;  // a bar that comes or goes resizes the window
   arranging_ = true;
   const PerDisplayPixels pixels;
-  RECT inside = InsideOf(window_);
+  RECT inside = Inside();
   WINDOWPOS place{};
   HDLAYOUT header{&inside, &place};
   if (SendMessageW(header_, HDM_LAYOUT, 0, reinterpret_cast<LPARAM>(&header))) {
@@ -53,11 +47,11 @@ void GridLayout::Arrange() {
     top_line_ = std::min(top_line_, lines_ > page ? lines_ - page : 0);
     SetBar(window_, SB_VERT, static_cast<int>(lines_) - 1, static_cast<int>(page),
            static_cast<int>(top_line_));
-    const int room = static_cast<int>(InsideOf(window_).right);
+    const int room = static_cast<int>(Inside().right);
     scroll_x_ = std::clamp(scroll_x_, 0, std::max(width - room, 0));
     SetBar(window_, SB_HORZ, width - 1, room, scroll_x_);
   }
-  SetWindowPos(header_, nullptr, -scroll_x_, 0, InsideOf(window_).right + scroll_x_, header_height_,
+  SetWindowPos(header_, nullptr, -scroll_x_, 0, Inside().right + scroll_x_, header_height_,
                SWP_NOZORDER | SWP_NOACTIVATE);
   InvalidateRect(window_, nullptr, FALSE);
   arranging_ = false;
@@ -93,8 +87,14 @@ RECT GridLayout::MarkerArea(std::size_t line) const {
   return ItemArea(0, line);
 }
 
+RECT GridLayout::Inside() const {
+  RECT inside{};
+  GetClientRect(window_, &inside);
+  return inside;
+}
+
 RECT GridLayout::Body() const {
-  RECT body = InsideOf(window_);
+  RECT body = Inside();
   body.top = std::min<LONG>(header_height_, body.bottom);
   return body;
 }
@@ -122,7 +122,7 @@ bool GridLayout::Show(GridCell cell) {
   if (cell.line < top_line_) top_line_ = cell.line;
   if (cell.line >= top_line_ + page) top_line_ = cell.line - page + 1;
 
-  const int room = static_cast<int>(InsideOf(window_).right);
+  const int room = static_cast<int>(Inside().right);
   const RECT heading = HeaderItem(static_cast<int>(cell.column) + 1);
   scroll_x_ = std::max<int>(scroll_x_, heading.right - room);
   // The beginning of a column that is wider than the window counts more than its end; the marker stands

@@ -33,6 +33,8 @@ class GridLayout {
   RECT CellArea(GridCell cell) const;
   /// The same of the marker at the beginning of a line.
   RECT MarkerArea(std::size_t line) const;
+  /// All of the window's inside.
+  RECT Inside() const;
   /// Everything below the header.
   RECT Body() const;
   /// The line and the column at a place, if there is one.

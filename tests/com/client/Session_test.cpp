@@ -199,6 +199,29 @@ TEST_F(Session, AnOperationWaitsForABusyExcelOnceHoweverManyCallsItMakes) {
   EXPECT_EQ(global->ResetConnectEX(LeftOut()), S_OK);
 }
 
+TEST_F(Session, TheEndOfAnObjectWaitsForABusyExcelOnceHoweverManyCallsItMakes) {
+  const ComPtr<IDispatch> excel = NewRegistered(L"QVA_TestBench.Excel");
+  const ComPtr<IDispatch> host = NewRegistered(L"NVXCommonObjects.CommonObjects");
+  const Bstr code(u"MEDVILNE");
+  const ComPtr<IDispatch> book = Object(host, L"CreateBook", {Text(code)});
+  const auto global = New<_gExcelObject>(CLSID_gExcelObject);
+  short count = 0;
+  EXPECT_EQ(global->InitConnectEX(excel.get(), LeftOut(), book.get(), &count), S_OK);
+  auto lock = New<_CLockScreen>(CLSID_CLockScreen);
+
+  const DISPID busy = IdOf(*control_, L"BeBusy");
+  const DISPID turned_away = IdOf(*control_, L"TurnedAway");
+  constexpr std::int32_t kTries = windows::kBusyLimitMilliseconds / windows::kBusyPauseMilliseconds + 1;
+  const std::int32_t before = Invoke(*control_, turned_away, kCall).value.ToInt32();
+  Invoke(*control_, busy, kCall, {Number(1)});
+  lock = {};
+  Invoke(*control_, busy, kCall, {Number(0)});
+  const std::int32_t tries = Invoke(*control_, turned_away, kCall).value.ToInt32() - before;
+  EXPECT_GT(tries, 1);
+  EXPECT_LT(tries, 2 * kTries);
+  EXPECT_EQ(global->ResetConnectEX(LeftOut()), S_OK);
+}
+
 TEST_F(Session, DoesNotGrowInAThousandReports) {
   const DISPID reset = IdOf(*control_, L"Reset");
   const auto run = [&](int times) {
