@@ -18,9 +18,10 @@ done
 QVA_PICTURES=docs/images timeout 300 build/debug/tests/qva_calc_tests --gtest_brief=1 \
   --gtest_filter='Desktops/CalcLooks.*/Gtk*'
 
-# The title's buttons are signs of a font that Wine's own package does not bring.
 mkdir -p "$prefix"
 tools/wine-prefix.sh "$prefix"
+# The title's buttons are signs of a font that Wine's own package does not bring.
+cp /usr/share/wine/fonts/marlett.ttf "$prefix/drive_c/windows/Fonts/"
 for library in QVA_TestBench QVA_Varnholt; do
   tools/wine-run.sh "$prefix" 'C:\windows\system32\regsvr32.exe' /s "$(windows_path "$x64/$library.dll")"
 done
