@@ -11,7 +11,7 @@ if(NOT status EQUAL 0)
                       "-DQVA_DEMO_HOST=OFF builds without it; packages need it.")
 endif()
 add_library(qva_sqlite STATIC ${sqlite}/sqlite3.c)
-set_target_properties(qva_sqlite PROPERTIES UNITY_BUILD OFF COMPILE_OPTIONS -w)
+set_target_properties(qva_sqlite PROPERTIES UNITY_BUILD OFF COMPILE_OPTIONS "-w;-O1")
 target_compile_definitions(qva_sqlite PRIVATE SQLITE_OMIT_LOAD_EXTENSION SQLITE_DEFAULT_MEMSTATUS=0)
 target_include_directories(qva_sqlite SYSTEM PUBLIC ${sqlite})
 

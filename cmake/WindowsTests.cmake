@@ -1,6 +1,6 @@
 # The tests of the Windows adapters and of the server: console programs that run under Wine.
 # Most of the time goes into what all of them include.
-set(CMAKE_UNITY_BUILD_BATCH_SIZE 4)
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
 
 # As in tests/CMakeLists.txt.
 add_compile_options(-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)

@@ -6,12 +6,6 @@
 #include "reports/FrozenScreen.h"
 
 namespace qva {
-namespace {
-
-constexpr std::u16string_view kOk = u"Gerai";
-
-}  // namespace
-
 const ClassDescription& CReports::Description() {
   static const ClassDescription& description =
       ClassBuilder(u"CReports", "Prepares, fills and finishes a report workbook")
@@ -90,7 +84,7 @@ std::int32_t CReports::Show(std::u16string_view text, std::u16string_view title,
 }
 
 void CReports::Tell(std::u16string_view text, std::u16string_view title) {
-  Show(text, title, {kOk});
+  Show(text, title, {host::kOk});
 }
 
 }  // namespace qva

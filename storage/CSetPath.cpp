@@ -18,7 +18,6 @@ constexpr std::u16string_view kKeptVariable = u"PATH_before_QVA_Varnholt";
 constexpr std::u16string_view kEnvironmentKey = u"Environment";  ///< where the user's variables are kept
 constexpr std::size_t kBufferSize = 1024;   ///< of the process's PATH, its terminating zero included
 constexpr std::int32_t kPathChanged = 800;  ///< host message: folder %0 was added
-constexpr std::u16string_view kOk = u"Gerai";
 
 /// The library's folder below the path of a host setting.
 std::u16string FolderOf(std::u16string_view path_key) {
@@ -94,7 +93,8 @@ bool CSetPath::RegPath(std::u16string& PathKey) {
   path += folder;
   if (!registry.SaveRegSetting(HKEY_CURRENT_USER_VALUE, key, variable, path, kRegSz)) return false;
 
-  host::Message::Create(*GetServices().object_factory).Show(HostMessage(kPathChanged, folder), u"", {kOk});
+  host::Message::Create(*GetServices().object_factory)
+      .Show(HostMessage(kPathChanged, folder), u"", {host::kOk});
   return true;
 }
 

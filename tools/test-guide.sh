@@ -44,11 +44,21 @@ tutorial() {
       "$workbook"; } > "$folder/log.txt" 2>&1 ||
     { tail -n 20 "$folder/log.txt"; return 1; }
 }
+# A report for whole years tells why it takes no other period, and nothing is archived.
+refused() {
+  local out=$work/$1/refused
+  runner --output-folder "$out" --period "$2" "$work/$1/metams.fods" > "$work/$1/refused.txt" 2>&1
+  [[ $? -eq 1 ]] && grep -q 'Ši ataskaita sudaroma tik visiems metams' "$out/messages.txt" &&
+    [[ ! -e $out/drives/C/Ataskaitos/Archyvas/2025 ]]
+}
 # The sum of debits stands in its row twice.
 printed() { pdftotext -layout "$work/$1/out/printed-$2.pdf" - | grep -qE "$3"; }
 logged() { [[ $(grep -cE "  :  $2" "$work/$1/pasted/Bandomasis balansas.log") -eq $3 ]]; }
 for guide in gidas guide; do
   check "$guide: the tutorial's report is made and archived" tutorial "$guide"
+  check "$guide: a report for whole years refuses a month" refused "$guide" 2025-03
+  check "$guide: it takes a year" runner --output-folder "$work/$guide/year" --period 2025 \
+    --expect drives/C/Ataskaitos/Archyvas/2025/BandomasisBalansas_2025.xls "$work/$guide/metams.fods"
   check "$guide: its sums agree" printed "$guide" 1 'IŠ VISO  *1 609 150,57  *1 609 150,57$'
   check "$guide: the second sheet has the largest entries" printed "$guide" 2 '2025-12-20  *2710  *2410 Pirkėjų apmokėjimai  *55 944,13$'
   check "$guide: and their sum" printed "$guide" 2 '^ *498 816,72$'

@@ -1,8 +1,8 @@
 #!/usr/bin/env perl
 # Does to a new workbook what the tutorial says: its procedures go into the module, with those that the reference shows, and
 # driver.fods, a spreadsheet whose macro Ataskaita.Main changes the sheets, is written beside the answers; changes.vbs is the
-# same for the test bench's Excel. The macro Ataskaita.Visos runs what the guide runs one by one, on the
-# report of a quarter and then of the year, as visos.answers answers.
+# same for the test bench's Excel. metams.fods is the template for whole years alone. The macro Ataskaita.Visos runs what the
+# guide runs one by one, on the report of a quarter and then of the year, as visos.answers answers.
 #   tutorial.pl <language: guide or gidas> <new workbook> <folder>
 use strict;
 use warnings;
@@ -18,17 +18,18 @@ die "usage: tutorial.pl guide|gidas <new workbook> <folder>\n" unless defined $f
 my $root = dirname(dirname(__FILE__));
 
 my $page = contents("$root/docs/$language.md");
-my ($answers) = $page =~ /^```\n(\[frmReportPeriod\]\ntxtYear.*?)```$/ms or die "no answers\n";
+my ($answers) = $page =~ /^```\n(\[frmReportPeriod\]\noptYear\ntxtYear = \d+\nbtOk\n)```$/ms or die "no answers\n";
 write_file("$folder/tutorial.answers", $answers);
-write_file("$folder/visos.answers", "[frmReportPeriod]\ntxtYear = 2025\ntxtQuater = 2\noptQuarter\nbtOk\n$answers");
+write_file("$folder/visos.answers", "[frmReportPeriod]\noptYear\ntxtYear = 2025\ntxtQuater = 2\noptQuarter\nbtOk\n$answers");
 
 # Each piece of code is pasted somewhere: the classes' examples into workbooks of their own (guide-examples.pl), all others
 # here, but for the error handler, which is a part of a procedure that the module QvaReport has.
-my (%procedures, $printing);
+my (%procedures, $printing, $refusal);
 for my $code ($page =~ /^```vb\n(.*?)^```$/msg) {
   next if $code =~ /^Sub (?:Example|Pavyzdys)/ || $code =~ /^(?:Failed|Klaida):/;
   if ($code =~ /^(?:Public|Private) Sub (\w+)/) { $procedures{$1} = $code }
   elsif ($code =~ /^    oAtaskaita\.Spauzd .*\n\z/) { $printing = $code }
+  elsif ($code =~ /^    If Sritis\("RepType"\)/) { $refusal = $code }
   else { die "nothing is done with this code:\n$code" }
 }
 my $turinys = delete $procedures{RasytiTurini} or die "no RasytiTurini\n";
@@ -37,6 +38,12 @@ die "not these procedures: $names\n" if $names ne 'Bandymas IplaukosBanke Rasyti
 $turinys =~ s/(?=^End Sub\n)/    RasytiPinigus\n/m;
 
 my $text = contents($workbook);
+
+# The template as a report for whole years alone.
+my $yearly = $text;
+$yearly =~ s/(^    If Not oLaikotarpis\.Edit .*\n)/$1 . xml($refusal)/me or die "no period in $workbook\n";
+write_file("$folder/metams.fods", $yearly);
+
 $text =~ s/^Private Sub RasytiTurini\(\)\n.*?^End Sub\n/xml($turinys)/mse or die "no RasytiTurini in $workbook\n";
 $text =~ s/(^    oAtaskaita\.Spauzd .*, True\n)/$1 . xml($printing)/me or die "nothing is printed in $workbook\n";
 my $pasted = join "\n", (map { $procedures{$_} } sort keys %procedures), <<'END';

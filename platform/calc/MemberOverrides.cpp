@@ -117,6 +117,7 @@ constexpr Override kOverrides[] = {
     {u"Range", u"Value", Use::Write, &SetCellValue},
     {u"Range", u"Value2", Use::Read, &CellValue2},
     {u"Range", u"Value2", Use::Write, &SetCellValue2},
+    {u"Window", u"Caption", Use::Write, &SetCaption},
     {u"Workbook", u"Save", Use::Read, &Save},
     {u"Workbook", u"SaveAs", Use::Read, &SaveAs},
     {u"Workbook", u"VBProject", Use::Read, &VBProject},

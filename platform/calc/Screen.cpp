@@ -1,9 +1,11 @@
 #include "platform/calc/Screen.h"
 
+#include <com/sun/star/frame/XTitle.hpp>
 #include <memory>
 
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/UnoObject.h"
+#include "platform/calc/UnoText.h"
 
 namespace qva::calc {
 namespace {
@@ -63,6 +65,14 @@ Value SetStatusBar(const ObjectPtr& application, const Arguments& arguments) {
   if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
   if (!Get(application, u"DisplayStatusBar").ToBoolean()) return {};
   return static_cast<UnoObject&>(*application).InvokeOwn(Access::Put, u"StatusBar", arguments);
+}
+
+Value SetCaption(const ObjectPtr& window, const Arguments& arguments) {
+  if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
+  const css::uno::Reference<css::frame::XTitle> title(DocumentOf(window)->getCurrentController(),
+                                                      css::uno::UNO_QUERY_THROW);
+  title->setTitle(ToUno(arguments.positional[0].ToText()));
+  return {};
 }
 
 }  // namespace qva::calc

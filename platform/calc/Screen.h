@@ -1,4 +1,4 @@
-// Screen updating.
+// What the user sees around the cells: whether the screen follows, the status bar, a window's title.
 #pragma once
 
 #include "platform/automation.h"
@@ -20,5 +20,9 @@ Value StatusBar(const ObjectPtr& application, const Arguments& arguments);
 /// Application.StatusBar = …: a status bar that the user has hidden stays so; LibreOffice's own would show
 /// it.
 Value SetStatusBar(const ObjectPtr& application, const Arguments& arguments);
+
+/// Window.Caption = …: the title that the window has while it shows this workbook. LibreOffice's own would
+/// stay for good: its start window, which takes the last workbook's place, would be called like the report.
+Value SetCaption(const ObjectPtr& window, const Arguments& arguments);
 
 }  // namespace qva::calc

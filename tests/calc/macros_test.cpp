@@ -10,6 +10,8 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
 
 class CalcMacros : public CalcTest {};
 
@@ -102,6 +104,12 @@ TEST_F(CalcMacros, AStatusBarThatTheUserHasHiddenStaysHidden) {
   const RunResult run = RunMacro("status_bar");
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("shown: False"));
+}
+
+TEST_F(CalcMacros, AReportsTitleGoesFromTheWindowWithItsWorkbook) {
+  const RunResult run = RunMacro("caption");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, ElementsAre(StartsWith("report: Balansas, 2025 m."), Not(HasSubstr("Balansas"))));
 }
 
 TEST_F(CalcMacros, TheSearchPathGainsTheFolderOnce) {

@@ -17,7 +17,7 @@ std::u16string OneLine(std::u16string_view text) {
   return ReplaceAll(ReplaceAll(text, u"\r\n", u"\\n"), u"\n", u"\\n");
 }
 
-std::u16string TextAt(const ArgumentList& arguments, std::size_t index) {
+std::u16string ArgumentText(const ArgumentList& arguments, std::size_t index) {
   return arguments.at(index).ToText();
 }
 
@@ -26,7 +26,7 @@ std::u16string Day(const Value& value) {
 }
 
 /// The name of the value's kind, as TypeName gives it.
-std::u16string Kind(const Value& value) {
+std::u16string KindOf(const Value& value) {
   switch (value.type()) {
     case Type::Boolean:
       return u"Boolean";
@@ -73,7 +73,7 @@ std::u16string Show(const Value& value) {
     case Type::Currency:
       return value.ToText();
     default:
-      return Kind(value);
+      return KindOf(value);
   }
 }
 
@@ -129,26 +129,26 @@ std::string MemoryEngine::FormProblems() const {
 
 Functions MemoryEngine::PreludeFunctions() {
   Functions functions = {
-      {u"note", [this](const auto& a) { return LogForgottenError(), Log(TextAt(a, 0)), Value(); }},
-      {u"logfact", [this](const auto& a) { return LogOutcome(TextAt(a, 0), Show(a.at(1))), Value(); }},
-      {u"logstatement", [this](const auto& a) { return LogOutcome(TextAt(a, 0), u"done"), Value(); }},
-      {u"typename", [](const auto& a) { return Value(Kind(a.at(0))); }},
+      {u"note", [this](const auto& a) { return LogForgottenError(), Log(ArgumentText(a, 0)), Value(); }},
+      {u"logfact", [this](const auto& a) { return LogOutcome(ArgumentText(a, 0), Show(a.at(1))), Value(); }},
+      {u"logstatement", [this](const auto& a) { return LogOutcome(ArgumentText(a, 0), u"done"), Value(); }},
+      {u"typename", [](const auto& a) { return Value(KindOf(a.at(0))); }},
       {u"ubound",
        [](const auto& a) {
          const auto& dimensions = a.at(0).ToArray().dimensions;
          const Array::Dimension& asked = dimensions.at(static_cast<std::size_t>(a.at(1).ToInt32()) - 1);
          return Value(asked.lower + asked.count - 1);
        }},
-      {u"logerror", [this](const auto& a) { return LogError(TextAt(a, 0)), Value(); }},
-      {u"logboxes", [this](const auto& a) { return LogBoxes(TextAt(a, 0)), Value(); }},
+      {u"logerror", [this](const auto& a) { return LogError(ArgumentText(a, 0)), Value(); }},
+      {u"logboxes", [this](const auto& a) { return LogBoxes(ArgumentText(a, 0)), Value(); }},
       {u"show", [](const auto& a) { return Value(Show(a.at(0))); }},
-      {u"kind", [](const auto& a) { return Value(Kind(a.at(0))); }},
+      {u"kind", [](const auto& a) { return Value(KindOf(a.at(0))); }},
       {u"format",
        [](const auto& a) { return Value(FormatByWindowsPattern(a.at(0).ToDate(), u"yyyy-MM-dd")); }},
       {u"showdate", [](const auto& a) { return Value(a.at(0).Is(Type::Empty) ? u"" : Day(a.at(0))); }},
       {u"sameobject",
        [](const auto& a) { return Value(Unwrap(a.at(0).ToObject()) == Unwrap(a.at(1).ToObject())); }},
-      {u"createobject", [this](const auto& a) { return CreateByIdentifier(TextAt(a, 0)); }},
+      {u"createobject", [this](const auto& a) { return CreateByIdentifier(ArgumentText(a, 0)); }},
   };
   AddExcelFunctions(functions);
   AddWorldFunctions(functions);
@@ -165,14 +165,14 @@ void MemoryEngine::AddExcelFunctions(Functions& functions) {
   functions[u"thisworkbook"] = functions[u"theworkbook"];
   functions[u"thesheet"] = [this](const auto& a) { return Value(Sheet(a.at(0).ToInt32())); };
   functions[u"definename"] = [this](const auto& a) {
-    DefineName(TextAt(a, 0), a.at(1).ToInt32(), TextAt(a, 2));
+    DefineName(ArgumentText(a, 0), a.at(1).ToInt32(), ArgumentText(a, 2));
     return Value();
   };
   functions[u"describetoolbar"] = [this](const auto& a) {
     DescribeToolbar(a.at(0).ToInt32(), a.at(1).ToInt32());
     return Value();
   };
-  functions[u"presskey"] = [this](const auto& a) { return Value(excel->Press(TextAt(a, 0))); };
+  functions[u"presskey"] = [this](const auto& a) { return Value(excel->Press(ArgumentText(a, 0))); };
   functions[u"macrosrun"] = [this](const auto&) {
     std::u16string names;
     for (const std::u16string& name : excel->MacrosRun()) names += (names.empty() ? u"" : u",") + name;
@@ -183,9 +183,9 @@ void MemoryEngine::AddExcelFunctions(Functions& functions) {
     LogForgottenError();
     // Over COM a property that is read cannot be told from a method without arguments.
     for (const std::string& line : trace.lines()) {
-      Log(TextAt(a, 0) + u": " + ReplaceAll(FromUtf8(line), u"()", u""));
+      Log(ArgumentText(a, 0) + u": " + ReplaceAll(FromUtf8(line), u"()", u""));
     }
-    if (trace.lines().empty()) Log(TextAt(a, 0) + u": no call");
+    if (trace.lines().empty()) Log(ArgumentText(a, 0) + u": no call");
     trace.Clear();
     return Value();
   };
@@ -198,11 +198,11 @@ void MemoryEngine::AddExcelFunctions(Functions& functions) {
 
 void MemoryEngine::AddWorldFunctions(Functions& functions) {
   functions[u"setsetting"] = [this](const auto& a) {
-    SetSetting(TextAt(a, 0), TextAt(a, 1), TextAt(a, 2));
+    SetSetting(ArgumentText(a, 0), ArgumentText(a, 1), ArgumentText(a, 2));
     return Value();
   };
   functions[u"setuserpath"] = [this](const auto& a) {
-    platform.registry.SetText(u"Environment", u"PATH", platform.locale.ToAnsi(TextAt(a, 0)));
+    platform.registry.SetText(u"Environment", u"PATH", platform.locale.ToAnsi(ArgumentText(a, 0)));
     return Value();
   };
   functions[u"userpath"] = [this](const auto&) {
@@ -214,13 +214,13 @@ void MemoryEngine::AddWorldFunctions(Functions& functions) {
     return Value();
   };
   functions[u"makefolder"] = [this](const auto& a) {
-    return platform.files.SetFolder(TextAt(a, 0)), Value();
+    return platform.files.SetFolder(ArgumentText(a, 0)), Value();
   };
   functions[u"makefile"] = [this](const auto& a) {
-    return platform.files.SetFile(TextAt(a, 0), ""), Value();
+    return platform.files.SetFile(ArgumentText(a, 0), ""), Value();
   };
   functions[u"folderexists"] = [this](const auto& a) {
-    return Value(platform.files.FolderExists(TextAt(a, 0)));
+    return Value(platform.files.FolderExists(ArgumentText(a, 0)));
   };
   // Objects go when the last reference does; only LibreOffice needs a hand.
   functions[u"settle"] = [](const auto&) { return Value(); };

@@ -15,7 +15,7 @@ using css::awt::Rectangle;
 namespace {
 
 constexpr int kButtonWidth = 17;
-constexpr int kMargin = 4;
+constexpr int kFieldMargin = 4;
 
 int NumberOf(std::u16string_view digits) {
   int number = 0;
@@ -168,7 +168,7 @@ void DateField::Draw(Painter& painter) {
   painter.Frame(area, theme.shadow);
 
   places_.clear();
-  int left = Scaled(kMargin);
+  int left = Scaled(kFieldMargin);
   for (std::size_t i = 0; i < parts_.size(); ++i) {
     const Part& part = parts_[i];
     std::u16string text = part.kind == 0 ? part.text : FormatByWindowsPattern(date_, part.text);

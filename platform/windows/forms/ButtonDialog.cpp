@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/windows/DeviceContext.h"
+#include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
@@ -17,19 +18,9 @@ namespace {
 constexpr int kFirstButtonId = 100;  // apart from Windows' own numbers such as IDCANCEL
 
 // Measures in pixels at 100 %, as Windows' own message boxes have them.
-constexpr int kMargin = 12;
-constexpr int kGap = 8;
 constexpr int kLeastButtonWidth = 75;
 constexpr int kButtonPadding = 10;
 constexpr int kGreatestTextWidth = 480;
-
-/// A dialog template without controls: they are created when the dialog knows its font.
-struct EmptyTemplate {
-  DLGTEMPLATE dialog;
-  WORD menu = 0;
-  WORD window_class = 0;
-  WORD title = 0;
-};
 
 /// Measures texts on a window in a font.
 class TextMeasure {
@@ -69,8 +60,8 @@ struct Dialog {
     const UiScale scale = ScaleOf(window);
     font = MessageFont(scale);
     const TextMeasure measure(window, font.get());
-    const int margin = scale(kMargin);
-    const int gap = scale(kGap);
+    const int margin = scale(kDialogMargin);
+    const int gap = scale(kDialogGap);
     const SIZE text_size = measure.SizeOf(text, scale(kGreatestTextWidth));
     const int button_height = measure.SizeOf(u"Ą", scale(kGreatestTextWidth)).cy + gap + gap / 2;
 
@@ -157,7 +148,7 @@ std::int32_t ShowButtonDialog(HWND owner, std::u16string_view text, std::u16stri
   const PerDisplayPixels pixels;
   const VisualStyles styles;
   Dialog dialog{text, title, captions, {}, {}};
-  EmptyTemplate empty{};
+  EmptyDialog empty{};
   empty.dialog.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME | DS_SETFOREGROUND;
   const INT_PTR pressed = DialogBoxIndirectParamW(nullptr, &empty.dialog, owner, &DialogProcedure,
                                                   reinterpret_cast<LPARAM>(&dialog));

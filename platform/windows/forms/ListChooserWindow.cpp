@@ -10,6 +10,7 @@
 
 #include "platform/forms/list_filter.h"
 #include "platform/windows/WideText.h"
+#include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
@@ -24,8 +25,6 @@ constexpr int kFilterId = 100;  // apart from Windows' own numbers such as IDCAN
 constexpr int kListId = 101;
 
 // Measures in pixels at 100 % scale.
-constexpr int kMargin = 12;
-constexpr int kGap = 8;
 constexpr int kFieldHeight = 23;
 constexpr int kLabelWidth = 56;
 constexpr int kButtonWidth = 88;
@@ -42,14 +41,6 @@ constexpr std::size_t kMeasuredRows = 200;  // for the columns' widths; more wou
 constexpr DWORD kListStyle = WS_EX_DLGMODALFRAME;  // without an icon
 constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN;
 
-/// A dialog template without controls: they are created when the dialog knows its scale.
-struct EmptyTemplate {
-  DLGTEMPLATE dialog;
-  WORD menu = 0;
-  WORD window_class = 0;
-  WORD title = 0;
-};
-
 /// One showing of a list.
 class Chooser {
  public:
@@ -61,7 +52,7 @@ class Chooser {
     const VisualStyles styles;
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&controls);
-    EmptyTemplate empty{};
+    EmptyDialog empty{};
     empty.dialog.style = kStyle | DS_SETFOREGROUND;
     empty.dialog.dwExtendedStyle = kListStyle;
     DialogBoxIndirectParamW(OwnModule(), &empty.dialog, OwnerWindow(), &Chooser::Procedure,
@@ -275,8 +266,8 @@ class Chooser {
     RECT inside;
     GetClientRect(window_, &inside);
     const int width = static_cast<int>(inside.right);
-    const int margin = scale_(kMargin);
-    const int gap = scale_(kGap);
+    const int margin = scale_(kDialogMargin);
+    const int gap = scale_(kDialogGap);
     const int field = scale_(kFieldHeight);
     const int field_left = margin + scale_(kLabelWidth) + gap;
     const int button = scale_(kButtonWidth);
