@@ -9,10 +9,8 @@ namespace {
 
 class Counter : public Described<Counter> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Counter", "").Method<&Counter::Add>(u"Add", {{u"Amount"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Counter", "").Method<&Counter::Add>(u"Add", {{u"Amount"}});
   }
   std::int32_t Add(std::int32_t amount) { return total_ += amount & 1; }
 

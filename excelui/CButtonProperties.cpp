@@ -4,39 +4,22 @@
 
 namespace qva {
 
-const ClassDescription& CButtonProperties::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CButtonProperties", "The buttons of a report toolbar")
-          .Get<&CButtonProperties::TotalButtons>(u"TotalButtons", {}, "Number of buttons")
-          .Method<&CButtonProperties::Add>(u"Add", {{u"i"}}, "Adds buttons")
-          .Method<&CButtonProperties::Reset>(u"Reset", {}, "Empties the list")
-          .Get<&CButtonProperties::Field<&ButtonEntry::caption>>(u"sBCaption", {{u"i"}}, "Caption")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::caption>>(u"sBCaption", {{u"i"}}, "Caption")
-          .Get<&CButtonProperties::Field<&ButtonEntry::tooltip_text>>(u"sBTooltipText", {{u"i"}}, "Tooltip")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::tooltip_text>>(u"sBTooltipText", {{u"i"}},
-                                                                         "Tooltip")
-          .Get<&CButtonProperties::Field<&ButtonEntry::picture>>(u"sBPicture", {{u"i"}},
-                                                                 "Shape that gives the face")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::picture>>(u"sBPicture", {{u"i"}},
-                                                                    "Shape that gives the face")
-          .Get<&CButtonProperties::Field<&ButtonEntry::tag>>(u"sBTag", {{u"i"}}, "Tag")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::tag>>(u"sBTag", {{u"i"}}, "Tag")
-          .Get<&CButtonProperties::Field<&ButtonEntry::on_key>>(u"sBOnKey", {{u"i"}}, "Hot key")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::on_key>>(u"sBOnKey", {{u"i"}}, "Hot key")
-          .Get<&CButtonProperties::Field<&ButtonEntry::on_action>>(u"sBOnAction", {{u"i"}}, "Macro")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::on_action>>(u"sBOnAction", {{u"i"}}, "Macro")
-          .Get<&CButtonProperties::Field<&ButtonEntry::id>>(u"nBID", {{u"i"}}, "Built-in control")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::id>>(u"nBID", {{u"i"}}, "Built-in control")
-          .Get<&CButtonProperties::Field<&ButtonEntry::face_id>>(u"nBFaceID", {{u"i"}}, "Built-in face")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::face_id>>(u"nBFaceID", {{u"i"}}, "Built-in face")
-          .Get<&CButtonProperties::Field<&ButtonEntry::visible>>(u"bBVisible", {{u"i"}}, "Visible at first")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::visible>>(u"bBVisible", {{u"i"}},
-                                                                    "Visible at first")
-          .Get<&CButtonProperties::Field<&ButtonEntry::begin_group>>(u"bBGroup", {{u"i"}},
-                                                                     "Separator before the button")
-          .Put<&CButtonProperties::SetField<&ButtonEntry::begin_group>>(u"bBGroup", {{u"i"}},
-                                                                        "Separator before the button");
-  return description;
+ClassBuilder CButtonProperties::Describe() {
+  ClassBuilder builder(u"CButtonProperties", "The buttons of a report toolbar");
+  builder.Get<&CButtonProperties::TotalButtons>(u"TotalButtons", {}, "Number of buttons")
+      .Method<&CButtonProperties::Add>(u"Add", {{u"i"}}, "Adds buttons")
+      .Method<&CButtonProperties::Reset>(u"Reset", {}, "Empties the list");
+  AddField<&ButtonEntry::caption>(builder, u"sBCaption", "Caption");
+  AddField<&ButtonEntry::tooltip_text>(builder, u"sBTooltipText", "Tooltip");
+  AddField<&ButtonEntry::picture>(builder, u"sBPicture", "Shape that gives the face");
+  AddField<&ButtonEntry::tag>(builder, u"sBTag", "Tag");
+  AddField<&ButtonEntry::on_key>(builder, u"sBOnKey", "Hot key");
+  AddField<&ButtonEntry::on_action>(builder, u"sBOnAction", "Macro");
+  AddField<&ButtonEntry::id>(builder, u"nBID", "Built-in control");
+  AddField<&ButtonEntry::face_id>(builder, u"nBFaceID", "Built-in face");
+  AddField<&ButtonEntry::visible>(builder, u"bBVisible", "Visible at first");
+  AddField<&ButtonEntry::begin_group>(builder, u"bBGroup", "Separator before the button");
+  return builder;
 }
 
 void CButtonProperties::Add(std::uint8_t i) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/member_table.h"
@@ -26,7 +27,7 @@ struct ButtonEntry {
 /// The buttons, numbered from 1. Every index outside the list raises 9 (Subscript out of range).
 class CButtonProperties : public Described<CButtonProperties> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// The last button's number, 0 for an empty list.
   std::uint8_t TotalButtons() const { return static_cast<std::uint8_t>(buttons_.size()); }
@@ -48,6 +49,11 @@ class CButtonProperties : public Described<CButtonProperties> {
   template <auto F, class T = std::remove_cvref_t<decltype(std::declval<ButtonEntry>().*F)>>
   void SetField(std::uint8_t i, T value) {
     Button(i).*F = std::move(value);
+  }
+
+  template <auto F>
+  static void AddField(ClassBuilder& builder, std::u16string_view name, std::string_view help) {
+    builder.Property<&CButtonProperties::Field<F>, &CButtonProperties::SetField<F>>(name, {{u"i"}}, help);
   }
 
   std::vector<ButtonEntry> buttons_;

@@ -13,17 +13,15 @@ bool IsPressed(std::int32_t state) {
 
 }  // namespace
 
-const ClassDescription& CCommandsEvent::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CCommandsEvent", "Carries out the commands of the default buttons")
-          .Method<&CCommandsEvent::cmdHelp>(u"cmdHelp", {Optional(u"sHelpFile"), Optional(u"iHelpContextID")},
-                                            "Shows a help file")
-          .Method<&CCommandsEvent::cmdComment>(u"cmdComment", {}, "Switches the comment indicators")
-          .Method<&CCommandsEvent::cmdFreeze>(u"cmdFreeze", {{u"rnStart"}, Optional(u"ScrollRow")},
-                                              "Freezes the panes above a cell, or thaws them")
-          .Method<&CCommandsEvent::Init>(u"Init", {{u"pCmdBar"}, {u"pDefButton"}},
-                                         "Takes the bar and its buttons");
-  return description;
+ClassBuilder CCommandsEvent::Describe() {
+  return ClassBuilder(u"CCommandsEvent", "Carries out the commands of the default buttons")
+      .Method<&CCommandsEvent::cmdHelp>(u"cmdHelp", {Optional(u"sHelpFile"), Optional(u"iHelpContextID")},
+                                        "Shows a help file")
+      .Method<&CCommandsEvent::cmdComment>(u"cmdComment", {}, "Switches the comment indicators")
+      .Method<&CCommandsEvent::cmdFreeze>(u"cmdFreeze", {{u"rnStart"}, Optional(u"ScrollRow")},
+                                          "Freezes the panes above a cell, or thaws them")
+      .Method<&CCommandsEvent::Init>(u"Init", {{u"pCmdBar"}, {u"pDefButton"}},
+                                     "Takes the bar and its buttons");
 }
 
 void CCommandsEvent::Init(excel::CommandBar pCmdBar, Ref<CDefaultButtons> pDefButton) {

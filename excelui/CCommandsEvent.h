@@ -16,7 +16,7 @@ namespace qva {
 /// of the one at Init.
 class CCommandsEvent : public Described<CCommandsEvent> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   CCommandsEvent() = default;
   explicit CCommandsEvent(ConnectedExcel excel) : excel_(std::move(excel)) {}
 

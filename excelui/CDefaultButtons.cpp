@@ -37,21 +37,17 @@ std::u16string MacroOf(std::u16string workbook_name, std::u16string_view macro) 
 
 }  // namespace
 
-const ClassDescription& CDefaultButtons::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CDefaultButtons", "The default buttons of a report toolbar")
-          .Method<&CDefaultButtons::AddButtons>(u"AddButtons", {}, "Adds the default buttons")
-          .Get<&CDefaultButtons::cmdIndexComment>(u"cmdIndexComment", {}, "Position of the button: comments")
-          .Get<&CDefaultButtons::cmdIndexFreeze>(u"cmdIndexFreeze", {},
-                                                 "Position of the button: freeze panes")
-          .Get<&CDefaultButtons::cmdIndexPrintP>(u"cmdIndexPrintP", {},
-                                                 "Position of the button: print preview")
-          .Get<&CDefaultButtons::cmdIndexPrint>(u"cmdIndexPrint", {}, "Position of the button: print")
-          .Get<&CDefaultButtons::cmdIndexExcel>(u"cmdIndexExcel", {}, "Position of the button: go to Excel")
-          .Get<&CDefaultButtons::cmdIndexHelp>(u"cmdIndexHelp", {}, "Position of the button: help")
-          .Method<&CDefaultButtons::Init>(u"Init", {{u"pwsSeting"}, {u"pCmdBar"}, {u"pBProperties"}},
-                                          "Takes the settings sheet, the bar and its list of buttons");
-  return description;
+ClassBuilder CDefaultButtons::Describe() {
+  return ClassBuilder(u"CDefaultButtons", "The default buttons of a report toolbar")
+      .Method<&CDefaultButtons::AddButtons>(u"AddButtons", {}, "Adds the default buttons")
+      .Get<&CDefaultButtons::cmdIndexComment>(u"cmdIndexComment", {}, "Position of the button: comments")
+      .Get<&CDefaultButtons::cmdIndexFreeze>(u"cmdIndexFreeze", {}, "Position of the button: freeze panes")
+      .Get<&CDefaultButtons::cmdIndexPrintP>(u"cmdIndexPrintP", {}, "Position of the button: print preview")
+      .Get<&CDefaultButtons::cmdIndexPrint>(u"cmdIndexPrint", {}, "Position of the button: print")
+      .Get<&CDefaultButtons::cmdIndexExcel>(u"cmdIndexExcel", {}, "Position of the button: go to Excel")
+      .Get<&CDefaultButtons::cmdIndexHelp>(u"cmdIndexHelp", {}, "Position of the button: help")
+      .Method<&CDefaultButtons::Init>(u"Init", {{u"pwsSeting"}, {u"pCmdBar"}, {u"pBProperties"}},
+                                      "Takes the settings sheet, the bar and its list of buttons");
 }
 
 CDefaultButtons::CDefaultButtons(ConnectedExcel excel) : excel_(std::move(excel)) {

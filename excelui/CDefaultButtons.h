@@ -19,7 +19,7 @@ inline constexpr std::size_t kDefaultButtonCount = 7;
 /// (and then raises what the host's resource object raises).
 class CDefaultButtons : public Described<CDefaultButtons> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   CDefaultButtons() : CDefaultButtons(ConnectedExcel()) {}
   explicit CDefaultButtons(ConnectedExcel excel);

@@ -103,14 +103,11 @@ void SetNamesVisible(const excel::Application& application, bool visible) {
 
 }  // namespace
 
-const ClassDescription& CEnvironment::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CEnvironment", "Puts Excel into the report state or the ordinary state")
-          .Method<&CEnvironment::SetDefaultAppState>(
-              u"SetDefaultAppState", {Optional(u"bDisplayHorizontalScrollBar")}, "Sets the report state")
-          .Method<&CEnvironment::SetDefaultExcelState>(u"SetDefaultExcelState", {},
-                                                       "Sets the ordinary state");
-  return description;
+ClassBuilder CEnvironment::Describe() {
+  return ClassBuilder(u"CEnvironment", "Puts Excel into the report state or the ordinary state")
+      .Method<&CEnvironment::SetDefaultAppState>(
+          u"SetDefaultAppState", {Optional(u"bDisplayHorizontalScrollBar")}, "Sets the report state")
+      .Method<&CEnvironment::SetDefaultExcelState>(u"SetDefaultExcelState", {}, "Sets the ordinary state");
 }
 
 void CEnvironment::SetDefaultAppState(bool) {

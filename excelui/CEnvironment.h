@@ -11,7 +11,7 @@ namespace qva {
 /// skipped, all others are applied, and nothing is raised. The user's own state is CExcelState's matter.
 class CEnvironment : public Described<CEnvironment> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   CEnvironment() = default;
   explicit CEnvironment(ConnectedExcel excel) : excel_(std::move(excel)) {}
 

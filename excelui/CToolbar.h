@@ -26,7 +26,7 @@ namespace qva {
 /// a member says otherwise.
 class CToolbar : public Described<CToolbar> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   CToolbar() = default;
   explicit CToolbar(ConnectedExcel excel) : excel_(std::move(excel)) {}
   /// Deletes the bar, gives all hot keys back and empties the list of buttons. Ignores what Excel raises,

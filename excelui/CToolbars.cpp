@@ -49,22 +49,19 @@ struct GoToApp {
 
 }  // namespace
 
-const ClassDescription& CToolbars::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CToolbars", "The report toolbars")
-          .Method<&CToolbars::CreateToolbar>(u"CreateToolbar", {{u"oSheet"}},
-                                             "Creates a toolbar from a settings sheet")
-          .Method<&CToolbars::Item>(u"Item", {{u"ToolbarID"}}, "The toolbar of an id")
-          .Get<&CToolbars::Count>(u"Count", {}, "Number of toolbars")
-          .Method<&CToolbars::DeleteToolbar>(u"DeleteToolbar", {{u"ToolbarID"}}, "Removes a toolbar")
-          .Method<&CToolbars::Refresh>(u"Refresh", {}, "Binds the hot keys again")
-          .Method<&CToolbars::cmdGoToAppShow>(u"cmdGoToAppShow", {Optional(u"sMacros", u"RestoreApp")},
-                                              "Adds the go-to-application command to Excel's menu")
-          .Method<&CToolbars::cmdGoToAppDelete>(u"cmdGoToAppDelete", {},
-                                                "Removes the go-to-application command")
-          .Get<&CToolbars::cmdGoToAppCaption>(u"cmdGoToAppCaption", {},
-                                              "Caption of the go-to-application command");
-  return description;
+ClassBuilder CToolbars::Describe() {
+  return ClassBuilder(u"CToolbars", "The report toolbars")
+      .Method<&CToolbars::CreateToolbar>(u"CreateToolbar", {{u"oSheet"}},
+                                         "Creates a toolbar from a settings sheet")
+      .Method<&CToolbars::Item>(u"Item", {{u"ToolbarID"}}, "The toolbar of an id")
+      .Get<&CToolbars::Count>(u"Count", {}, "Number of toolbars")
+      .Method<&CToolbars::DeleteToolbar>(u"DeleteToolbar", {{u"ToolbarID"}}, "Removes a toolbar")
+      .Method<&CToolbars::Refresh>(u"Refresh", {}, "Binds the hot keys again")
+      .Method<&CToolbars::cmdGoToAppShow>(u"cmdGoToAppShow", {Optional(u"sMacros", u"RestoreApp")},
+                                          "Adds the go-to-application command to Excel's menu")
+      .Method<&CToolbars::cmdGoToAppDelete>(u"cmdGoToAppDelete", {}, "Removes the go-to-application command")
+      .Get<&CToolbars::cmdGoToAppCaption>(u"cmdGoToAppCaption", {},
+                                          "Caption of the go-to-application command");
 }
 
 CToolbars::~CToolbars() {

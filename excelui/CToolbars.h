@@ -14,7 +14,7 @@ namespace qva {
 /// that the set was made for. Raises whatever Excel raises, unless a member says otherwise.
 class CToolbars : public Described<CToolbars> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   CToolbars() = default;
   explicit CToolbars(ConnectedExcel excel) : excel_(std::move(excel)) {}
   ~CToolbars() override;

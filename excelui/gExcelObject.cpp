@@ -56,31 +56,26 @@ AutomationError ConnectionError(std::u16string_view no_book,
 
 }  // namespace
 
-const ClassDescription& gExcelObject::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"gExcelObject", "Connects a report workbook to Excel and to the host's book")
-          .Method<&gExcelObject::InitConnectEX>(
-              u"InitConnectEX", {{u"App"}, {u"objWB"}, Optional(u"oAppBook")},
-              "Connects to Excel and to the host's book; gives the connection count")
-          .Get<&gExcelObject::oBook>(u"oBook", {}, "The host's book")
-          .Get<&gExcelObject::oToolBars>(u"oToolBars", {}, "The report toolbars")
-          .Get<&gExcelObject::oEnvironment>(u"oEnvironment", {}, "The report state of Excel")
-          .Get<&gExcelObject::oMyPlant>(u"oMyPlant", {}, "The host's plant object")
-          .Method<&gExcelObject::ResetConnectEX>(u"ResetConnectEX", {{u"intEventHandle"}},
-                                                 "Lets go of the book and of all objects but the application")
-          .Method<&gExcelObject::ResetConnectOnError>(u"ResetConnectOnError", {},
-                                                      "ResetConnectEX after an error")
-          .Method<&gExcelObject::ExcelReportError>(u"ExcelReportError", {ErrorObject(u"ExcelErr")},
-                                                   "Reports the error of a failed macro")
-          .Method<&gExcelObject::InitToolBars>(u"InitToolBars", {},
-                                               "Creates the toolbar collection on first use")
-          .Method<&gExcelObject::ResetToolBars>(u"ResetToolBars", {},
-                                                "Releases the toolbar collection on last use")
-          .Method<&gExcelObject::cmdHelp>(u"cmdHelp", {}, "Shows the report help")
-          .Method<&gExcelObject::InitEnvironment>(u"InitEnvironment", {},
-                                                  "Takes a snapshot of the user's Excel")
-          .Method<&gExcelObject::ResetEnvironment>(u"ResetEnvironment", {}, "Puts the latest snapshot back");
-  return description;
+ClassBuilder gExcelObject::Describe() {
+  return ClassBuilder(u"gExcelObject", "Connects a report workbook to Excel and to the host's book")
+      .Method<&gExcelObject::InitConnectEX>(
+          u"InitConnectEX", {{u"App"}, {u"objWB"}, Optional(u"oAppBook")},
+          "Connects to Excel and to the host's book; gives the connection count")
+      .Get<&gExcelObject::oBook>(u"oBook", {}, "The host's book")
+      .Get<&gExcelObject::oToolBars>(u"oToolBars", {}, "The report toolbars")
+      .Get<&gExcelObject::oEnvironment>(u"oEnvironment", {}, "The report state of Excel")
+      .Get<&gExcelObject::oMyPlant>(u"oMyPlant", {}, "The host's plant object")
+      .Method<&gExcelObject::ResetConnectEX>(u"ResetConnectEX", {{u"intEventHandle"}},
+                                             "Lets go of the book and of all objects but the application")
+      .Method<&gExcelObject::ResetConnectOnError>(u"ResetConnectOnError", {}, "ResetConnectEX after an error")
+      .Method<&gExcelObject::ExcelReportError>(u"ExcelReportError", {ErrorObject(u"ExcelErr")},
+                                               "Reports the error of a failed macro")
+      .Method<&gExcelObject::InitToolBars>(u"InitToolBars", {}, "Creates the toolbar collection on first use")
+      .Method<&gExcelObject::ResetToolBars>(u"ResetToolBars", {},
+                                            "Releases the toolbar collection on last use")
+      .Method<&gExcelObject::cmdHelp>(u"cmdHelp", {}, "Shows the report help")
+      .Method<&gExcelObject::InitEnvironment>(u"InitEnvironment", {}, "Takes a snapshot of the user's Excel")
+      .Method<&gExcelObject::ResetEnvironment>(u"ResetEnvironment", {}, "Puts the latest snapshot back");
 }
 
 gExcelObject::~gExcelObject() {

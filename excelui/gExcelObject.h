@@ -18,7 +18,7 @@ namespace qva {
 /// the user's Excel, and the application that it connected last: what it makes goes on with that one.
 class gExcelObject : public Described<gExcelObject> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   ~gExcelObject() override;
 

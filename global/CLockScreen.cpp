@@ -5,10 +5,8 @@
 
 namespace qva {
 
-const ClassDescription& CLockScreen::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CLockScreen", "Freezes the screen for as long as it lives");
-  return description;
+ClassBuilder CLockScreen::Describe() {
+  return ClassBuilder(u"CLockScreen", "Freezes the screen for as long as it lives");
 }
 
 CLockScreen::CLockScreen() {

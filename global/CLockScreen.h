@@ -10,7 +10,7 @@ namespace qva {
 /// when the screen froze is not remembered.
 class CLockScreen : public Described<CLockScreen> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Freezes the screen and shows the wait cursor. Raises 91 without an application, and Excel's errors; the
   /// screen is live then.

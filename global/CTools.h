@@ -13,7 +13,7 @@ namespace qva {
 /// said otherwise Excel's errors pass on to the caller.
 class CTools : public Described<CTools> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Takes the application to work on; Nothing means the library's own (Globals::application).
   void Init(excel::Application p_objExcelApp);

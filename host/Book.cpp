@@ -5,14 +5,12 @@
 
 namespace qva::embedded {
 
-const ClassDescription& Book::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Book", "One company's books")
-          .Get<&Book::BookCode>(u"BookCode", {}, "The code that names the book")
-          .Get<&Book::Name>(u"Name", {}, "The book's name")
-          .Get<&Book::Table>(u"Table", {{u"Name"}}, "The table of a name")
-          .Default(u"BookCode");
-  return description;
+ClassBuilder Book::Describe() {
+  return ClassBuilder(u"Book", "One company's books")
+      .Get<&Book::BookCode>(u"BookCode", {}, "The code that names the book")
+      .Get<&Book::Name>(u"Name", {}, "The book's name")
+      .Get<&Book::Table>(u"Table", {{u"Name"}}, "The table of a name")
+      .Default(u"BookCode");
 }
 
 Ref<Table> Book::Table(std::u16string name) const {

@@ -11,7 +11,7 @@ namespace qva::embedded {
 
 class Book : public Described<Book> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   Book(BookRow row, std::shared_ptr<const HostDatabase> database)
       : row_(std::move(row)), database_(std::move(database)) {}
 

@@ -2,19 +2,15 @@
 
 namespace qva::embedded {
 
-const ClassDescription& Session::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Session", "What the client tools work on")
-          .Method<&Session::SetBook>(u"SetBook", {{u"Book"}}, "Makes a book the one to work on")
-          .Get<&Session::Book>(u"Book", {}, "The book worked on");
-  return description;
+ClassBuilder Session::Describe() {
+  return ClassBuilder(u"Session", "What the client tools work on")
+      .Method<&Session::SetBook>(u"SetBook", {{u"Book"}}, "Makes a book the one to work on")
+      .Get<&Session::Book>(u"Book", {}, "The book worked on");
 }
 
-const ClassDescription& ClientTools::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"ClientTools", "The host's client tools")
-          .Get<&ClientTools::Session>(u"Session", {}, "What the tools work on");
-  return description;
+ClassBuilder ClientTools::Describe() {
+  return ClassBuilder(u"ClientTools", "The host's client tools")
+      .Get<&ClientTools::Session>(u"Session", {}, "What the tools work on");
 }
 
 }  // namespace qva::embedded

@@ -8,7 +8,7 @@ namespace qva::embedded {
 /// What the client tools work on.
 class Session : public Described<Session> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Makes the book the one to work on; Nothing takes the present one away.
   void SetBook(ObjectPtr book) { book_ = std::move(book); }
@@ -21,7 +21,7 @@ class Session : public Described<Session> {
 
 class ClientTools : public Described<ClientTools> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// The one session of these client tools.
   Ref<embedded::Session> Session() const { return session_; }

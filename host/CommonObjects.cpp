@@ -6,12 +6,10 @@
 
 namespace qva::embedded {
 
-const ClassDescription& CommonObjects::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CommonObjects", "The host's common object")
-          .Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}}, "Opens a book")
-          .Get<&CommonObjects::Books>(u"Books", {}, "The table of all books");
-  return description;
+ClassBuilder CommonObjects::Describe() {
+  return ClassBuilder(u"CommonObjects", "The host's common object")
+      .Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}}, "Opens a book")
+      .Get<&CommonObjects::Books>(u"Books", {}, "The table of all books");
 }
 
 Ref<Book> CommonObjects::CreateBook(std::u16string book_code) {

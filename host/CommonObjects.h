@@ -10,7 +10,7 @@ namespace qva::embedded {
 
 class CommonObjects : public Described<CommonObjects> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   explicit CommonObjects(std::shared_ptr<HostStore> store) : store_(std::move(store)) {}
 
   /// Opens the book of a code, creating the sample database on first use. Raises Failure::UnknownBook and

@@ -15,12 +15,10 @@ std::u16string Joined(const std::u16string& first, std::u16string_view separator
 
 }  // namespace
 
-const ClassDescription& Address::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Address", "An address of a company")
-          .Get<&Address::FullText>(u"FullText", {}, "Street, postcode and town in one line")
-          .Get<&Address::Contact>(u"Contact", {{u"Kind"}}, "The contact of a kind");
-  return description;
+ClassBuilder Address::Describe() {
+  return ClassBuilder(u"Address", "An address of a company")
+      .Get<&Address::FullText>(u"FullText", {}, "Street, postcode and town in one line")
+      .Get<&Address::Contact>(u"Contact", {{u"Kind"}}, "The contact of a kind");
 }
 
 std::u16string Address::FullText() const {
@@ -31,17 +29,15 @@ std::u16string Address::Contact(std::u16string kind) const {
   return database_->FindContact(company_code_, kind_, kind).value_or(u"");
 }
 
-const ClassDescription& CompanyAttributes::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CompanyAttributes", "The attributes of a company")
-          .Method<&CompanyAttributes::Init>(u"Init", {{u"Book"}}, "Reads the company of a book")
-          .Get<&CompanyAttributes::Code>(u"Code", {}, "Registration code")
-          .Get<&CompanyAttributes::VATCode>(u"VATCode", {}, "VAT payer code")
-          .Get<&CompanyAttributes::Name>(u"Name", {}, "Name")
-          .Get<&CompanyAttributes::Address>(u"Address", {{u"Kind"}}, "The address of a kind")
-          .Get<&CompanyAttributes::ResponsiblePerson>(u"ResponsiblePerson", {{u"Role"}},
-                                                      "The name of the person of a role");
-  return description;
+ClassBuilder CompanyAttributes::Describe() {
+  return ClassBuilder(u"CompanyAttributes", "The attributes of a company")
+      .Method<&CompanyAttributes::Init>(u"Init", {{u"Book"}}, "Reads the company of a book")
+      .Get<&CompanyAttributes::Code>(u"Code", {}, "Registration code")
+      .Get<&CompanyAttributes::VATCode>(u"VATCode", {}, "VAT payer code")
+      .Get<&CompanyAttributes::Name>(u"Name", {}, "Name")
+      .Get<&CompanyAttributes::Address>(u"Address", {{u"Kind"}}, "The address of a kind")
+      .Get<&CompanyAttributes::ResponsiblePerson>(u"ResponsiblePerson", {{u"Role"}},
+                                                  "The name of the person of a role");
 }
 
 void CompanyAttributes::Init(ObjectPtr book) {

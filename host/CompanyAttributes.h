@@ -12,7 +12,7 @@ namespace qva::embedded {
 /// One address of a company with its contacts.
 class Address : public Described<Address> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   Address(std::u16string company_code, std::u16string kind, AddressRow row,
           std::shared_ptr<const HostDatabase> database)
       : company_code_(std::move(company_code)),
@@ -35,7 +35,7 @@ class Address : public Described<Address> {
 /// Every member but Init raises Failure::NotInitialised before a successful Init.
 class CompanyAttributes : public Described<CompanyAttributes> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   explicit CompanyAttributes(std::shared_ptr<HostStore> store) : store_(std::move(store)) {}
 
   /// Reads the company of a book. Raises Failure::WrongParameters without a book, Failure::UnknownBook for a

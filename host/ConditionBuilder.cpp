@@ -5,14 +5,12 @@
 
 namespace qva::embedded {
 
-const ClassDescription& ConditionBuilder::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"ConditionBuilder", "Makes the text of conditions")
-          .Method<&ConditionBuilder::Equal>(u"Equal", {{u"Field"}, {u"Value"}}, "A field equals a value")
-          .Method<&ConditionBuilder::And>(u"And", {{u"First"}, {u"Second"}}, "Both conditions are met")
-          .Method<&ConditionBuilder::In>(u"In", {{u"Field"}, {u"SubQuery"}},
-                                         "A field is among the results of a sub-query");
-  return description;
+ClassBuilder ConditionBuilder::Describe() {
+  return ClassBuilder(u"ConditionBuilder", "Makes the text of conditions")
+      .Method<&ConditionBuilder::Equal>(u"Equal", {{u"Field"}, {u"Value"}}, "A field equals a value")
+      .Method<&ConditionBuilder::And>(u"And", {{u"First"}, {u"Second"}}, "Both conditions are met")
+      .Method<&ConditionBuilder::In>(u"In", {{u"Field"}, {u"SubQuery"}},
+                                     "A field is among the results of a sub-query");
 }
 
 std::u16string ConditionBuilder::Equal(std::u16string field, Value value) const {

@@ -8,7 +8,7 @@ namespace qva::embedded {
 /// Each member raises Failure::WrongParameters for what it cannot make a condition of.
 class ConditionBuilder : public Described<ConditionBuilder> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// "field = value". The field is a name with or without an alias ("Doc.IDC"); whatever characters the value
   /// has, it stays one value. SqlText.h says what values there are.

@@ -7,12 +7,10 @@
 
 namespace qva::embedded {
 
-const ClassDescription& PathKeyLookup::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Lookup", "A lookup of the host's data")
-          .Method<&PathKeyLookup::Run>(u"Run", {{u"Parameters"}}, "Looks a list of parameters up")
-          .Get<&PathKeyLookup::Folder>(u"Value", {}, "What the last Run found");
-  return description;
+ClassBuilder PathKeyLookup::Describe() {
+  return ClassBuilder(u"Lookup", "A lookup of the host's data")
+      .Method<&PathKeyLookup::Run>(u"Run", {{u"Parameters"}}, "Looks a list of parameters up")
+      .Get<&PathKeyLookup::Folder>(u"Value", {}, "What the last Run found");
 }
 
 bool PathKeyLookup::Run(Value parameters) {
@@ -35,11 +33,9 @@ std::u16string PathKeyLookup::Folder() const {
   return folder_;
 }
 
-const ClassDescription& DataAccess::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"DataAccess", "The host's data access")
-          .Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")}, "The lookup of a name");
-  return description;
+ClassBuilder DataAccess::Describe() {
+  return ClassBuilder(u"DataAccess", "The host's data access")
+      .Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")}, "The lookup of a name");
 }
 
 Ref<PathKeyLookup> DataAccess::Lookup(std::u16string name, ObjectPtr book) const {

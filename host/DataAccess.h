@@ -11,7 +11,7 @@ namespace qva::embedded {
 /// The lookup "PathKey": the folder that the host stores under a path key.
 class PathKeyLookup : public Described<PathKeyLookup> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   PathKeyLookup(std::shared_ptr<const HostDatabase> database, std::u16string book_code)
       : database_(std::move(database)), book_code_(std::move(book_code)) {}
 
@@ -30,7 +30,7 @@ class PathKeyLookup : public Described<PathKeyLookup> {
 
 class DataAccess : public Described<DataAccess> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   explicit DataAccess(std::shared_ptr<HostStore> store) : store_(std::move(store)) {}
 
   /// The lookup of a name (any letter case; "PathKey" is the one there is) on a book or, without one, on the

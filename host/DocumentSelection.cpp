@@ -32,14 +32,12 @@ ChoiceList ListOf(const std::vector<Record>& documents, const TableReader& table
 
 }  // namespace
 
-const ClassDescription& DocumentSelection::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"DocumentSelection", "Lets the user select a document")
-          .Method<&DocumentSelection::Init>(u"Init", {{u"Book"}}, "Gives the selection its book")
-          .Method<&DocumentSelection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}},
-                                            "Shows the documents and lets the user select one")
-          .Get<&DocumentSelection::Field>(u"Field", {{u"Name"}}, "A field of the selected document");
-  return description;
+ClassBuilder DocumentSelection::Describe() {
+  return ClassBuilder(u"DocumentSelection", "Lets the user select a document")
+      .Method<&DocumentSelection::Init>(u"Init", {{u"Book"}}, "Gives the selection its book")
+      .Method<&DocumentSelection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}},
+                                        "Shows the documents and lets the user select one")
+      .Get<&DocumentSelection::Field>(u"Field", {{u"Name"}}, "A field of the selected document");
 }
 
 void DocumentSelection::Init(ObjectPtr book) {

@@ -12,7 +12,7 @@ namespace qva::embedded {
 
 class DocumentSelection : public Described<DocumentSelection> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   /// Borrows the list chooser that shows the documents; without one Open refuses.
   DocumentSelection(std::shared_ptr<HostStore> store, ListChooser* list_chooser)
       : store_(std::move(store)), list_chooser_(list_chooser) {}

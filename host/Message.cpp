@@ -4,12 +4,10 @@
 
 namespace qva::embedded {
 
-const ClassDescription& Message::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Message", "Messages to the user")
-          .Method<&Message::Show>(u"Show", {{u"Text"}, {u"Title"}, {u"Captions"}},
-                                  "Shows a text with one button for each caption");
-  return description;
+ClassBuilder Message::Describe() {
+  return ClassBuilder(u"Message", "Messages to the user")
+      .Method<&Message::Show>(u"Show", {{u"Text"}, {u"Title"}, {u"Captions"}},
+                              "Shows a text with one button for each caption");
 }
 
 std::int32_t Message::Show(std::u16string text, std::u16string title, Value captions) const {

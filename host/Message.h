@@ -8,7 +8,7 @@ namespace qva::embedded {
 
 class Message : public Described<Message> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   /// Borrows the message box that shows the messages.
   explicit Message(MessageBox& message_box) : message_box_(message_box) {}
 

@@ -11,19 +11,16 @@ namespace {
 
 /// A name that cannot lead out of the folder of the resource libraries.
 bool IsLibraryName(std::u16string_view name) {
-  return !name.empty() && std::all_of(name.begin(), name.end(), [](char16_t c) {
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || (c >= u'0' && c <= u'9') || c == u'_';
-  });
+  return !name.empty() && std::all_of(name.begin(), name.end(),
+                                      [](char16_t c) { return IsBasicLetter(c) || IsDigit(c) || c == u'_'; });
 }
 
 }  // namespace
 
-const ClassDescription& MessageResource::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"MessageResource", "The host's texts by number")
-          .Method<&MessageResource::Init>(u"Init", {{u"Library"}}, "Takes the texts from a resource library")
-          .Get<&MessageResource::Text>(u"Text", {{u"Number"}}, "The text of a number");
-  return description;
+ClassBuilder MessageResource::Describe() {
+  return ClassBuilder(u"MessageResource", "The host's texts by number")
+      .Method<&MessageResource::Init>(u"Init", {{u"Library"}}, "Takes the texts from a resource library")
+      .Get<&MessageResource::Text>(u"Text", {{u"Number"}}, "The text of a number");
 }
 
 void MessageResource::Init(std::u16string library) {

@@ -11,7 +11,7 @@ namespace qva::embedded {
 
 class MessageResource : public Described<MessageResource> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   /// `folder` holds a file <library>.txt for each resource library.
   explicit MessageResource(std::filesystem::path folder) : folder_(std::move(folder)) {}
 

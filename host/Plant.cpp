@@ -4,12 +4,10 @@
 
 namespace qva::embedded {
 
-const ClassDescription& Plant::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Plant", "The host's plant object")
-          .Method<&Plant::Init>(u"Init", {{u"Book"}}, "Gives it its book")
-          .Get<&Plant::Book>(u"Book", {}, "The book that Init gave");
-  return description;
+ClassBuilder Plant::Describe() {
+  return ClassBuilder(u"Plant", "The host's plant object")
+      .Method<&Plant::Init>(u"Init", {{u"Book"}}, "Gives it its book")
+      .Get<&Plant::Book>(u"Book", {}, "The book that Init gave");
 }
 
 void Plant::Init(ObjectPtr book) {

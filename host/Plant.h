@@ -7,7 +7,7 @@ namespace qva::embedded {
 
 class Plant : public Described<Plant> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Gives the plant its book. Raises Failure::WrongParameters without one.
   void Init(ObjectPtr book);

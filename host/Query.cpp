@@ -6,17 +6,15 @@
 
 namespace qva::embedded {
 
-const ClassDescription& Query::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Query", "A query on a book's tables and views")
-          .Method<&Query::Init>(u"Init", {{u"Book"}}, "Gives the query its book")
-          .Method<&Query::From>(u"From", {{u"Table"}, {u"Alias"}}, "The table that the query reads")
-          .Method<&Query::Join>(u"Join", {{u"Table"}, {u"Alias"}, {u"Condition"}}, "One more table")
-          .Method<&Query::Select>(u"Select", {{u"Field"}}, "One more field of the result")
-          .Property<&Query::distinct_>(u"Distinct", "Whether equal rows of the result count once")
-          .Property<&Query::condition_>(u"Condition", "The condition that rows must meet, empty for none")
-          .Get<&Query::Sql>(u"Sql", {}, "The query's text");
-  return description;
+ClassBuilder Query::Describe() {
+  return ClassBuilder(u"Query", "A query on a book's tables and views")
+      .Method<&Query::Init>(u"Init", {{u"Book"}}, "Gives the query its book")
+      .Method<&Query::From>(u"From", {{u"Table"}, {u"Alias"}}, "The table that the query reads")
+      .Method<&Query::Join>(u"Join", {{u"Table"}, {u"Alias"}, {u"Condition"}}, "One more table")
+      .Method<&Query::Select>(u"Select", {{u"Field"}}, "One more field of the result")
+      .Property<&Query::distinct_>(u"Distinct", "Whether equal rows of the result count once")
+      .Property<&Query::condition_>(u"Condition", "The condition that rows must meet, empty for none")
+      .Get<&Query::Sql>(u"Sql", {}, "The query's text");
 }
 
 void Query::Init(ObjectPtr book) {

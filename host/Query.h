@@ -11,7 +11,7 @@ namespace qva::embedded {
 /// whether the database knows it shows when the query is run.
 class Query : public Described<Query> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Gives the query its book. One database holds all books, so the text is the same for each of them.
   /// Raises Failure::WrongParameters without a book, and what the book raises.

@@ -13,31 +13,26 @@ constexpr std::int32_t kKeyIsTaken = 457;
 
 }  // namespace
 
-const ClassDescription& SettingsItem::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"SettingsItem", "One named setting")
-          .Get<&SettingsItem::Name>(u"Name", {}, "The name it was added under")
-          .Get<&SettingsItem::Type>(u"Type", {}, "The host's own type code")
-          .Get<&SettingsItem::Value>(u"Value", {}, "The value or object")
-          .Put<&SettingsItem::SetValue>(u"Value")
-          .PutRef<&SettingsItem::SetObject>(u"Value")
-          .Default(u"Value");
-  return description;
+ClassBuilder SettingsItem::Describe() {
+  return ClassBuilder(u"SettingsItem", "One named setting")
+      .Get<&SettingsItem::Name>(u"Name", {}, "The name it was added under")
+      .Get<&SettingsItem::Type>(u"Type", {}, "The host's own type code")
+      .Get<&SettingsItem::Value>(u"Value", {}, "The value or object")
+      .Put<&SettingsItem::SetValue>(u"Value")
+      .PutRef<&SettingsItem::SetObject>(u"Value")
+      .Default(u"Value");
 }
 
 void SettingsItem::SetValue(qva::Value value) {
   value_ = value.Is(qva::Value::Type::Object) ? Get(value.ToObject(), u"") : std::move(value);
 }
 
-const ClassDescription& SettingsCollection::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"SettingsCollection", "Named settings")
-          .Method<&SettingsCollection::Add>(u"Add", {{u"Name"}, {u"Type"}, Optional(u"Value")},
-                                            "Adds a setting")
-          .Get<&SettingsCollection::Item>(u"Item", {{u"Index"}}, "The setting of a name or number")
-          .Get<&SettingsCollection::Count>(u"Count", {}, "The number of settings")
-          .Default(u"Item");
-  return description;
+ClassBuilder SettingsCollection::Describe() {
+  return ClassBuilder(u"SettingsCollection", "Named settings")
+      .Method<&SettingsCollection::Add>(u"Add", {{u"Name"}, {u"Type"}, Optional(u"Value")}, "Adds a setting")
+      .Get<&SettingsCollection::Item>(u"Item", {{u"Index"}}, "The setting of a name or number")
+      .Get<&SettingsCollection::Count>(u"Count", {}, "The number of settings")
+      .Default(u"Item");
 }
 
 void SettingsCollection::Add(std::u16string name, std::int32_t type_code, Value value) {

@@ -10,7 +10,7 @@ namespace qva::embedded {
 /// One named setting: a plain value or an object.
 class SettingsItem : public Described<SettingsItem> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   SettingsItem(std::u16string name, std::int32_t type, qva::Value value)
       : name_(std::move(name)), type_(type), value_(std::move(value)) {}
 
@@ -32,7 +32,7 @@ class SettingsItem : public Described<SettingsItem> {
 /// Settings in the order of their adding, each reached by its name in any letter case or its number from 1.
 class SettingsCollection : public Described<SettingsCollection> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Adds a setting; without a value it is Empty. Raises 457 when the name is taken and
   /// Failure::WrongParameters for an empty name.

@@ -17,14 +17,8 @@ AutomationError Wrong(std::u16string_view member, std::u16string_view cause) {
                    std::u16string(member) + u" " + std::u16string(cause));
 }
 
-bool IsDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
-
 bool IsName(std::u16string_view text) {
-  const auto is_allowed = [](char16_t c) {
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || IsDigit(c) || c == u'_';
-  };
+  const auto is_allowed = [](char16_t c) { return IsBasicLetter(c) || IsDigit(c) || c == u'_'; };
   return !text.empty() && !IsDigit(text.front()) && std::all_of(text.begin(), text.end(), is_allowed);
 }
 

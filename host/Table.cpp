@@ -4,13 +4,11 @@
 
 namespace qva::embedded {
 
-const ClassDescription& Table::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Table", "One of a book's tables")
-          .Method<&Table::Seek>(u"Seek", {{u"Key"}}, "Makes the record of a primary key the current one")
-          .Get<&Table::Field>(u"Field", {{u"Name"}}, "A field of the current record")
-          .Get<&Table::Rows>(u"Rows", {{u"Fields"}}, "The named fields of all records");
-  return description;
+ClassBuilder Table::Describe() {
+  return ClassBuilder(u"Table", "One of a book's tables")
+      .Method<&Table::Seek>(u"Seek", {{u"Key"}}, "Makes the record of a primary key the current one")
+      .Get<&Table::Field>(u"Field", {{u"Name"}}, "A field of the current record")
+      .Get<&Table::Rows>(u"Rows", {{u"Fields"}}, "The named fields of all records");
 }
 
 bool Table::Seek(std::u16string key) {

@@ -13,7 +13,7 @@ namespace qva::embedded {
 /// of fields in any letter case.
 class Table : public Described<Table> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
   /// `reader` is one of the database's.
   Table(const TableReader& reader, std::u16string book_code, std::shared_ptr<const HostDatabase> database)
       : reader_(reader), book_code_(std::move(book_code)), database_(std::move(database)) {}

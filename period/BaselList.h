@@ -1,7 +1,6 @@
 // What the host's list framework does for a grid: fields, columns, rows, lookups and the events around them.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>

@@ -13,11 +13,9 @@ constexpr int kEscape = 27;
 
 }  // namespace
 
-const ClassDescription& CDatePic::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CDatePic", "Lets the user pick a date")
-          .Method<&CDatePic::Show>(u"Show", {{u"Selectdate"}}, "Shows the calendar; true when confirmed");
-  return description;
+ClassBuilder CDatePic::Describe() {
+  return ClassBuilder(u"CDatePic", "Lets the user pick a date")
+      .Method<&CDatePic::Show>(u"Show", {{u"Selectdate"}}, "Shows the calendar; true when confirmed");
 }
 
 bool CDatePic::Show(Date& Selectdate) {

@@ -8,7 +8,7 @@ namespace qva {
 /// Lets the user pick one date from a month calendar.
 class CDatePic : public Described<CDatePic> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Shows the calendar on `Selectdate`, on today for the zero date (30 December 1899). True when the user
   /// confirmed a date, which is then in `Selectdate`: with a double-click on a day or with Enter. False when

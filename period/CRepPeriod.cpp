@@ -85,8 +85,7 @@ void PutCode(const excel::Range& cell, const Value& value) {
   const std::u16string text = value.Is(Value::Type::Text) ? value.ToText() : u"";
   const bool is_number =
       !value.Is(Value::Type::Text) ||
-      (text.size() <= 15 && std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
-       !(text.size() > 1 && text.front() == u'0'));
+      (text.size() <= 15 && std::ranges::all_of(text, IsDigit) && !(text.size() > 1 && text.front() == u'0'));
   if (is_number) return cell.SetValue(value);
   const Value format = cell.NumberFormat();
   try {
@@ -132,12 +131,10 @@ const std::array<CRepPeriod::NamedCell, CRepPeriod::kCellCount> CRepPeriod::kNam
      {u"BudgetCount", u"BudgetCount"},
      {u"BookCode", u""}}};
 
-const ClassDescription& CRepPeriod::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CRepPeriod", "The report period that a workbook keeps in its named cells")
-          .Method<&CRepPeriod::Init>(u"Init", {{u"pWorkSheet"}}, "Binds the named cells of the period")
-          .Method<&CRepPeriod::Edit>(u"Edit", {}, "Lets the user choose the period; true when confirmed");
-  return description;
+ClassBuilder CRepPeriod::Describe() {
+  return ClassBuilder(u"CRepPeriod", "The report period that a workbook keeps in its named cells")
+      .Method<&CRepPeriod::Init>(u"Init", {{u"pWorkSheet"}}, "Binds the named cells of the period")
+      .Method<&CRepPeriod::Edit>(u"Edit", {}, "Lets the user choose the period; true when confirmed");
 }
 
 CRepPeriod::CRepPeriod() : oParams_(host::SettingsCollection::Create(*GetServices().object_factory)) {

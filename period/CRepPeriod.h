@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -18,7 +17,7 @@ namespace qva {
 /// once, then Edit any number of times.
 class CRepPeriod : public Described<CRepPeriod> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Raises what the host's settings collection and the recordset raise.
   CRepPeriod();

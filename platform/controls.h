@@ -153,7 +153,8 @@ class DatePicker : public virtual Control {
   std::function<void()> on_change;  ///< the date has changed
 };
 
-/// A month of days, of which one is selected.
+/// A month of days, of which one is selected. A platform that draws its own months has them in their own
+/// size, not in that of the bounds; the form is wider and higher by the difference.
 class MonthView : public virtual Control {
  public:
   /// The day that is selected, without time.

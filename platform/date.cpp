@@ -4,7 +4,6 @@
 #include <array>
 #include <cmath>
 #include <cstdlib>
-#include <vector>
 
 #include "platform/error.h"
 #include "platform/text.h"
@@ -52,10 +51,6 @@ bool IsPatternLetter(char16_t c) {
 std::u16string Padded(int number, std::size_t width) {
   std::u16string digits = NumberText(number);
   return digits.size() < width ? std::u16string(width - digits.size(), u'0') + digits : digits;
-}
-
-bool IsDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
 }
 
 /// Reads a run of digits at `i`; its length, 0 when there is none or it is longer than a year.

@@ -1,7 +1,6 @@
 // Calendar arithmetic on automation dates, and dates as text.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>

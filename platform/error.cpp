@@ -4,73 +4,49 @@
 
 namespace qva {
 
+namespace {
+
+constexpr std::pair<ErrorNumber, std::u16string_view> kDescriptions[] = {
+    {kInvalidProcedureCall, u"Invalid procedure call or argument"},
+    {kOverflow, u"Overflow"},
+    {kOutOfMemory, u"Out of memory"},
+    {kSubscriptOutOfRange, u"Subscript out of range"},
+    {kTypeMismatch, u"Type mismatch"},
+    {kInternalError, u"Internal error"},
+    {kBadFileNameOrNumber, u"Bad file name or number"},
+    {kFileNotFound, u"File not found"},
+    {kBadFileMode, u"Bad file mode"},
+    {kFileAlreadyOpen, u"File already open"},
+    {kDeviceError, u"Device I/O error"},
+    {kFileAlreadyExists, u"File already exists"},
+    {kDiskFull, u"Disk full"},
+    {kInputPastEnd, u"Input past end of file"},
+    {kTooManyFiles, u"Too many files"},
+    {kPermissionDenied, u"Permission denied"},
+    {kOtherDrive, u"Can't rename with different drive"},
+    {kPathFileAccess, u"Path/File access error"},
+    {kPathNotFound, u"Path not found"},
+    {kObjectNotSet, u"Object variable or With block variable not set"},
+    {kInvalidUseOfNull, u"Invalid use of Null"},
+    {kInvalidPropertyValue, u"Invalid property value"},
+    {kFormAlreadyDisplayed, u"Form already displayed; can't show modally"},
+    {kCannotCreateObject, u"ActiveX component can't create object"},
+    {kUnsupportedMember, u"Object doesn't support this property or method"},
+    {kAutomationFailed, u"Automation error"},
+    {kUnsupportedAction, u"Object doesn't support this action"},
+    {kNamedArgumentNotFound, u"Named argument not found"},
+    {kArgumentNotOptional, u"Argument not optional"},
+    {kWrongArgumentCount, u"Wrong number of arguments or invalid property assignment"},
+    {kApplicationDefined, u"Application-defined or object-defined error"},
+};
+
+}  // namespace
+
 std::u16string StandardDescription(std::int32_t number) {
-  switch (number) {
-    case kInvalidProcedureCall:
-      return u"Invalid procedure call or argument";
-    case kOverflow:
-      return u"Overflow";
-    case kOutOfMemory:
-      return u"Out of memory";
-    case kSubscriptOutOfRange:
-      return u"Subscript out of range";
-    case kTypeMismatch:
-      return u"Type mismatch";
-    case kInternalError:
-      return u"Internal error";
-    case kBadFileNameOrNumber:
-      return u"Bad file name or number";
-    case kFileNotFound:
-      return u"File not found";
-    case kBadFileMode:
-      return u"Bad file mode";
-    case kFileAlreadyOpen:
-      return u"File already open";
-    case kDeviceError:
-      return u"Device I/O error";
-    case kFileAlreadyExists:
-      return u"File already exists";
-    case kDiskFull:
-      return u"Disk full";
-    case kInputPastEnd:
-      return u"Input past end of file";
-    case kTooManyFiles:
-      return u"Too many files";
-    case kPermissionDenied:
-      return u"Permission denied";
-    case kOtherDrive:
-      return u"Can't rename with different drive";
-    case kPathFileAccess:
-      return u"Path/File access error";
-    case kPathNotFound:
-      return u"Path not found";
-    case kObjectNotSet:
-      return u"Object variable or With block variable not set";
-    case kInvalidUseOfNull:
-      return u"Invalid use of Null";
-    case kInvalidPropertyValue:
-      return u"Invalid property value";
-    case kFormAlreadyDisplayed:
-      return u"Form already displayed; can't show modally";
-    case kCannotCreateObject:
-      return u"ActiveX component can't create object";
-    case kUnsupportedMember:
-      return u"Object doesn't support this property or method";
-    case kAutomationFailed:
-      return u"Automation error";
-    case kUnsupportedAction:
-      return u"Object doesn't support this action";
-    case kNamedArgumentNotFound:
-      return u"Named argument not found";
-    case kArgumentNotOptional:
-      return u"Argument not optional";
-    case kWrongArgumentCount:
-      return u"Wrong number of arguments or invalid property assignment";
-    case kApplicationDefined:
-      return u"Application-defined or object-defined error";
-    default:
-      return {};
+  for (const auto& [known, description] : kDescriptions) {
+    if (known == number) return std::u16string(description);
   }
+  return {};
 }
 
 AutomationError::AutomationError(std::int32_t number, std::u16string description)

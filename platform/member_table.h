@@ -117,15 +117,19 @@ class ClassDescription {
   std::u16string_view default_member_;
 };
 
-/// Base of a class with a member table: T has `static const ClassDescription& Description()`.
+/// Base of a class with a member table: T has `static ClassBuilder Describe()`, which is called once.
 template <class T>
 class Described : public Object {
  public:
-  Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override {
-    return T::Description().Invoke(*this, access, member, arguments);
+  static const ClassDescription& Description() {
+    static const ClassDescription& description = T::Describe();
+    return description;
   }
-  std::u16string TypeName() const override { return std::u16string(T::Description().name()); }
-  const ClassDescription* MemberTable() const override { return &T::Description(); }
+  Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override {
+    return Description().Invoke(*this, access, member, arguments);
+  }
+  std::u16string TypeName() const override { return std::u16string(Description().name()); }
+  const ClassDescription* MemberTable() const override { return &Description(); }
 };
 
 namespace member_table_detail {
@@ -358,9 +362,10 @@ inline constexpr MemberCode kCodeOf = {.parameters = {Thunk<F>::kParameters, Thu
 }  // namespace member_table_detail
 
 /// Builds a member table:
-///   static const ClassDescription& description =
-///       ClassBuilder(u"CSetPath", "The user's search path").Method<&CSetPath::RegPath>(u"RegPath",
-///       {{u"PathKey"}}, "…");
+///   ClassBuilder CSetPath::Describe() {
+///     return ClassBuilder(u"CSetPath", "The user's search path")
+///         .Method<&CSetPath::RegPath>(u"RegPath", {{u"PathKey"}}, "…");
+///   }
 /// Raises 51 (Internal error) for a member whose table and signature differ in the number of parameters.
 class ClassBuilder {
  public:
@@ -385,6 +390,11 @@ class ClassBuilder {
   template <auto F>
   ClassBuilder&& PutRef(std::u16string_view name, Parameters parameters = {}, std::string_view help = "") {
     return Add(name, MemberKind::PutRef, parameters, help, member_table_detail::kCodeOf<F>);
+  }
+  /// A property that one function reads and another one writes.
+  template <auto G, auto P>
+  ClassBuilder&& Property(std::u16string_view name, Parameters parameters = {}, std::string_view help = "") {
+    return Get<G>(name, parameters, help).template Put<P>(name, parameters, help);
   }
   /// A property that reads and writes a data member.
   template <auto M>

@@ -36,8 +36,8 @@ class ModelObject : public Described<T> {
   /// Adds a plain property that is a field of the data. With `allowed` values Excel refuses any other one.
   template <auto field, std::int32_t... allowed>
   static void AddProperty(ClassBuilder& builder, std::u16string_view name) {
-    builder.Get<&ModelObject::template Read<field>>(name);
-    builder.Put<&ModelObject::template Write<field, allowed...>>(name);
+    builder.Property<&ModelObject::template Read<field>, &ModelObject::template Write<field, allowed...>>(
+        name);
   }
 
  private:

@@ -31,6 +31,14 @@ bool FitsPattern(std::u16string_view name, std::u16string_view pattern);
 /// Without blanks (U+0020 alone) at either end.
 std::u16string_view Trim(std::u16string_view text);
 
+/// Whether a character is one of 0 … 9, or of A … Z and a … z.
+inline bool IsDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
+inline bool IsBasicLetter(char16_t c) {
+  return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
+}
+
 /// Replaces every occurrence of a non-empty `what`, from the left, without looking at what was put in.
 std::u16string ReplaceAll(std::u16string_view text, std::u16string_view what, std::u16string_view with);
 

@@ -85,7 +85,7 @@ std::optional<WrittenNumber> ParseNumber(std::u16string_view text, std::u16strin
   bool is_negative = false;
   if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) is_negative = text[i++] == u'-';
   for (; i < text.size(); ++i) {
-    if (text[i] >= u'0' && text[i] <= u'9') {
+    if (IsDigit(text[i])) {
       plain += static_cast<char>(text[i]);
       has_digit = true;
     } else if (!has_separator && text.substr(i).starts_with(decimal_separator)) {
@@ -102,7 +102,7 @@ std::optional<WrittenNumber> ParseNumber(std::u16string_view text, std::u16strin
     ++i;
     if (i < text.size() && (text[i] == u'+' || text[i] == u'-')) plain += static_cast<char>(text[i++]);
     const std::size_t first_digit = i;
-    while (i < text.size() && text[i] >= u'0' && text[i] <= u'9') plain += static_cast<char>(text[i++]);
+    while (i < text.size() && IsDigit(text[i])) plain += static_cast<char>(text[i++]);
     if (i == first_digit) return std::nullopt;
   }
   if (i != text.size()) return std::nullopt;

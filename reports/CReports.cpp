@@ -6,43 +6,40 @@
 #include "reports/FrozenScreen.h"
 
 namespace qva {
-const ClassDescription& CReports::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CReports", "Prepares, fills and finishes a report workbook")
-          .Method<&CReports::Init>(u"Init", {{u"WCaption"}},
-                                   "Takes over the active workbook and sets the caption")
-          .Method<&CReports::ReadDate>(u"ReadDate",
-                                       {{u"rYear"}, {u"rMonth"}, {u"rDay"}, {u"rQuater"}, {u"DateType"}},
-                                       "Asks for the report date and writes it into cells")
-          .Method<&CReports::FillAttr>(u"FillAttr", {Optional(u"rIMKodas"),       Optional(u"rPVMKodas"),
-                                                     Optional(u"rPavad"),         Optional(u"rAdresas"),
-                                                     Optional(u"rTelefonas"),     Optional(u"rFaksas"),
-                                                     Optional(u"rVadovas"),       Optional(u"rBuhas"),
-                                                     Optional(u"rBankas"),        Optional(u"rBKodas"),
-                                                     Optional(u"rBSaskaita"),     Optional(u"rSlaveId"),
-                                                     Optional(u"rSlaveCode"),     Optional(u"ID"),
-                                                     Optional(u"rPaprastAkcSk"),  Optional(u"rPrivilegAkcSk"),
-                                                     Optional(u"rNominAkcVerte"), Optional(u"rNuosavAkcSk"),
-                                                     Optional(u"rSodrosKodas"),   Optional(u"rSodrosPavad"),
-                                                     Optional(u"rSodrosTel"),     Optional(u"rSodrosAdresas"),
-                                                     Optional(u"rDraudRegNum")},
-                                       "Writes the company's attributes into cells")
-          .Method<&CReports::FillBnksAcc>(
-              u"FillBnksAcc", {{u"rBankas"}, {u"rBKodas"}, {u"rBSaskaita"}, {u"rSlaveId"}, {u"rSlaveCode"}},
-              "Does nothing; kept for existing macros")
-          .Method<&CReports::Spauzd>(u"Spauzd",
-                                     {{u"sh"}, {u"Out"}, Optional(u"AskBeforePage"), Optional(u"Count")},
-                                     "Prints a sheet within its print area, or previews it")
-          .Method<&CReports::Locking>(u"Locking", {{u"rZona"}}, "Switches the protection of a zone")
-          .Method<&CReports::ClearFormulas>(u"ClearFormulas", {{u"ScanArrea"}},
-                                            "Turns formulas into their values")
-          .Method<&CReports::SaveDoc>(u"SaveDoc",
-                                      {{u"rYear"}, {u"rQuater"}, {u"Saved"}, Optional(u"FullDateInOneRange")},
-                                      "Saves the report under its period")
-          .Method<&CReports::ColorRanges>(u"ColorRanges",
-                                          {{u"rGrey"}, {u"rYellow"}, {u"rColorErr"}, {u"pColor"}},
-                                          "Marks a zone with a grey fill, or unmarks it");
-  return description;
+ClassBuilder CReports::Describe() {
+  return ClassBuilder(u"CReports", "Prepares, fills and finishes a report workbook")
+      .Method<&CReports::Init>(u"Init", {{u"WCaption"}},
+                               "Takes over the active workbook and sets the caption")
+      .Method<&CReports::ReadDate>(u"ReadDate",
+                                   {{u"rYear"}, {u"rMonth"}, {u"rDay"}, {u"rQuater"}, {u"DateType"}},
+                                   "Asks for the report date and writes it into cells")
+      .Method<&CReports::FillAttr>(u"FillAttr", {Optional(u"rIMKodas"),       Optional(u"rPVMKodas"),
+                                                 Optional(u"rPavad"),         Optional(u"rAdresas"),
+                                                 Optional(u"rTelefonas"),     Optional(u"rFaksas"),
+                                                 Optional(u"rVadovas"),       Optional(u"rBuhas"),
+                                                 Optional(u"rBankas"),        Optional(u"rBKodas"),
+                                                 Optional(u"rBSaskaita"),     Optional(u"rSlaveId"),
+                                                 Optional(u"rSlaveCode"),     Optional(u"ID"),
+                                                 Optional(u"rPaprastAkcSk"),  Optional(u"rPrivilegAkcSk"),
+                                                 Optional(u"rNominAkcVerte"), Optional(u"rNuosavAkcSk"),
+                                                 Optional(u"rSodrosKodas"),   Optional(u"rSodrosPavad"),
+                                                 Optional(u"rSodrosTel"),     Optional(u"rSodrosAdresas"),
+                                                 Optional(u"rDraudRegNum")},
+                                   "Writes the company's attributes into cells")
+      .Method<&CReports::FillBnksAcc>(
+          u"FillBnksAcc", {{u"rBankas"}, {u"rBKodas"}, {u"rBSaskaita"}, {u"rSlaveId"}, {u"rSlaveCode"}},
+          "Does nothing; kept for existing macros")
+      .Method<&CReports::Spauzd>(u"Spauzd",
+                                 {{u"sh"}, {u"Out"}, Optional(u"AskBeforePage"), Optional(u"Count")},
+                                 "Prints a sheet within its print area, or previews it")
+      .Method<&CReports::Locking>(u"Locking", {{u"rZona"}}, "Switches the protection of a zone")
+      .Method<&CReports::ClearFormulas>(u"ClearFormulas", {{u"ScanArrea"}},
+                                        "Turns formulas into their values")
+      .Method<&CReports::SaveDoc>(u"SaveDoc",
+                                  {{u"rYear"}, {u"rQuater"}, {u"Saved"}, Optional(u"FullDateInOneRange")},
+                                  "Saves the report under its period")
+      .Method<&CReports::ColorRanges>(u"ColorRanges", {{u"rGrey"}, {u"rYellow"}, {u"rColorErr"}, {u"pColor"}},
+                                      "Marks a zone with a grey fill, or unmarks it");
 }
 
 void CReports::Init(std::u16string WCaption) {

@@ -20,7 +20,7 @@ namespace qva {
 /// longer than a second says so in the status bar.
 class CReports : public Described<CReports> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Takes over the application's active workbook and sets the active window's caption. Excel's errors, such
   /// as that of a missing window, reach the caller; the screen is on afterwards, whatever fails.

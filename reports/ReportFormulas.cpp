@@ -92,11 +92,9 @@ bool IsTextFormat(const Value& format) {
 bool IsPlain(std::u16string_view text) {
   if (text.size() > kLongestTextInBlock) return false;
   const std::u16string_view word = Trim(text);
-  const auto is_letter = [](char16_t c) {
-    return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || (c >= u'\u00C0' && c < u'\u0530');
-  };
+  const auto is_letter = [](char16_t c) { return IsBasicLetter(c) || (c >= u'\u00C0' && c < u'\u0530'); };
   const auto is_allowed = [&](char16_t c) {
-    const bool is_digit = c >= u'0' && c <= u'9';
+    const bool is_digit = IsDigit(c);
     // Quotation marks and dashes among them.
     return is_letter(c) || (c >= u' ' && c <= u'~' && !is_digit) || (c >= u'\u2010' && c <= u'\u2027') ||
            c == u'€';

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <memory>
-#include <new>
 #include <utility>
 
 #include "platform/date.h"

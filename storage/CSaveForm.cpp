@@ -38,34 +38,29 @@ std::u16string ReportFileName(const std::u16string& name, std::int16_t year, std
 
 }  // namespace
 
-const ClassDescription& CSaveForm::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CSaveForm", "Stores a finished report in the reports archive")
-          .Method<&CSaveForm::Init>(u"Init", {}, "Finds the archive")
-          .Method<&CSaveForm::Save>(u"Save",
+ClassBuilder CSaveForm::Describe() {
+  return ClassBuilder(u"CSaveForm", "Stores a finished report in the reports archive")
+      .Method<&CSaveForm::Init>(u"Init", {}, "Finds the archive")
+      .Method<&CSaveForm::Save>(
+          u"Save", {{u"wb"}, {u"BlankName"}, {u"BlankType"}, {u"BlankID"}, {u"BlankDate"}}, "Saves a form")
+      .Method<&CSaveForm::SaveReport>(u"SaveReport", {{u"wb"}, {u"ReportName"}, {u"intYear"}, {u"intQuater"}},
+                                      "Saves a report of a year or period")
+      .Method<&CSaveForm::FileExist>(u"FileExist",
+                                     {{u"wb"}, {u"BlankName"}, {u"BlankType"}, {u"BlankID"}, {u"BlankDate"}},
+                                     "Whether a form was saved before")
+      .Method<&CSaveForm::FileName>(u"FileName",
                                     {{u"wb"}, {u"BlankName"}, {u"BlankType"}, {u"BlankID"}, {u"BlankDate"}},
-                                    "Saves a form")
-          .Method<&CSaveForm::SaveReport>(u"SaveReport",
-                                          {{u"wb"}, {u"ReportName"}, {u"intYear"}, {u"intQuater"}},
-                                          "Saves a report of a year or period")
-          .Method<&CSaveForm::FileExist>(
-              u"FileExist", {{u"wb"}, {u"BlankName"}, {u"BlankType"}, {u"BlankID"}, {u"BlankDate"}},
-              "Whether a form was saved before")
-          .Method<&CSaveForm::FileName>(
-              u"FileName", {{u"wb"}, {u"BlankName"}, {u"BlankType"}, {u"BlankID"}, {u"BlankDate"}},
-              "The file name of a form")
-          .Method<&CSaveForm::ReportExist>(u"ReportExist",
-                                           {{u"wb"}, {u"ReportName"}, {u"intYear"}, {u"intQuater"}},
-                                           "Whether a report was saved before")
-          .Method<&CSaveForm::ReportExistEx>(u"ReportExistEx",
-                                             {{u"ReportName"}, {u"intYear"}, {u"intQuater"}},
-                                             "Whether a report was saved before")
-          .Get<&CSaveForm::ErrorStatus>(u"ErrorStatus", {}, "Code of the last error, 0 for none")
-          .Put<&CSaveForm::SetErrorStatus>(u"ErrorStatus", {}, "Code of the last error, 0 for none")
-          .Property<&CSaveForm::error_description_>(u"ErrorDescr", "Description of the last error")
-          .Property<&CSaveForm::file_full_path_>(u"FileFullPath", "Folder and name of the file")
-          .Property<&CSaveForm::general_path_>(u"GeneralPath", "Root of the archive");
-  return description;
+                                    "The file name of a form")
+      .Method<&CSaveForm::ReportExist>(u"ReportExist",
+                                       {{u"wb"}, {u"ReportName"}, {u"intYear"}, {u"intQuater"}},
+                                       "Whether a report was saved before")
+      .Method<&CSaveForm::ReportExistEx>(u"ReportExistEx", {{u"ReportName"}, {u"intYear"}, {u"intQuater"}},
+                                         "Whether a report was saved before")
+      .Property<&CSaveForm::ErrorStatus, &CSaveForm::SetErrorStatus>(u"ErrorStatus", {},
+                                                                     "Code of the last error, 0 for none")
+      .Property<&CSaveForm::error_description_>(u"ErrorDescr", "Description of the last error")
+      .Property<&CSaveForm::file_full_path_>(u"FileFullPath", "Folder and name of the file")
+      .Property<&CSaveForm::general_path_>(u"GeneralPath", "Root of the archive");
 }
 
 void CSaveForm::Init() {

@@ -18,7 +18,7 @@ namespace qva {
 /// Init comes first. Before it a member that cleans a name raises 91.
 class CSaveForm : public Described<CSaveForm> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Takes the archive's folder from the host's path key "BookRepSave", as GeneralPath and as the root of
   /// reports.

@@ -70,12 +70,10 @@ bool IsSaved(std::u16string_view read) {
 
 }  // namespace
 
-const ClassDescription& CSetPath::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CSetPath", "Puts the library's folder on the user's search path")
-          .Method<&CSetPath::RegPath>(u"RegPath", {{u"PathKey"}},
-                                      "Adds the folder of a path setting; true when the path was changed");
-  return description;
+ClassBuilder CSetPath::Describe() {
+  return ClassBuilder(u"CSetPath", "Puts the library's folder on the user's search path")
+      .Method<&CSetPath::RegPath>(u"RegPath", {{u"PathKey"}},
+                                  "Adds the folder of a path setting; true when the path was changed");
 }
 
 bool CSetPath::RegPath(std::u16string& PathKey) {

@@ -10,7 +10,7 @@ namespace qva {
 /// Puts the library's folder on the user's search path. Keeps nothing between calls.
 class CSetPath : public Described<CSetPath> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Appends the folder "Varnholt" below the path that the host's general setting `PathKey` names to the
   /// user's PATH in the registry, and tells the user by host message 800. An empty or missing setting gives

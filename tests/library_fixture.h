@@ -6,10 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "global/Globals.h"
 #include "global/StartUp.h"

@@ -127,17 +127,25 @@ std::set<std::string> ContractsKept() {
   return kept;
 }
 
-/// The tests of a contract bear the adapter's name, by which it is seen here that each adapter passes them.
+/// The interfaces of the services, without the namespace that one of them has.
+std::vector<std::string> ServiceNames() {
+  return Matches(SourceText("platform/services.h"), "\n  (?:ui::)?(\\w+)\\* \\w+ = nullptr;");
+}
+
+/// The tests of a contract bear the adapter's name, by which it is seen here that each adapter passes them,
+/// those that forward to another one included.
 TEST(Lists, EveryAdapterKeepsTheContractOfItsInterface) {
   const std::set<std::string> kept = ContractsKept();
   const auto sources = SourcesIn({"platform", "host", "server", "tests/extending"});
-  for (const std::string& interface :
-       Matches(SourceText("platform/services.h"), "\n  ((?:ui::)?\\w+)\\* \\w+ = nullptr;")) {
-    const std::string contract = (interface == "ui::FormFactory" ? "Form" : interface) + "Contract_";
+  for (const std::string& interface : ServiceNames()) {
+    const std::string contract = (interface == "FormFactory" ? "Form" : interface) + "Contract_";
     int adapters = 0;
     for (const auto& [path, source] : sources) {
       for (const std::string& name :
-           Matches(source, "\nclass (\\w+)(?: final)? : (?:[^;{]*, )?public " + interface + "\\b[^:]")) {
+           Matches(source,
+                   "\n *(?:class|struct) (\\w+)(?: final)? : (?:[^;{]*, )?(?:public )?"
+                   "(?:ui::)?(?:Forwarding)?" +
+                       interface + "\\b[^:]")) {
         ++adapters;
         EXPECT_TRUE(kept.contains(contract + name)) << contract << name;
       }
@@ -161,8 +169,7 @@ TEST(Lists, EveryServiceHasItsForwardingBase) {
   const std::string forwarding = SourceText("platform/forwarding.h");
   const std::string tests =
       SourceText("tests/platform/forwarding_test.cpp") + SourceText("platform/memory/FaultyRegistry.h");
-  const std::vector<std::string> services =
-      Matches(SourceText("platform/services.h"), "\n  (?:ui::)?(\\w+)\\* \\w+ = nullptr;");
+  const std::vector<std::string> services = ServiceNames();
   EXPECT_EQ(services.size(), sizeof(Services) / sizeof(void*));
   for (const std::string& service : services) {
     EXPECT_NE(forwarding.find("class Forwarding" + service + " : public ForwardingTo<" + service + ">"),
@@ -170,6 +177,34 @@ TEST(Lists, EveryServiceHasItsForwardingBase) {
         << service;
     EXPECT_NE(tests.find("Forwarding" + service), tests.npos) << service << " forwards untested";
   }
+}
+
+/// What can fail is what does not say of each operation that it cannot.
+TEST(Lists, EveryServiceThatCanFailDoesSoOnDemand) {
+  std::map<std::string, std::string> interfaces;
+  for (const auto& [path, source] : SourcesIn({"platform"})) {
+    for (const std::string& service : ServiceNames()) {
+      const std::string interface = Between(source, "\nclass " + service + " {", "\n};");
+      if (!interface.empty()) interfaces[service] = interface;
+    }
+  }
+  std::vector<std::string> failing;
+  for (const std::string& service : ServiceNames()) {
+    const std::string& interface = interfaces[service];
+    const std::size_t operations = Matches(interface, "(= 0;)").size();
+    EXPECT_GT(operations, 0u) << service;
+    if (interface.find("Nothing here raises") != interface.npos ||
+        Matches(interface, "(Does not\\s+(?:///\\s+)?(?:raise|fail))").size() == operations) {
+      continue;
+    }
+    failing.push_back(service);
+    const std::string faulty = "Faulty" + service;
+    const std::string header = SourceText("platform/memory/" + faulty + ".h");
+    EXPECT_FALSE(
+        Matches(header, "\nclass " + faulty + " : public (?:ui::)?(Forwarding" + service + ") ").empty())
+        << service;
+  }
+  EXPECT_THAT(failing, testing::ElementsAre("ObjectFactory", "Registry", "FormFactory", "Files"));
 }
 
 /// The tests of all programs, as "Suite.Test" and "Suite.*".
@@ -205,6 +240,18 @@ TEST(Lists, PagesForDevelopersNameFilesAndTestsThatAreThere) {
       EXPECT_TRUE(tests.contains(name)) << page << ": " << name;
     }
   }
+}
+
+TEST(Lists, SourcesNamePagesThatAreThere) {
+  int named = 0;
+  for (const auto& [path, source] : SourcesIn({"global", "period", "reports", "storage", "excelui",
+                                               "platform", "host", "server", "tools", "bench"})) {
+    for (const std::string& page : Matches(source, "\\b(docs/[A-Za-z0-9_./-]*[A-Za-z0-9_])")) {
+      ++named;
+      EXPECT_TRUE(fs::exists(SourceFolder() / page)) << path << ": " << page;
+    }
+  }
+  EXPECT_GT(named, 10);
 }
 
 }  // namespace

@@ -54,7 +54,7 @@ reports                 platform global period storage
 excelui                 platform global
 host                    platform platform/filesystem
 host/posix              platform/filesystem platform/posix host
-host/windows            platform/windows host
+host/windows            platform platform/windows host
 server                  platform platform/filesystem global period storage reports excelui
 server/calc             platform platform/filesystem platform/posix platform/calc platform/calc/forms platform/calc/toolbars period server
 server/com              platform platform/windows platform/windows/services global server
@@ -62,4 +62,4 @@ server/demo             platform platform/filesystem platform/windows platform/w
 tools/doctor            platform
 tools/doctor/windows    platform platform/filesystem platform/windows platform/windows/services storage server server/com server/demo tools/doctor
 tools/guide             platform server tools/doctor
-tools/report-runner     platform platform/filesystem platform/posix server
+tools/report-runner     platform platform/filesystem platform/posix server server/calc

@@ -2,6 +2,7 @@
 // alone.
 #include "host/OwnersFiles.h"
 
+#include "platform/error.h"
 #include "platform/windows/Handle.h"
 
 namespace qva::embedded {
@@ -9,7 +10,7 @@ namespace qva::embedded {
 std::filesystem::path OwnersDataFolder(
     const std::function<std::filesystem::path(const char* name)>& variable) {
   const auto data = variable("LOCALAPPDATA");
-  return data.is_absolute() ? data / "QVA_Varnholt" : std::filesystem::path();
+  return data.is_absolute() ? data / kLibraryName : std::filesystem::path();
 }
 
 NewFile CreateOwnersFile(const std::filesystem::path& file) {

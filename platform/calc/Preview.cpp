@@ -5,7 +5,6 @@
 #include <com/sun/star/frame/XDispatchProvider.hpp>
 #include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <memory>
-#include <utility>
 #include <vector>
 
 #include "platform/calc/EventLoop.h"

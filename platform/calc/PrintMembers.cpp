@@ -14,11 +14,10 @@ constexpr std::u16string_view kPrintArea = u"Print_Area";
 /// Stands for a sheet's name "Print_Area": LibreOffice keeps print areas beside the names.
 class PrintAreaName : public Described<PrintAreaName> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Name", "The name of a sheet's print area")
-                                                     .Get<&PrintAreaName::Name>(u"Name")
-                                                     .Property<&PrintAreaName::visible_>(u"Visible");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Name", "The name of a sheet's print area")
+        .Get<&PrintAreaName::Name>(u"Name")
+        .Property<&PrintAreaName::visible_>(u"Visible");
   }
   explicit PrintAreaName(excel::Worksheet sheet) : sheet_(std::move(sheet)) {}
 
@@ -31,11 +30,10 @@ class PrintAreaName : public Described<PrintAreaName> {
 
 class SheetNames : public Described<SheetNames> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Names", "A sheet's own names")
-                                                     .Get<&SheetNames::Item>(u"Item", {{u"Index"}})
-                                                     .Default(u"Item");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Names", "A sheet's own names")
+        .Get<&SheetNames::Item>(u"Item", {{u"Index"}})
+        .Default(u"Item");
   }
   explicit SheetNames(ObjectPtr sheet) : sheet_(std::move(sheet)) {}
 

@@ -4,7 +4,6 @@
 
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <optional>
-#include <string>
 
 #include "platform/automation.h"
 

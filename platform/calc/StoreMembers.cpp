@@ -26,10 +26,8 @@ constexpr std::u16string_view kDefaultProject = u"VBAProject";  ///< Excel's nam
 /// A document's project of macros as far as its name.
 class Project : public Described<Project> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"VBProject", "A document's project of macros").Property<&Project::name_>(u"Name");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"VBProject", "A document's project of macros").Property<&Project::name_>(u"Name");
   }
   explicit Project(std::u16string name) : name_(std::move(name)) {}
 

@@ -1,7 +1,11 @@
 #include "platform/calc/SystemPaths.h"
 
+#include <osl/file.hxx>
+
+#include "platform/calc/UnoText.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/services.h"
+#include "platform/text.h"
 
 namespace qva::calc {
 namespace {
@@ -18,6 +22,12 @@ std::filesystem::path SystemPath(std::u16string_view path) {
 
 std::u16string DrivePath(const std::filesystem::path& path) {
   return UserFiles().DrivePath(path);
+}
+
+rtl::OUString FileUrl(const std::filesystem::path& path) {
+  rtl::OUString url;
+  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8(path.string())), url);
+  return url;
 }
 
 }  // namespace qva::calc

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <filesystem>
+#include <rtl/ustring.hxx>
 #include <string>
 #include <string_view>
 
@@ -14,5 +15,8 @@ std::filesystem::path SystemPath(std::u16string_view path);
 
 /// The path on its drive of what the system has at a whole path; off the drives the system's path itself.
 std::u16string DrivePath(const std::filesystem::path& path);
+
+/// A path of the system as LibreOffice's interfaces take it.
+rtl::OUString FileUrl(const std::filesystem::path& path);
 
 }  // namespace qva::calc

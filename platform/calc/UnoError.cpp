@@ -11,7 +11,6 @@
 #include <com/sun/star/script/BasicErrorException.hpp>
 #include <com/sun/star/script/CannotConvertException.hpp>
 #include <cppuhelper/exc_hlp.hxx>
-#include <new>
 
 #include "platform/calc/UnoText.h"
 #include "platform/excel_refusals.h"

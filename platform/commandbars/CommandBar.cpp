@@ -17,23 +17,20 @@ bool IsGiven(const Value& criterion) {
 
 }  // namespace
 
-const ClassDescription& CommandBar::Description() {
-  static const ClassDescription& description = []() -> const ClassDescription& {
-    ClassBuilder builder(std::u16string_view(kBarClass), "A toolbar or menu bar");
-    builder.Get<&CommandBar::Name>(u"Name").Put<&CommandBar::SetName>(u"Name");
-    builder.Get<&CommandBar::Index>(u"Index");
-    builder.Get<&CommandBar::Visible>(u"Visible").Put<&CommandBar::SetVisible>(u"Visible");
-    AddProperty<&CommandBarData::enabled>(builder, u"Enabled");
-    AddProperty<&CommandBarData::protection>(builder, u"Protection");
-    builder.Get<&CommandBar::Position>(u"Position").Put<&CommandBar::SetPosition>(u"Position");
-    builder.Get<&CommandBar::BuiltIn>(u"BuiltIn").Get<&CommandBar::Type>(u"Type");
-    builder.Get<&CommandBar::Controls>(u"Controls");
-    builder.Method<&CommandBar::FindControl>(
-        u"FindControl", {Optional(u"Type"), Optional(u"Id"), Optional(u"Tag"), Optional(u"Visible")});
-    builder.Method<&CommandBar::Delete>(u"Delete");
-    return std::move(builder).Default(u"Name");
-  }();
-  return description;
+ClassBuilder CommandBar::Describe() {
+  ClassBuilder builder(std::u16string_view(kBarClass), "A toolbar or menu bar");
+  builder.Property<&CommandBar::Name, &CommandBar::SetName>(u"Name");
+  builder.Get<&CommandBar::Index>(u"Index");
+  builder.Property<&CommandBar::Visible, &CommandBar::SetVisible>(u"Visible");
+  AddProperty<&CommandBarData::enabled>(builder, u"Enabled");
+  AddProperty<&CommandBarData::protection>(builder, u"Protection");
+  builder.Property<&CommandBar::Position, &CommandBar::SetPosition>(u"Position");
+  builder.Get<&CommandBar::BuiltIn>(u"BuiltIn").Get<&CommandBar::Type>(u"Type");
+  builder.Get<&CommandBar::Controls>(u"Controls");
+  builder.Method<&CommandBar::FindControl>(
+      u"FindControl", {Optional(u"Type"), Optional(u"Id"), Optional(u"Tag"), Optional(u"Visible")});
+  builder.Method<&CommandBar::Delete>(u"Delete");
+  return std::move(builder).Default(u"Name");
 }
 
 std::u16string CommandBar::Name() {

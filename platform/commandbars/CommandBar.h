@@ -12,7 +12,7 @@ namespace qva::commandbars {
 class CommandBar : public ModelObject<CommandBar, CommandBarData, CommandBarApplication> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::u16string Name();

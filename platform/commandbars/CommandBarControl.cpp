@@ -9,31 +9,27 @@ constexpr std::u16string_view kControlClass = u"CommandBarControl";
 
 }  // namespace
 
-const ClassDescription& CommandBarControl::Description() {
-  static const ClassDescription& description = []() -> const ClassDescription& {
-    using Data = CommandBarControlData;
-    using Control = CommandBarControl;
-    ClassBuilder builder(std::u16string_view(kControlClass), "A button or box of a command bar");
-    builder.Get<&Control::BuiltIn>(u"BuiltIn").Get<&Control::Type>(u"Type").Get<&Control::Id>(u"Id");
-    builder.Get<&Control::Index>(u"Index");
-    AddProperty<&Data::caption>(builder, u"Caption");
-    AddProperty<&Data::parameter>(builder, u"Parameter");
-    AddProperty<&Data::tag>(builder, u"Tag");
-    builder.Get<&Control::ToolTipText>(u"ToolTipText").Put<&Control::SetToolTipText>(u"ToolTipText");
-    AddProperty<&Data::on_action>(builder, u"OnAction");
-    AddProperty<&Data::visible>(builder, u"Visible");
-    AddProperty<&Data::enabled>(builder, u"Enabled");
-    AddProperty<&Data::begin_group>(builder, u"BeginGroup");
-    AddProperty<&Data::width>(builder, u"Width");
-    builder.Get<&Control::Style>(u"Style").Put<&Control::SetStyle>(u"Style");
-    builder.Get<&Control::FaceId>(u"FaceId").Put<&Control::SetFaceId>(u"FaceId");
-    builder.Method<&Control::PasteFace>(u"PasteFace");
-    builder.Get<&Control::State>(u"State").Put<&Control::SetState>(u"State");
-    builder.Method<&Control::Execute>(u"Execute")
-        .Method<&Control::Delete>(u"Delete", {Optional(u"Temporary")});
-    return std::move(builder).Default(u"Caption");
-  }();
-  return description;
+ClassBuilder CommandBarControl::Describe() {
+  using Data = CommandBarControlData;
+  using Control = CommandBarControl;
+  ClassBuilder builder(std::u16string_view(kControlClass), "A button or box of a command bar");
+  builder.Get<&Control::BuiltIn>(u"BuiltIn").Get<&Control::Type>(u"Type").Get<&Control::Id>(u"Id");
+  builder.Get<&Control::Index>(u"Index");
+  AddProperty<&Data::caption>(builder, u"Caption");
+  AddProperty<&Data::parameter>(builder, u"Parameter");
+  AddProperty<&Data::tag>(builder, u"Tag");
+  builder.Property<&Control::ToolTipText, &Control::SetToolTipText>(u"ToolTipText");
+  AddProperty<&Data::on_action>(builder, u"OnAction");
+  AddProperty<&Data::visible>(builder, u"Visible");
+  AddProperty<&Data::enabled>(builder, u"Enabled");
+  AddProperty<&Data::begin_group>(builder, u"BeginGroup");
+  AddProperty<&Data::width>(builder, u"Width");
+  builder.Property<&Control::Style, &Control::SetStyle>(u"Style");
+  builder.Property<&Control::FaceId, &Control::SetFaceId>(u"FaceId");
+  builder.Method<&Control::PasteFace>(u"PasteFace");
+  builder.Property<&Control::State, &Control::SetState>(u"State");
+  builder.Method<&Control::Execute>(u"Execute").Method<&Control::Delete>(u"Delete", {Optional(u"Temporary")});
+  return std::move(builder).Default(u"Caption");
 }
 
 CommandBarControlData& CommandBarControl::Button() {

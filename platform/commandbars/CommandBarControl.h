@@ -14,7 +14,7 @@ class CommandBarControl
     : public ModelObject<CommandBarControl, CommandBarControlData, CommandBarApplication> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// The control, which must be a button.

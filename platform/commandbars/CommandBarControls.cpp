@@ -12,16 +12,13 @@ std::int32_t NumberOr(std::int32_t otherwise, const Value& number) {
 
 }  // namespace
 
-const ClassDescription& CommandBarControls::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CommandBarControls", "The controls of a command bar")
-          .Get<&CommandBarControls::Count>(u"Count")
-          .Get<&CommandBarControls::Item>(u"Item", {{u"Index"}})
-          .Method<&CommandBarControls::Add>(
-              u"Add", {Optional(u"Type"), Optional(u"Id"), Optional(u"Parameter"), Optional(u"Before"),
-                       Optional(u"Temporary")})
-          .Default(u"Item");
-  return description;
+ClassBuilder CommandBarControls::Describe() {
+  return ClassBuilder(u"CommandBarControls", "The controls of a command bar")
+      .Get<&CommandBarControls::Count>(u"Count")
+      .Get<&CommandBarControls::Item>(u"Item", {{u"Index"}})
+      .Method<&CommandBarControls::Add>(u"Add", {Optional(u"Type"), Optional(u"Id"), Optional(u"Parameter"),
+                                                 Optional(u"Before"), Optional(u"Temporary")})
+      .Default(u"Item");
 }
 
 std::int32_t CommandBarControls::Count() {

@@ -13,7 +13,7 @@ class CommandBarControls : public Described<CommandBarControls> {
  public:
   CommandBarControls(std::shared_ptr<CommandBarApplication> application, std::shared_ptr<CommandBarData> bar)
       : application_(std::move(application)), bar_(std::move(bar)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::int32_t Count();

@@ -5,16 +5,13 @@
 
 namespace qva::commandbars {
 
-const ClassDescription& CommandBars::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"CommandBars", "The toolbars and menu bars")
-          .Get<&CommandBars::Count>(u"Count")
-          .Get<&CommandBars::Item>(u"Item", {{u"Index"}})
-          .Method<&CommandBars::Add>(u"Add",
-                                     {Optional(u"Name"), Optional(u"Position", std::int32_t{msoBarTop}),
-                                      Optional(u"MenuBar"), Optional(u"Temporary")})
-          .Default(u"Item");
-  return description;
+ClassBuilder CommandBars::Describe() {
+  return ClassBuilder(u"CommandBars", "The toolbars and menu bars")
+      .Get<&CommandBars::Count>(u"Count")
+      .Get<&CommandBars::Item>(u"Item", {{u"Index"}})
+      .Method<&CommandBars::Add>(u"Add", {Optional(u"Name"), Optional(u"Position", std::int32_t{msoBarTop}),
+                                          Optional(u"MenuBar"), Optional(u"Temporary")})
+      .Default(u"Item");
 }
 
 std::int32_t CommandBars::Count() {

@@ -12,7 +12,7 @@ class CommandBars : public Described<CommandBars> {
  public:
   explicit CommandBars(std::shared_ptr<CommandBarApplication> application)
       : application_(std::move(application)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::int32_t Count();

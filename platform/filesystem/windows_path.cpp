@@ -14,10 +14,6 @@ bool IsSeparator(char16_t c) {
   return kSeparators.find(c) != kSeparators.npos;
 }
 
-bool IsLetter(char16_t c) {
-  return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
-
 /// Takes what stands before the next separator off a path, and the separator.
 std::u16string_view TakeName(std::u16string_view& path) {
   const std::size_t end = std::min(path.find_first_of(kSeparators), path.size());
@@ -50,7 +46,7 @@ WindowsPath TakeStart(std::u16string_view& path, const WindowsPath& current) {
     CheckRootName(share);
     return {.root = u"\\\\" + std::u16string(server) + u"\\" + std::u16string(share)};
   }
-  if (path.size() >= 2 && path[1] == u':' && IsLetter(path[0])) {
+  if (path.size() >= 2 && path[1] == u':' && IsBasicLetter(path[0])) {
     const std::u16string drive(path.substr(0, 2));
     path.remove_prefix(2);
     const bool is_relative = path.empty() || !IsSeparator(path[0]);

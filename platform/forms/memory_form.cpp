@@ -14,8 +14,7 @@ namespace qva {
 namespace {
 
 [[noreturn]] void Refuse(std::u16string_view name, std::u16string_view why) {
-  throw AutomationError(kInvalidProcedureCall,
-                        u"The control " + std::u16string(name) + u" " + std::u16string(why));
+  throw ImpossibleStep(u"The control " + std::u16string(name) + u" " + std::u16string(why));
 }
 
 void Raise(const std::function<void()>& event) {
@@ -331,6 +330,7 @@ void MemoryForm::Type(std::u16string_view name, std::u16string_view text) {
 }
 
 void MemoryForm::PickDate(std::u16string_view name, Date date) {
+  if (!IsPickerDay(date)) Refuse(name, u"cannot show this date");
   if (As<ui::MonthView>(name)) {
     Usable<ui::MonthView>(name, u"given a date").SetValue(date);
   } else {
@@ -339,6 +339,7 @@ void MemoryForm::PickDate(std::u16string_view name, Date date) {
 }
 
 void MemoryForm::DoubleClickDay(std::u16string_view name, Date day) {
+  if (!IsPickerDay(day)) Refuse(name, u"cannot show this date");
   auto& month = Usable<ui::MonthView>(name, u"given a date");
   month.SetValue(day);
   Raise(month.on_day_double_click);

@@ -12,10 +12,17 @@
 
 namespace qva {
 
+/// What no user could do with a form: 5 (Invalid procedure call), with a description that names the control.
+class ImpossibleStep : public AutomationError {
+ public:
+  explicit ImpossibleStep(std::u16string description)
+      : AutomationError(kInvalidProcedureCall, std::move(description)) {}
+};
+
 /// A form whose controls behave as desktop controls do, without a window. While it is shown, a function takes
 /// the user's place. It works the form through the operations below, which do what mouse and keyboard would
 /// do and so reach only controls that are there, enabled and of a kind that takes the gesture; otherwise they
-/// raise 5 (Invalid procedure call) with a description that names the control.
+/// raise an ImpossibleStep. What a handler raises passes on.
 class MemoryForm : public ui::Form {
  public:
   using User = std::function<void(MemoryForm& form)>;

@@ -11,18 +11,18 @@ namespace {
 
 constexpr int kLastPickerYear = 9999;
 
-bool CanShow(Date day) {
+}  // namespace
+
+bool IsPickerDay(Date date) {
+  const Date day{std::floor(date.serial)};
   return day >= DateFromParts(kFirstPickerYear, 1, 1) && day <= DateFromParts(kLastPickerYear, 12, 31);
 }
 
-}  // namespace
-
 Date PickerDay(Date date) {
-  const Date day{std::floor(date.serial)};
-  if (!CanShow(day)) {
+  if (!IsPickerDay(date)) {
     throw AutomationError(kInvalidPropertyValue, u"A date picker cannot show this date");
   }
-  return day;
+  return {std::floor(date.serial)};
 }
 
 Date MovedByMonths(Date date, int months) {
@@ -35,7 +35,7 @@ Date MovedByMonths(Date date, int months) {
 
 Date MovedByDays(Date date, int days) {
   const Date moved{date.serial + days};
-  return CanShow(moved) ? moved : date;
+  return IsPickerDay(moved) ? moved : date;
 }
 
 Date FirstOfMonth(Date date) {

@@ -8,8 +8,10 @@ namespace qva {
 /// The first year that pickers can show, as Windows' own.
 inline constexpr int kFirstPickerYear = 1753;
 
-/// The day of a date, without its time. Raises 380 (Invalid property value) outside 1 January 1753 …
-/// 31 December 9999.
+/// Whether a date is one of 1 January 1753 … 31 December 9999, at any time of the day.
+bool IsPickerDay(Date date);
+
+/// The day of a date, without its time. Raises 380 (Invalid property value) for one that pickers cannot show.
 Date PickerDay(Date date);
 
 /// The date so many months later, or earlier; a day that the month lacks becomes its last one. Out of a

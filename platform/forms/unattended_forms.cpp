@@ -11,14 +11,18 @@ namespace {
 
 constexpr std::u16string_view kList = u"list";
 
-AutomationError AnswerError(const std::string& description) {
-  return AutomationError(kInvalidProcedureCall, FromUtf8(description));
-}
+/// An answer that cannot have been meant for the form.
+class WrongAnswer : public AutomationError {
+ public:
+  explicit WrongAnswer(const std::string& description)
+      : AutomationError(kInvalidProcedureCall, FromUtf8(description)) {}
+};
 
 /// The form does not take what it understood, or gets no answer at all.
 class Refusal : public AutomationError {
  public:
-  explicit Refusal(const std::string& description) : AutomationError(AnswerError(description)) {}
+  explicit Refusal(const std::string& description)
+      : AutomationError(kInvalidProcedureCall, FromUtf8(description)) {}
 };
 
 /// The words of an answer's left side.
@@ -37,7 +41,7 @@ std::optional<std::size_t> Number(std::u16string_view text) {
   if (text.empty() || text.size() > 6) return std::nullopt;
   std::size_t number = 0;
   for (const char16_t digit : text) {
-    if (digit < u'0' || digit > u'9') return std::nullopt;
+    if (!IsDigit(digit)) return std::nullopt;
     number = number * 10 + (digit - u'0');
   }
   return number == 0 ? std::nullopt : std::optional(number);
@@ -65,21 +69,21 @@ void UnattendedForms::Work(MemoryForm& form) {
                     (answers_path_.empty() ? "" : " in " + PathText(answers_path_)));
     }
     ++next_;
-    if (left_over) throw AnswerError(Place(*left_over) + ": no form was open for it");
+    if (left_over) throw WrongAnswer(Place(*left_over) + ": no form was open for it");
     while (form.Visible()) {
       const std::optional<Answer> answer = NextAnswer();
       if (!answer) throw Refusal("The answers end while the form " + name + " is still open");
       Do(form, *answer);
-      if (!list_problem_.empty()) throw AnswerError(std::exchange(list_problem_, {}));
+      if (!list_problem_.empty()) throw WrongAnswer(std::exchange(list_problem_, {}));
       Log("  " + ToUtf8(answer->text));
     }
   } catch (const AutomationError& error) {
     Log("ERROR: " + ToUtf8(error.description()));
     SkipShowing();
-    if (dynamic_cast<const Refusal*>(&error)) {
-      TellFailure(error.description());
-    } else {
+    if (dynamic_cast<const WrongAnswer*>(&error)) {
       TellWrongAnswer(error.description());
+    } else {
+      TellFailure(error.description());
     }
     throw;
   }
@@ -93,7 +97,7 @@ void UnattendedForms::Do(MemoryForm& form, const Answer& answer) {
       has_value ? Trim(std::u16string_view(answer.text).substr(equals + 1)) : std::u16string_view();
   const auto date = [&](std::u16string_view text) {
     const std::optional<Date> day = ParseDate(text, locale_);
-    if (!day) throw AnswerError("\"" + ToUtf8(text) + "\" is no date");
+    if (!day) throw WrongAnswer("\"" + ToUtf8(text) + "\" is no date");
     return *day;
   };
 
@@ -113,7 +117,7 @@ void UnattendedForms::Do(MemoryForm& form, const Answer& answer) {
     } else if (words.size() == 3 && words[1] == u"key" && Number(words[2]) && !has_value) {
       form.PressKey(name, static_cast<int>(*Number(words[2])));
     } else if (words.size() != 1 || is_grid) {
-      throw AnswerError("This is no answer");
+      throw WrongAnswer("This is no answer");
     } else if (!has_value) {
       form.Click(name);
     } else if (dynamic_cast<const ui::DatePicker*>(control) || dynamic_cast<const ui::MonthView*>(control)) {
@@ -126,8 +130,10 @@ void UnattendedForms::Do(MemoryForm& form, const Answer& answer) {
     }
   } catch (const Refusal& refusal) {
     throw Refusal(Place(answer) + ": " + ToUtf8(refusal.description()));
-  } catch (const AutomationError& error) {
-    throw AnswerError(Place(answer) + ": " + ToUtf8(error.description()));
+  } catch (const WrongAnswer& error) {
+    throw WrongAnswer(Place(answer) + ": " + ToUtf8(error.description()));
+  } catch (const ImpossibleStep& error) {
+    throw WrongAnswer(Place(answer) + ": " + ToUtf8(error.description()));
   }
 }
 

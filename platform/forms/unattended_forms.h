@@ -34,7 +34,8 @@ namespace qva {
 /// tells the line. The form is hidden then, and the next showing goes on with the next answers. Answers left
 /// over when a form closes raise the same from the next showing. Everything is told in the log, as
 /// UnattendedMessageBox does, and what is wrong to the failure listener: as a failure where there are no
-/// answers or the form refuses one, as a wrong answer otherwise.
+/// answers, the form refuses one, or a handler of the form raises an error, which is that of the showing
+/// then; as a wrong answer otherwise.
 class UnattendedForms : public ui::FormFactory, public ListChooser {
  public:
   /// An empty answers path means no answers, an empty log path the standard error output. Clock and locale

@@ -24,12 +24,11 @@ const T& Find(const std::map<std::u16string, T>& map, std::u16string_view key, s
 
 class BookObject : public Described<BookObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Book", "")
-                                                     .Get<&BookObject::BookCode>(u"BookCode")
-                                                     .Get<&BookObject::Table>(u"Table", {{u"Name"}})
-                                                     .Default(u"BookCode");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Book", "")
+        .Get<&BookObject::BookCode>(u"BookCode")
+        .Get<&BookObject::Table>(u"Table", {{u"Name"}})
+        .Default(u"BookCode");
   }
   BookObject(MemoryHost& host, std::u16string code) : host_(host), code_(std::move(code)) {}
   std::u16string BookCode() const { return code_; }
@@ -47,11 +46,9 @@ class BookObject : public Described<BookObject> {
 
 class CommonObjectsObject : public Described<CommonObjectsObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"CommonObjects", "")
-            .Method<&CommonObjectsObject::CreateBook>(u"CreateBook", {{u"BookCode"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"CommonObjects", "")
+        .Method<&CommonObjectsObject::CreateBook>(u"CreateBook", {{u"BookCode"}});
   }
   explicit CommonObjectsObject(MemoryHost& host) : host_(host) {}
   ObjectPtr CreateBook(std::u16string code) {
@@ -65,10 +62,8 @@ class CommonObjectsObject : public Described<CommonObjectsObject> {
 
 class PlantObject : public Described<PlantObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Plant", "").Method<&PlantObject::Init>(u"Init", {{u"Book"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Plant", "").Method<&PlantObject::Init>(u"Init", {{u"Book"}});
   }
   explicit PlantObject(MemoryHost& host) : host_(host) {}
   void Init(ObjectPtr book) { host_.plants_made.push_back(host::Book(std::move(book)).BookCode()); }
@@ -79,10 +74,8 @@ class PlantObject : public Described<PlantObject> {
 
 class SessionObject : public Described<SessionObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Session", "").Method<&SessionObject::SetBook>(u"SetBook", {{u"Book"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Session", "").Method<&SessionObject::SetBook>(u"SetBook", {{u"Book"}});
   }
   explicit SessionObject(MemoryHost& host) : host_(host) {}
   void SetBook(ObjectPtr book) {
@@ -95,10 +88,8 @@ class SessionObject : public Described<SessionObject> {
 
 class ClientToolsObject : public Described<ClientToolsObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"ClientTools", "").Get<&ClientToolsObject::Session>(u"Session");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"ClientTools", "").Get<&ClientToolsObject::Session>(u"Session");
   }
   explicit ClientToolsObject(MemoryHost& host) : session_(MakeRef<SessionObject>(host)) {}
   ObjectPtr Session() const { return session_; }
@@ -109,11 +100,10 @@ class ClientToolsObject : public Described<ClientToolsObject> {
 
 class AddressObject : public Described<AddressObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Address", "")
-                                                     .Get<&AddressObject::FullText>(u"FullText")
-                                                     .Get<&AddressObject::Contact>(u"Contact", {{u"Kind"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Address", "")
+        .Get<&AddressObject::FullText>(u"FullText")
+        .Get<&AddressObject::Contact>(u"Contact", {{u"Kind"}});
   }
   explicit AddressObject(const MemoryHost::Address& address) : address_(address) {}
   std::u16string FullText() const { return address_.full_text; }
@@ -128,16 +118,14 @@ class AddressObject : public Described<AddressObject> {
 
 class CompanyAttributesObject : public Described<CompanyAttributesObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"CompanyAttributes", "")
-            .Method<&CompanyAttributesObject::Init>(u"Init", {{u"Book"}})
-            .Get<&CompanyAttributesObject::Code>(u"Code")
-            .Get<&CompanyAttributesObject::VATCode>(u"VATCode")
-            .Get<&CompanyAttributesObject::Name>(u"Name")
-            .Get<&CompanyAttributesObject::Address>(u"Address", {{u"Kind"}})
-            .Get<&CompanyAttributesObject::ResponsiblePerson>(u"ResponsiblePerson", {{u"Role"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"CompanyAttributes", "")
+        .Method<&CompanyAttributesObject::Init>(u"Init", {{u"Book"}})
+        .Get<&CompanyAttributesObject::Code>(u"Code")
+        .Get<&CompanyAttributesObject::VATCode>(u"VATCode")
+        .Get<&CompanyAttributesObject::Name>(u"Name")
+        .Get<&CompanyAttributesObject::Address>(u"Address", {{u"Kind"}})
+        .Get<&CompanyAttributesObject::ResponsiblePerson>(u"ResponsiblePerson", {{u"Role"}});
   }
   explicit CompanyAttributesObject(MemoryHost& host) : host_(host) {}
   void Init(ObjectPtr book) { company_ = &Find(host_.books, host::Book(book).BookCode(), u"book"); }
@@ -164,11 +152,10 @@ class CompanyAttributesObject : public Described<CompanyAttributesObject> {
 
 class LookupObject : public Described<LookupObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Lookup", "")
-                                                     .Method<&LookupObject::Run>(u"Run", {{u"Parameters"}})
-                                                     .Get<&LookupObject::Result>(u"Value");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Lookup", "")
+        .Method<&LookupObject::Run>(u"Run", {{u"Parameters"}})
+        .Get<&LookupObject::Result>(u"Value");
   }
   explicit LookupObject(MemoryHost& host) : host_(host) {}
   bool Run(Value parameters) {
@@ -190,11 +177,9 @@ class LookupObject : public Described<LookupObject> {
 
 class DataAccessObject : public Described<DataAccessObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"DataAccess", "")
-            .Get<&DataAccessObject::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"DataAccess", "")
+        .Get<&DataAccessObject::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")});
   }
   explicit DataAccessObject(MemoryHost& host) : host_(host) {}
   ObjectPtr Lookup(std::u16string name, ObjectPtr) const {
@@ -208,15 +193,13 @@ class DataAccessObject : public Described<DataAccessObject> {
 
 class SettingsItemObject : public Described<SettingsItemObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"SettingsItem", "")
-                                                     .Get<&SettingsItemObject::Name>(u"Name")
-                                                     .Get<&SettingsItemObject::Type>(u"Type")
-                                                     .Get<&SettingsItemObject::Content>(u"Value")
-                                                     .Put<&SettingsItemObject::SetContent>(u"Value")
-                                                     .PutRef<&SettingsItemObject::SetObject>(u"Value")
-                                                     .Default(u"Value");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"SettingsItem", "")
+        .Get<&SettingsItemObject::Name>(u"Name")
+        .Get<&SettingsItemObject::Type>(u"Type")
+        .Property<&SettingsItemObject::Content, &SettingsItemObject::SetContent>(u"Value")
+        .PutRef<&SettingsItemObject::SetObject>(u"Value")
+        .Default(u"Value");
   }
   SettingsItemObject(std::u16string name, std::int32_t type, Value value)
       : name_(std::move(name)), type_(type), value_(std::move(value)) {}
@@ -236,15 +219,13 @@ class SettingsItemObject : public Described<SettingsItemObject> {
 
 class SettingsCollectionObject : public Described<SettingsCollectionObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"SettingsCollection", "")
-            .Method<&SettingsCollectionObject::Add>(
-                u"Add", {{u"Name"}, {u"Type"}, Optional(u"Value", DefaultValue::Empty())})
-            .Get<&SettingsCollectionObject::Item>(u"Item", {{u"Name"}})
-            .Get<&SettingsCollectionObject::Count>(u"Count")
-            .Default(u"Item");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"SettingsCollection", "")
+        .Method<&SettingsCollectionObject::Add>(
+            u"Add", {{u"Name"}, {u"Type"}, Optional(u"Value", DefaultValue::Empty())})
+        .Get<&SettingsCollectionObject::Item>(u"Item", {{u"Name"}})
+        .Get<&SettingsCollectionObject::Count>(u"Count")
+        .Default(u"Item");
   }
   void Add(std::u16string name, std::int32_t type, Value value) {
     if (name.empty()) throw HostError(u"A setting needs a name");
@@ -277,11 +258,9 @@ class SettingsCollectionObject : public Described<SettingsCollectionObject> {
 
 class MessageObject : public Described<MessageObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Message", "")
-            .Method<&MessageObject::Show>(u"Show", {{u"Text"}, {u"Title"}, {u"Captions"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Message", "")
+        .Method<&MessageObject::Show>(u"Show", {{u"Text"}, {u"Title"}, {u"Captions"}});
   }
   explicit MessageObject(MemoryHost& host) : host_(host) {}
   std::int32_t Show(std::u16string text, std::u16string title, Value captions) {
@@ -298,12 +277,10 @@ class MessageObject : public Described<MessageObject> {
 
 class MessageResourceObject : public Described<MessageResourceObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"MessageResource", "")
-            .Method<&MessageResourceObject::Init>(u"Init", {{u"Library"}})
-            .Get<&MessageResourceObject::Text>(u"Text", {{u"Number"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"MessageResource", "")
+        .Method<&MessageResourceObject::Init>(u"Init", {{u"Library"}})
+        .Get<&MessageResourceObject::Text>(u"Text", {{u"Number"}});
   }
   explicit MessageResourceObject(MemoryHost& host) : host_(host) {}
   void Init(std::u16string library) {

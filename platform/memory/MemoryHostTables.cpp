@@ -19,12 +19,11 @@ void Require(bool holds) {
 
 class TableObject : public Described<TableObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Table", "")
-                                                     .Method<&TableObject::Seek>(u"Seek", {{u"Key"}})
-                                                     .Get<&TableObject::Field>(u"Field", {{u"Name"}})
-                                                     .Get<&TableObject::Rows>(u"Rows", {{u"Fields"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Table", "")
+        .Method<&TableObject::Seek>(u"Seek", {{u"Key"}})
+        .Get<&TableObject::Field>(u"Field", {{u"Name"}})
+        .Get<&TableObject::Rows>(u"Rows", {{u"Fields"}});
   }
   TableObject(const MemoryHost& host, std::vector<std::u16string_view> fields,
               std::map<std::u16string, Record> records)
@@ -79,13 +78,11 @@ std::u16string Quoted(const Value& value) {
 
 class ConditionBuilderObject : public Described<ConditionBuilderObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"ConditionBuilder", "")
-            .Method<&ConditionBuilderObject::Equal>(u"Equal", {{u"Field"}, {u"Value"}})
-            .Method<&ConditionBuilderObject::And>(u"And", {{u"First"}, {u"Second"}})
-            .Method<&ConditionBuilderObject::In>(u"In", {{u"Field"}, {u"SubQuery"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"ConditionBuilder", "")
+        .Method<&ConditionBuilderObject::Equal>(u"Equal", {{u"Field"}, {u"Value"}})
+        .Method<&ConditionBuilderObject::And>(u"And", {{u"First"}, {u"Second"}})
+        .Method<&ConditionBuilderObject::In>(u"In", {{u"Field"}, {u"SubQuery"}});
   }
   std::u16string Equal(std::u16string field, Value value) const { return field + u" = " + Quoted(value); }
   std::u16string And(std::u16string first, std::u16string second) const {
@@ -100,17 +97,15 @@ class ConditionBuilderObject : public Described<ConditionBuilderObject> {
 
 class QueryObject : public Described<QueryObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Query", "")
-            .Method<&QueryObject::Init>(u"Init", {{u"Book"}})
-            .Method<&QueryObject::From>(u"From", {{u"Table"}, {u"Alias"}})
-            .Method<&QueryObject::Join>(u"Join", {{u"Table"}, {u"Alias"}, {u"Condition"}})
-            .Method<&QueryObject::Select>(u"Select", {{u"Field"}})
-            .Property<&QueryObject::distinct_>(u"Distinct")
-            .Property<&QueryObject::condition_>(u"Condition")
-            .Get<&QueryObject::Sql>(u"Sql");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Query", "")
+        .Method<&QueryObject::Init>(u"Init", {{u"Book"}})
+        .Method<&QueryObject::From>(u"From", {{u"Table"}, {u"Alias"}})
+        .Method<&QueryObject::Join>(u"Join", {{u"Table"}, {u"Alias"}, {u"Condition"}})
+        .Method<&QueryObject::Select>(u"Select", {{u"Field"}})
+        .Property<&QueryObject::distinct_>(u"Distinct")
+        .Property<&QueryObject::condition_>(u"Condition")
+        .Get<&QueryObject::Sql>(u"Sql");
   }
   void Init(ObjectPtr book) {
     host::Book(std::move(book)).BookCode();
@@ -137,14 +132,12 @@ class QueryObject : public Described<QueryObject> {
 
 class DocumentSelectionObject : public Described<DocumentSelectionObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"DocumentSelection", "")
-            .Method<&DocumentSelectionObject::Init>(u"Init", {{u"Book"}})
-            .Method<&DocumentSelectionObject::Open>(u"Open",
-                                                    {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})
-            .Get<&DocumentSelectionObject::Field>(u"Field", {{u"Name"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"DocumentSelection", "")
+        .Method<&DocumentSelectionObject::Init>(u"Init", {{u"Book"}})
+        .Method<&DocumentSelectionObject::Open>(u"Open",
+                                                {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})
+        .Get<&DocumentSelectionObject::Field>(u"Field", {{u"Name"}});
   }
   explicit DocumentSelectionObject(MemoryHost& host) : host_(host) {}
   void Init(ObjectPtr book) { book_code_ = host::Book(std::move(book)).BookCode(); }

@@ -1,7 +1,6 @@
 // The host's tables, queries and document selection of the in-memory stand-in.
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "platform/memory/MemoryHost.h"

@@ -1,7 +1,11 @@
 #include "platform/posix/SystemLocale.h"
 
-#include <langinfo.h>
 #include <locale.h>
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <type_traits>
 
 #include "platform/code_page.h"
 #include "platform/filesystem/native_file.h"
@@ -24,10 +28,7 @@ std::string LocaleName(const char* category) {
 std::string LanguageInfo(const char* category, int mask, nl_item item) {
   const std::string name = LocaleName(category);
   if (name.empty()) return {};
-  const locale_t locale = ::newlocale(mask, name.c_str(), nullptr);
-  if (!locale) return {};
-  std::string text = ::nl_langinfo_l(item, locale);
-  ::freelocale(locale);
+  const std::string text = LocaleText(name, mask, item);
   return ToUtf8(FromUtf8(text)) == text ? text : "";
 }
 
@@ -35,59 +36,19 @@ bool IsLetter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || static_cast<unsigned char>(c) >= 0x80;
 }
 
-/// Windows' notation of one conversion of strftime, null when there is none.
-const char* WindowsPartOf(char conversion, bool without_zeros) {
-  switch (conversion) {
-    case 'Y':
-      return "yyyy";
-    case 'y':
-      return "yy";
-    case 'm':
-      return without_zeros ? "M" : "MM";
-    case 'b':
-    case 'h':
-      return "MMM";
-    case 'B':
-      return "MMMM";
-    case 'a':
-      return "ddd";
-    case 'A':
-      return "dddd";
-    case 'd':
-      return without_zeros ? "d" : "dd";
-    case 'e':
-      return "d";
-    case 'H':
-      return without_zeros ? "H" : "HH";
-    case 'k':
-      return "H";
-    case 'I':
-      return without_zeros ? "h" : "hh";
-    case 'l':
-      return "h";
-    case 'M':
-      return "mm";
-    case 'S':
-      return "ss";
-    case 'p':
-    case 'P':
-      return "tt";
-    case 'F':
-      return "yyyy-MM-dd";
-    case 'D':
-      return "MM/dd/yy";
-    case 'T':
-      return "HH:mm:ss";
-    case 'R':
-      return "HH:mm";
-    case 'r':
-      return "hh:mm:ss tt";
-    case '%':
-      return "%";
-    default:
-      return nullptr;
-  }
-}
+/// A conversion of strftime in Windows' notation.
+struct Part {
+  char conversion;
+  std::string_view windows;
+  std::string_view without_zeros = windows;
+};
+
+constexpr Part kParts[] = {{'Y', "yyyy"},     {'y', "yy"},    {'m', "MM", "M"},     {'b', "MMM"},
+                           {'h', "MMM"},      {'B', "MMMM"},  {'a', "ddd"},         {'A', "dddd"},
+                           {'d', "dd", "d"},  {'e', "d"},     {'H', "HH", "H"},     {'k', "H"},
+                           {'I', "hh", "h"},  {'l', "h"},     {'M', "mm"},          {'S', "ss"},
+                           {'p', "tt"},       {'P', "tt"},    {'F', "yyyy-MM-dd"},  {'D', "MM/dd/yy"},
+                           {'T', "HH:mm:ss"}, {'R', "HH:mm"}, {'r', "hh:mm:ss tt"}, {'%', "%"}};
 
 }  // namespace
 
@@ -111,12 +72,19 @@ std::optional<std::u16string> ToWindowsPattern(std::string_view pattern) {
          ++i) {
       without_zeros = without_zeros || pattern[i] == '-' || pattern[i] == '_';
     }
-    const char* part = i < pattern.size() ? WindowsPartOf(pattern[i], without_zeros) : nullptr;
-    if (!part) return std::nullopt;
-    out += part;
+    const auto* const part =
+        i < pattern.size() ? std::ranges::find(kParts, pattern[i], &Part::conversion) : std::end(kParts);
+    if (part == std::end(kParts)) return std::nullopt;
+    out += without_zeros ? part->without_zeros : part->windows;
     ++i;
   }
   return out.empty() ? std::nullopt : std::optional(FromUtf8(out));
+}
+
+std::string LocaleText(const std::string& locale, int mask, nl_item item) {
+  const std::unique_ptr<std::remove_pointer_t<locale_t>, decltype(&::freelocale)> opened(
+      ::newlocale(mask, locale.c_str(), nullptr), &::freelocale);
+  return opened ? ::nl_langinfo_l(item, opened.get()) : "";
 }
 
 std::u16string SystemLocale::ShortDatePattern() const {

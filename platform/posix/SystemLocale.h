@@ -1,6 +1,8 @@
 // The user's regional settings on Linux.
 #pragma once
 
+#include <langinfo.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +14,10 @@ namespace qva {
 /// A pattern of strftime ("%d.%m.%Y") in Windows' notation ("dd.MM.yyyy"). Nothing when it has a part that
 /// this notation lacks, such as the number of the week.
 std::optional<std::u16string> ToWindowsPattern(std::string_view strftime_pattern);
+
+/// What a locale of the system says about an item of langinfo.h; `mask` is of the item's category (locale.h),
+/// and the empty name that of the environment's locale. Empty when there is no such locale.
+std::string LocaleText(const std::string& locale, int mask, nl_item item);
 
 /// Settings by the locales that the environment names (LC_ALL, else LC_TIME or LC_NUMERIC, else LANG), read
 /// anew on each call. Where the environment names none, or "C" or "POSIX", or one that is not installed or

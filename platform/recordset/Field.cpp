@@ -4,16 +4,14 @@
 
 namespace qva::recordset {
 
-const ClassDescription& Field::Description() {
-  static const ClassDescription& description = ClassBuilder(u"Field", "A field of a recordset")
-                                                   .Get<&Field::Name>(u"Name")
-                                                   .Get<&Field::Type>(u"Type")
-                                                   .Get<&Field::DefinedSize>(u"DefinedSize")
-                                                   .Get<&Field::Attributes>(u"Attributes")
-                                                   .Get<&Field::Value>(u"Value")
-                                                   .Put<&Field::SetValue>(u"Value")
-                                                   .Default(u"Value");
-  return description;
+ClassBuilder Field::Describe() {
+  return ClassBuilder(u"Field", "A field of a recordset")
+      .Get<&Field::Name>(u"Name")
+      .Get<&Field::Type>(u"Type")
+      .Get<&Field::DefinedSize>(u"DefinedSize")
+      .Get<&Field::Attributes>(u"Attributes")
+      .Property<&Field::Value, &Field::SetValue>(u"Value")
+      .Default(u"Value");
 }
 
 Value Field::Value() const {

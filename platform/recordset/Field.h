@@ -11,7 +11,7 @@ class Field : public Described<Field> {
   /// `position`: of the recordset's fields, from 0.
   Field(Ref<Recordset> recordset, std::size_t position)
       : recordset_(std::move(recordset)), table_(recordset_->table()), position_(position) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   const FieldDefinition& definition() const { return table_->fields[position_]; }

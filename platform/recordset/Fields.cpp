@@ -5,18 +5,15 @@
 
 namespace qva::recordset {
 
-const ClassDescription& Fields::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Fields", "The fields of a recordset")
-          .Get<&Fields::Count>(u"Count")
-          .Get<&Fields::Item>(u"Item", {{u"Index"}})
-          .Put<&Fields::SetItem>(u"Item", {{u"Index"}})
-          .Default(u"Item")
-          .Method<&Fields::Append>(u"Append", {{u"Name"},
-                                               {u"Type"},
-                                               Optional(u"DefinedSize"),
-                                               Optional(u"Attrib", std::int32_t{ado::adFldUnspecified})});
-  return description;
+ClassBuilder Fields::Describe() {
+  return ClassBuilder(u"Fields", "The fields of a recordset")
+      .Get<&Fields::Count>(u"Count")
+      .Property<&Fields::Item, &Fields::SetItem>(u"Item", {{u"Index"}})
+      .Default(u"Item")
+      .Method<&Fields::Append>(u"Append", {{u"Name"},
+                                           {u"Type"},
+                                           Optional(u"DefinedSize"),
+                                           Optional(u"Attrib", std::int32_t{ado::adFldUnspecified})});
 }
 
 std::int32_t Fields::Count() const {

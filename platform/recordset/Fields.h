@@ -8,7 +8,7 @@ namespace qva::recordset {
 class Fields : public Described<Fields> {
  public:
   explicit Fields(Ref<Recordset> recordset) : recordset_(std::move(recordset)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::int32_t Count() const;

@@ -26,33 +26,30 @@ std::vector<Value> ListOf(const Value& values) {
 
 }  // namespace
 
-const ClassDescription& Recordset::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Recordset", "Records in memory")
-          .Get<&Recordset::Fields>(u"Fields")
-          .Put<&Recordset::SetField>(u"Fields", {{u"Index"}})
-          .Default(u"Fields")
-          .Get<&Recordset::BeginningOfFile>(u"BOF")
-          .Get<&Recordset::EndOfFile>(u"EOF")
-          .Get<&Recordset::RecordCount>(u"RecordCount")
-          .Get<&Recordset::State>(u"State")
-          .Get<&Recordset::EditMode>(u"EditMode")
-          .Method<&Recordset::Open>(
-              u"Open", {Optional(u"Source"), Optional(u"ActiveConnection"), Optional(u"CursorType"),
-                        Optional(u"LockType"), Optional(u"Options")})
-          .Method<&Recordset::Close>(u"Close")
-          .Method<&Recordset::AddNew>(u"AddNew", {Optional(u"FieldList"), Optional(u"Values")})
-          .Method<&Recordset::Update>(u"Update", {Optional(u"Fields"), Optional(u"Values")})
-          .Method<&Recordset::CancelUpdate>(u"CancelUpdate")
-          .Method<&Recordset::Delete>(u"Delete",
-                                      {Optional(u"AffectRecords", std::int32_t{ado::adAffectCurrent})})
-          .Method<&Recordset::MoveFirst>(u"MoveFirst")
-          .Method<&Recordset::MoveLast>(u"MoveLast")
-          .Method<&Recordset::MoveNext>(u"MoveNext")
-          .Method<&Recordset::MovePrevious>(u"MovePrevious")
-          .Method<&Recordset::Clone>(u"Clone", {Optional(u"LockType")})
-          .Method<&Recordset::GetRows>(u"GetRows", {Optional(u"Rows", std::int32_t{ado::adGetRowsRest})});
-  return description;
+ClassBuilder Recordset::Describe() {
+  return ClassBuilder(u"Recordset", "Records in memory")
+      .Get<&Recordset::Fields>(u"Fields")
+      .Put<&Recordset::SetField>(u"Fields", {{u"Index"}})
+      .Default(u"Fields")
+      .Get<&Recordset::BeginningOfFile>(u"BOF")
+      .Get<&Recordset::EndOfFile>(u"EOF")
+      .Get<&Recordset::RecordCount>(u"RecordCount")
+      .Get<&Recordset::State>(u"State")
+      .Get<&Recordset::EditMode>(u"EditMode")
+      .Method<&Recordset::Open>(u"Open",
+                                {Optional(u"Source"), Optional(u"ActiveConnection"), Optional(u"CursorType"),
+                                 Optional(u"LockType"), Optional(u"Options")})
+      .Method<&Recordset::Close>(u"Close")
+      .Method<&Recordset::AddNew>(u"AddNew", {Optional(u"FieldList"), Optional(u"Values")})
+      .Method<&Recordset::Update>(u"Update", {Optional(u"Fields"), Optional(u"Values")})
+      .Method<&Recordset::CancelUpdate>(u"CancelUpdate")
+      .Method<&Recordset::Delete>(u"Delete", {Optional(u"AffectRecords", std::int32_t{ado::adAffectCurrent})})
+      .Method<&Recordset::MoveFirst>(u"MoveFirst")
+      .Method<&Recordset::MoveLast>(u"MoveLast")
+      .Method<&Recordset::MoveNext>(u"MoveNext")
+      .Method<&Recordset::MovePrevious>(u"MovePrevious")
+      .Method<&Recordset::Clone>(u"Clone", {Optional(u"LockType")})
+      .Method<&Recordset::GetRows>(u"GetRows", {Optional(u"Rows", std::int32_t{ado::adGetRowsRest})});
 }
 
 std::size_t Recordset::FindField(const Value& index) const {

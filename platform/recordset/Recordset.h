@@ -19,7 +19,7 @@ namespace qva::recordset {
 /// without values (3021), until the position is moved; the next and the previous record are its neighbours'.
 class Recordset : public Described<Recordset> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   // For Fields and Field.
 

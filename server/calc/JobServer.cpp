@@ -12,8 +12,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
+#include <utility>
 #include <vector>
 
+#include "platform/filesystem/file_descriptor.h"
 #include "platform/variables.h"
 
 namespace qva::calc {
@@ -55,7 +57,7 @@ using Request = std::vector<std::string>;
 
 class Requests {
  public:
-  explicit Requests(int pipe) : pipe_(pipe) {}
+  explicit Requests(FileDescriptor pipe) : pipe_(std::move(pipe)) {}
 
   /// The next one; nothing at the pipe's end.
   std::optional<Request> Next() {
@@ -69,7 +71,7 @@ class Requests {
         request.push_back(read_.substr(0, end));
       }
       std::array<char, 4096> bytes{};
-      const ssize_t count = read(pipe_, bytes.data(), bytes.size());
+      const ssize_t count = read(pipe_.get(), bytes.data(), bytes.size());
       if (count > 0) {
         read_.append(bytes.data(), static_cast<std::size_t>(count));
       } else if (count == 0 || errno != EINTR) {
@@ -79,14 +81,14 @@ class Requests {
   }
 
  private:
-  int pipe_;
+  FileDescriptor pipe_;
   std::string read_;
 };
 
-void Tell(int pipe, const char* what, int number) {
+void Tell(const FileDescriptor& pipe, const char* what, int number) {
   const std::string reply = std::string(what) + ' ' + std::to_string(number) + '\n';
   // Where nobody listens any more, the requests end, too.
-  [[maybe_unused]] const ssize_t written = write(pipe, reply.data(), reply.size());
+  [[maybe_unused]] const ssize_t written = write(pipe.get(), reply.data(), reply.size());
 }
 
 int WaitFor(pid_t process) {
@@ -107,20 +109,19 @@ void BecomeJob(const Request& request, pid_t server) {
     setenv(variable.substr(0, equals).c_str(), variable.c_str() + equals + 1, 1);
   }
   if (const char* path = std::getenv(variables::kJobErrors)) {
-    const int errors = open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-    if (errors >= 0) dup2(errors, STDERR_FILENO);
+    const FileDescriptor errors(open(path, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    if (errors) dup2(errors.get(), STDERR_FILENO);
   }
 }
 
 }  // namespace
 
 bool ServeJobs(const std::string& requests, const std::string& replies) {
-  const int in = open(requests.c_str(), O_RDONLY | O_CLOEXEC);
-  const int out = open(replies.c_str(), O_WRONLY | O_CLOEXEC);
+  Requests all(FileDescriptor(open(requests.c_str(), O_RDONLY | O_CLOEXEC)));
+  const FileDescriptor out(open(replies.c_str(), O_WRONLY | O_CLOEXEC));
   const pid_t server = getpid();
   if (!WithoutLock::IsPossible()) return false;
   Tell(out, "ready", server);
-  Requests all(in);
   while (const std::optional<Request> request = all.Next()) {
     const pid_t job = CopyProcess();
     if (job == 0) {
@@ -137,8 +138,6 @@ bool ServeJobs(const std::string& requests, const std::string& replies) {
     kill(-job, SIGKILL);
     Tell(out, "ended", status);
   }
-  close(in);
-  close(out);
   return false;
 }
 

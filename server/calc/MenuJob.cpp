@@ -3,10 +3,7 @@
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/system/SystemShellExecute.hpp>
-#include <cppuhelper/supportsservice.hxx>
 #include <filesystem>
-#include <osl/file.hxx>
-#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -43,6 +40,7 @@ constexpr std::u16string_view kArchiveFolders[] = {u"C:\\Ataskaitos", u"C:\\Atas
 // What the user is told.
 constexpr std::u16string_view kNoWorkbook =
     u"Nėra atvertos knygos.\nAtverkite ataskaitos knygą ir šią komandą pakartokite jos lange.";
+constexpr std::u16string_view kNotOpened = u"Ataskaitos knygos atverti nepavyko.";
 constexpr std::u16string_view kNoMacro =
     u"Šioje knygoje nėra makrokomandos „Main“.\nAtverkite ataskaitos knygą arba pradėkite naują komanda "
     u"„Nauja ataskaita iš šablono“. Savo knygoje parašykite makrokomandą „Public Sub Main()“ modulyje "
@@ -147,6 +145,8 @@ fs::path CopyTemplate() {
 
 std::u16string TextOf(const MacroFailure& failure) {
   switch (failure.reason()) {
+    case MacroFailure::Reason::NoWorkbook:
+      return std::u16string(kNotOpened);
     case MacroFailure::Reason::NoMacro:
       return std::u16string(kNoMacro);
     case MacroFailure::Reason::DoesNotCompile:
@@ -187,9 +187,7 @@ void MenuJob::ShowGuide() const {
   const fs::path guide = ComponentFolder() / "FReport" / "index.html";
   std::error_code error;
   if (!fs::is_regular_file(guide, error)) throw Refusal(std::u16string(kNoGuide) + FromUtf8(guide.string()));
-  OUString url;
-  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8(guide.string())), url);
-  css::system::SystemShellExecute::create(context_)->execute(url, "", 0);
+  css::system::SystemShellExecute::create(context_)->execute(FileUrl(guide), "", 0);
 }
 
 void MenuJob::RunSample(std::u16string_view name) const {
@@ -205,7 +203,8 @@ void MenuJob::RunSample(std::u16string_view name) const {
 
 void MenuJob::Run(std::u16string_view command) const {
   // The services come with the first creation of an object.
-  context_->getServiceManager()->createInstanceWithContext("com.sun.star.bridge.OleObjectFactory", context_);
+  context_->getServiceManager()->createInstanceWithContext(OUString::createFromAscii(kOleObjectFactory),
+                                                           context_);
   if (command == u"run-workbook") return RunActiveWorkbook();
   if (command == u"choose-book") return ChooseBook();
   if (command == u"new-report") return MakeReport();
@@ -219,10 +218,8 @@ std::u16string MenuJob::FailureOf(std::u16string_view command) const {
     return {};
   } catch (const Refusal& refusal) {
     return refusal.text();
-  } catch (const MacroFailure& exception) {
-    return TextOf(exception);
-  } catch (const std::runtime_error& exception) {
-    return FromUtf8(exception.what());
+  } catch (const MacroFailure& failure) {
+    return TextOf(failure);
   } catch (...) {
     return TextOf(CaughtError());
   }
@@ -235,18 +232,6 @@ void MenuJob::trigger(const OUString& command) {
   // There may be no services, or no memory, to show it by.
   if (!failure.empty())
     IgnoreFailures([&] { GetServices().message_box->Show(failure, vbCritical, kLibraryName); });
-}
-
-OUString MenuJob::getImplementationName() {
-  return "QVA_Varnholt.MenuJob";
-}
-
-sal_Bool MenuJob::supportsService(const OUString& name) {
-  return cppu::supportsService(this, name);
-}
-
-Sequence<OUString> MenuJob::getSupportedServiceNames() {
-  return SequenceOf({OUString("QVA_Varnholt.MenuJob")});
 }
 
 }  // namespace qva::calc

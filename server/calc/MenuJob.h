@@ -8,10 +8,14 @@
 #include <string>
 #include <string_view>
 
+#include "server/calc/NamedService.h"
+#include "server/calc/service_names.h"
+
 namespace qva::calc {
 
 /// One command of the menu. Whatever fails is shown to the user in a message box and goes no further.
-class MenuJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
+class MenuJob : public NamedService<cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo>,
+                                    kMenuJob, kMenuJob> {
  public:
   explicit MenuJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}
 
@@ -24,10 +28,6 @@ class MenuJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang:
   /// place of an earlier one, is opened and run; it stays open. With template and samples, the sample
   /// company's book becomes the current one where there is none yet.
   void SAL_CALL trigger(const rtl::OUString& command) override;
-
-  rtl::OUString SAL_CALL getImplementationName() override;
-  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
-  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
 
  private:
   /// Carries a command out. What the user is to be told; empty when it is nothing.

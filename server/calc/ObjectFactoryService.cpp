@@ -1,7 +1,5 @@
 #include "server/calc/ObjectFactoryService.h"
 
-#include <cppuhelper/supportsservice.hxx>
-
 #include "platform/ado.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
@@ -50,10 +48,8 @@ ObjectPtr CreateObject(std::u16string_view identifier) {
 /// What Basic gets besides a pending error. For nothing at all it would report an error of its own.
 class NoObject : public Described<NoObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Nothing", "Stands for an object that was not created");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Nothing", "Stands for an object that was not created");
   }
 };
 
@@ -97,18 +93,6 @@ Sequence<OUString> ObjectFactoryService::getAvailableServiceNames() {
     names = all;
   });
   return names;
-}
-
-OUString ObjectFactoryService::getImplementationName() {
-  return "QVA_Varnholt.ObjectFactory";
-}
-
-sal_Bool ObjectFactoryService::supportsService(const OUString& name) {
-  return cppu::supportsService(this, name);
-}
-
-Sequence<OUString> ObjectFactoryService::getSupportedServiceNames() {
-  return SequenceOf({OUString("com.sun.star.bridge.OleObjectFactory")});
 }
 
 }  // namespace qva::calc

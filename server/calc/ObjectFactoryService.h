@@ -6,6 +6,9 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/implbase2.hxx>
 
+#include "server/calc/NamedService.h"
+#include "server/calc/service_names.h"
+
 namespace qva::calc {
 
 /// Creates objects by programmatic identifier: the library's public classes, recordsets (ADODB.Recordset),
@@ -14,7 +17,8 @@ namespace qva::calc {
 /// identifiers of other libraries it gives nothing: Basic asks it for UNO's own structures as well, and goes
 /// on looking.
 class ObjectFactoryService
-    : public cppu::WeakImplHelper2<css::lang::XMultiServiceFactory, css::lang::XServiceInfo> {
+    : public NamedService<cppu::WeakImplHelper2<css::lang::XMultiServiceFactory, css::lang::XServiceInfo>,
+                          kObjectFactory, kOleObjectFactory> {
  public:
   explicit ObjectFactoryService(const css::uno::Reference<css::uno::XComponentContext>& context);
 
@@ -22,10 +26,6 @@ class ObjectFactoryService
   css::uno::Reference<css::uno::XInterface> SAL_CALL createInstanceWithArguments(
       const rtl::OUString& identifier, const css::uno::Sequence<css::uno::Any>&) override;
   css::uno::Sequence<rtl::OUString> SAL_CALL getAvailableServiceNames() override;
-
-  rtl::OUString SAL_CALL getImplementationName() override;
-  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
-  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
 };
 
 }  // namespace qva::calc

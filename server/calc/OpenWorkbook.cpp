@@ -20,9 +20,9 @@
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/util/XModifiable.hpp>
 #include <cppuhelper/implbase1.hxx>
-#include <osl/file.hxx>
 #include <vector>
 
+#include "platform/calc/SystemPaths.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/date.h"
@@ -51,12 +51,6 @@ constexpr char kOwnName[] = "QVA_VarnholtRun";
 constexpr char kStandardLibrary[] = "Standard";
 
 constexpr std::u16string_view kEntryModule = u"ataskaita";  ///< in lower case
-
-OUString UrlOf(const std::string& path) {
-  OUString url;
-  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8(path)), url);
-  return url;
-}
 
 PropertyValue Property(const char* name, const Any& value) {
   PropertyValue property;
@@ -299,7 +293,7 @@ class Caller {
 
 OpenWorkbook::OpenWorkbook(const Reference<css::uno::XComponentContext>& context, const std::string& path)
     : context_(context) {
-  const OUString url = UrlOf(path);
+  const OUString url = FileUrl(path);
   // Not hidden, since LibreOffice refuses part of its Excel model to the window of a hidden workbook, or
   // crashes on it; without a display nothing is seen of it anyway.
   std::vector<PropertyValue> properties{
@@ -312,7 +306,9 @@ OpenWorkbook::OpenWorkbook(const Reference<css::uno::XComponentContext>& context
   model_ = css::frame::Desktop::create(context)->loadComponentFromURL(
       url, "_blank", 0,
       Sequence<PropertyValue>(properties.data(), static_cast<sal_Int32>(properties.size())));
-  if (!model_.is()) throw std::runtime_error("the workbook cannot be opened");
+  if (!model_.is()) {
+    throw MacroFailure(MacroFailure::Reason::NoWorkbook, "the workbook cannot be opened");
+  }
 }
 
 OpenWorkbook::~OpenWorkbook() {
@@ -408,7 +404,7 @@ void OpenWorkbook::Call(const Reference<XScript>& called, const std::string& mac
 
 void OpenWorkbook::PrintToPdf(const std::string& path) const {
   Reference<css::frame::XStorable>(model_, UNO_QUERY_THROW)
-      ->storeToURL(UrlOf(path), SequenceOf({Property("FilterName", Any(OUString("calc_pdf_Export")))}));
+      ->storeToURL(FileUrl(path), SequenceOf({Property("FilterName", Any(OUString("calc_pdf_Export")))}));
 }
 
 std::optional<std::pair<std::string, std::string>> OpenWorkbook::Period() const {

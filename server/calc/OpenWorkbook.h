@@ -17,7 +17,8 @@ namespace qva::calc {
 class MacroFailure : public std::runtime_error {
  public:
   enum class Reason {
-    NoMacro,  ///< there is none of that name
+    NoWorkbook,  ///< it cannot be opened
+    NoMacro,     ///< there is none of that name
     DoesNotCompile,
     Ended  ///< by an End statement or by quitting Excel
   };
@@ -40,11 +41,11 @@ class MacroError : public AutomationError {
 };
 
 /// One that was opened here is visible where there is a display, its macros enabled, and closed when the
-/// object goes, unless it is to stay. All texts are in UTF-8. Errors are std::runtime_error, UNO's
-/// exceptions, and those of the macros (MacroError).
+/// object goes, unless it is to stay. All texts are in UTF-8. Errors are MacroFailure, UNO's exceptions, and
+/// those of the macros (MacroError).
 class OpenWorkbook {
  public:
-  /// Opens the file of a path of the system.
+  /// Opens the file of a path of the system. Raises MacroFailure when it is no workbook.
   OpenWorkbook(const css::uno::Reference<css::uno::XComponentContext>& context, const std::string& path);
   /// Takes a workbook of the user, which stays open.
   OpenWorkbook(const css::uno::Reference<css::uno::XComponentContext>& context,

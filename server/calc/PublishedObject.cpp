@@ -2,7 +2,6 @@
 
 #include <com/sun/star/bridge/oleautomation/NamedArgument.hpp>
 #include <com/sun/star/script/ArrayWrapper.hpp>
-#include <cppuhelper/supportsservice.hxx>
 #include <cppuhelper/weakref.hxx>
 #include <exception>
 #include <unordered_map>
@@ -49,6 +48,10 @@ Value FromArgument(const Any& any, const Parameter* parameter) {
     return parameter->is_error ? ErrObjectForMacro() : ObjectPtr();
   }
   return {};
+}
+
+std::span<const Any> Span(const Sequence<Any>& arguments) {
+  return {arguments.getConstArray(), static_cast<std::size_t>(arguments.getLength())};
 }
 
 /// Whether Basic is to take a name for a property. Those with parameters go as methods: for a property, Basic
@@ -119,25 +122,25 @@ Any PublishedObject::getValue(const OUString& name) {
 void PublishedObject::setValue(const OUString& name, const Any& value) {
   Sequence<sal_Int16> changed;
   Sequence<Any> values;
-  invokePutProperty(name, SequenceOf({value}), changed, values);
+  Perform(Access::Put, name, {&value, 1}, changed, values);
 }
 
 Any PublishedObject::invoke(const OUString& name, const Sequence<Any>& arguments,
                             Sequence<sal_Int16>& changed, Sequence<Any>& values) {
-  return Perform(Access::Call, name, arguments, changed, values);
+  return Perform(Access::Call, name, Span(arguments), changed, values);
 }
 
 Any PublishedObject::invokeGetProperty(const OUString& name, const Sequence<Any>& arguments,
                                        Sequence<sal_Int16>& changed, Sequence<Any>& values) {
-  return Perform(Access::Get, name, arguments, changed, values);
+  return Perform(Access::Get, name, Span(arguments), changed, values);
 }
 
 Any PublishedObject::invokePutProperty(const OUString& name, const Sequence<Any>& arguments,
                                        Sequence<sal_Int16>& changed, Sequence<Any>& values) {
-  return Perform(Access::Put, name, arguments, changed, values);
+  return Perform(Access::Put, name, Span(arguments), changed, values);
 }
 
-Any PublishedObject::Perform(Access access, const OUString& name, const Sequence<Any>& arguments,
+Any PublishedObject::Perform(Access access, const OUString& name, Passed arguments,
                              Sequence<sal_Int16>& changed, Sequence<Any>& values) {
   try {
     return PerformLogged(access, FromUno(name), arguments, changed, values);
@@ -147,14 +150,13 @@ Any PublishedObject::Perform(Access access, const OUString& name, const Sequence
   return {};
 }
 
-Any PublishedObject::PerformLogged(Access access, const std::u16string& name, const Sequence<Any>& arguments,
+Any PublishedObject::PerformLogged(Access access, const std::u16string& name, Passed arguments,
                                    Sequence<sal_Int16>& changed, Sequence<Any>& values) {
   LoggedCall logged;
   // Basic does not tell `Set x.P = y` from `x.P = y`: an object goes to the property that takes references.
   const ClassDescription* table = object_->MemberTable();
   const bool is_object =
-      arguments.hasElements() &&
-      arguments[arguments.getLength() - 1].getValueTypeClass() == css::uno::TypeClass_INTERFACE;
+      !arguments.empty() && arguments.back().getValueTypeClass() == css::uno::TypeClass_INTERFACE;
   if (access == Access::Put && is_object && table && table->Find(Access::PutRef, name)) {
     access = Access::PutRef;
   }
@@ -168,21 +170,19 @@ Any PublishedObject::PerformLogged(Access access, const std::u16string& name, co
 }
 
 Any PublishedObject::PerformUnguarded(LoggedCall& logged, Access access, const std::u16string& name,
-                                      const Sequence<Any>& arguments, Sequence<sal_Int16>& changed,
-                                      Sequence<Any>& values) {
+                                      Passed arguments, Sequence<sal_Int16>& changed, Sequence<Any>& values) {
   const ClassDescription* table = object_->MemberTable();
   const Member* member = table ? table->Find(access, name) : nullptr;
   Arguments converted;
   std::vector<sal_Int16> named_positions;  // in the caller's arguments
-  for (sal_Int32 i = 0; i < arguments.getLength(); ++i) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
     css::bridge::oleautomation::NamedArgument named;
     if (arguments[i] >>= named) {
       const std::u16string parameter = FromUno(named.Name);
       converted.Named(parameter, FromArgument(named.Value, ParameterNamed(member, parameter)));
       named_positions.push_back(static_cast<sal_Int16>(i));
     } else {
-      const auto position = static_cast<std::size_t>(i);
-      converted.positional.push_back(FromArgument(arguments[i], ParameterAt(member, position)));
+      converted.positional.push_back(FromArgument(arguments[i], ParameterAt(member, i)));
     }
   }
 
@@ -230,18 +230,6 @@ Any PublishedObject::PerformUnguarded(LoggedCall& logged, Access access, const s
   }
   store_all_back();
   return ToMacro(result);
-}
-
-OUString PublishedObject::getImplementationName() {
-  return "QVA_Varnholt.PublishedObject";
-}
-
-sal_Bool PublishedObject::supportsService(const OUString& name) {
-  return cppu::supportsService(this, name);
-}
-
-Sequence<OUString> PublishedObject::getSupportedServiceNames() {
-  return {};
 }
 
 }  // namespace qva::calc

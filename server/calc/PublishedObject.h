@@ -5,8 +5,11 @@
 #include <com/sun/star/lang/XUnoTunnel.hpp>
 #include <com/sun/star/script/XAutomationInvocation.hpp>
 #include <cppuhelper/implbase3.hxx>
+#include <span>
 
 #include "platform/calc/UnoValue.h"
+#include "server/calc/NamedService.h"
+#include "server/calc/service_names.h"
 #include "server/call_log.h"
 
 namespace qva::calc {
@@ -15,9 +18,11 @@ namespace qva::calc {
 /// ones and arguments by reference work as in VBA. An argument that was given without a value is taken as
 /// left out where the parameter is optional, as Nothing where it is an object. Errors are raised in the
 /// calling macro. While it is published, the same object is the same UNO object.
-class PublishedObject : public cppu::WeakImplHelper3<css::script::XAutomationInvocation,
-                                                     css::lang::XServiceInfo, css::lang::XUnoTunnel>,
-                        public CarriesObject {
+class PublishedObject
+    : public NamedService<cppu::WeakImplHelper3<css::script::XAutomationInvocation, css::lang::XServiceInfo,
+                                                css::lang::XUnoTunnel>,
+                          kPublishedObject>,
+      public CarriesObject {
  public:
   /// The UNO object of an object that is not null.
   static css::uno::Reference<css::uno::XInterface> Of(const ObjectPtr& object);
@@ -44,24 +49,19 @@ class PublishedObject : public cppu::WeakImplHelper3<css::script::XAutomationInv
                                            css::uno::Sequence<sal_Int16>& changed,
                                            css::uno::Sequence<css::uno::Any>& values) override;
 
-  rtl::OUString SAL_CALL getImplementationName() override;
-  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
-  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
-
  private:
   explicit PublishedObject(ObjectPtr object) : object_(std::move(object)) {}
   ~PublishedObject() override;
 
-  css::uno::Any Perform(Access access, const rtl::OUString& name,
-                        const css::uno::Sequence<css::uno::Any>& arguments,
+  using Passed = std::span<const css::uno::Any>;
+
+  css::uno::Any Perform(Access access, const rtl::OUString& name, Passed arguments,
                         css::uno::Sequence<sal_Int16>& changed, css::uno::Sequence<css::uno::Any>& values);
-  css::uno::Any PerformLogged(Access access, const std::u16string& name,
-                              const css::uno::Sequence<css::uno::Any>& arguments,
+  css::uno::Any PerformLogged(Access access, const std::u16string& name, Passed arguments,
                               css::uno::Sequence<sal_Int16>& changed,
                               css::uno::Sequence<css::uno::Any>& values);
   css::uno::Any PerformUnguarded(LoggedCall& logged, Access access, const std::u16string& name,
-                                 const css::uno::Sequence<css::uno::Any>& arguments,
-                                 css::uno::Sequence<sal_Int16>& changed,
+                                 Passed arguments, css::uno::Sequence<sal_Int16>& changed,
                                  css::uno::Sequence<css::uno::Any>& values);
 
   ObjectPtr object_;

@@ -1,15 +1,12 @@
 #include "server/calc/ReportJob.h"
 
 #include <com/sun/star/frame/Desktop.hpp>
-#include <cppuhelper/exc_hlp.hxx>
-#include <cppuhelper/supportsservice.hxx>
 
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -139,12 +136,8 @@ void Run(const Reference<XComponentContext>& context) {
   } catch (const MacroFailure& failure) {
     is_macros = failure.reason() == MacroFailure::Reason::Ended;
     fail(std::string("error: ") + failure.what());
-  } catch (const css::uno::Exception&) {
-    fail("error: " + ToUtf8(ErrorOf(cppu::getCaughtException()).description()));
-  } catch (const std::exception& exception) {
-    fail(std::string("error: ") + exception.what());
   } catch (...) {
-    fail("error");
+    fail("error: " + ToUtf8(CaughtError().description()));
   }
   WriteResult(result);
   ReleaseErrors();
@@ -182,18 +175,6 @@ void ReportJob::trigger(const OUString&) {
     const bool serves = !EnvironmentVariable(variables::kJobRequests).empty();
     Post([context = context_, serves] { serves ? Serve(context) : EndOffice(context); }, context_);
   });
-}
-
-OUString ReportJob::getImplementationName() {
-  return "QVA_Varnholt.ReportJob";
-}
-
-sal_Bool ReportJob::supportsService(const OUString& name) {
-  return cppu::supportsService(this, name);
-}
-
-Sequence<OUString> ReportJob::getSupportedServiceNames() {
-  return SequenceOf({OUString("QVA_Varnholt.ReportJob")});
 }
 
 }  // namespace qva::calc

@@ -5,7 +5,9 @@
 #include <com/sun/star/task/XJobExecutor.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/implbase2.hxx>
-#include <string>
+
+#include "server/calc/NamedService.h"
+#include "server/calc/service_names.h"
 
 namespace qva::calc {
 
@@ -27,15 +29,12 @@ namespace qva::calc {
 ///
 /// Where QVA_JOB_REQUESTS and QVA_JOB_REPLIES are the paths of pipes, LibreOffice goes on to serve jobs
 /// (server/calc/JobServer.h), of which each ends its own copy of the process.
-class ReportJob : public cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo> {
+class ReportJob : public NamedService<cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo>,
+                                      kReportJob, kReportJob> {
  public:
   explicit ReportJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}
 
   void SAL_CALL trigger(const rtl::OUString& event) override;
-
-  rtl::OUString SAL_CALL getImplementationName() override;
-  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override;
-  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override;
 
  private:
   css::uno::Reference<css::uno::XComponentContext> context_;

@@ -6,19 +6,18 @@
 #include "platform/windows/WindowsApi.h"
 #include "server/PublicClasses.h"
 #include "server/call_log.h"
+#include "server/com/Registration.h"
 
 namespace qva::com {
 namespace {
 
-constexpr wchar_t kKey[] = L"Software\\QVA_Varnholt";
-
 std::wstring TextValue(const wchar_t* name) {
   DWORD size = 0;
-  if (RegGetValueW(HKEY_CURRENT_USER, kKey, name, RRF_RT_REG_SZ, nullptr, nullptr, &size) != ERROR_SUCCESS)
+  if (RegGetValueW(HKEY_CURRENT_USER, kOwnKey, name, RRF_RT_REG_SZ, nullptr, nullptr, &size) != ERROR_SUCCESS)
     return {};
   std::wstring value(size / sizeof(wchar_t) + 1, L'\0');
   size = static_cast<DWORD>(value.size() * sizeof(wchar_t));
-  if (RegGetValueW(HKEY_CURRENT_USER, kKey, name, RRF_RT_REG_SZ, nullptr, value.data(), &size) !=
+  if (RegGetValueW(HKEY_CURRENT_USER, kOwnKey, name, RRF_RT_REG_SZ, nullptr, value.data(), &size) !=
       ERROR_SUCCESS)
     return {};
   return value.c_str();
@@ -27,8 +26,8 @@ std::wstring TextValue(const wchar_t* name) {
 bool IsOne(const wchar_t* name) {
   DWORD number = 0;
   DWORD size = sizeof number;
-  const bool is_number =
-      RegGetValueW(HKEY_CURRENT_USER, kKey, name, RRF_RT_REG_DWORD, nullptr, &number, &size) == ERROR_SUCCESS;
+  const bool is_number = RegGetValueW(HKEY_CURRENT_USER, kOwnKey, name, RRF_RT_REG_DWORD, nullptr, &number,
+                                      &size) == ERROR_SUCCESS;
   return is_number ? number == 1 : TextValue(name) == L"1";
 }
 

@@ -14,7 +14,7 @@ constexpr wchar_t kVersion[] = L"1.0";
 }  // namespace
 
 Registration DescribeRegistration(const std::wstring& library_path) {
-  Registration result{.record = L"Software\\QVA_Varnholt\\Registration"};
+  Registration result{.record = std::wstring(kOwnKey) + L"\\Registration"};
   auto add = [&](const std::wstring& key, const wchar_t* name, std::optional<std::wstring> text) {
     result.values.push_back({key, name, std::move(text)});
   };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/error.h"
 #include "platform/windows/Bitness.h"
 #include "platform/windows/Error.h"
 #include "platform/windows/Handle.h"
@@ -12,7 +13,6 @@ namespace qva::com {
 namespace {
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
-constexpr wchar_t kVendorKey[] = L"Software\\QVA_Varnholt";
 
 HKEY Hive(Scope scope) {
   return scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
@@ -147,7 +147,7 @@ std::optional<RegistrationFailure> UnregisterFrom(const Registration& registrati
       RegDeleteKeyValueW(Hive(scope), registration.record.c_str(), windows::kBitnessKey);
   check(forgotten == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : forgotten, registration.record);
   DeleteIfEmpty(scope, registration.record);
-  DeleteIfEmpty(scope, kVendorKey);
+  DeleteIfEmpty(scope, kOwnKey);
   return failure;
 }
 
@@ -170,8 +170,8 @@ std::wstring GuidText(const GUID& guid) {
 
 std::wstring RegistrationFailure::Message() const {
   const std::wstring reason = windows::WideText(windows::SystemWords(static_cast<DWORD>(code)));
-  return L"QVA_Varnholt: the registry key " + key + L" could not be changed: " + reason + L" (" +
-         std::to_wstring(code) + L")";
+  return windows::WideText(kLibraryName) + L": the registry key " + key + L" could not be changed: " +
+         reason + L" (" + std::to_wstring(code) + L")";
 }
 
 Scope ProbeScope() {

@@ -9,6 +9,9 @@
 
 namespace qva::com {
 
+/// The library's own key of either hive.
+inline constexpr wchar_t kOwnKey[] = L"Software\\QVA_Varnholt";
+
 /// The hive that a registration stands in.
 enum class Scope { Machine, User };
 
@@ -22,7 +25,7 @@ struct RegistrationValue {
 
 /// Everything that one bitness of a server registers, as plain data.
 struct Registration {
-  /// The key, below Software\QVA_Varnholt, in which a hive remembers that this is registered there.
+  /// The key, below kOwnKey, in which a hive remembers that this is registered there.
   std::wstring record;
   std::vector<RegistrationValue> values;
   /// Keys that go, with all below them, when this bitness is unregistered.

@@ -2,9 +2,11 @@
 
 #include <utility>
 
+#include "platform/error.h"
 #include "platform/windows/Busy.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/Counted.h"
+#include "platform/windows/WideText.h"
 #include "server/com/ServerModule.h"
 
 namespace qva::com {
@@ -60,7 +62,7 @@ HRESULT ReportRegistration(const std::optional<RegistrationFailure>& failure) {
 
 HRESULT ReportRefusal(HRESULT code, const std::wstring& reason) {
   OutputDebugStringW(reason.c_str());
-  SetErrorObject(GUID_NULL, L"QVA_Varnholt", reason.c_str());
+  SetErrorObject(GUID_NULL, windows::WideText(kLibraryName).c_str(), reason.c_str());
   return code;
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "platform/error.h"
 #include "platform/host.h"
 #include "platform/windows/Bitness.h"
 #include "platform/windows/Handle.h"
@@ -91,14 +92,14 @@ std::optional<std::wstring> ForeignKey() {
 }
 
 com::Registration DescribeRegistration(const std::wstring& library_path) {
-  com::Registration result{.record = L"Software\\QVA_Varnholt\\DemoHost"};
+  com::Registration result{.record = std::wstring(com::kOwnKey) + L"\\DemoHost"};
   auto add = [&](const std::wstring& key, const wchar_t* name, std::optional<std::wstring> text) {
     result.values.push_back({key, name, std::move(text)});
   };
   for (const HostClass& host_class : kClasses) {
     const std::wstring identifier = Identifier(host_class);
     const std::wstring class_id = com::GuidText(host_class.class_id);
-    add(identifier, L"", L"QVA_Varnholt demo host");
+    add(identifier, L"", windows::WideText(kLibraryName) + L" demo host");
     add(identifier + L"\\CLSID", L"", class_id);
     if (!IsForeign(host_class, com::Scope::User)) result.shared_trees.push_back(identifier);
 

@@ -2,11 +2,9 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <set>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "platform/forms/unattended_forms.h"
 #include "tests/corpus/interpreter/Interpreter.h"

@@ -261,11 +261,10 @@ TEST_F(GlobalObject, ResetsOfAnInstanceThatInitialisedNothingLeaveTheObjectsOfAn
 // The error object of a failed macro.
 class ErrObject : public Described<ErrObject> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"ErrObject", "")
-                                                     .Get<&ErrObject::Text>(u"Description")
-                                                     .Get<&ErrObject::Number>(u"Number");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"ErrObject", "")
+        .Get<&ErrObject::Text>(u"Description")
+        .Get<&ErrObject::Number>(u"Number");
   }
   std::u16string Text() const { return u"Dalyba iš nulio"; }
   std::int32_t Number() const { return 11; }
@@ -322,11 +321,10 @@ TEST_F(GlobalObject, ExcelReportErrorNeverRaises) {
 // An Excel whose end releases the workbook's global object, as its closing macros do.
 class QuittingExcel : public Described<QuittingExcel> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Application", "")
-                                                     .Get<&QuittingExcel::Visible>(u"Visible")
-                                                     .Method<&QuittingExcel::Quit>(u"Quit");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Application", "")
+        .Get<&QuittingExcel::Visible>(u"Visible")
+        .Method<&QuittingExcel::Quit>(u"Quit");
   }
   explicit QuittingExcel(ObjectPtr& global) : global_(global) {}
   bool Visible() const { return false; }

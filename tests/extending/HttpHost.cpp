@@ -102,12 +102,11 @@ std::string PathOf(const ObjectPtr& book) {
 
 class Table : public Described<Table> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Table", "")
-                                                     .Method<&Table::Seek>(u"Seek", {{u"Key"}})
-                                                     .Get<&Table::Field>(u"Field", {{u"Name"}})
-                                                     .Get<&Table::Rows>(u"Rows", {{u"Fields"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Table", "")
+        .Method<&Table::Seek>(u"Seek", {{u"Key"}})
+        .Get<&Table::Field>(u"Field", {{u"Name"}})
+        .Get<&Table::Rows>(u"Rows", {{u"Fields"}});
   }
   explicit Table(Records records) : records_(std::move(records)) {}
 
@@ -140,12 +139,11 @@ class Table : public Described<Table> {
 
 class Book : public Described<Book> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Book", "")
-                                                     .Get<&Book::BookCode>(u"BookCode")
-                                                     .Get<&Book::Table>(u"Table", {{u"Name"}})
-                                                     .Default(u"BookCode");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Book", "")
+        .Get<&Book::BookCode>(u"BookCode")
+        .Get<&Book::Table>(u"Table", {{u"Name"}})
+        .Default(u"BookCode");
   }
   Book(Service& service, std::u16string code) : service_(service), code_(std::move(code)) {}
 
@@ -163,10 +161,9 @@ class Book : public Described<Book> {
 
 class CommonObjects : public Described<CommonObjects> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"CommonObjects", "").Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"CommonObjects", "")
+        .Method<&CommonObjects::CreateBook>(u"CreateBook", {{u"BookCode"}});
   }
   explicit CommonObjects(Service& service) : service_(service) {}
 
@@ -190,11 +187,10 @@ std::u16string TextOf(const Records& company, std::u16string_view name) {
 
 class Address : public Described<Address> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Address", "")
-                                                     .Get<&Address::FullText>(u"FullText")
-                                                     .Get<&Address::Contact>(u"Contact", {{u"Kind"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Address", "")
+        .Get<&Address::FullText>(u"FullText")
+        .Get<&Address::Contact>(u"Contact", {{u"Kind"}});
   }
   explicit Address(std::optional<Records> company) : company_(std::move(company)) {}
 
@@ -207,16 +203,14 @@ class Address : public Described<Address> {
 
 class CompanyAttributes : public Described<CompanyAttributes> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"CompanyAttributes", "")
-            .Method<&CompanyAttributes::Init>(u"Init", {{u"Book"}})
-            .Get<&CompanyAttributes::Code>(u"Code")
-            .Get<&CompanyAttributes::VATCode>(u"VATCode")
-            .Get<&CompanyAttributes::Name>(u"Name")
-            .Get<&CompanyAttributes::Address>(u"Address", {{u"Kind"}})
-            .Get<&CompanyAttributes::ResponsiblePerson>(u"ResponsiblePerson", {{u"Role"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"CompanyAttributes", "")
+        .Method<&CompanyAttributes::Init>(u"Init", {{u"Book"}})
+        .Get<&CompanyAttributes::Code>(u"Code")
+        .Get<&CompanyAttributes::VATCode>(u"VATCode")
+        .Get<&CompanyAttributes::Name>(u"Name")
+        .Get<&CompanyAttributes::Address>(u"Address", {{u"Kind"}})
+        .Get<&CompanyAttributes::ResponsiblePerson>(u"ResponsiblePerson", {{u"Role"}});
   }
   explicit CompanyAttributes(Service& service) : service_(service) {}
 
@@ -245,11 +239,10 @@ class CompanyAttributes : public Described<CompanyAttributes> {
 
 class Lookup : public Described<Lookup> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Lookup", "")
-                                                     .Method<&Lookup::Run>(u"Run", {{u"Parameters"}})
-                                                     .Get<&Lookup::Folder>(u"Value");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Lookup", "")
+        .Method<&Lookup::Run>(u"Run", {{u"Parameters"}})
+        .Get<&Lookup::Folder>(u"Value");
   }
   Lookup(Service& service, std::string book) : service_(service), book_(std::move(book)) {}
 
@@ -273,10 +266,9 @@ class Lookup : public Described<Lookup> {
 
 class DataAccess : public Described<DataAccess> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"DataAccess", "").Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"DataAccess", "")
+        .Get<&DataAccess::Lookup>(u"Lookup", {{u"Name"}, Optional(u"Book")});
   }
   explicit DataAccess(Service& service) : service_(service) {}
 
@@ -295,13 +287,11 @@ class DataAccess : public Described<DataAccess> {
 
 class ConditionBuilder : public Described<ConditionBuilder> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"ConditionBuilder", "")
-            .Method<&ConditionBuilder::Equal>(u"Equal", {{u"Field"}, {u"Value"}})
-            .Method<&ConditionBuilder::And>(u"And", {{u"First"}, {u"Second"}})
-            .Method<&ConditionBuilder::In>(u"In", {{u"Field"}, {u"SubQuery"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"ConditionBuilder", "")
+        .Method<&ConditionBuilder::Equal>(u"Equal", {{u"Field"}, {u"Value"}})
+        .Method<&ConditionBuilder::And>(u"And", {{u"First"}, {u"Second"}})
+        .Method<&ConditionBuilder::In>(u"In", {{u"Field"}, {u"SubQuery"}});
   }
   std::u16string Equal(std::u16string field, Value value) const {
     const std::u16string text = ReplaceAll(ReplaceAll(value.ToText(), u"\\", u"\\\\"), u"\"", u"\\\"");
@@ -322,17 +312,15 @@ class ConditionBuilder : public Described<ConditionBuilder> {
 
 class Query : public Described<Query> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Query", "")
-            .Method<&Query::Init>(u"Init", {{u"Book"}})
-            .Method<&Query::From>(u"From", {{u"Table"}, {u"Alias"}})
-            .Method<&Query::Join>(u"Join", {{u"Table"}, {u"Alias"}, {u"Condition"}})
-            .Method<&Query::Select>(u"Select", {{u"Field"}})
-            .Property<&Query::distinct_>(u"Distinct")
-            .Property<&Query::condition_>(u"Condition")
-            .Get<&Query::Text>(u"Sql");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Query", "")
+        .Method<&Query::Init>(u"Init", {{u"Book"}})
+        .Method<&Query::From>(u"From", {{u"Table"}, {u"Alias"}})
+        .Method<&Query::Join>(u"Join", {{u"Table"}, {u"Alias"}, {u"Condition"}})
+        .Method<&Query::Select>(u"Select", {{u"Field"}})
+        .Property<&Query::distinct_>(u"Distinct")
+        .Property<&Query::condition_>(u"Condition")
+        .Get<&Query::Text>(u"Sql");
   }
   void Init(ObjectPtr book) {
     host::Book(book).BookCode();
@@ -358,14 +346,11 @@ class Query : public Described<Query> {
 
 class DocumentSelection : public Described<DocumentSelection> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"DocumentSelection", "")
-            .Method<&DocumentSelection::Init>(u"Init", {{u"Book"}})
-            .Method<&DocumentSelection::Open>(u"Open",
-                                              {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})
-            .Get<&DocumentSelection::Field>(u"Field", {{u"Name"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"DocumentSelection", "")
+        .Method<&DocumentSelection::Init>(u"Init", {{u"Book"}})
+        .Method<&DocumentSelection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})
+        .Get<&DocumentSelection::Field>(u"Field", {{u"Name"}});
   }
   DocumentSelection(Service& service, ListChooser& chooser) : service_(service), chooser_(chooser) {}
 

@@ -1,6 +1,5 @@
 // docs/host-interface.md and platform/host.h, which say what the library expects of a host, and every host in
 // the tree: whoever adds a class or a member to one must add it to the others.
-#include <map>
 #include <set>
 #include <sstream>
 

@@ -12,10 +12,7 @@ namespace {
 /// A cell, as far as FillAttr needs one.
 class Cell : public Described<Cell> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value");
-    return description;
-  }
+  static ClassBuilder Describe() { return ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value"); }
   Value value;
 };
 

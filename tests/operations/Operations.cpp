@@ -22,10 +22,8 @@ constexpr std::u16string_view kFormFolder = u"C:\\AtaskaitosPVM\\";
 /// An error that a macro passes on.
 class PassedError : public Described<PassedError> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"ErrObject", "").Get<&PassedError::Text>(u"Description");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"ErrObject", "").Get<&PassedError::Text>(u"Description");
   }
   std::u16string Text() const { return u"Dalyba iš nulio"; }
 };

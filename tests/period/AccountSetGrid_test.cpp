@@ -478,13 +478,11 @@ TEST_F(AccountSets, TakeAnIdentifierOfZeroOrBelowForNoDocument) {
   /// Always gives the same identifier, and a code whether there is a document or not.
   class Selection : public Described<Selection> {
    public:
-    static const ClassDescription& Description() {
-      static const ClassDescription& description =
-          ClassBuilder(u"DocumentSelection", "")
-              .Method<&Selection::Init>(u"Init", {{u"Book"}})
-              .Method<&Selection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})
-              .Get<&Selection::Field>(u"Field", {{u"Name"}});
-      return description;
+    static ClassBuilder Describe() {
+      return ClassBuilder(u"DocumentSelection", "")
+          .Method<&Selection::Init>(u"Init", {{u"Book"}})
+          .Method<&Selection::Open>(u"Open", {{u"DocumentType"}, {u"From"}, {u"To"}, {u"Condition"}})
+          .Get<&Selection::Field>(u"Field", {{u"Name"}});
     }
     explicit Selection(std::int32_t identifier) : identifier_(identifier) {}
     void Init(ObjectPtr) {}
@@ -551,10 +549,8 @@ TEST_F(AccountSets, KeepNoBookThatTheHostDoesNotGive) {
   /// Gives the books that it has, and nothing for the others.
   class Giving : public Described<Giving> {
    public:
-    static const ClassDescription& Description() {
-      static const ClassDescription& description =
-          ClassBuilder(u"CommonObjects", "").Method<&Giving::CreateBook>(u"CreateBook", {{u"BookCode"}});
-      return description;
+    static ClassBuilder Describe() {
+      return ClassBuilder(u"CommonObjects", "").Method<&Giving::CreateBook>(u"CreateBook", {{u"BookCode"}});
     }
     ObjectPtr CreateBook(std::u16string code) {
       return code == u"MEDVILNE" ? TheGlobals().oBook.object() : ObjectPtr();

@@ -5,8 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/value.h"
 #include "tests/readable_values.h"

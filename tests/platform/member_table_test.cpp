@@ -10,10 +10,8 @@ namespace {
 
 class Part : public Described<Part> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Part", "").Property<&Part::name>(u"Name").Default(u"Name");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Part", "").Property<&Part::name>(u"Name").Default(u"Name");
   }
   std::u16string name;
 };
@@ -26,10 +24,8 @@ class Parts : public Described<Parts> {
     part->name = u"part " + index.ToText();
     return part;
   }
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Parts", "").Get<&Parts::Item>(u"Item", {{u"Index"}}).Default(u"Item");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Parts", "").Get<&Parts::Item>(u"Item", {{u"Index"}}).Default(u"Item");
   }
 };
 
@@ -96,33 +92,30 @@ class OneOfEach : public Described<OneOfEach> {
     return qva::NumberText(row) + u":" + qva::NumberText(column);
   }
 
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"OneOfEach", "A class for tests")
-            .Method<&OneOfEach::Join>(u"Join", {{u"First"}, {u"Second"}, {u"Third"}}, "Joins")
-            .Method<&OneOfEach::Zeros>(
-                u"Zeros", {Optional(u"a"), Optional(u"b"), Optional(u"c"), Optional(u"d"), Optional(u"e"),
-                           Optional(u"f"), Optional(u"g"), Optional(u"h"), Optional(u"i"), Optional(u"j")})
-            .Method<&OneOfEach::Defaults>(
-                u"Defaults", {Optional(u"Number", 7), Optional(u"Text", u"seven"), Optional(u"Any", true)})
-            .Method<&OneOfEach::Double>(u"Double", {{u"Number"}})
-            .Method<&OneOfEach::Change>(u"Change", {{u"Text"}, {u"Any"}, ErrorObject(u"Object")})
-            .Method<&OneOfEach::ChangeAndFail>(u"ChangeAndFail", {{u"Number"}})
-            .Method<&OneOfEach::ChangeAndBreak>(u"ChangeAndBreak", {{u"Number"}})
-            .Method<&OneOfEach::CallJoin>(u"CallJoin", {{u"Other"}})
-            .Get<&OneOfEach::Size>(u"Size")
-            .Get<&OneOfEach::Cell>(u"Cell", {{u"Row"}, {u"Column"}})
-            .Put<&OneOfEach::PutCell>(u"Cell", {{u"Row"}, {u"Column"}})
-            .Put<&OneOfEach::PutLabel>(u"Label", {Optional(u"Index", 5)})
-            .PutRef<&OneOfEach::SetOwner>(u"Owner")
-            .Get<&OneOfEach::GetParts>(u"Parts")
-            .Get<&OneOfEach::GetForeignParts>(u"ForeignParts")
-            .Method<&OneOfEach::NameOf>(u"NameOf", {{u"Part"}})
-            .Method<&OneOfEach::Rename>(u"Rename", {{u"Part"}})
-            .Property<&OneOfEach::title>(u"Title")
-            .Property<&OneOfEach::count>(u"Count")
-            .Default(u"Title");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"OneOfEach", "A class for tests")
+        .Method<&OneOfEach::Join>(u"Join", {{u"First"}, {u"Second"}, {u"Third"}}, "Joins")
+        .Method<&OneOfEach::Zeros>(
+            u"Zeros", {Optional(u"a"), Optional(u"b"), Optional(u"c"), Optional(u"d"), Optional(u"e"),
+                       Optional(u"f"), Optional(u"g"), Optional(u"h"), Optional(u"i"), Optional(u"j")})
+        .Method<&OneOfEach::Defaults>(
+            u"Defaults", {Optional(u"Number", 7), Optional(u"Text", u"seven"), Optional(u"Any", true)})
+        .Method<&OneOfEach::Double>(u"Double", {{u"Number"}})
+        .Method<&OneOfEach::Change>(u"Change", {{u"Text"}, {u"Any"}, ErrorObject(u"Object")})
+        .Method<&OneOfEach::ChangeAndFail>(u"ChangeAndFail", {{u"Number"}})
+        .Method<&OneOfEach::ChangeAndBreak>(u"ChangeAndBreak", {{u"Number"}})
+        .Method<&OneOfEach::CallJoin>(u"CallJoin", {{u"Other"}})
+        .Get<&OneOfEach::Size>(u"Size")
+        .Property<&OneOfEach::Cell, &OneOfEach::PutCell>(u"Cell", {{u"Row"}, {u"Column"}})
+        .Put<&OneOfEach::PutLabel>(u"Label", {Optional(u"Index", 5)})
+        .PutRef<&OneOfEach::SetOwner>(u"Owner")
+        .Get<&OneOfEach::GetParts>(u"Parts")
+        .Get<&OneOfEach::GetForeignParts>(u"ForeignParts")
+        .Method<&OneOfEach::NameOf>(u"NameOf", {{u"Part"}})
+        .Method<&OneOfEach::Rename>(u"Rename", {{u"Part"}})
+        .Property<&OneOfEach::title>(u"Title")
+        .Property<&OneOfEach::count>(u"Count")
+        .Default(u"Title");
   }
 
   std::u16string title = u"untitled";
@@ -329,10 +322,7 @@ TEST_F(MemberTableTest, TheEmptyNameIsTheDefaultMember) {
   EXPECT_EQ(Value(sample).ToText(), u"new title");
   class Plain : public Described<Plain> {
    public:
-    static const ClassDescription& Description() {
-      static const ClassDescription& description = ClassBuilder(u"Plain", "");
-      return description;
-    }
+    static ClassBuilder Describe() { return ClassBuilder(u"Plain", ""); }
   };
   EXPECT_EQ(RaisedBy([] { Get(MakeRef<Plain>(), u""); }), kUnsupportedMember);
 }

@@ -1,6 +1,5 @@
 #include "platform/value.h"
 
-#include <cmath>
 #include <limits>
 #include <locale>
 
@@ -15,10 +14,8 @@ namespace {
 /// An object whose default property has any value.
 class Holder : public Described<Holder> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Holder", "").Property<&Holder::value>(u"Value").Default(u"Value");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Holder", "").Property<&Holder::value>(u"Value").Default(u"Value");
   }
   Value value;
 };
@@ -190,10 +187,7 @@ TEST_F(ValueTest, ObjectStandsForItsDefaultProperty) {
 TEST_F(ValueTest, ObjectWithoutDefaultPropertyRaises438) {
   class Plain : public Described<Plain> {
    public:
-    static const ClassDescription& Description() {
-      static const ClassDescription& description = ClassBuilder(u"Plain", "");
-      return description;
-    }
+    static ClassBuilder Describe() { return ClassBuilder(u"Plain", ""); }
   };
   EXPECT_EQ(ErrorOfEveryConversion(MakeRef<Plain>()), kUnsupportedMember);
 }

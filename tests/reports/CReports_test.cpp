@@ -11,10 +11,8 @@ using testing::IsEmpty;
 /// A cell that keeps its value.
 class Cell : public Described<Cell> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value").Default(u"Value");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Range", "").Property<&Cell::value>(u"Value").Default(u"Value");
   }
   Value value;
 };

@@ -1,5 +1,4 @@
 // CReports: what the status bar tells of operations that take long.
-#include <algorithm>
 
 #include "tests/reports/report_fixture.h"
 

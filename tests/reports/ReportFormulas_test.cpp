@@ -11,26 +11,24 @@ using testing::ElementsAre;
 /// An object that answers like a range, but not as one does.
 class LooksLikeARange : public Described<LooksLikeARange> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"LooksLikeARange", "")
-            .Get<&LooksLikeARange::This>(u"Areas")
-            .Get<&LooksLikeARange::This>(u"Worksheet")
-            .Get<&LooksLikeARange::This>(u"UsedRange")
-            .Get<&LooksLikeARange::Rows>(u"Rows")
-            .Get<&LooksLikeARange::Columns>(u"Columns")
-            .Get<&LooksLikeARange::Cells>(u"Cells", {{u"Row"}, {u"Column"}})
-            .Get<&LooksLikeARange::Part>(u"Range", {{u"Cell1"}})
-            .Property<&LooksLikeARange::count>(u"Count")
-            .Property<&LooksLikeARange::first>(u"Row")
-            .Property<&LooksLikeARange::first>(u"Column")
-            .Property<&LooksLikeARange::formula>(u"Formula")
-            .Property<&LooksLikeARange::values>(u"Value2")
-            .Property<&LooksLikeARange::format>(u"NumberFormat")
-            .Property<&LooksLikeARange::formula>(u"FormulaLocal")
-            .Property<&LooksLikeARange::formula>(u"Value")
-            .Property<&LooksLikeARange::has_array>(u"HasArray");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"LooksLikeARange", "")
+        .Get<&LooksLikeARange::This>(u"Areas")
+        .Get<&LooksLikeARange::This>(u"Worksheet")
+        .Get<&LooksLikeARange::This>(u"UsedRange")
+        .Get<&LooksLikeARange::Rows>(u"Rows")
+        .Get<&LooksLikeARange::Columns>(u"Columns")
+        .Get<&LooksLikeARange::Cells>(u"Cells", {{u"Row"}, {u"Column"}})
+        .Get<&LooksLikeARange::Part>(u"Range", {{u"Cell1"}})
+        .Property<&LooksLikeARange::count>(u"Count")
+        .Property<&LooksLikeARange::first>(u"Row")
+        .Property<&LooksLikeARange::first>(u"Column")
+        .Property<&LooksLikeARange::formula>(u"Formula")
+        .Property<&LooksLikeARange::values>(u"Value2")
+        .Property<&LooksLikeARange::format>(u"NumberFormat")
+        .Property<&LooksLikeARange::formula>(u"FormulaLocal")
+        .Property<&LooksLikeARange::formula>(u"Value")
+        .Property<&LooksLikeARange::has_array>(u"HasArray");
   }
   std::int32_t count = 1;
   std::int32_t first = 1;

@@ -4,9 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <memory>
 #include <new>
-#include <optional>
 #include <thread>
 
 #include "platform/error.h"

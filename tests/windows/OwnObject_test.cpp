@@ -8,10 +8,7 @@ namespace {
 
 class Thing : public Described<Thing> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description = ClassBuilder(u"Thing", "");
-    return description;
-  }
+  static ClassBuilder Describe() { return ClassBuilder(u"Thing", ""); }
 };
 
 /// The COM object of an object, as a server makes it.

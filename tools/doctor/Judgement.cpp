@@ -1,7 +1,6 @@
 #include "tools/doctor/Judgement.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <utility>
 
 #include "platform/text.h"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/text.h"
+
 namespace qva::doctor {
 namespace {
 
@@ -12,7 +14,7 @@ std::array<long long, 4> Numbers(std::u16string_view version) {
   for (const char16_t c : version) {
     if (c == u'.') {
       if (++part == numbers.size()) break;
-    } else if (c >= u'0' && c <= u'9') {
+    } else if (IsDigit(c)) {
       numbers[part] = numbers[part] * 10 + (c - u'0');
     }
   }

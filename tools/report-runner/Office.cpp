@@ -1,7 +1,6 @@
 #include "tools/report-runner/Office.h"
 
 #include <fcntl.h>
-#include <langinfo.h>
 #include <locale.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -14,10 +13,11 @@
 #include <sstream>
 #include <stdexcept>
 #include <thread>
-#include <utility>
 #include <vector>
 
+#include "platform/posix/SystemLocale.h"
 #include "platform/variables.h"
+#include "server/calc/service_names.h"
 #include "tools/report-runner/MacroWorkbook.h"
 #include "tools/report-runner/TextFiles.h"
 #include "tools/report-runner/Xml.h"
@@ -58,22 +58,25 @@ std::string ProfileSettings() {
 }
 
 /// The one printer of the private profile: each job becomes a PDF file, printed-1.pdf and so on, whose path
-/// without number and ending the environment variable QVA_JOB_PRINTED gives.
-constexpr std::string_view kPrinterSettings =
-    "[__Global_Printer_Defaults__]\n"
-    "DisableCUPS=1\n"
-    "PDFDevice=1\n"
-    "PPD_PageSize=A4\n"
-    "[PDF]\n"
-    "Printer=SGENPRT/PDF\n"
-    "DefaultPrinter=1\n"
-    "PDFDevice=1\n"
-    "PPD_PageSize=A4\n"
-    "Command=n=1; while [ -e \"$QVA_JOB_PRINTED-$n.pdf\" ]; do n=$((n+1)); done; "
-    "cat > \"$QVA_JOB_PRINTED-$n.pdf\"\n";
+/// without number and ending an environment variable gives.
+std::string PrinterSettings() {
+  const std::string file = std::string("\"$") + variables::kJobPrinted + "-$n.pdf\"";
+  return "[__Global_Printer_Defaults__]\n"
+         "DisableCUPS=1\n"
+         "PDFDevice=1\n"
+         "PPD_PageSize=A4\n"
+         "[PDF]\n"
+         "Printer=SGENPRT/PDF\n"
+         "DefaultPrinter=1\n"
+         "PDFDevice=1\n"
+         "PPD_PageSize=A4\n"
+         "Command=n=1; while [ -e " +
+         file + " ]; do n=$((n+1)); done; cat > " + file + "\n";
+}
 
 /// What LibreOffice reads to find our services.
 std::string Components(const fs::path& library) {
+  using calc::kMenuJob, calc::kObjectFactory, calc::kOleObjectFactory, calc::kReportJob;
   const auto implementation = [](const char* name, const char* constructor, const char* service,
                                  const char* more) {
     return std::string("  <implementation name=\"") + name + "\" constructor=\"" + constructor + "\"" + more +
@@ -83,11 +86,10 @@ std::string Components(const fs::path& library) {
          "<components xmlns=\"http://openoffice.org/2010/uno-components\">\n"
          " <component loader=\"com.sun.star.loader.SharedLibrary\" environment=\"gcc3\" uri=\"" +
          XmlText(UrlOf(library)) + "\">\n" +
-         implementation("QVA_Varnholt.ObjectFactory", "qva_create_object_factory",
-                        "com.sun.star.bridge.OleObjectFactory", " single-instance=\"true\"") +
-         implementation("QVA_Varnholt.ReportJob", "qva_create_report_job", "QVA_Varnholt.ReportJob", "") +
-         implementation("QVA_Varnholt.MenuJob", "qva_create_menu_job", "QVA_Varnholt.MenuJob", "") +
-         " </component>\n</components>\n";
+         implementation(kObjectFactory, "qva_create_object_factory", kOleObjectFactory,
+                        " single-instance=\"true\"") +
+         implementation(kReportJob, "qva_create_report_job", kReportJob, "") +
+         implementation(kMenuJob, "qva_create_menu_job", kMenuJob, "") + " </component>\n</components>\n";
 }
 
 /// What a warm LibreOffice does first, so that jobs find it loaded. It creates nothing of the library's: that
@@ -101,11 +103,7 @@ constexpr std::string_view kFirstMacro =
 
 /// True when file names are UTF-8 in the user's locale. In any other one LibreOffice could not open some.
 bool LocaleIsUtf8() {
-  const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
-  if (!locale) return false;
-  const bool is_utf8 = std::string_view(nl_langinfo_l(CODESET, locale)) == "UTF-8";
-  freelocale(locale);
-  return is_utf8;
+  return LocaleText("", LC_CTYPE_MASK, CODESET) == "UTF-8";
 }
 
 fs::path ProfileIn(const fs::path& folder) {
@@ -124,7 +122,7 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
   const fs::path profile = ProfileIn(folder);
   fs::create_directories(profile / "user" / "psprint");
   WriteText(profile / "user" / "registrymodifications.xcu", ProfileSettings());
-  WriteText(profile / "user" / "psprint" / "psprint.conf", kPrinterSettings);
+  WriteText(profile / "user" / "psprint" / "psprint.conf", PrinterSettings());
   WriteText(folder / "qva.components", Components(fs::absolute(options.build_folder) / "libqva_calc.so"));
 
   std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
@@ -138,7 +136,7 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
   arguments.push_back("-env:UserInstallation=" + UrlOf(profile));
   arguments.push_back("-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
                       UrlOf(folder / "qva.components"));
-  arguments.emplace_back("service:QVA_Varnholt.ReportJob");
+  arguments.push_back(std::string("service:") + calc::kReportJob);
   return std::make_unique<Process>(arguments, environment, ErrorsIn(folder));
 }
 
@@ -216,7 +214,7 @@ class WarmOffice::Job : public RunningJob {
  private:
   void Send() {
     for (std::string_view rest = request_; !rest.empty();) {
-      const ssize_t written = write(office_.requests_, rest.data(), rest.size());
+      const ssize_t written = write(office_.requests_.get(), rest.data(), rest.size());
       if (written < 0) throw std::runtime_error("LibreOffice takes no job");
       rest.remove_prefix(static_cast<std::size_t>(written));
     }
@@ -236,8 +234,8 @@ WarmOffice::WarmOffice(const OfficeOptions& options) : profile_(ProfileIn(folder
   }
   // For both, so that opening does not wait for LibreOffice. It finds the end of its requests when we are
   // gone.
-  requests_ = open(requests.c_str(), O_RDWR | O_CLOEXEC);
-  replies_ = open(replies.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+  requests_ = FileDescriptor(open(requests.c_str(), O_RDWR | O_CLOEXEC));
+  replies_ = FileDescriptor(open(replies.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
   const fs::path workbook = folder_.path() / "first.fods";
   WriteText(workbook, WorkbookWithMain(kFirstMacro));
   process_ = StartOffice(options, folder_.path(),
@@ -250,13 +248,6 @@ WarmOffice::WarmOffice(const OfficeOptions& options) : profile_(ProfileIn(folder
                           {variables::kJobReplies, replies.string()}});
 }
 
-WarmOffice::~WarmOffice() {
-  process_.reset();
-  for (const int pipe : {requests_, replies_}) {
-    if (pipe >= 0) close(pipe);
-  }
-}
-
 std::unique_ptr<RunningJob> WarmOffice::Start(const Variables& job) {
   ++started_jobs_;
   job_.reset();
@@ -266,7 +257,7 @@ std::unique_ptr<RunningJob> WarmOffice::Start(const Variables& job) {
 
 void WarmOffice::Listen() {
   std::array<char, 256> bytes{};
-  for (ssize_t count; (count = read(replies_, bytes.data(), bytes.size())) > 0;) {
+  for (ssize_t count; (count = read(replies_.get(), bytes.data(), bytes.size())) > 0;) {
     heard_.append(bytes.data(), static_cast<std::size_t>(count));
   }
   for (std::size_t end; (end = heard_.find('\n')) != heard_.npos; heard_.erase(0, end + 1)) {

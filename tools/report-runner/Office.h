@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "platform/filesystem/file_descriptor.h"
 #include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/Process.h"
 
@@ -56,9 +57,6 @@ class WarmOffice {
  public:
   /// Starts it, and does not wait. Raises std::runtime_error when its folder cannot be made.
   explicit WarmOffice(const OfficeOptions& options);
-  ~WarmOffice();
-  WarmOffice(const WarmOffice&) = delete;
-  WarmOffice& operator=(const WarmOffice&) = delete;
 
   /// The job runs as soon as LibreOffice is ready. The object must be gone before the next one is started.
   std::unique_ptr<RunningJob> Start(const Variables& job);
@@ -77,10 +75,10 @@ class WarmOffice {
   void Listen();
 
   ProfileFolder folder_;
-  std::unique_ptr<Process> process_;
   OutputFolder profile_;
-  int requests_ = -1;
-  int replies_ = -1;
+  FileDescriptor requests_;
+  FileDescriptor replies_;
+  std::unique_ptr<Process> process_;  // goes before its profile and its pipes
   std::string heard_;
   std::optional<pid_t> office_;    ///< from the time when it is ready
   std::optional<pid_t> job_;       ///< that runs

@@ -8,7 +8,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/filesystem/file_descriptor.h"
 

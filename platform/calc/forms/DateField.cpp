@@ -2,11 +2,10 @@
 
 #include <com/sun/star/awt/Key.hpp>
 
-#include <algorithm>
-
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/date.h"
 #include "platform/forms/picker_dates.h"
+#include "platform/text.h"
 
 namespace qva::calc {
 
@@ -131,7 +130,7 @@ bool DateField::OnKey(const css::awt::KeyEvent& event) {
       StoreDigits();
       return false;
   }
-  if (event.KeyChar < u'0' || event.KeyChar > u'9') return false;
+  if (!IsDigit(event.KeyChar)) return false;
   TypeDigit(static_cast<char16_t>(event.KeyChar));
   return true;
 }

@@ -8,7 +8,6 @@
 #include <cppuhelper/implbase1.hxx>
 
 #include <algorithm>
-#include <cmath>
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoText.h"

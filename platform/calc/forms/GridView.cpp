@@ -20,30 +20,18 @@ namespace {
 constexpr int kBarWidth = 17;  // at 100 %
 constexpr char16_t kDelete = 127;
 
+constexpr std::pair<sal_Int16, GridKey> kGridKeys[] = {
+    {css::awt::Key::LEFT, GridKey::Left},     {css::awt::Key::RIGHT, GridKey::Right},
+    {css::awt::Key::UP, GridKey::Up},         {css::awt::Key::DOWN, GridKey::Down},
+    {css::awt::Key::PAGEUP, GridKey::PageUp}, {css::awt::Key::PAGEDOWN, GridKey::PageDown},
+    {css::awt::Key::HOME, GridKey::Home},     {css::awt::Key::END, GridKey::End},
+    {css::awt::Key::TAB, GridKey::Tab}};
+
 std::optional<GridKey> GridKeyOf(sal_Int16 code) {
-  namespace key = css::awt::Key;
-  switch (code) {
-    case key::LEFT:
-      return GridKey::Left;
-    case key::RIGHT:
-      return GridKey::Right;
-    case key::UP:
-      return GridKey::Up;
-    case key::DOWN:
-      return GridKey::Down;
-    case key::PAGEUP:
-      return GridKey::PageUp;
-    case key::PAGEDOWN:
-      return GridKey::PageDown;
-    case key::HOME:
-      return GridKey::Home;
-    case key::END:
-      return GridKey::End;
-    case key::TAB:
-      return GridKey::Tab;
-    default:
-      return std::nullopt;
+  for (const auto& [known, grid_key] : kGridKeys) {
+    if (known == code) return grid_key;
   }
+  return std::nullopt;
 }
 
 }  // namespace

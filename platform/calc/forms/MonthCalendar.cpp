@@ -9,6 +9,7 @@
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/date.h"
 #include "platform/forms/picker_dates.h"
+#include "platform/lithuanian_names.h"
 #include "platform/services.h"
 #include "platform/text.h"
 
@@ -18,9 +19,6 @@ using css::awt::Rectangle;
 
 namespace {
 
-constexpr std::array<std::u16string_view, 12> kMonths = {u"sausis",   u"vasaris",  u"kovas",     u"balandis",
-                                                         u"gegužė",   u"birželis", u"liepa",     u"rugpjūtis",
-                                                         u"rugsėjis", u"spalis",   u"lapkritis", u"gruodis"};
 constexpr std::array<std::u16string_view, 7> kWeekdays = {u"Pr", u"An", u"Tr", u"Kt", u"Pn", u"Št", u"Sk"};
 
 constexpr int kDays = 7;
@@ -130,10 +128,9 @@ void MonthCalendar::Draw(Painter& painter) {
 
   painter.Fill({0, 0, area.Width, Scaled(kHeading)}, theme.dialog);
   painter.SetBold(true);
-  painter.Text(
-      {0, 0, area.Width, Scaled(kHeading)},
-      NumberText(shown.year) + u" m. " + std::u16string(kMonths[static_cast<std::size_t>(shown.month - 1)]),
-      theme.dialog_text, Align::Center);
+  painter.Text({0, 0, area.Width, Scaled(kHeading)},
+               NumberText(shown.year) + u" m. " + LithuanianName(DateName::Month, shown.month - 1),
+               theme.dialog_text, Align::Center);
   painter.SetBold(false);
   for (const bool forward : {false, true}) {
     const Rectangle place = ArrowPlace(forward);

@@ -56,11 +56,14 @@ Reference<css::frame::XDispatch> BarCommands::queryDispatch(const css::util::URL
 
 Sequence<Reference<css::frame::XDispatch>> BarCommands::queryDispatches(
     const Sequence<css::frame::DispatchDescriptor>& requests) {
-  Sequence<Reference<css::frame::XDispatch>> found(requests.getLength());
-  for (sal_Int32 i = 0; i < requests.getLength(); ++i) {
-    found.getArray()[i] =
-        queryDispatch(requests[i].FeatureURL, requests[i].FrameName, requests[i].SearchFlags);
-  }
+  Sequence<Reference<css::frame::XDispatch>> found;
+  IgnoreFailures([&] {
+    found.realloc(requests.getLength());
+    Reference<css::frame::XDispatch>* dispatch = found.getArray();
+    for (const css::frame::DispatchDescriptor& request : requests) {
+      *dispatch++ = queryDispatch(request.FeatureURL, request.FrameName, request.SearchFlags);
+    }
+  });
   return found;
 }
 
@@ -96,8 +99,10 @@ void BarCommands::addStatusListener(const Reference<css::frame::XStatusListener>
 
 void BarCommands::removeStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                        const css::util::URL& url) {
-  std::erase_if(listeners_, [&](const Listener& known) {
-    return known.listener == listener && known.url.Complete == url.Complete;
+  IgnoreFailures([&] {
+    std::erase_if(listeners_, [&](const Listener& known) {
+      return known.listener == listener && known.url.Complete == url.Complete;
+    });
   });
 }
 

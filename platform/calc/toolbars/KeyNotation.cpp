@@ -2,7 +2,6 @@
 
 #include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/awt/KeyModifier.hpp>
-#include <string>
 
 #include "platform/text.h"
 
@@ -38,7 +37,7 @@ std::optional<sal_Int16> CodeOf(std::u16string_view name) {
   if (name.size() == 1) {
     const char16_t c = ToLower(name)[0];
     if (c >= u'a' && c <= u'z') return static_cast<sal_Int16>(Key::A + (c - u'a'));
-    if (c >= u'0' && c <= u'9') return static_cast<sal_Int16>(Key::NUM0 + (c - u'0'));
+    if (IsDigit(c)) return static_cast<sal_Int16>(Key::NUM0 + (c - u'0'));
     return kUnbound;
   }
   for (const NamedKey& key : kNamedKeys) {

@@ -5,7 +5,6 @@
 #include <com/sun/star/container/XNamed.hpp>
 #include <com/sun/star/sheet/XViewFreezable.hpp>
 #include <com/sun/star/system/SystemShellExecute.hpp>
-#include <osl/file.hxx>
 
 #include "platform/calc/Preview.h"
 #include "platform/calc/SheetDocument.h"
@@ -108,9 +107,7 @@ Value Help(const ObjectPtr&, const Arguments& arguments) {
   const bool has_pages = std::filesystem::exists(pages);
   if (name.empty() || !(has_pages || std::filesystem::exists(path)))
     throw Refused(u"There is no help file '" + name + u"'");
-  rtl::OUString url;
-  osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8((has_pages ? pages : path).string())), url);
-  css::system::SystemShellExecute::create(Context())->execute(url, "", 0);
+  css::system::SystemShellExecute::create(Context())->execute(FileUrl(has_pages ? pages : path), "", 0);
   return {};
 }
 

@@ -20,57 +20,53 @@ constexpr std::u16string_view kVersion = u"11.0";  // the last one with this gri
 
 }  // namespace
 
-const ClassDescription& Application::Description() {
-  static const ClassDescription& description = []() -> const ClassDescription& {
-    using Data = ApplicationData;
-    ClassBuilder builder(u"Application", "Excel");
-    builder.Get<&Application::Name>(u"Name")
-        .Get<&Application::Version>(u"Version")
-        .Get<&Application::This>(u"Application");
-    AddProperty<&Data::visible>(builder, u"Visible");
-    AddProperty<&Data::screen_updating>(builder, u"ScreenUpdating");
-    AddProperty<&Data::display_alerts>(builder, u"DisplayAlerts");
-    AddProperty<&Data::display_formula_bar>(builder, u"DisplayFormulaBar");
-    AddProperty<&Data::display_status_bar>(builder, u"DisplayStatusBar");
-    AddProperty<&Data::enable_events>(builder, u"EnableEvents");
-    AddProperty<&Data::cell_drag_and_drop>(builder, u"CellDragAndDrop");
-    AddProperty<&Data::edit_directly_in_cell>(builder, u"EditDirectlyInCell");
-    AddProperty<&Data::transition_navigation_keys>(builder, u"TransitionNavigKeys");
-    AddProperty<&Data::move_after_return>(builder, u"MoveAfterReturn");
-    AddProperty<&Data::ask_to_update_links>(builder, u"AskToUpdateLinks");
-    AddProperty<&Data::copy_objects_with_cells>(builder, u"CopyObjectsWithCells");
-    AddProperty<&Data::enable_animations>(builder, u"EnableAnimations");
-    AddProperty<&Data::cursor, xlDefault, xlNorthwestArrow, xlWait, xlIBeam>(builder, u"Cursor");
-    AddProperty<&Data::calculate_before_save>(builder, u"CalculateBeforeSave");
-    builder.Get<&Application::Calculation>(u"Calculation")
-        .Put<&Application::SetCalculation>(u"Calculation")
-        .Method<&Application::Calculate>(u"Calculate");
-    AddProperty<&Data::reference_style, xlA1, xlR1C1>(builder, u"ReferenceStyle");
-    AddProperty<&Data::display_comment_indicator, xlNoIndicator, xlCommentIndicatorOnly,
-                xlCommentAndIndicator>(builder, u"DisplayCommentIndicator");
-    builder.Get<&Application::Caption>(u"Caption").Put<&Application::SetCaption>(u"Caption");
-    builder.Get<&Application::StatusBar>(u"StatusBar").Put<&Application::SetStatusBar>(u"StatusBar");
-    builder.Get<&Application::Workbooks>(u"Workbooks")
-        .Get<&Application::Sheets>(u"Sheets")
-        .Get<&Application::Sheets>(u"Worksheets")
-        .Get<&Application::Names>(u"Names")
-        .Get<&Application::CommandBars>(u"CommandBars")
-        .Get<&Application::FileSearch>(u"FileSearch")
-        .Get<&Application::ActiveWorkbook>(u"ActiveWorkbook")
-        .Get<&Application::ActiveSheet>(u"ActiveSheet")
-        .Get<&Application::ActiveWindow>(u"ActiveWindow")
-        .Get<&Application::ActiveCell>(u"ActiveCell")
-        .Get<&Application::Selection>(u"Selection")
-        .Get<&Application::ThisWorkbook>(u"ThisWorkbook")
-        .Get<&Application::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")})
-        .Method<&Application::Union>(u"Union", {{u"Arg1"}, {u"Arg2"}});
-    builder.Method<&Application::OnKey>(u"OnKey", {{u"Key"}, Optional(u"Procedure")})
-        .Method<&Application::SendKeys>(u"SendKeys", {{u"Keys"}, Optional(u"Wait")})
-        .Method<&Application::Help>(u"Help", {Optional(u"HelpFile"), Optional(u"HelpContextID")})
-        .Method<&Application::Quit>(u"Quit");
-    return std::move(builder).Default(u"Name");
-  }();
-  return description;
+ClassBuilder Application::Describe() {
+  using Data = ApplicationData;
+  ClassBuilder builder(u"Application", "Excel");
+  builder.Get<&Application::Name>(u"Name")
+      .Get<&Application::Version>(u"Version")
+      .Get<&Application::This>(u"Application");
+  AddProperty<&Data::visible>(builder, u"Visible");
+  AddProperty<&Data::screen_updating>(builder, u"ScreenUpdating");
+  AddProperty<&Data::display_alerts>(builder, u"DisplayAlerts");
+  AddProperty<&Data::display_formula_bar>(builder, u"DisplayFormulaBar");
+  AddProperty<&Data::display_status_bar>(builder, u"DisplayStatusBar");
+  AddProperty<&Data::enable_events>(builder, u"EnableEvents");
+  AddProperty<&Data::cell_drag_and_drop>(builder, u"CellDragAndDrop");
+  AddProperty<&Data::edit_directly_in_cell>(builder, u"EditDirectlyInCell");
+  AddProperty<&Data::transition_navigation_keys>(builder, u"TransitionNavigKeys");
+  AddProperty<&Data::move_after_return>(builder, u"MoveAfterReturn");
+  AddProperty<&Data::ask_to_update_links>(builder, u"AskToUpdateLinks");
+  AddProperty<&Data::copy_objects_with_cells>(builder, u"CopyObjectsWithCells");
+  AddProperty<&Data::enable_animations>(builder, u"EnableAnimations");
+  AddProperty<&Data::cursor, xlDefault, xlNorthwestArrow, xlWait, xlIBeam>(builder, u"Cursor");
+  AddProperty<&Data::calculate_before_save>(builder, u"CalculateBeforeSave");
+  builder.Property<&Application::Calculation, &Application::SetCalculation>(u"Calculation")
+      .Method<&Application::Calculate>(u"Calculate");
+  AddProperty<&Data::reference_style, xlA1, xlR1C1>(builder, u"ReferenceStyle");
+  AddProperty<&Data::display_comment_indicator, xlNoIndicator, xlCommentIndicatorOnly, xlCommentAndIndicator>(
+      builder, u"DisplayCommentIndicator");
+  builder.Property<&Application::Caption, &Application::SetCaption>(u"Caption");
+  builder.Property<&Application::StatusBar, &Application::SetStatusBar>(u"StatusBar");
+  builder.Get<&Application::Workbooks>(u"Workbooks")
+      .Get<&Application::Sheets>(u"Sheets")
+      .Get<&Application::Sheets>(u"Worksheets")
+      .Get<&Application::Names>(u"Names")
+      .Get<&Application::CommandBars>(u"CommandBars")
+      .Get<&Application::FileSearch>(u"FileSearch")
+      .Get<&Application::ActiveWorkbook>(u"ActiveWorkbook")
+      .Get<&Application::ActiveSheet>(u"ActiveSheet")
+      .Get<&Application::ActiveWindow>(u"ActiveWindow")
+      .Get<&Application::ActiveCell>(u"ActiveCell")
+      .Get<&Application::Selection>(u"Selection")
+      .Get<&Application::ThisWorkbook>(u"ThisWorkbook")
+      .Get<&Application::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")})
+      .Method<&Application::Union>(u"Union", {{u"Arg1"}, {u"Arg2"}});
+  builder.Method<&Application::OnKey>(u"OnKey", {{u"Key"}, Optional(u"Procedure")})
+      .Method<&Application::SendKeys>(u"SendKeys", {{u"Keys"}, Optional(u"Wait")})
+      .Method<&Application::Help>(u"Help", {Optional(u"HelpFile"), Optional(u"HelpContextID")})
+      .Method<&Application::Quit>(u"Quit");
+  return std::move(builder).Default(u"Name");
 }
 
 Application::Application() : Application(std::make_shared<ApplicationData>()) {

@@ -24,7 +24,7 @@ class Application : public ModelObject<Application, ApplicationData> {
   Application();
   Application(std::shared_ptr<ApplicationData> application, std::shared_ptr<ApplicationData> data);
 
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   // For tests: what cannot be asked for by automation, and shorter ways to what can.
 

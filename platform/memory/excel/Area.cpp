@@ -13,14 +13,6 @@ struct Corner {
   std::int32_t column = 0;
 };
 
-bool IsLetter(char16_t c) {
-  return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z');
-}
-
-bool IsRowDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
-
 std::optional<Corner> ParseCorner(std::u16string_view text) {
   std::size_t i = 0;
   const auto skip_dollar = [&] {
@@ -29,7 +21,7 @@ std::optional<Corner> ParseCorner(std::u16string_view text) {
   Corner corner;
   skip_dollar();
   const std::size_t letters = i;
-  while (i < text.size() && IsLetter(text[i])) ++i;
+  while (i < text.size() && IsBasicLetter(text[i])) ++i;
   if (i > letters) {
     const auto column = ParseColumn(text.substr(letters, i - letters));
     if (!column) return std::nullopt;
@@ -38,7 +30,7 @@ std::optional<Corner> ParseCorner(std::u16string_view text) {
     skip_dollar();
   }
   const std::size_t digits = i;
-  while (i < text.size() && IsRowDigit(text[i]) && corner.row <= kRowCount) {
+  while (i < text.size() && IsDigit(text[i]) && corner.row <= kRowCount) {
     corner.row = corner.row * 10 + (text[i++] - u'0');
   }
   if (i == digits || i != text.size() || corner.row < 1 || corner.row > kRowCount) return std::nullopt;
@@ -51,7 +43,7 @@ std::optional<std::int32_t> ParseColumn(std::u16string_view letters) {
   if (letters.empty() || letters.size() > 2) return std::nullopt;
   std::int32_t column = 0;
   for (const char16_t c : letters) {
-    if (!IsLetter(c)) return std::nullopt;
+    if (!IsBasicLetter(c)) return std::nullopt;
     column = column * 26 + ((c | 0x20) - u'a' + 1);
   }
   if (column > kColumnCount) return std::nullopt;

@@ -4,12 +4,11 @@
 
 namespace qva::memory {
 
-const ClassDescription& Areas::Description() {
-  static const ClassDescription& description = ClassBuilder(u"Areas", "The rectangles of a range")
-                                                   .Get<&Areas::Count>(u"Count")
-                                                   .Get<&Areas::Item>(u"Item", {{u"Index"}})
-                                                   .Default(u"Item");
-  return description;
+ClassBuilder Areas::Describe() {
+  return ClassBuilder(u"Areas", "The rectangles of a range")
+      .Get<&Areas::Count>(u"Count")
+      .Get<&Areas::Item>(u"Item", {{u"Index"}})
+      .Default(u"Item");
 }
 
 std::int32_t Areas::Count() {

@@ -11,7 +11,7 @@ class Areas : public Described<Areas> {
  public:
   Areas(std::shared_ptr<ApplicationData> application, Reference reference)
       : application_(std::move(application)), reference_(std::move(reference)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::int32_t Count();

@@ -6,14 +6,11 @@
 
 namespace qva::memory {
 
-const ClassDescription& FileSearch::Description() {
-  static const ClassDescription& description = []() -> const ClassDescription& {
-    ClassBuilder builder(u"FileSearch", "The search for files");
-    AddProperty<&FileSearchData::look_in>(builder, u"LookIn");
-    AddProperty<&FileSearchData::file_name>(builder, u"FileName");
-    return std::move(builder).Method<&FileSearch::Execute>(u"Execute");
-  }();
-  return description;
+ClassBuilder FileSearch::Describe() {
+  ClassBuilder builder(u"FileSearch", "The search for files");
+  AddProperty<&FileSearchData::look_in>(builder, u"LookIn");
+  AddProperty<&FileSearchData::file_name>(builder, u"FileName");
+  return std::move(builder).Method<&FileSearch::Execute>(u"Execute");
 }
 
 std::int32_t FileSearch::Execute() {

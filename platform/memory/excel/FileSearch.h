@@ -10,7 +10,7 @@ namespace qva::memory {
 class FileSearch : public ModelObject<FileSearch, FileSearchData> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// The number of files that stand in the folder LookIn itself and whose name fits FileName.

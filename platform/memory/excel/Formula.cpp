@@ -20,8 +20,8 @@ ErrorValue Error(XlCVError code) {
 
 /// What names, addresses and numbers are made of.
 bool IsWordCharacter(char16_t c) {
-  return (c >= u'0' && c <= u'9') || (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_' ||
-         c == u'.' || c == u'$' || c == u':' || c == u'\\' || c >= 0x80;
+  return IsDigit(c) || IsBasicLetter(c) || c == u'_' || c == u'.' || c == u'$' || c == u':' || c == u'\\' ||
+         c >= 0x80;
 }
 
 bool IsError(const Value& value) {
@@ -338,7 +338,7 @@ class Evaluator {
     if (position_ < text_.size() && text_[position_] == u'!') return OnSheet(std::u16string(word));
     if (Peek() == u'(') return FunctionCall(word);
     if (const auto area = ParseArea(word)) return Cells(context_.sheet, *area);
-    if ((c >= u'0' && c <= u'9') || c == u'.') return NumberLiteral(word);
+    if (IsDigit(c) || c == u'.') return NumberLiteral(word);
     if (EqualIgnoringCase(word, u"TRUE")) return Value(true);
     if (EqualIgnoringCase(word, u"FALSE")) return Value(false);
     if (word.find(u':') != word.npos || word.find(u'$') != word.npos) throw SyntaxError();

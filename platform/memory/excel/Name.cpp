@@ -7,18 +7,15 @@
 
 namespace qva::memory {
 
-const ClassDescription& Name::Description() {
-  static const ClassDescription& description = ClassBuilder(u"Name", "A defined name")
-                                                   .Get<&Name::Text>(u"Name")
-                                                   .Get<&Name::RefersTo>(u"RefersTo")
-                                                   .Put<&Name::SetRefersTo>(u"RefersTo")
-                                                   .Get<&Name::RefersToRange>(u"RefersToRange")
-                                                   .Get<&Name::Visible>(u"Visible")
-                                                   .Put<&Name::SetVisible>(u"Visible")
-                                                   .Method<&Name::Delete>(u"Delete")
-                                                   .Get<&Name::RefersTo>(u"_Default")
-                                                   .Default(u"_Default");
-  return description;
+ClassBuilder Name::Describe() {
+  return ClassBuilder(u"Name", "A defined name")
+      .Get<&Name::Text>(u"Name")
+      .Property<&Name::RefersTo, &Name::SetRefersTo>(u"RefersTo")
+      .Get<&Name::RefersToRange>(u"RefersToRange")
+      .Property<&Name::Visible, &Name::SetVisible>(u"Visible")
+      .Method<&Name::Delete>(u"Delete")
+      .Get<&Name::RefersTo>(u"_Default")
+      .Default(u"_Default");
 }
 
 std::shared_ptr<WorkbookData> Name::Open() {

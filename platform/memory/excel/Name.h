@@ -10,7 +10,7 @@ namespace qva::memory {
 class Name : public ModelObject<Name, NameData> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::shared_ptr<WorkbookData> Open();

@@ -28,14 +28,12 @@ ScopedName Part(std::u16string_view text) {
 
 }  // namespace
 
-const ClassDescription& Names::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Names", "The defined names of a workbook or sheet")
-          .Get<&Names::Count>(u"Count")
-          .Get<&Names::Item>(u"Item", {{u"Index"}})
-          .Method<&Names::Add>(u"Add", {{u"Name"}, {u"RefersTo"}, Optional(u"Visible", true)})
-          .Default(u"Item");
-  return description;
+ClassBuilder Names::Describe() {
+  return ClassBuilder(u"Names", "The defined names of a workbook or sheet")
+      .Get<&Names::Count>(u"Count")
+      .Get<&Names::Item>(u"Item", {{u"Index"}})
+      .Method<&Names::Add>(u"Add", {{u"Name"}, {u"RefersTo"}, Optional(u"Visible", true)})
+      .Default(u"Item");
 }
 
 std::vector<std::shared_ptr<NameData>> Names::All() const {

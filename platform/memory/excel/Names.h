@@ -17,7 +17,7 @@ class Names : public Described<Names> {
   Names(std::shared_ptr<ApplicationData> application, std::shared_ptr<WorkbookData> workbook,
         std::shared_ptr<SheetData> sheet)
       : application_(std::move(application)), workbook_(std::move(workbook)), sheet_(std::move(sheet)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::vector<std::shared_ptr<NameData>> All() const;

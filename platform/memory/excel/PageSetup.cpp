@@ -11,13 +11,10 @@ constexpr std::u16string_view kPrintAreaName = u"Print_Area";
 
 }  // namespace
 
-const ClassDescription& PageSetup::Description() {
-  static const ClassDescription& description = ClassBuilder(u"PageSetup", "How a sheet is printed")
-                                                   .Get<&PageSetup::PrintArea>(u"PrintArea")
-                                                   .Put<&PageSetup::SetPrintArea>(u"PrintArea")
-                                                   .Get<&PageSetup::PrintGridlines>(u"PrintGridlines")
-                                                   .Put<&PageSetup::SetPrintGridlines>(u"PrintGridlines");
-  return description;
+ClassBuilder PageSetup::Describe() {
+  return ClassBuilder(u"PageSetup", "How a sheet is printed")
+      .Property<&PageSetup::PrintArea, &PageSetup::SetPrintArea>(u"PrintArea")
+      .Property<&PageSetup::PrintGridlines, &PageSetup::SetPrintGridlines>(u"PrintGridlines");
 }
 
 std::u16string PageSetup::PrintArea() {

@@ -16,7 +16,7 @@ std::u16string PrintAreaOf(const std::shared_ptr<SheetData>& sheet);
 class PageSetup : public Described<PageSetup> {
  public:
   explicit PageSetup(std::shared_ptr<SheetData> sheet) : sheet_(std::move(sheet)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// As PrintAreaOf. Setting it defines the name, the empty text deletes it; a text that means no cells of

@@ -28,7 +28,7 @@ class Range : public Described<Range> {
 
   Range(std::shared_ptr<ApplicationData> application, Reference reference, Unit unit = Unit::Cells)
       : application_(std::move(application)), reference_(std::move(reference)), unit_(unit) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   const Reference& reference() const { return reference_; }
 

@@ -2,11 +2,9 @@
 
 namespace qva::memory {
 
-const ClassDescription& RangeColor::Description() {
-  static const ClassDescription& description = ClassBuilder(u"RangeColor", "The colour of cells")
-                                                   .Get<&RangeColor::ColorIndex>(u"ColorIndex")
-                                                   .Put<&RangeColor::SetColorIndex>(u"ColorIndex");
-  return description;
+ClassBuilder RangeColor::Describe() {
+  return ClassBuilder(u"RangeColor", "The colour of cells")
+      .Property<&RangeColor::ColorIndex, &RangeColor::SetColorIndex>(u"ColorIndex");
 }
 
 Value RangeColor::ColorIndex() {

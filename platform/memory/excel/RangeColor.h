@@ -9,7 +9,7 @@ class RangeColor : public Described<RangeColor> {
  public:
   RangeColor(Ref<Range> range, FormatProperty property, std::int32_t none)
       : range_(std::move(range)), property_(property), none_(none) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// Null when the cells differ.

@@ -2,14 +2,11 @@
 
 namespace qva::memory {
 
-const ClassDescription& Shape::Description() {
-  static const ClassDescription& description = []() -> const ClassDescription& {
-    ClassBuilder builder(u"Shape", "A shape on a sheet");
-    AddProperty<&ShapeData::name>(builder, u"Name");
-    builder.Method<&Shape::Copy>(u"Copy");
-    return std::move(builder).Default(u"Name");
-  }();
-  return description;
+ClassBuilder Shape::Describe() {
+  ClassBuilder builder(u"Shape", "A shape on a sheet");
+  AddProperty<&ShapeData::name>(builder, u"Name");
+  builder.Method<&Shape::Copy>(u"Copy");
+  return std::move(builder).Default(u"Name");
 }
 
 void Shape::Copy() {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "platform/memory/excel/ModelObject.h"
 
 namespace qva::memory {
@@ -10,7 +8,7 @@ namespace qva::memory {
 class Shape : public ModelObject<Shape, ShapeData> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// Puts the shape's picture on the clipboard.

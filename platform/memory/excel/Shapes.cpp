@@ -10,14 +10,12 @@ constexpr std::int32_t kInvalidArgument = -2147024809;  // hexadecimal 80070057 
 
 }  // namespace
 
-const ClassDescription& Shapes::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Shapes", "The shapes on a sheet")
-          .Get<&Shapes::Count>(u"Count")
-          .Get<&Shapes::Item>(u"Item", {{u"Index"}})
-          .Method<&Shapes::AddShape>(u"AddShape", {{u"Type"}, {u"Left"}, {u"Top"}, {u"Width"}, {u"Height"}})
-          .Default(u"Item");
-  return description;
+ClassBuilder Shapes::Describe() {
+  return ClassBuilder(u"Shapes", "The shapes on a sheet")
+      .Get<&Shapes::Count>(u"Count")
+      .Get<&Shapes::Item>(u"Item", {{u"Index"}})
+      .Method<&Shapes::AddShape>(u"AddShape", {{u"Type"}, {u"Left"}, {u"Top"}, {u"Width"}, {u"Height"}})
+      .Default(u"Item");
 }
 
 std::int32_t Shapes::Count() {

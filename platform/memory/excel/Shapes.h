@@ -13,7 +13,7 @@ class Shapes : public Described<Shapes> {
  public:
   Shapes(std::shared_ptr<ApplicationData> application, std::shared_ptr<SheetData> sheet)
       : application_(std::move(application)), sheet_(std::move(sheet)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::int32_t Count();

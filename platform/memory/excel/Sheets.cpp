@@ -19,14 +19,12 @@ std::u16string FreeSheetName(const WorkbookData& workbook) {
 
 }  // namespace
 
-const ClassDescription& Sheets::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Sheets", "The sheets of a workbook")
-          .Get<&Sheets::Count>(u"Count")
-          .Get<&Sheets::Item>(u"Item", {{u"Index"}})
-          .Method<&Sheets::Add>(u"Add", {Optional(u"Before"), Optional(u"After")})
-          .Default(u"Item");
-  return description;
+ClassBuilder Sheets::Describe() {
+  return ClassBuilder(u"Sheets", "The sheets of a workbook")
+      .Get<&Sheets::Count>(u"Count")
+      .Get<&Sheets::Item>(u"Item", {{u"Index"}})
+      .Method<&Sheets::Add>(u"Add", {Optional(u"Before"), Optional(u"After")})
+      .Default(u"Item");
 }
 
 WorkbookData& Sheets::Open() {

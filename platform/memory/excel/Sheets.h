@@ -13,7 +13,7 @@ class Sheets : public Described<Sheets> {
  public:
   Sheets(std::shared_ptr<ApplicationData> application, std::shared_ptr<WorkbookData> workbook)
       : application_(std::move(application)), workbook_(std::move(workbook)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// The workbook, which must be open.

@@ -18,10 +18,6 @@ constexpr std::u16string_view kDigits = u"0123456789";
 constexpr std::array<std::u16string_view, 12> kMonths = {u"jan", u"feb", u"mar", u"apr", u"may", u"jun",
                                                          u"jul", u"aug", u"sep", u"oct", u"nov", u"dec"};
 
-bool IsDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
-
 /// A whole number of up to four digits, which is all of the text.
 std::optional<int> WholeNumber(std::u16string_view text) {
   if (text.empty() || text.size() > 4 || text.find_first_not_of(kDigits) != text.npos) return std::nullopt;

@@ -4,12 +4,10 @@
 
 namespace qva::memory {
 
-const ClassDescription& VBProject::Description() {
-  static const ClassDescription& description = ClassBuilder(u"VBProject", "A workbook's project of macros")
-                                                   .Get<&VBProject::Name>(u"Name")
-                                                   .Put<&VBProject::SetName>(u"Name")
-                                                   .Default(u"Name");
-  return description;
+ClassBuilder VBProject::Describe() {
+  return ClassBuilder(u"VBProject", "A workbook's project of macros")
+      .Property<&VBProject::Name, &VBProject::SetName>(u"Name")
+      .Default(u"Name");
 }
 
 std::u16string VBProject::Name() {

@@ -12,7 +12,7 @@ namespace qva::memory {
 class VBProject : public Described<VBProject> {
  public:
   explicit VBProject(std::shared_ptr<WorkbookData> workbook) : workbook_(std::move(workbook)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// Both raise kObjectGone once the workbook was closed.

@@ -13,26 +13,23 @@ std::int32_t InBounds(std::int32_t value, std::int32_t first, std::int32_t last)
 
 }  // namespace
 
-const ClassDescription& Window::Description() {
-  static const ClassDescription& description = []() -> const ClassDescription& {
-    ClassBuilder builder(u"Window", "The window of a workbook");
-    builder.Get<&Window::Caption>(u"Caption").Put<&Window::SetCaption>(u"Caption");
-    builder.Get<&Window::Zoom>(u"Zoom").Put<&Window::SetZoom>(u"Zoom");
-    builder.Get<&Window::ScrollRow>(u"ScrollRow").Put<&Window::SetScrollRow>(u"ScrollRow");
-    builder.Get<&Window::ScrollColumn>(u"ScrollColumn").Put<&Window::SetScrollColumn>(u"ScrollColumn");
-    AddProperty<&WindowData::display_gridlines>(builder, u"DisplayGridlines");
-    AddProperty<&WindowData::display_headings>(builder, u"DisplayHeadings");
-    AddProperty<&WindowData::display_zeros>(builder, u"DisplayZeros");
-    AddProperty<&WindowData::display_formulas>(builder, u"DisplayFormulas");
-    AddProperty<&WindowData::display_outline>(builder, u"DisplayOutline");
-    AddProperty<&WindowData::display_workbook_tabs>(builder, u"DisplayWorkbookTabs");
-    AddProperty<&WindowData::display_horizontal_scroll_bar>(builder, u"DisplayHorizontalScrollBar");
-    AddProperty<&WindowData::display_vertical_scroll_bar>(builder, u"DisplayVerticalScrollBar");
-    AddProperty<&WindowData::freeze_panes>(builder, u"FreezePanes");
-    AddProperty<&WindowData::window_state, xlMaximized, xlMinimized, xlNormal>(builder, u"WindowState");
-    return std::move(builder).Default(u"Caption");
-  }();
-  return description;
+ClassBuilder Window::Describe() {
+  ClassBuilder builder(u"Window", "The window of a workbook");
+  builder.Property<&Window::Caption, &Window::SetCaption>(u"Caption");
+  builder.Property<&Window::Zoom, &Window::SetZoom>(u"Zoom");
+  builder.Property<&Window::ScrollRow, &Window::SetScrollRow>(u"ScrollRow");
+  builder.Property<&Window::ScrollColumn, &Window::SetScrollColumn>(u"ScrollColumn");
+  AddProperty<&WindowData::display_gridlines>(builder, u"DisplayGridlines");
+  AddProperty<&WindowData::display_headings>(builder, u"DisplayHeadings");
+  AddProperty<&WindowData::display_zeros>(builder, u"DisplayZeros");
+  AddProperty<&WindowData::display_formulas>(builder, u"DisplayFormulas");
+  AddProperty<&WindowData::display_outline>(builder, u"DisplayOutline");
+  AddProperty<&WindowData::display_workbook_tabs>(builder, u"DisplayWorkbookTabs");
+  AddProperty<&WindowData::display_horizontal_scroll_bar>(builder, u"DisplayHorizontalScrollBar");
+  AddProperty<&WindowData::display_vertical_scroll_bar>(builder, u"DisplayVerticalScrollBar");
+  AddProperty<&WindowData::freeze_panes>(builder, u"FreezePanes");
+  AddProperty<&WindowData::window_state, xlMaximized, xlMinimized, xlNormal>(builder, u"WindowState");
+  return std::move(builder).Default(u"Caption");
 }
 
 std::u16string Window::Caption() {

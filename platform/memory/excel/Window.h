@@ -10,7 +10,7 @@ namespace qva::memory {
 class Window : public ModelObject<Window, WindowData> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   /// The workbook's name unless a text was set; setting Empty gives that back.

@@ -6,12 +6,11 @@
 
 namespace qva::memory {
 
-const ClassDescription& Windows::Description() {
-  static const ClassDescription& description = ClassBuilder(u"Windows", "The windows of a workbook")
-                                                   .Get<&Windows::Count>(u"Count")
-                                                   .Get<&Windows::Item>(u"Item", {{u"Index"}})
-                                                   .Default(u"Item");
-  return description;
+ClassBuilder Windows::Describe() {
+  return ClassBuilder(u"Windows", "The windows of a workbook")
+      .Get<&Windows::Count>(u"Count")
+      .Get<&Windows::Item>(u"Item", {{u"Index"}})
+      .Default(u"Item");
 }
 
 WorkbookData& Windows::Open() {

@@ -16,28 +16,25 @@ constexpr std::u16string_view kExtension = u".xls";
 
 }  // namespace
 
-const ClassDescription& Workbook::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Workbook", "A workbook that is open")
-          .Get<&Workbook::Name>(u"Name")
-          .Get<&Workbook::FullName>(u"FullName")
-          .Get<&Workbook::Path>(u"Path")
-          .Get<&Workbook::Saved>(u"Saved")
-          .Put<&Workbook::SetSaved>(u"Saved")
-          .Get<&Workbook::Parent>(u"Parent")
-          .Get<&Workbook::Parent>(u"Application")
-          .Get<&Workbook::Sheets>(u"Sheets")
-          .Get<&Workbook::Sheets>(u"Worksheets")
-          .Get<&Workbook::Names>(u"Names")
-          .Get<&Workbook::ActiveSheet>(u"ActiveSheet")
-          .Get<&Workbook::Windows>(u"Windows")
-          .Get<&Workbook::VBProject>(u"VBProject")
-          .Method<&Workbook::Activate>(u"Activate")
-          .Method<&Workbook::Save>(u"Save")
-          .Method<&Workbook::SaveAs>(u"SaveAs", {{u"Filename"}, Optional(u"FileFormat")})
-          .Method<&Workbook::Close>(u"Close", {Optional(u"SaveChanges")})
-          .Default(u"Name");
-  return description;
+ClassBuilder Workbook::Describe() {
+  return ClassBuilder(u"Workbook", "A workbook that is open")
+      .Get<&Workbook::Name>(u"Name")
+      .Get<&Workbook::FullName>(u"FullName")
+      .Get<&Workbook::Path>(u"Path")
+      .Property<&Workbook::Saved, &Workbook::SetSaved>(u"Saved")
+      .Get<&Workbook::Parent>(u"Parent")
+      .Get<&Workbook::Parent>(u"Application")
+      .Get<&Workbook::Sheets>(u"Sheets")
+      .Get<&Workbook::Sheets>(u"Worksheets")
+      .Get<&Workbook::Names>(u"Names")
+      .Get<&Workbook::ActiveSheet>(u"ActiveSheet")
+      .Get<&Workbook::Windows>(u"Windows")
+      .Get<&Workbook::VBProject>(u"VBProject")
+      .Method<&Workbook::Activate>(u"Activate")
+      .Method<&Workbook::Save>(u"Save")
+      .Method<&Workbook::SaveAs>(u"SaveAs", {{u"Filename"}, Optional(u"FileFormat")})
+      .Method<&Workbook::Close>(u"Close", {Optional(u"SaveChanges")})
+      .Default(u"Name");
 }
 
 WorkbookData& Workbook::Open() {

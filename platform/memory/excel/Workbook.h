@@ -10,7 +10,7 @@ namespace qva::memory {
 class Workbook : public ModelObject<Workbook, WorkbookData> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   WorkbookData& Open();

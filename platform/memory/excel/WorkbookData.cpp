@@ -21,11 +21,11 @@ std::shared_ptr<NameData> FindIn(const NameList& names, std::u16string_view want
 }
 
 bool IsNameStart(char16_t c) {
-  return (c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z') || c == u'_' || c == u'\\' || c >= 0x80;
+  return IsBasicLetter(c) || c == u'_' || c == u'\\' || c >= 0x80;
 }
 
 bool IsNamePart(char16_t c) {
-  return IsNameStart(c) || (c >= u'0' && c <= u'9') || c == u'.';
+  return IsNameStart(c) || IsDigit(c) || c == u'.';
 }
 
 /// Letters, digits, "_", "." and "\", not beginning with a digit, and nothing that reads as a cell.

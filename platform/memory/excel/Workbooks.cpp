@@ -12,14 +12,13 @@ constexpr int kSheetsInNewWorkbook = 3;
 
 }  // namespace
 
-const ClassDescription& Workbooks::Description() {
-  static const ClassDescription& description = ClassBuilder(u"Workbooks", "The open workbooks")
-                                                   .Get<&Workbooks::Count>(u"Count")
-                                                   .Get<&Workbooks::Item>(u"Item", {{u"Index"}})
-                                                   .Method<&Workbooks::Add>(u"Add")
-                                                   .Method<&Workbooks::Open>(u"Open", {{u"Filename"}})
-                                                   .Default(u"Item");
-  return description;
+ClassBuilder Workbooks::Describe() {
+  return ClassBuilder(u"Workbooks", "The open workbooks")
+      .Get<&Workbooks::Count>(u"Count")
+      .Get<&Workbooks::Item>(u"Item", {{u"Index"}})
+      .Method<&Workbooks::Add>(u"Add")
+      .Method<&Workbooks::Open>(u"Open", {{u"Filename"}})
+      .Default(u"Item");
 }
 
 std::int32_t Workbooks::Count() {

@@ -12,7 +12,7 @@ namespace qva::memory {
 class Workbooks : public Described<Workbooks> {
  public:
   explicit Workbooks(std::shared_ptr<ApplicationData> application) : application_(std::move(application)) {}
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::int32_t Count();

@@ -19,38 +19,33 @@ std::u16string PasswordText(const Value& password) {
 
 }  // namespace
 
-const ClassDescription& Worksheet::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Worksheet", "A sheet of cells")
-          .Get<&Worksheet::Name>(u"Name")
-          .Put<&Worksheet::SetName>(u"Name")
-          .Get<&Worksheet::Application>(u"Application")
-          .Get<&Worksheet::Parent>(u"Parent")
-          .Get<&Worksheet::Index>(u"Index")
-          .Get<&Worksheet::Visible>(u"Visible")
-          .Put<&Worksheet::SetVisible>(u"Visible")
-          .Get<&Worksheet::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")})
-          .Get<&Worksheet::Cells>(u"Cells", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
-          .Get<&Worksheet::Rows>(u"Rows", {Optional(u"Index")})
-          .Get<&Worksheet::Columns>(u"Columns", {Optional(u"Index")})
-          .Get<&Worksheet::UsedRange>(u"UsedRange")
-          .Get<&Worksheet::PageSetup>(u"PageSetup")
-          .Get<&Worksheet::Names>(u"Names")
-          .Get<&Worksheet::Shapes>(u"Shapes")
-          .Method<&Worksheet::Activate>(u"Activate")
-          .Method<&Worksheet::Activate>(u"Select")
-          .Method<&Worksheet::Calculate>(u"Calculate")
-          .Method<&Worksheet::Protect>(
-              u"Protect", {Optional(u"Password"), Optional(u"DrawingObjects"), Optional(u"Contents", true),
-                           Optional(u"Scenarios"), Optional(u"UserInterfaceOnly")})
-          .Method<&Worksheet::Unprotect>(u"Unprotect", {Optional(u"Password")})
-          .Method<&Worksheet::PrintOut>(
-              u"PrintOut", {Optional(u"From"), Optional(u"To"), Optional(u"Copies", std::int32_t{1})})
-          .Method<&Worksheet::PrintPreview>(u"PrintPreview")
-          .Get<&Worksheet::ProtectContents>(u"ProtectContents")
-          .Get<&Worksheet::DisplayPageBreaks>(u"DisplayPageBreaks")
-          .Put<&Worksheet::SetDisplayPageBreaks>(u"DisplayPageBreaks");
-  return description;
+ClassBuilder Worksheet::Describe() {
+  return ClassBuilder(u"Worksheet", "A sheet of cells")
+      .Property<&Worksheet::Name, &Worksheet::SetName>(u"Name")
+      .Get<&Worksheet::Application>(u"Application")
+      .Get<&Worksheet::Parent>(u"Parent")
+      .Get<&Worksheet::Index>(u"Index")
+      .Property<&Worksheet::Visible, &Worksheet::SetVisible>(u"Visible")
+      .Get<&Worksheet::Range>(u"Range", {{u"Cell1"}, Optional(u"Cell2")})
+      .Get<&Worksheet::Cells>(u"Cells", {Optional(u"RowIndex"), Optional(u"ColumnIndex")})
+      .Get<&Worksheet::Rows>(u"Rows", {Optional(u"Index")})
+      .Get<&Worksheet::Columns>(u"Columns", {Optional(u"Index")})
+      .Get<&Worksheet::UsedRange>(u"UsedRange")
+      .Get<&Worksheet::PageSetup>(u"PageSetup")
+      .Get<&Worksheet::Names>(u"Names")
+      .Get<&Worksheet::Shapes>(u"Shapes")
+      .Method<&Worksheet::Activate>(u"Activate")
+      .Method<&Worksheet::Activate>(u"Select")
+      .Method<&Worksheet::Calculate>(u"Calculate")
+      .Method<&Worksheet::Protect>(
+          u"Protect", {Optional(u"Password"), Optional(u"DrawingObjects"), Optional(u"Contents", true),
+                       Optional(u"Scenarios"), Optional(u"UserInterfaceOnly")})
+      .Method<&Worksheet::Unprotect>(u"Unprotect", {Optional(u"Password")})
+      .Method<&Worksheet::PrintOut>(
+          u"PrintOut", {Optional(u"From"), Optional(u"To"), Optional(u"Copies", std::int32_t{1})})
+      .Method<&Worksheet::PrintPreview>(u"PrintPreview")
+      .Get<&Worksheet::ProtectContents>(u"ProtectContents")
+      .Property<&Worksheet::DisplayPageBreaks, &Worksheet::SetDisplayPageBreaks>(u"DisplayPageBreaks");
 }
 
 SheetData& Worksheet::Open() {

@@ -10,7 +10,7 @@ namespace qva::memory {
 class Worksheet : public ModelObject<Worksheet, SheetData> {
  public:
   using ModelObject::ModelObject;
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   SheetData& Open();

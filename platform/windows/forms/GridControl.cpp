@@ -44,29 +44,16 @@ void SetHeaderItem(HWND header, UINT message, int item, int width, const wchar_t
   SendMessageW(header, message, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&description));
 }
 
+constexpr std::pair<UINT, GridKey> kGridKeys[] = {
+    {VK_LEFT, GridKey::Left}, {VK_RIGHT, GridKey::Right},  {VK_UP, GridKey::Up},
+    {VK_DOWN, GridKey::Down}, {VK_PRIOR, GridKey::PageUp}, {VK_NEXT, GridKey::PageDown},
+    {VK_HOME, GridKey::Home}, {VK_END, GridKey::End},      {VK_TAB, GridKey::Tab}};
+
 std::optional<GridKey> GridKeyOf(UINT key) {
-  switch (key) {
-    case VK_LEFT:
-      return GridKey::Left;
-    case VK_RIGHT:
-      return GridKey::Right;
-    case VK_UP:
-      return GridKey::Up;
-    case VK_DOWN:
-      return GridKey::Down;
-    case VK_PRIOR:
-      return GridKey::PageUp;
-    case VK_NEXT:
-      return GridKey::PageDown;
-    case VK_HOME:
-      return GridKey::Home;
-    case VK_END:
-      return GridKey::End;
-    case VK_TAB:
-      return GridKey::Tab;
-    default:
-      return std::nullopt;
+  for (const auto& [known, grid_key] : kGridKeys) {
+    if (known == key) return grid_key;
   }
+  return std::nullopt;
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 // How a grid looks.
 #pragma once
 
-#include <vector>
-
 #include "platform/controls.h"
 #include "platform/windows/forms/GridLayout.h"
 

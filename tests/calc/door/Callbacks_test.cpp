@@ -116,13 +116,32 @@ class FailingTarget : public CommandTarget {
   CommandState StateOf(const OUString&) override { throw AutomationError(kInternalError); }
 };
 
+/// What LibreOffice has that fails, whatever it is asked.
+class FailingPeer : public cppu::WeakImplHelper2<css::frame::XDispatchProvider, css::frame::XStatusListener> {
+ public:
+  bool is_short_of_memory = false;
+
+  Any SAL_CALL queryInterface(const css::uno::Type& type) override {
+    if (is_short_of_memory) throw std::bad_alloc();
+    return WeakImplHelper2::queryInterface(type);
+  }
+  Reference<css::frame::XDispatch> SAL_CALL queryDispatch(const css::util::URL&, const OUString&,
+                                                          sal_Int32) override {
+    throw std::bad_alloc();
+  }
+  Sequence<Reference<css::frame::XDispatch>> SAL_CALL
+  queryDispatches(const Sequence<css::frame::DispatchDescriptor>&) override {
+    throw std::bad_alloc();
+  }
+  void SAL_CALL statusChanged(const css::frame::FeatureStateEvent&) override { throw std::bad_alloc(); }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+};
+
 /// A member that changes its argument to what Basic has no array for, and fails.
 class BlockMaker : public Described<BlockMaker> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"BlockMaker", "Makes blocks").Method<&BlockMaker::Make>(u"Make", {{u"Block"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"BlockMaker", "Makes blocks").Method<&BlockMaker::Make>(u"Make", {{u"Block"}});
   }
 
  private:
@@ -183,7 +202,23 @@ TEST_F(Callbacks, EndWhatFailsInACommand) {
   const auto target = std::make_shared<FailingTarget>();
   const rtl::Reference<BarCommands> commands(new BarCommands(target));
   EXPECT_NO_THROW(commands->dispatch({}, {}));
-  EXPECT_NO_THROW(commands->addStatusListener({}, {}));
+  const rtl::Reference<FailingPeer> peer(new FailingPeer);
+  EXPECT_NO_THROW(commands->addStatusListener(peer.get(), {}));
+  peer->is_short_of_memory = true;
+  EXPECT_NO_THROW(commands->removeStatusListener(rtl::Reference<FailingPeer>(new FailingPeer).get(), {}));
+}
+
+TEST_F(Callbacks, AnswerForAsManyCommandsAsWereAskedForWhateverFails) {
+  const rtl::Reference<BarCommands> commands(new BarCommands({}));
+  const rtl::Reference<FailingPeer> peer(new FailingPeer);
+  commands->setSlaveDispatchProvider(peer.get());
+  Sequence<css::frame::DispatchDescriptor> requests(2);
+  requests.getArray()[0].FeatureURL.Complete = OUString(BarCommands::kProtocol) + "1";
+  Sequence<Reference<css::frame::XDispatch>> found;
+  EXPECT_NO_THROW(found = commands->queryDispatches(requests));
+  ASSERT_EQ(found.getLength(), 2);
+  EXPECT_TRUE(found[0].is());
+  EXPECT_FALSE(found[1].is());
 }
 
 TEST_F(Callbacks, EndWhatFailsWhileBarsAreShown) {

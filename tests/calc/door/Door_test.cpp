@@ -70,7 +70,10 @@ class Door : public OperationStage, public testing::WithParamInterface<const Ope
         return passed.object.is() ? '.' : '?';
       }
       const bool is_property = passed.object->hasProperty(name);
-      if (operation.kind == Operation::Kind::Put || operation.kind == Operation::Kind::PutRef) {
+      const bool is_put = operation.kind == Operation::Kind::Put || operation.kind == Operation::Kind::PutRef;
+      if (is_put && is_property) {
+        passed.object->setValue(name, passed.arguments[0]);
+      } else if (is_put) {
         passed.object->invokePutProperty(name, passed.arguments, positions, values);
       } else if (is_property) {
         passed.object->getValue(name);

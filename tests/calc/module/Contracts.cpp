@@ -77,10 +77,8 @@ class Listener : public testing::EmptyTestEventListener {
 
 class Contracts : public Described<Contracts> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Contracts", "Tests of what windows promise").Method<&Contracts::Run>(u"Run", {});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Contracts", "Tests of what windows promise").Method<&Contracts::Run>(u"Run", {});
   }
 
  private:

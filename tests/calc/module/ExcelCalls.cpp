@@ -16,12 +16,10 @@ using namespace qva;
 
 class ExcelCalls : public Described<ExcelCalls> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"ExcelCalls", "Calls members of Excel's objects")
-            .Method<&ExcelCalls::CopyFromRecordset>(u"CopyFromRecordset", {{u"Cells"}, {u"Data"}})
-            .Method<&ExcelCalls::WriteValues>(u"WriteValues", {{u"Cells"}});
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"ExcelCalls", "Calls members of Excel's objects")
+        .Method<&ExcelCalls::CopyFromRecordset>(u"CopyFromRecordset", {{u"Cells"}, {u"Data"}})
+        .Method<&ExcelCalls::WriteValues>(u"WriteValues", {{u"Cells"}});
   }
 
  private:

@@ -31,11 +31,10 @@ std::u16string WhatComesOut(ui::Form& form) {
 
 }  // namespace
 
-const ClassDescription& FormCalls::Description() {
-  static const ClassDescription& description = ClassBuilder(u"FormCalls", "Shows forms whose handlers fail")
-                                                   .Method<&FormCalls::Show>(u"Show", {{u"Failure"}})
-                                                   .Method<&FormCalls::LiveObjects>(u"LiveObjects", {});
-  return description;
+ClassBuilder FormCalls::Describe() {
+  return ClassBuilder(u"FormCalls", "Shows forms whose handlers fail")
+      .Method<&FormCalls::Show>(u"Show", {{u"Failure"}})
+      .Method<&FormCalls::LiveObjects>(u"LiveObjects", {});
 }
 
 std::u16string FormCalls::Show(const std::u16string& failure) {

@@ -10,7 +10,7 @@ namespace qva {
 /// the form. Result: what came out of the showing, and whether the form was visible afterwards.
 class FormCalls : public Described<FormCalls> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
  private:
   std::u16string Show(const std::u16string& failure);

@@ -10,7 +10,7 @@ namespace qva::bench {
 
 class Control : public Described<Control> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   /// Objects of the bench that are alive, in-memory Excel and host included; this one too.
   std::int32_t LiveObjects() const;

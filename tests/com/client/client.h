@@ -8,7 +8,6 @@
 
 #include <limits>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "QVA_Varnholt_idl.h"

@@ -2,15 +2,13 @@
 
 namespace qva::corpus {
 
-const ClassDescription& ErrorObject::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"ErrObject", "")
-          .Get<&ErrorObject::Number>(u"Number")
-          .Get<&ErrorObject::Source>(u"Source")
-          .Get<&ErrorObject::Text>(u"Description")
-          .Method<&ErrorObject::Clear>(u"Clear")
-          .Method<&ErrorObject::Raise>(u"Raise", {{u"Number"}, {u"Source"}, {u"Description"}});
-  return description;
+ClassBuilder ErrorObject::Describe() {
+  return ClassBuilder(u"ErrObject", "")
+      .Get<&ErrorObject::Number>(u"Number")
+      .Get<&ErrorObject::Source>(u"Source")
+      .Get<&ErrorObject::Text>(u"Description")
+      .Method<&ErrorObject::Clear>(u"Clear")
+      .Method<&ErrorObject::Raise>(u"Raise", {{u"Number"}, {u"Source"}, {u"Description"}});
 }
 
 void ErrorObject::Raise(std::int32_t number, std::u16string source, std::u16string description) {

@@ -10,7 +10,7 @@ namespace qva::corpus {
 /// Holds the last error; a member of the corpus's language, and an object that macros may pass on.
 class ErrorObject : public Described<ErrorObject> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   std::int32_t Number() const { return number_; }
   std::u16string Source() const { return source_; }

@@ -14,18 +14,15 @@ namespace {
 /// An object with a member of every kind.
 class Sample : public Described<Sample> {
  public:
-  static const ClassDescription& Description() {
-    static const ClassDescription& description =
-        ClassBuilder(u"Sample", "")
-            .Property<&Sample::number>(u"Number")
-            .Get<&Sample::Item>(u"Item", {{u"i"}})
-            .Put<&Sample::SetItem>(u"Item", {{u"i"}})
-            .Get<&Sample::Other>(u"Other")
-            .PutRef<&Sample::SetOther>(u"Other")
-            .Method<&Sample::Increment>(u"Increment", {{u"n"}})
-            .Method<&Sample::Join>(u"Join", {{u"a"}, Optional(u"b", u"-")})
-            .Method<&Sample::Fail>(u"Fail");
-    return description;
+  static ClassBuilder Describe() {
+    return ClassBuilder(u"Sample", "")
+        .Property<&Sample::number>(u"Number")
+        .Property<&Sample::Item, &Sample::SetItem>(u"Item", {{u"i"}})
+        .Get<&Sample::Other>(u"Other")
+        .PutRef<&Sample::SetOther>(u"Other")
+        .Method<&Sample::Increment>(u"Increment", {{u"n"}})
+        .Method<&Sample::Join>(u"Join", {{u"a"}, Optional(u"b", u"-")})
+        .Method<&Sample::Fail>(u"Fail");
   }
   std::u16string Item(std::int16_t i) { return items[i]; }
   void SetItem(std::int16_t i, std::u16string text) { items[i] = std::move(text); }

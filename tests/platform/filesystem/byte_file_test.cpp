@@ -1,6 +1,5 @@
 // Channels and text streams over the bytes of a file that fails.
 #include <algorithm>
-#include <utility>
 
 #include "platform/filesystem/encoded_text_stream.h"
 #include "platform/filesystem/sequential_channel.h"

@@ -122,6 +122,7 @@ TYPED_TEST_P(FormContract, IsMadeOfNoDescriptionThatContradictsItself) {
   EXPECT_EQ(refusal([](auto& form) { form.controls.push_back(form.controls.back()); }), kInternalError);
   EXPECT_EQ(refusal([](auto& form) { form.controls.back().parent = u"nera"; }), kInternalError);
   EXPECT_EQ(refusal([](auto& form) { form.controls.back().parent = u"text"; }), kInternalError);
+  EXPECT_EQ(refusal([](auto& form) { form.controls.front().parent = u"frame"; }), kInternalError);
   EXPECT_EQ(refusal([](auto& form) { form.default_button = u"nera"; }), kInternalError);
   EXPECT_EQ(refusal([](auto& form) { form.cancel_button = u"text"; }), kInternalError);
 }
@@ -147,6 +148,18 @@ TYPED_TEST_P(FormContract, IsNotShownTwiceAtATime) {
   });
   EXPECT_EQ(raised, kFormAlreadyDisplayed);
   EXPECT_TRUE(was_visible);
+}
+
+TYPED_TEST_P(FormContract, AHandlerThatRaisesEndsTheShowingWhichRaisesTheSame) {
+  auto& box = this->template Get<ui::TextBox>(u"text");
+  box.on_change = [] { throw AutomationError(kOverflow); };
+  const std::function<void()> steps[] = {[] { throw AutomationError(kOverflow); },
+                                         [&box] { box.SetText(u"Kita"); }};
+  for (const auto& step : steps) {
+    this->template Get<ui::Button>(u"btStep").on_click = step;
+    EXPECT_EQ(this->Raised([&] { this->desk.Show(*this->form); }), kOverflow);
+    EXPECT_FALSE(this->form->Visible());
+  }
 }
 
 TYPED_TEST_P(FormContract, HasItsSizeAndIsAskedOnceForEachControl) {
@@ -313,11 +326,12 @@ TYPED_TEST_P(FormContract, AGridHasACurrentRowWhileItHasRows) {
 
 REGISTER_TYPED_TEST_SUITE_P(FormContract, FindsItsControlsByTheirNames,
                             IsMadeOfNoDescriptionThatContradictsItself, IsVisibleWhileItIsShown,
-                            IsNotShownTwiceAtATime, HasItsSizeAndIsAskedOnceForEachControl,
-                            LabelsAndTextBoxesShowTheirCaptionsFirst, ATextBoxTellsOfAnotherTextAlone,
-                            ATextBoxCutsWhatIsTooLongFromNowOn, TheProgramSetsWhatTheUserCannot,
-                            AnOptionClearsThoseOfItsFrameAndTellsOnce, AComboBoxKeepsItsCode,
-                            ADatePickerTellsOfAnotherDayAlone, DatesThatPickersCannotShowAreRefused,
-                            PagesComeToTheFront, AGridHasACurrentRowWhileItHasRows);
+                            IsNotShownTwiceAtATime, AHandlerThatRaisesEndsTheShowingWhichRaisesTheSame,
+                            HasItsSizeAndIsAskedOnceForEachControl, LabelsAndTextBoxesShowTheirCaptionsFirst,
+                            ATextBoxTellsOfAnotherTextAlone, ATextBoxCutsWhatIsTooLongFromNowOn,
+                            TheProgramSetsWhatTheUserCannot, AnOptionClearsThoseOfItsFrameAndTellsOnce,
+                            AComboBoxKeepsItsCode, ADatePickerTellsOfAnotherDayAlone,
+                            DatesThatPickersCannotShowAreRefused, PagesComeToTheFront,
+                            AGridHasACurrentRowWhileItHasRows);
 
 }  // namespace qva

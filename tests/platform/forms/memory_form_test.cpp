@@ -1,27 +1,11 @@
 #include "platform/forms/memory_form.h"
 
 #include "platform/date.h"
-#include "platform/memory/MemoryForms.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/forms/form_contract.h"
+#include "tests/platform/forms/memory_desk.h"
 
 namespace qva {
-namespace {
-
-class MemoryDesk {
- public:
-  MemoryDesk() {
-    forms_.user = [](MemoryForm& form) { form.Click(u"btStep"); };
-  }
-  static bool IsThere() { return true; }
-  ui::FormFactory& factory() { return forms_; }
-  void Show(ui::Form& form) { form.ShowModal(); }
-
- private:
-  MemoryForms forms_;
-};
-
-}  // namespace
 
 INSTANTIATE_TYPED_TEST_SUITE_P(MemoryForms, FormContract, MemoryDesk);
 
@@ -147,6 +131,10 @@ TEST_F(MemoryFormTest, LetsNobodyWorkWhatIsNotThereDisabledOrOfAnotherKind) {
     EXPECT_EQ(RaisedBy([&] { form->Type(u"note", u"x"); }), kInvalidProcedureCall);
     EXPECT_EQ(RaisedBy([&] { form->TypeCell(u"grid", 0, u"A", u"x"); }), kInvalidProcedureCall);
     EXPECT_EQ(RaisedBy([&] { form->SelectRow(u"grid", 0); }), kInvalidProcedureCall);
+    for (const Date day : {DateFromParts(1752, 12, 31), Date{DateFromParts(9999, 12, 31).serial + 1}}) {
+      EXPECT_EQ(RaisedBy([&] { form->PickDate(u"ed", day); }), kInvalidProcedureCall);
+      EXPECT_EQ(RaisedBy([&] { form->DoubleClickDay(u"month", day); }), kInvalidProcedureCall);
+    }
     form->Hide();
     EXPECT_EQ(RaisedBy([&] { form->Click(u"bt"); }), kInvalidProcedureCall);
   });
@@ -236,45 +224,6 @@ TEST_F(MemoryFormTest, ClosesAWindowThatTheUserLeavesOpenByItsCancelButton) {
 TEST_F(MemoryFormTest, IsHiddenWhenItsUserFails) {
   EXPECT_EQ(RaisedBy([&] { Show([](MemoryForm&) { throw AutomationError(kOverflow); }); }), kOverflow);
   EXPECT_FALSE(form->Visible());
-}
-
-TEST_F(MemoryFormTest, IsNotShownTwiceAtATime) {
-  Show([](MemoryForm& shown) {
-    EXPECT_EQ(RaisedBy([&] { shown.ShowModal(); }), kFormAlreadyDisplayed);
-    EXPECT_TRUE(shown.Visible());
-  });
-}
-
-TEST_F(MemoryFormTest, IsHiddenByAHandlerThatFailsAndRaisesTheSame) {
-  prepare = [&](MemoryForm&) {
-    Control<ui::Button>(u"bt").on_click = [] { throw AutomationError(kOverflow); };
-  };
-  EXPECT_EQ(RaisedBy([&] { Show([](MemoryForm& shown) { shown.Click(u"bt"); }); }), kOverflow);
-  EXPECT_FALSE(form->Visible());
-}
-
-TEST_F(MemoryFormTest, IsNotMadeOfADescriptionThatContradictsItself) {
-  const auto refusal = [](const std::function<void(ui::FormDescription&)>& spoil) {
-    ui::FormDescription form = Sample();
-    spoil(form);
-    return RaisedBy([&] { MemoryForm(form, {}); });
-  };
-  EXPECT_EQ(refusal([](ui::FormDescription&) {}), 0);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.push_back(form.controls.front()); }),
-            kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.back().parent = u"nėra"; }),
-            kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.back().parent = u"txt"; }), kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls.front().parent = u"tab"; }),
-            kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.default_button = u"nėra"; }), kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.cancel_button = u"txt"; }), kInternalError);
-}
-
-TEST_F(MemoryFormTest, HasNoControlThatAProgramDoesNotKnow) {
-  MemoryForm sample(Sample(), {});
-  EXPECT_EQ(RaisedBy([&] { ui::Get<ui::TextBox>(sample, u"nėra"); }), kInternalError);
-  EXPECT_EQ(RaisedBy([&] { ui::Get<ui::TextBox>(sample, u"bt"); }), kInternalError);
 }
 
 }  // namespace

@@ -172,8 +172,9 @@ TEST_F(UnattendedFormsTest, RefusesWhatTheFormDoesNotAccept) {
 }
 
 TEST_F(UnattendedFormsTest, RefusesWhatIsNoAnswer) {
-  for (const std::string line : {"opt opt", "grid = 1", "grid 0 A = x", "grid 9", "month double kada",
-                                 "month key 0", "ed = vakar", "=", "month treble 2024-01-01"}) {
+  for (const std::string line :
+       {"opt opt", "grid = 1", "grid 0 A = x", "grid 9", "month double kada", "month key 0", "ed = vakar",
+        "ed = 1700-01-01", "=", "month treble 2024-01-01"}) {
     EXPECT_THAT(Show("[frmTest]\n" + line + "\nbtOk\n"), HasSubstr("line 2")) << line;
   }
 }
@@ -234,6 +235,19 @@ TEST_F(UnattendedFormsTest, ARefusedOrMissingAnswerIsAFailureAndAnyOtherMistakeA
   ASSERT_EQ(failures.wrongly_answered.size(), 3u);
   EXPECT_THAT(ToUtf8(failures.wrongly_answered[0]),
               HasSubstr("line 2 of " + answers.string() + " (txtt = 1)"));
+}
+
+TEST_F(UnattendedFormsTest, WhatAHandlerRaisesIsAFailureAndNoWrongAnswer) {
+  const HeardFailures failures;
+  WriteFile(answers, "[frmTest]\nbtOk\n");
+  UnattendedForms forms(answers, log, clock, locale);
+  const auto form =
+      forms.Create({.name = u"frmTest", .controls = {{.kind = ui::ControlKind::Button, .name = u"btOk"}}});
+  ui::Get<ui::Button>(*form, u"btOk").on_click = [] { throw AutomationError(kOverflow); };
+  EXPECT_THROW(form->ShowModal(), AutomationError);
+  EXPECT_THAT(failures.failed, testing::ElementsAre(u"Overflow"));
+  EXPECT_TRUE(failures.wrongly_answered.empty());
+  EXPECT_THAT(Log(), HasSubstr("ERROR: Overflow"));
 }
 
 }  // namespace

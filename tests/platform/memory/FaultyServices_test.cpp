@@ -1,10 +1,14 @@
 // The faults of registry, object creation and forms: what is refused fails as the interface says and does not
 // reach the target, the rest does.
+#include "platform/ado.h"
 #include "platform/memory/FaultyFormFactory.h"
 #include "platform/memory/FaultyObjectFactory.h"
 #include "platform/memory/FaultyRegistry.h"
 #include "platform/memory/excel/Application.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/forms/form_contract.h"
+#include "tests/platform/forms/memory_desk.h"
+#include "tests/platform/object_factory_contract.h"
 #include "tests/platform/registry_contract.h"
 
 namespace qva {
@@ -19,9 +23,25 @@ struct FaultyStore {
   FaultyRegistry faulty{memory};
 };
 
+struct FaultySystem {
+  static constexpr std::u16string_view kKnown = ado::kRecordset;
+  ObjectFactory& factory() { return faulty; }
+
+  MemoryObjectFactory memory;
+  FaultyObjectFactory faulty{memory};
+};
+
+struct FaultyDesk : MemoryDesk {
+  ui::FormFactory& factory() { return faulty; }
+
+  FaultyFormFactory faulty{memory};
+};
+
 }  // namespace
 
 INSTANTIATE_TYPED_TEST_SUITE_P(FaultyRegistry, RegistryContract, FaultyStore);
+INSTANTIATE_TYPED_TEST_SUITE_P(FaultyObjectFactory, ObjectFactoryContract, FaultySystem);
+INSTANTIATE_TYPED_TEST_SUITE_P(FaultyFormFactory, FormContract, FaultyDesk);
 
 namespace {
 

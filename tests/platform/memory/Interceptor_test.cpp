@@ -9,6 +9,8 @@
 #include "platform/memory/CallFailure.h"
 #include "platform/memory/CallTrace.h"
 #include "tests/platform/core_test.h"
+#include "tests/platform/forms/form_contract.h"
+#include "tests/platform/forms/memory_desk.h"
 #include "tests/platform/object_factory_contract.h"
 
 namespace qva {
@@ -23,9 +25,17 @@ struct InterceptedSystem {
   InterceptedFactory intercepted{interceptor, memory};
 };
 
+struct InterceptedDesk : MemoryDesk {
+  ui::FormFactory& factory() { return intercepted; }
+
+  Interceptor interceptor{};
+  InterceptedForms intercepted{interceptor, memory};
+};
+
 }  // namespace
 
 INSTANTIATE_TYPED_TEST_SUITE_P(InterceptedFactory, ObjectFactoryContract, InterceptedSystem);
+INSTANTIATE_TYPED_TEST_SUITE_P(InterceptedForms, FormContract, InterceptedDesk);
 
 namespace {
 
@@ -34,7 +44,7 @@ using testing::ElementsAre;
 /// A host object of every shape of call.
 class Node : public Described<Node> {
  public:
-  static const ClassDescription& Description();
+  static ClassBuilder Describe();
 
   ObjectPtr child;
   Value seen;  ///< the last argument of Take
@@ -58,20 +68,17 @@ class Node : public Described<Node> {
   void Nothing(const Value&, const Value&) {}
 };
 
-const ClassDescription& Node::Description() {
-  static const ClassDescription& description =
-      ClassBuilder(u"Node", "")
-          .Get<&Node::Number>(u"Number")
-          .Put<&Node::SetNumber>(u"Number")
-          .Get<&Node::Child>(u"Child")
-          .PutRef<&Node::SetChild>(u"Child")
-          .Method<&Node::Take>(u"Take", {{u"Argument"}})
-          .Method<&Node::Give>(u"Give", {{u"Target"}})
-          .Get<&Node::Children>(u"Children")
-          .Method<&Node::Fail>(u"Fail", {{u"Changed"}})
-          .Method<&Node::Nothing>(u"Nothing", {Optional(u"First"), Optional(u"Second")})
-          .Default(u"Number");
-  return description;
+ClassBuilder Node::Describe() {
+  return ClassBuilder(u"Node", "")
+      .Property<&Node::Number, &Node::SetNumber>(u"Number")
+      .Get<&Node::Child>(u"Child")
+      .PutRef<&Node::SetChild>(u"Child")
+      .Method<&Node::Take>(u"Take", {{u"Argument"}})
+      .Method<&Node::Give>(u"Give", {{u"Target"}})
+      .Get<&Node::Children>(u"Children")
+      .Method<&Node::Fail>(u"Fail", {{u"Changed"}})
+      .Method<&Node::Nothing>(u"Nothing", {Optional(u"First"), Optional(u"Second")})
+      .Default(u"Number");
 }
 
 class InterceptorTest : public CoreTest {

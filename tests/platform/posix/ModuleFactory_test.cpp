@@ -52,10 +52,8 @@ class OneClass : public ObjectFactory {
  public:
   class Thing : public Described<Thing> {
    public:
-    static const ClassDescription& Description() {
-      static const ClassDescription& description =
-          ClassBuilder(u"Thing", "").Property<&Thing::maker>(u"Maker").Default(u"Maker");
-      return description;
+    static ClassBuilder Describe() {
+      return ClassBuilder(u"Thing", "").Property<&Thing::maker>(u"Maker").Default(u"Maker");
     }
     std::u16string maker;
   };

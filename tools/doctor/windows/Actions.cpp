@@ -113,7 +113,7 @@ std::uint32_t RemoveFromUser(std::string& answer) {
 }
 
 std::u16string UsualLog() {
-  const std::wstring folder = EnvironmentVariable("LOCALAPPDATA") + L"\\QVA_Varnholt";
+  const std::wstring folder = EnvironmentVariable("LOCALAPPDATA") + L"\\" + WideText(kLibraryName);
   CreateDirectoryW(folder.c_str(), nullptr);
   return TextOf((folder + L"\\calls.log").c_str());
 }
@@ -130,7 +130,8 @@ std::u16string WholePath(const std::u16string& file) {
 std::int32_t SetCallLog(const std::u16string& file) {
   windows::AnsiRegistry registry;
   OpenedKey key(registry);
-  if (const auto code = key.Create(HKEY_CURRENT_USER_VALUE, kOwnKey, kKeySetValue, {})) return code;
+  if (const auto code = key.Create(HKEY_CURRENT_USER_VALUE, TextOf(com::kOwnKey), kKeySetValue, {}))
+    return code;
   if (!file.empty())
     return registry.SetStored(key.get(), kCallLogValue, {kRegSz, ToUtf16Bytes(file + u'\0')});
   const std::int32_t code = registry.DeleteValue(key.get(), kCallLogValue);
