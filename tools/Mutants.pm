@@ -12,6 +12,9 @@ my %exchanged = ('==' => ['!='], '!=' => ['=='], '<' => [ '<=', '>=' ], '<=' => 
                  '/' => ['*'], '%' => ['*'], '|' => ['&'], '+=' => ['-='], '-=' => ['+='], 'true' => ['false'],
                  'false' => ['true'], 'break' => ['continue'], 'continue' => ['break']);
 
+# Functions that do the same with their arguments exchanged.
+my $symmetric = qr/\b(?:EqualIgnoringCase|std::(?:min|max)(?:<[\w:]+>)?)$/;
+
 # The tokens of a text, each with "text", "at" and "kind"; neither blanks nor comments nor directives.
 sub tokens {
   my $text = shift;
@@ -189,7 +192,8 @@ sub mutants_of {
 
     # Two arguments of a call.
     if ($word eq '(' && $in_statements->[$i] && $i && $t[ $i - 1 ]{text} =~ /^(?:\w+|>)$/
-        && $t[ $i - 1 ]{text} !~ /^(?:if|for|while|switch|catch|return)$/) {
+        && $t[ $i - 1 ]{text} !~ /^(?:if|for|while|switch|catch|return)$/
+        && $source->(($i > 8 ? $i - 8 : 0), $i - 1) !~ $symmetric) {
       my @arguments = ([ $i + 1 ]);
       for (my $j = $i + 1; $j < $partner->{$i}; ++$j) {
         if ($t[$j]{text} =~ /^[(\[{]$/) { $j = $partner->{$j} }
