@@ -46,7 +46,6 @@ constexpr auto kBudgetColumns = static_cast<std::int32_t>(kBudgetFields.size());
 
 Value BudgetFieldNames() {
   std::vector<Value> names;
-  names.reserve(kBudgetFields.size());
   for (const BudgetField& field : kBudgetFields) names.emplace_back(field.name);
   return Array::Of(std::move(names));
 }
@@ -79,20 +78,16 @@ bool IsBlank(const Value& value) {
 /// Puts a code into a cell. What reads like a number of at most 15 digits, the most that a cell keeps,
 /// becomes one, as it always has. Any other code that the cell took for a number, a date or a formula is put
 /// in again as a text, by an apostrophe that is no part of it; not at once, since cells of texts may keep the
-/// apostrophe. A formula that the cell refuses is such a code, too. The format that the cell got with a date
-/// goes again: it would make a date of the next code that is a number.
+/// apostrophe. What the cell refuses, as it does a wrong formula, is put in again, too. The format that the
+/// cell got with a date goes again: it would make a date of the next code that is a number.
 void PutCode(const excel::Range& cell, const Value& value) {
-  const std::u16string text = value.Is(Value::Type::Text) ? value.ToText() : u"";
+  if (!value.Is(Value::Type::Text)) return cell.SetValue(value);
+  const std::u16string text = value.ToText();
   const bool is_number =
-      !value.Is(Value::Type::Text) ||
-      (text.size() <= 15 && std::ranges::all_of(text, IsDigit) && !(text.size() > 1 && text.front() == u'0'));
+      text.size() <= 15 && std::ranges::all_of(text, IsDigit) && !(text.size() > 1 && text.front() == u'0');
   if (is_number) return cell.SetValue(value);
   const Value format = cell.NumberFormat();
-  try {
-    cell.SetValue(value);
-  } catch (const AutomationError&) {
-    if (text.empty() || std::u16string_view(u"=+-@").find(text.front()) == std::u16string_view::npos) throw;
-  }
+  IgnoreErrors([&] { cell.SetValue(value); });
   if (cell.Value() == value) return;
   cell.SetValue(u"'" + text);
   // A protected sheet lets no format be changed.
@@ -129,7 +124,7 @@ const std::array<CRepPeriod::NamedCell, CRepPeriod::kCellCount> CRepPeriod::kNam
      {u"LastBudgetDocCode", u"LastBudgetDocCode"},
      {u"IsBudgetPlan", u"IsBudgetPlan"},
      {u"BudgetCount", u"BudgetCount"},
-     {u"BookCode", u""}}};
+     {u"BookCode", {}}}};
 
 ClassBuilder CRepPeriod::Describe() {
   return ClassBuilder(u"CRepPeriod", "The report period that a workbook keeps in its named cells")
@@ -250,10 +245,10 @@ void CRepPeriod::Load() {
     const Value item = Item(u"Year");
     return IsBlank(item) ? PartsOf(GetServices().clock->Now()).year : item.ToInt32();
   };
-  const auto load_date = [&](Cell cell, int years, int month) {
+  const auto load_date = [&](Cell cell, int years, int day) {
     const Value value = cells_[cell].Value();
     SetItem(kNamedCells[cell].setting,
-            value.Is(Value::Type::Empty) ? DateFromParts(year() + years, 1, month) : value.ToDate());
+            value.Is(Value::Type::Empty) ? DateFromParts(year() + years, 1, day) : value.ToDate());
   };
   load_date(kRepLastPerBeg, -1, 1);
   load_date(kRepLastPerEnd, 0, 0);

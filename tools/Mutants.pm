@@ -12,6 +12,9 @@ my %exchanged = ('==' => ['!='], '!=' => ['=='], '<' => [ '<=', '>=' ], '<=' => 
                  '/' => ['*'], '%' => ['*'], '|' => ['&'], '+=' => ['-='], '-=' => ['+='], 'true' => ['false'],
                  'false' => ['true'], 'break' => ['continue'], 'continue' => ['break']);
 
+# Functions that do the same with their arguments exchanged.
+my $symmetric = qr/\b(?:EqualIgnoringCase|std::(?:min|max)(?:<[\w:]+>)?)$/;
+
 # The tokens of a text, each with "text", "at" and "kind"; neither blanks nor comments nor directives.
 sub tokens {
   my $text = shift;
@@ -189,7 +192,8 @@ sub mutants_of {
 
     # Two arguments of a call.
     if ($word eq '(' && $in_statements->[$i] && $i && $t[ $i - 1 ]{text} =~ /^(?:\w+|>)$/
-        && $t[ $i - 1 ]{text} !~ /^(?:if|for|while|switch|catch|return)$/) {
+        && $t[ $i - 1 ]{text} !~ /^(?:if|for|while|switch|catch|return)$/
+        && $source->(($i > 8 ? $i - 8 : 0), $i - 1) !~ $symmetric) {
       my @arguments = ([ $i + 1 ]);
       for (my $j = $i + 1; $j < $partner->{$i}; ++$j) {
         if ($t[$j]{text} =~ /^[(\[{]$/) { $j = $partner->{$j} }
@@ -213,7 +217,7 @@ sub mutants_of {
     my $statement = $source->($from, $i);
     if ($statement =~ /^return (.*);$/s) {
       $change->($from + 1, $i - 1, '{}') if $1 !~ /^(?:\{\}|true|false|nullptr|0|[\w:.]+\(\))$/ && $is_plain->($from + 1, $i - 1);
-    } elsif ($statement !~ /^(?:using|static_assert|struct|enum|break|continue)\b/) {
+    } elsif ($statement !~ /^(?:using|static_assert|struct|enum|break|continue)\b|^\w+\.reserve\(/) {
       # What is declared and used cannot go.
       my ($name) = $statement =~ /^(?:(?:static|const|constexpr) )*[\w:]+(?:<.*?>)?(?:::\w+)?[&*]* (\w+)(?: = |\{|\(|;)/s;
       my $is_used = $name && $statement !~ /^(?:throw|delete|co_return) / && substr($text, $t[$i]{at}) =~ /\b\Q$name\E\b/;

@@ -80,6 +80,7 @@ TEST_F(CallLog, HasALineForEachCall) {
             "2023-03-15 12:00:00\t" + std::to_string(ProcessId()) +
                 "\t7 ms\tCReports.Init\t(\"a b  c\", 7, True)\t-> 1.5\n");
   EXPECT_THAT(Line(Access::Put, {7}, {}), EndsWith("\tCReports.Init =\t(7)\t\n"));
+  EXPECT_THAT(Line(Access::PutRef, {ObjectPtr()}, {}), EndsWith("\tCReports.Init =\t(Nothing)\t\n"));
 }
 
 TEST_F(CallLog, NamesNamedArguments) {
@@ -125,6 +126,25 @@ TEST_F(CallLog, TellsTypeAndSizeInsteadOfContent) {
   EXPECT_THAT(Line(Access::Put, {u"secret"}, 17.5), EndsWith("\t(text of 6)\t-> number\n"));
 }
 
+TEST_F(CallLog, TellsTheTypeOfWhatItDoesNotShow) {
+  Start(false);
+  const std::pair<Value, std::string> told[] = {{true, "Boolean"},
+                                                {std::uint8_t{1}, "number"},
+                                                {std::int16_t{1}, "number"},
+                                                {1, "number"},
+                                                {1.5, "number"},
+                                                {Currency{15000}, "number"},
+                                                {Date{45000}, "date"},
+                                                {u"", "text of 0"},
+                                                {ErrorValue{2042}, "error value"},
+                                                {Array::Of({1, 2, 3}), "array of 3"},
+                                                {Null{}, "Null"},
+                                                {ObjectPtr(), "Nothing"}};
+  for (const auto& [value, text] : told) {
+    EXPECT_THAT(Line(Access::Call, {value}, {}), EndsWith("\t(" + text + ")\t\n"));
+  }
+}
+
 TEST_F(CallLog, TellsContentWhereItIsAskedFor) {
   Start(false, true);
   EXPECT_THAT(Line(Access::Put, {u"secret"}, Array::Of({1, 2})),
@@ -135,6 +155,8 @@ TEST_F(CallLog, ShortensLongTexts) {
   Start();
   EXPECT_THAT(Line(Access::Call, {std::u16string(5000, u'x')}, {}),
               EndsWith("\t(\"" + std::string(199, 'x') + "\u2026)\t\n"));
+  const std::string longest(198, 'x');
+  EXPECT_THAT(Line(Access::Call, {FromUtf8(longest)}, {}), EndsWith("\t(\"" + longest + "\")\t\n"));
 }
 
 TEST_F(CallLog, WritesNothingWhileItIsOff) {
@@ -169,6 +191,18 @@ TEST_F(CallLog, FileGetsASecondNameWhenItIsFull) {
   EXPECT_TRUE(AppendRotated(file.native(), std::string(50, 'z'), 10));
   EXPECT_EQ(Content(rotated), std::string(50, 'y'));
   EXPECT_EQ(Content(file), std::string(50, 'z'));
+}
+
+TEST_F(CallLog, FileIsFullAt4Megabytes) {
+  Start();
+  const std::size_t line = Line(Access::Call, {}, {}).size();
+  const auto is_rotated_at = [&](std::uintmax_t size) {
+    std::filesystem::resize_file(file, size);
+    { LoggedCall().Begins(*object, Access::Call, u"Init"); }
+    return std::filesystem::exists(folder / "calls.log.1");
+  };
+  EXPECT_FALSE(is_rotated_at(4 * 1024 * 1024 - line));
+  EXPECT_TRUE(is_rotated_at(4 * 1024 * 1024 - line + 1));
 }
 
 // Each writer opens the file for itself, as another process does.

@@ -241,6 +241,26 @@ TEST_F(Backup, MoveFileToBackupCreatesTheFolderBesideTheFile) {
   EXPECT_EQ(Content(u"C:\\Log\\BACKUP\\x.txt"), "x");
 }
 
+TEST_F(Backup, MoveFileToBackupPutsOneSeparatorBeforeTheName) {
+  class CopyTargets : public ForwardingFiles {
+   public:
+    using ForwardingFiles::ForwardingFiles;
+    void Copy(std::u16string_view from, std::u16string_view to) override {
+      targets.emplace_back(to);
+      ForwardingFiles::Copy(from, to);
+    }
+    std::vector<std::u16string> targets;
+  } files(platform.files);
+  SetContent("x");
+  Services services = GetServices();
+  Files* const own = std::exchange(services.files, &files);
+  InstallServices(services);
+  EXPECT_TRUE(CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""));
+  EXPECT_THAT(files.targets, testing::ElementsAre(u"C:\\Log\\BACKUP\\x.txt"));
+  services.files = own;
+  InstallServices(services);
+}
+
 TEST_F(Backup, MoveFileToBackupReplacesAnEarlierBackup) {
   platform.files.SetFile(u"C:\\Log\\BACKUP\\x.txt", "older");
   EXPECT_TRUE(CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""));

@@ -163,6 +163,7 @@ TEST_F(SaveForm, EachMissingPartHasItsCodeAndDescription) {
       EXPECT_EQ(Status(), c.code) << ToUtf8(member);
       EXPECT_EQ(Description(), u"klaida " + NumberText(c.code));
     }
+    EXPECT_EQ(Call(form, u"FileExist", c.parts), Value(false));
   }
 }
 

@@ -1,5 +1,8 @@
 #include "storage/CSetPath.h"
 
+#include <utility>
+
+#include "platform/forwarding.h"
 #include "tests/library_fixture.h"
 
 namespace qva {
@@ -221,6 +224,24 @@ TEST_F(SetPath, ReplacesNoPathThatCannotBeKept) {
   EXPECT_EQ(UserPath(), std::string(300, 'a'));
   EXPECT_EQ(platform.registry.OpenHandles(), 0u);
   EXPECT_EQ(MessagesShown(), 0u);
+}
+
+TEST_F(SetPath, ReplacesNoPathWhereItCannotTellWhatIsKept) {
+  class KeptIsHidden : public ForwardingRegistry {
+   public:
+    using ForwardingRegistry::ForwardingRegistry;
+    std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) override {
+      return name == kKept ? kRegistryAccessDenied : ForwardingRegistry::QueryStored(key, name, value);
+    }
+  } registry(platform.registry);
+  SetUserPath(std::string(300, 'a'));
+  Services services = GetServices();
+  Registry* const own = std::exchange(services.registry, &registry);
+  InstallServices(services);
+  EXPECT_FALSE(RegPath());
+  EXPECT_EQ(UserPath(), std::string(300, 'a'));
+  services.registry = own;
+  InstallServices(services);
 }
 
 TEST_F(SetPath, IsSilentWhenThePathCannotBeWritten) {
