@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds everything and runs all tests. Builds come one after the other; what a build is needed for runs beside the
-# next ones, since LibreOffice and Wine mostly wait. The output ends with a table of the steps and a line that sums up.
+# Builds everything and runs all tests. Builds come one after the other, that of the fuzz targets in what time they leave; what a
+# build is needed for runs beside the next ones, since LibreOffice and Wine mostly wait. The output ends with a table of the steps and a line that sums up.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 . tools/test-lib.sh
@@ -46,6 +46,11 @@ build() {
   steps=$((steps + 1))
   run_step "$1" 3000 nice tools/test-build.sh "${@:2}"
 }
+# The same beside what follows, in what time the processors have left.
+build_aside() {
+  steps=$((steps + 1))
+  run_step "$1" 3000 nice -n 19 tools/test-build.sh "${@:2}" &
+}
 
 # What macros call is tested with sanitizers; the samples and the runner as they are shipped, which costs a third.
 shipped='Samples*:Closed*:ReportRunner*'
@@ -56,6 +61,8 @@ start "LibreOffice, second half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX
 start "Guide's examples in LibreOffice" 300 tools/test-guide.sh build/debug
 start "Corpus in LibreOffice" 600 tools/check-command.sh "macros of the corpus" tools/corpus-libreoffice.sh build/debug
 
+build_aside "Build of the fuzz targets" fuzz -DQVA_FUZZ=ON
+fuzz_build=$!
 build "Build of the release" release -DQVA_TESTS=OFF
 start "LibreOffice, as shipped" 1500 env QVA_TESTED_BUILD="$PWD/build/release" $calc_tests "--gtest_filter=$shipped"
 start "Site and help" 300 tools/test-help.sh build/release
@@ -74,12 +81,11 @@ start "Setup program, for the user" 600 tools/test-setup.sh user
 start "Setup program, for all" 600 tools/test-setup.sh all
 start "Setup program, on a screen" 600 tools/test-setup.sh screen
 
-build "Build of the fuzz targets" fuzz -DQVA_FUZZ=ON
-start "Bad input by machine" 300 nice tools/test-fuzz.sh 5
-
 build "Build of the tests, with sanitizers" debug -DQVA_TESTS=ON
 start "Library and seam" 900 tools/google-test.sh build/debug/tests/qva_tests
 start "LibreOffice's door" 300 tools/google-test.sh build/debug/tests/qva_door_tests
+wait "$fuzz_build"
+start "Bad input by machine" 300 nice tools/test-fuzz.sh 5
 start "House rules" 900 nice tools/lint.sh
 wait
 
