@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds everything and runs all tests. Builds come one after the other, that of the fuzz targets in what time they leave; what a
-# build is needed for runs beside the next ones, since LibreOffice and Wine mostly wait. The output ends with a table of the steps and a line that sums up.
+# Builds everything and runs all tests. Builds come one after the other, that of the fuzz targets in what time they leave;
+# what a build is needed for runs beside the next ones, since LibreOffice and Wine mostly wait. The output ends with a table
+# of the steps and a line that sums up.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 . tools/test-lib.sh
