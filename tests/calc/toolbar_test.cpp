@@ -99,6 +99,24 @@ TEST_F(CalcToolbarShown, ButtonsKeysAndTheMenuCommandRunTheWorkbooksMacros) {
   EXPECT_THAT(run.lines, Not(Contains("hidden")));
 }
 
+// The report state has hidden the menu bar, to which the command is added before it is shown again.
+TEST_F(CalcToolbarShown, TheMenuBarThatWasHiddenComesBackWithTheCommand) {
+  StartWorkbook(ToolbarWorkbook("toolbar"),
+                {"--show", "--no-picture", "--macro", "VBAProject.Ataskaita.Pereiti"}, desktop.environment());
+  const Desktop::Window window = desktop.WaitForWindow("toolbar.fods");
+  WaitForLine("left");
+  desktop.WaitFor("the command by a click", [&] {
+    desktop.Click(window, kMenuCommand, kMenuRow);
+    desktop.Click(window, kMenuCommand, kMenuEntryRow);
+    for (int i = 0; i < 30 && !Has("back to the report"); ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    return Has("back to the report");
+  });
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.lines, Contains("ended"));
+}
+
 /// Keeps the user's settings of a run: a soffice on the search path that copies its profile when it ends.
 class CalcToolbarProfile : public CalcToolbarShown {
  protected:

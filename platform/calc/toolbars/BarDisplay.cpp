@@ -271,7 +271,12 @@ void BarDisplay::ShowMenuBar(const CommandBarApplication& bars) {
                  UNO_QUERY_THROW);
   }
   FillMenuBar(settings, wanted.items);
+  // A menu bar that is hidden would not follow its settings, and be the old one when it is shown again.
+  for (const Window& window : windows_) SetPersistent(window.layout->getElement(kMenuBar), true);
   Configure(kMenuBar, settings);
+  for (const Window& window : windows_) {
+    if (window.hidden.contains(kMenuBar)) SetPersistent(window.layout->getElement(kMenuBar), false);
+  }
 }
 
 void BarDisplay::ShowOwnBars(Window& window, const CommandBarApplication& bars) const {

@@ -3,6 +3,7 @@ Option VBASupport 1
 ' A report with a toolbar. Its buttons and keys work until the one that ends it is used.
 Private oExcel As Object
 Private oToolbar As Object
+Private bLeft As Boolean
 Private bEnded As Boolean
 
 Sub Main()
@@ -23,6 +24,32 @@ Sub Main()
     oExcel.ResetToolBars
     oExcel.ResetConnectEX 0
     DoEvents
+    WriteLine "ended"
+End Sub
+
+' Goes from the report, which hides LibreOffice's own bars, to the ordinary program.
+Sub Pereiti()
+    Dim i As Integer
+    Set oExcel = CreateObject("QVA_Varnholt.gExcelObject")
+    oExcel.InitConnectEX Application, ThisWorkbook, Nothing
+    oExcel.InitToolBars
+    oExcel.oToolBars.CreateToolbar Worksheets("Mygtukai")
+    oExcel.InitEnvironment
+    oExcel.oEnvironment.SetDefaultAppState
+    For i = 1 To 20
+        Wait 20
+    Next
+    oExcel.oEnvironment.SetDefaultExcelState
+    oExcel.oToolBars.cmdGoToAppShow
+    bLeft = True
+    WriteLine "left"
+    Do Until bEnded
+        Wait 20
+    Loop
+    oExcel.oToolBars.DeleteToolbar 1
+    oExcel.ResetEnvironment
+    oExcel.ResetToolBars
+    oExcel.ResetConnectEX 0
     WriteLine "ended"
 End Sub
 
@@ -55,6 +82,7 @@ End Sub
 
 Sub RestoreApp()
     WriteLine "back to the report"
+    If bLeft Then bEnded = True
 End Sub
 
 Sub cmdHelp()
