@@ -46,8 +46,8 @@ class FormWindow : public ui::Form, public EventTarget {
   void SetPage(int page);
   int page() const { return page_; }
   const std::vector<std::unique_ptr<FormControl>>& controls() const { return controls_; }
-  /// Does something as the next event, unless the form is no longer shown then: what opens another window
-  /// must not happen in the middle of an event.
+  /// Does something as the next event, unless the form is no longer the one on top then: what opens another
+  /// window must not happen in the middle of an event, nor twice for a double-click.
   void Later(std::function<void()> action);
   /// Takes a key before the window that has the focus; true keeps it from going there.
   virtual bool HandleKey(const css::awt::KeyEvent& event);
