@@ -190,8 +190,8 @@ void FormWindow::Hide() {
 }
 
 void FormWindow::Later(std::function<void()> action) {
-  Post([form = this, action = std::move(action)] {
-    if (Shown().empty() || Shown().back() != form) return;
+  Post([form = this, life = std::weak_ptr(life_), action = std::move(action)] {
+    if (life.expired() || Shown().empty() || Shown().back() != form) return;
     try {
       action();
     } catch (...) {

@@ -76,6 +76,8 @@ class FormWindow : public ui::Form, public EventTarget {
   std::unique_ptr<Window> window_;
   std::unique_ptr<Theme> theme_;
   std::vector<std::unique_ptr<FormControl>> controls_;
+  /// Gone with the form, at whose place in memory another one may stand by the next event.
+  std::shared_ptr<bool> life_ = std::make_shared<bool>();
   FormControl* to_focus_ = nullptr;  ///< once the form is shown
   int page_ = 0;
   bool visible_ = false;
