@@ -4,6 +4,7 @@
 #include <commctrl.h>
 
 #include "period/frmReportPeriod.h"
+#include "platform/windows/forms/Font.h"
 
 namespace qva::windows {
 namespace {
@@ -102,6 +103,21 @@ TEST_F(FormSizes, ThatCannotBeResizedHasItsOwnSizeOnEveryDisplay) {
   EXPECT_EQ(outer.top, suggested.top);
   EXPECT_NEAR(inner.right, 750, 8) << "the frame is still that of the real display";
   EXPECT_NEAR(inner.bottom, 450, 16);
+}
+
+// Windows writes at the upper edge of a field.
+TEST_F(FormSizes, FieldsAreAsHighAsTheirTextInTheMiddleOfTheirPlaces) {
+  for (const int dpi : {96, 144, 192}) {
+    ChangeScale(dpi);
+    for (const auto& [name, top] : {std::pair(u"txtYear", 66), std::pair(u"edDate", 126)}) {
+      const RECT place = Place(name);
+      HWND window = Window(name);
+      const int text = TextHeight(window, reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)));
+      EXPECT_NEAR(place.bottom - place.top, text, 8) << dpi;
+      const int parent_top = Place(u"STab").top;
+      EXPECT_NEAR((place.top + place.bottom) / 2, parent_top + MulDiv(2 * top + 23, dpi, 2 * 96), 1) << dpi;
+    }
+  }
 }
 
 /// The thread's way with scales, by the numbers of DPI_AWARENESS_CONTEXT; the headers for the oldest Windows

@@ -24,14 +24,35 @@ void Canvas::OnPaint() {
   Draw(painter);
 }
 
+void Canvas::TakeFocus() {
+  const CellWindow* cell = CurrentCell();
+  (cell ? cell->window() : window()).window()->setFocus();
+}
+
 void Canvas::OnFocus(bool gained) {
-  focused_ = gained;
   Redraw();
+  if (!gained) return;
+  form().Later([this] {
+    if (FormControl::HasFocus()) TakeFocus();
+  });
+}
+
+void Canvas::CellFocused(CellWindow& cell, bool gained) {
+  if (gained == (focused_cell_ == &cell)) return;  // on its way from cell to cell
+  focused_cell_ = gained ? &cell : nullptr;
+  FocusMoved(focused_cell_);
+}
+
+void Canvas::FollowCurrentCell() {
+  CellWindow* cell = CurrentCell();
+  if (!focused_cell_ || !cell || cell == focused_cell_) return;
+  focused_cell_ = cell;
+  TakeFocus();
 }
 
 void Canvas::OnMousePressed(const MousePress& press) {
   if (!Enabled()) return;
-  if (!focused_) TakeFocus();
+  if (!HasFocus()) TakeFocus();
   Pressed(press);
 }
 

@@ -1,20 +1,22 @@
 #include "platform/calc/forms/DateField.h"
 
 #include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/XTextComponent.hpp>
 
+#include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
+#include "platform/calc/forms/Painter.h"
 #include "platform/date.h"
 #include "platform/forms/picker_dates.h"
 #include "platform/text.h"
 
 namespace qva::calc {
 
-using css::awt::Rectangle;
+using css::awt::XTextComponent;
 
 namespace {
 
-constexpr int kButtonWidth = 17;
-constexpr int kFieldMargin = 4;
+constexpr int kButtonWidth = 17;  // at 100 %
 
 int NumberOf(std::u16string_view digits) {
   int number = 0;
@@ -23,6 +25,52 @@ int NumberOf(std::u16string_view digits) {
 }
 
 }  // namespace
+
+DateField::DateField(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "edit", css::awt::WindowAttribute::BORDER),
+      buttons_(*this, form.window().peer(), "window") {
+  buttons_.window.peer()->setBackground(form.theme().dialog);
+  buttons_.on_paint = [this] { DrawButtons(); };
+  buttons_.on_press = [this](const MousePress& press) {
+    if (!Enabled()) return;
+    if (!HasFocus()) TakeFocus();
+    Step(press.y < buttons_.window.Size().Height / 2 ? 1 : -1);
+  };
+  Show();
+}
+
+void DateField::DrawButtons() {
+  const Theme& theme = form().theme();
+  const css::awt::Size all = buttons_.window.Size();
+  Painter painter(buttons_.window, theme);
+  painter.Fill({0, 0, all.Width, all.Height}, theme.dialog);
+  painter.Frame({0, 0, all.Width, all.Height}, theme.shadow);
+  painter.Line(0, all.Height / 2, all.Width - 1, all.Height / 2, theme.shadow);
+  const sal_Int32 color = Enabled() ? theme.dialog_text : theme.disabled_text;
+  const int x = all.Width / 2;
+  const int size = theme.Scaled(3);
+  for (const int up : {1, -1}) {
+    const int y = all.Height / 2 - up * all.Height / 4;
+    painter.Polygon(
+        {{x - size, y + up * size / 2}, {x + size, y + up * size / 2}, {x, y - up * (size / 2 + 1)}}, color);
+  }
+}
+
+void DateField::SetEnabled(bool enabled) {
+  FormControl::SetEnabled(enabled);
+  buttons_.window.Invalidate();
+}
+
+void DateField::SetShown(bool shown) {
+  FormControl::SetShown(shown);
+  buttons_.window.window()->setVisible(shown);
+}
+
+void DateField::Place(const css::awt::Rectangle& pixels) {
+  const int width = form().Scaled(kButtonWidth);
+  FormControl::Place({pixels.X, pixels.Y, pixels.Width - width, pixels.Height});
+  buttons_.window.Place({pixels.X + pixels.Width - width, pixels.Y, width, pixels.Height});
+}
 
 void DateField::SetValue(Date value) {
   Change(PickerDay(value));
@@ -43,13 +91,13 @@ void DateField::SetFormat(std::u16string_view format) {
   current_ = 0;
   digits_.clear();
   if (!parts_.empty() && parts_[0].kind == 0) MoveToPart(1);
-  Redraw();
+  Show();
 }
 
 void DateField::Change(Date date) {
   if (date == date_) return;
   date_ = date;
-  Redraw();
+  Show();
   if (on_change) on_change();
 }
 
@@ -74,7 +122,7 @@ void DateField::MoveToPart(int direction) {
     current_ = part;
     break;
   }
-  Redraw();
+  Show();
 }
 
 void DateField::TypeDigit(char16_t digit) {
@@ -87,14 +135,14 @@ void DateField::TypeDigit(char16_t digit) {
     StoreDigits();
     if (kind == u'y') MoveToPart(1);
   }
-  Redraw();
+  Show();
 }
 
 void DateField::StoreDigits() {
   if (digits_.empty()) return;
   const int number = NumberOf(std::exchange(digits_, {}));
   const DateParts parts = PartsOf(date_);
-  Redraw();
+  Show();
   switch (parts_[current_].kind) {
     case u'y':
       if (number >= kFirstPickerYear) Change(MovedByMonths(date_, 12 * (number - parts.year)));
@@ -130,72 +178,49 @@ bool DateField::OnKey(const css::awt::KeyEvent& event) {
       StoreDigits();
       return false;
   }
-  if (!IsDigit(event.KeyChar)) return false;
-  TypeDigit(static_cast<char16_t>(event.KeyChar));
-  return true;
+  if (IsDigit(event.KeyChar)) TypeDigit(static_cast<char16_t>(event.KeyChar));
+  // Nothing else is typed.
+  return event.KeyChar >= u' ' || event.KeyCode == key::BACKSPACE || event.KeyCode == key::HOME ||
+         event.KeyCode == key::END;
 }
 
 void DateField::OnFocus(bool gained) {
-  if (!gained) StoreDigits();
-  Canvas::OnFocus(gained);
+  if (!gained) return StoreDigits();
+  // The toolkit marks the whole text, unless a click has put the caret somewhere.
+  form().Later([this] {
+    const css::awt::Selection marked = window().As<XTextComponent>()->getSelection();
+    if (marked.Min != marked.Max) Show();
+  });
 }
 
-Rectangle DateField::Buttons() const {
-  const Rectangle area = Area();
-  const int width = Scaled(kButtonWidth);
-  return {area.Width - width - 1, 1, width, area.Height - 2};
+void DateField::OnMousePressed(const MousePress&) {
+  StoreDigits();
+  const sal_Int32 caret = window().As<XTextComponent>()->getSelection().Max;
+  std::size_t end = 0;
+  for (std::size_t part = 0; part < parts_.size(); ++part) {
+    end += TextOf(part).size();
+    if (parts_[part].kind != 0) current_ = part;
+    if (static_cast<std::size_t>(caret) <= end) break;
+  }
+  Show();
 }
 
-void DateField::Pressed(const MousePress& press) {
-  const Rectangle buttons = Buttons();
-  if (Contains(buttons, press.x, press.y)) {
-    Step(press.y < buttons.Y + buttons.Height / 2 ? 1 : -1);
-    return;
-  }
-  for (std::size_t part = 0; part < places_.size(); ++part) {
-    if (parts_[part].kind == 0 || !Contains(places_[part], press.x, press.y)) continue;
-    StoreDigits();
-    current_ = part;
-  }
-  Redraw();
+std::u16string DateField::TextOf(std::size_t part) const {
+  if (part == current_ && !digits_.empty()) return digits_;
+  return parts_[part].kind == 0 ? parts_[part].text : FormatByWindowsPattern(date_, parts_[part].text);
 }
 
-void DateField::Draw(Painter& painter) {
-  const Theme& theme = painter.theme();
-  const Rectangle area = Area();
-  painter.Fill(area, Enabled() ? theme.field : theme.dialog);
-  painter.Frame(area, theme.shadow);
-
-  places_.clear();
-  int left = Scaled(kFieldMargin);
-  for (std::size_t i = 0; i < parts_.size(); ++i) {
-    const Part& part = parts_[i];
-    std::u16string text = part.kind == 0 ? part.text : FormatByWindowsPattern(date_, part.text);
-    const bool is_current = i == current_ && focused() && Enabled();
-    if (is_current && !digits_.empty()) text = digits_;
-    const Rectangle place(left, Scaled(2), painter.TextWidth(text) + 1, area.Height - 2 * Scaled(2));
-    if (is_current) painter.Fill(place, theme.highlight);
-    painter.Text(place, text,
-                 !Enabled()   ? theme.disabled_text
-                 : is_current ? theme.highlight_text
-                              : theme.field_text);
-    places_.push_back(place);
-    left += place.Width;
+void DateField::Show() {
+  std::u16string text;
+  css::awt::Selection marked;
+  for (std::size_t part = 0; part < parts_.size(); ++part) {
+    if (part == current_) marked.Min = static_cast<sal_Int32>(text.size());
+    text += TextOf(part);
+    if (part == current_) marked.Max = static_cast<sal_Int32>(text.size());
   }
-
-  const Rectangle buttons = Buttons();
-  painter.Fill(buttons, theme.dialog);
-  painter.Line(buttons.X, buttons.Y, buttons.X, buttons.Y + buttons.Height - 1, theme.shadow);
-  const int middle = buttons.Y + buttons.Height / 2;
-  painter.Line(buttons.X, middle, buttons.X + buttons.Width - 1, middle, theme.shadow);
-  const sal_Int32 color = Enabled() ? theme.dialog_text : theme.disabled_text;
-  const int x = buttons.X + buttons.Width / 2;
-  const int size = Scaled(3);
-  const int up = buttons.Y + buttons.Height / 4;
-  const int down = buttons.Y + buttons.Height * 3 / 4;
-  painter.Polygon({{x - size, up + size / 2}, {x + size, up + size / 2}, {x, up - size / 2 - 1}}, color);
-  painter.Polygon({{x - size, down - size / 2}, {x + size, down - size / 2}, {x, down + size / 2 + 1}},
-                  color);
+  const auto field = window().As<XTextComponent>();
+  if (FromUno(field->getText()) != text) field->setText(ToUno(text));
+  field->setSelection(marked);
 }
 
 }  // namespace qva::calc

@@ -1,7 +1,6 @@
 #include "platform/calc/forms/FormControl.h"
 
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/text.h"
 
 namespace qva::calc {
 
@@ -16,8 +15,7 @@ void FormControl::SetWindowCaption(std::u16string_view caption) {
 }
 
 void FormControl::ShowCaption() {
-  // A single tilde would underline the letter behind it.
-  if (caption_) window_.SetCaption(ReplaceAll(*caption_, u"~", u"~~"));
+  if (caption_) window_.SetCaption(*caption_);
 }
 
 void FormControl::SetEnabled(bool enabled) {

@@ -33,7 +33,7 @@ class FormControl : public virtual ui::Control, public EventTarget {
   /// In the form's pixels.
   virtual void Place(const css::awt::Rectangle& pixels) { window_.Place(pixels); }
   /// Whether the control's page is in front.
-  void SetShown(bool shown);
+  virtual void SetShown(bool shown);
   bool shown() const { return shown_; }
   /// Whether the user can move the focus here by the Tab key.
   virtual bool TakesFocus() const { return true; }
@@ -47,7 +47,7 @@ class FormControl : public virtual ui::Control, public EventTarget {
   void OnFailure(std::exception_ptr failure) noexcept override;
 
  protected:
-  /// The caption of a control that has one, in which no sign stands for anything but itself.
+  /// The caption of a control that has one.
   void SetWindowCaption(std::u16string_view caption);
   const std::optional<std::u16string>& caption() const { return caption_; }
   FormWindow& form() const { return form_; }

@@ -40,7 +40,7 @@ std::unique_ptr<Window> MakeWindow(const ui::FormDescription& description, Event
                                          attribute::BORDER | attribute::MOVEABLE | attribute::CLOSEABLE |
                                              (description.resizable ? attribute::SIZEABLE : 0),
                                          target);
-  window->SetCaption(description.caption);
+  window->SetProperty("Text", css::uno::Any(ToUno(description.caption)));
   return window;
 }
 
@@ -189,8 +189,8 @@ void FormWindow::Hide() {
 }
 
 void FormWindow::Later(std::function<void()> action) {
-  Post([form = this, action = std::move(action)] {
-    if (std::ranges::find(Shown(), form) == Shown().end()) return;
+  Post([form = this, life = std::weak_ptr(life_), action = std::move(action)] {
+    if (life.expired() || Shown().empty() || Shown().back() != form) return;
     try {
       action();
     } catch (...) {
@@ -301,7 +301,7 @@ void FormWindow::SetPage(int page) {
   page_ = std::clamp(page, 0, std::max(0, static_cast<int>(description_.pages.size()) - 1));
   for (const auto& control : controls_) {
     control->SetShown(IsOnPage(*control));
-    if (control->description().kind == ui::ControlKind::TabControl) control->window().Invalidate();
+    if (auto* tabs = dynamic_cast<TabStrip*>(control.get())) tabs->ShowPage();
   }
 }
 
@@ -354,7 +354,7 @@ void FormWindow::OnPaint() {
     const ui::Bounds bounds = BoundsOf(*control);
     Painter painter(*window_, *theme_);
     Rectangle edge = theme_->Scaled(bounds);
-    const int strip = Scaled(kTabStripHeight) - 1;
+    const int strip = theme_->ScaledDown(kTabStripHeight) - 1;
     edge.Y += strip;
     edge.Height -= strip;
     painter.Frame(edge, theme_->shadow);

@@ -46,8 +46,8 @@ class FormWindow : public ui::Form, public EventTarget {
   void SetPage(int page);
   int page() const { return page_; }
   const std::vector<std::unique_ptr<FormControl>>& controls() const { return controls_; }
-  /// Does something as the next event, unless the form is no longer shown then: what opens another window
-  /// must not happen in the middle of an event.
+  /// Does something as the next event, unless the form is no longer the one on top then: what opens another
+  /// window must not happen in the middle of an event, nor twice for a double-click.
   void Later(std::function<void()> action);
   /// Takes a key before the window that has the focus; true keeps it from going there.
   virtual bool HandleKey(const css::awt::KeyEvent& event);
@@ -76,6 +76,8 @@ class FormWindow : public ui::Form, public EventTarget {
   std::unique_ptr<Window> window_;
   std::unique_ptr<Theme> theme_;
   std::vector<std::unique_ptr<FormControl>> controls_;
+  /// Gone with the form, at whose place in memory another one may stand by the next event.
+  std::shared_ptr<bool> life_ = std::make_shared<bool>();
   FormControl* to_focus_ = nullptr;  ///< once the form is shown
   int page_ = 0;
   bool visible_ = false;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 
+#include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/forms/grid_keys.h"
 
@@ -14,6 +15,7 @@ namespace qva::calc {
 
 using css::awt::Rectangle;
 using css::awt::XScrollBar;
+using css::uno::Any;
 
 namespace {
 
@@ -36,22 +38,25 @@ std::optional<GridKey> GridKeyOf(sal_Int16 code) {
 
 }  // namespace
 
-GridView::Bar::Bar(GridView& grid)
-    : window("scrollbar", grid.window().peer(), css::awt::VclWindowPeerAttribute::VSCROLL, *this),
-      grid_(grid) {
-  window.As<XScrollBar>()->setOrientation(css::awt::ScrollBarOrientation::VERTICAL);
-  window.SetProperty("Tabstop", css::uno::Any(false));
-}
-
-void GridView::Bar::OnScrolled() {
-  grid_.EndEdit(true, false);
-  grid_.places_.SetFirst(static_cast<std::size_t>(std::max(0, int{window.As<XScrollBar>()->getValue()})));
-  grid_.Redraw();
-}
-
 GridView::GridView(FormWindow& form, const ui::ControlDescription& description)
-    : Canvas(form, description), editor_(*this), bar_(*this) {
-  editor_.on_left = [this] { EndEdit(true, false); };
+    : Canvas(form, description),
+      bar_(*this, window().peer(), "scrollbar", css::awt::VclWindowPeerAttribute::VSCROLL),
+      button_(*this, window().peer(), "pushbutton") {
+  bar_.window.As<XScrollBar>()->setOrientation(css::awt::ScrollBarOrientation::VERTICAL);
+  bar_.window.SetProperty("Tabstop", Any(false));
+  bar_.on_scrolled = [this] {
+    EndEdit(true);
+    places_.SetFirst(static_cast<std::size_t>(std::max(0, int{bar_.window.As<XScrollBar>()->getValue()})));
+    ShowLines();
+  };
+  button_.window.SetCaption(u"…");
+  button_.window.SetProperty("HelpText", Any(ToUno(u"Atverti sąrašą (F4)")));
+  button_.window.SetProperty("Tabstop", Any(false));
+  button_.window.SetProperty("FocusOnClick", Any(false));
+  button_.on_action = [this] {
+    EndEdit(true);
+    PressButton();
+  };
 }
 
 // --- What the program does ---------------------------------------------------------------------------------
@@ -59,6 +64,7 @@ GridView::GridView(FormWindow& form, const ui::ControlDescription& description)
 void GridView::SetColumns(std::vector<ui::GridColumn> columns) {
   state_.SetColumns(std::move(columns));
   places_.SetColumns(state_.columns());
+  MakeCells();
   Refresh();
 }
 
@@ -68,11 +74,10 @@ void GridView::SetModel(ui::GridModel* model) {
 }
 
 void GridView::Refresh() {
-  editor_.Close();
+  is_editing_ = false;
   state_.Refresh();
   places_.SetLines(state_.lines());
-  UpdateBar();
-  Redraw();
+  ShowLines();
 }
 
 void GridView::SetCurrentRow(std::size_t row) {
@@ -80,44 +85,120 @@ void GridView::SetCurrentRow(std::size_t row) {
 }
 
 void GridView::Place(const Rectangle& pixels) {
-  EndEdit(true, false);
+  EndEdit(true);
   Canvas::Place(pixels);
   places_.SetArea(pixels.Width, pixels.Height, form().theme().scale, Scaled(kBarWidth));
-  places_.Show(state_.current().line);
-  UpdateBar();
+  const bool had_focus = HasFocus();
+  if (places_.visible_lines() > cell_lines_) MakeCells();
+  Show();
+  if (had_focus) TakeFocus();
 }
 
-void GridView::UpdateBar() {
+void GridView::MakeCells() {
+  ForgetCells();
+  columns_.clear();
+  cell_lines_ = places_.visible_lines();
+  for (const ShownColumn& column : state_.columns()) {
+    columns_.emplace_back(*this, window().peer(), column.description, cell_lines_);
+  }
+}
+
+// --- What is shown -----------------------------------------------------------------------------------------
+
+CellWindow* GridView::CurrentCell() {
+  return state_.CurrentColumn() ? &columns_[state_.current().column].CellOf(state_.current().line) : nullptr;
+}
+
+void GridView::Show() {
+  places_.SetLines(state_.lines());
+  places_.Show(state_.current().line);
+  ShowLines();
+}
+
+void GridView::ShowLines() {
+  const int padding = Scaled(4);
+  for (std::size_t column = 0; column < columns_.size(); ++column) {
+    Rectangle caption = places_.HeaderPlace(column);
+    caption.X += padding;
+    caption.Width -= padding + 1;
+    caption.Height -= 1;
+    columns_[column].caption().Place(caption);
+    for (std::size_t line = places_.first(); line < places_.first() + cell_lines_; ++line) {
+      ShowCell({line, column}, columns_[column].CellOf(line));
+    }
+  }
+  FollowCurrentCell();
+
+  button_.window.window()->setVisible(state_.HasButton());
+  if (state_.HasButton()) button_.window.Place(places_.ButtonPlace(state_.current()));
   bar_.window.window()->setVisible(places_.scrolls());
-  if (!places_.scrolls()) return;
-  bar_.window.Place(places_.BarPlace());
-  const auto bar = bar_.window.As<XScrollBar>();
-  const auto visible = static_cast<sal_Int32>(places_.visible_lines());
-  bar->setValues(static_cast<sal_Int32>(places_.first()), visible, static_cast<sal_Int32>(places_.lines()));
-  bar->setLineIncrement(1);
-  bar->setBlockIncrement(visible);
+  if (places_.scrolls()) {
+    bar_.window.Place(places_.BarPlace());
+    const auto bar = bar_.window.As<XScrollBar>();
+    const auto visible = static_cast<sal_Int32>(places_.visible_lines());
+    bar->setValues(static_cast<sal_Int32>(places_.first()), visible, static_cast<sal_Int32>(places_.lines()));
+    bar->setLineIncrement(1);
+    bar->setBlockIncrement(visible);
+  }
+  Redraw();
+}
+
+bool GridView::IsMarkedOut(GridCell cell) const {
+  if (!state_.can_edit()) return cell.line == state_.current().line;
+  return cell == state_.current() && has_focused_cell() && !is_editing_;
+}
+
+void GridView::ShowCell(GridCell cell, CellWindow& window) {
+  window.cell = cell;
+  const bool is_current = cell == state_.current();
+  const bool is_mark = state_.columns()[cell.column].description.check_box;
+  // An empty line has no mark but one that can be set.
+  const bool is_shown = cell.line < places_.first() + places_.visible_lines() &&
+                        cell.line < places_.lines() &&
+                        (!is_mark || is_current || cell.line < state_.RowCount());
+  if (is_shown) {
+    const Theme& theme = form().theme();
+    Rectangle place = places_.CellPlace(cell);
+    if (is_mark) {
+      const int size = Scaled(16);
+      place = {place.X + (place.Width - size) / 2, place.Y + (place.Height - size) / 2, size, size};
+    } else {
+      if (is_current && state_.HasButton()) place.Width -= places_.ButtonPlace(cell).Width;
+      place.X += Scaled(3);
+      place.Width -= Scaled(3) + 1;
+      place.Height -= 1;
+    }
+    window.window().Place(place);
+    if (!is_current || !is_editing_) window.SetText(state_.TextOf(cell));
+    if (IsMarkedOut(cell)) {
+      window.SetColors(theme.highlight, theme.highlight_text);
+    } else {
+      window.SetColors(theme.field, theme.field_text);
+    }
+  }
+  window.window().window()->setVisible(is_shown);
 }
 
 // --- Moving ------------------------------------------------------------------------------------------------
 
 void GridView::MoveTo(GridCell cell) {
   state_.MoveTo(cell);
-  places_.Show(cell.line);
-  UpdateBar();
-  Redraw();
+  Show();
 }
 
-void GridView::Show() {
-  places_.SetLines(state_.lines());
-  MoveTo(state_.current());
-}
-
-bool GridView::HasFocus() const {
-  return Canvas::HasFocus() || editor_.HasFocus();
+void GridView::FocusMoved(CellWindow* cell) {
+  if (!cell) {
+    EndEdit(true);
+  } else if (cell->cell != state_.current()) {
+    came_by_click_ = true;
+    state_.MoveTo(cell->cell);
+  }
+  Show();
 }
 
 bool GridView::OnKey(const css::awt::KeyEvent& event) {
-  return editor_.is_open() ? OnEditorKey(event) : OnCellKey(event);
+  came_by_click_ = false;
+  return is_editing_ ? OnEditorKey(event) : OnCellKey(event);
 }
 
 bool GridView::OnEditorKey(const css::awt::KeyEvent& event) {
@@ -177,7 +258,7 @@ bool GridView::OnCellKey(const css::awt::KeyEvent& event) {
   }
   switch (event.KeyCode) {
     case key::F2:
-      BeginEdit(state_.CurrentText(), state_.CurrentRow().has_value(), false);
+      if (BeginEdit()) CurrentCell()->SelectAll();
       return true;
     case key::F4:
       PressButton();
@@ -195,63 +276,71 @@ bool GridView::OnCellKey(const css::awt::KeyEvent& event) {
   if (const ShownColumn* column = state_.CurrentColumn(); column && column->description.check_box) {
     if (character == u' ') state_.TurnMark();
     Show();
-  } else {
-    BeginEdit(std::u16string(1, character), false, true);
+    return true;
   }
-  return true;
+  if (!BeginEdit()) return true;
+  // The field puts the letter in the old text's place.
+  CurrentCell()->SelectAll();
+  is_changed_ = true;
+  return false;
 }
 
 void GridView::Pressed(const MousePress& press) {
   EndEdit(true);
   const auto cell = places_.CellAt(press.x, press.y);
   if (!cell) return;
-  const bool was_current = *cell == state_.current();
-  MoveTo(*cell);
-  const ShownColumn* column = state_.CurrentColumn();
-  if (!column) return;
+  Press(*cell, press.clicks);
+  state_.TurnMark();
+  Show();
+}
+
+void GridView::Press(GridCell cell, int clicks) {
+  const bool was_current = cell == state_.current() && !std::exchange(came_by_click_, false);
+  if (is_editing_ && was_current) return;
+  MoveTo(cell);
   if (!state_.can_edit()) {
-    if (press.clicks == 2 && on_pick) on_pick();
-  } else if (state_.HasButton() && Contains(places_.ButtonPlace(*cell), press.x, press.y)) {
-    // The first click shows the button; a double-click must not press it twice.
-    if (was_current && press.clicks == 1) PressButton();
-  } else if (column->description.check_box) {
-    state_.TurnMark();
-    Show();
-  } else if (was_current) {
-    BeginEdit(state_.CurrentText(), true, false);
+    if (clicks == 2 && on_pick) on_pick();
+  } else if (was_current && BeginEdit()) {
+    CurrentCell()->SelectAll();
   }
 }
 
 // --- Editing -----------------------------------------------------------------------------------------------
 
-void GridView::BeginEdit(std::u16string_view text, bool marked, bool changed) {
-  if (!state_.TakesText()) return;
-  const bool has_row = state_.BeginRow();
+bool GridView::BeginEdit() {
+  if (!state_.TakesText()) return false;
+  is_editing_ = state_.BeginRow();
+  is_changed_ = false;
   Show();
-  if (!has_row) return;
-  typed_ = changed;
-  const GridCell cell = state_.current();
-  Rectangle place = places_.CellPlace(cell);
-  if (state_.HasButton()) place.Width -= places_.ButtonPlace(cell).Width;
-  place.X += 1;
-  place.Y += 1;
-  place.Width -= 3;
-  place.Height -= 3;
-  editor_.Open(place, text, marked);
+  return is_editing_;
 }
 
-bool GridView::EndEdit(bool store, bool keep_focus) {
-  if (!editor_.is_open()) return true;
-  const std::u16string text = editor_.Text();
-  const bool changed = store && (typed_ || editor_.changed());
-  typed_ = false;
-  // It must not take the move of the focus for the user's.
-  editor_.Close();
-  if (keep_focus) TakeFocus();
-  const bool is_stored = changed && state_.Store(text);
+bool GridView::EndEdit(bool store) {
+  if (!std::exchange(is_editing_, false)) return true;
+  const bool is_changed = store && is_changed_;
+  const bool is_stored = is_changed && state_.Store(CurrentCell()->Text());
   state_.GiveUp();
   Show();
-  return is_stored || !changed;
+  return is_stored || !is_changed;
+}
+
+// Also by the clipboard, an input method or assistive technology, in a cell that is none's yet.
+void GridView::CellChanged(CellWindow& cell) {
+  if (state_.columns()[cell.cell.column].description.check_box) {
+    MoveTo(cell.cell);
+    state_.TurnMark();
+    Show();
+    return;
+  }
+  if (!is_editing_ || cell.cell != state_.current()) {
+    const std::u16string text = cell.Text();
+    EndEdit(true);
+    MoveTo(cell.cell);
+    if (!BeginEdit()) return;
+    cell.SetText(text);
+    cell.MoveCaretToEnd();
+  }
+  is_changed_ = true;
 }
 
 void GridView::PressButton() {
@@ -269,68 +358,26 @@ void GridView::Draw(Painter& painter) {
   const Theme& theme = painter.theme();
   const Rectangle area = Area();
   painter.Fill(area, theme.field);
-  const int padding = Scaled(4);
   painter.Fill({1, 1, area.Width - 2, places_.header_height()}, theme.dialog);
-  for (std::size_t column = 0; column < state_.columns().size(); ++column) {
-    Rectangle place = places_.HeaderPlace(column);
+  for (std::size_t column = 0; column < columns_.size(); ++column) {
+    const Rectangle place = places_.HeaderPlace(column);
     const int right = place.X + place.Width - 1;
     painter.Line(right, place.Y, right, place.Y + place.Height - 1, theme.shadow);
-    place.X += padding;
-    place.Width -= 2 * padding;
-    painter.Caption(place, state_.columns()[column].description.caption, theme.dialog_text);
   }
   painter.Line(1, places_.header_height(), area.Width - 2, places_.header_height(), theme.shadow);
 
   const std::size_t last = std::min(places_.lines(), places_.first() + places_.visible_lines());
-  for (std::size_t row = places_.first(); row < last; ++row) {
-    for (std::size_t column = 0; column < state_.columns().size(); ++column) {
-      DrawCell(painter, {row, column}, row >= state_.RowCount());
+  for (std::size_t line = places_.first(); line < last; ++line) {
+    for (std::size_t column = 0; column < columns_.size(); ++column) {
+      const Rectangle place = places_.CellPlace({line, column});
+      const int right = place.X + place.Width - 1;
+      const int bottom = place.Y + place.Height - 1;
+      if (IsMarkedOut({line, column})) painter.Fill(place, theme.highlight);
+      painter.Line(right, place.Y, right, bottom, theme.dialog);
+      painter.Line(place.X, bottom, right, bottom, theme.dialog);
     }
   }
-  painter.Frame(area, focused() ? theme.highlight : theme.shadow);
-}
-
-void GridView::DrawCell(Painter& painter, const GridCell& cell, bool is_new) {
-  const Theme& theme = painter.theme();
-  const ShownColumn& column = state_.columns()[cell.column];
-  const Rectangle place = places_.CellPlace(cell);
-  const int right = place.X + place.Width - 1;
-  const int bottom = place.Y + place.Height - 1;
-  const bool is_current = cell == state_.current();
-  const bool marked = state_.can_edit() ? is_current && focused() : cell.line == state_.current().line;
-  if (marked) painter.Fill({place.X, place.Y, place.Width - 1, place.Height - 1}, theme.highlight);
-  painter.Line(right, place.Y, right, bottom, theme.dialog);
-  painter.Line(place.X, bottom, right, bottom, theme.dialog);
-
-  const sal_Int32 color = marked ? theme.highlight_text : theme.field_text;
-  const int padding = Scaled(4);
-  Rectangle inner(place.X + padding, place.Y, place.Width - 2 * padding, place.Height - 1);
-  if (column.description.check_box) {
-    if (is_new) return;
-    const int size = Scaled(12);
-    const Rectangle box(place.X + (place.Width - size) / 2, place.Y + (place.Height - size) / 2, size, size);
-    painter.Fill(box, theme.field);
-    painter.Frame(box, column.description.read_only ? theme.disabled_text : theme.field_text);
-    if (IsMarked(state_.TextOf(cell))) {
-      const int x = box.X;
-      const int y = box.Y;
-      for (const int thick : {0, 1}) {
-        painter.Line(x + size / 5, y + size / 2 + thick, x + size * 2 / 5, y + size * 3 / 4 + thick,
-                     theme.field_text);
-        painter.Line(x + size * 2 / 5, y + size * 3 / 4 + thick, x + size * 4 / 5, y + size / 4 + thick,
-                     theme.field_text);
-      }
-    }
-    return;
-  }
-  if (is_current && column.description.cell_button) {
-    const Rectangle button = places_.ButtonPlace(cell);
-    painter.Fill(button, theme.dialog);
-    painter.Frame(button, theme.shadow);
-    painter.Text(button, u"…", theme.dialog_text, Align::Center);
-    inner.Width -= button.Width;
-  }
-  if (!is_new) painter.Text(inner, state_.TextOf(cell), color);
+  painter.Frame(area, HasFocus() ? theme.highlight : theme.shadow);
 }
 
 }  // namespace qva::calc

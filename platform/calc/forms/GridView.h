@@ -1,11 +1,11 @@
 // A table of cells.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <vector>
 
 #include "platform/calc/forms/Canvas.h"
-#include "platform/calc/forms/GridEditor.h"
 #include "platform/calc/forms/GridPlaces.h"
 #include "platform/forms/grid_state.h"
 
@@ -29,42 +29,42 @@ class GridView : public Canvas, public ui::Grid {
   std::function<void()> on_pick;
 
   void Place(const css::awt::Rectangle& pixels) override;
-  bool HasFocus() const override;
   bool OnKey(const css::awt::KeyEvent& event) override;
 
  private:
   bool OnEditorKey(const css::awt::KeyEvent& event);
   bool OnCellKey(const css::awt::KeyEvent& event);
   void MoveTo(GridCell cell);
-  /// What the state has become, in sight.
+  /// What the state has become, the current cell in sight.
   void Show();
-  void BeginEdit(std::u16string_view text, bool marked, bool changed);
+  void ShowLines();
+  void ShowCell(GridCell cell, CellWindow& window);
+  bool IsMarkedOut(GridCell cell) const;
+  /// Makes the windows of the cells that are in sight at once.
+  void MakeCells();
+  CellWindow* CurrentCell() override;
+  /// Has the text of the current cell changed by the user from now on. False where he cannot.
+  bool BeginEdit();
   /// False when the model refuses what was typed.
-  bool EndEdit(bool store, bool keep_focus = true);
+  bool EndEdit(bool store);
   void PressButton();
-  void UpdateBar();
 
   void Draw(Painter& painter) override;
-  void DrawCell(Painter& painter, const GridCell& cell, bool is_new);
   void Pressed(const MousePress& press) override;
-
-  /// The bar for scrolling.
-  class Bar : public EventTarget {
-   public:
-    explicit Bar(GridView& grid);
-    Window window;
-
-   private:
-    void OnScrolled() override;
-    void OnFailure(std::exception_ptr failure) noexcept override { grid_.OnFailure(std::move(failure)); }
-    GridView& grid_;
-  };
+  void Press(GridCell cell, int clicks);
+  void FocusMoved(CellWindow* cell) override;
+  void CellPressed(CellWindow& cell, int clicks) override { Press(cell.cell, clicks); }
+  void CellChanged(CellWindow& cell) override;
 
   GridState state_;
   GridPlaces places_;
-  GridEditor editor_;
-  Bar bar_;
-  bool typed_ = false;  ///< what is edited began with a key, so it differs from the old text
+  InnerWindow bar_;     ///< for scrolling
+  InnerWindow button_;  ///< the current cell's
+  std::deque<CellColumn> columns_;
+  std::size_t cell_lines_ = 0;  ///< how many cells each column has
+  bool is_editing_ = false;     ///< the current cell's text is the user's
+  bool is_changed_ = false;     ///< and he has changed it
+  bool came_by_click_ = false;  ///< the current cell has become so since the mouse was pressed
 };
 
 }  // namespace qva::calc

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/calc/forms/GridView.h"
 #include "platform/forms/list_filter.h"
@@ -108,6 +109,8 @@ std::optional<std::size_t> ChooseFromList(const ChoiceList& list, std::u16string
   auto& grid = ui::Get<GridView>(form, u"List");
   auto& filter = ui::Get<ui::TextBox>(form, u"Filter");
   auto& ok = ui::Get<ui::Button>(form, u"Ok");
+  // The label is not its name (NativeControls.cpp).
+  dynamic_cast<FormControl&>(filter).window().SetProperty("HelpText", css::uno::Any(ToUno(kFilterCaption)));
   std::optional<std::size_t> chosen;
 
   grid.SetColumns(Columns(list));

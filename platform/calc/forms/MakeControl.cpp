@@ -13,6 +13,7 @@ std::unique_ptr<FormControl> MakeControl(FormWindow& form, const ui::ControlDesc
     case ui::ControlKind::Label:
       return std::make_unique<LabelControl>(form, description);
     case ui::ControlKind::TextBox:
+      if (description.read_only) return std::make_unique<NoteControl>(form, description);
       return std::make_unique<TextBoxControl>(form, description);
     case ui::ControlKind::OptionButton:
       return std::make_unique<OptionControl>(form, description);

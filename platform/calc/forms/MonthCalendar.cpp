@@ -1,7 +1,9 @@
 #include "platform/calc/forms/MonthCalendar.h"
 
+#include <com/sun/star/awt/FontWeight.hpp>
 #include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/awt/KeyModifier.hpp>
+#include <com/sun/star/awt/TextAlign.hpp>
 
 #include <array>
 #include <cmath>
@@ -31,11 +33,70 @@ constexpr int kEscape = 27;
 }  // namespace
 
 MonthCalendar::MonthCalendar(FormWindow& form, const ui::ControlDescription& description)
-    : Canvas(form, description), date_(DateFromParts(1900, 1, 1)) {
+    : Canvas(form, description), date_(DateFromParts(1900, 1, 1)), month_(*this, window().peer(), u"") {
+  css::awt::FontDescriptor bold;
+  bold.Weight = css::awt::FontWeight::BOLD;
+  month_.window.SetProperty("FontDescriptor", css::uno::Any(bold));
+  month_.window.SetProperty("Align", css::uno::Any(sal_Int16{css::awt::TextAlign::CENTER}));
+  for (const std::u16string_view weekday : kWeekdays) {
+    CellColumn& days =
+        weekdays_.emplace_back(*this, window().peer(),
+                               ui::GridColumn{.caption = std::u16string(weekday), .read_only = true}, kWeeks);
+    days.caption().SetProperty("Align", css::uno::Any(sal_Int16{css::awt::TextAlign::CENTER}));
+    days.caption().SetProperty("TextColor", css::uno::Any(form.theme().disabled_text));
+    days.caption().SetProperty("BackgroundColor", css::uno::Any(form.theme().field));
+    for (std::size_t week = 0; week < kWeeks; ++week) {
+      days.CellOf(week).cell = {week, weekdays_.size() - 1};
+      days.CellOf(week).window().SetProperty("Align", css::uno::Any(sal_Int16{css::awt::TextAlign::CENTER}));
+      days.CellOf(week).window().window()->setVisible(true);
+    }
+  }
+  Show();
 }
 
 void MonthCalendar::SetValue(Date value) {
   date_ = PickerDay(value);
+  Show();
+}
+
+void MonthCalendar::Place(const Rectangle& pixels) {
+  Canvas::Place(pixels);
+  Rectangle heading(Scaled(kHeading), 1, pixels.Width - 2 * Scaled(kHeading), Scaled(kHeading) - 1);
+  month_.window.Place(heading);
+  for (CellColumn& days : weekdays_) {
+    for (std::size_t week = 0; week < kWeeks; ++week) {
+      CellWindow& day = days.CellOf(week);
+      Rectangle place = DayPlace(day.cell);
+      if (week == 0)
+        days.caption().Place({place.X + 1, Scaled(kHeading), place.Width - 2, Scaled(kWeekdayRow) - 1});
+      day.window().Place({place.X + 1, place.Y + 1, place.Width - 2, place.Height - 2});
+    }
+  }
+}
+
+CellWindow* MonthCalendar::CurrentCell() {
+  const auto day = static_cast<std::size_t>(date_.serial - FirstShown().serial);
+  return &weekdays_[day % kDays].CellOf(day / kDays);
+}
+
+void MonthCalendar::Show() {
+  const Theme& theme = form().theme();
+  const DateParts shown = PartsOf(date_);
+  month_.window.SetCaption(NumberText(shown.year) + u" m. " +
+                           LithuanianName(DateName::Month, shown.month - 1));
+  for (CellColumn& days : weekdays_) {
+    for (std::size_t week = 0; week < kWeeks; ++week) {
+      CellWindow& cell = days.CellOf(week);
+      const DateParts day = PartsOf(DayOf(cell.cell));
+      cell.SetText(NumberText(day.day));
+      if (&cell == CurrentCell()) {
+        cell.SetColors(theme.highlight, theme.highlight_text);
+      } else {
+        cell.SetColors(theme.field, day.month == shown.month ? theme.field_text : theme.disabled_text);
+      }
+    }
+  }
+  FollowCurrentCell();
   Redraw();
 }
 
@@ -84,11 +145,15 @@ Date MonthCalendar::FirstShown() const {
   return {first.serial - WeekdayOf(first)};
 }
 
-Rectangle MonthCalendar::DayPlace(int cell) const {
+Date MonthCalendar::DayOf(GridCell cell) const {
+  return {FirstShown().serial + static_cast<double>(cell.line * kDays + cell.column)};
+}
+
+Rectangle MonthCalendar::DayPlace(GridCell cell) const {
   const Rectangle area = Area();
   const int top = Scaled(kHeading + kWeekdayRow);
-  const int column = cell % kDays;
-  const int row = cell / kDays;
+  const auto column = static_cast<int>(cell.column);
+  const auto row = static_cast<int>(cell.line);
   const int left = area.Width * column / kDays;
   const int upper = top + (area.Height - top) * row / kWeeks;
   return {left, upper, area.Width * (column + 1) / kDays - left,
@@ -102,21 +167,16 @@ Rectangle MonthCalendar::ArrowPlace(bool forward) const {
 
 void MonthCalendar::Pressed(const MousePress& press) {
   for (const bool forward : {false, true}) {
-    if (Contains(ArrowPlace(forward), press.x, press.y)) {
-      SetValue(MovedByMonths(date_, forward ? 1 : -1));
-      return;
-    }
+    if (Contains(ArrowPlace(forward), press.x, press.y)) SetValue(MovedByMonths(date_, forward ? 1 : -1));
   }
-  for (int cell = 0; cell < kWeeks * kDays; ++cell) {
-    if (!Contains(DayPlace(cell), press.x, press.y)) continue;
-    const Date day{FirstShown().serial + cell};
-    if (press.clicks == 1) {
-      SetValue(MovedByDays(date_, static_cast<int>(day.serial - date_.serial)));
-    } else if (on_day_double_click) {
-      // The first press may have turned to another month, where another day stands here; it stays chosen.
-      on_day_double_click();
-    }
-    return;
+}
+
+void MonthCalendar::CellPressed(CellWindow& cell, int clicks) {
+  if (clicks == 1) {
+    SetValue(MovedByDays(date_, static_cast<int>(DayOf(cell.cell).serial - date_.serial)));
+  } else if (on_day_double_click) {
+    // The first press may have turned to another month, where another day stands here; it stays chosen.
+    on_day_double_click();
   }
 }
 
@@ -124,14 +184,7 @@ void MonthCalendar::Draw(Painter& painter) {
   const Theme& theme = painter.theme();
   const Rectangle area = Area();
   painter.Fill(area, theme.field);
-  const DateParts shown = PartsOf(date_);
-
   painter.Fill({0, 0, area.Width, Scaled(kHeading)}, theme.dialog);
-  painter.SetBold(true);
-  painter.Text({0, 0, area.Width, Scaled(kHeading)},
-               NumberText(shown.year) + u" m. " + LithuanianName(DateName::Month, shown.month - 1),
-               theme.dialog_text, Align::Center);
-  painter.SetBold(false);
   for (const bool forward : {false, true}) {
     const Rectangle place = ArrowPlace(forward);
     const int size = Scaled(4);
@@ -141,29 +194,15 @@ void MonthCalendar::Draw(Painter& painter) {
     const int back = forward ? x - size / 2 : x + size / 2;
     painter.Polygon({{tip, y}, {back, y - size}, {back, y + size}}, theme.dialog_text);
   }
-
-  for (int day = 0; day < kDays; ++day) {
-    Rectangle place = DayPlace(day);
-    place.Y = Scaled(kHeading);
-    place.Height = Scaled(kWeekdayRow);
-    painter.Text(place, kWeekdays[static_cast<std::size_t>(day)], theme.disabled_text, Align::Center);
-  }
   const int line = Scaled(kHeading + kWeekdayRow) - 1;
   painter.Line(Scaled(4), line, area.Width - Scaled(4), line, theme.shadow);
 
   const double today = std::floor(GetServices().clock->Now().serial);
-  for (int cell = 0; cell < kWeeks * kDays; ++cell) {
-    const Date day{FirstShown().serial + cell};
-    const bool chosen = day == date_;
-    Rectangle place = DayPlace(cell);
-    const DateParts parts = PartsOf(day);
-    if (chosen) painter.Fill(place, theme.highlight);
-    if (day.serial == today) painter.Frame(place, theme.shadow);
-    painter.Text(place, NumberText(parts.day),
-                 chosen                       ? theme.highlight_text
-                 : parts.month == shown.month ? theme.field_text
-                                              : theme.disabled_text,
-                 Align::Center);
+  for (CellColumn& days : weekdays_) {
+    for (std::size_t week = 0; week < kWeeks; ++week) {
+      const GridCell cell = days.CellOf(week).cell;
+      if (DayOf(cell).serial == today) painter.Frame(DayPlace(cell), theme.shadow);
+    }
   }
   painter.Frame(area, theme.shadow);
 }

@@ -1,6 +1,8 @@
 // A month of days.
 #pragma once
 
+#include <deque>
+
 #include "platform/calc/forms/Canvas.h"
 
 namespace qva::calc {
@@ -18,11 +20,20 @@ class MonthCalendar : public Canvas, public ui::MonthView {
  private:
   void Draw(Painter& painter) override;
   void Pressed(const MousePress& press) override;
-  css::awt::Rectangle DayPlace(int cell) const;
+  void Place(const css::awt::Rectangle& pixels) override;
+  void FocusMoved(CellWindow*) override {}
+  void CellPressed(CellWindow& cell, int clicks) override;
+  void CellChanged(CellWindow&) override {}
+  CellWindow* CurrentCell() override;
+  void Show();
+  css::awt::Rectangle DayPlace(GridCell cell) const;
   css::awt::Rectangle ArrowPlace(bool forward) const;
   Date FirstShown() const;
+  Date DayOf(GridCell cell) const;
 
   Date date_;
+  Caption month_;
+  std::deque<CellColumn> weekdays_;
 };
 
 }  // namespace qva::calc

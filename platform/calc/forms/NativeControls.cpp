@@ -3,6 +3,7 @@
 #include <com/sun/star/awt/XComboBox.hpp>
 #include <com/sun/star/awt/XRadioButton.hpp>
 #include <com/sun/star/awt/XTextComponent.hpp>
+#include <com/sun/star/style/VerticalAlignment.hpp>
 
 #include <algorithm>
 #include <limits>
@@ -21,12 +22,35 @@ namespace {
 
 namespace attribute = css::awt::VclWindowPeerAttribute;
 
+/// To assistive technology a label is the name of all fields after it, up to the next label, and would be
+/// that of a grid's cells, too.
+bool IsBesideGrid(const FormWindow& form, const ui::ControlDescription& label) {
+  return std::ranges::any_of(form.description().controls, [&](const ui::ControlDescription& control) {
+    return control.kind == ui::ControlKind::Grid && control.parent == label.parent &&
+           control.page == label.page;
+  });
+}
+
 }  // namespace
 
 LabelControl::LabelControl(FormWindow& form, const ui::ControlDescription& description)
-    : FormControl(form, description, "fixedtext", 0) {
+    : FormControl(form, description, "fixedtext", IsBesideGrid(form, description) ? attribute::NOLABEL : 0) {
   window().SetProperty("MultiLine", Any(true));
+  window().SetProperty("VerticalAlign", Any(css::style::VerticalAlignment_MIDDLE));
   SetWindowCaption(description.caption);
+}
+
+NoteControl::NoteControl(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "fixedtext", 0) {
+  window().SetProperty("VerticalAlign", Any(css::style::VerticalAlignment_MIDDLE));
+  SetWindowCaption(description.caption);
+}
+
+void NoteControl::SetText(std::u16string_view text) {
+  if (max_length_ > 0) text = text.substr(0, max_length_);
+  if (text == Text()) return;
+  SetWindowCaption(text);
+  if (on_change) on_change();
 }
 
 FrameControl::FrameControl(FormWindow& form, const ui::ControlDescription& description)
@@ -37,13 +61,7 @@ FrameControl::FrameControl(FormWindow& form, const ui::ControlDescription& descr
 // --- Text boxes --------------------------------------------------------------------------------------------
 
 TextBoxControl::TextBoxControl(FormWindow& form, const ui::ControlDescription& description)
-    : FormControl(form, description, "edit", description.read_only ? 0 : css::awt::WindowAttribute::BORDER) {
-  if (description.read_only) {
-    window().As<XTextComponent>()->setEditable(false);
-    window().SetProperty("Tabstop", Any(false));
-    window().SetProperty("BackgroundColor", Any(form.theme().dialog));
-    window().SetProperty("TextColor", Any(form.theme().dialog_text));
-  }
+    : FormControl(form, description, "edit", css::awt::WindowAttribute::BORDER) {
   SetText(description.caption);
 }
 

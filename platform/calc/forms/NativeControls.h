@@ -1,6 +1,7 @@
 // The controls that LibreOffice's toolkit has of its own.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,19 @@ class LabelControl : public FormControl, public ui::Label {
   bool TakesFocus() const override { return false; }
 };
 
+/// A text box that is only read: to assistive technology, too, it is a label.
+class NoteControl : public FormControl, public ui::TextBox {
+ public:
+  NoteControl(FormWindow& form, const ui::ControlDescription& description);
+  std::u16string Text() const override { return caption().value_or(u""); }
+  void SetText(std::u16string_view text) override;
+  void SetMaxLength(int length) override { max_length_ = static_cast<std::size_t>(std::max(length, 0)); }
+  bool TakesFocus() const override { return false; }
+
+ private:
+  std::size_t max_length_ = 0;
+};
+
 class FrameControl : public FormControl {
  public:
   FrameControl(FormWindow& form, const ui::ControlDescription& description);
@@ -29,7 +43,6 @@ class TextBoxControl : public FormControl, public ui::TextBox {
   std::u16string Text() const override;
   void SetText(std::u16string_view text) override;
   void SetMaxLength(int length) override;
-  bool TakesFocus() const override { return !description().read_only; }
   void TakeFocus() override;
 
  private:

@@ -1,8 +1,6 @@
 #include "platform/calc/forms/Painter.h"
 
-#include <com/sun/star/awt/FontWeight.hpp>
-
-#include "platform/calc/UnoText.h"
+#include <com/sun/star/awt/XDevice.hpp>
 
 namespace qva::calc {
 
@@ -15,15 +13,7 @@ constexpr sal_Int32 kNone = -1;  // as a colour: nothing is drawn
 }  // namespace
 
 Painter::Painter(const Window& window, const Theme& theme)
-    : theme_(theme), device_(window.As<css::awt::XDevice>()), graphics_(device_->createGraphics()) {
-  SetBold(false);
-}
-
-void Painter::SetBold(bool bold) {
-  css::awt::FontDescriptor font = theme_.font;
-  if (bold) font.Weight = css::awt::FontWeight::BOLD;
-  font_ = device_->getFont(font);
-  graphics_->setFont(font_);
+    : theme_(theme), graphics_(window.As<css::awt::XDevice>()->createGraphics()) {
 }
 
 void Painter::Fill(const Rectangle& area, sal_Int32 color) {
@@ -63,44 +53,6 @@ void Painter::Ellipse(const Rectangle& area, sal_Int32 color) {
   graphics_->setLineColor(color);
   graphics_->setFillColor(color);
   graphics_->drawEllipse(area.X, area.Y, area.Width, area.Height);
-}
-
-int Painter::TextWidth(std::u16string_view text) const {
-  return font_->getStringWidth(ToUno(text));
-}
-
-void Painter::Text(Rectangle area, std::u16string_view text, sal_Int32 color, Align align) {
-  std::u16string shown(text);
-  if (TextWidth(shown) > area.Width) {
-    while (!text.empty() && TextWidth(shown = std::u16string(text) + u"…") > area.Width)
-      text.remove_suffix(1);
-  }
-  const int blank = area.Width - TextWidth(shown);
-  if (align == Align::Center) area.X += blank / 2;
-  if (align == Align::Right) area.X += blank;
-  const css::awt::SimpleFontMetric metric = font_->getFontMetric();
-  graphics_->setTextColor(color);
-  graphics_->drawText(area.X, area.Y + (area.Height - metric.Ascent - metric.Descent) / 2, ToUno(shown));
-}
-
-void Painter::Caption(const Rectangle& area, std::u16string_view text, sal_Int32 color) {
-  std::size_t blank = text.npos;
-  if (TextWidth(text) > area.Width) {
-    // At the last blank up to which the text fits.
-    for (std::size_t at = text.find(u' '); at != text.npos; at = text.find(u' ', at + 1)) {
-      if (blank != text.npos && TextWidth(text.substr(0, at)) > area.Width) break;
-      blank = at;
-    }
-  }
-  if (blank == text.npos) {
-    Text(area, text, color);
-    return;
-  }
-  Rectangle half = area;
-  half.Height /= 2;
-  Text(half, text.substr(0, blank), color);
-  half.Y += half.Height;
-  Text(half, text.substr(blank + 1), color);
 }
 
 }  // namespace qva::calc

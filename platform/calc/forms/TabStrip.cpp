@@ -1,15 +1,28 @@
 #include "platform/calc/forms/TabStrip.h"
 
 #include <com/sun/star/awt/Key.hpp>
+#include <com/sun/star/awt/XSimpleTabController.hpp>
 
+#include <algorithm>
+
+#include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
+#include "platform/text.h"
 
 namespace qva::calc {
 
-using css::awt::Rectangle;
+using css::awt::XSimpleTabController;
+using css::uno::Any;
 
-TabStrip::TabStrip(FormWindow& form, const ui::ControlDescription& description) : Canvas(form, description) {
-  window().SetProperty("Tabstop", css::uno::Any(false));
+TabStrip::TabStrip(FormWindow& form, const ui::ControlDescription& description)
+    : FormControl(form, description, "tabcontrol", 0) {
+  window().SetProperty("Tabstop", Any(false));
+  const auto tabs = window().As<XSimpleTabController>();
+  for (const std::u16string& caption : form.description().pages) {
+    tabs_.push_back(tabs->insertTab());
+    const css::beans::NamedValue title("Title", Any(ToUno(ReplaceAll(caption, u"~", u"~~"))));
+    tabs->setTabProps(tabs_.back(), {&title, 1});
+  }
 }
 
 int TabStrip::Page() const {
@@ -20,10 +33,24 @@ void TabStrip::SetPage(int page) {
   form().SetPage(page);
 }
 
-void TabStrip::Place(const Rectangle& pixels) {
-  Rectangle strip = pixels;
-  strip.Height = Scaled(kTabStripHeight);
-  Canvas::Place(strip);
+void TabStrip::ShowPage() {
+  if (!tabs_.empty())
+    window().As<XSimpleTabController>()->activateTab(tabs_.at(static_cast<std::size_t>(Page())));
+}
+
+void TabStrip::OnTabActivated() {
+  const auto tab = std::ranges::find(tabs_, window().As<XSimpleTabController>()->getActiveTabID());
+  const auto page = static_cast<int>(tab - tabs_.begin());
+  if (tab == tabs_.end() || page == Page()) return;
+  SetPage(page);
+  TakeFocus();
+}
+
+void TabStrip::Place(const css::awt::Rectangle& pixels) {
+  // Above the edge of its pages. A desktop with high fields has high tabs, too.
+  const Theme& theme = form().theme();
+  const int top = theme.stretch > 1 ? theme.Scaled(2) : pixels.Y;
+  FormControl::Place({pixels.X, top, pixels.Width, pixels.Y + theme.ScaledDown(kTabStripHeight) - 1 - top});
 }
 
 bool TabStrip::OnKey(const css::awt::KeyEvent& event) {
@@ -35,43 +62,6 @@ bool TabStrip::OnKey(const css::awt::KeyEvent& event) {
     return false;
   }
   return true;
-}
-
-void TabStrip::Pressed(const MousePress& press) {
-  for (std::size_t i = 0; i < tabs_.size(); ++i) {
-    if (Contains(tabs_[i], press.x, press.y)) SetPage(static_cast<int>(i));
-  }
-}
-
-void TabStrip::Draw(Painter& painter) {
-  const Theme& theme = painter.theme();
-  const Rectangle area = Area();
-  const int bottom = area.Height - 1;
-  painter.Fill(area, theme.dialog);
-  painter.Line(0, bottom, area.Width - 1, bottom, theme.shadow);
-  tabs_.clear();
-  int left = 0;
-  const std::vector<std::u16string>& captions = form().description().pages;
-  for (std::size_t i = 0; i < captions.size(); ++i) {
-    const bool front = static_cast<int>(i) == Page();
-    const int top = front ? 0 : Scaled(2);
-    const Rectangle tab(left, top, painter.TextWidth(captions[i]) + Scaled(20), area.Height - top);
-    painter.Fill(tab, front ? theme.light : theme.dialog);
-    painter.Frame(tab, theme.shadow);
-    if (front) {
-      // Open towards its page.
-      painter.Line(left + 1, bottom, left + tab.Width - 2, bottom, theme.dialog);
-      painter.Fill({left + 1, 1, tab.Width - 2, Scaled(2)}, theme.highlight);
-    }
-    const Rectangle text(left + Scaled(10), top, tab.Width - Scaled(20), tab.Height);
-    painter.Text(text, captions[i], theme.dialog_text);
-    if (front && focused()) {
-      painter.Frame({left + Scaled(5), Scaled(5), tab.Width - Scaled(10), tab.Height - Scaled(9)},
-                    theme.shadow);
-    }
-    tabs_.push_back(tab);
-    left += tab.Width - 1;
-  }
 }
 
 }  // namespace qva::calc

@@ -3,13 +3,13 @@
 
 #include <vector>
 
-#include "platform/calc/forms/Canvas.h"
+#include "platform/calc/forms/FormControl.h"
 
 namespace qva::calc {
 
 /// Pages go by a click, by the arrow keys on the tabs, and from everywhere by Ctrl with Page Up, Page Down or
 /// Tab.
-class TabStrip : public Canvas, public ui::TabControl {
+class TabStrip : public FormControl, public ui::TabControl {
  public:
   TabStrip(FormWindow& form, const ui::ControlDescription& description);
   /// From now on Tab stops here. LibreOffice gives the focus to the first control that it stops at when a
@@ -17,14 +17,15 @@ class TabStrip : public Canvas, public ui::TabControl {
   void TakeTab() { window().SetProperty("Tabstop", css::uno::Any(true)); }
   int Page() const override;
   void SetPage(int page) override;
+  /// Shows which page is in front.
+  void ShowPage();
   void Place(const css::awt::Rectangle& pixels) override;
   bool OnKey(const css::awt::KeyEvent& event) override;
 
  private:
-  void Draw(Painter& painter) override;
-  void Pressed(const MousePress& press) override;
+  void OnTabActivated() override;
 
-  std::vector<css::awt::Rectangle> tabs_;  ///< as they were drawn
+  std::vector<sal_Int32> tabs_;  ///< by LibreOffice's numbers
 };
 
 }  // namespace qva::calc

@@ -5,15 +5,18 @@
 #include <com/sun/star/awt/PosSize.hpp>
 #include <com/sun/star/awt/WindowDescriptor.hpp>
 #include <com/sun/star/awt/XButton.hpp>
+#include <com/sun/star/awt/XCheckBox.hpp>
 #include <com/sun/star/awt/XRadioButton.hpp>
 #include <com/sun/star/awt/XScrollBar.hpp>
+#include <com/sun/star/awt/XSimpleTabController.hpp>
 #include <com/sun/star/awt/XTextComponent.hpp>
 #include <com/sun/star/awt/XTopWindow.hpp>
 #include <com/sun/star/awt/XVclWindowPeer.hpp>
-#include <cppuhelper/implbase9.hxx>
+#include <cppuhelper/implbase10.hxx>
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoText.h"
+#include "platform/text.h"
 
 namespace qva::calc {
 
@@ -23,11 +26,11 @@ using css::uno::UNO_QUERY;
 using rtl::OUString;
 
 /// The listener of a window. It may outlive the window's owner in LibreOffice's hands; it tells nobody then.
-class EventLink
-    : public cppu::WeakImplHelper9<
-          css::awt::XTextListener, css::awt::XItemListener, css::awt::XActionListener,
-          css::awt::XFocusListener, css::awt::XMouseListener, css::awt::XPaintListener,
-          css::awt::XTopWindowListener, css::awt::XWindowListener, css::awt::XAdjustmentListener> {
+class EventLink : public cppu::WeakImplHelper10<css::awt::XTextListener, css::awt::XItemListener,
+                                                css::awt::XActionListener, css::awt::XFocusListener,
+                                                css::awt::XMouseListener, css::awt::XPaintListener,
+                                                css::awt::XTopWindowListener, css::awt::XWindowListener,
+                                                css::awt::XAdjustmentListener, css::awt::XTabListener> {
  public:
   explicit EventLink(EventTarget& target) : target_(&target) {}
   void Cut() { target_ = nullptr; }
@@ -62,6 +65,11 @@ class EventLink
   void SAL_CALL adjustmentValueChanged(const css::awt::AdjustmentEvent&) override {
     TellLater([](EventTarget& target) { target.OnScrolled(); });
   }
+  void SAL_CALL inserted(sal_Int32) override {}
+  void SAL_CALL removed(sal_Int32) override {}
+  void SAL_CALL changed(sal_Int32, const css::uno::Sequence<css::beans::NamedValue>&) override {}
+  void SAL_CALL activated(sal_Int32) override { Tell(&EventTarget::OnTabActivated); }
+  void SAL_CALL deactivated(sal_Int32) override {}
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
 
  private:
@@ -117,12 +125,15 @@ Window::Window(const char* service, const Reference<css::awt::XWindowPeer>& pare
     text->addTextListener(link_.get());
   if (const Reference<css::awt::XRadioButton> radio(peer_, UNO_QUERY); radio.is())
     radio->addItemListener(link_.get());
+  if (const Reference<css::awt::XCheckBox> box(peer_, UNO_QUERY); box.is()) box->addItemListener(link_.get());
   if (const Reference<css::awt::XButton> button(peer_, UNO_QUERY); button.is())
     button->addActionListener(link_.get());
   if (const Reference<css::awt::XTopWindow> top(peer_, UNO_QUERY); top.is())
     top->addTopWindowListener(link_.get());
   if (const Reference<css::awt::XScrollBar> bar(peer_, UNO_QUERY); bar.is())
     bar->addAdjustmentListener(link_.get());
+  if (const Reference<css::awt::XSimpleTabController> tabs(peer_, UNO_QUERY); tabs.is())
+    tabs->addTabListener(link_.get());
 }
 
 Window::Window(EventTarget& target) : link_(new EventLink(target)) {
@@ -146,7 +157,8 @@ void Window::SetProperty(const char* name, const Any& value) const {
 #pragma GCC diagnostic pop
 
 void Window::SetCaption(std::u16string_view caption) const {
-  SetProperty("Text", Any(ToUno(caption)));
+  // A single tilde would underline the letter behind it.
+  SetProperty("Text", Any(ToUno(ReplaceAll(caption, u"~", u"~~"))));
 }
 
 void Window::Place(const css::awt::Rectangle& pixels) const {

@@ -34,6 +34,7 @@ class EventTarget {
   virtual void OnClosing() {}
   virtual void OnResized() {}
   virtual void OnScrolled() {}
+  virtual void OnTabActivated() {}
   virtual void OnFailure(std::exception_ptr failure) noexcept = 0;
 
  protected:
@@ -61,6 +62,7 @@ class Window {
   css::uno::Reference<css::awt::XWindow2> window() const { return As<css::awt::XWindow2>(); }
 
   void SetProperty(const char* name, const css::uno::Any& value) const;
+  /// Of a control. No sign in it stands for anything but itself.
   void SetCaption(std::u16string_view caption) const;
   void Place(const css::awt::Rectangle& pixels) const;
   css::awt::Size Size() const;

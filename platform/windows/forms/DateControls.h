@@ -13,6 +13,7 @@ class NativeDatePicker : public NativeControl, public ui::DatePicker {
   void SetFormat(std::u16string_view format) override;
   void OnNotify(const NMHDR& notice) override;
   void Dress(HFONT font, UiScale scale) override;
+  void Place(const RECT& place) override { NativeControl::Place(FieldIn(place)); }
 
  private:
   void DressCalendar() const;

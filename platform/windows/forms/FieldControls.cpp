@@ -84,8 +84,8 @@ void NativeComboBox::Place(const RECT& place) {
   GetWindowRect(window(), &now);
   const auto field = static_cast<WPARAM>(-1);
   const LRESULT border = now.bottom - now.top - Send(CB_GETITEMHEIGHT, field);
-  Send(CB_SETITEMHEIGHT, field, place.bottom - place.top - border);
-  RECT with_list = place;
+  RECT with_list = FieldIn(place);
+  Send(CB_SETITEMHEIGHT, field, with_list.bottom - with_list.top - border);
   with_list.bottom += kListRows * static_cast<LONG>(Send(CB_GETITEMHEIGHT, 0));
   NativeControl::Place(with_list);
   Send(CB_SETEDITSEL, 0, 0);  // Windows selects the text of a field that changes its size

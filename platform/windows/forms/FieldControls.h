@@ -18,6 +18,7 @@ class NativeTextBox : public NativeControl, public ui::TextBox {
   void OnCommand(WORD code) override;
   /// Selects the text, so that typing replaces it.
   void SetFocus() override;
+  void Place(const RECT& place) override { NativeControl::Place(FieldIn(place)); }
 
  private:
   std::u16string text_;  ///< of which the program knows

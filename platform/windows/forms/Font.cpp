@@ -1,5 +1,7 @@
 #include "platform/windows/forms/Font.h"
 
+#include "platform/windows/DeviceContext.h"
+
 namespace qva::windows {
 
 MessageFont::MessageFont(UiScale scale) {
@@ -11,6 +13,14 @@ MessageFont::MessageFont(UiScale scale) {
   font.lfHeight = MulDiv(font.lfHeight, scale.dpi, ScaleOf(nullptr).dpi);
   font.lfWidth = 0;
   font_ = CreateFontIndirectW(&font);
+}
+
+int TextHeight(HWND window, HFONT font) {
+  const WindowContext context(window);
+  const Selected selected(context.get(), font);
+  TEXTMETRICW metrics{};
+  GetTextMetricsW(context.get(), &metrics);
+  return static_cast<int>(metrics.tmHeight);
 }
 
 }  // namespace qva::windows

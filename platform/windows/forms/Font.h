@@ -31,6 +31,9 @@ class MessageFont {
   HFONT font_ = nullptr;
 };
 
+/// The height of a line of text in a font.
+int TextHeight(HWND window, HFONT font);
+
 /// Hands a window its font; it is drawn anew.
 inline void SetFont(HWND window, HFONT font) {
   SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(font), TRUE);

@@ -23,15 +23,6 @@ constexpr int kLeastColumnWidth = 16;
 constexpr int kLineSpacing = 3;  // above and below the text
 constexpr int kWheelColumns = 60;
 
-/// The height of a line of text in a font.
-int TextHeight(HWND window, HFONT font) {
-  const WindowContext context(window);
-  const Selected selected(context.get(), font);
-  TEXTMETRICW metrics{};
-  GetTextMetricsW(context.get(), &metrics);
-  return static_cast<int>(metrics.tmHeight);
-}
-
 void SetHeaderItem(HWND header, UINT message, int item, int width, const wchar_t* caption) {
   HDITEMW description{};
   description.mask = HDI_WIDTH;

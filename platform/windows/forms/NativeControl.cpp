@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+
 #include "platform/windows/forms/FormWindow.h"
 
 namespace qva::windows {
@@ -48,6 +50,14 @@ std::optional<SIZE> NativeControl::NaturalSize() const {
 void NativeControl::Place(const RECT& place) {
   SetWindowPos(window_, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+RECT NativeControl::FieldIn(RECT place) const {
+  const int border = GetSystemMetrics(SM_CYEDGE) + 1;
+  const int height = TextHeight(window_, reinterpret_cast<HFONT>(Send(WM_GETFONT))) + 2 * border;
+  place.top += std::max<LONG>(0, place.bottom - place.top - height) / 2;
+  place.bottom = std::min<LONG>(place.bottom, place.top + height);
+  return place;
 }
 
 int NativeControl::Id() const {

@@ -48,6 +48,9 @@ class NativeControl : public virtual ui::Control {
   FormWindow& form() const { return form_; }
   /// Makes the window, hidden and without a size. Raises 7 when Windows has none to give.
   void Create(const wchar_t* window_class, const std::wstring& text, DWORD style, DWORD extended_style = 0);
+  /// Where a field stands in its place: in the middle, and as high as its text needs, since Windows writes at
+  /// the upper edge of one that is higher.
+  RECT FieldIn(RECT place) const;
   void Adopt(HWND window) { window_ = window; }
   int Id() const;
 
