@@ -14,7 +14,9 @@
 #include <optional>
 #include <vector>
 
+#include "platform/module.h"
 #include "platform/variables.h"
+#include "server/calc/ComponentFolder.h"
 
 namespace qva::calc {
 namespace {
@@ -48,6 +50,14 @@ class WithoutLock {
 pid_t CopyProcess() {
   const WithoutLock unlocked;
   return fork();
+}
+
+/// Loads the host's module and lets it do what it can do for all jobs.
+void PrepareHost() {
+  const std::filesystem::path path = ComponentFolder() / QVA_HOST_MODULE_NAME;
+  void* const module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+  if (!module) return;  // the jobs that need it tell why
+  if (const auto prepare = reinterpret_cast<PrepareModule>(dlsym(module, kPrepareModuleName))) prepare();
 }
 
 /// A job's variables, as they came.
@@ -119,6 +129,7 @@ bool ServeJobs(const std::string& requests, const std::string& replies) {
   const int out = open(replies.c_str(), O_WRONLY | O_CLOEXEC);
   const pid_t server = getpid();
   if (!WithoutLock::IsPossible()) return false;
+  PrepareHost();
   Tell(out, "ready", server);
   Requests all(in);
   while (const std::optional<Request> request = all.Next()) {

@@ -102,6 +102,7 @@ class Worker {
     run.memory_limit = options_.memory_limit;
     run.picture = options_.picture;
     run.own_drives = true;
+    run.database = office_->Database();
     run.expect = job.expect;
     run.log = job.log;
     run.interrupted = options_.interrupted;
