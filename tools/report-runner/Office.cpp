@@ -177,6 +177,9 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
   fs::create_directories(profile / "user" / "psprint");
   WriteText(profile / "user" / "registrymodifications.xcu", ProfileSettings(options.show));
   WriteText(profile / "user" / "psprint" / "psprint.conf", kPrinterSettings);
+  // LibreOffice leaves its temporary files where it is stopped.
+  fs::create_directory(folder / "tmp");
+  environment["TMPDIR"] = (folder / "tmp").string();
   WriteText(folder / "qva.components", Components(fs::absolute(options.build_folder) / "libqva_calc.so"));
 
   std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
