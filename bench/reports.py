@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """Measures ways to make reports in LibreOffice against each other, and writes tables of ratios.
 
-  bench/reports.py [--build-folder PATH] [--rounds N] [--growth JOBS] [part ...]
+  bench/reports.py [--build-folder PATH] [--rounds N] [--growth JOBS] [part ...] [--cells N ...]
 
 Parts: ways (reports by one LibreOffice each, by a listener, by report-runner), finish (the last steps of a report by the
 library and by a macro that goes from cell to cell), growth (memory of one worker over many jobs); all of them without any.
@@ -239,7 +239,7 @@ def ways(context):
 
 
 def finish(context):
-    cells = {1000: context.rounds, 10000: context.rounds, 100000: context.rounds}
+    cells = {count: context.rounds for count in context.cells}
     lines = []
     for count, rounds in cells.items():
         folder = Path(tempfile.mkdtemp(dir=context.folder))
@@ -304,6 +304,7 @@ def main():
     parser.add_argument("--build-folder", type=Path, default=SOURCE / "build/release")
     parser.add_argument("--rounds", type=int, default=5)
     parser.add_argument("--growth", type=int, default=500, metavar="JOBS")
+    parser.add_argument("--cells", type=int, nargs="+", default=[1000, 10000, 100000], help="of the report that is finished")
     parser.add_argument("parts", nargs="*")
     context = parser.parse_args()
     build = context.build_folder.resolve()

@@ -219,7 +219,7 @@ def main():
                 # Killed twice, as it ran or before it began.
                 allowed = FINISHED[kind] | ({"died", "no-libreoffice"} if killed else set())
                 if kind == "FullDisk":
-                    allowed = allowed | {"wrong-command-line", "no-libreoffice", "no-macro"}
+                    allowed = allowed | {"no-libreoffice", "no-macro"}
                 if job["status"] not in allowed:
                     wrong.append(f"job {n} ({kind}): {job['status']}")
                 if job["status"] != "ok" and not job.get("text"):

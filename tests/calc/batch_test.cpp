@@ -103,12 +103,12 @@ TEST_F(Batch, AJobFindsNothingOfTheJobsBeforeIt) {
 
 TEST_F(Batch, WhatHangsOrDiesCostsItsOwnJobAndTheNextStartDoesWhatIsMissing) {
   WriteJobs("batch_jobs", {"Main", "Hangs", "Dies", "DiesOnce", "Fails", "Nera"});
-  const RunResult run = Run({"--timeout", "8"});
+  const RunResult run = Run({"--timeout", "15"});
   EXPECT_EQ(run.exit_status, 11);
   EXPECT_THAT(Statuses(), ElementsAre("ok 1", "time-limit 2", "died 2", "ok 2", "failed 1", "no-macro 1"));
   EXPECT_THAT(run.errors, AllOf(HasSubstr("6 of 6 done, 4 failed, "), HasSubstr("2 done in "),
                                 HasSubstr("  line 3  time-limit       " + (folder / "done/2").string() +
-                                          "  LibreOffice did not finish within 8 seconds")));
+                                          "  LibreOffice did not finish within 15 seconds")));
   EXPECT_THAT(Outputs(), ElementsAre("1", "2", "3", "4", "5", "6"));
   EXPECT_TRUE(fs::exists(folder / "done/4/drives/C/done.txt"));
   EXPECT_EQ(ResultOf(5)["error"]["line"], 11);
@@ -192,6 +192,16 @@ TEST_F(Batch, AWorkerThatHasTooMuchMemoryGivesWayToAFreshOne) {
     fs::remove_all(folder / "done");
     fs::remove(folder / "macro.log");
   }
+}
+
+TEST_F(Batch, AJobWhoseOutputCannotBeWrittenFailsAlone) {
+  WriteJobs("batch_jobs", {"Main", "Main"});
+  std::ofstream(folder / "jobs.csv", std::ios::app)
+      << (folder / "batch_jobs.fods").string() << ",Ataskaita.Main,jobs.csv/3\n";
+  const RunResult run = Run();
+  EXPECT_EQ(run.exit_status, 11);
+  EXPECT_THAT(Statuses(), ElementsAre("ok 1", "ok 1", "failed 1"));
+  EXPECT_THAT(run.errors, HasSubstr("jobs.csv/3"));
 }
 
 TEST_F(Batch, PeriodsAndBooksAreTheJobsOwn) {
