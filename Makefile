@@ -48,6 +48,7 @@ bench:  ## Build and run the benchmarks
 	@cmake --build --preset release
 	@build/release/bench/qva_bench
 	@tools/bench-calc.sh
+	@bench/reports.py
 	@tools/bench-windows.sh
 
 pictures:  ## Take the pictures of all windows in docs/images anew

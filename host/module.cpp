@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/EmbeddedHost.h"
+#include "host/HostStore.h"
 #include "platform/filesystem/native_file.h"
 
 namespace {
@@ -32,4 +33,11 @@ extern "C" __attribute__((visibility("default"))) qva::ObjectFactory* QvaOpenMod
   return opened.back().get();
 } catch (...) {
   return nullptr;
+}
+
+extern "C" __attribute__((visibility("default"))) void QvaPrepareModule() noexcept {
+  qva::IgnoreFailures([] {
+    auto options = qva::embedded::OptionsFromEnvironment(qva::EnvironmentVariable, ResourcesBesideModule());
+    if (options) qva::embedded::HostStore(std::move(*options), nullptr).Open();
+  });
 }

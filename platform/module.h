@@ -13,4 +13,10 @@ inline constexpr char kOpenModuleName[] = "QvaOpenModule";
 /// loaded. Does not raise: a module that cannot work answers null.
 using OpenModule = ObjectFactory* (*)(const Services& services);
 
+inline constexpr char kPrepareModuleName[] = "QvaPrepareModule";
+
+/// Exported by a module that can do beforehand what takes time, such as making its database: called in a
+/// process of which copies are made later, and which creates no objects itself. Does not raise.
+using PrepareModule = void (*)();
+
 }  // namespace qva

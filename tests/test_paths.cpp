@@ -37,6 +37,9 @@ std::filesystem::path ContractsModuleFile() {
 std::string FileCallsLibrary() {
   return QVA_FILE_CALLS_LIBRARY;
 }
+std::string WorkerMemoryLibrary() {
+  return QVA_WORKER_MEMORY_LIBRARY;
+}
 std::string SanitizerRuntime() {
   return std::getenv("QVA_TESTED_BUILD") ? "" : QVA_SANITIZER_RUNTIME;
 }

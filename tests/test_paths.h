@@ -24,6 +24,8 @@ std::filesystem::path ExcelCallsModuleFile();
 std::filesystem::path ContractsModuleFile();
 /// The library that writes down what is given to some calls of the system.
 std::string FileCallsLibrary();
+/// The library that gives the LibreOffices of a batch more memory, and their jobs not.
+std::string WorkerMemoryLibrary();
 /// The sanitizers' library that must be loaded before the component is; empty where it was built without
 /// them.
 std::string SanitizerRuntime();

@@ -10,10 +10,11 @@
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangeFormula.hpp>
 #include <com/sun/star/sheet/XSheetCellRange.hpp>
+#include <com/sun/star/sheet/XSheetCellRanges.hpp>
+#include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
 #include <com/sun/star/table/XCell.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
-#include <map>
 #include <optional>
 #include <vector>
 
@@ -55,37 +56,71 @@ sal_Int32 ShownFormat(const Reference<css::beans::XPropertySet>& cells) {
   return key;
 }
 
-/// Which of the formats of some cells' document show numbers as True and False. LibreOffice has no other
-/// Booleans.
-class LogicalFormats {
- public:
-  explicit LogicalFormats(const Reference<css::sheet::XSheetCellRange>& cells) : cells_(cells) {}
+css::table::CellRangeAddress AddressOf(const Reference<css::uno::XInterface>& cells) {
+  return Reference<css::sheet::XCellRangeAddressable>(cells, UNO_QUERY_THROW)->getRangeAddress();
+}
 
-  bool Has(sal_Int32 key) {
-    const auto [known, is_new] = known_.try_emplace(key, false);
-    if (is_new) {
-      if (!formats_.is()) formats_ = FormatsOf(cells_);
-      sal_Int16 type = 0;
-      formats_->getByKey(key)->getPropertyValue("Type") >>= type;
-      known->second = (type & css::util::NumberFormat::LOGICAL) != 0;
-    }
-    return known->second;
+/// Some cells in parts of which each shows what it holds in one format. There are as many as there are ways
+/// to show cells, however many cells there are.
+std::vector<Reference<css::beans::XPropertySet>> PartsOfOneFormat(
+    const Reference<css::sheet::XSheetCellRange>& cells) {
+  const auto groups = Reference<css::sheet::XUniqueCellFormatRangesSupplier>(cells, UNO_QUERY_THROW)
+                          ->getUniqueCellFormatRanges();
+  std::vector<Reference<css::beans::XPropertySet>> parts;
+  for (sal_Int32 n = 0; n < groups->getCount(); ++n) {
+    parts.emplace_back(groups->getByIndex(n), UNO_QUERY_THROW);
+  }
+  return parts;
+}
+
+/// Which cells show numbers as True and False. LibreOffice has no other Booleans.
+class LogicalCells {
+ public:
+  explicit LogicalCells(const Reference<css::sheet::XSheetCellRange>& cells) : cells_(cells) {}
+
+  bool Has(sal_Int32 row, sal_Int32 column) {
+    if (marks_.empty()) Mark();
+    return marks_[Position(row, column)];
   }
 
  private:
+  void Mark() {
+    all_ = AddressOf(cells_);
+    marks_.resize(Position(all_.EndRow - all_.StartRow + 1, 0));
+    const Reference<css::util::XNumberFormats> formats = FormatsOf(cells_);
+    for (const Reference<css::beans::XPropertySet>& part : PartsOfOneFormat(cells_)) {
+      sal_Int16 type = 0;
+      formats->getByKey(ShownFormat(part))->getPropertyValue("Type") >>= type;
+      if ((type & css::util::NumberFormat::LOGICAL) == 0) continue;
+      const Reference<css::sheet::XSheetCellRanges> ranges(part, UNO_QUERY_THROW);
+      for (const css::table::CellRangeAddress& range : ranges->getRangeAddresses()) MarkRange(range);
+    }
+  }
+  void MarkRange(const css::table::CellRangeAddress& range) {
+    for (sal_Int32 row = range.StartRow; row <= range.EndRow; ++row) {
+      for (sal_Int32 column = range.StartColumn; column <= range.EndColumn; ++column) {
+        marks_[Position(row - all_.StartRow, column - all_.StartColumn)] = true;
+      }
+    }
+  }
+  std::size_t Position(sal_Int32 row, sal_Int32 column) const {
+    const auto columns = static_cast<std::size_t>(all_.EndColumn - all_.StartColumn + 1);
+    return static_cast<std::size_t>(row) * columns + static_cast<std::size_t>(column);
+  }
+
   const Reference<css::sheet::XSheetCellRange>& cells_;
-  Reference<css::util::XNumberFormats> formats_;
-  std::map<sal_Int32, bool> known_;
+  css::table::CellRangeAddress all_;
+  std::vector<bool> marks_;
 };
 
 /// What a cell holds: `data` is what LibreOffice gives for it, a number, a text, or nothing for an error.
 Value ValueOf(const Any& data, const Reference<css::sheet::XSheetCellRange>& cells, sal_Int32 row,
-              sal_Int32 column, LogicalFormats& logical_formats) {
+              sal_Int32 column, LogicalCells& logical_cells) {
   const auto cell = [&] { return cells->getCellByPosition(column, row); };
   double number = 0;
   if (data >>= number) {
     if (number != 0 && number != 1) return number;
-    return logical_formats.Has(ShownFormat({cell(), UNO_QUERY_THROW})) ? Value(number != 0) : Value(number);
+    return logical_cells.Has(row, column) ? Value(number != 0) : Value(number);
   }
   OUString text;
   if (!(data >>= text)) return CellErrorOf(cell()->getError());
@@ -130,8 +165,7 @@ std::optional<Array> BlockFor(const Reference<css::sheet::XSheetCellRange>& cell
   const auto is_allowed = [&](const Value& element) {
     return std::ranges::find(types, element.type()) != types.end();
   };
-  const css::table::CellRangeAddress address =
-      Reference<css::sheet::XCellRangeAddressable>(cells, UNO_QUERY_THROW)->getRangeAddress();
+  const css::table::CellRangeAddress address = AddressOf(cells);
   const bool fits = block.dimensions.size() == 2 &&
                     block.dimensions[0].count == address.EndRow - address.StartRow + 1 &&
                     block.dimensions[1].count == address.EndColumn - address.StartColumn + 1;
@@ -145,43 +179,23 @@ Any ToData(const Value& value) {
   return Any(value.Is(Value::Type::Boolean) ? (value.As<bool>() ? 1.0 : 0.0) : value.As<double>());
 }
 
-/// Cells of one column that show what they hold in one format, also where it came from their formulas.
+/// Cells that show what they hold in one format, also where it came from their formulas.
 struct Shown {
   Reference<css::beans::XPropertySet> cells;
   sal_Int32 format = 0;
 };
 
 /// The formats of all cells but those of the general one.
-std::vector<Shown> ShownFormats(const Reference<css::sheet::XSheetCellRange>& cells, const Array& block) {
-  const sal_Int32 rows = block.dimensions[0].count;
+std::vector<Shown> ShownFormats(const Reference<css::sheet::XSheetCellRange>& cells) {
   std::vector<Shown> all;
-  const auto part = [&](sal_Int32 column, sal_Int32 first_row, sal_Int32 last_row) {
-    return Reference<css::beans::XPropertySet>(
-        cells->getCellRangeByPosition(column, first_row, column, last_row), UNO_QUERY_THROW);
-  };
-  for (sal_Int32 column = 0; column < block.dimensions[1].count; ++column) {
-    Shown common{part(column, 0, rows - 1)};
-    common.format = ShownFormat(common.cells);
-    if (common.format != 0) {
-      all.push_back(std::move(common));
-      continue;
-    }
-    // Differing formats give the general one, too.
-    sal_Int32 row = 0;
-    const auto next = [&] {
-      return row < rows ? ShownFormat({cells->getCellByPosition(column, row), UNO_QUERY_THROW}) : 0;
-    };
-    for (sal_Int32 format = next(); row < rows;) {
-      const sal_Int32 first_row = row++;
-      const sal_Int32 former = format;
-      while (row < rows && (format = next()) == former) ++row;
-      if (former != 0) all.push_back({part(column, first_row, row - 1), former});
-    }
+  for (const Reference<css::beans::XPropertySet>& part : PartsOfOneFormat(cells)) {
+    if (const sal_Int32 format = ShownFormat(part); format != 0) all.push_back({part, format});
   }
   return all;
 }
 
-/// Lets the cells show what they hold as before.
+/// Lets the cells show what they hold as before. Where their formats differ by now, they give the general
+/// one.
 void ShowAgain(const std::vector<Shown>& all) {
   for (const Shown& shown : all) {
     if (ShownFormat(shown.cells) != shown.format) {
@@ -195,9 +209,9 @@ void ShowAgain(const std::vector<Shown>& all) {
 Value CellValue2(const ObjectPtr& range, const Arguments&) {
   const auto cells = CellsOf(range);
   const auto rows = Reference<css::sheet::XCellRangeData>(cells, UNO_QUERY_THROW)->getDataArray();
-  LogicalFormats logical_formats(cells);
+  LogicalCells logical_cells(cells);
   return BlockOf(rows, [&](const Any& data, sal_Int32 row, sal_Int32 column) {
-    return ValueOf(data, cells, row, column, logical_formats);
+    return ValueOf(data, cells, row, column, logical_cells);
   });
 }
 
@@ -206,7 +220,7 @@ Value SetCellValue2(const ObjectPtr& range, const Arguments& arguments) {
   const auto block =
       BlockFor(cells, arguments, {Value::Type::Boolean, Value::Type::Double, Value::Type::Text});
   if (!block) return SetCellValue(range, arguments);
-  const std::vector<Shown> shown = ShownFormats(cells, *block);
+  const std::vector<Shown> shown = ShownFormats(cells);
   Reference<css::sheet::XCellRangeData>(cells, UNO_QUERY_THROW)->setDataArray(RowsOf<Any>(*block, ToData));
   ShowAgain(shown);
   return {};

@@ -16,7 +16,9 @@
 #include <vector>
 
 #include "platform/filesystem/file_descriptor.h"
+#include "platform/module.h"
 #include "platform/variables.h"
+#include "server/calc/ComponentFolder.h"
 
 namespace qva::calc {
 namespace {
@@ -50,6 +52,14 @@ class WithoutLock {
 pid_t CopyProcess() {
   const WithoutLock unlocked;
   return fork();
+}
+
+/// Loads the host's module and lets it do what it can do for all jobs.
+void PrepareHost() {
+  const std::filesystem::path path = ComponentFolder() / QVA_HOST_MODULE_NAME;
+  void* const module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+  if (!module) return;  // the jobs that need it tell why
+  if (const auto prepare = reinterpret_cast<PrepareModule>(dlsym(module, kPrepareModuleName))) prepare();
 }
 
 /// A job's variables, as they came.
@@ -121,6 +131,7 @@ bool ServeJobs(const std::string& requests, const std::string& replies) {
   const FileDescriptor out(open(replies.c_str(), O_WRONLY | O_CLOEXEC));
   const pid_t server = getpid();
   if (!WithoutLock::IsPossible()) return false;
+  PrepareHost();
   Tell(out, "ready", server);
   while (const std::optional<Request> request = all.Next()) {
     const pid_t job = CopyProcess();

@@ -36,9 +36,11 @@ class Batch : public CalcTest {
     }
   }
 
-  void Start(std::vector<std::string> options) {
+  void Start(std::vector<std::string> options, std::map<std::string, std::string> environment = {}) {
     options.insert(options.begin(), {"batch", (folder / "jobs.csv").string(), "--no-picture"});
-    StartRunner(options, {});
+    fs::create_directory(folder / "tmp");
+    environment["TMPDIR"] = folder / "tmp";
+    StartRunner(options, std::move(environment));
   }
   RunResult Run(std::vector<std::string> options = {}) {
     Start(std::move(options));
@@ -101,17 +103,18 @@ TEST_F(Batch, AJobFindsNothingOfTheJobsBeforeIt) {
 
 TEST_F(Batch, WhatHangsOrDiesCostsItsOwnJobAndTheNextStartDoesWhatIsMissing) {
   WriteJobs("batch_jobs", {"Main", "Hangs", "Dies", "DiesOnce", "Fails", "Nera"});
-  const RunResult run = Run({"--timeout", "8"});
+  const RunResult run = Run({"--timeout", "15"});
   EXPECT_EQ(run.exit_status, 11);
   EXPECT_THAT(Statuses(), ElementsAre("ok 1", "time-limit 2", "died 2", "ok 2", "failed 1", "no-macro 1"));
   EXPECT_THAT(run.errors, AllOf(HasSubstr("6 of 6 done, 4 failed, "), HasSubstr("2 done in "),
                                 HasSubstr("  line 3  time-limit       " + (folder / "done/2").string() +
-                                          "  LibreOffice did not finish within 8 seconds")));
+                                          "  LibreOffice did not finish within 15 seconds")));
   EXPECT_THAT(Outputs(), ElementsAre("1", "2", "3", "4", "5", "6"));
   EXPECT_TRUE(fs::exists(folder / "done/4/drives/C/done.txt"));
   EXPECT_EQ(ResultOf(5)["error"]["line"], 11);
   EXPECT_EQ(ResultOf(5)["status"], "failed");
   EXPECT_FALSE(fs::exists(folder / "done/2/.~lock.batch_jobs.fods#"));
+  EXPECT_TRUE(fs::is_empty(folder / "tmp")) << "temporary files are left";
 
   const std::string first = Contents(folder / "done/1/result.json");
   fs::remove(folder / "macro.log");
@@ -142,6 +145,16 @@ TEST_F(Batch, AWorkerThatIsKilledCostsOneTry) {
   EXPECT_THAT(run.lines, AllOf(SizeIs(4), Not(testing::Contains("hangs"))));
 }
 
+TEST_F(Batch, AMacroThatQuitsCostsItsOwnJob) {
+  WriteJobs("batch_jobs", {"Main", "QuitsExcel", "Main", "EndsLibreOffice", "Main"});
+  const RunResult run = Run({"--timeout", "20"});
+  EXPECT_EQ(run.exit_status, 11);
+  EXPECT_THAT(Statuses(), ElementsAre("ok 1", "failed 1", "ok 1", "failed 1", "ok 1"));
+  EXPECT_THAT(ResultOf(2).value("text", ""), HasSubstr("ended by an End statement or by quitting Excel"));
+  ASSERT_THAT(run.lines, SizeIs(5));
+  EXPECT_EQ(run.lines[0], run.lines[2]) << "another LibreOffice";
+}
+
 TEST_F(Batch, WorkersWorkAtOnceAndAnInterruptionLeavesNothingHalfDone) {
   WriteJobs("batch_jobs", {"Main", "Waits", "Hangs", "Main"});
   Start({"--workers", "2"});
@@ -166,6 +179,29 @@ TEST_F(Batch, AJobThatTakesTooMuchMemoryIsStopped) {
   EXPECT_EQ(run.exit_status, 11);
   EXPECT_THAT(Statuses(), ElementsAre("memory-limit 2"));
   EXPECT_THAT(run.errors, HasSubstr("LibreOffice took more than 1 MB of memory and was stopped"));
+}
+
+TEST_F(Batch, AWorkerThatHasTooMuchMemoryGivesWayToAFreshOne) {
+  for (const char* limit : {"1000", "3000"}) {
+    WriteJobs("batch_jobs", {"Main", "Main", "Main"});
+    Start({"--memory-limit", limit}, {{"LD_PRELOAD", WorkerMemoryLibrary()}});
+    const RunResult run = Finish();
+    EXPECT_THAT(Statuses(), Each("ok 1")) << run.errors;
+    const std::size_t workers = std::set<std::string>(run.lines.begin(), run.lines.end()).size();
+    EXPECT_EQ(workers, std::string_view(limit) == "1000" ? 3U : 1U) << limit;
+    fs::remove_all(folder / "done");
+    fs::remove(folder / "macro.log");
+  }
+}
+
+TEST_F(Batch, AJobWhoseOutputCannotBeWrittenFailsAlone) {
+  WriteJobs("batch_jobs", {"Main", "Main"});
+  std::ofstream(folder / "jobs.csv", std::ios::app)
+      << (folder / "batch_jobs.fods").string() << ",Ataskaita.Main,jobs.csv/3\n";
+  const RunResult run = Run();
+  EXPECT_EQ(run.exit_status, 11);
+  EXPECT_THAT(Statuses(), ElementsAre("ok 1", "ok 1", "failed 1"));
+  EXPECT_THAT(run.errors, HasSubstr("jobs.csv/3"));
 }
 
 TEST_F(Batch, PeriodsAndBooksAreTheJobsOwn) {

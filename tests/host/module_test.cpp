@@ -32,12 +32,15 @@ class HostModule : public HostTest {
     ASSERT_TRUE(library) << dlerror();
     open_ = reinterpret_cast<OpenModule>(dlsym(library, kOpenModuleName));
     ASSERT_TRUE(open_) << dlerror();
+    prepare_ = reinterpret_cast<PrepareModule>(dlsym(library, kPrepareModuleName));
+    ASSERT_TRUE(prepare_) << dlerror();
     dlclose(library);
   }
 
   Variable database_{"QVA_HOST_DATABASE", options_.database.c_str()};
   Variable resources_{"QVA_HOST_RESOURCES", nullptr};
   OpenModule open_ = nullptr;
+  PrepareModule prepare_ = nullptr;
 };
 
 TEST_F(HostModule, CreatesTheBookFromTheFilesBesideIt) {
@@ -76,6 +79,22 @@ TEST_F(HostModule, ItsErrorsAreTheCallersErrors) {
   const auto error = ErrorOf([&] { factory->Create(u"Foreign.Class"); });
   ASSERT_TRUE(error);
   EXPECT_EQ(error->number(), kCannotCreateObject);
+}
+
+TEST_F(HostModule, ADatabaseThatWasPreparedIsTheOneThatBooksComeFrom) {
+  prepare_();
+  ASSERT_TRUE(std::filesystem::exists(options_.database));
+  // As if each job of a batch got its copy: the sample is not read again.
+  const Variable resources("QVA_HOST_RESOURCES", "/nowhere");
+  ObjectFactory* factory = open_(platform_.services());
+  ASSERT_TRUE(factory);
+  EXPECT_EQ(host::CommonObjects::Create(*factory).CreateBook(u"BALTIJA").BookCode(), u"BALTIJA");
+}
+
+TEST_F(HostModule, PreparesNothingWhereItCannot) {
+  const Variable resources("QVA_HOST_RESOURCES", "/nowhere");
+  prepare_();
+  EXPECT_FALSE(std::filesystem::exists(options_.database));
 }
 
 TEST_F(HostModule, AnswersNothingWhereThereIsNoPlaceForTheDatabase) {

@@ -102,6 +102,7 @@ class Worker {
     run.memory_limit = options_.memory_limit;
     run.picture = options_.picture;
     run.own_drives = true;
+    run.database = office_->Database();
     run.expect = job.expect;
     run.log = job.log;
     run.interrupted = options_.interrupted;
@@ -174,7 +175,10 @@ void Work(const BatchOptions& options, const std::vector<Job>& jobs, Progress& p
     try {
       outcome = worker.Do(jobs[n]);
     } catch (const std::exception& exception) {
-      outcome = {JobOutcome::Kind::Ended, ReportStatus::WrongCommandLine, exception.what(), 0, 1};
+      // Its result cannot be kept, where the disk is full, say.
+      outcome = {JobOutcome::Kind::Ended, ReportStatus::Failed, exception.what(), 0, 1};
+      std::error_code ignored;
+      fs::remove_all(UnfinishedOf(jobs[n]), ignored);
     }
     progress.Ended(n, std::move(outcome));
   }

@@ -40,8 +40,9 @@ std::string UrlOf(const fs::path& path) {
   return url.str();
 }
 
-/// Settings of the private profile: macros run, no first-start questions.
-std::string ProfileSettings() {
+/// Settings of the private profile: macros run, no first-start questions; and where nobody looks, no sidebar,
+/// which takes longer to make than the rest of a workbook's window.
+std::string ProfileSettings(bool show) {
   const auto item = [](const char* path, const char* name, const char* value) {
     return std::string("<item oor:path=\"/org.openoffice.") + path + "\"><prop oor:name=\"" + name +
            "\" oor:op=\"fuse\"><value>" + value + "</value></prop></item>\n";
@@ -54,7 +55,11 @@ std::string ProfileSettings() {
          item("Setup/Office", "ooSetupInstCompleted", "true") +
          item("Office.Common/Misc", "FirstRun", "false") +
          item("Office.Common/Misc", "ShowTipOfTheDay", "false") +
-         item("Setup/Product", "ooSetupLastVersion", "99.9") + "</oor:items>\n";
+         item("Setup/Product", "ooSetupLastVersion", "99.9") +
+         (show ? std::string()
+               : item("Office.Views/Windows/org.openoffice.Office.Views:WindowType['scalc/10336']/UserData",
+                      "Data\" oor:type=\"xs:string", "V2,H,0")) +
+         "</oor:items>\n";
 }
 
 /// The one printer of the private profile: each job becomes a PDF file, printed-1.pdf and so on, whose path
@@ -92,14 +97,61 @@ std::string Components(const fs::path& library) {
          implementation(kMenuJob, "qva_create_menu_job", kMenuJob, "") + " </component>\n</components>\n";
 }
 
-/// What a warm LibreOffice does first, so that jobs find it loaded. It creates nothing of the library's: that
-/// takes registry, drives and answers from the environment of the process that first does.
+/// What a warm LibreOffice does first, so that jobs find it loaded: what reports use of Excel, once. It
+/// creates nothing of the library's: that takes registry, drives and answers from the environment of the
+/// process that first does.
 constexpr std::string_view kFirstMacro =
-    "  With ActiveWorkbook.Worksheets(1).Range(\"A1:B2\")\n"
-    "    .Formula = \"=1+1\"\n"
-    "    .Interior.ColorIndex = 15\n"
-    "    .Value = .Value\n"
-    "  End With\n";
+    "  Dim oSheet As Object, oCells As Object, oName As Object, vValues, nFile As Integer\n"
+    "  On Error Resume Next\n"
+    "  ThisWorkbook.Activate\n"
+    "  Set oSheet = ThisWorkbook.Worksheets(\"Lapas\")\n"
+    "  oSheet.Activate\n"
+    "  Application.ScreenUpdating = False\n"
+    "  Set oCells = oSheet.Range(\"A1:D20\")\n"
+    "  oCells.Formula = \"=ROW()*COLUMN()/7\"\n"
+    "  oSheet.Range(\"A2\").Formula = \"=SUM(B1:B20)+IF(C1>1,ROUND(D1,2),0)\"\n"
+    // A text that may be an amount has LibreOffice read the currencies of all countries.
+    "  oSheet.Range(\"A3\").Formula = \"=VALUE(\"\"1,5 EUR\"\")+\"\"2025-12-31\"\"+YEAR(TODAY())\"\n"
+    "  oSheet.Range(\"A4\").Value = \"2025-12-31\"\n"
+    "  oSheet.Range(\"A5\").Value = \"Ąžuolas\"\n"
+    "  oCells.Value = oCells.Value\n"
+    "  vValues = oCells.CellRange.getDataArray()\n"
+    "  vValues = oCells.CellRange.getFormulaArray()\n"
+    "  oCells.NumberFormat = \"#,##0.00\"\n"
+    "  oSheet.Range(\"B1\").NumberFormat = \"yyyy-mm-dd\"\n"
+    "  oCells.Interior.ColorIndex = 15\n"
+    "  oCells.Font.Bold = True\n"
+    "  oCells.Font.Italic = oSheet.Range(\"B2\").Font.Italic\n"
+    "  oCells.Borders.LineStyle = 1\n"
+    "  oCells.HorizontalAlignment = -4152\n"
+    "  oCells.Columns(1).ColumnWidth = 20\n"
+    "  oCells.Rows(1).RowHeight = 20\n"
+    "  oSheet.Cells(1, 1).Resize(1, 2).Merge\n"
+    "  oSheet.Cells(1, 1).Offset(0, 2).ClearContents\n"
+    "  oCells.Locked = True\n"
+    "  oSheet.Protect \"1\"\n"
+    "  oSheet.Unprotect \"1\"\n"
+    "  oSheet.Range(\"B4\").Select\n"
+    "  ThisWorkbook.Names.Add \"Pirmas\", \"=Lapas!$A$1:$D$20\"\n"
+    "  Set oName = ThisWorkbook.Names.Item(\"Pirmas\")\n"
+    "  oName.RefersToRange.Cells(1, 1).Value = oName.Visible\n"
+    "  oSheet.PageSetup.PrintArea = \"$A$1:$D$20\"\n"
+    "  ActiveWindow.DisplayGridlines = False\n"
+    "  ActiveWindow.ScrollRow = 1\n"
+    "  ActiveWindow.Zoom = 100\n"
+    "  Application.StatusBar = \"\"\n"
+    "  Application.DisplayFormulaBar = False\n"
+    "  Application.DisplayFormulaBar = True\n"
+    "  oSheet.UsedRange.Calculate\n"
+    "  vValues = Application.CommandBars.Count\n"
+    "  Application.ScreenUpdating = True\n"
+    "  nFile = FreeFile\n"
+    "  Open ThisWorkbook.Path & \"/first.log\" For Append As #nFile\n"
+    "  Print #nFile, Format(Now, \"yyyy-mm-dd hh:mm:ss\") & Dir(ThisWorkbook.Path & \"/first.*\")\n"
+    "  Close #nFile\n"
+    "  oSheet.PrintOut\n"
+    "  ThisWorkbook.SaveAs ThisWorkbook.Path & \"/first.xls\", -4143\n"
+    "  ThisWorkbook.Save\n";
 
 /// True when file names are UTF-8 in the user's locale. In any other one LibreOffice could not open some.
 bool LocaleIsUtf8() {
@@ -121,8 +173,11 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
   if (!office) throw std::runtime_error(WhyNoOffice(options));
   const fs::path profile = ProfileIn(folder);
   fs::create_directories(profile / "user" / "psprint");
-  WriteText(profile / "user" / "registrymodifications.xcu", ProfileSettings());
+  WriteText(profile / "user" / "registrymodifications.xcu", ProfileSettings(options.show));
   WriteText(profile / "user" / "psprint" / "psprint.conf", PrinterSettings());
+  // LibreOffice leaves its temporary files where it is stopped.
+  fs::create_directory(folder / "tmp");
+  environment["TMPDIR"] = (folder / "tmp").string();
   WriteText(folder / "qva.components", Components(fs::absolute(options.build_folder) / "libqva_calc.so"));
 
   std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
@@ -242,6 +297,11 @@ WarmOffice::WarmOffice(const OfficeOptions& options) : profile_(ProfileIn(folder
                          {{variables::kJobWorkbook, workbook.string()},
                           {variables::kJobMacro, "Ataskaita.Main"},
                           {variables::kJobPdf, (folder_.path() / "first.pdf").string()},
+                          {variables::kJobPrinted, (folder_.path() / "first").string()},
+                          // Names of other modules' functions are looked up once, and not in each job.
+                          {"LD_BIND_NOW", "1"},
+                          {variables::kHostDatabase, Database().string()},
+                          {variables::kHostResources, fs::absolute(options.host_resources).string()},
                           {variables::kJobResult, (folder_.path() / "first.json").string()},
                           {variables::kJobSteps, (folder_.path() / "steps.txt").string()},
                           {variables::kJobRequests, requests.string()},
@@ -280,6 +340,10 @@ void WarmOffice::Listen() {
 bool WarmOffice::IsGoodForMore() {
   // LibreOffice reads this file when it starts, and writes what it likes into it.
   return process_->IsRunning() && (!office_ || !profile_.IsChanged("user/registrymodifications.xcu"));
+}
+
+fs::path WarmOffice::Database() const {
+  return folder_.path() / "host.sqlite";
 }
 
 std::uintmax_t WarmOffice::Memory() const {

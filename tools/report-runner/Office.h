@@ -65,6 +65,8 @@ class WarmOffice {
   /// Whether it can take another job: it lives, and no job changed its profile, as one does that stores a
   /// macro among the user's own.
   bool IsGoodForMore();
+  /// The embedded host's database as it is at first, which no job has seen; there is none before it is ready.
+  std::filesystem::path Database() const;
   /// Bytes of memory that it has; 0 before it is ready.
   std::uintmax_t Memory() const;
 

@@ -303,6 +303,9 @@ ReportResult Run(const ReportRunOptions& options, const StartJob& start, std::os
   const fs::path registry = folder.path() / "registry.reg";
   const fs::path pdf = fs::path(workbook).replace_extension(".pdf");
   WriteText(registry, RegistryWithBook(options.book));
+  // Where there is none, the host makes it.
+  if (std::error_code missing; !options.database.empty())
+    fs::copy_file(options.database, folder.path() / kDatabase, missing);
 
   Variables environment = {
       {variables::kJobWorkbook, workbook.string()},

@@ -26,6 +26,7 @@ struct ReportRunOptions {
   std::uintmax_t memory_limit = 0;  ///< bytes that the job's process may have; any number when 0
   bool picture = true;              ///< PDF and PNG of the workbook as the macro left it
   bool keep_database = false;       ///< leave the host's database in the output folder
+  std::filesystem::path database;   ///< to begin with, for the host; it makes its own where there is none
   bool own_drives = false;          ///< also where the user's environment has drives
   std::string expect;  ///< path in the output folder of a file that the macro must leave; none when empty
   std::string

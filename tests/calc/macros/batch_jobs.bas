@@ -27,6 +27,17 @@ Sub Dies()
     Hangs
 End Sub
 
+Sub QuitsExcel()
+    WriteLine "quits Excel"
+    Application.Quit
+    Hangs
+End Sub
+
+Sub EndsLibreOffice()
+    WriteLine "ends LibreOffice"
+    StarDesktop.terminate
+End Sub
+
 Sub Hangs()
     WriteLine "hangs"
     Do
