@@ -33,7 +33,6 @@ std::u16string FieldOf(std::u16string_view alias, std::u16string_view field) {
 void AccountSetGrid::Prepare(ui::Grid& grid, host::Book book, ado::Recordset budgets) {
   book_ = std::move(book);
   budgets_ = std::move(budgets);
-  has_budgets_ = false;
   m_BaselList.on_add_fields = [this] { m_BaselList_OnAddFields(); };
   m_BaselList.on_add_column = [this](BaselList::Column& column) { m_BaselList_OnAddColumn(column); };
   m_BaselList.after_fill_list = [this] { m_BaselList_AfterFillList(); };
@@ -148,13 +147,7 @@ void AccountSetGrid::m_BaselList_OnShowLookUp(std::u16string_view column, BaselL
     if (column == u"BookCode") {
       lookup.Init(book_, host::kBookTable);
     } else if (column == u"PlanCode") {
-      const host::Book book = books_.Get(Text(u"BookCode"));
-      if (!book) return;
-      if (lookup.is_bound()) {
-        lookup.SetBook(book);
-      } else {
-        lookup.Init(book, host::kAccountSetTable);
-      }
+      lookup.Init(books_.Get(Text(u"BookCode")), host::kAccountSetTable);  // none is read without a book
     }
     lookup.Reload();
   });
@@ -192,11 +185,10 @@ void AccountSetGrid::SpecGrid_ButtonClick(std::u16string_view column) {
     const std::u16string account_set = Text(u"PlanCode");
     if (book_code.empty() || account_set.empty()) return;
     const bool is_current = column == u"BudgetCurrDocCode";
-    const SelectedDocument document =
-        SelectBudgetDocument(books_.Get(book_code), account_set, dates_(is_current));
-    if (!document.chosen || IsTooLong(column, document.code)) return;
-    m_BaselList.Set(is_current ? u"BudgetCurrDocId" : u"BudgetLastDocId", document.id);
-    m_BaselList.Set(is_current ? u"BudgetCurrDocCode" : u"BudgetLastDocCode", document.code);
+    const auto document = SelectBudgetDocument(books_.Get(book_code), account_set, dates_(is_current));
+    if (!document || IsTooLong(column, document->code)) return;
+    m_BaselList.Set(is_current ? u"BudgetCurrDocId" : u"BudgetLastDocId", document->id);
+    m_BaselList.Set(is_current ? u"BudgetCurrDocCode" : u"BudgetLastDocCode", document->code);
   });
 }
 
@@ -216,25 +208,19 @@ void AccountSetGrid::SpecGrid_BeforeColUpdate(std::u16string_view column, const 
 }
 
 void AccountSetGrid::btSpecDelete_Click() {
-  IgnoreErrors([&] {
-    if (m_BaselList.RowCount() > 0) m_BaselList.DeleteCurrentRow();
-  });
+  IgnoreErrors([&] { m_BaselList.DeleteCurrentRow(); });  // without a row nothing happens
 }
 
-AccountSetGrid::SelectedDocument AccountSetGrid::SelectBudgetDocument(const host::Book& book,
-                                                                      std::u16string_view account_set,
-                                                                      const DateRange& dates) const {
+std::optional<AccountSetGrid::SelectedDocument> AccountSetGrid::SelectBudgetDocument(
+    const host::Book& book, std::u16string_view account_set, const DateRange& dates) const {
   ObjectFactory& factory = *GetServices().object_factory;
   const auto selection = host::DocumentSelection::Create(factory);
   selection.Init(book);
   const std::u16string condition = host::ConditionBuilder::Create(factory).In(
       host::kDocumentIdField, BudgetDocumentSubQuery(book, account_set));
-  SelectedDocument document;
-  document.id = selection.Open(host::kBudgetDocument, dates.from, dates.to, condition);
-  if (document.id.ToDouble() <= 0) return document;
-  document.code = selection.Field(host::kCodeField).ToText();
-  document.chosen = true;
-  return document;
+  const Value id = selection.Open(host::kBudgetDocument, dates.from, dates.to, condition);
+  if (id.ToDouble() <= 0) return {};
+  return SelectedDocument{id, selection.Field(host::kCodeField).ToText()};
 }
 
 std::u16string BudgetDocumentSubQuery(const host::Book& book, std::u16string_view account_set) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -50,11 +51,12 @@ class AccountSetGrid {
   struct SelectedDocument {
     Value id;
     std::u16string code;
-    bool chosen = false;
   };
 
-  SelectedDocument SelectBudgetDocument(const host::Book& book, std::u16string_view account_set,
-                                        const DateRange& dates) const;
+  /// Nothing when the user chooses none.
+  std::optional<SelectedDocument> SelectBudgetDocument(const host::Book& book,
+                                                       std::u16string_view account_set,
+                                                       const DateRange& dates) const;
   std::u16string Text(std::u16string_view field) const { return m_BaselList.Get(field).ToText(); }
 
   BookCache& books_;

@@ -19,12 +19,12 @@ struct Caption {
 };
 
 // Fields that are not here have no caption: users do not know them.
-constexpr std::array<Caption, 5> kCaptions = {
-    {{u"BookCode", u"Knyga", 74},
-     {u"PlanCode", u"Sąskaitų planas", 100},
-     {u"PlanIsBudget", u"Biudžeto", 60},
-     {u"BudgetCurrDocCode", u"Einamojo laikotarpio biudžetas", 156},
-     {u"BudgetLastDocCode", u"Praeito laikotarpio biudžetas", 156}}};
+constexpr auto kCaptions =
+    std::to_array<Caption>({{u"BookCode", u"Knyga", 74},
+                            {u"PlanCode", u"Sąskaitų planas", 100},
+                            {u"PlanIsBudget", u"Biudžeto", 60},
+                            {u"BudgetCurrDocCode", u"Einamojo laikotarpio biudžetas", 156},
+                            {u"BudgetLastDocCode", u"Praeito laikotarpio biudžetas", 156}});
 
 const Caption* FindCaption(std::u16string_view field) {
   const auto found = std::ranges::find(kCaptions, field, &Caption::field);
@@ -46,22 +46,16 @@ void BaselList::Lookup::Reload() {
   rows_ = std::move(rows);
 }
 
-void BaselList::Init(ui::Grid& grid, host::Table carrier) {
+void BaselList::Init(ui::Grid& grid, const host::Table& carrier) {
   if (!carrier) throw AutomationError(kObjectNotSet);
   grid_ = &grid;
-  carrier_ = std::move(carrier);
-  fields_.clear();
-  columns_.clear();
   if (on_add_fields) on_add_fields();
   std::vector<ui::GridColumn> shown;
   for (const Field& field : fields_) {
     const Caption* caption = FindCaption(field.name);
-    Column column{.name = field.name,
-                  .caption = std::u16string(caption ? caption->text : u""),
-                  .lookup_table = u"",
-                  .cell_button = false,
-                  .read_only = false,
-                  .hidden = false};
+    Column column;
+    column.name = field.name;
+    if (caption) column.caption = caption->text;
     if (on_add_column) on_add_column(column);
     if (column.hidden) continue;
     shown.push_back({.name = column.name,
@@ -77,8 +71,6 @@ void BaselList::Init(ui::Grid& grid, host::Table carrier) {
 }
 
 void BaselList::Fill() {
-  rows_.clear();
-  current_.reset();
   if (condition_ != kNoRows) throw AutomationError(kUnsupportedAction);
   if (after_fill_list) after_fill_list();
   ShowRows();
@@ -89,8 +81,7 @@ void BaselList::AppendField(std::u16string_view name, Value starting_value) {
 }
 
 bool BaselList::HasField(std::u16string_view name) const {
-  return std::ranges::any_of(fields_,
-                             [&](const Field& field) { return EqualIgnoringCase(field.name, name); });
+  return FindField(name) != fields_.end();
 }
 
 void BaselList::MoveTo(std::size_t row) {
@@ -148,12 +139,10 @@ void BaselList::AppendRow() {
 }
 
 void BaselList::DeleteRow(std::size_t row) {
-  if (!options_.delete_rows || row >= rows_.size()) return;
-  RemoveRow(row);
+  if (options_.delete_rows) RemoveRow(row);
 }
 
 void BaselList::PressCellButton(std::size_t row, std::size_t column) {
-  if (row >= rows_.size()) return;
   current_ = row;
   if (!columns_.at(column).column.lookup_table.empty()) {
     OpenLookup(row, column);
@@ -171,7 +160,7 @@ void BaselList::OpenLookup(std::size_t row, std::size_t column) {
   if (!shown.lookup.rows_) return;
   const ChoiceList list{shown.column.caption, {u"Kodas", u"Pavadinimas"}, *shown.lookup.rows_};
   const auto chosen = GetServices().list_chooser->Choose(list, CellText(row, column));
-  if (!chosen || *chosen >= list.rows.size()) return;
+  if (!chosen) return;
   const std::u16string& code = list.rows[*chosen].front();
   // Confirming what is there is no change; typing it again is one.
   if (code != CellText(row, column)) SetCellText(row, column, code);
@@ -184,10 +173,14 @@ void BaselList::ShowRows() {
 }
 
 std::size_t BaselList::FieldNumber(std::u16string_view name) const {
-  for (std::size_t i = 0; i < fields_.size(); ++i) {
-    if (EqualIgnoringCase(fields_[i].name, name)) return i;
-  }
-  throw AutomationError(kSubscriptOutOfRange);
+  const auto found = FindField(name);
+  if (found == fields_.end()) throw AutomationError(kSubscriptOutOfRange);
+  return static_cast<std::size_t>(found - fields_.begin());
+}
+
+std::vector<BaselList::Field>::const_iterator BaselList::FindField(std::u16string_view name) const {
+  return std::ranges::find_if(fields_,
+                              [&](const Field& field) { return EqualIgnoringCase(field.name, name); });
 }
 
 std::size_t BaselList::Row() const {

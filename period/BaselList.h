@@ -36,10 +36,8 @@ class BaselList : public ui::GridModel {
   /// The list of codes that a column offers. It lives as long as the list, bound to a book's table.
   class Lookup {
    public:
-    bool is_bound() const { return static_cast<bool>(book_); }
     void Init(host::Book book, std::u16string_view table);
-    void SetBook(host::Book book) { book_ = std::move(book); }
-    /// Reads the codes and names anew. Raises what the host raises.
+    /// Reads the codes and names anew. Raises what the host raises, and 91 without a book.
     void Reload();
 
    private:
@@ -70,7 +68,7 @@ class BaselList : public ui::GridModel {
 
   /// Binds the list to a grid and to the host's table that lends it its structure, asks for fields and
   /// columns, and shows the grid's columns. The grid must outlive the list's use. Raises 91 without a table.
-  void Init(ui::Grid& grid, host::Table carrier);
+  void Init(ui::Grid& grid, const host::Table& carrier);
   void SetOptions(const Options& options) { options_ = options; }
   /// The condition for the carrier's rows. "1=0" reads none; a list that reads rows raises 445 in Fill.
   void SetCondition(std::u16string_view condition) { condition_ = condition; }
@@ -108,6 +106,7 @@ class BaselList : public ui::GridModel {
     Lookup lookup;
   };
 
+  std::vector<Field>::const_iterator FindField(std::u16string_view name) const;
   std::size_t FieldNumber(std::u16string_view name) const;
   std::size_t Row() const;
   void RemoveRow(std::size_t row);
@@ -115,7 +114,6 @@ class BaselList : public ui::GridModel {
   void ShowRows();
 
   ui::Grid* grid_ = nullptr;
-  host::Table carrier_;
   std::u16string condition_;
   Options options_;
   std::vector<Field> fields_;

@@ -21,7 +21,6 @@ const ClassDescription& CDatePic::Description() {
 }
 
 bool CDatePic::Show(Date& Selectdate) {
-  confirmed_ = false;
   if (Selectdate.serial == 0) Selectdate = {std::floor(GetServices().clock->Now().serial)};
 
   frmDatePic& form = frmDatePic::Load();
@@ -29,20 +28,21 @@ bool CDatePic::Show(Date& Selectdate) {
     ~UnloadForm() { frmDatePic::Unload(); }
   } const unload;
   ui::MonthView& calendar = form.MonthView1();
+  bool is_confirmed = false;
   calendar.on_day_double_click = [&] {
-    confirmed_ = true;
+    is_confirmed = true;
     form.Hide();
   };
   calendar.on_key_press = [&](int character) {
     // Any other key takes a confirmation back.
-    confirmed_ = character == kEnter;
+    is_confirmed = character == kEnter;
     if (character == kEnter || character == kEscape) form.Hide();
   };
   calendar.SetValue(Selectdate);
   calendar.SetFocus();
   form.ShowModal();
-  if (confirmed_) Selectdate = calendar.Value();
-  return confirmed_;
+  if (is_confirmed) Selectdate = calendar.Value();
+  return is_confirmed;
 }
 
 }  // namespace qva

@@ -16,9 +16,6 @@ class CDatePic : public Described<CDatePic> {
   /// calendar shows (before 1753), 400 while a picker is shown already, and what the platform raises when it
   /// cannot show windows.
   bool Show(Date& Selectdate);
-
- private:
-  bool confirmed_ = false;
 };
 
 }  // namespace qva

@@ -82,17 +82,17 @@ bool IsBlank(const Value& value) {
 /// apostrophe. A formula that the cell refuses is such a code, too. The format that the cell got with a date
 /// goes again: it would make a date of the next code that is a number.
 void PutCode(const excel::Range& cell, const Value& value) {
-  const std::u16string text = value.Is(Value::Type::Text) ? value.ToText() : u"";
-  const bool is_number =
-      !value.Is(Value::Type::Text) ||
-      (text.size() <= 15 && std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
-       !(text.size() > 1 && text.front() == u'0'));
+  if (!value.Is(Value::Type::Text)) return cell.SetValue(value);
+  const std::u16string text = value.ToText();
+  const bool is_number = text.size() <= 15 &&
+                         std::ranges::all_of(text, [](char16_t c) { return c >= u'0' && c <= u'9'; }) &&
+                         !(text.size() > 1 && text.front() == u'0');
   if (is_number) return cell.SetValue(value);
   const Value format = cell.NumberFormat();
   try {
     cell.SetValue(value);
   } catch (const AutomationError&) {
-    if (text.empty() || std::u16string_view(u"=+-@").find(text.front()) == std::u16string_view::npos) throw;
+    if (std::u16string_view(u"=+-@").find(text.front()) == std::u16string_view::npos) throw;
   }
   if (cell.Value() == value) return;
   cell.SetValue(u"'" + text);
@@ -130,7 +130,7 @@ const std::array<CRepPeriod::NamedCell, CRepPeriod::kCellCount> CRepPeriod::kNam
      {u"LastBudgetDocCode", u"LastBudgetDocCode"},
      {u"IsBudgetPlan", u"IsBudgetPlan"},
      {u"BudgetCount", u"BudgetCount"},
-     {u"BookCode", u""}}};
+     {u"BookCode", {}}}};
 
 const ClassDescription& CRepPeriod::Description() {
   static const ClassDescription& description =
@@ -253,10 +253,10 @@ void CRepPeriod::Load() {
     const Value item = Item(u"Year");
     return IsBlank(item) ? PartsOf(GetServices().clock->Now()).year : item.ToInt32();
   };
-  const auto load_date = [&](Cell cell, int years, int month) {
+  const auto load_date = [&](Cell cell, int years, int day) {
     const Value value = cells_[cell].Value();
     SetItem(kNamedCells[cell].setting,
-            value.Is(Value::Type::Empty) ? DateFromParts(year() + years, 1, month) : value.ToDate());
+            value.Is(Value::Type::Empty) ? DateFromParts(year() + years, 1, day) : value.ToDate());
   };
   load_date(kRepLastPerBeg, -1, 1);
   load_date(kRepLastPerEnd, 0, 0);

@@ -154,7 +154,8 @@ void frmReportPeriod::FillControls() {
   Box(u"txtMonth").SetMaxLength(2);
 
   const std::int32_t kind = s.Setting(u"RepPeriodType").Value().ToInt32();
-  Option(kind >= 1 && kind <= 6 ? kOptions[static_cast<std::size_t>(kind - 1)].option : u"optYear").Select();
+  const auto option = std::ranges::find(kOptions, static_cast<PeriodKind>(kind), &KindOption::kind);
+  Option(option == kOptions.end() ? u"optYear" : option->option).Select();
 
   for (const std::u16string_view name : {u"edCurrBegDate", u"edPrevBegDate"}) {
     Picker(name).SetValue(MonthBegin(Picker(name).Value()));
@@ -166,12 +167,11 @@ void frmReportPeriod::FillControls() {
   Box(u"Text1").SetText(HostText(kPeriodNote));
   s.grid.Prepare(ui::Get<ui::Grid>(*s.form, u"SpecGrid"), s.book,
                  ado::Recordset(s.Setting(u"BudgetRS").Value().ToObject()));
-  ApplyEnabling();
   s.form->StartResizer(s.form->Width(), s.form->Height(),
                        [](std::u16string_view name) -> std::optional<ui::ResizeMode> {
                          if (name == u"Frame2") return ui::ResizeMode::MoveWithWidth;
                          if (name == u"Text1") return ui::ResizeMode::StretchWithWidth;
-                         return std::nullopt;
+                         return {};
                        });
 }
 
@@ -195,7 +195,7 @@ PeriodKind frmReportPeriod::SelectedKind() const {
 }
 
 void frmReportPeriod::OptionClicked(std::u16string_view name) {
-  if (name != u"optUser") ControlChanged(name);
+  ControlChanged(name);
   IgnoreErrors([&] { ApplyEnabling(); });
 }
 
@@ -236,7 +236,7 @@ void frmReportPeriod::Recompute(std::u16string_view name) {
     if (!Option(u"optUser").Selected()) ShowPreviousPeriod(months_back_);
   } else {
     const auto option = std::ranges::find(kOptions, name, &KindOption::option);
-    if (option == kOptions.end() || option->kind == PeriodKind::User) return;
+    if (option->kind == PeriodKind::User) return;
     const CurrentPeriod period =
         CurrentPeriodOf(option->kind, Number(u"txtYear"), Number(u"txtQuater"), Number(u"txtMonth"));
     Picker(u"edCurrBegDate").SetValue(period.begin);

@@ -286,9 +286,9 @@ void MemoryForm::ShowModal() {
   visible_ = false;
 }
 
-void MemoryForm::StartResizer(int, int,
+void MemoryForm::StartResizer(int width, int height,
                               std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) {
-  resizer_started_ = true;
+  resizer_start_ = {width, height};
   for (const ui::ControlDescription& control : description_.controls) {
     if (const auto answer = mode(control.name)) resize_modes_[control.name] = *answer;
   }

@@ -4,8 +4,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/controls.h"
@@ -71,7 +73,8 @@ class MemoryForm : public ui::Form {
   const std::u16string& focused() const { return focused_; }
   /// What the program said of the controls' resize modes; those left at their default are not in it.
   const std::map<std::u16string, ui::ResizeMode>& resize_modes() const { return resize_modes_; }
-  bool resizer_started() const { return resizer_started_; }
+  /// The width and height that the resizer was started from; nothing where it was not.
+  const std::optional<std::pair<int, int>>& resizer_start() const { return resizer_start_; }
 
  private:
   friend class MemoryControl;
@@ -91,7 +94,7 @@ class MemoryForm : public ui::Form {
   bool visible_ = false;
   std::u16string focused_;
   std::map<std::u16string, ui::ResizeMode> resize_modes_;
-  bool resizer_started_ = false;
+  std::optional<std::pair<int, int>> resizer_start_;
 };
 
 }  // namespace qva

@@ -27,6 +27,15 @@ class AccountSets : public PeriodTest {
     EXPECT_TRUE(form.TypeCell(kGrid, row, u"BookCode", u"MEDVILNE"));
     EXPECT_TRUE(form.TypeCell(kGrid, row, u"PlanCode", account_set));
   }
+  /// Gives a grid that was not shown a row with a flag and a document.
+  static void AddRowOf(AccountSetGrid& grid, std::u16string_view book, std::u16string_view account_set) {
+    grid.m_BaselList_OnAddFields();
+    grid.list().AddRow();
+    grid.list().Set(u"BookCode", book);
+    grid.list().Set(u"PlanCode", account_set);
+    grid.list().Set(u"PlanIsBudget", 1);
+    grid.list().Set(u"BudgetCurrDocCode", u"BIU-2024");
+  }
   /// Lets the user pick the code from the next list.
   void Pick(std::u16string code) {
     platform.list_chooser.user = [code](const ChoiceList& list,
@@ -162,6 +171,14 @@ TEST_F(AccountSets, WriteTheRowsInPlaceOfTheBudgets) {
   EXPECT_THAT(records[0], ElementsAre(u"MEDVILNE", u"B1", 1, Currency{120000}, u"BIU-2024", Currency{110000},
                                       u"BIU-2023", Null{}));
   EXPECT_THAT(records[2], ElementsAre(u"MEDVILNE", u"", 0, Currency{0}, u"", Currency{0}, u"", Null{}));
+}
+
+TEST_F(AccountSets, AreWrittenBackWhereverTheRecordsStand) {
+  AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
+  budgets.MoveNext();
+  ASSERT_TRUE(budgets.EndOfFile());
+  EXPECT_TRUE(ShowAndConfirm([](MemoryForm&) {}));
+  EXPECT_EQ(Setting(u"BudgetCount"), Value(1));
 }
 
 TEST_F(AccountSets, LeaveTheBudgetsEmptyWithoutRows) {
@@ -303,6 +320,31 @@ TEST_F(AccountSets, RefuseALongCodeThatIsLookedUp) {
     form.PressCellButton(kGrid, 0, u"PlanCode");
     EXPECT_THAT(Row(form, 0), ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"));
   }));
+}
+
+TEST_F(AccountSets, TakeATextOnTheEmptyLineAndLeaveTheRowsOtherCellsEmpty) {
+  Show([](MemoryForm& form) {
+    EXPECT_TRUE(form.TypeCell(kGrid, 0, u"BudgetCurrDocCode", u"BIU"));
+    EXPECT_THAT(Row(form, 0), ElementsAre(u"", u"", u"0", u"BIU", u""));
+  });
+}
+
+TEST_F(AccountSets, ClearFlagAndDocumentsWithAnAccountSetThatIsGone) {
+  BookCache books;
+  AccountSetGrid grid(books, {});
+  AddRowOf(grid, u"MEDVILNE", u"NĖRA");
+  grid.m_BaselList_AfterChangeColValue(u"PlanCode");
+  EXPECT_EQ(grid.list().Get(u"PlanIsBudget"), Value(0));
+  EXPECT_EQ(grid.list().Get(u"BudgetCurrDocCode"), Value(u""));
+}
+
+TEST_F(AccountSets, KeepFlagAndDocumentsOfARowWithoutABook) {
+  BookCache books;
+  AccountSetGrid grid(books, {});
+  AddRowOf(grid, u"", u"B1");
+  grid.m_BaselList_AfterChangeColValue(u"PlanCode");
+  EXPECT_EQ(grid.list().Get(u"PlanIsBudget"), Value(1));
+  EXPECT_EQ(grid.list().Get(u"BudgetCurrDocCode"), Value(u"BIU-2024"));
 }
 
 // --- Lookups
@@ -574,56 +616,6 @@ TEST_F(AccountSets, AreNotWrittenBackBeforeTheyWereShown) {
   AccountSetGrid grid(books, {});
   EXPECT_EQ(ErrorNumberOf([&] { grid.WriteBack(budgets); }), kObjectNotSet);
   EXPECT_EQ(budgets.RecordCount(), 1);
-}
-
-// --- The list
-
-TEST(BaselList, GivesANewRowItsFieldsStartingValues) {
-  BaselList list;
-  list.AppendField(u"A", u"");
-  list.AppendField(u"B", 0);
-  list.AddRow();
-  EXPECT_EQ(list.Get(u"A"), Value(u""));
-  EXPECT_EQ(list.Get(u"b"), Value(0));
-  list.Set(u"B", 7);
-  list.Clear(u"B");
-  EXPECT_EQ(list.Get(u"B"), Value(0));
-}
-
-TEST(BaselList, LetsTheUserDoNothingUntilTurnedOn) {
-  BaselList list;
-  list.AppendField(u"A", u"");
-  list.AppendRow();
-  EXPECT_EQ(list.RowCount(), 0u);
-  list.AddRow();
-  list.DeleteRow(0);
-  EXPECT_EQ(list.RowCount(), 1u);
-}
-
-TEST(BaselList, ReadsRowsOfNoTable) {
-  BaselList list;
-  list.SetCondition(u"Code = 'F1'");
-  EXPECT_EQ(ErrorNumberOf([&] { list.Fill(); }), kUnsupportedAction);
-}
-
-TEST(BaselList, GoesToTheLastRowWhenTheOneAtTheEndIsDeleted) {
-  BaselList list;
-  list.AddRow();
-  list.AddRow();
-  list.DeleteCurrentRow();
-  EXPECT_EQ(list.CurrentRow(), 0u);
-  list.DeleteCurrentRow();
-  EXPECT_EQ(list.CurrentRow(), std::nullopt);
-}
-
-TEST(BaselList, KnowsNoFieldAndNoRowThatIsNotThere) {
-  BaselList list;
-  list.AppendField(u"A", u"");
-  EXPECT_EQ(ErrorNumberOf([&] { list.Get(u"A"); }), kSubscriptOutOfRange);
-  EXPECT_EQ(ErrorNumberOf([&] { list.MoveTo(0); }), kSubscriptOutOfRange);
-  EXPECT_EQ(ErrorNumberOf([&] { list.DeleteCurrentRow(); }), kSubscriptOutOfRange);
-  list.AddRow();
-  EXPECT_EQ(ErrorNumberOf([&] { list.Get(u"B"); }), kSubscriptOutOfRange);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "period/frmDatePic.h"
 #include "platform/date.h"
 #include "tests/library_fixture.h"
+#include "tests/period/form_lines.h"
 
 namespace qva {
 namespace {
@@ -31,6 +32,15 @@ TEST_F(DatePicker, ShowsItsDateUnderItsCaption) {
     EXPECT_EQ(form.focused(), kMonth);
   });
   EXPECT_EQ(platform.forms.created, 1);
+}
+
+TEST_F(DatePicker, IsFilledByItsCalendar) {
+  Show([](MemoryForm& form) {
+    EXPECT_EQ(form.description().width, 240);
+    EXPECT_EQ(form.description().height, 190);
+    EXPECT_THAT(FormLines(form.description()),
+                testing::ElementsAre("MonthView MonthView1 '' 4,4 232x182 :0"));
+  });
 }
 
 TEST_F(DatePicker, ConfirmsADayWithADoubleClick) {

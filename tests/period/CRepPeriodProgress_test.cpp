@@ -69,5 +69,36 @@ TEST_F(LongPeriod, TheBudgetsAreToldAsTheyAreReadShownAndTakenOver) {
   InstallServices(services);
 }
 
+TEST_F(LongPeriod, EachStepOfASecondIsTold) {
+  for (int row = 1; row <= 3; ++row) SetRow(row, {u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023"});
+  Set(u"BudgetCount", 3);
+  trace.Clear();
+  TickingClock clock(platform.clock, milliseconds(1000));
+  Services services = GetServices();
+  services.clock = &clock;
+  InstallServices(services);
+  Init();
+  EXPECT_TRUE(EditAndConfirm());
+  services.clock = &platform.clock;
+  InstallServices(services);
+  std::map<std::string, int> told;
+  for (const std::string& line : Bar()) {
+    const std::string setting = "Application.StatusBar = ";
+    if (line.starts_with(setting)) ++told[line.substr(setting.size())];
+  }
+  EXPECT_EQ(told,
+            (std::map<std::string, int>{
+                {"\"Ieškoma ataskaitos laikotarpio langelių\"", 16 + 16},  // names and cells
+                {"\"Skaitomi biudžetai: 0 iš 3\"", 1},
+                {"\"Skaitomi biudžetai: 1 iš 3\"", 1},
+                {"\"Skaitomi biudžetai: 2 iš 3\"", 1},
+                {"\"Rodomi biudžetai: 0 iš 3\"", 1},
+                {"\"Rodomi biudžetai: 1 iš 3\"", 1},
+                {"\"Rodomi biudžetai: 2 iš 3\"", 1},
+                {"\"Perimami biudžetai\"", 3 + 3},                   // taken away and added
+                {"\"Įrašomas ataskaitos laikotarpis\"", 9 + 1 + 1},  // cells, the old table, the new one
+                {"False", 5}}));
+}
+
 }  // namespace
 }  // namespace qva

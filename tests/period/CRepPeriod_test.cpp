@@ -30,6 +30,7 @@ class WithBlock : public Object {
   Value block_;
 };
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
@@ -236,6 +237,16 @@ TEST_F(ReportPeriod, EditDefaultsTheDatesToTheCalendarYears) {
   EXPECT_EQ(ShownPeriods(), "2023-01-01..2023-12-31 2024-01-01..2024-12-31");
 }
 
+TEST_F(ReportPeriod, EditGivesTheDialogWholeYearsForDatesThatAreMissing) {
+  NameCells();
+  trace.Clear();
+  Edit();
+  for (const char* item : {"LastPerBeg\").Value = #2023-01-01#", "LastPerEnd\").Value = #2023-12-31#",
+                           "CurrPerBeg\").Value = #2024-01-01#", "CurrPerEnd\").Value = #2024-12-31#"}) {
+    EXPECT_THAT(trace.lines(), Contains("SettingsCollection.Item(\"" + std::string(item)));
+  }
+}
+
 TEST_F(ReportPeriod, EditDefaultsEachDateByItself) {
   NameCells();
   Set(u"RepLastPerEnd", DateFromParts(2022, 6, 30));
@@ -274,6 +285,13 @@ TEST_F(ReportPeriod, EditShowsTheBudgetTable) {
   SetRow(2, {u"BALTIJA", u"F2", 0});
   EXPECT_THAT(ShownRows(), ElementsAre(ElementsAre(u"MEDVILNE", u"B1", u"1", u"BIU-2024", u"BIU-2023"),
                                        ElementsAre(u"BALTIJA", u"F2", u"0", u"", u"")));
+}
+
+TEST_F(ReportPeriod, EditShowsNothingForTheTablesEmptyCells) {
+  NameCells();
+  Set(u"BudgetCount", 1);
+  SetRow(1, {u"MEDVILNE"});
+  EXPECT_THAT(ShownRows(), ElementsAre(ElementsAre(u"MEDVILNE", u"", u"0", u"", u"")));
 }
 
 TEST_F(ReportPeriod, EditFailsForABlockOfAnotherSizeThanTheTable) {
@@ -317,6 +335,20 @@ TEST_F(ReportPeriod, EditMakesARowOfTheSingleBudgetCells) {
   Set(u"LastBudgetDocId", 11);
   Set(u"LastBudgetDocCode", u"BIU-2023");
   EXPECT_THAT(ShownRows(), ElementsAre(ElementsAre(u"MEDVILNE", u"F1", u"-1", u"BIU-2024", u"BIU-2023")));
+}
+
+TEST_F(ReportPeriod, EditTakesTheIdentifier1ForOne) {
+  NameCells();
+  Set(u"CurrBudgetDocId", 1);
+  EXPECT_THAT(ShownRows(), SizeIs(1));
+}
+
+TEST_F(ReportPeriod, EditGoesToTheFirstBudget) {
+  NameCells();
+  Set(u"CurrBudgetDocId", 12);
+  trace.Clear();
+  ShownRows();
+  EXPECT_THAT(trace.lines(), Contains("Recordset.MoveFirst()"));
 }
 
 TEST_F(ReportPeriod, EditPrefersTheTableToTheSingleBudgetCells) {

@@ -1,5 +1,6 @@
 #include "period/frmReportPeriod.h"
 
+#include "tests/period/form_lines.h"
 #include "tests/period/period_fixture.h"
 
 namespace qva {
@@ -57,38 +58,43 @@ TEST_F(ReportPeriodDialog, OffersTheBooksAccountPlans) {
 TEST_F(ReportPeriodDialog, ShowsDatesWithTheUsersDateSeparator) {
   platform.locale.short_date_pattern = u"yyyy.MM.dd";
   Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"edCurrBegDate"), u"2024.01"); });
+  platform.locale.short_date_pattern = u"yyyy/MM-dd";  // the first of two
+  Show([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"edCurrBegDate"), u"2024/01"); });
 }
 
-TEST_F(ReportPeriodDialog, HasItsCaptions) {
-  const std::pair<std::u16string_view, std::u16string_view> captions[] = {
-      {u"Label1", u"Sąskaitų planas : "},
-      {u"Label2", u"Metai : "},
-      {u"Label4", u"Ketvertis : "},
-      {u"Label3", u"Mėnuo : "},
-      {u"Frame2", u" Ataskaitos periodiškūmas "},
-      {u"optYear", u"Metinės"},
-      {u"optQuarter", u"Ketvirčio"},
-      {u"optMonth", u"Mėnesio"},
-      {u"optHalfYearOwn", u"I  pusmečio"},
-      {u"optHalfYearTwo", u"II pusmečio"},
-      {u"optUser", u"Nustatytas"},
-      {u"Label8", u"Praeitas ataskaitinis periodas : "},
-      {u"Label9", u"Einamasis ataskaitinis periodas : "},
-      {u"Label6", u"Nuo : "},
-      {u"Label11", u"Nuo : "},
-      {u"Label7", u"iki : "},
-      {u"Label10", u"iki : "},
-      {u"Text1", u"Ataskaitos už nurodytą laikotarpį"},
-      {u"btSpecDelete", u"DelRec"},
-      {u"btOk", u"OK"},
-      {u"btCancel", u"Cancel"}};
+TEST_F(ReportPeriodDialog, HasItsControlsInTheirOrderAndPlaces) {
   const ui::FormDescription layout = ReportPeriodLayout();
-  for (const auto& [name, caption] : captions) {
-    const auto control = std::ranges::find(layout.controls, name, &ui::ControlDescription::name);
-    ASSERT_NE(control, layout.controls.end()) << ToUtf8(name);
-    EXPECT_EQ(control->caption, caption) << ToUtf8(name);
-  }
+  EXPECT_EQ(layout.name, u"frmReportPeriod");
+  EXPECT_EQ(layout.width, 640);
+  EXPECT_EQ(layout.height, 400);
+  EXPECT_TRUE(layout.resizable);
   EXPECT_THAT(layout.pages, ElementsAre(u"#1626 Pagrindiniai parametrai", u"#14058 Papilduomi parametrai"));
+  EXPECT_EQ(layout.default_button, u"btOk");
+  EXPECT_EQ(layout.cancel_button, u"btCancel");
+  EXPECT_THAT(
+      FormLines(layout),
+      ElementsAre(
+          "TabControl STab '' 8,8 624x348 :0", "Label Label1 'Sąskaitų planas : ' 16,39 130x17 STab:0",
+          "ComboBox cbAccPlan '' 150,36 456x23 STab:0", "Label Label2 'Metai : ' 16,79 130x17 STab:0",
+          "TextBox txtYear '' 150,76 70x23 STab:0", "Label Label4 'Ketvertis : ' 16,109 130x17 STab:0",
+          "TextBox txtQuater '' 150,106 70x23 STab:0", "Label Label3 'Mėnuo : ' 16,139 130x17 STab:0",
+          "TextBox txtMonth '' 150,136 70x23 STab:0",
+          "Frame Frame2 ' Ataskaitos periodiškūmas ' 396,68 210x168 STab:0",
+          "OptionButton optYear 'Metinės' 16,20 180x20 Frame2:0",
+          "OptionButton optQuarter 'Ketvirčio' 16,44 180x20 Frame2:0",
+          "OptionButton optMonth 'Mėnesio' 16,68 180x20 Frame2:0",
+          "OptionButton optHalfYearOwn 'I  pusmečio' 16,92 180x20 Frame2:0",
+          "OptionButton optHalfYearTwo 'II pusmečio' 16,116 180x20 Frame2:0",
+          "OptionButton optUser 'Nustatytas' 16,140 180x20 Frame2:0",
+          "Label Label8 'Praeitas ataskaitinis periodas : ' 16,180 360x17 STab:0",
+          "Label Label6 'Nuo : ' 32,205 50x17 STab:0", "DatePicker edPrevBegDate '' 84,202 110x23 STab:0",
+          "Label Label7 'iki : ' 212,205 40x17 STab:0", "DatePicker edPrevEndDate '' 254,202 110x23 STab:0",
+          "Label Label9 'Einamasis ataskaitinis periodas : ' 16,240 360x17 STab:0",
+          "Label Label11 'Nuo : ' 32,265 50x17 STab:0", "DatePicker edCurrBegDate '' 84,262 110x23 STab:0",
+          "Label Label10 'iki : ' 212,265 40x17 STab:0", "DatePicker edCurrEndDate '' 254,262 110x23 STab:0",
+          "TextBox Text1 'Ataskaitos už nurodytą laikotarpį' 16,304 590x23 STab:0 read-only",
+          "Grid SpecGrid '' 16,36 590x260 STab:1", "Button btSpecDelete 'DelRec' 16,306 90x27 STab:1",
+          "Button btOk 'OK' 448,364 88x28 :0", "Button btCancel 'Cancel' 544,364 88x28 :0"));
 }
 
 TEST_F(ReportPeriodDialog, IsTaggedWithItsFolderWord) {
@@ -134,7 +140,7 @@ TEST_F(ReportPeriodDialog, LimitsWhatCanBeTyped) {
 
 TEST_F(ReportPeriodDialog, TellsTheResizerTheModesOfTwoControls) {
   Show([&](MemoryForm& form) {
-    EXPECT_TRUE(form.resizer_started());
+    EXPECT_EQ(form.resizer_start(), std::pair(640, 400));
     EXPECT_EQ(form.resize_modes(), (std::map<std::u16string, ui::ResizeMode>{{u"Frame2", ui::ResizeMode{4}},
                                                                              {u"Text1", ui::ResizeMode{5}}}));
   });
@@ -261,6 +267,26 @@ TEST_F(ReportPeriodDialog, ReadsTheBeginOfTheUsersPeriodIntoTheBoxes) {
   });
 }
 
+TEST_F(ReportPeriodDialog, KnowsTheQuarterOfEachMonth) {
+  Show([&](MemoryForm& form) {
+    form.Click(u"optUser");
+    for (int month = 1; month <= 12; ++month) {
+      form.PickDate(u"edCurrBegDate", DateFromParts(2022, month, 1));
+      EXPECT_EQ(form.Text(u"txtQuater"), NumberText((month + 2) / 3)) << month;
+      EXPECT_EQ(form.Text(u"txtMonth"), NumberText(month));
+    }
+  });
+}
+
+TEST_F(ReportPeriodDialog, ReadsNoDateIntoTheBoxesUnlessTheUserSetsThePeriod) {
+  SetSettingItem(u"LastPerBeg", u"jokia data");  // the filling ends before the options and what they disable
+  Show([&](MemoryForm& form) {
+    form.PickDate(u"edCurrBegDate", DateFromParts(2022, 11, 1));
+    EXPECT_EQ(form.Text(u"txtYear"), u"2024");
+    EXPECT_EQ(form.Text(u"txtMonth"), u"5");
+  });
+}
+
 TEST_F(ReportPeriodDialog, ChangesNothingWithTheOtherDatesOfTheUser) {
   Show([&](MemoryForm& form) {
     form.Click(u"optUser");
@@ -373,7 +399,40 @@ TEST_F(ReportPeriodDialog, RefusesMonthsThatAreNone) {
               (Refused{u"Tekstas 811", u"txtMonth"}))
         << ToUtf8(month);
   }
-  EXPECT_EQ(Confirm([](MemoryForm& form) { form.Type(u"txtMonth", u"12"); }), (Refused{}));
+  for (const std::u16string_view month : {u"1", u"12"}) {
+    EXPECT_EQ(Confirm([&](MemoryForm& form) { form.Type(u"txtMonth", month); }), (Refused{}));
+  }
+}
+
+TEST_F(ReportPeriodDialog, TakesPeriodsThatBeginTogetherAndLastADay) {
+  EXPECT_EQ(Confirm([](MemoryForm& form) {
+              form.Click(u"optUser");
+              for (const std::u16string_view picker :
+                   {u"edCurrBegDate", u"edCurrEndDate", u"edPrevBegDate", u"edPrevEndDate"}) {
+                form.PickDate(picker, DateFromParts(2024, 2, 1));
+              }
+            }),
+            (Refused{}));
+}
+
+TEST_F(ReportPeriodDialog, StaysOpenWhenItCannotBeChecked) {
+  SetSettingItem(u"LastPerBeg", u"jokia data");  // the filling ends before the boxes are given their lengths
+  EXPECT_FALSE(Show([](MemoryForm& form) {
+    form.Click(u"optMonth");
+    form.Type(u"txtMonth", u"99999999999");
+    form.Click(u"btOk");
+    EXPECT_TRUE(form.Visible());
+  }));
+}
+
+TEST_F(ReportPeriodDialog, HasNothingToSayOfWhatIsRight) {
+  Show([&](MemoryForm&) {
+    bool verdict = false;
+    std::u16string message = u"sena";
+    dialog.m_oForm_btOKClick(verdict, message);
+    EXPECT_TRUE(verdict);
+    EXPECT_EQ(message, u"");
+  });
 }
 
 TEST_F(ReportPeriodDialog, RefusesACurrentPeriodThatEndsBeforeItBegins) {
