@@ -217,7 +217,7 @@ sub mutants_of {
     my $statement = $source->($from, $i);
     if ($statement =~ /^return (.*);$/s) {
       $change->($from + 1, $i - 1, '{}') if $1 !~ /^(?:\{\}|true|false|nullptr|0|[\w:.]+\(\))$/ && $is_plain->($from + 1, $i - 1);
-    } elsif ($statement !~ /^(?:using|static_assert|struct|enum|break|continue)\b/) {
+    } elsif ($statement !~ /^(?:using|static_assert|struct|enum|break|continue)\b|^\w+\.reserve\(/) {
       # What is declared and used cannot go.
       my ($name) = $statement =~ /^(?:(?:static|const|constexpr) )*[\w:]+(?:<.*?>)?(?:::\w+)?[&*]* (\w+)(?: = |\{|\(|;)/s;
       my $is_used = $name && $statement !~ /^(?:throw|delete|co_return) / && substr($text, $t[$i]{at}) =~ /\b\Q$name\E\b/;
