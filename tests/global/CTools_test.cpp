@@ -1,5 +1,8 @@
 #include "global/CTools.h"
 
+#include <utility>
+
+#include "platform/forwarding.h"
 #include "tests/library_fixture.h"
 
 namespace qva {
@@ -386,7 +389,7 @@ TEST_F(Tools, ReplaceTheCharactersThatAFileNameCannotHold) {
 }
 
 TEST_F(Tools, KeepEveryOtherCharacter) {
-  const auto* text = u"Pelnas (nuostoliai) \"2024\" <1>|;,-+ ąčęėįšųūž😀";
+  const auto* text = u"Pelnas (nuostoliai) \"2024\" <1>|;,-+~ ąčęėįšųūž😀";
   EXPECT_EQ(Call(tools, u"ConvertStr2Str", {text, u"_"}), Value(text));
   EXPECT_EQ(Call(tools, u"ConvertStr2Str", {u"", u"_"}), Value(u""));
 }
@@ -475,7 +478,9 @@ TEST_F(Tools, AskForTheOneFileWhereExcelHasNoSearch) {
   platform.faults.files.Refuse(FaultyFiles::Operation::Find);  // a folder that may not be listed
   excel->RemoveFileSearch();
   EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch\\", u"Ataskaita.xls"}), Value(true));
-  EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", u"Kita.xls"}), Value(false));
+  for (const auto* name : {u"Kita.xls", u"Kita~1.xls"}) {
+    EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", name}), Value(false));
+  }
   EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", u"2024.xls"}), Value(false)) << "a folder is no file";
   platform.faults.files.Refuse(FaultyFiles::Operation::Length, kPathFileAccess);
   EXPECT_EQ(ErrorNumberOf([&] {
@@ -483,6 +488,32 @@ TEST_F(Tools, AskForTheOneFileWhereExcelHasNoSearch) {
             }),
             kPathFileAccess)
       << "what cannot be known is not answered";
+  for (const ErrorNumber missing : {kFileNotFound, kPathNotFound, kBadFileNameOrNumber}) {
+    platform.faults.files.Refuse(FaultyFiles::Operation::Length, missing);
+    EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", u"Ataskaita.xls"}), Value(false)) << missing;
+  }
+}
+
+TEST_F(Tools, AskForTheFileBehindOneSeparator) {
+  class AskedFor : public ForwardingFiles {
+   public:
+    using ForwardingFiles::ForwardingFiles;
+    double Length(std::u16string_view path) const override {
+      paths.emplace_back(path);
+      return ForwardingFiles::Length(path);
+    }
+    mutable std::vector<std::u16string> paths;
+  } files(platform.files);
+  Services services = GetServices();
+  Files* const own = std::exchange(services.files, &files);
+  InstallServices(services);
+  excel->RemoveFileSearch();
+  for (const auto* folder : {u"C:\\Arch", u"C:\\Arch\\", u"C:/Arch/"}) {
+    Call(tools, u"FileExist", {folder, u"A.xls"});
+  }
+  EXPECT_THAT(files.paths, ElementsAre(u"C:\\Arch\\A.xls", u"C:\\Arch\\A.xls", u"C:/Arch/A.xls"));
+  services.files = own;
+  InstallServices(services);
 }
 
 }  // namespace

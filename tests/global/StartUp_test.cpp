@@ -12,6 +12,7 @@ class StartUpTest : public LibraryTest {};
 
 TEST_F(StartUpTest, RunsOnceAheadOfTheFirstObject) {
   EXPECT_EQ(TheStartUpState().initialised, 0);
+  EXPECT_FALSE(TheStartUpState().form_debug);
   Create(u"gExcelObject");
   EXPECT_EQ(TheStartUpState().initialised, 1);
   EXPECT_THAT(trace.lines(), ElementsAre("CreateObject(\"QVA_Common.MessageResource\")",
