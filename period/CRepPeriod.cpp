@@ -87,7 +87,11 @@ void PutCode(const excel::Range& cell, const Value& value) {
       text.size() <= 15 && std::ranges::all_of(text, IsDigit) && !(text.size() > 1 && text.front() == u'0');
   if (is_number) return cell.SetValue(value);
   const Value format = cell.NumberFormat();
-  IgnoreErrors([&] { cell.SetValue(value); });
+  try {
+    cell.SetValue(value);
+  } catch (const AutomationError&) {
+    if (std::u16string_view(u"=+-@").find(text.front()) == std::u16string_view::npos) throw;
+  }
   if (cell.Value() == value) return;
   cell.SetValue(u"'" + text);
   // A protected sheet lets no format be changed.

@@ -197,8 +197,7 @@ std::vector<Operation> Period() {
        [](Stage& s) -> ReadyCall {
          return {s.Period(), {}};
        },
-       // A cell that does not take the code at first gets it as a text.
-       'T', "F+TTF+TF+", "F+", "M*F+"},
+       'T', "F+TTF+", "F+", "M*F+"},
       Creation(u"CDatePic"),
       {u"CDatePic", u"Show", kCall,
        [](Stage& s) -> ReadyCall {

@@ -204,6 +204,21 @@ TEST_F(ReportPeriodSaving, EditKeepsEveryPlanCodeAsItIs) {
   }
 }
 
+TEST_F(ReportPeriodSaving, EditPutsNoCodeInAgainThatIsNoFormula) {
+  NameCells();
+  host.account_sets[u"MEDVILNE"].push_back({u"~A", u"Planas", false});
+  bool has_failed = true;
+  for (long n = 1; has_failed; ++n) {
+    Set(u"AccPlan", u"F1");
+    trace.Clear();
+    failure.Reset(n);
+    EditAndConfirm([](MemoryForm& form) { form.Type(u"cbAccPlan", u"~A"); });
+    has_failed = failure.has_failed();
+    failure.Reset(0);
+    EXPECT_THAT(trace.Text(), testing::Not(testing::HasSubstr("'~A"))) << "after the failure of call " << n;
+  }
+}
+
 TEST_F(ReportPeriodSaving, EditKeepsAPlanCodeInACellForTexts) {
   NameCells();
   Put(Cell(u"AccPlan").object(), u"NumberFormat", u"@");

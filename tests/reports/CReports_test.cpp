@@ -60,6 +60,20 @@ TEST_F(Reports, FillAttrWithTheNameAloneWritesNothingElse) {
                                          "CompanyAttributes.Name -> \"UAB „Medvilnė“\""));
 }
 
+TEST_F(Reports, FillAttrFillsEachPartOfTheAddressAlone) {
+  const std::pair<std::u16string_view, std::u16string_view> parts[] = {
+      {u"rAdresas", u"Šaltinių g. 12, LT-03215 Vilnius"},
+      {u"rTelefonas", u"(8 5) 212 3456"},
+      {u"rFaksas", u"(8 5) 212 3457"}};
+  for (const auto& [name, text] : parts) {
+    const auto cell = MakeRef<Cell>();
+    Arguments arguments;
+    arguments.Named(name, cell);
+    Call(reports, u"FillAttr", std::move(arguments));
+    EXPECT_EQ(cell->value, Value(text));
+  }
+}
+
 TEST_F(Reports, FillAttrSkipsNullCellsAndFillsTheOthers) {
   Arguments arguments = AllCells();
   for (const std::size_t skipped : {0u, 3u, 6u}) arguments.positional[skipped] = ObjectPtr();

@@ -1,4 +1,5 @@
 // CReports: Locking and ColorRanges.
+#include "tests/heard_failures.h"
 #include "tests/reports/report_fixture.h"
 
 namespace qva {
@@ -197,9 +198,11 @@ TEST_F(Colouring, ColorRangesShowsAnErrorAndRestoresTheScreenWhicheverCallFails)
 }
 
 TEST_F(Colouring, ColorRangesOnAProtectedSheetShowsExcelsRefusal) {
+  const HeardFailures heard;
   Call(Sheet(), u"Protect");
   Color(TracedCells(u"A1"), true);
   EXPECT_THAT(BoxTexts(), ElementsAre(u"Unable to set the ColorIndex property"));
+  EXPECT_EQ(heard.failed, BoxTexts());
   EXPECT_TRUE(Updating());
 }
 
