@@ -1,14 +1,24 @@
 #include "platform/calc/Screen.h"
 
+#include <algorithm>
+#include <com/sun/star/frame/XFrameActionListener.hpp>
 #include <com/sun/star/frame/XTitle.hpp>
+#include <cppuhelper/implbase1.hxx>
 #include <memory>
+#include <rtl/ref.hxx>
+#include <utility>
+#include <vector>
 
+#include "platform/calc/EventLoop.h"
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 
 namespace qva::calc {
 namespace {
+
+using css::uno::Reference;
+using css::uno::UNO_QUERY_THROW;
 
 void TurnOn() {
   for (const auto& document : WorkbookDocuments()) {
@@ -37,6 +47,52 @@ std::weak_ptr<Darkness>& TheDarkness() {
   static auto& darkness = *new std::weak_ptr<Darkness>;
   return darkness;
 }
+
+/// Gives the window of a workbook its title again when it has shown something else, such as the print
+/// preview.
+class TitleKeeper : public cppu::WeakImplHelper1<css::frame::XFrameActionListener> {
+ public:
+  TitleKeeper(Reference<css::frame::XModel> document, Reference<css::frame::XFrame> frame)
+      : document_(std::move(document)), frame_(std::move(frame)) {}
+
+  bool Keeps(const Reference<css::frame::XController>& controller) const {
+    return controller.is() && controller->getModel() == document_ && controller->getFrame() == frame_;
+  }
+  void Set(const rtl::OUString& title) {
+    title_ = title;
+    Reference<css::frame::XTitle>(frame_->getController(), UNO_QUERY_THROW)->setTitle(title_);
+  }
+
+  void SAL_CALL frameAction(const css::frame::FrameActionEvent& event) override {
+    if (event.Action != css::frame::FrameAction_COMPONENT_ATTACHED &&
+        event.Action != css::frame::FrameAction_COMPONENT_REATTACHED) {
+      return;
+    }
+    // Later, when the window knows what it shows.
+    IgnoreFailures([&] { Post([self = rtl::Reference<TitleKeeper>(this)] { self->Look(); }); });
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {
+    IgnoreFailures([&] { Leave(); });
+  }
+
+  /// All that there are. Never destroyed: at the end of the process LibreOffice's objects are gone before us.
+  static std::vector<rtl::Reference<TitleKeeper>>& All() {
+    static auto& all = *new std::vector<rtl::Reference<TitleKeeper>>;
+    return all;
+  }
+
+ private:
+  void Look() { Keeps(frame_->getController()) ? Set(title_) : Leave(); }
+  void Leave() {
+    const rtl::Reference<TitleKeeper> alive(this);
+    std::erase(All(), alive);
+    frame_->removeFrameActionListener(this);
+  }
+
+  Reference<css::frame::XModel> document_;
+  Reference<css::frame::XFrame> frame_;
+  rtl::OUString title_;
+};
 
 }  // namespace
 
@@ -69,9 +125,17 @@ Value SetStatusBar(const ObjectPtr& application, const Arguments& arguments) {
 
 Value SetCaption(const ObjectPtr& window, const Arguments& arguments) {
   if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
-  const css::uno::Reference<css::frame::XTitle> title(DocumentOf(window)->getCurrentController(),
-                                                      css::uno::UNO_QUERY_THROW);
-  title->setTitle(ToUno(arguments.positional[0].ToText()));
+  const rtl::OUString title = ToUno(arguments.positional[0].ToText());
+  const Reference<css::frame::XModel> document = DocumentOf(window);
+  const Reference<css::frame::XController> controller = document->getCurrentController();
+  auto& all = TitleKeeper::All();
+  auto keeper = std::ranges::find_if(all, [&](const auto& one) { return one->Keeps(controller); });
+  if (keeper == all.end()) {
+    const Reference<css::frame::XFrame> frame = controller->getFrame();
+    keeper = all.insert(all.end(), new TitleKeeper(document, frame));
+    frame->addFrameActionListener(keeper->get());
+  }
+  (*keeper)->Set(title);
   return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetView.hpp>
 #include <com/sun/star/ui/DockingArea.hpp>
 #include <com/sun/star/ui/ItemStyle.hpp>
 #include <com/sun/star/ui/ItemType.hpp>
@@ -196,6 +197,8 @@ void BarDisplay::ShowToolbar(const OUString& resource, const Shown& toolbar) {
 }
 
 void BarDisplay::ShowIn(Window& window, const OUString& resource, std::int32_t position) {
+  // In the print preview its macros would find no cells.
+  if (!Reference<css::sheet::XSpreadsheetView>(window.frame->getController(), UNO_QUERY).is()) return;
   const auto known = window.positions.find(resource);
   const bool is_there = known != window.positions.end() && known->second == position;
   // It is gone after LibreOffice showed something else in the window, such as the print preview.

@@ -11,9 +11,18 @@ Sub Main()
     oFrame.activate
     Set oReport = CreateObject("QVA_Varnholt.CReports")
     oReport.Init "Balansas, 2025 m."
+    oReport.Init "Pelnas, 2025 m."
     WriteLine "report: " & oFrame.Title
+    SwitchView oFrame, "slot:5631"
+    SwitchView oFrame, "slot:5630"
+    WriteLine "after its preview: " & oFrame.Title
     StarDesktop.loadComponentFromURL("private:factory/scalc", "ataskaita", com.sun.star.frame.FrameSearchFlag.CHILDREN, Array())
     WriteLine "afterwards: " & oFrame.Title
     oFrame.close True
     oExcel.ResetConnectEX 0
+End Sub
+
+Sub SwitchView(oFrame, sCommand)
+    createUnoService("com.sun.star.frame.DispatchHelper").executeDispatch(oFrame, sCommand, "", 0, Array())
+    Wait 200
 End Sub
