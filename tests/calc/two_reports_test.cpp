@@ -80,9 +80,10 @@ TEST_F(CalcToolbar, KeysThatLibreOfficeCannotBindAreTakenWithoutEffect) {
 TEST_F(CalcToolbar, EveryWindowHasLiveButtonsAndAMissingMacroIsTold) {
   const RunResult run = RunWorkbook(ToolbarWorkbook("toolbar_windows"), {"--no-picture"});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
-  EXPECT_THAT(run.lines, ElementsAre("another window: True", "first: True", "sorted", "dot", "second: True",
-                                     "sorted", "dot", "button hidden: True True", "second alone: True",
-                                     "sorted", "dot", "invisible: False"));
+  EXPECT_THAT(run.lines,
+              ElementsAre("another window: True", "first: True", "sorted", "dot", "second: True", "sorted",
+                          "dot", "button hidden: True True", "second alone: True", "sorted", "dot",
+                          "in the preview: False", "after the preview: True", "invisible: False"));
   EXPECT_THAT(run.messages, HasSubstr("Nerasta makrokomanda „toolbar_windows.fods!Nera“."));
   EXPECT_THAT(run.messages, HasSubstr("Nerasta makrokomanda „toolbar_windows.fods!Nera.Taip“."));
 }

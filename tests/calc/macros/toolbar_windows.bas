@@ -66,6 +66,12 @@ Sub Main()
     oFirst.close False
     Settle
     UseWindow "second alone", oSecond
+    Dispatch oSecond, "slot:5631"
+    Settle
+    WriteLine "in the preview: " & (FirstButton(oSecond) <> "")
+    Dispatch oSecond, "slot:5630"
+    Settle
+    WriteLine "after the preview: " & (FirstButton(oSecond) <> "")
     oToolbar.SetAction 1, "Nera"
     oToolbar.SetAction 2, "Nera.Taip"
     Dispatch oSecond, FirstButton(oSecond)
