@@ -79,13 +79,12 @@ TEST_F(CalcMacros, HelpOpensThePagesBesideAHelpFile) {
 TEST_F(CalcMacros, AReportLivesFromConnectionToReset) {
   const RunResult run = RunMacro("report_life");
   EXPECT_EQ(run.exit_status, 1) << "the library told of a failure";
-  EXPECT_THAT(
-      run.lines,
-      ElementsAre("connected: 1", "again: 1", "book: MEDVILNE", "same book: True", "second instance: 0",
-                  "passed book: 0", "kept: True BALTIJA", "caption: Ataskaita ąčę - LibreOffice Calc",
-                  HasSubstr("name: before | "), HasSubstr("code: "), HasSubstr("address: "),
-                  "untouched: before", "toolbars survive: True", "toolbars gone: True", "environment: True",
-                  "environment gone: True", "reset: True True", "reported"));
+  EXPECT_THAT(run.lines, ElementsAre("connected: 1", "again: 1", "book: MEDVILNE", "same book: True",
+                                     "second instance: 0", "passed book: 0", "kept: True BALTIJA",
+                                     StartsWith("caption: Ataskaita ąčę"), HasSubstr("name: before | "),
+                                     HasSubstr("code: "), HasSubstr("address: "), "untouched: before",
+                                     "toolbars survive: True", "toolbars gone: True", "environment: True",
+                                     "environment gone: True", "reset: True True", "reported"));
   EXPECT_THAT(run.messages, HasSubstr("Klaida ąčę"));
 }
 
