@@ -77,6 +77,7 @@ void AccountSetGrid::WriteBack(const ado::Recordset& budgets) {
     progress.Say(kTakingBudgets);
     m_BaselList.MoveTo(row);
     std::vector<Value> values;
+    values.reserve(shared.size());
     for (const std::u16string& name : shared) values.push_back(m_BaselList.Get(name));
     budgets.AddNew(names, Array::Of(std::move(values)));
   }

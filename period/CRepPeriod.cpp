@@ -46,6 +46,7 @@ constexpr auto kBudgetColumns = static_cast<std::int32_t>(kBudgetFields.size());
 
 Value BudgetFieldNames() {
   std::vector<Value> names;
+  names.reserve(kBudgetFields.size());
   for (const BudgetField& field : kBudgetFields) names.emplace_back(field.name);
   return Array::Of(std::move(names));
 }

@@ -180,9 +180,6 @@ class MessageResource : public Facade {
   std::u16string Text(std::int32_t number) const { return Get(u"Text", {number}).ToText(); }
 };
 
-/// The button of a message that only tells something.
-inline constexpr std::u16string_view kOk = u"Gerai";
-
 /// The common message object.
 class Message : public Facade {
  public:

@@ -1,6 +1,7 @@
 #include "reports/CReports.h"
 
 #include "global/Globals.h"
+#include "global/Helpers.h"
 #include "platform/host.h"
 #include "platform/services.h"
 #include "reports/FrozenScreen.h"
@@ -81,7 +82,7 @@ std::int32_t CReports::Show(std::u16string_view text, std::u16string_view title,
 }
 
 void CReports::Tell(std::u16string_view text, std::u16string_view title) {
-  Show(text, title, {host::kOk});
+  Show(text, title, {kOk});
 }
 
 }  // namespace qva

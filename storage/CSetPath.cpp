@@ -91,8 +91,7 @@ bool CSetPath::RegPath(std::u16string& PathKey) {
   path += folder;
   if (!registry.SaveRegSetting(HKEY_CURRENT_USER_VALUE, key, variable, path, kRegSz)) return false;
 
-  host::Message::Create(*GetServices().object_factory)
-      .Show(HostMessage(kPathChanged, folder), u"", {host::kOk});
+  host::Message::Create(*GetServices().object_factory).Show(HostMessage(kPathChanged, folder), u"", {kOk});
   return true;
 }
 

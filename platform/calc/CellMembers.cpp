@@ -67,6 +67,7 @@ std::vector<Reference<css::beans::XPropertySet>> PartsOfOneFormat(
   const auto groups = Reference<css::sheet::XUniqueCellFormatRangesSupplier>(cells, UNO_QUERY_THROW)
                           ->getUniqueCellFormatRanges();
   std::vector<Reference<css::beans::XPropertySet>> parts;
+  parts.reserve(static_cast<std::size_t>(groups->getCount()));
   for (sal_Int32 n = 0; n < groups->getCount(); ++n) {
     parts.emplace_back(groups->getByIndex(n), UNO_QUERY_THROW);
   }
@@ -104,8 +105,9 @@ class LogicalCells {
     }
   }
   std::size_t Position(sal_Int32 row, sal_Int32 column) const {
-    const auto columns = static_cast<std::size_t>(all_.EndColumn - all_.StartColumn + 1);
-    return static_cast<std::size_t>(row) * columns + static_cast<std::size_t>(column);
+    const sal_Int32 columns = all_.EndColumn - all_.StartColumn + 1;
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
+           static_cast<std::size_t>(column);
   }
 
   const Reference<css::sheet::XSheetCellRange>& cells_;

@@ -6,7 +6,6 @@
 #include <cppuhelper/implbase1.hxx>
 #include <memory>
 #include <rtl/ref.hxx>
-#include <utility>
 #include <vector>
 
 #include "platform/calc/EventLoop.h"
@@ -52,8 +51,8 @@ std::weak_ptr<Darkness>& TheDarkness() {
 /// preview.
 class TitleKeeper : public cppu::WeakImplHelper1<css::frame::XFrameActionListener> {
  public:
-  TitleKeeper(Reference<css::frame::XModel> document, Reference<css::frame::XFrame> frame)
-      : document_(std::move(document)), frame_(std::move(frame)) {}
+  TitleKeeper(const Reference<css::frame::XModel>& document, const Reference<css::frame::XFrame>& frame)
+      : document_(document), frame_(frame) {}
 
   bool Keeps(const Reference<css::frame::XController>& controller) const {
     return controller.is() && controller->getModel() == document_ && controller->getFrame() == frame_;

@@ -35,7 +35,7 @@ class Caption : public InnerWindow {
 };
 
 /// One cell in sight: a line of text, or a mark.
-class CellWindow : public EventTarget {
+class CellWindow final : public EventTarget {
  public:
   CellWindow(CellOwner& owner, const css::uno::Reference<css::awt::XWindowPeer>& parent,
              const ui::GridColumn& column);

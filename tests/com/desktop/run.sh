@@ -145,11 +145,11 @@ delete_button() { click 61 $(($(place inside height) * 100 / scale - 73)); }
 
 work_period() {
   period_window 'scene confirm'
-  click 185 87 # txtYear
+  click 185 96 # txtYear
   keys ctrl+a
   text 2024
   await 'focus Edit 2024'
-  click 185 117 # txtQuater
+  click 185 126 # txtQuater
   keys ctrl+a
   text 2
   await 'focus Edit 2'
@@ -177,13 +177,13 @@ work_period() {
 
 leave_period() {
   period_window 'scene cancel'
-  click 185 87
+  click 185 96
   keys ctrl+a
   text 2030
   await 'focus Edit 2030'
   click 588 378 # Cancel
   period_window 'scene escape'
-  click 185 147 # txtMonth
+  click 185 156 # txtMonth
   keys ctrl+a
   text 7
   await 'focus Edit 7'
@@ -192,7 +192,7 @@ leave_period() {
 
 be_refused() {
   period_window 'scene refuse'
-  click 185 117
+  click 185 126
   keys ctrl+a
   text 4
   await 'focus Edit 4'
