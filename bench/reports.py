@@ -35,7 +35,7 @@ class Cost:
 
     def __init__(self, command, environment=None, watch=None):
         begin = time.monotonic()
-        main = subprocess.Popen(command, env={**os.environ, **(environment or {})}, stdin=subprocess.DEVNULL,
+        main = subprocess.Popen(["timeout", "--kill-after=10", "4000", *command], env={**os.environ, **(environment or {})}, stdin=subprocess.DEVNULL,
                                 stdout=subprocess.DEVNULL, stderr=subprocess.PIPE if watch is None else None, text=True)
         self.cpu = 0.0
         self.memory = 0

@@ -36,8 +36,8 @@ mkdir -p "$work/bin" /run/sshd 2> /dev/null || true
 sshd=$!
 # By its own variable: in a login, GNU parallel could not read its log any more.
 export PARALLEL_SSH="ssh -p $port -i $work/user -o StrictHostKeyChecking=no -o UserKnownHostsFile=/dev/null -o LogLevel=ERROR"
-until $PARALLEL_SSH 127.0.0.1 true 2> /dev/null; do
-  kill -0 "$sshd" 2> /dev/null || { cat "$work/sshd.log" >&2; exit 1; }
+until timeout 10 $PARALLEL_SSH 127.0.0.1 true 2> /dev/null; do
+  [[ $SECONDS -lt 60 ]] && kill -0 "$sshd" 2> /dev/null || { cat "$work/sshd.log" >&2; exit 1; }
   sleep 0.2
 done
 logins=(--sshlogin 2/127.0.0.1 --sshlogin 2/127.0.0.2)
@@ -101,7 +101,7 @@ cd "$reports"
   for month in 01 02 03 04 05 06; do echo "sablonas.fods;MEDVILNE;2025-$month;out/$month"; done
 } > jobs.csv
 tail -n +2 jobs.csv | split -l 3 -d --additional-suffix .csv --filter '(head -n 1 jobs.csv; cat) > "$FILE"' - part-
-parallel --joblog parallel.log --resume-failed --jobs 1 "${logins[@]}" --workdir "$reports" \
+parallel --joblog parallel.log --resume-failed --timeout 300 --jobs 1 "${logins[@]}" --workdir "$reports" \
   report-runner batch {} --workers 2 ::: part-*.csv > printed.txt 2> errors.txt || fail "$(cat errors.txt)"
 expect_reports 6
 echo "Both of GNU parallel's commands do their reports over two logins"

@@ -18,6 +18,7 @@ namespace {
 
 using css::uno::Reference;
 using css::uno::UNO_QUERY_THROW;
+using css::uno::UNO_SET_THROW;
 
 void TurnOn() {
   for (const auto& document : WorkbookDocuments()) {
@@ -126,11 +127,11 @@ Value SetCaption(const ObjectPtr& window, const Arguments& arguments) {
   if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
   const rtl::OUString title = ToUno(arguments.positional[0].ToText());
   const Reference<css::frame::XModel> document = DocumentOf(window);
-  const Reference<css::frame::XController> controller = document->getCurrentController();
+  const Reference<css::frame::XController> controller(document->getCurrentController(), UNO_SET_THROW);
   auto& all = TitleKeeper::All();
   auto keeper = std::ranges::find_if(all, [&](const auto& one) { return one->Keeps(controller); });
   if (keeper == all.end()) {
-    const Reference<css::frame::XFrame> frame = controller->getFrame();
+    const Reference<css::frame::XFrame> frame(controller->getFrame(), UNO_SET_THROW);
     keeper = all.insert(all.end(), new TitleKeeper(document, frame));
     frame->addFrameActionListener(keeper->get());
   }
