@@ -4,8 +4,9 @@
 #                                     a source is checked as the first build that has it compiles it
 # Prints the findings; exit status 1 when there are any. CLANG_TIDY names another program.
 #
-# The standard headers cost more than our own sources, so that many sources are checked as one unit. Sources whose
-# own names would meet there stand in different units; where it happens still, each of the unit is checked alone.
+# The standard headers cost more than our own sources, so that many sources of one target are checked as one unit, with
+# what any of them is compiled with. Sources whose own names would meet there stand in different units; where it happens
+# still, the unit is checked by halves.
 # What was found clean is not checked again, in any clone, until it, a header, the profile or the program changes.
 use strict;
 use warnings;
@@ -14,11 +15,12 @@ use Digest::SHA qw(sha256_hex);
 use File::Basename qw(dirname);
 use File::Path qw(make_path);
 use JSON::PP qw(decode_json encode_json);
+use List::Util qw(uniq);
 
 chdir dirname(dirname(__FILE__)) or die "$!\n";
 my $root = getcwd;
 my $folders = 'global|period|reports|storage|excelui|platform|host|server|tools';
-my $unit_size = 48;
+my $unit_size = 64;
 my $work = "$root/build/lint";
 # What was found clean, for all clones.
 my $clean_ones = ($ENV{XDG_CACHE_HOME} || "$ENV{HOME}/.cache") . '/qva-varnholt/clang-tidy';
@@ -56,24 +58,27 @@ sub cross_arguments {
   };
 }
 
-# The arguments of a compile command that clang needs: neither the build's output nor its precompiled headers.
+# The compiler of a command, and the arguments that clang needs: neither the build's output nor its precompiled headers.
 sub arguments {
   my $entry = shift;
   my @words = map { s/\\"/"/gr } split ' ', $entry->{command};
   shift @words while $words[0] =~ m{/(ccache|cmake|env)$|^-E$|^env$|^\w+=};
   my $compiler = shift @words;
-  my @kept = @{ cross_arguments($compiler) };
+  my @kept;
   while (defined(my $word = shift @words)) {
     if ($word =~ /^-(o|c|include|MF|MT)$/) { shift @words }
+    elsif ($word =~ /^-isystem$/) { push @kept, $word . shift @words }
     elsif ($word !~ /^-(Winvalid-pch|M?MD?$|D\w+_EXPORTS$|f|O|g\d?$)/) { push @kept, $word }
   }
-  return join "\n", @kept;
+  return ($compiler, @kept);
 }
 
-# What a source declares for itself alone: types, constants and functions of its nameless namespace.
+# What a source declares for itself alone: types, constants and functions of its nameless namespace, and a program's main.
 sub own_names {
+  my $text = shift;
   my %names;
-  for (shift =~ /^namespace \{\n(.*?)^\}  \/\/ namespace$/msg) {
+  $names{main} = 1 if $text =~ /^int main\(/m;
+  for ($text =~ /^namespace \{\n(.*?)^\}  \/\/ namespace$/msg) {
     $names{$_} = 1 for /^(?|(?:struct|class|enum class) (\w+)|using (\w+) =)/mg,
                        /^(?!using|namespace)[a-z].*?\b(\w+)(?:\[\w*\])?(?: = |\{|;)/mg, /^[A-Za-z].*?\b(\w+)\(/mg;
   }
@@ -94,7 +99,7 @@ sub commands {
   } @{ decode_json(contents(shift . '/compile_commands.json')) };
 }
 
-# Units: each has "arguments", "sources" and "names".
+# Units: each has "group", "arguments", "sources" and "names". The tools keep their names to themselves, away from the product.
 my (%seen, @units);
 for my $build (@ARGV) {
   my @entries = sort { $a->{file} cmp $b->{file} } commands($build);
@@ -103,12 +108,14 @@ for my $build (@ARGV) {
     my ($source) = $entry->{file} =~ m{^\Q$root\E/((?:$folders)/.*\.cpp)$} or next;
     next if $seen{$source}++;
     my $names = own_names(contents($source));
-    my $arguments = arguments($entry);
+    my ($compiler, @arguments) = arguments($entry);
+    my $group = $compiler . ($source =~ m{^tools/} ? ' tools' : '');
     my ($unit) = grep {
       my $other = $_;
-      $other->{arguments} eq $arguments && @{ $other->{sources} } < $unit_size && !grep { $other->{names}{$_} } keys %$names
+      $other->{group} eq $group && @{ $other->{sources} } < $unit_size && !grep { $other->{names}{$_} } keys %$names
     } @units;
-    push @units, $unit = { arguments => $arguments, sources => [], names => {} } unless $unit;
+    push @units, $unit = { group => $group, arguments => cross_arguments($compiler), sources => [], names => {} } unless $unit;
+    $unit->{arguments} = [ uniq(@{ $unit->{arguments} }, @arguments) ];
     push @{ $unit->{sources} }, $source;
     $unit->{names}{$_} = 1 for keys %$names;
   }
@@ -127,33 +134,36 @@ sub check {
   my $folder = "$work/" . sha256_hex($file);
   make_path($folder);
   put("$folder/compile_commands.json", encode_json([ { directory => $root, file => $file,
-      arguments => [ 'clang++', split(/\n/, $arguments), @warnings, '-c', $file ] } ]));
+      arguments => [ 'clang++', @$arguments, @warnings, '-c', $file ] } ]));
   my $output = `$tidy --quiet -p $folder --header-filter='^$root/($folders)/' $file 2>/dev/null`;
   return ($output, $? == 0);
+}
+
+# The same over sources that may stand together.
+sub check_together {
+  my ($arguments, @sources) = @_;
+  my $file = "$work/" . sha256_hex(join "\0", @sources) . '.cpp';
+  put($file, join '', map { "#include \"$root/$_\"\n" } @sources);
+  my ($output, $clean) = check($file, $arguments);
+  return ($output, $clean) if @sources == 1 || $output !~ /\[clang-diagnostic-error/;
+  printf "checked by halves: %d sources from %s on\n", scalar @sources, $sources[0];
+  my @half = splice @sources, @sources / 2;
+  my @results = map { [ check_together($arguments, @$_) ] } \@sources, \@half;
+  return (join('', map { $_->[0] } @results), $results[0][1] && $results[1][1]);
 }
 
 # Checks one unit, and says what was found.
 sub check_unit {
   my $unit = shift;
-  my $file = "$work/$unit->{hash}.cpp";
-  put($file, join '', map { "#include \"$root/$_\"\n" } @{ $unit->{sources} });
-  my ($output, $clean) = check($file, $unit->{arguments});
-  if (!$clean && $output =~ /\[clang-diagnostic-error/) {
-    ($output, $clean) = ('', 1);
-    for (@{ $unit->{sources} }) {
-      my ($one, $content) = check("$root/$_", $unit->{arguments});
-      $output .= $one;
-      $clean &&= $content;
-    }
-  }
+  my ($output, $clean) = check_together($unit->{arguments}, @{ $unit->{sources} });
   put("$clean_ones/$unit->{hash}", '') if $clean;
   print $output =~ s/^\Q$root\E\///mgr;
   return $clean;
 }
 
 for (@units) {
-  my $arguments = $_->{arguments} =~ s/\Q$root\E//gr;
-  $_->{hash} = sha256_hex(join "\0", $common, $arguments, map { ($_, contents($_)) } @{ $_->{sources} });
+  my @arguments = map { s/\Q$root\E//gr } @{ $_->{arguments} };
+  $_->{hash} = sha256_hex(join "\0", $common, @arguments, map { ($_, contents($_)) } @{ $_->{sources} });
 }
 # What no clone has asked for in a month is of the past.
 unlink grep { -M > 30 } glob "$clean_ones/*";

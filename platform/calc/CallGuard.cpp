@@ -13,13 +13,13 @@ namespace {
 
 using css::uno::Reference;
 
-struct Member {
+struct GuardedMember {
   std::u16string_view type;
   std::u16string_view name;
 };
 
 /// What needs the cells in the window.
-constexpr Member kViewMembers[] = {
+constexpr GuardedMember kViewMembers[] = {
     {u"Application", u"ActiveCell"}, {u"Application", u"ActiveSheet"}, {u"Application", u"ActiveWindow"},
     {u"Application", u"Range"},      {u"Application", u"Selection"},   {u"Range", u"Activate"},
     {u"Range", u"Select"},           {u"Worksheet", u"Activate"},      {u"Worksheet", u"PrintOut"},
@@ -27,7 +27,7 @@ constexpr Member kViewMembers[] = {
 };
 
 void BringCellsBack(const ObjectPtr& object, std::u16string_view type, std::u16string_view member) {
-  const bool needs_view = std::ranges::any_of(kViewMembers, [&](const Member& candidate) {
+  const bool needs_view = std::ranges::any_of(kViewMembers, [&](const GuardedMember& candidate) {
     return candidate.type == type && EqualIgnoringCase(candidate.name, member);
   });
   if (!needs_view || std::ranges::none_of(WorkbookDocuments(), ShowsPreview)) return;

@@ -41,7 +41,7 @@ constexpr Words kLithuanian = {
     false,     "Pavyzdys", "narys", "kas tai", "Narių nėra.", "skaitoma",    "rašoma", "skaitoma ir rašoma",
     "numeris", "tekstas",  "klasė", "klaida",  "kada",        "visos klasės"};
 
-std::string ReadText(const std::filesystem::path& path) {
+std::string ReadPage(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   std::ostringstream text;
   if (!(text << file.rdbuf())) throw std::runtime_error("cannot read " + path.string());
@@ -57,7 +57,7 @@ void Replace(std::string& text, std::string_view what, std::string_view with) {
 /// A page's prose, whose links lead to files where the prose stands, with links as pages have them: all pages
 /// in one folder, pictures in one below it, and the introduction the first page.
 std::string ReadProse(const std::filesystem::path& path) {
-  std::string text = ReadText(path);
+  std::string text = ReadPage(path);
   Replace(text, "](../../", "](");
   Replace(text, "](../", "](");
   Replace(text, "](introduction.md)", "](index.md)");
@@ -144,7 +144,7 @@ class Texts {
   /// An empty path means the member tables' own, which are English.
   explicit Texts(const std::filesystem::path& file) : is_own_(file.empty()) {
     if (is_own_) return;
-    std::istringstream lines(ReadText(file));
+    std::istringstream lines(ReadPage(file));
     for (std::string line; std::getline(lines, line);) {
       const std::size_t tab = line.find('\t');
       if (tab == line.npos || tab + 1 == line.size()) throw std::runtime_error(file.string() + ": " + line);
@@ -233,7 +233,7 @@ std::string InLanguage(const std::string& line, bool is_first) {
 
 /// What a macro of the corpus shows, as a procedure to be pasted into a module.
 std::string Example(const std::filesystem::path& macro, const std::string& class_name, const Words& words) {
-  const std::string text = ReadText(macro);
+  const std::string text = ReadPage(macro);
   const std::string begin = "' shown:\n";
   const std::string end = "' end of what is shown\n";
   const std::size_t first = text.find(begin);
@@ -249,7 +249,7 @@ std::string Example(const std::filesystem::path& macro, const std::string& class
 
 /// The host's texts by number, as a table.
 std::string MessageRows(const std::filesystem::path& file, const Words& words) {
-  std::istringstream lines(ReadText(file));
+  std::istringstream lines(ReadPage(file));
   std::string rows = "| " + std::string(words.number) + " | " + std::string(words.text) + " |\n|---|---|\n";
   for (std::string line; std::getline(lines, line);) {
     if (line.empty() || line.starts_with("#")) continue;

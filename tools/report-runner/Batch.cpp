@@ -26,12 +26,12 @@ namespace {
 
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
-using Clock = std::chrono::steady_clock;
+using SteadyClock = std::chrono::steady_clock;
 
 constexpr char kResult[] = "result.json";
 
-double SecondsSince(Clock::time_point begin) {
-  return std::chrono::duration<double>(Clock::now() - begin).count();
+double SecondsSince(SteadyClock::time_point begin) {
+  return std::chrono::duration<double>(SteadyClock::now() - begin).count();
 }
 
 /// Where a job writes until it has ended.
@@ -121,9 +121,9 @@ class Worker {
 };
 
 /// The jobs that are to be done, and those that have ended.
-class Progress {
+class ProgressLine {
  public:
-  Progress(const std::vector<Job>& jobs, Outcomes& outcomes, std::ostream& err)
+  ProgressLine(const std::vector<Job>& jobs, Outcomes& outcomes, std::ostream& err)
       : jobs_(jobs), outcomes_(outcomes), err_(err) {
     for (const JobOutcome& outcome : outcomes) all_ += outcome.kind == JobOutcome::Kind::NotBegun;
   }
@@ -162,11 +162,11 @@ class Progress {
   std::mutex mutex_;
   std::size_t next_ = 0, all_ = 0, ended_ = 0, failed_ = 0;
   bool is_terminal_ = isatty(STDERR_FILENO) != 0;
-  Clock::time_point begin_ = Clock::now();
+  SteadyClock::time_point begin_ = SteadyClock::now();
 };
 
 /// Works until no job is left, or the batch is interrupted.
-void Work(const BatchOptions& options, const std::vector<Job>& jobs, Progress& progress) {
+void Work(const BatchOptions& options, const std::vector<Job>& jobs, ProgressLine& progress) {
   Worker worker(options);
   while (!options.interrupted()) {
     const std::size_t n = progress.Next();
@@ -225,10 +225,10 @@ ReportStatus RunBatch(const BatchOptions& options, std::ostream& err) {
     return ReportStatus::FolderInUse;
   }
 
-  const auto begin = Clock::now();
+  const auto begin = SteadyClock::now();
   Outcomes outcomes;
   for (const Job& job : jobs) outcomes.push_back(EarlierOutcome(job));
-  Progress progress(jobs, outcomes, err);
+  ProgressLine progress(jobs, outcomes, err);
   std::vector<std::thread> workers;
   workers.reserve(static_cast<std::size_t>(options.workers));
   for (int n = 0; n < options.workers; ++n) {
