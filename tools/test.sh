@@ -47,10 +47,14 @@ build() {
   steps=$((steps + 1))
   run_step "$1" 3000 nice tools/test-build.sh "${@:2}"
 }
-# The same beside what follows, in what time the processors have left.
-build_aside() {
-  steps=$((steps + 1))
-  run_step "$1" 3000 nice -n 19 tools/test-build.sh "${@:2}" &
+# The fuzz targets, built beside what follows in what time the processors have left, and run.
+start_fuzzing() {
+  local first=$((steps + 1))
+  steps=$((steps + 2))
+  {
+    steps=$first run_step "Build of the fuzz targets" 3000 nice -n 19 tools/test-build.sh fuzz -DQVA_FUZZ=ON
+    run_step "Bad input by machine" 300 nice tools/test-fuzz.sh 5
+  } &
 }
 
 # What macros call is tested with sanitizers; the samples and the runner as they are shipped, which costs a third.
@@ -62,8 +66,7 @@ start "LibreOffice, second half" 1500 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX
 start "Guide's examples in LibreOffice" 300 tools/test-guide.sh build/debug
 start "Corpus in LibreOffice" 600 tools/check-command.sh "macros of the corpus" tools/corpus-libreoffice.sh build/debug
 
-build_aside "Build of the fuzz targets" fuzz -DQVA_FUZZ=ON
-fuzz_build=$!
+start_fuzzing
 build "Build of the release" release -DQVA_TESTS=OFF
 start "LibreOffice, as shipped" 1500 env QVA_TESTED_BUILD="$PWD/build/release" $calc_tests "--gtest_filter=$shipped"
 start "Site and help" 300 tools/test-help.sh build/release
@@ -81,13 +84,13 @@ start "Packages" 1500 tools/test-package.sh build/release build/windows-x64 buil
 start "Setup program, for the user" 600 tools/test-setup.sh user
 start "Setup program, for all" 600 tools/test-setup.sh all
 start "Setup program, on a screen" 600 tools/test-setup.sh screen
+start "House rules" 900 nice -n 19 tools/lint.sh
 
 build "Build of the tests, with sanitizers" debug -DQVA_TESTS=ON
-start "Library and seam" 900 tools/google-test.sh build/debug/tests/qva_tests
+tests="tools/google-test.sh build/debug/tests/qva_tests"
+start "Library and seam, first half" 900 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=0 $tests
+start "Library and seam, second half" 900 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 $tests
 start "LibreOffice's door" 300 tools/google-test.sh build/debug/tests/qva_door_tests
-wait "$fuzz_build"
-start "Bad input by machine" 300 nice tools/test-fuzz.sh 5
-start "House rules" 900 nice tools/lint.sh
 wait
 
 printf '\n%-42s %9s %9s %9s  %s\n' "step" "began (s)" "time (s)" "CPU (s)" "result"
