@@ -2,7 +2,7 @@ Attribute VB_Name = "QvaReport"
 Option Explicit
 
 ' Bendra visoms ataskaitoms: ryšys su „Excel“ ir apskaitos knyga, klaidos, ataskaitos įrankių juosta, žurnalas.
-' Ataskaitos makrokomanda pradedama „On Error GoTo Nepavyko“ ir „Atverti“, o jos gale – „Nepavyko: Klaida Err“.
+' Ataskaitos makrokomanda pradedama „On Error GoTo Nepavyko“ ir „Atverti“, baigiama „Baigti“, o jos gale – „Nepavyko: Klaida Err“.
 
 Public Const qvaMetai = 1               ' langelio RepType reikšmės: ataskaitos laikotarpis
 Public Const qvaKetvirtis = 2
@@ -22,18 +22,25 @@ Public oJuosta As Object             ' ataskaitos įrankių juosta
 Private oJuostos As Object           ' savi, kad kitos atvertos ataskaitos jų nepakeistų: bibliotekoje jie bendri
 Private oBusena As Object
 Private sZurnalas As String          ' žurnalo failas šalia ataskaitos
+Private sPradine As String           ' kokia knyga atverta: išsaugota archyve, ji yra archyvo failas
+Private bPakeista As Boolean         ' ar knyga buvo pakeista jau prieš makrokomandą
+Private sFormules As String          ' sritis, kurios formules sudarymas pakeičia reikšmėmis; jos lapo slaptažodis ir formulės
+Private sSlaptazodis As String
+Private vFormules As Variant
 
 ' ---- Atidarymas, klaidos ir užvėrimas
 
 ' Prisijungia prie apskaitos knygos, sukuria įrankių juostą ir parengia „Excel“ ataskaitai. Jau atverta ataskaita tik
 ' prisijungia iš naujo, nes tarp dviejų mygtukų galėjo prisijungti ar užsiverti kita.
 Public Sub Atverti()
+    bPakeista = Not ThisWorkbook.Saved
     ThisWorkbook.Activate
     If Not oExcel Is Nothing Then
         oExcel.InitConnectEX Application, ThisWorkbook, Nothing
         Exit Sub
     End If
     PradetiZurnala
+    sPradine = ThisWorkbook.FullName
     Set oExcel = CreateObject("QVA_Varnholt.gExcelObject")
     oExcel.InitConnectEX Application, ThisWorkbook, Nothing
     If oExcel.oMyPlant Is Nothing Then Err.Raise qvaKlaida + 1, "Atverti", "Apskaitos knyga atverta be įmonės objekto."
@@ -47,6 +54,12 @@ Public Sub Atverti()
     oBusena.SetDefaultAppState
     IjungtiJuosta
     Zingsnis "Parengta ataskaitos aplinka"
+End Sub
+
+' Makrokomandos pabaiga. Sudaryta ataskaita – ne naudotojo pakeitimas: užveriant apie ją neklausiama, kad atsakymas
+' „Įrašyti“ nepakeistų nei pradinės knygos, nei kito laikotarpio failo archyve.
+Public Sub Baigti()
+    If Not bPakeista Then ThisWorkbook.Saved = True
 End Sub
 
 ' Kiekvienos makrokomandos klaidų tvarkytoja: pirma grąžina naudotojo „Excel“, tada praneša.
@@ -65,15 +78,16 @@ Public Sub Klaida(oKlaida As Object)
     oExcel.ExcelReportError oKlaida
     oExcel.ResetConnectOnError
     Set oExcel = Nothing
+    Baigti
 End Sub
 
 ' Grąžina naudotojo „Excel“ tokį, koks jis buvo, ir atsijungia. Kai knyga užveriama, iškviečiama savaime.
 Public Sub Uzverti()
     Dim bIrasyta As Boolean
-    If oExcel Is Nothing Then Exit Sub
     bIrasyta = ThisWorkbook.Saved
-    GrazintiExcel
-    If bIrasyta Then ThisWorkbook.Saved = True     ' pakito tik rodmuo, ne turinys
+    If Not oExcel Is Nothing Then GrazintiExcel
+    If bIrasyta Then ThisWorkbook.Saved = True Else GrazintiPradine
+    If oExcel Is Nothing Then Exit Sub
     oExcel.ResetConnectEX 0
     Set oExcel = Nothing
     Zingsnis "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"
@@ -113,6 +127,42 @@ Private Sub IsjungtiJuosta()
     oJuostos.cmdGoToAppDelete
     oJuostos.DeleteToolbar oJuosta.IDCollection
     Set oJuosta = Nothing
+End Sub
+
+' ---- Formulės ir jų reikšmės
+
+' Formulės vietoj ankstesnio sudarymo reikšmių, neapsaugotame lape. Knygos, įrašytos jau su reikšmėmis, nesudarysi iš naujo:
+' kito laikotarpio sumos liktų tos pačios.
+Public Sub Atsildyti(ByVal sSritis As String, ByVal sLapoSlaptazodis As String)
+    sFormules = sSritis
+    sSlaptazodis = sLapoSlaptazodis
+    If Not IsEmpty(vFormules) Then
+        GrazintiFormules
+    ElseIf Sritis(sFormules).Worksheet.ProtectContents Then
+        Err.Raise qvaKlaida + 5, "Atsildyti", "Šioje knygoje ataskaita jau užbaigta, jos formulės pakeistos reikšmėmis. Kitą sudarykite iš pradinės knygos."
+    Else
+        vFormules = Sritis(sFormules).Formula
+    End If
+End Sub
+
+' Kai užveriant knygą klausiama, ar ją įrašyti. Neišsaugota archyve, ji turi likti ta, iš kurios ataskaita sudaroma.
+Private Sub GrazintiPradine()
+    On Error Resume Next
+    If ThisWorkbook.FullName = sPradine Then GrazintiFormules
+End Sub
+
+Private Sub GrazintiFormules()
+    If IsEmpty(vFormules) Then Exit Sub
+    ApsaugotiLapa False
+    Sritis(sFormules).Formula = vFormules
+End Sub
+
+' Apsaugo užbaigtos ataskaitos lapą arba apsaugą nuima.
+Public Sub ApsaugotiLapa(ByVal bApsaugoti As Boolean)
+    Dim oIrankiai As Object
+    Set oIrankiai = CreateObject("QVA_Varnholt.CTools")
+    oIrankiai.Init Application
+    oIrankiai.SheetLock bApsaugoti, sSlaptazodis, Sritis(sFormules).Worksheet.Name
 End Sub
 
 ' ---- Įrankių juostos mygtukai

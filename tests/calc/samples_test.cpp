@@ -40,13 +40,15 @@ class Samples : public CalcTest {
   /// Runs a sample whose macro does something more after Main, as the toolbar's buttons do when the user
   /// presses them.
   RunResult RunAfterwards(const std::string& sample, const std::string& name, const fs::path& answers,
-                          const std::string& calls) {
+                          const std::string& calls, const std::vector<std::string>& options = {}) {
     std::string workbook = Contents(SourceFolder() / "samples" / (sample + ".fods"));
     const std::string end = "</ooo:source-code>";
     workbook.insert(workbook.find(end), "\nPublic Sub Toliau()\n    Main\n" + calls + "End Sub\n");
     std::ofstream(folder / (name + ".fods")) << workbook;
-    return RunWorkbook(folder / (name + ".fods"), {"--no-picture", "--log", name + ".log", "--macro",
-                                                   "Ataskaita.Toliau", "--form-answers", answers.string()});
+    std::vector<std::string> all = {"--no-picture",     "--log",          name + ".log",   "--macro",
+                                    "Ataskaita.Toliau", "--form-answers", answers.string()};
+    all.insert(all.end(), options.begin(), options.end());
+    return RunWorkbook(folder / (name + ".fods"), all);
   }
 
   /// The log's entries without their times.
@@ -314,9 +316,92 @@ TEST_F(Samples, AReportThatTheUserDoesNotLetReplaceIsNotLoggedAsSaved) {
   EXPECT_EQ(Contents(archived), before);
 }
 
+/// A report that is in the archive already, made once more, and not stored.
+class ReportThatStays : public Samples, public testing::WithParamInterface<const char*> {
+ protected:
+  void SetUp() override {
+    ASSERT_EQ(RunSample(GetParam()).exit_status, 0);
+    std::ofstream(folder / "no.txt") << "Ne\n";
+    std::ofstream(folder / "2024.answers") << "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+                                              "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  }
+  RunResult RunWithoutStoring(const std::string& calls) {
+    const std::string sample = GetParam();
+    return RunAfterwards(sample, "kept", SourceFolder() / "samples" / (sample + ".answers"), calls,
+                         {"--answers", (folder / "no.txt").string()});
+  }
+  /// The workbook that a run left, run once more as it is, for the year 2024.
+  RunResult RunAgain() {
+    fs::rename(output / "kept.fods", folder / "again.fods");
+    return RunWorkbook(folder / "again.fods", {"--no-picture", "--log", "again.log", "--form-answers",
+                                               (folder / "2024.answers").string()});
+  }
+  /// What was printed last, without the day on which that was.
+  std::string Printed() { return PdfText(output / "printed-1.pdf"); }
+};
+
+TEST_P(ReportThatStays, ClosesWithoutAQuestionAboutTheWorkbook) {
+  const RunResult run = RunWithoutStoring("    Zingsnis \"saved: \" &amp; ThisWorkbook.Saved\n");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(Log("kept"), AllOf(testing::Contains("Neišsaugota"), testing::Contains("saved: True")));
+}
+
+TEST_P(ReportThatStays, IsMadeForAnotherYearFromTheWorkbookThatTheUserSavedAtClosing) {
+  const RunResult run =
+      RunWithoutStoring("    ThisWorkbook.Saved = False\n    Uzverti\n    ThisWorkbook.Save\n");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  const RunResult again = RunAgain();
+  ASSERT_EQ(again.exit_status, 0) << again.errors;
+  const std::string printed = Printed();
+  const RunResult fresh = RunSample(GetParam(), folder / "2024.answers");
+  ASSERT_EQ(fresh.exit_status, 0) << fresh.errors;
+  EXPECT_EQ(printed, Printed());
+}
+
+TEST_P(ReportThatStays, IsNotMadeAnewFromValues) {
+  const RunResult run = RunWithoutStoring("    ThisWorkbook.Save\n");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  const RunResult again = RunAgain();
+  EXPECT_EQ(again.exit_status, 1);
+  EXPECT_THAT(again.errors, HasSubstr("Šioje knygoje ataskaita jau užbaigta"));
+  EXPECT_FALSE(fs::exists(Archive() / "2024"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, ReportThatStays, testing::Values("balance", "sablonas"),
+                         [](const auto& info) { return std::string(info.param); });
+
+TEST_F(Samples, AReportWithoutAPeriodAsksForItWhenItIsToBePrinted) {
+  std::ofstream(folder / "late.answers") << "[frmReportPeriod]\nbtCancel\n"
+                                            "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+                                            "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  for (const std::string name : {"balance", "profit-loss", "sablonas"}) {
+    output = folder / ("out-" + name);
+    const RunResult run = RunAfterwards(name, name + "-late", folder / "late.answers",
+                                        "    Zingsnis \"saved: \" &amp; ThisWorkbook.Saved\n"
+                                        "    Spausdinti\n    Issaugoti\n");
+    EXPECT_EQ(run.exit_status, 0) << name << run.errors;
+    EXPECT_THAT(Log(name + "-late"),
+                AllOf(testing::Contains("saved: True"), testing::Contains("Išspausdinta"),
+                      testing::Contains(StartsWith("Išsaugota archyve: "))))
+        << name;
+  }
+}
+
+TEST_F(Samples, AnotherPeriodIsNoReasonToSaveItInTheFileOfTheFirst) {
+  std::ofstream(folder / "twice.answers") << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
+                                             "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n";
+  const RunResult run = RunAfterwards("sablonas", "changed", folder / "twice.answers",
+                                      "    KeistiLaikotarpi\n"
+                                      "    Zingsnis \"saved: \" &amp; ThisWorkbook.Saved\n");
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(Log("changed"), testing::Contains("saved: True"));
+}
+
 TEST_F(Samples, OpenInLibreOfficeWithoutBeingToldWhatTheyAre) {
-  const std::map<std::string, std::string> kSheets = {
-      {"balance", "Likučiai"}, {"profit-loss", "Apyvartos"}, {"vat", "Registrai"}};
+  const std::map<std::string, std::string> kSheets = {{"balance", "Likučiai"},
+                                                      {"profit-loss", "Apyvartos"},
+                                                      {"sablonas", "Nustatymai"},
+                                                      {"vat", "Registrai"}};
   for (const auto& [name, sheet] : kSheets) {
     Process convert(
         {"soffice", "--headless", "--norestore",
