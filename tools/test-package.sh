@@ -154,7 +154,7 @@ for sample in 'balance b' 'profit-loss p' 'vat m'; do
   check "its menu runs the sample ${sample% *}, which gives the user his program back when he closes it" run_sample $sample
 done
 check "its menu begins a report from the template" by_menu n \
-  cmp -s "$drive/Pavyzdziai/Nauja ataskaita.fods" "$(find "$home/profile/user/uno_packages" -name sablonas.fods)"
+  grep -qs 'library-embedded ooo:name="NaujaAtaskaita"' "$drive/Pavyzdziai/Nauja ataskaita.fods"
 mkdir "$work/bin"
 printf '#!/bin/sh\necho "$1" > "%s/opened"\n' "$home" > "$work/bin/xdg-open"
 chmod a+x "$work/bin/xdg-open"

@@ -369,8 +369,7 @@ sample_figures() {
 }
 
 # What the guide shows: each class's example as it stands, all in one script; then the tutorial's report with whatever the
-# guide pastes into it, without the types and error handlers that VBScript does not have. Only the error handler that is
-# shown by itself (gExcelObject) cannot run.
+# guide pastes into it, without the types and error handlers that VBScript does not have.
 guide_examples() {
   local name=$1 cscript=$2 folder=$work/guide guide example expected found
   rm -rf "$folder"

@@ -23,10 +23,10 @@ write_file("$folder/tutorial.answers", $answers);
 write_file("$folder/visos.answers", "[frmReportPeriod]\noptYear\ntxtYear = 2025\ntxtQuater = 2\noptQuarter\nbtOk\n$answers");
 
 # Each piece of code is pasted somewhere: the classes' examples into workbooks of their own (guide-examples.pl), all others
-# here, but for the error handler, which is a part of a procedure that the module QvaReport has.
+# here.
 my (%procedures, $printing, $refusal);
 for my $code ($page =~ /^```vb\n(.*?)^```$/msg) {
-  next if $code =~ /^Sub (?:Example|Pavyzdys)/ || $code =~ /^(?:Failed|Klaida):/;
+  next if $code =~ /^Sub (?:Example|Pavyzdys)/;
   if ($code =~ /^(?:Public|Private) Sub (\w+)/) { $procedures{$1} = $code }
   elsif ($code =~ /^    oAtaskaita\.Spauzd .*\n\z/) { $printing = $code }
   elsif ($code =~ /^    If Sritis\("RepType"\)/) { $refusal = $code }

@@ -4,6 +4,7 @@
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <com/sun/star/system/SystemShellExecute.hpp>
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 
@@ -18,6 +19,7 @@
 #include "platform/text.h"
 #include "server/calc/BasicError.h"
 #include "server/calc/ComponentFolder.h"
+#include "server/calc/NewReport.h"
 #include "server/calc/OpenWorkbook.h"
 
 namespace qva::calc {
@@ -121,23 +123,22 @@ fs::path InExtension(std::u16string_view sample) {
   return ComponentFolder() / "samples" / ToUtf8(sample);
 }
 
-/// A copy of the template under a name that nothing else has.
-fs::path CopyTemplate() {
+/// A new report from the template under a name that nothing else has, which is its project's name, too: its
+/// files in the archive are its own.
+fs::path NewReport() {
   const fs::path source = InExtension(kTemplate);
   std::error_code error;
   if (!fs::is_regular_file(source, error))
     throw Refusal(std::u16string(kNoTemplate) + FromUtf8(source.string()));
   for (int number = 1; number <= kMostNewReports; ++number) {
-    std::u16string name = std::u16string(kReportsFolder) + u"\\" + std::u16string(kNewReport);
-    if (number > 1) name += u" " + NumberText(number);
-    const fs::path copy = SystemPath(name + u".fods");
-    // Fails where anything of that name is there, also when it has come just now.
-    if (fs::copy_file(source, copy, error)) {
-      fs::permissions(copy, fs::perms::owner_write, fs::perm_options::add, error);
-      return copy;
-    }
-    if (error != std::errc::file_exists) {
-      throw Refusal(std::u16string(kNotCopied) + FromUtf8(copy.string() + ": " + error.message()));
+    std::u16string title(kNewReport);
+    if (number > 1) title += u" " + NumberText(number);
+    const fs::path workbook = SystemPath(std::u16string(kReportsFolder) + u"\\" + title + u".fods");
+    try {
+      // False where anything of that name is there, also when it has come just now.
+      if (WriteNewReport(source, workbook, ToUtf8(title))) return workbook;
+    } catch (const std::runtime_error& failure) {
+      throw Refusal(std::u16string(kNotCopied) + FromUtf8(failure.what()));
     }
   }
   throw Refusal(kTooManyReports);
@@ -180,7 +181,7 @@ void MenuJob::RunActiveWorkbook() const {
 
 void MenuJob::MakeReport() const {
   PrepareSamples(GetServices());
-  OpenWorkbook(context_, CopyTemplate().string()).Keep();
+  OpenWorkbook(context_, NewReport().string()).Keep();
 }
 
 void MenuJob::ShowGuide() const {

@@ -144,7 +144,7 @@ TEST_F(CalcMenu, TheBookStaysWhenNoneIsChosen) {
 }
 
 TEST_F(CalcMenu, NewReportsGetNamesOfTheirOwnAndReplaceNothing) {
-  fs::copy_file(SourceFolder() / "samples/vat.fods", build / "samples/sablonas.fods");
+  fs::copy_file(SourceFolder() / "samples/sablonas.fods", build / "samples/sablonas.fods");
   fs::create_directories(Reports());
   std::ofstream(Reports() / "nauja ATASKAITA.fods") << "the user's own";
   const RunResult run = Run("MakesTwoReports");
@@ -153,7 +153,10 @@ TEST_F(CalcMenu, NewReportsGetNamesOfTheirOwnAndReplaceNothing) {
   EXPECT_THAT(run.lines,
               ElementsAre("C/Pavyzdziai/Nauja ataskaita 2.fods", "C/Pavyzdziai/Nauja ataskaita 3.fods"));
   EXPECT_EQ(Contents(Reports() / "nauja ATASKAITA.fods"), "the user's own");
-  EXPECT_EQ(Contents(Reports() / "Nauja ataskaita 3.fods"), Contents(build / "samples/sablonas.fods"));
+  EXPECT_THAT(Contents(Reports() / "Nauja ataskaita 3.fods"),
+              AllOf(HasSubstr("<ooo:library-embedded ooo:name=\"NaujaAtaskaita3\">"),
+                    HasSubstr("<dc:title>Nauja ataskaita 3</dc:title>"), Not(HasSubstr("ablonas"))))
+      << "its archive would be another report's";
   EXPECT_TRUE(fs::is_directory(Archive())) << "they could not be stored";
 }
 

@@ -1,6 +1,6 @@
 #include "tools/report-runner/MacroWorkbook.h"
 
-#include "tools/report-runner/Xml.h"
+#include "server/calc/Xml.h"
 
 namespace qva {
 

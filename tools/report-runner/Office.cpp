@@ -20,7 +20,7 @@
 #include "server/calc/service_names.h"
 #include "tools/report-runner/MacroWorkbook.h"
 #include "tools/report-runner/TextFiles.h"
-#include "tools/report-runner/Xml.h"
+#include "server/calc/Xml.h"
 
 namespace qva {
 namespace {

@@ -14,9 +14,9 @@
 #include <string_view>
 #include <vector>
 
+#include "server/calc/NewReport.h"
 #include "tools/report-runner/Batch.h"
 #include "tools/report-runner/Check.h"
-#include "tools/report-runner/NewReport.h"
 #include "tools/report-runner/PeriodAnswers.h"
 #include "tools/report-runner/ReportRun.h"
 #include "tools/report-runner/TextFiles.h"
@@ -241,7 +241,9 @@ struct NewCommand {
   int Do() const {
     fs::path workbook = name;
     if (workbook.extension() != ".fods") workbook += ".fods";
-    WriteNewReport(template_file, workbook, workbook.stem().string());
+    if (!WriteNewReport(template_file, workbook, workbook.stem().string())) {
+      throw std::runtime_error("there is a file " + workbook.string() + " already");
+    }
     std::cout << workbook.string() << ": project " << ProjectName(workbook.stem().string())
               << "; the report goes into its module Ataskaita, procedure RasytiTurini\n";
     return 0;

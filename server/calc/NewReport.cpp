@@ -1,4 +1,4 @@
-#include "tools/report-runner/NewReport.h"
+#include "server/calc/NewReport.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "platform/filesystem/native_file.h"
-#include "tools/report-runner/Xml.h"
+#include "server/calc/Xml.h"
 
 namespace qva {
 namespace {
@@ -53,7 +53,7 @@ std::string ProjectName(std::string_view title) {
   return name;
 }
 
-void WriteNewReport(const fs::path& template_file, const fs::path& workbook, const std::string& title) {
+bool WriteNewReport(const fs::path& template_file, const fs::path& workbook, const std::string& title) {
   std::ostringstream contents;
   contents << std::ifstream(template_file).rdbuf();
   std::string text = contents.str();
@@ -63,7 +63,7 @@ void WriteNewReport(const fs::path& template_file, const fs::path& workbook, con
 
   // "x": refused when there is a file.
   const OwnedFile file = OpenFile(workbook, "wx");
-  if (!file && errno == EEXIST) throw std::runtime_error("there is a file " + workbook.string() + " already");
+  if (!file && errno == EEXIST) return false;
   if (!file) throw std::runtime_error(workbook.string() + " cannot be made: " + std::strerror(errno));
   if (std::fwrite(text.data(), 1, text.size(), file.get()) != text.size() || std::fflush(file.get()) != 0) {
     const std::string reason = std::strerror(errno);
@@ -71,6 +71,7 @@ void WriteNewReport(const fs::path& template_file, const fs::path& workbook, con
     fs::remove(workbook, ignored);
     throw std::runtime_error(workbook.string() + " cannot be written: " + reason);
   }
+  return true;
 }
 
 }  // namespace qva

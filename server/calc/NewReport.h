@@ -13,10 +13,10 @@ namespace qva {
 std::string ProjectName(std::string_view title);
 
 /// Writes the template's text as a new workbook: `title` takes the place of "Šablonas" wherever the template
-/// has that, its project's name that of "Sablonas". Raises std::runtime_error when the template cannot be
-/// read, when there is a file already, which stays as it is, or when the workbook cannot be written; no half
-/// of one is left.
-void WriteNewReport(const std::filesystem::path& template_file, const std::filesystem::path& workbook,
+/// has that, its project's name that of "Sablonas". False when there is a file already, which stays as it is.
+/// Raises std::runtime_error when the template cannot be read, or when the workbook cannot be written; no
+/// half of one is left.
+bool WriteNewReport(const std::filesystem::path& template_file, const std::filesystem::path& workbook,
                     const std::string& title);
 
 }  // namespace qva

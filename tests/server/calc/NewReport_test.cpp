@@ -1,5 +1,5 @@
 // What a new report's project of macros is called.
-#include "tools/report-runner/NewReport.h"
+#include "server/calc/NewReport.h"
 
 #include <gtest/gtest.h>
 
