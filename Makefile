@@ -54,6 +54,7 @@ bench:  ## Build and run the benchmarks
 pictures:  ## Take the pictures of all windows in docs/images anew
 	@tools/install-packages.sh run test windows pictures
 	@cmake --preset debug -DQVA_TESTS=ON > /dev/null && cmake --build --preset debug --target qva_calc_tests
+	@cmake --preset release > /dev/null && cmake --build --preset release --target report-runner qva_calc qva_host
 	@cmake --preset windows-x64 -DQVA_TESTS=ON > /dev/null && cmake --build --preset windows-x64
 	@tools/pictures.sh
 

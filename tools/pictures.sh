@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Takes the pictures of docs/images anew: each window in LibreOffice and on Windows (by Wine), at 100 % and 150 %, and
-# those of LibreOffice by GTK. Needs the builds debug and windows-x64, with their tests. Whoever runs it looks at what it
-# made.
+# Takes the pictures of docs/images anew: each window in LibreOffice and on Windows (by Wine), at 100 % and 150 %, those of
+# LibreOffice by GTK, and the steps of the tutorial. Needs the builds debug and windows-x64, with their tests, and release.
+# Whoever runs it looks at what it made.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
@@ -17,6 +17,8 @@ for dpi in 96 144; do
 done
 QVA_PICTURES=docs/images timeout 300 build/debug/tests/qva_calc_tests --gtest_brief=1 \
   --gtest_filter='Desktops/CalcLooks.*/Gtk*'
+
+tools/tutorial-pictures.sh docs/images
 
 mkdir -p "$prefix"
 tools/wine-prefix.sh "$prefix"
