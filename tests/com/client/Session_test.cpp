@@ -1,6 +1,7 @@
 // A report session from the client's side: what it costs, and that nothing of it stays.
 #include "platform/windows/Busy.h"
 #include "tests/com/client/client.h"
+#include "tests/windows/windows_test.h"
 
 namespace qva::com {
 namespace {
@@ -220,6 +221,40 @@ TEST_F(Session, TheEndOfAnObjectWaitsForABusyExcelOnceHoweverManyCallsItMakes) {
   EXPECT_GT(tries, 1);
   EXPECT_LT(tries, 2 * kTries);
   EXPECT_EQ(global->ResetConnectEX(LeftOut()), S_OK);
+}
+
+// The member has waited to thaw the screen when the last object of the library, and with it the toolbars,
+// goes.
+TEST_F(Session, ACallWaitsForABusyExcelOnceThoughItsObjectEndsWithIt) {
+  const ComPtr<IDispatch> excel = NewRegistered(L"QVA_TestBench.Excel");
+  const DISPID busy = IdOf(*control_, L"BeBusy");
+  const DISPID turned_away = IdOf(*control_, L"TurnedAway");
+  constexpr std::int32_t kTries = windows::kBusyLimitMilliseconds / windows::kBusyPauseMilliseconds + 1;
+  for (const bool is_late : {false, true}) {
+    SCOPED_TRACE(is_late);
+    auto global = New<_gExcelObject>(CLSID_gExcelObject);
+    short count = 0;
+    ASSERT_EQ(global->InitConnectEX(excel.get(), LeftOut(), excel.get(), &count), S_OK);
+    ASSERT_EQ(global->InitToolBars(), S_OK);
+    const auto error = windows::NewDispatch();
+    error->names = {u"Description"};
+    error->invoke = [&](const windows::InvokeCall&) {
+      Invoke(*control_, busy, kCall, {Number(1)});
+      global = {};
+      return E_FAIL;
+    };
+    const std::int32_t before = Invoke(*control_, turned_away, kCall).value.ToInt32();
+    _gExcelObject* raw = global.get();
+    const DISPID member = IdOf(*raw, L"ExcelReportError");
+    EXPECT_EQ(is_late ? Invoke(*raw, member, kCall, {ObjectArgument(error.get())}).code
+                      : raw->ExcelReportError(error.get()),
+              S_OK);
+    Invoke(*control_, busy, kCall, {Number(0)});
+    const std::int32_t tries = Invoke(*control_, turned_away, kCall).value.ToInt32() - before;
+    EXPECT_GT(tries, kTries) << "the end was turned away, too";
+    EXPECT_LT(tries, 2 * kTries);
+    EXPECT_EQ(CanUnload(), S_OK);
+  }
 }
 
 TEST_F(Session, DoesNotGrowInAThousandReports) {
