@@ -14,6 +14,9 @@
 
 namespace qva::host {
 
+/// The library that most of the classes belong to, the source of their errors.
+inline constexpr std::u16string_view kCommonLibrary = u"NVXCommonObjects";
+
 /// Programmatic identifiers of the host's creatable classes.
 inline constexpr std::u16string_view kCommonObjects = u"NVXCommonObjects.CommonObjects";
 inline constexpr std::u16string_view kPlant = u"NVXCommonObjects.Plant";
@@ -122,6 +125,7 @@ class Plant : public Facade {
  public:
   using Facade::Facade;
   static Plant Create(ObjectFactory& factory) { return Plant(factory.Create(kPlant)); }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
 };
 
@@ -151,6 +155,7 @@ class CompanyAttributes : public Facade {
   static CompanyAttributes Create(ObjectFactory& factory) {
     return CompanyAttributes(factory.Create(kCompanyAttributes));
   }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
   /// Registration code.
   std::u16string Code() const { return Get(u"Code").ToText(); }
@@ -246,6 +251,7 @@ class Query : public Facade {
  public:
   using Facade::Facade;
   static Query Create(ObjectFactory& factory) { return Query(factory.Create(kQuery)); }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
   /// The table or view that the query reads, under an alias.
   void From(std::u16string_view table, std::u16string_view alias) const { Call(u"From", {table, alias}); }
@@ -270,6 +276,7 @@ class DocumentSelection : public Facade {
   static DocumentSelection Create(ObjectFactory& factory) {
     return DocumentSelection(factory.Create(kDocumentSelection));
   }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
   /// Shows the documents of a type whose date lies within the range (both days included) and which meet the
   /// condition. Result: the identifier (a number above 0) of the one that the user selected, 0 when none.
