@@ -14,9 +14,6 @@
 
 namespace qva::host {
 
-/// The library that most of the classes belong to, the source of their errors.
-inline constexpr std::u16string_view kCommonLibrary = u"NVXCommonObjects";
-
 /// Programmatic identifiers of the host's creatable classes.
 inline constexpr std::u16string_view kCommonObjects = u"NVXCommonObjects.CommonObjects";
 inline constexpr std::u16string_view kPlant = u"NVXCommonObjects.Plant";
@@ -29,6 +26,9 @@ inline constexpr std::u16string_view kConditionBuilder = u"NVXCommonObjects.Cond
 inline constexpr std::u16string_view kDocumentSelection = u"NVXCommonObjects.DocumentSelection";
 inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
 inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
+
+/// The library that most of them belong to, the source of their errors.
+inline constexpr std::u16string_view kCommonLibrary = kCommonObjects.substr(0, kCommonObjects.find(u'.'));
 
 /// All of them: the table by which fronts register them, the doctor looks for them and tests create them. The
 /// order stays, a new one comes last: class identifiers of COM are made of the places (server/demo).
