@@ -1,6 +1,5 @@
 #include "period/PeriodArithmetic.h"
 
-#include <algorithm>
 #include <cmath>
 #include <string>
 

@@ -5,7 +5,7 @@
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/uno/DeploymentException.hpp>
 #include <cppuhelper/implbase1.hxx>
-#include <cppuhelper/implbase3.hxx>
+#include <cppuhelper/implbase4.hxx>
 
 #include "platform/calc/UnoText.h"
 #include "platform/text.h"
@@ -21,8 +21,8 @@ using rtl::OUString;
 
 /// A LibreOffice that has libraries, each of which is the one set of modules, and runs no scripts.
 class LibrariesOnly
-    : public cppu::WeakImplHelper3<css::uno::XComponentContext, css::lang::XMultiComponentFactory,
-                                   css::script::XLibraryContainer> {
+    : public cppu::WeakImplHelper4<css::uno::XComponentContext, css::lang::XMultiComponentFactory,
+                                   css::script::XLibraryContainer, css::container::XNameContainer> {
  public:
   std::vector<std::string> told;
   bool has_own = false;
