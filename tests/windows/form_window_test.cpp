@@ -90,6 +90,21 @@ TEST_F(FormWindowTest, RaisesWhatAHandlerRaisesWhenItIsGone) {
   Show({});  // nothing of it is left
 }
 
+TEST_F(FormWindowTest, RaisesTheFirstOfSeveralErrorsOfHandlers) {
+  Get<ui::Button>(u"btOk").on_click = [] { throw AutomationError(kOverflow); };
+  Get<ui::Button>(u"btDelete").on_click = [&] {
+    SendMessageW(Window(u"btOk"), BM_CLICK, 0, 0);
+    throw AutomationError(kTypeMismatch);
+  };
+  int number = 0;
+  try {
+    Show({[&] { SendMessageW(Window(u"btDelete"), BM_CLICK, 0, 0); }});
+  } catch (const AutomationError& error) {
+    number = error.number();
+  }
+  EXPECT_EQ(number, kOverflow);
+}
+
 TEST_F(FormWindowTest, RaisesWhatAKeysHandlerRaises) {
   Get<ui::Button>(u"btOk").on_click = [] { throw AutomationError(kOverflow); };
   int number = 0;
