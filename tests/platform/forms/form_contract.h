@@ -162,16 +162,6 @@ TYPED_TEST_P(FormContract, AHandlerThatRaisesEndsTheShowingWhichRaisesTheSame) {
   }
 }
 
-TYPED_TEST_P(FormContract, OfSeveralErrorsOfHandlersTheFirstIsRaised) {
-  auto& box = this->template Get<ui::TextBox>(u"text");
-  box.on_change = [] { throw AutomationError(kOverflow); };
-  this->template Get<ui::Button>(u"btStep").on_click = [&] {
-    box.SetText(u"a");
-    throw AutomationError(kTypeMismatch);
-  };
-  EXPECT_EQ(this->Raised([&] { this->desk.Show(*this->form); }), kOverflow);
-}
-
 TYPED_TEST_P(FormContract, HasItsSizeAndIsAskedOnceForEachControl) {
   // A month is as large as the platform draws it, and a form with one follows it.
   ui::FormDescription description = this->Description();
@@ -337,11 +327,11 @@ TYPED_TEST_P(FormContract, AGridHasACurrentRowWhileItHasRows) {
 REGISTER_TYPED_TEST_SUITE_P(FormContract, FindsItsControlsByTheirNames,
                             IsMadeOfNoDescriptionThatContradictsItself, IsVisibleWhileItIsShown,
                             IsNotShownTwiceAtATime, AHandlerThatRaisesEndsTheShowingWhichRaisesTheSame,
-                            OfSeveralErrorsOfHandlersTheFirstIsRaised, HasItsSizeAndIsAskedOnceForEachControl,
-                            LabelsAndTextBoxesShowTheirCaptionsFirst, ATextBoxTellsOfAnotherTextAlone,
-                            ATextBoxCutsWhatIsTooLongFromNowOn, TheProgramSetsWhatTheUserCannot,
-                            AnOptionClearsThoseOfItsFrameAndTellsOnce, AComboBoxKeepsItsCode,
-                            ADatePickerTellsOfAnotherDayAlone, DatesThatPickersCannotShowAreRefused,
-                            PagesComeToTheFront, AGridHasACurrentRowWhileItHasRows);
+                            HasItsSizeAndIsAskedOnceForEachControl, LabelsAndTextBoxesShowTheirCaptionsFirst,
+                            ATextBoxTellsOfAnotherTextAlone, ATextBoxCutsWhatIsTooLongFromNowOn,
+                            TheProgramSetsWhatTheUserCannot, AnOptionClearsThoseOfItsFrameAndTellsOnce,
+                            AComboBoxKeepsItsCode, ADatePickerTellsOfAnotherDayAlone,
+                            DatesThatPickersCannotShowAreRefused, PagesComeToTheFront,
+                            AGridHasACurrentRowWhileItHasRows);
 
 }  // namespace qva
