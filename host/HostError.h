@@ -6,11 +6,12 @@
 #include <string_view>
 
 #include "platform/error.h"
+#include "platform/host.h"
 
 namespace qva::embedded {
 
 /// The components by the library that they belong to: the source of every error that they raise.
-inline constexpr std::u16string_view kCommonLibrary = u"NVXCommonObjects";
+using host::kCommonLibrary;
 inline constexpr std::u16string_view kMessageLibrary = u"QVA_Common";
 
 /// What went wrong. The error's number is kObjectErrorBase plus this; docs/host-interface.md lists them.

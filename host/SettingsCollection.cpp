@@ -6,13 +6,6 @@
 #include "platform/text.h"
 
 namespace qva::embedded {
-namespace {
-
-/// Automation's number for a key that a collection has already.
-constexpr std::int32_t kKeyIsTaken = 457;
-
-}  // namespace
-
 ClassBuilder SettingsItem::Describe() {
   return ClassBuilder(u"SettingsItem", "One named setting")
       .Get<&SettingsItem::Name>(u"Name", {}, "The name it was added under")

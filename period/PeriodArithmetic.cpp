@@ -1,6 +1,5 @@
 #include "period/PeriodArithmetic.h"
 
-#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -30,25 +29,7 @@ CurrentPeriod CurrentPeriodOf(PeriodKind kind, int year, int quarter, int month)
 }
 
 Date PreviousBegin(Date previous_end, std::int16_t months_back) {
-  return MonthBegin(AddMonths(previous_end, months_back + 1));
-}
-
-Date AddMonths(Date date, int months) {
-  const DateParts parts = PartsOf(date);
-  const Date first = DateFromParts(parts.year, parts.month + months, 1);
-  const int last_day = PartsOf(MonthEnd(first)).day;
-  const DateParts target = PartsOf(first);
-  return DateFromParts(target.year, target.month, std::min(parts.day, last_day));
-}
-
-Date MonthBegin(Date date) {
-  const DateParts parts = PartsOf(date);
-  return DateFromParts(parts.year, parts.month, 1);
-}
-
-Date MonthEnd(Date date) {
-  const DateParts parts = PartsOf(date);
-  return DateFromParts(parts.year, parts.month + 1, 0);
+  return FirstOfMonth(AddMonths(previous_end, months_back + 1));
 }
 
 double LeadingNumber(std::u16string_view text) {

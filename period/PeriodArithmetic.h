@@ -35,13 +35,6 @@ CurrentPeriod CurrentPeriodOf(PeriodKind kind, int year, int quarter, int month)
 /// (a negative number) says.
 Date PreviousBegin(Date previous_end, std::int16_t months_back);
 
-/// The date `months` later, or earlier; a day that the month lacks becomes its last one.
-Date AddMonths(Date date, int months);
-
-/// The first and the last day of the date's month.
-Date MonthBegin(Date date);
-Date MonthEnd(Date date);
-
 /// The number at the beginning of a text, as Basic's Val reads it: blanks do not count, the decimal separator
 /// is the point, and what follows the number is ignored. 0 when there is none.
 double LeadingNumber(std::u16string_view text);

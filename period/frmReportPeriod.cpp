@@ -33,7 +33,7 @@ constexpr std::array<KindOption, 6> kOptions = {{{PeriodKind::Year, u"optYear"},
 /// The date in another year; 29 February becomes the 28th where the year has none.
 Date InYear(Date date, int year) {
   const DateParts parts = PartsOf(date);
-  const int last_day = PartsOf(MonthEnd(DateFromParts(year, parts.month, 1))).day;
+  const int last_day = PartsOf(LastOfMonth(DateFromParts(year, parts.month, 1))).day;
   return DateFromParts(year, parts.month, std::min(parts.day, last_day));
 }
 
@@ -48,8 +48,8 @@ struct frmReportPeriod::Showing {
       : settings(settings), book(books.Get(passed_book.BookCode())), grid(books, [this](bool current) {
           // The pickers show months alone; their days are whatever they were.
           const auto months = [this](std::u16string_view begin, std::u16string_view end) {
-            return DateRange{MonthBegin(ui::Get<ui::DatePicker>(*form, begin).Value()),
-                             MonthEnd(ui::Get<ui::DatePicker>(*form, end).Value())};
+            return DateRange{FirstOfMonth(ui::Get<ui::DatePicker>(*form, begin).Value()),
+                             LastOfMonth(ui::Get<ui::DatePicker>(*form, end).Value())};
           };
           return current ? months(u"edCurrBegDate", u"edCurrEndDate")
                          : months(u"edPrevBegDate", u"edPrevEndDate");
@@ -158,10 +158,10 @@ void frmReportPeriod::FillControls() {
   Option(option == kOptions.end() ? u"optYear" : option->option).Select();
 
   for (const std::u16string_view name : {u"edCurrBegDate", u"edPrevBegDate"}) {
-    Picker(name).SetValue(MonthBegin(Picker(name).Value()));
+    Picker(name).SetValue(FirstOfMonth(Picker(name).Value()));
   }
   for (const std::u16string_view name : {u"edCurrEndDate", u"edPrevEndDate"}) {
-    Picker(name).SetValue(MonthEnd(Picker(name).Value()));
+    Picker(name).SetValue(LastOfMonth(Picker(name).Value()));
   }
 
   Box(u"Text1").SetText(HostText(kPeriodNote));
@@ -319,10 +319,10 @@ void frmReportPeriod::WriteBack() {
   s.Setting(u"Quarter").SetValue(LeadingNumber(Box(u"txtQuater").Text()));
   s.Setting(u"Month").SetValue(LeadingNumber(Box(u"txtMonth").Text()));
   s.Setting(u"RepPeriodType").SetValue(static_cast<std::int32_t>(SelectedKind()));
-  s.Setting(u"LastPerBeg").SetValue(MonthBegin(Picker(u"edPrevBegDate").Value()));
-  s.Setting(u"LastPerEnd").SetValue(MonthEnd(Picker(u"edPrevEndDate").Value()));
-  s.Setting(u"CurrPerBeg").SetValue(MonthBegin(Picker(u"edCurrBegDate").Value()));
-  s.Setting(u"CurrPerEnd").SetValue(MonthEnd(Picker(u"edCurrEndDate").Value()));
+  s.Setting(u"LastPerBeg").SetValue(FirstOfMonth(Picker(u"edPrevBegDate").Value()));
+  s.Setting(u"LastPerEnd").SetValue(LastOfMonth(Picker(u"edPrevEndDate").Value()));
+  s.Setting(u"CurrPerBeg").SetValue(FirstOfMonth(Picker(u"edCurrBegDate").Value()));
+  s.Setting(u"CurrPerEnd").SetValue(LastOfMonth(Picker(u"edCurrEndDate").Value()));
 
   Value is_budget = false;
   const auto read_flag = [&] {

@@ -5,7 +5,8 @@
 // not when the new value is the old one.
 //
 // A handler may raise. That ends the showing: the form is hidden, and ShowModal raises what the handler
-// raised. While the program sets a value, the setter may raise it instead.
+// raised; where several did, the first of it. While the program sets a value, the setter may raise it
+// instead.
 //
 // Forms and controls are of one thread. What an operation takes by value or as a view is its own afterwards;
 // what is borrowed says so. Apart from what handlers raise, no operation raises but those that say so.

@@ -297,6 +297,22 @@ Date DateFromParts(int year, int month, int day) {
   return {static_cast<double>(days)};
 }
 
+Date AddMonths(Date date, int months) {
+  const DateParts parts = PartsOf(date);
+  const Date first = DateFromParts(parts.year, parts.month + months, 1);
+  return {first.serial + std::min(parts.day, PartsOf(LastOfMonth(first)).day) - 1};
+}
+
+Date FirstOfMonth(Date date) {
+  const DateParts parts = PartsOf(date);
+  return DateFromParts(parts.year, parts.month, 1);
+}
+
+Date LastOfMonth(Date date) {
+  const DateParts parts = PartsOf(date);
+  return DateFromParts(parts.year, parts.month + 1, 0);
+}
+
 DateParts PartsOf(Date date) {
   DateParts parts;
   // Before day 0 the fraction counts forward from midnight of the truncated day.

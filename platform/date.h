@@ -27,6 +27,13 @@ Date DateFromParts(int year, int month, int day);
 /// Year to second, rounded to the nearest second that there is.
 DateParts PartsOf(Date date);
 
+/// The date so many months later, or earlier; a day that the month lacks becomes its last one.
+Date AddMonths(Date date, int months);
+
+/// The first and the last day of the date's month.
+Date FirstOfMonth(Date date);
+Date LastOfMonth(Date date);
+
 /// The date with its literal separators between day, month and year parts: a short date pattern may use
 /// different ones ("d. MMMM/yyyy"); what stands between the first two parts, and between the last two.
 struct DateSeparators {

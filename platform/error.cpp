@@ -11,6 +11,7 @@ constexpr std::pair<ErrorNumber, std::u16string_view> kDescriptions[] = {
     {kOverflow, u"Overflow"},
     {kOutOfMemory, u"Out of memory"},
     {kSubscriptOutOfRange, u"Subscript out of range"},
+    {kArrayLocked, u"This array is fixed or temporarily locked"},
     {kTypeMismatch, u"Type mismatch"},
     {kInternalError, u"Internal error"},
     {kBadFileNameOrNumber, u"Bad file name or number"},
@@ -34,9 +35,11 @@ constexpr std::pair<ErrorNumber, std::u16string_view> kDescriptions[] = {
     {kUnsupportedMember, u"Object doesn't support this property or method"},
     {kAutomationFailed, u"Automation error"},
     {kUnsupportedAction, u"Object doesn't support this action"},
+    {kNoNamedArguments, u"Object doesn't support named arguments"},
     {kNamedArgumentNotFound, u"Named argument not found"},
     {kArgumentNotOptional, u"Argument not optional"},
     {kWrongArgumentCount, u"Wrong number of arguments or invalid property assignment"},
+    {kKeyIsTaken, u"This key is already associated with an element of this collection"},
     {kApplicationDefined, u"Application-defined or object-defined error"},
 };
 

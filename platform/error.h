@@ -16,6 +16,7 @@ enum ErrorNumber : std::int32_t {
   kOverflow = 6,
   kOutOfMemory = 7,
   kSubscriptOutOfRange = 9,
+  kArrayLocked = 10,
   kTypeMismatch = 13,
   kInternalError = 51,
   kBadFileNameOrNumber = 52,
@@ -39,9 +40,11 @@ enum ErrorNumber : std::int32_t {
   kAutomationFailed = 440,
   kUnsupportedAction = 445,
   kUnsupportedMember = 438,
+  kNoNamedArguments = 446,
   kNamedArgumentNotFound = 448,
   kArgumentNotOptional = 449,
   kWrongArgumentCount = 450,
+  kKeyIsTaken = 457,
   kApplicationDefined = 1004,  ///< Excel's own number for whatever it refuses
   kObjectErrorBase =
       -2147221504,  ///< hexadecimal 80040000 (vbObjectError), the base of automation object errors

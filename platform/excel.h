@@ -144,6 +144,7 @@ class DefinedName : public Facade {
   Range RefersToRange() const { return Range(GetObject(u"RefersToRange")); }
   /// Whether the user sees the name in Excel's lists.
   void SetVisible(bool visible) const { Put(u"Visible", visible); }
+  /// Takes the name out of the workbook; what it stood for stays. Excel raises 1004 when it cannot.
   void Delete() const { Call(u"Delete"); }
 };
 
@@ -194,6 +195,8 @@ class Workbook : public Facade {
   excel::VBProject VBProject() const { return excel::VBProject(GetObject(u"VBProject")); }
   /// Whether it may be closed without asking about changes.
   void SetSaved(bool saved) const { Put(u"Saved", saved); }
+  /// Saves under its own name, or into the current folder where it has none yet. Excel raises 1004 when it
+  /// cannot.
   void Save() const { Call(u"Save"); }
   /// Saves under another name, in Excel's default format. Excel raises 1004 when it cannot.
   void SaveAs(std::u16string_view full_name) const { Call(u"SaveAs", {full_name}); }
@@ -313,7 +316,7 @@ class CommandBarControl : public Settings {
   void SetState(std::int32_t state) const { Put(u"State", state); }
   /// Takes the picture on the clipboard as the button's face. Raises when there is none.
   void PasteFace() const { Call(u"PasteFace"); }
-  /// Excel refuses when the bar may not be customised.
+  /// Takes the control off its bar. Excel refuses when the bar may not be customised.
   void Delete() const { Call(u"Delete"); }
 };
 
@@ -366,7 +369,7 @@ class CommandBar : public Facade {
   CommandBarControl FindControl(std::u16string_view property, qva::Value value) const {
     return CommandBarControl(GetObject(u"FindControl", Arguments().Named(property, std::move(value))));
   }
-  /// Excel refuses to delete its own bars.
+  /// Takes the bar out of Excel with its controls. Excel refuses to delete its own bars.
   void Delete() const { Call(u"Delete"); }
 };
 
@@ -443,6 +446,7 @@ class Application : public Settings {
   void SetEnableEvents(bool on) const { Put(u"EnableEvents", on); }
   /// Shows a topic of a help file.
   void Help(std::u16string_view file, std::int32_t context) const { Call(u"Help", {file, context}); }
+  /// Ends Excel once the macro that runs has ended; Excel asks the user about unsaved workbooks first.
   void Quit() const { Call(u"Quit"); }
 };
 

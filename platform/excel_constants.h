@@ -43,16 +43,13 @@ enum MsoBarPosition : std::int32_t {
   msoBarTop = 1,
   msoBarRight = 2,
   msoBarBottom = 3,
-  msoBarFloating = 4,
-  msoBarPopup = 5,
-  msoBarMenuBar = 6
+  msoBarFloating = 4
 };
 
 /// CommandBar.Protection: what the user, and macros with him, may not change; added up
 enum MsoBarProtection : std::int32_t {
   msoBarNoProtection = 0,
   msoBarNoCustomize = 1,
-  msoBarNoResize = 2,
   msoBarNoMove = 4,
   msoBarNoChangeVisible = 8
 };

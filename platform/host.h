@@ -27,6 +27,9 @@ inline constexpr std::u16string_view kDocumentSelection = u"NVXCommonObjects.Doc
 inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
 inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
 
+/// The library that most of them belong to, the source of their errors.
+inline constexpr std::u16string_view kCommonLibrary = kCommonObjects.substr(0, kCommonObjects.find(u'.'));
+
 /// All of them: the table by which fronts register them, the doctor looks for them and tests create them. The
 /// order stays, a new one comes last: class identifiers of COM are made of the places (server/demo).
 inline constexpr std::u16string_view kCreatableClasses[] = {
@@ -122,6 +125,7 @@ class Plant : public Facade {
  public:
   using Facade::Facade;
   static Plant Create(ObjectFactory& factory) { return Plant(factory.Create(kPlant)); }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
 };
 
@@ -151,6 +155,7 @@ class CompanyAttributes : public Facade {
   static CompanyAttributes Create(ObjectFactory& factory) {
     return CompanyAttributes(factory.Create(kCompanyAttributes));
   }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
   /// Registration code.
   std::u16string Code() const { return Get(u"Code").ToText(); }
@@ -246,6 +251,7 @@ class Query : public Facade {
  public:
   using Facade::Facade;
   static Query Create(ObjectFactory& factory) { return Query(factory.Create(kQuery)); }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
   /// The table or view that the query reads, under an alias.
   void From(std::u16string_view table, std::u16string_view alias) const { Call(u"From", {table, alias}); }
@@ -270,6 +276,7 @@ class DocumentSelection : public Facade {
   static DocumentSelection Create(ObjectFactory& factory) {
     return DocumentSelection(factory.Create(kDocumentSelection));
   }
+  /// To be called first.
   void Init(const Book& book) const { Call(u"Init", {book.object()}); }
   /// Shows the documents of a type whose date lies within the range (both days included) and which meet the
   /// condition. Result: the identifier (a number above 0) of the one that the user selected, 0 when none.

@@ -14,6 +14,9 @@ enum MessageBoxStyle : std::int32_t {
   vbCritical = 16,  ///< the critical-stop icon
 };
 
+/// The digit of a style that is its button set; the rest is icon and behaviour.
+inline constexpr std::int32_t kButtonSetMask = 0xF;
+
 /// Windows' button numbers as Basic's MsgBox returns them.
 enum MessageBoxResult : std::int32_t {
   vbOK = 1,

@@ -12,6 +12,9 @@ trap 'trap - EXIT; rm -rf "$results"; kill -- $(jobs -p) 2> /dev/null' EXIT
 trap 'exit 1' INT TERM
 SECONDS=0
 steps=0
+# What is neither git's nor ignored; nothing outside of a checkout.
+untracked() { git ls-files --others --exclude-standard 2> /dev/null; }
+untracked > "$results/untracked"
 
 # Runs a script of tests that ends within the limit in seconds; prints its output when it is over, and keeps for the
 # table its beginning, duration, processor time and last line.
@@ -91,6 +94,9 @@ tests="tools/google-test.sh build/debug/tests/qva_tests"
 start "Library and seam, first half" 900 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=0 $tests
 start "Library and seam, second half" 900 env GTEST_TOTAL_SHARDS=2 GTEST_SHARD_INDEX=1 $tests
 start "LibreOffice's door" 300 tools/google-test.sh build/debug/tests/qva_door_tests
+wait
+untracked > "$results/left"
+start "Source tree" 60 tools/check-command.sh "tests leave no files in it" diff "$results/untracked" "$results/left"
 wait
 
 printf '\n%-42s %9s %9s %9s  %s\n' "step" "began (s)" "time (s)" "CPU (s)" "result"

@@ -1,19 +1,12 @@
 #include "platform/calc/DocumentModule.h"
 
-#include <com/sun/star/container/XNameContainer.hpp>
-#include <com/sun/star/lang/XMultiComponentFactory.hpp>
-#include <com/sun/star/script/XLibraryContainer.hpp>
-#include <com/sun/star/script/provider/XScriptProvider.hpp>
-#include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
-
+#include "platform/calc/OwnModule.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 
 namespace qva::calc {
 
 using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
 using rtl::OUString;
 
 Any ObjectBehind(const css::script::NativeObjectWrapper& module) {
@@ -28,23 +21,8 @@ Any ObjectBehind(const css::script::NativeObjectWrapper& module) {
       "  Set Main = Book.Worksheets(Module.Name)\n"
       "Done:\n"
       "End Function\n";
-  const Reference<css::script::XLibraryContainer> libraries(
-      Context()->getServiceManager()->createInstanceWithContext(
-          "com.sun.star.script.ApplicationScriptLibraryContainer", Context()),
-      css::uno::UNO_QUERY_THROW);
-  const OUString library("QVA_VarnholtDocument");
-  if (libraries->hasByName(library)) libraries->removeLibrary(library);
-  libraries->createLibrary(library)->insertByName("Document", Any(OUString::createFromAscii(kFunction)));
-  const auto script = css::script::provider::theMasterScriptProviderFactory::get(Context())
-                          ->createScriptProvider(Any(OUString("user")))
-                          ->getScript(
-                              "vnd.sun.star.script:QVA_VarnholtDocument.Document.Main?language=Basic"
-                              "&location=application");
-  Sequence<sal_Int16> changed;
-  Sequence<Any> values;
-  const Any document = script->invoke(SequenceOf({Any(module)}), changed, values);
-  libraries->removeLibrary(library);
-  return document;
+  const OwnModule own(Context(), OUString::createFromAscii(kFunction));
+  return RunScript(own.Find("Main"), SequenceOf({Any(module)}));
 }
 
 }  // namespace qva::calc

@@ -56,23 +56,17 @@ class Channel : public TextChannel {
 
 }  // namespace
 
-/// An open file that stands in the list for as long as it lives.
-class OpenFiles::RegisteredFile : public ByteFile {
+/// An open file that is marked so for as long as it lives.
+class OpenFiles::MarkedFile : public ByteFile {
  public:
-  RegisteredFile(std::shared_ptr<std::list<Entry>> open, Entry entry, std::unique_ptr<ByteFile> bytes)
-      : open_(std::move(open)),
-        entry_(open_->insert(open_->end(), std::move(entry))),
-        bytes_(std::move(bytes)) {}
-  RegisteredFile(const RegisteredFile&) = delete;
-  RegisteredFile& operator=(const RegisteredFile&) = delete;
-  ~RegisteredFile() override { open_->erase(entry_); }
+  MarkedFile(std::shared_ptr<const void> mark, std::unique_ptr<ByteFile> bytes)
+      : mark_(std::move(mark)), bytes_(std::move(bytes)) {}
 
   std::size_t Read(std::span<char> buffer) override { return bytes_->Read(buffer); }
   void Append(std::string_view bytes) override { bytes_->Append(bytes); }
 
  private:
-  std::shared_ptr<std::list<Entry>> open_;
-  std::list<Entry>::iterator entry_;
+  std::shared_ptr<const void> mark_;
   std::unique_ptr<ByteFile> bytes_;
 };
 
@@ -118,17 +112,23 @@ std::unique_ptr<TextChannel> OpenFiles::OpenChannel(std::int16_t number, std::u1
                                                     ChannelMode mode, std::unique_ptr<ByteFile> bytes,
                                                     const Locale& locale) {
   const bool is_for_reading = mode == ChannelMode::Input;
-  return std::make_unique<Channel>(
-      mode, Register({number, std::u16string(file), is_for_reading}, std::move(bytes)), locale);
+  auto mark = Mark({number, std::u16string(file), is_for_reading});
+  return std::make_unique<Channel>(mode, std::make_unique<MarkedFile>(std::move(mark), std::move(bytes)),
+                                   locale);
 }
 
 std::unique_ptr<ByteFile> OpenFiles::OpenStream(std::u16string_view file, bool is_for_reading,
                                                 std::unique_ptr<ByteFile> bytes) {
-  return Register({0, std::u16string(file), is_for_reading}, std::move(bytes));
+  return std::make_unique<MarkedFile>(MarkStream(file, is_for_reading), std::move(bytes));
 }
 
-std::unique_ptr<ByteFile> OpenFiles::Register(Entry entry, std::unique_ptr<ByteFile> bytes) {
-  return std::make_unique<RegisteredFile>(open_, std::move(entry), std::move(bytes));
+std::shared_ptr<const void> OpenFiles::MarkStream(std::u16string_view file, bool is_for_reading) {
+  return Mark({0, std::u16string(file), is_for_reading});
+}
+
+std::shared_ptr<const void> OpenFiles::Mark(Entry entry) {
+  const auto place = open_->insert(open_->end(), std::move(entry));
+  return {&*place, [open = open_, place](const Entry*) { open->erase(place); }};
 }
 
 }  // namespace qva

@@ -50,6 +50,8 @@ class OpenFiles {
   /// The bytes of a file that was opened for a stream. The file counts as open until they are dropped.
   std::unique_ptr<ByteFile> OpenStream(std::u16string_view file, bool is_for_reading,
                                        std::unique_ptr<ByteFile> bytes);
+  /// For a stream whose bytes are not ours: its file counts as open until the result is dropped.
+  std::shared_ptr<const void> MarkStream(std::u16string_view file, bool is_for_reading);
 
  private:
   struct Entry {
@@ -57,9 +59,9 @@ class OpenFiles {
     std::u16string file;
     bool is_for_reading = false;
   };
-  class RegisteredFile;
+  class MarkedFile;
 
-  std::unique_ptr<ByteFile> Register(Entry entry, std::unique_ptr<ByteFile> bytes);
+  std::shared_ptr<const void> Mark(Entry entry);
 
   /// Shared with the open files, which may outlive this.
   std::shared_ptr<std::list<Entry>> open_ = std::make_shared<std::list<Entry>>();

@@ -1,6 +1,5 @@
 #include "platform/forms/picker_dates.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "platform/date.h"
@@ -29,22 +28,12 @@ Date MovedByMonths(Date date, int months) {
   const DateParts parts = PartsOf(date);
   const int month = parts.year * 12 + parts.month - 1 + months;
   if (month < kFirstPickerYear * 12 || month >= (kLastPickerYear + 1) * 12) return date;
-  const Date first = DateFromParts(month / 12, month % 12 + 1, 1);
-  return {first.serial + std::min(parts.day, DaysInMonthOf(first)) - 1};
+  return AddMonths(date, months);
 }
 
 Date MovedByDays(Date date, int days) {
   const Date moved{date.serial + days};
   return IsPickerDay(moved) ? moved : date;
-}
-
-Date FirstOfMonth(Date date) {
-  const DateParts parts = PartsOf(date);
-  return DateFromParts(parts.year, parts.month, 1);
-}
-
-Date LastOfMonth(Date date) {
-  return {FirstOfMonth(date).serial + DaysInMonthOf(date) - 1};
 }
 
 int WeekdayOf(Date date) {
@@ -54,9 +43,7 @@ int WeekdayOf(Date date) {
 }
 
 int DaysInMonthOf(Date date) {
-  const DateParts parts = PartsOf(date);
-  if (parts.month == 12) return 31;
-  return PartsOf(DateFromParts(parts.year, parts.month + 1, 0)).day;
+  return PartsOf(LastOfMonth(date)).day;
 }
 
 }  // namespace qva

@@ -20,10 +20,6 @@ Date MovedByMonths(Date date, int months);
 /// The date so many days later, or earlier, or itself as above.
 Date MovedByDays(Date date, int days);
 
-/// The first and the last day of the date's month.
-Date FirstOfMonth(Date date);
-Date LastOfMonth(Date date);
-
 /// 0 for Monday to 6 for Sunday.
 int WeekdayOf(Date date);
 /// How many days the date's month has.

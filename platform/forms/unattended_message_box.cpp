@@ -11,8 +11,6 @@
 namespace qva {
 namespace {
 
-constexpr std::int32_t kButtonSetMask = 0xF;  // of a style; the rest is icon and behaviour
-
 struct ButtonName {
   std::u16string_view caption;
   std::u16string_view english;

@@ -222,7 +222,7 @@ ObjectPtr InterceptedFactory::Create(std::u16string_view programmatic_identifier
       programmatic_identifier.substr(programmatic_identifier.rfind(u'.') + 1);
   return core_
       ->Observe(call,
-                [&] { return Value(core_->Wrap(factory_.Create(programmatic_identifier), class_name)); })
+                [&] { return Value(core_->Wrap(target().Create(programmatic_identifier), class_name)); })
       .ToObject();
 }
 

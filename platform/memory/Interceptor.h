@@ -45,17 +45,16 @@ class Interceptor {
 ObjectPtr Unwrap(const ObjectPtr& object);
 
 /// A factory whose objects come out wrapped. A creation is a call of its own.
-class InterceptedFactory : public ObjectFactory {
+class InterceptedFactory : public ForwardingObjectFactory {
  public:
   /// Borrows the factory; shares the observers of the interceptor.
   InterceptedFactory(Interceptor& interceptor, ObjectFactory& factory)
-      : core_(interceptor.core_), factory_(factory) {}
+      : ForwardingObjectFactory(factory), core_(interceptor.core_) {}
 
   ObjectPtr Create(std::u16string_view programmatic_identifier) override;
 
  private:
   std::shared_ptr<Interceptor::Core> core_;
-  ObjectFactory& factory_;
 };
 
 /// A form factory whose forms are shown as a call: "frmDatePic.ShowModal". Their creation is one, too.

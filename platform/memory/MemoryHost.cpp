@@ -12,7 +12,7 @@ namespace qva {
 namespace {
 
 AutomationError HostError(std::u16string description) {
-  return AutomationError(kObjectErrorBase + 1, u"NVXCommonObjects", std::move(description));
+  return AutomationError(kObjectErrorBase + 1, std::u16string(host::kCommonLibrary), std::move(description));
 }
 
 template <class T>
@@ -230,8 +230,8 @@ class SettingsCollectionObject : public Described<SettingsCollectionObject> {
   void Add(std::u16string name, std::int32_t type, Value value) {
     if (name.empty()) throw HostError(u"A setting needs a name");
     if (FindItem(name)) {
-      throw AutomationError(457, u"NVXCommonObjects",
-                            u"This key is already associated with an element of this collection");
+      throw AutomationError(kKeyIsTaken, std::u16string(host::kCommonLibrary),
+                            StandardDescription(kKeyIsTaken));
     }
     items_.push_back(MakeRef<SettingsItemObject>(name, type, std::move(value)));
   }

@@ -6,7 +6,6 @@ namespace {
 /// The first button of each of Windows' button sets, which are the low digit of a style: OK · OK, Cancel ·
 /// Abort, Retry, Ignore · Yes, No, Cancel · Yes, No · Retry, Cancel.
 constexpr std::int32_t kFirstButtons[] = {1, 1, 3, 6, 6, 4};
-constexpr std::int32_t kButtonSetMask = 0xF;
 
 std::int32_t FirstButton(std::int32_t style) {
   const auto set = static_cast<std::size_t>(style & kButtonSetMask);

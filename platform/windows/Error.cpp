@@ -20,7 +20,7 @@ constexpr Translation kTranslations[] = {
     {DISP_E_UNKNOWNNAME, kUnsupportedMember},
     {DISP_E_PARAMNOTFOUND, kNamedArgumentNotFound},
     {DISP_E_TYPEMISMATCH, kTypeMismatch},
-    {DISP_E_NONAMEDARGS, 446},  // Object doesn't support named arguments
+    {DISP_E_NONAMEDARGS, kNoNamedArguments},
     {DISP_E_EXCEPTION, kAutomationFailed},
     {DISP_E_OVERFLOW, kOverflow},
     {DISP_E_BADINDEX, kSubscriptOutOfRange},

@@ -1,15 +1,19 @@
 #include "platform/windows/OwnFile.h"
 
 #include "platform/windows/WideText.h"
-#include "platform/windows/WindowsApi.h"
 
 namespace qva::windows {
 
-std::u16string OwnFile() {
+HINSTANCE OwnModule() {
   HMODULE module = nullptr;
-  constexpr DWORD kByAddress =
-      GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-  if (!GetModuleHandleExW(kByAddress, reinterpret_cast<LPCWSTR>(&OwnFile), &module)) return {};
+  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                     reinterpret_cast<LPCWSTR>(&OwnModule), &module);
+  return module;
+}
+
+std::u16string OwnFile() {
+  const HINSTANCE module = OwnModule();
+  if (!module) return {};
   std::wstring path(MAX_PATH, L'\0');
   for (;;) {
     const DWORD length = GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size()));

@@ -12,8 +12,6 @@
 namespace qva::windows {
 namespace {
 
-constexpr std::int32_t kArrayLocked = 10;  // the platform's trappable error
-
 // References within references and arrays within arrays: more than this is a VARIANT that contains itself.
 constexpr int kDeepest = 32;
 

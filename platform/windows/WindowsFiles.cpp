@@ -136,7 +136,8 @@ class OpenFile : public ByteFile {
 /// A stream of the automation object.
 class AutomationTextStream : public TextStream {
  public:
-  explicit AutomationTextStream(ObjectPtr stream) : stream_(std::move(stream)) {}
+  AutomationTextStream(ObjectPtr stream, std::shared_ptr<const void> mark)
+      : stream_(std::move(stream)), mark_(std::move(mark)) {}
   AutomationTextStream(const AutomationTextStream&) = delete;
   AutomationTextStream& operator=(const AutomationTextStream&) = delete;
   ~AutomationTextStream() override {
@@ -147,11 +148,12 @@ class AutomationTextStream : public TextStream {
 
  private:
   ObjectPtr stream_;
+  std::shared_ptr<const void> mark_;
 };
 
-std::unique_ptr<TextStream> StreamOf(const Value& result) {
+std::unique_ptr<TextStream> StreamOf(const Value& result, std::shared_ptr<const void> mark) {
   const ObjectPtr& stream = result.ToObject();
-  return stream ? std::make_unique<AutomationTextStream>(stream) : nullptr;
+  return stream ? std::make_unique<AutomationTextStream>(stream, std::move(mark)) : nullptr;
 }
 
 /// Sees to it that what was written is on the disk; false when it may not be.
@@ -225,15 +227,21 @@ std::unique_ptr<TextChannel> WindowsFiles::OpenChannel(std::int16_t number, std:
 }
 
 std::unique_ptr<TextStream> WindowsFiles::CreateTextStream(std::u16string_view path) {
-  open_.RequireStream(WholePath(path), false);
+  const std::u16string file = WholePath(path);
+  open_.RequireStream(file, false);
+  auto mark = open_.MarkStream(file, false);
   const ObjectPtr files = factory_.Create(kFileSystemObject);
-  return StreamOf(Call(files, u"CreateTextFile", Arguments{path}.Named(u"Unicode", true)));
+  return StreamOf(Call(files, u"CreateTextFile", Arguments{path}.Named(u"Unicode", true)), std::move(mark));
 }
 
 std::unique_ptr<TextStream> WindowsFiles::OpenTextStream(std::u16string_view path, StreamMode mode) {
-  open_.RequireStream(WholePath(path), mode == StreamMode::ForReading);
+  const std::u16string file = WholePath(path);
+  const bool is_for_reading = mode == StreamMode::ForReading;
+  open_.RequireStream(file, is_for_reading);
+  auto mark = open_.MarkStream(file, is_for_reading);
   const ObjectPtr files = factory_.Create(kFileSystemObject);
-  return StreamOf(Call(files, u"OpenTextFile", {path, static_cast<std::int32_t>(mode), true}));
+  return StreamOf(Call(files, u"OpenTextFile", {path, static_cast<std::int32_t>(mode), true}),
+                  std::move(mark));
 }
 
 std::u16string WindowsFiles::CurrentFolder() const {

@@ -1,16 +1,12 @@
 #include "server/calc/BasicError.h"
 
-#include <com/sun/star/container/XNameContainer.hpp>
-#include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/script/BasicErrorException.hpp>
 #include <com/sun/star/script/XInvocation.hpp>
-#include <com/sun/star/script/XLibraryContainer.hpp>
-#include <com/sun/star/script/provider/XScriptProvider.hpp>
-#include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 #include <cppuhelper/implbase1.hxx>
 #include <ooo/vba/XErrObject.hpp>
 #include <utility>
 
+#include "platform/calc/OwnModule.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 
@@ -51,28 +47,14 @@ class Taker : public cppu::WeakImplHelper1<css::script::XInvocation> {
 void PrepareErrors(const Reference<css::uno::XComponentContext>& context) {
   if (err_object) return;
   try {
-    const Reference<css::script::XLibraryContainer> libraries(
-        context->getServiceManager()->createInstanceWithContext(
-            "com.sun.star.script.ApplicationScriptLibraryContainer", context),
-        css::uno::UNO_QUERY_THROW);
-    const OUString library("QVA_VarnholtErrors");
-    if (libraries->hasByName(library)) libraries->removeLibrary(library);
-    const Reference<css::container::XNameContainer> modules = libraries->createLibrary(library);
-    modules->insertByName("HandOver", Any(OUString("Option VBASupport 1\n"
-                                                   "Function Main(Taker)\n"
-                                                   "  Dim ErrObject As Object\n"
-                                                   "  Set ErrObject = Err\n"
-                                                   "  Taker.Take ErrObject\n"
-                                                   "End Function\n")));
-    const auto providers = css::script::provider::theMasterScriptProviderFactory::get(context);
-    const auto script = providers->createScriptProvider(Any(OUString("user")))
-                            ->getScript(
-                                "vnd.sun.star.script:QVA_VarnholtErrors.HandOver.Main?language=Basic"
-                                "&location=application");
-    Sequence<sal_Int16> changed;
-    Sequence<Any> values;
-    script->invoke(SequenceOf({Any(Reference<css::script::XInvocation>(new Taker))}), changed, values);
-    libraries->removeLibrary(library);
+    const OwnModule own(context,
+                        "Option VBASupport 1\n"
+                        "Function Main(Taker)\n"
+                        "  Dim ErrObject As Object\n"
+                        "  Set ErrObject = Err\n"
+                        "  Taker.Take ErrObject\n"
+                        "End Function\n");
+    RunScript(own.Find("Main"), SequenceOf({Any(Reference<css::script::XInvocation>(new Taker))}));
   } catch (const css::uno::Exception&) {
     // RaiseInMacro has another way, if a poorer one.
   }

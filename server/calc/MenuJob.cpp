@@ -14,6 +14,7 @@
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/host.h"
+#include "platform/posix/RegistryFile.h"
 #include "platform/services.h"
 #include "platform/settings.h"
 #include "platform/text.h"
@@ -55,15 +56,14 @@ constexpr std::u16string_view kDoesNotCompile =
     u"Knygos makrokomandose yra klaida, todėl jų vykdyti negalima.\nAtverkite jas Basic rengyklėje "
     u"(„Priemonės → Makrokomandos → Taisyti makrokomandas“) ir pasirinkite „Kompiliuoti“.";
 constexpr std::u16string_view kNotSaved =
-    u"Pasirinktos knygos įrašyti nepavyko.\nPatikrinkite, ar galima rašyti į nustatymų failą (aplinkos "
-    u"kintamasis QVA_VARNHOLT_REGISTRY arba ~/.config/qva-varnholt/registry.reg).";
+    u"Pasirinktos knygos įrašyti nepavyko.\nPatikrinkite, ar galima rašyti į nustatymų failą: ";
 constexpr std::u16string_view kNoTemplate =
     u"Šablono nėra: plėtinys įdiegtas ne visas.\nĮdiekite jį iš naujo. Ieškota: ";
 constexpr std::u16string_view kNoGuide =
     u"Gido nėra: plėtinys įdiegtas ne visas.\nĮdiekite jį iš naujo. Ieškota: ";
 constexpr std::u16string_view kNotCopied = u"Naujos ataskaitos failo sukurti nepavyko: ";
 constexpr std::u16string_view kTooManyReports =
-    u"Naujai ataskaitai neliko laisvo vardo.\nSenas ataskaitas iš aplanko C:\\Pavyzdziai perkelkite kitur.";
+    u"Naujai ataskaitai neliko laisvo vardo.\nSenas ataskaitas perkelkite kitur iš aplanko ";
 constexpr std::u16string_view kFailed = u"Komandos įvykdyti nepavyko.";
 
 /// What the user is told in place of anything else.
@@ -115,7 +115,9 @@ void ChooseBook() {
   }
   const auto chosen = services.list_chooser->Choose(list, CurrentBook(services));
   if (!chosen) return;
-  if (!SetCurrentBook(services, list.rows.at(*chosen)[0])) throw Refusal(kNotSaved);
+  if (!SetCurrentBook(services, list.rows.at(*chosen)[0])) {
+    throw Refusal(std::u16string(kNotSaved) + FromUtf8(UserRegistryPath().string()));
+  }
   MakeArchive(services);
 }
 
@@ -141,7 +143,7 @@ fs::path NewReport() {
       throw Refusal(std::u16string(kNotCopied) + FromUtf8(failure.what()));
     }
   }
-  throw Refusal(kTooManyReports);
+  throw Refusal(std::u16string(kTooManyReports) + std::u16string(kReportsFolder));
 }
 
 std::u16string TextOf(const MacroFailure& failure) {

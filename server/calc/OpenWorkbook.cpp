@@ -8,12 +8,10 @@
 #include <com/sun/star/document/XEmbeddedScripts.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
-#include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/script/XInvocation.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/provider/ScriptFrameworkErrorException.hpp>
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
-#include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 #include <com/sun/star/sheet/XCellRangeReferrer.hpp>
 #include <com/sun/star/table/XCellRange.hpp>
 #include <com/sun/star/util/Date.hpp>
@@ -22,6 +20,7 @@
 #include <cppuhelper/implbase1.hxx>
 #include <vector>
 
+#include "platform/calc/OwnModule.h"
 #include "platform/calc/SystemPaths.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
@@ -44,9 +43,6 @@ using css::script::provider::XScriptProvider;
 using css::container::XNameContainer;
 using css::script::XLibraryContainer;
 
-/// The name of what stands in LibreOffice's libraries for a moment: no macro may have it.
-constexpr char kOwnName[] = "QVA_VarnholtRun";
-
 /// The library that LibreOffice gives every document.
 constexpr char kStandardLibrary[] = "Standard";
 
@@ -57,18 +53,6 @@ PropertyValue Property(const char* name, const Any& value) {
   property.Name = OUString::createFromAscii(name);
   property.Value = value;
   return property;
-}
-
-Any Invoke(const Reference<XScript>& script, const Sequence<Any>& arguments) {
-  Sequence<sal_Int16> changed;
-  Sequence<Any> values;
-  return script->invoke(arguments, changed, values);
-}
-
-Reference<XScript> FindScript(const Reference<XScriptProvider>& scripts, const OUString& name,
-                              const char* location) {
-  return scripts->getScript("vnd.sun.star.script:" + name +
-                            "?language=Basic&location=" + OUString::createFromAscii(location));
 }
 
 /// A module's own spelling of a name in any letter case, as Basic finds it; nothing where there is none.
@@ -194,19 +178,15 @@ bool Compiles(const Reference<XScriptProvider>& scripts, const OUString& library
   OUString text;
   modules->getByName(module) >>= text;
   std::u16string source = FromUno(text);
-  const std::u16string first = FromUno(kOwnName) + u"First", last = FromUno(kOwnName) + u"Last";
-  source += u"\nFunction " + last + u"()\n" + last + u" = 1\nEnd Function\n";
+  source += u"\nFunction QVA_VarnholtLast()\nQVA_VarnholtLast = 1\nEnd Function\n";
   source.insert(EndOfOptions(source),
-                u"Function " + first + u"()\n" + first + u" = " + last + u"()\nEnd Function\n");
-  modules->insertByName(kOwnName, Any(ToUno(source)));
-  Any result;
+                u"Function QVA_VarnholtFirst()\nQVA_VarnholtFirst = QVA_VarnholtLast()\nEnd Function\n");
+  const OwnModule copy(scripts, library, modules, ToUno(source));
   try {
-    result = Invoke(FindScript(scripts, library + "." + kOwnName + "." + ToUno(first), "document"), {});
+    return RunScript(copy.Find("QVA_VarnholtFirst"), {}).hasValue();
   } catch (const css::uno::Exception&) {
-    // Without a script there is no result, nor where it fails.
+    return false;  // without a script there is no result, nor where it fails
   }
-  modules->removeByName(kOwnName);
-  return result.hasValue();
 }
 
 /// A macro as our own calls it. Behind it, where the error has ended it and has not yet come to ours, Basic
@@ -221,8 +201,8 @@ class Called : public cppu::WeakImplHelper1<css::script::XInvocation> {
   void SAL_CALL setValue(const OUString&, const Any&) override {}
   Any SAL_CALL getValue(const OUString&) override { return {}; }
   Any SAL_CALL invoke(const OUString&, const Sequence<Any>&, Sequence<sal_Int16>&, Sequence<Any>&) override {
-    Invoke(macro_, {});
-    Invoke(line_of_error_, {}) >>= line_;
+    RunScript(macro_, {});
+    RunScript(line_of_error_, {}) >>= line_;
     return {};
   }
 
@@ -233,61 +213,21 @@ class Called : public cppu::WeakImplHelper1<css::script::XInvocation> {
 };
 
 /// A macro of ours that calls another one and gives back the error that it did not handle, which LibreOffice
-/// would end it with without a word. It stands in a library of the application, so that no document that is
-/// saved meanwhile has it, for as long as the object lives. A macro that runs may have another one called.
-class Caller {
- public:
-  explicit Caller(const Reference<css::uno::XComponentContext>& context)
-      : name_(OUString(kOwnName) + OUString::number(++running_)),
-        libraries_(context->getServiceManager()->createInstanceWithContext(
-                       "com.sun.star.script.ApplicationScriptLibraryContainer", context),
-                   UNO_QUERY_THROW) {
-    Remove();
-    libraries_->createLibrary(name_)->insertByName(
-        "Caller", Any(OUString("Option VBASupport 1\n"
-                               "Function Run(Macro)\n"
-                               "  On Error GoTo Failed\n"
-                               "  Err.Clear\n"
-                               "  Macro.Run\n"
-                               "  Run = Array()\n"
-                               "  Exit Function\n"
-                               "Failed:\n"
-                               "  Run = Array(Err.Number, Err.Source, Err.Description)\n"
-                               "End Function\n"
-                               "Function LineOfError()\n"
-                               "  LineOfError = Erl\n"
-                               "End Function\n")));
-    const Reference<XScriptProvider> scripts =
-        css::script::provider::theMasterScriptProviderFactory::get(context)->createScriptProvider(
-            Any(OUString("user")));
-    run_ = FindScript(scripts, name_ + ".Caller.Run", "application");
-    line_ = FindScript(scripts, name_ + ".Caller.LineOfError", "application");
-  }
-  ~Caller() {
-    --running_;
-    IgnoreFailures([&] { Remove(); });  // otherwise the next one removes it
-  }
-  Caller(const Caller&) = delete;
-  Caller& operator=(const Caller&) = delete;
-
-  /// Nothing when the macro was ended by an End statement. `line` becomes that of an error.
-  Any Call(const Reference<XScript>& macro, int& line) const {
-    const Reference<css::script::XInvocation> called(new Called(macro, line_, line));
-    return Invoke(run_, SequenceOf({Any(called)}));
-  }
-
- private:
-  void Remove() const {
-    if (libraries_->hasByName(name_)) libraries_->removeLibrary(name_);
-  }
-
-  inline static int running_ = 0;  ///< LibreOffice runs macros in one thread
-
-  OUString name_;
-  Reference<css::script::XLibraryContainer> libraries_;
-  Reference<XScript> run_;
-  Reference<XScript> line_;
-};
+/// would end it with without a word.
+constexpr char kCaller[] =
+    "Option VBASupport 1\n"
+    "Function Run(Macro)\n"
+    "  On Error GoTo Failed\n"
+    "  Err.Clear\n"
+    "  Macro.Run\n"
+    "  Run = Array()\n"
+    "  Exit Function\n"
+    "Failed:\n"
+    "  Run = Array(Err.Number, Err.Source, Err.Description)\n"
+    "End Function\n"
+    "Function LineOfError()\n"
+    "  LineOfError = Erl\n"
+    "End Function\n";
 
 }  // namespace
 
@@ -389,7 +329,10 @@ void OpenWorkbook::RunAutoClose() const {
 
 void OpenWorkbook::Call(const Reference<XScript>& called, const std::string& macro) const {
   int line = 0;
-  const Any outcome = Caller(context_).Call(called, line);
+  const OwnModule caller(context_, kCaller);
+  const Reference<css::script::XInvocation> macro_call(new Called(called, caller.Find("LineOfError"), line));
+  // Nothing when the macro was ended by an End statement.
+  const Any outcome = RunScript(caller.Find("Run"), SequenceOf({Any(macro_call)}));
 
   Sequence<Any> error;
   if (!(outcome >>= error)) {

@@ -31,7 +31,7 @@ class ComObject
     return Base::QueryInterface(interface_id, result);
   }
 
-  /// The end of an object may call Excel, as an operation does.
+  /// The end of an object may call Excel, as an operation does, and is part of the one that lets go of it.
   ULONG STDMETHODCALLTYPE Release() override {
     const windows::BusyBudget operation;
     return Base::Release();
@@ -53,6 +53,7 @@ class ComObject
   }
   HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments,
                                    VARIANT* result, EXCEPINFO* error, UINT* argument) override {
+    const windows::BusyBudget operation;
     const windows::ComPtr<ComObject> hold(this);
     return calls_.Invoke(id, flags, arguments, result, error, argument);
   }
@@ -78,6 +79,7 @@ class ComObject
   /// Calls the member at a place of the member table. The arguments are those of the vtable member, in order.
   template <class... Arguments>
   HRESULT Forward(std::size_t place, void* result, Arguments... arguments) noexcept {
+    const windows::BusyBudget operation;
     const windows::ComPtr<ComObject> hold(this);
     const void* const raw[] = {&arguments..., nullptr};
     return calls_.CallPlace(place, __uuidof(Interface), result, raw);

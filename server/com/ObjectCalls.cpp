@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/windows/Busy.h"
 #include "platform/windows/Error.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
@@ -144,7 +143,6 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
                             UINT* argument) const noexcept {
   if (!arguments || !IsSound(*arguments)) return E_INVALIDARG;
   if (result) VariantInit(result);
-  const windows::BusyBudget operation;
   LateArguments late;
   const Member* member = nullptr;
   LoggedCall logged;
@@ -185,7 +183,6 @@ HRESULT ObjectCalls::Invoke(DISPID id, WORD flags, DISPPARAMS* arguments, VARIAN
 
 HRESULT ObjectCalls::CallPlace(std::size_t place, REFIID interface_id, void* result,
                                const void* const* raw) const noexcept {
-  const windows::BusyBudget operation;
   LoggedCall logged;
   try {
     const Member& member = table_->members().at(place);

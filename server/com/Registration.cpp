@@ -12,8 +12,6 @@
 namespace qva::com {
 namespace {
 
-constexpr wchar_t kClasses[] = L"Software\\Classes\\";
-
 HKEY Hive(Scope scope) {
   return scope == Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
 }
@@ -132,14 +130,16 @@ std::optional<RegistrationFailure> UnregisterFrom(const Registration& registrati
   auto check = [&](LSTATUS code, const std::wstring& path) {
     if (code != ERROR_SUCCESS && !failure) failure = {code, scope, FullName(scope, path)};
   };
-  auto remove = [&](const std::wstring& tree) { check(DeleteTree(scope, kClasses + tree), kClasses + tree); };
+  auto remove = [&](const std::wstring& tree) {
+    check(DeleteTree(scope, kBelowClasses + tree), kBelowClasses + tree);
+  };
   std::ranges::for_each(registration.own_trees, remove);
-  if (!KeyExists(scope, kClasses + registration.other_bitness)) {
+  if (!KeyExists(scope, kBelowClasses + registration.other_bitness)) {
     std::ranges::for_each(registration.shared_trees, remove);
   }
   // A new account's own classes have none of these, perhaps not even a place; the machine's are never empty.
   for (const wchar_t* group : {L"\\CLSID", L"\\Interface", L"\\TypeLib", L""}) {
-    DeleteIfEmpty(scope, std::wstring(L"Software\\Classes") + group);
+    DeleteIfEmpty(scope, std::wstring(kClasses) + group);
   }
 
   if (failure) return failure;
@@ -176,8 +176,8 @@ std::wstring RegistrationFailure::Message() const {
 
 Scope ProbeScope() {
   RegistryHandle key;
-  const LSTATUS code = windows::OpenKey(HKEY_LOCAL_MACHINE, L"Software\\Classes",
-                                        KEY_CREATE_SUB_KEY | KEY_SET_VALUE | DELETE, key);
+  const LSTATUS code =
+      windows::OpenKey(HKEY_LOCAL_MACHINE, kClasses, KEY_CREATE_SUB_KEY | KEY_SET_VALUE | DELETE, key);
   return code == ERROR_SUCCESS ? Scope::Machine : Scope::User;
 }
 
@@ -190,7 +190,7 @@ std::optional<RegistrationFailure> Register(const Registration& registration, Sc
     if (const LSTATUS code = writer.Write(path, name, text)) failure = {code, scope, FullName(scope, path)};
   };
   for (const RegistrationValue& value : registration.values)
-    write(kClasses + value.key, value.name, value.text);
+    write(kBelowClasses + value.key, value.name, value.text);
   write(registration.record, windows::kBitnessKey, scope == Scope::Machine ? L"machine" : L"user");
   if (!failure && scope == Scope::Machine && IsRemembered(registration, Scope::User)) {
     failure = UnregisterFrom(registration, Scope::User);
@@ -229,7 +229,7 @@ std::wstring RegistryScript(const Registration& registration, Scope scope) {
   std::wstring script = L"Windows Registry Editor Version 5.00\r\n";
   std::wstring current;
   for (const RegistrationValue& value : registration.values) {
-    if (value.key != current) script += L"\r\n[" + FullName(scope, kClasses + value.key) + L"]\r\n";
+    if (value.key != current) script += L"\r\n[" + FullName(scope, kBelowClasses + value.key) + L"]\r\n";
     current = value.key;
     if (value.text)
       script += (value.name.empty() ? L"@" : Quoted(value.name)) + L"=" + Quoted(*value.text) + L"\r\n";

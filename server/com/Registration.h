@@ -9,6 +9,9 @@
 
 namespace qva::com {
 
+/// Where either hive has COM's classes, without and with the end before a name.
+inline constexpr wchar_t kClasses[] = L"Software\\Classes";
+inline constexpr wchar_t kBelowClasses[] = L"Software\\Classes\\";
 /// The library's own key of either hive.
 inline constexpr wchar_t kOwnKey[] = L"Software\\QVA_Varnholt";
 

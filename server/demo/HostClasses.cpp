@@ -29,8 +29,6 @@ std::wstring Identifier(const HostClass& host_class) {
   return windows::WideText(host_class.programmatic_identifier);
 }
 
-constexpr wchar_t kClassesKey[] = L"Software\\Classes\\";
-
 HKEY HiveOf(com::Scope scope) {
   return scope == com::Scope::Machine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
 }
@@ -41,7 +39,7 @@ std::optional<CLSID> ClassIn(const HostClass& host_class, com::Scope scope) {
   DWORD bytes = sizeof text;
   CLSID class_id = {};
   const LSTATUS code =
-      RegGetValueW(HiveOf(scope), (kClassesKey + Identifier(host_class) + L"\\CLSID").c_str(), nullptr,
+      RegGetValueW(HiveOf(scope), (com::kBelowClasses + Identifier(host_class) + L"\\CLSID").c_str(), nullptr,
                    RRF_RT_REG_SZ, nullptr, text, &bytes);
   if (code != ERROR_SUCCESS || FAILED(CLSIDFromString(text, &class_id))) return std::nullopt;
   return class_id;
@@ -51,7 +49,7 @@ std::optional<CLSID> ClassIn(const HostClass& host_class, com::Scope scope) {
 bool IsForeign(const HostClass& host_class, com::Scope scope) {
   windows::RegistryHandle key;
   const LSTATUS code =
-      windows::OpenKey(HiveOf(scope), kClassesKey + Identifier(host_class), KEY_QUERY_VALUE, key);
+      windows::OpenKey(HiveOf(scope), com::kBelowClasses + Identifier(host_class), KEY_QUERY_VALUE, key);
   return code != ERROR_FILE_NOT_FOUND && ClassIn(host_class, scope) != host_class.class_id;
 }
 
@@ -85,7 +83,7 @@ std::optional<std::wstring> ForeignKey() {
     for (const HostClass& host_class : kClasses) {
       if (!IsForeign(host_class, scope)) continue;
       return std::wstring(scope == com::Scope::Machine ? L"HKEY_LOCAL_MACHINE\\" : L"HKEY_CURRENT_USER\\") +
-             kClassesKey + Identifier(host_class);
+             com::kBelowClasses + Identifier(host_class);
     }
   }
   return std::nullopt;

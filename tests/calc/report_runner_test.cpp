@@ -349,7 +349,7 @@ TEST_F(ReportRunner, PutsNothingOfItsOwnIntoAFileThatTheMacroSaves) {
   const RunResult run = RunMacro("saves_itself");
   EXPECT_THAT(run.errors, HasSubstr("1234 (makrokomanda) after the save")) << "errors still arrive";
   EXPECT_THAT(Contents(folder / "macro.log.fods"),
-              AllOf(HasSubstr("Sub Main"), Not(HasSubstr("QVA_VarnholtRun"))));
+              AllOf(HasSubstr("Sub Main"), Not(HasSubstr("QVA_VarnholtOwn"))));
 }
 
 TEST_F(ReportRunner, ListsItsOwnFilesAloneAndExpectsOneOfThem) {

@@ -20,11 +20,13 @@ class Service {
 };
 
 /// Creates the host's components (platform/host.h) over the resources
-///   /books/CODE                    the book's name
-///   /books/CODE/company            table of one record: Code, VATCode, Name, Address, TEL, FA, DIR, FDIR
-///   /books/CODE/tables/name        table, its key first; the name is in lower case
-///   /books/CODE/documents?…        table: IDC, Code, Date, Name, by day and code; type, days and condition
-///   as asked /books/CODE/folders/KEY        a path key's folder; /folders/KEY where no book is meant
+/// - /books/CODE: the book's name
+/// - /books/CODE/company: table of one record: Code, VATCode, Name, Address, TEL, FA, DIR, FDIR
+/// - /books/CODE/tables/name: table, its key first; the name is in lower case
+/// - /books/CODE/documents?…: table: IDC, Code, Date, Name, by day and code; type, days and condition as
+///   asked
+/// - /books/CODE/folders/KEY: a path key's folder; /folders/KEY where no book is meant
+///
 /// A table has a line for each record below one of the fields' names and types ("Debit:money"), parted by
 /// tabs. What needs no data comes from the embedded host.
 class HttpHost : public ObjectFactory {

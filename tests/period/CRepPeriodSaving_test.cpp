@@ -32,12 +32,11 @@ TEST_F(ReportPeriodSaving, EditLeavesEveryCellWhenTheUserCancels) {
   SetRow(1, {u"BALTIJA", u"F2", 0, 14, u"BIU-B"});
   const auto before = Cells();
   const auto row = RowOf(1);
-  platform.forms.user = [](MemoryForm& form) {
+  EditAndLeave([](MemoryForm& form) {
     form.Type(u"txtQuater", u"3");
     form.Click(u"btSpecDelete");
     form.Click(u"btCancel");
-  };
-  EXPECT_FALSE(Edit());
+  });
   EXPECT_EQ(Cells(), before);
   EXPECT_EQ(RowOf(1), row);
 }
@@ -175,13 +174,22 @@ TEST_F(ReportPeriodSaving, EditShowsWhatItSaved) {
   EXPECT_EQ(RowOf(1)[1], Value(u"B1"));
 }
 
-TEST_F(ReportPeriodSaving, TwoSheetsKeepTheirOwnPeriods) {
+TEST_F(ReportPeriodSaving, SheetsOfAWorkbookShareItsPeriod) {
   NameCells();
+  const ObjectPtr second = Call(GetObject(workbook, u"Worksheets"), u"Add").ToObject();
   ObjectPtr other = Create(u"CRepPeriod");
-  Call(other, u"Init", {Sheet()});
+  Call(other, u"Init", {interceptor.Wrap(second, u"Worksheet")});
   EXPECT_TRUE(EditAndConfirm([](MemoryForm& form) { form.Type(u"txtYear", u"2026"); }));
-  platform.forms.user = [](MemoryForm& form) { EXPECT_EQ(form.Text(u"txtYear"), u"2026"); };
-  EXPECT_FALSE(Call(other, u"Edit").ToBoolean());
+  EditAndLeave(other, [](MemoryForm& form) { EXPECT_EQ(form.Text(u"txtYear"), u"2026"); });
+}
+
+TEST_F(ReportPeriodSaving, WorkbooksKeepTheirOwnPeriods) {
+  NameCells();
+  const ObjectPtr second = GetObject(excel->AddWorkbook(), u"ActiveSheet");
+  ObjectPtr other = Create(u"CRepPeriod");
+  Call(other, u"Init", {interceptor.Wrap(second, u"Worksheet")});
+  EXPECT_TRUE(EditAndConfirm([](MemoryForm& form) { form.Type(u"txtYear", u"2026"); }));
+  EditAndLeave(other, [](MemoryForm& form) { EXPECT_EQ(form.Text(u"txtYear"), u""); });
 }
 
 TEST_F(ReportPeriodSaving, EditKeepsEveryPlanCodeAsItIs) {
@@ -199,8 +207,7 @@ TEST_F(ReportPeriodSaving, EditKeepsEveryPlanCodeAsItIs) {
     EXPECT_EQ(At(u"AccPlan").ToText(), code);
     EXPECT_EQ(RowOf(At(u"BudgetCount").ToInt32())[1].ToText(), code);
     // The next dialog shows what this one kept.
-    platform.forms.user = [&](MemoryForm& form) { EXPECT_EQ(form.Text(u"cbAccPlan"), code); };
-    EXPECT_FALSE(Edit());
+    EditAndLeave([&](MemoryForm& form) { EXPECT_EQ(form.Text(u"cbAccPlan"), code); });
   }
 }
 
@@ -334,7 +341,10 @@ TEST_F(ReportPeriodSaving, EditKeepsTheTableThatTheDialogCouldNotShow) {
   const auto before = Cells();
   const auto row = RowOf(1);
   host.texts.erase(828);  // the filling ends before the grid
-  EXPECT_FALSE(EditAndConfirm([](MemoryForm& form) { EXPECT_EQ(form.RowCount(u"SpecGrid"), 0u); }));
+  EditAndLeave([](MemoryForm& form) {
+    EXPECT_EQ(form.RowCount(u"SpecGrid"), 0u);
+    form.Click(u"btOk");
+  });
   EXPECT_EQ(Cells(), before);
   EXPECT_EQ(RowOf(1), row);
 }

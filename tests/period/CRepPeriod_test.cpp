@@ -196,14 +196,13 @@ TEST_F(ReportPeriod, EditShowsTheNamedCells) {
   Set(u"RepLastPerEnd", DateFromParts(2023, 4, 30));
   Set(u"RepCurrPerBeg", DateFromParts(2024, 5, 1));
   Set(u"RepCurrPerEnd", DateFromParts(2024, 5, 31));
-  platform.forms.user = [](MemoryForm& form) {
+  EditAndLeave([](MemoryForm& form) {
     EXPECT_EQ(form.Text(u"cbAccPlan"), u"F1");
     EXPECT_EQ(form.Text(u"txtYear"), u"2024");
     EXPECT_EQ(form.Text(u"txtQuater"), u"2");
     EXPECT_EQ(form.Text(u"txtMonth"), u"5");
     EXPECT_EQ(form.Text(u"optMonth"), u"1");
-  };
-  EXPECT_FALSE(Edit());
+  });
   EXPECT_EQ(ShownPeriods(), "2023-04-01..2023-04-30 2024-05-01..2024-05-31");
 }
 

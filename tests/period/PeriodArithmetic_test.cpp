@@ -80,12 +80,6 @@ TEST(PeriodArithmetic, HasNoPeriodForNoKindAndTheUsersOwn) {
   EXPECT_EQ(ErrorNumberOf([] { CurrentPeriodOf(PeriodKind::User, 2024, 1, 1); }), kInvalidProcedureCall);
 }
 
-TEST(PeriodArithmetic, MovesADayThatTheMonthLacksToItsLastOne) {
-  EXPECT_EQ(AddMonths(DateFromParts(2024, 3, 31), -1), DateFromParts(2024, 2, 29));
-  EXPECT_EQ(AddMonths(DateFromParts(2023, 12, 31), 2), DateFromParts(2024, 2, 29));
-  EXPECT_EQ(AddMonths(DateFromParts(2024, 1, 15), -13), DateFromParts(2022, 12, 15));
-}
-
 TEST(LeadingNumber, ReadsTheNumberThatATextBeginsWith) {
   EXPECT_EQ(LeadingNumber(u"12x"), 12);
   EXPECT_EQ(LeadingNumber(u""), 0);

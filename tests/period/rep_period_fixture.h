@@ -35,6 +35,17 @@ class ReportPeriodTest : public LibraryTest {
     };
     return Edit();
   }
+  /// Lets the user, who is to see the dialog, do something and leave it.
+  void EditAndLeave(const std::function<void(MemoryForm&)>& user) { EditAndLeave(period, user); }
+  void EditAndLeave(const ObjectPtr& object, const std::function<void(MemoryForm&)>& user) {
+    bool is_shown = false;
+    platform.forms.user = [&](MemoryForm& form) {
+      is_shown = true;
+      user(form);
+    };
+    EXPECT_FALSE(Call(object, u"Edit").ToBoolean());
+    EXPECT_TRUE(is_shown);
+  }
 
   excel::Names Names() { return excel::Workbook(workbook).Names(); }
   /// All names of the workbook with what they refer to.
@@ -79,29 +90,27 @@ class ReportPeriodTest : public LibraryTest {
   }
   /// What the dialog is given, shown to a user who cancels.
   std::string ShownPeriods() {
-    std::string shown = "not shown";
-    platform.forms.user = [&](MemoryForm& form) {
+    std::string shown;
+    EditAndLeave([&](MemoryForm& form) {
       const auto day = [&](std::u16string_view name) {
         return ToUtf8(FormatByWindowsPattern(ui::Get<ui::DatePicker>(form, name).Value(), u"yyyy-MM-dd"));
       };
       shown = day(u"edPrevBegDate") + ".." + day(u"edPrevEndDate") + " " + day(u"edCurrBegDate") + ".." +
               day(u"edCurrEndDate");
-    };
-    Edit();
+    });
     return shown;
   }
   /// The rows that the dialog shows.
   std::vector<std::vector<std::u16string>> ShownRows() {
     std::vector<std::vector<std::u16string>> rows;
-    platform.forms.user = [&](MemoryForm& form) {
+    EditAndLeave([&](MemoryForm& form) {
       for (std::size_t row = 0; row < form.RowCount(u"SpecGrid"); ++row) {
         rows.emplace_back();
         for (const ui::GridColumn& column : form.Columns(u"SpecGrid")) {
           rows.back().push_back(form.CellText(u"SpecGrid", row, column.name));
         }
       }
-    };
-    Edit();
+    });
     return rows;
   }
 

@@ -73,6 +73,18 @@ TEST_F(DateTest, YearsBeyond100To9999Raise5) {
   EXPECT_EQ(RaisedBy([=] { DateFromParts(least, least, least); }), kInvalidProcedureCall);
 }
 
+TEST_F(DateTest, MovesADayThatTheMonthLacksToItsLastOne) {
+  EXPECT_EQ(AddMonths(DateFromParts(2024, 3, 31), -1), DateFromParts(2024, 2, 29));
+  EXPECT_EQ(AddMonths(DateFromParts(2023, 12, 31), 2), DateFromParts(2024, 2, 29));
+  EXPECT_EQ(AddMonths(DateFromParts(2024, 1, 15), -13), DateFromParts(2022, 12, 15));
+}
+
+TEST_F(DateTest, KnowsTheEndsOfTheMonth) {
+  EXPECT_EQ(FirstOfMonth(DateFromParts(2024, 2, 17)), DateFromParts(2024, 2, 1));
+  EXPECT_EQ(LastOfMonth(DateFromParts(2024, 2, 17)), DateFromParts(2024, 2, 29));
+  EXPECT_EQ(LastOfMonth(DateFromParts(9999, 12, 1)), DateFromParts(9999, 12, 31));
+}
+
 TEST_F(DateTest, PartsComeBackForEveryDay) {
   int year = 100, month = 1, day = 1;
   for (int serial = -657434; serial <= 2958465; serial += 37) {

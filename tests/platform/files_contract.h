@@ -312,6 +312,38 @@ TYPED_TEST_P(FilesContract, AFileThatAChannelWritesIsDeniedToStreams) {
   EXPECT_EQ(this->Content(u"x.txt"), "line\r\n");
 }
 
+TYPED_TEST_P(FilesContract, AFileThatAStreamHasOpenIsDeniedToChannels) {
+  this->SetContent(u"x.txt", "x");
+  for (const StreamMode stream_mode : {StreamMode::ForReading, StreamMode::ForAppending}) {
+    const auto stream = this->files.OpenTextStream(this->At(u"x.txt"), stream_mode);
+    for (const ChannelMode mode : {ChannelMode::Output, ChannelMode::Append}) {
+      EXPECT_EQ(this->OpenError(u"X.txt", mode), kPermissionDenied);
+    }
+    // What comes of two that only read is the platform's own.
+    if (stream_mode == StreamMode::ForReading) continue;
+    EXPECT_EQ(this->OpenError(u"X.txt", ChannelMode::Input), kPermissionDenied);
+  }
+  EXPECT_EQ(this->Content(u"x.txt"), "x");
+  EXPECT_EQ(this->OpenError(u"x.txt", ChannelMode::Output), 0);
+}
+
+TYPED_TEST_P(FilesContract, AFileThatAStreamHasOpenIsDeniedToOtherStreams) {
+  this->SetContent(u"x.txt", "x");
+  for (const StreamMode first : {StreamMode::ForReading, StreamMode::ForAppending}) {
+    const auto stream = this->files.OpenTextStream(this->At(u"x.txt"), first);
+    const auto open = [&](StreamMode mode) {
+      return this->Raised([&] { this->files.OpenTextStream(this->At(u"X.txt"), mode); });
+    };
+    EXPECT_EQ(this->Raised([&] { this->files.CreateTextStream(this->At(u"X.txt")); }), kPermissionDenied);
+    EXPECT_EQ(open(StreamMode::ForAppending), kPermissionDenied);
+    if (first == StreamMode::ForReading) continue;
+    EXPECT_EQ(open(StreamMode::ForReading), kPermissionDenied);
+  }
+  const auto created = this->files.CreateTextStream(this->At(u"y.txt"));
+  EXPECT_EQ(this->Raised([&] { this->files.CreateTextStream(this->At(u"Y.txt")); }), kPermissionDenied);
+  EXPECT_EQ(this->Content(u"x.txt"), "x");
+}
+
 // Operations.
 
 TYPED_TEST_P(FilesContract, DeletesAFile) {
@@ -408,6 +440,20 @@ TYPED_TEST_P(FilesContract, CopiesNoOpenFile) {
             kPermissionDenied);
   EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"x.txt")); }),
             kPermissionDenied);
+  EXPECT_EQ(this->Content(u"x.txt"), "x");
+  EXPECT_EQ(this->Content(u"y.txt"), "y");
+}
+
+TYPED_TEST_P(FilesContract, CopiesNoFileThatAStreamHasOpen) {
+  this->SetContent(u"x.txt", "x");
+  this->SetContent(u"y.txt", "y");
+  for (const StreamMode mode : {StreamMode::ForReading, StreamMode::ForAppending}) {
+    const auto stream = this->files.OpenTextStream(this->At(u"x.txt"), mode);
+    EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"y.txt")); }),
+              kPermissionDenied);
+    EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"x.txt")); }),
+              kPermissionDenied);
+  }
   EXPECT_EQ(this->Content(u"x.txt"), "x");
   EXPECT_EQ(this->Content(u"y.txt"), "y");
 }
@@ -511,11 +557,13 @@ REGISTER_TYPED_TEST_SUITE_P(
     TheEmptyPathIsError76, ANameThatCannotBeIsError52, AsterisksDeleteNothing, AFolderIsNoFile,
     ACreatedStreamWritesUtf16WithItsMark, AnAppendingStreamWritesAnsiWhateverTheFileHolds,
     OpeningAStreamCreatesTheFile, AStreamForReadingCannotBeWritten, AStreamNeedsItsFolder,
-    AStreamTakesNoFileNumber, AFileThatAChannelWritesIsDeniedToStreams, DeletesAFile, RenamesAFile,
-    RenamesNothingToATakenName, RenamesNothingThatIsMissing, NeitherDeletesNorRenamesAFileThatAChannelHasOpen,
-    NeitherDeletesNorRenamesAFileThatAStreamHasOpen, CopiesContentAndTime, CopiesNothingThatIsMissing,
-    CopiesNoFileOntoItself, CopiesNoOpenFile, CreatesAFolder, CreatesOneFolderAtATime,
-    CreatesNoFolderInPlaceOfAnything, AFileIsNoFolder, FindsTheFilesOfAFolderByName, TellsLengthAndTime,
-    NamesIgnoreLetterCase, SlashesAndDotsAreUnderstood, RelativePathsStartFromTheCurrentFolder);
+    AStreamTakesNoFileNumber, AFileThatAChannelWritesIsDeniedToStreams,
+    AFileThatAStreamHasOpenIsDeniedToChannels, AFileThatAStreamHasOpenIsDeniedToOtherStreams, DeletesAFile,
+    RenamesAFile, RenamesNothingToATakenName, RenamesNothingThatIsMissing,
+    NeitherDeletesNorRenamesAFileThatAChannelHasOpen, NeitherDeletesNorRenamesAFileThatAStreamHasOpen,
+    CopiesContentAndTime, CopiesNothingThatIsMissing, CopiesNoFileOntoItself, CopiesNoOpenFile,
+    CopiesNoFileThatAStreamHasOpen, CreatesAFolder, CreatesOneFolderAtATime, CreatesNoFolderInPlaceOfAnything,
+    AFileIsNoFolder, FindsTheFilesOfAFolderByName, TellsLengthAndTime, NamesIgnoreLetterCase,
+    SlashesAndDotsAreUnderstood, RelativePathsStartFromTheCurrentFolder);
 
 }  // namespace qva

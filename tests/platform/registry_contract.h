@@ -1,9 +1,8 @@
 // What Registry promises, as tests that every adapter passes. A Store is made for each test and brings the
 // adapter:
 // - Registry& registry(): the adapter.
-// - std::u16string root(): the path below HKEY_CURRENT_USER of a key that is not there yet. What a test
-// leaves
-//   below it is gone with the store.
+// - std::u16string root(): the path below HKEY_CURRENT_USER of a key that is not there yet. What a
+//   test leaves below it is gone with the store.
 #pragma once
 
 #include <gmock/gmock.h>

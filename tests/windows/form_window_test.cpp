@@ -76,19 +76,6 @@ TEST_F(FormWindowTest, DisablesEveryWindowOfTheThreadAndLeavesThoseThatWereDisab
   EXPECT_FALSE(IsWindowEnabled(disabled.window));
 }
 
-TEST_F(FormWindowTest, CanBeShownAgainButNotTwiceAtATime) {
-  int refusal = 0;
-  Show({});
-  Show({[&] {
-    try {
-      form->ShowModal();
-    } catch (const AutomationError& error) {
-      refusal = error.number();
-    }
-  }});
-  EXPECT_EQ(refusal, kFormAlreadyDisplayed);
-}
-
 TEST_F(FormWindowTest, RaisesWhatAHandlerRaisesWhenItIsGone) {
   Get<ui::Button>(u"btDelete").on_click = [] { throw std::bad_alloc(); };
   bool raised = false;
@@ -101,6 +88,21 @@ TEST_F(FormWindowTest, RaisesWhatAHandlerRaisesWhenItIsGone) {
   EXPECT_FALSE(form->Visible());
   EXPECT_TRUE(IsWindowEnabled(below->window));
   Show({});  // nothing of it is left
+}
+
+TEST_F(FormWindowTest, RaisesTheFirstOfSeveralErrorsOfHandlers) {
+  Get<ui::Button>(u"btOk").on_click = [] { throw AutomationError(kOverflow); };
+  Get<ui::Button>(u"btDelete").on_click = [&] {
+    SendMessageW(Window(u"btOk"), BM_CLICK, 0, 0);
+    throw AutomationError(kTypeMismatch);
+  };
+  int number = 0;
+  try {
+    Show({[&] { SendMessageW(Window(u"btDelete"), BM_CLICK, 0, 0); }});
+  } catch (const AutomationError& error) {
+    number = error.number();
+  }
+  EXPECT_EQ(number, kOverflow);
 }
 
 TEST_F(FormWindowTest, RaisesWhatAKeysHandlerRaises) {
@@ -323,26 +325,6 @@ TEST_F(FormWindowTest, ClosingAFormWithoutCancelButtonHidesIt) {
 }
 
 // --- Making and unmaking -----------------------------------------------------------------------------------
-
-TEST_F(FormWindowTest, RefusesADescriptionThatContradictsItself) {
-  const auto refusal = [](const std::function<void(ui::FormDescription&)>& spoil) {
-    ui::FormDescription description = FormWithAllKinds();
-    spoil(description);
-    try {
-      NativeForms().Create(description);
-      return 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
-  };
-  EXPECT_EQ(refusal([](ui::FormDescription&) {}), 0);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[2].name = u"txtYear"; }), kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[2].parent = u"nobody"; }), kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[4].parent = u"txtYear"; }), kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.controls[0].parent = u"Frame1"; }), kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.default_button = u"nobody"; }), kInternalError);
-  EXPECT_EQ(refusal([](ui::FormDescription& form) { form.cancel_button = u"txtYear"; }), kInternalError);
-}
 
 /// Closes a message box when one is in front.
 void CALLBACK CloseBox(HWND, UINT, UINT_PTR, DWORD) {

@@ -12,6 +12,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <sstream>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -229,12 +230,17 @@ ReportStatus RunBatch(const BatchOptions& options, std::ostream& err) {
   Outcomes outcomes;
   for (const Job& job : jobs) outcomes.push_back(EarlierOutcome(job));
   ProgressLine progress(jobs, outcomes, err);
-  std::vector<std::thread> workers;
+  std::vector<std::jthread> workers;
   workers.reserve(static_cast<std::size_t>(options.workers));
-  for (int n = 0; n < options.workers; ++n) {
-    workers.emplace_back([&] { Work(options, jobs, progress); });
+  try {
+    for (int n = 0; n < options.workers; ++n) {
+      workers.emplace_back([&] { Work(options, jobs, progress); });
+    }
+  } catch (const std::system_error&) {
+    // Fewer workers take longer.
+    if (workers.empty()) throw;
   }
-  for (std::thread& worker : workers) worker.join();
+  workers.clear();
   progress.Close();
 
   const double seconds = SecondsSince(begin);

@@ -62,7 +62,7 @@ ReportStatus CheckMachine(const CheckOptions& options, std::ostream& out) {
   findings.Needs(office.has_value(), "LibreOffice" + (office ? " (" + office->string() + ")" : std::string()),
                  "there is no soffice on the search path; install libreoffice-calc");
   const fs::path modules = fs::absolute(options.office.build_folder);
-  for (const auto& [file, what] : {std::pair("libqva_calc.so", "the library's component"),
+  for (const auto& [file, what] : {std::pair(kComponentFile, "the library's component"),
                                    std::pair("libqva_host.so", "the embedded host")}) {
     findings.Needs(fs::is_regular_file(modules / file), what + (" (" + (modules / file).string() + ")"),
                    "there is no such file; --build-folder names where it stands");

@@ -178,7 +178,7 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
   // LibreOffice leaves its temporary files where it is stopped.
   fs::create_directory(folder / "tmp");
   environment["TMPDIR"] = (folder / "tmp").string();
-  WriteText(folder / "qva.components", Components(fs::absolute(options.build_folder) / "libqva_calc.so"));
+  WriteText(folder / "qva.components", Components(fs::absolute(options.build_folder) / kComponentFile));
 
   std::vector<std::string> arguments = {office->string(), "--norestore", "--nologo", "--nodefault",
                                         "--nolockcheck"};
@@ -217,7 +217,7 @@ std::string WhyNoOffice(const OfficeOptions& options) {
   if (!FindProgram("soffice")) {
     return "LibreOffice is missing: there is no soffice on the search path. Install libreoffice-calc.";
   }
-  const fs::path component = fs::absolute(options.build_folder) / "libqva_calc.so";
+  const fs::path component = fs::absolute(options.build_folder) / kComponentFile;
   return fs::exists(component) ? std::string() : "There is no " + component.string();
 }
 

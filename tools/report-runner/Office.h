@@ -18,8 +18,11 @@ namespace qva {
 /// A job as LibreOffice takes it: environment variables (server/calc/ReportJob.h, docs/installation.md).
 using Variables = std::map<std::string, std::string>;
 
+/// The component's file in the build folder.
+inline constexpr char kComponentFile[] = "libqva_calc.so";
+
 struct OfficeOptions {
-  std::filesystem::path build_folder;    ///< of libqva_calc.so and libqva_host.so
+  std::filesystem::path build_folder;    ///< of kComponentFile and libqva_host.so
   std::filesystem::path host_resources;  ///< of sample.sql and QVAFormRes.txt
   bool show = false;                     ///< on the user's screen
 };

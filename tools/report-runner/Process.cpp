@@ -34,6 +34,12 @@ std::vector<char*> PointersTo(const std::vector<std::string>& texts) {
   return pointers;
 }
 
+/// Makes a file one of the three that a program starts with.
+void Redirect(const FileDescriptor& file, int standard) {
+  // Where that one was closed, the file may have its number already.
+  if (dup2(file.get(), standard) == standard) fcntl(standard, F_SETFD, 0);
+}
+
 /// Our environment, with these variables.
 std::vector<std::string> EnvironmentWith(std::map<std::string, std::string> variables) {
   for (char** own = environ; *own; ++own) {
@@ -58,10 +64,10 @@ Process::Process(const std::vector<std::string>& arguments,
   if (pid_ < 0) throw std::runtime_error("cannot start " + arguments[0]);
   if (pid_ == 0) {
     setpgid(0, 0);
-    const int null = open("/dev/null", O_RDONLY);
-    dup2(null, STDIN_FILENO);
-    const int error_file = open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    if (error_file >= 0) dup2(error_file, STDERR_FILENO);
+    const FileDescriptor null(open("/dev/null", O_RDONLY | O_CLOEXEC));
+    Redirect(null, STDIN_FILENO);
+    const FileDescriptor error_file(open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+    Redirect(error_file, STDERR_FILENO);
     execvpe(pointers[0], pointers.data(), variable_pointers.data());
     _exit(127);
   }

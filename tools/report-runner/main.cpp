@@ -127,7 +127,7 @@ void AddOfficeOptions(CLI::App& command, OfficeOptions& office) {
       .add_option("--build-folder", office.build_folder,
                   "where libqva_calc.so and libqva_host.so stand (those that came with this program)")
       ->type_name("PATH")
-      ->check([](const std::string& path) { return IsThere(fs::path(path) / "libqva_calc.so", Kind::File); });
+      ->check([](const std::string& path) { return IsThere(fs::path(path) / kComponentFile, Kind::File); });
   command
       .add_option("--host-resources", office.host_resources,
                   "folder of the embedded host's texts and sample company (that came with this program)")

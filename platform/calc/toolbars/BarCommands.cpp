@@ -51,7 +51,11 @@ void BarCommands::Tell(const Listener& listener) {
 Reference<css::frame::XDispatch> BarCommands::queryDispatch(const css::util::URL& url, const OUString& target,
                                                             sal_Int32 flags) {
   if (url.Complete.startsWith(kProtocol)) return this;
-  return slave_.is() ? slave_->queryDispatch(url, target, flags) : Reference<css::frame::XDispatch>();
+  Reference<css::frame::XDispatch> found;
+  IgnoreFailures([&] {
+    if (slave_.is()) found = slave_->queryDispatch(url, target, flags);
+  });
+  return found;
 }
 
 Sequence<Reference<css::frame::XDispatch>> BarCommands::queryDispatches(

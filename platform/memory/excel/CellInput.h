@@ -20,13 +20,11 @@ struct CellEntry {
 
 /// A cell's contents after `value` was put into it, as Excel reads it from a macro (in the notation of the
 /// United States, whatever the regional settings are):
-/// - Empty, Null and the empty text clear the cell; numbers, dates and amounts become Double, the latter two
-/// in
-///   a format of theirs; Booleans and error values stay what they are; an object stands for its default
-///   property.
-/// - Text that begins with "=" is a formula, "TRUE" is a Boolean, "#N/A" an error; what reads like a number,
-/// a
-///   date or a time is one (TypedText.h); an apostrophe in front keeps any of them as text.
+/// - Empty, Null and the empty text clear the cell; numbers, dates and amounts become Double, the latter
+///   two in a format of theirs; Booleans and error values stay what they are; an object stands for its
+///   default property.
+/// - Text that begins with "=" is a formula, "TRUE" is a Boolean, "#N/A" an error; what reads like a
+///   number, a date or a time is one (TypedText.h); an apostrophe in front keeps any of them as text.
 /// - `as_text` (the cell's number format is "@") takes texts as they are, apostrophes included, and makes
 ///   texts of numbers, dates and Booleans.
 /// Raises 1004 for a formula that cannot be read, an array, a date outside of the years 1900 to 9999 and a

@@ -51,11 +51,11 @@ class FormWindow : public ui::Form {
   NativeControl* Focused() const;
   /// Brings the control's page to the front and gives it the focus, at once or as soon as the form is shown.
   void Focus(NativeControl& control);
-  /// To the next (1) or the previous (-1) control.
   /// Whether the control that is to have the focus can have it.
   bool HasField() const;
   /// Gives the focus to the first control that is not the row of tabs.
   void FocusFirstField();
+  /// To the next (1) or the previous (-1) control.
   void MoveFocus(int step);
   /// Shows which button Enter presses: this one while it has the focus, the default one for null.
   void MarkDefault(const NativeControl* button);
@@ -66,7 +66,7 @@ class FormWindow : public ui::Form {
     try {
       return body();
     } catch (...) {
-      failure_ = std::current_exception();
+      if (!failure_) failure_ = std::current_exception();
       Hide();
       return 0;
     }

@@ -19,13 +19,6 @@ class Locked {
 
 }  // namespace
 
-HINSTANCE OwnModule() {
-  HMODULE module = nullptr;
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                     reinterpret_cast<LPCWSTR>(&OwnModule), &module);
-  return module;
-}
-
 WindowClassUse::WindowClassUse(WindowClass& window_class) : class_(window_class) {
   const Locked locked;
   if (class_.uses == 0) {

@@ -2,12 +2,9 @@
 // before it is unloaded.
 #pragma once
 
-#include "platform/windows/WindowsApi.h"
+#include "platform/windows/OwnFile.h"
 
 namespace qva::windows {
-
-/// The file that this code was loaded from, as the owner of window classes and resources.
-HINSTANCE OwnModule();
 
 /// One class of windows. Make it a constant of the source file that creates them.
 struct WindowClass {

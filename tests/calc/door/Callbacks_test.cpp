@@ -219,6 +219,9 @@ TEST_F(Callbacks, AnswerForAsManyCommandsAsWereAskedForWhateverFails) {
   ASSERT_EQ(found.getLength(), 2);
   EXPECT_TRUE(found[0].is());
   EXPECT_FALSE(found[1].is());
+  Reference<css::frame::XDispatch> foreign = found[0];
+  EXPECT_NO_THROW(foreign = commands->queryDispatch(requests[1].FeatureURL, "", 0));
+  EXPECT_FALSE(foreign.is());
 }
 
 TEST_F(Callbacks, EndWhatFailsWhileBarsAreShown) {

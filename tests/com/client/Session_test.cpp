@@ -1,6 +1,7 @@
 // A report session from the client's side: what it costs, and that nothing of it stays.
 #include "platform/windows/Busy.h"
 #include "tests/com/client/client.h"
+#include "tests/windows/windows_test.h"
 
 namespace qva::com {
 namespace {
@@ -219,6 +220,52 @@ TEST_F(Session, TheEndOfAnObjectWaitsForABusyExcelOnceHoweverManyCallsItMakes) {
   const std::int32_t tries = Invoke(*control_, turned_away, kCall).value.ToInt32() - before;
   EXPECT_GT(tries, 1);
   EXPECT_LT(tries, 2 * kTries);
+  EXPECT_EQ(global->ResetConnectEX(LeftOut()), S_OK);
+}
+
+// The sheet, too, is busy, and lets go of the toolbars that are asked to read it.
+TEST_F(Session, ACallWaitsForABusyExcelOnceThoughItsObjectEndsWithIt) {
+  const ComPtr<IDispatch> excel = NewRegistered(L"QVA_TestBench.Excel");
+  const ComPtr<IDispatch> host = NewRegistered(L"NVXCommonObjects.CommonObjects");
+  const Bstr code(u"MEDVILNE");
+  const ComPtr<IDispatch> book = Object(host, L"CreateBook", {Text(code)});
+  const auto global = New<_gExcelObject>(CLSID_gExcelObject);
+  short count = 0;
+  EXPECT_EQ(global->InitConnectEX(excel.get(), LeftOut(), book.get(), &count), S_OK);
+
+  const DISPID busy = IdOf(*control_, L"BeBusy");
+  const DISPID turned_away = IdOf(*control_, L"TurnedAway");
+  constexpr std::int32_t kTries = windows::kBusyLimitMilliseconds / windows::kBusyPauseMilliseconds + 1;
+  for (const bool is_late : {false, true}) {
+    SCOPED_TRACE(is_late);
+    ASSERT_EQ(global->InitToolBars(), S_OK);
+    ComPtr<_CToolbars> toolbars;
+    toolbars.Obtain([&](_CToolbars** received) { return global->get_oToolBars(received); });
+    const auto sheet = windows::NewDispatch();
+    sheet->names = {u"Parent"};
+    sheet->invoke = [&](const windows::InvokeCall&) {
+      if (toolbars) {
+        EXPECT_EQ(global->ResetToolBars(), S_OK);
+        Invoke(*control_, busy, kCall, {Number(1)});
+        toolbars = {};
+      }
+      return RPC_E_CALL_REJECTED;
+    };
+    const std::int32_t before = Invoke(*control_, turned_away, kCall).value.ToInt32();
+    _CToolbars* raw = toolbars.get();
+    const DISPID member = IdOf(*raw, L"CreateToolbar");
+    unsigned char id = 0;
+    if (is_late) {
+      Invoke(*raw, member, kCall, {ObjectArgument(sheet.get())});
+    } else {
+      raw->CreateToolbar(sheet.get(), &id);
+    }
+    Invoke(*control_, busy, kCall, {Number(0)});
+    const std::int32_t tries = Invoke(*control_, turned_away, kCall).value.ToInt32() - before;
+    EXPECT_GT(sheet->calls, kTries / 2) << "the call waited";
+    EXPECT_GT(tries, 0) << "the end was turned away, too";
+    EXPECT_LT(tries, kTries / 2);
+  }
   EXPECT_EQ(global->ResetConnectEX(LeftOut()), S_OK);
 }
 

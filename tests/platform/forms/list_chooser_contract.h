@@ -3,6 +3,7 @@
 // - static bool IsThere(): whether lists can be shown here at all.
 // - void Pick(std::u16string_view code): what the user will do with the next list, "Sąrašas": pick this row.
 // - void Leave(): the same: leave it.
+//   The user fails the test when that list never comes.
 // - ListChooser& chooser(): the adapter, once it was told what the user will do.
 #pragma once
 

@@ -1,9 +1,8 @@
 // What MessageBox promises, as tests that every adapter passes. A User is made for each test and brings the
 // adapter:
 // - static bool IsThere(): whether boxes can be shown here at all.
-// - void Press(std::u16string_view title, std::int32_t button): what the user will do with the next box,
-// which
-//   has this title: press the button in this place, the first being 1.
+// - void Press(std::u16string_view title, std::int32_t button): what the user will do with the next
+//   box, which has this title: press the button in this place, the first being 1.
 // - void Close(std::u16string_view title): the same: close it.
 // - MessageBox& box(): the adapter, once it was told what the user will do.
 #pragma once

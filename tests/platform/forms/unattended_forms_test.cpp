@@ -28,6 +28,14 @@ class UnattendedDesk {
 /// Has a file of one answer for each list.
 class UnattendedListUser {
  public:
+  UnattendedListUser() = default;
+  UnattendedListUser(const UnattendedListUser&) = delete;
+  UnattendedListUser& operator=(const UnattendedListUser&) = delete;
+  ~UnattendedListUser() {
+    const std::string log = FileContent(folder_ / "log");
+    EXPECT_EQ(std::ranges::count(log, '\n'), awaited_) << log;
+    EXPECT_THAT(log, testing::Not(testing::HasSubstr("ERROR")));
+  }
   static bool IsThere() { return true; }
   void Pick(std::u16string_view code) { Answer("list = " + ToUtf8(code)); }
   void Leave() { Answer("list"); }
@@ -35,10 +43,12 @@ class UnattendedListUser {
 
  private:
   void Answer(const std::string& answer) {
+    ++awaited_;
     WriteFile(folder_ / "answers", answer);
     forms_.emplace(folder_ / "answers", folder_ / "log", clock_, locale_);
   }
 
+  std::ptrdiff_t awaited_ = 0;
   TemporaryFolder folder_;
   MemoryClock clock_;
   MemoryLocale locale_;

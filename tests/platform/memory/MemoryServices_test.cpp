@@ -33,8 +33,13 @@ class MemorysClock {
 
 class MemoryListUser {
  public:
+  MemoryListUser() = default;
+  MemoryListUser(const MemoryListUser&) = delete;
+  MemoryListUser& operator=(const MemoryListUser&) = delete;
+  ~MemoryListUser() { EXPECT_EQ(chooser_.shown.size(), awaited_); }
   static bool IsThere() { return true; }
   void Pick(std::u16string_view code) {
+    ++awaited_;
     chooser_.user = [code = std::u16string(code)](const ChoiceList& list, std::u16string_view) {
       std::optional<std::size_t> picked;
       for (std::size_t row = 0; row < list.rows.size(); ++row) {
@@ -43,10 +48,14 @@ class MemoryListUser {
       return picked;
     };
   }
-  void Leave() { chooser_.user = nullptr; }
+  void Leave() {
+    ++awaited_;
+    chooser_.user = nullptr;
+  }
   ListChooser& chooser() { return chooser_; }
 
  private:
+  std::size_t awaited_ = 0;
   MemoryListChooser chooser_;
 };
 

@@ -27,7 +27,6 @@ using windows::TextOf;
 using windows::WideText;
 
 constexpr std::u16string_view kLibraryFile = u"QVA_Varnholt.dll";
-constexpr std::u16string_view kClasses = u"Software\\Classes\\";
 constexpr View kOtherView = kOwnBitness == Bitness::x64 ? View::x86 : View::x64;
 
 std::u16string GuidText(const CLSID& id) {
@@ -99,7 +98,7 @@ class Prober {
     HiveFacts facts{.hive = hive};
     for (const com::RegistrationValue& value : com::DescribeRegistration(L"").values) {
       const std::u16string key = TextOf(value.key.c_str());
-      const std::u16string path = std::u16string(kClasses) + key;
+      const std::u16string path = TextOf(com::kBelowClasses) + key;
       const std::optional<std::u16string> text = ReadText(root, path, TextOf(value.name.c_str()));
       ++facts.expected;
       if (text || (!value.text && HasKey(root, path))) ++facts.present;
