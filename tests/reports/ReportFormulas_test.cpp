@@ -52,26 +52,35 @@ class LooksLikeARange : public Described<LooksLikeARange> {
   ObjectPtr Part(const std::u16string&) { return ObjectPtr(this); }
 };
 
-/// A range that gives an array's formula in braces, as LibreOffice does; so do those that it leads to.
-class InBraces : public Object {
+/// A range of an array formula in another spelling than its own: how it is given, and how it is entered. So
+/// do those that it leads to.
+class Spelled : public Object {
  public:
-  explicit InBraces(ObjectPtr inner) : inner_(std::move(inner)) {}
+  Spelled(ObjectPtr inner, std::u16string_view given, std::u16string_view entered)
+      : inner_(std::move(inner)), given_(given), entered_(entered) {}
 
   Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override {
+    if (member == u"FormulaArray" && access == Access::Put) {
+      EXPECT_EQ(arguments.positional.front(), Value(entered_));
+      Arguments own{u"=1+1"};
+      return inner_->Invoke(access, member, own);
+    }
     const Value result = inner_->Invoke(access, member, arguments);
     if (result.Is(Value::Type::Object) && !result.IsNothing()) {
-      return ObjectPtr(MakeRef<InBraces>(result.ToObject()));
+      return ObjectPtr(MakeRef<Spelled>(result.ToObject(), given_, entered_));
     }
     if (member != u"Formula" || access != Access::Get) return result;
-    if (result.Is(Value::Type::Text)) return u"{" + result.ToText() + u"}";
+    if (result.Is(Value::Type::Text)) return given_;
     Array block = result.ToArray();
-    for (Value& formula : block.elements) formula = u"{" + formula.ToText() + u"}";
+    for (Value& formula : block.elements) formula = given_;
     return block;
   }
   std::u16string TypeName() const override { return inner_->TypeName(); }
 
  private:
   ObjectPtr inner_;
+  std::u16string given_;
+  std::u16string entered_;
 };
 
 class Formulas : public ReportTest {
@@ -359,6 +368,7 @@ TEST_F(Formulas, OfAnObjectThatOnlyLooksLikeARangeRaiseAnError) {
     EXPECT_EQ(raised(1, count, one), kTypeMismatch) << count;
     EXPECT_EQ(raised(count, 1, one), kTypeMismatch) << count;
   }
+  EXPECT_EQ(raised(0, 1, Array::Block(0, 1, {})), kTypeMismatch) << "though it gives what it has";
   const std::int32_t most = std::numeric_limits<std::int32_t>::max();
   EXPECT_EQ(raised(most, most, one), kTypeMismatch);
   EXPECT_EQ(raised(most, 1, one), kTypeMismatch);
@@ -460,6 +470,14 @@ TEST_F(Formulas, OfTextsInWhichSomethingMayBeReadGoOneByOne) {
     EXPECT_EQ(count.calls(), 10 + 2) << ToUtf8(text);
     EXPECT_EQ(At(u"B1"), Value(text));
   }
+}
+
+TEST_F(Formulas, ThatYieldErrorsGoOneByOne) {
+  Set(u"A1:A3", u"=1/0");
+  StartOver();
+  Clear(u"A1:A3");  // no block of LibreOffice's holds an error
+  EXPECT_EQ(count.calls(), 10 + 3 * 3);
+  EXPECT_EQ(At(u"A3"), Value(ErrorValue{xlErrDiv0}));
 }
 
 TEST_F(Formulas, OfTextsGoTogetherOnlyWhileEachCharacterIsHarmless) {
@@ -715,7 +733,9 @@ TEST_F(Formulas, OfAnArrayOfPlainValuesAreStillThereWhereTheirBlockIsRefused) {
 
 TEST_F(Formulas, OfAnArrayComeBackWhenACallFails) {
   const ObjectPtr cells = TracedCells(u"A1:A2");
-  for (const ObjectPtr& area : {cells, ObjectPtr(MakeRef<InBraces>(cells))}) {
+  const ObjectPtr in_braces = MakeRef<Spelled>(cells, u"{=1+1}", u"=1+1");  // as LibreOffice gives it
+  const ObjectPtr constants = MakeRef<Spelled>(cells, u"={2;2}", u"={2;2}");
+  for (const ObjectPtr& area : {cells, in_braces, constants}) {
     bool has_failed = true;
     for (long n = 1; has_failed; ++n) {
       SCOPED_TRACE(n);
