@@ -157,7 +157,8 @@ sub mutants_of {
   my $left_alone = 0;  # up to which token
   for my $i (0 .. $#t) {
     my ($word, $kind) = @{ $t[$i] }{qw(text kind)};
-    $left_alone = $partner->{ $i + 1 } if $word eq 'static_assert';
+    # Room that is kept for what comes shows in nothing else.
+    $left_alone = $partner->{ $i + 1 } if $word =~ /^(?:static_assert|reserve)$/ && $t[ $i + 1 ]{text} eq '(';
     # The members' tables, which the guide gives letter by letter.
     $left_alone = $partner->{ $i + 3 } if $word eq 'Describe' && ($t[ $i + 3 ]{text} // '') eq '{';
     next if $i < $left_alone;
