@@ -67,6 +67,18 @@ TEST_F(LongReports, ClearFormulasTellsHowManyAreDoneOnceASecond) {
   EXPECT_LE(static_cast<std::int64_t>(bar.size()), seconds + 2);
 }
 
+TEST_F(LongReports, ClearFormulasCountsTheCellsOfBlocksSingleOnesAndArrays) {
+  Set(u"A1", u"=\"007\"");
+  Put(Cells(u"B1:C3"), u"FormulaArray", u"=1+1");
+  Put(Cells(u"D1:D2"), u"FormulaArray", u"=1+1");
+  Set(u"E1:E2", u"=1+1");
+  call_time.PerCall(milliseconds(1000));
+  Call(reports, u"ClearFormulas", {TracedCells(u"A1:E3")});
+  for (const char* done : {"0 iš 11", "2 iš 11", "3 iš 11", "9 iš 11"}) {
+    EXPECT_THAT(Bar(), Contains(HasSubstr(std::string("Formulės keičiamos reikšmėmis: ") + done)));
+  }
+}
+
 TEST_F(LongReports, TheOtherCallsOfClearFormulasStayTheSame) {
   FillFormulas();
   Clear();

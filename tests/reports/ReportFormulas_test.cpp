@@ -392,6 +392,15 @@ TEST_F(Formulas, OfAnObjectThatGivesFewerValuesThanCellsRaiseAnError) {
   }
 }
 
+TEST_F(Formulas, OfACellThatDoesNotTellItsFormatAreWrittenAsOfAnyOther) {
+  auto range = MakeRef<LooksLikeARange>();
+  range->formula = u"=1";
+  range->values = 1.0;
+  range->format = Null{};
+  Call(reports, u"ClearFormulas", {ObjectPtr(range)});
+  EXPECT_TRUE(range->values.Is(Value::Type::Array)) << "as a block";
+}
+
 TEST_F(Formulas, OfARectangleKeepTheKindOfEachValue) {
   struct Kind {
     const char16_t* formula;
@@ -554,6 +563,17 @@ TEST_F(Formulas, OfOneCellCostTwelveCalls) {
   EXPECT_THAT(trace.lines(), testing::ElementsAreArray(kOneCell));
 }
 
+TEST_F(Formulas, OfACellOfTextsAreReplacedWhileItsFormatIsGeneral) {
+  Set(u"A1", u"=1+1");
+  Put(Cells(u"A1"), u"NumberFormat", u"@");
+  StartOver();
+  Clear(u"A1");
+  EXPECT_THAT(trace.Text(), testing::EndsWith("Range.Cells(1, 1).NumberFormat = \"General\"\n"
+                                              "Range.Cells(1, 1).FormulaLocal = \"\"\n"
+                                              "Range.Cells(1, 1).Value = 2\n"
+                                              "Range.Cells(1, 1).NumberFormat = \"@\"\n"));
+}
+
 TEST_F(Formulas, CellsWithoutFormulasCostSevenCallsHoweverManyTheyAre) {
   for (const auto* area : {u"A1", u"A1:A1000", u"A1:J10000"}) {
     Set(area, 1);
@@ -613,6 +633,43 @@ TEST_F(Formulas, AreReadInBlocksWhereACellByCellReadWouldNotFitIntoMemory) {
   EXPECT_EQ(FormulaOf(u"C65536"), u"1");
 }
 
+TEST_F(Formulas, OfAsManyCellsAsABlockHoldsAreReadAtOnce) {
+  Set(u"A1", u"=1");
+  StartOver();
+  Clear(u"A:B");
+  EXPECT_EQ(count.calls(), 10 + 2);
+  Set(u"A1", u"=1");
+  Set(u"C43690", u"=1");  // the last row of the first block of three columns
+  StartOver();
+  Clear(u"A:C");
+  EXPECT_EQ(count.calls(), 6 + 10 + (2 + 3 + 2 * 2));
+  EXPECT_EQ(FormulaOf(u"C43690"), u"1");
+}
+
+TEST_F(Formulas, OfColumnsBesideTheUsedOnesAreNotSought) {
+  Set(u"B2", u"=1");
+  for (const char16_t* area : {u"C:E", u"D:F"}) {
+    StartOver();
+    Clear(area);
+    EXPECT_EQ(count.calls(), 6 + 10) << ToUtf8(area);
+  }
+}
+
+TEST_F(Formulas, OfAnArrayAreAskedOfItOnce) {
+  Put(Cells(u"C3:E5"), u"FormulaArray", u"=1+1");
+  StartOver();
+  Clear(u"B2:E5");
+  EXPECT_EQ(count.calls(), 8 + 6 + 15 + 5 + 2) << "for block, its place, the array, its values and theirs";
+  EXPECT_EQ(FormulaOf(u"E5"), u"2");
+}
+
+TEST_F(Formulas, OfARowLongerThanABlockAreReadRowByRow) {
+  auto range = MakeRef<LooksLikeARange>();
+  range->columns = (1 << 17) + 1;
+  range->formula = Array::Block(1, range->columns, std::vector<Value>((1 << 17) + 1));
+  Call(reports, u"ClearFormulas", {ObjectPtr(range)});
+}
+
 // --- Refusals
 
 TEST_F(Formulas, KeepWhatWasDoneBeforeACallThatFails) {
@@ -647,6 +704,19 @@ TEST_F(Formulas, OfABlockThatIsRefusedGoCellByCell) {
     EXPECT_EQ(FormulaOf(u"A1"), n <= 10 ? u"=1+1" : u"2");
     EXPECT_EQ(FormulaOf(u"B2"), n <= 10 ? u"=1+1" : u"2");
   }
+}
+
+TEST_F(Formulas, BehindTheLastCellOfARefusedBlockStillGoTogether) {
+  for (const char16_t* cells : {u"A2:B3", u"C3", u"F5"}) Set(cells, u"=1+1");
+  StartOver(12);  // the block A2:B3
+  Clear(u"A1:F5");
+  EXPECT_TRUE(failure.has_failed());
+  std::vector<std::string> written(trace.lines().begin() + 12, trace.lines().end());
+  std::erase_if(written, [](const std::string& line) { return line.find(".Value") == line.npos; });
+  EXPECT_THAT(written, ElementsAre("Range.Cells(2, 1).Value = 2", "Range.Cells(2, 2).Value = 2",
+                                   "Range.Cells(3, 1).Value = 2", "Range.Cells(3, 2).Value = 2",
+                                   "Range.Range(\"C3:C3\").Value2 = Array(2)",
+                                   "Range.Range(\"F5:F5\").Value2 = Array(2)"));
 }
 
 TEST_F(Formulas, BehindARefusedOneStayAlsoWhereABlockWasAheadOfIt) {
