@@ -124,8 +124,15 @@ TEST_F(LongReports, PagesAreToldAndTheBarIsExcelsWhileTheUserIsAsked) {
   Print(true, 3);
   EXPECT_THAT(Bar(), Contains("Application.StatusBar = \"Spausdinami puslapiai: 0 iš 3\""));
   EXPECT_THAT(Bar(), Contains("Application.StatusBar = \"Spausdinami puslapiai: 2 iš 3\""));
+  EXPECT_THAT(Bar(), Not(Contains(HasSubstr("3 iš 3")))) << "the last one is not printed yet";
   EXPECT_THAT(bars, ElementsAre(Value(false), Value(false), Value(false)));
   EXPECT_EQ(Get(excel, u"StatusBar"), Value(false));
+}
+
+TEST_F(LongReports, AnAnswerThatTakesLongIsNoPrinting) {
+  platform.message_box.on_show = [&] { platform.clock.Advance(milliseconds(60000)); };
+  Print(true, 1);
+  EXPECT_THAT(Bar(), IsEmpty());
 }
 
 TEST_F(LongReports, SavingIsToldWhenTheFirstSaveTookLong) {
