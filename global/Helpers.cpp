@@ -25,11 +25,11 @@ std::size_t PositionOf(std::u16string_view what, std::u16string_view text) {
 }  // namespace
 
 std::u16string FormatMessage(std::u16string_view text, const Value& parameters) {
-  std::u16string result(text);
-  if (result.empty()) return result;
+  if (text.empty()) return {};
   if (!parameters.Is(Value::Type::Array) || parameters.AsArray().dimensions.size() != 1) {
     throw AutomationError(kSubscriptOutOfRange);
   }
+  std::u16string result(text);
   const Array& array = parameters.AsArray();
   const std::int32_t lower = array.dimensions[0].lower;
   for (std::size_t n = array.elements.size(); n-- > 0;) {

@@ -130,7 +130,7 @@ std::vector<Place> RectanglesOf(Marks marks, std::int64_t columns) {
   for (std::int64_t row = 0; row < rows; ++row) {
     for (std::int64_t column = 0; column < columns; ++column) {
       if (!is_marked(row, column)) continue;
-      std::int64_t end_column = column + 1;
+      std::int64_t end_column = column;
       while (end_column < columns && is_marked(row, end_column)) ++end_column;
       std::int64_t end_row = row;
       const auto is_row_marked = [&] {
@@ -300,9 +300,10 @@ class Freezing {
     progress_.Say(kSearching);
     const std::vector<Value> formulas = ElementsOf(cells.Formula(), rows, columns);
     Block block{cells, rows, columns, {}, {}};
-    for (std::size_t n = 0; n < formulas.size(); ++n) {
-      if (!HoldsFormula(formulas[n])) continue;
-      block.formulas.push_back({static_cast<std::int64_t>(n), formulas[n].As<std::u16string>()});
+    std::int64_t position = 0;
+    for (const Value& formula : formulas) {
+      if (HoldsFormula(formula)) block.formulas.push_back({position, formula.As<std::u16string>()});
+      ++position;
     }
     if (block.formulas.empty()) return;
     if (cells.HasArray() != Value(false)) TakeArrays(block);
@@ -356,8 +357,8 @@ class Freezing {
   /// The formulas whose values can be written as blocks.
   static Marks PlainCells(const Turn& turn) {
     const Block& block = turn.block;
+    if (IsTextFormat(turn.format)) return {};
     Marks marks(block.size());
-    if (IsTextFormat(turn.format)) return marks;
     for (const Found& found : block.formulas) {
       const auto position = static_cast<std::size_t>(found.position);
       marks[position] = IsPlain(turn.block.values[position]);
@@ -401,7 +402,6 @@ class Freezing {
     if (!is_written) {
       // One of its cells may be refused, or the block as such.
       FreezeEach(turn, (rectangle.end_row() - 2) * block.columns + rectangle.end_column() - 1);
-      return;
     }
     ForEachPosition(rectangle, block.columns, [&](std::size_t position) {
       if (!turn.is_done[position]) ++done_;

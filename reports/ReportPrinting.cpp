@@ -58,7 +58,7 @@ void CReports::Spauzd(excel::Worksheet sh, bool Out, bool AskBeforePage, std::ui
       return;
     }
     print_area.SetVisible(true);
-    if (AskBeforePage && Out) progress.Pause();
+    progress.Pause();  // the answer may take long
     if (!Out) {
       sh.PrintPreview();
     } else if (!AskBeforePage || WantsAllAtOnce()) {

@@ -63,7 +63,6 @@ void CReports::SaveDoc(excel::Range rYear, excel::Range rQuater, bool& Saved, bo
     form->SaveReport(workbook_, name, period.year, period.part);
     if (form->ErrorStatus() != 0) {
       Saved = false;
-      progress.Pause();
       Tell(form->ErrorDescr());
     } else {
       progress.Say(kSaving);

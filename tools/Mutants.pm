@@ -157,9 +157,10 @@ sub mutants_of {
   my $left_alone = 0;  # up to which token
   for my $i (0 .. $#t) {
     my ($word, $kind) = @{ $t[$i] }{qw(text kind)};
-    $left_alone = $partner->{ $i + 1 } if $word eq 'static_assert';
+    # Room that is kept for what comes shows in nothing else.
+    $left_alone = $partner->{ $i + 1 } if $word =~ /^(?:static_assert|reserve)$/ && $t[ $i + 1 ]{text} eq '(';
     # The members' tables, which the guide gives letter by letter.
-    $left_alone = $partner->{ $i + 3 } if $word eq 'Description' && ($t[ $i + 3 ]{text} // '') eq '{';
+    $left_alone = $partner->{ $i + 3 } if $word eq 'Describe' && ($t[ $i + 3 ]{text} // '') eq '{';
     next if $i < $left_alone;
     if ($kind eq 'number') {
       my $other = other_number($word);
@@ -168,7 +169,7 @@ sub mutants_of {
       $change->($i, $i, $word =~ s/"\)?$/~$&/r) unless $i && $t[ $i - 1 ]{text} eq 'extern';
     } elsif ($kind eq 'character') {
       $change->($i, $i, $word =~ s/'.*'$/$word =~ m{~} ? q('^') : q('~')/ser);
-    } elsif ($kind eq 'word' && $constants->{$word} && substr($text, $t[$i]{at} + length $word) !~ /^(?: = |\{|,? *\/\/\/<|,?\n *k?[A-Z]\w* = )/) {
+    } elsif ($kind eq 'word' && $constants->{$word} && substr($text, $t[$i]{at} + length $word) !~ /^(?: = |\{|\.npos|,? *\/\/\/<|,?\n *k?[A-Z]\w* = )/) {
       $change->($i, $i, $constants->{$word});
     } elsif ($word eq '!') {
       $change->($i, $i, '');
@@ -213,7 +214,7 @@ sub mutants_of {
 
   for (statements_of($parsed)) {
     my ($block, $from, $i) = @$_;
-    next if $block > 2 && $t[ $block - 3 ]{text} eq 'Description';
+    next if $block > 2 && $t[ $block - 3 ]{text} eq 'Describe';
     my $statement = $source->($from, $i);
     if ($statement =~ /^return (.*);$/s) {
       $change->($from + 1, $i - 1, '{}') if $1 !~ /^(?:\{\}|true|false|nullptr|0|[\w:.]+\(\))$/ && $is_plain->($from + 1, $i - 1);

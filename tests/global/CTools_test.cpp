@@ -447,6 +447,8 @@ TEST_F(Tools, SearchTheFolderThemselvesWhereExcelHasNoSearch) {
   }
   EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Nera", u"*"}), Value(false));
   EXPECT_EQ(Call(tools, u"FileExist", {u"", u""}), Value(false));
+  platform.files.SetFile(u"C:\\Ataskaita.xls", "");
+  EXPECT_EQ(Call(tools, u"FileExist", {u"", u"Ataskaita.xls"}), Value(false)) << "no folder is not the root";
 }
 
 TEST_F(Tools, TakeTheSearchForMissingWhateverExcelCallsIt) {
@@ -473,11 +475,15 @@ TEST_F(Tools, LetAnErrorWithinExcelsSearchPassThatLooksAsIfItWereMissing) {
 }
 
 TEST_F(Tools, AskForTheOneFileWhereExcelHasNoSearch) {
-  platform.files.SetFile(u"C:\\Arch\\Ataskaita.xls", "");
+  for (const auto* file : {u"C:\\Arch\\Ataskaita.xls", u"C:\\Arch\\Ataska~1.xls"}) {
+    platform.files.SetFile(file, "");
+  }
   platform.files.SetFolder(u"C:\\Arch\\2024.xls");
   platform.faults.files.Refuse(FaultyFiles::Operation::Find);  // a folder that may not be listed
   excel->RemoveFileSearch();
-  EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch\\", u"Ataskaita.xls"}), Value(true));
+  for (const auto* name : {u"Ataskaita.xls", u"Ataska~1.xls"}) {
+    EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch\\", name}), Value(true));
+  }
   for (const auto* name : {u"Kita.xls", u"Kita~1.xls"}) {
     EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", name}), Value(false));
   }

@@ -98,8 +98,19 @@ TEST_F(Helpers, TextBetweenWithNothingBetweenTakesTheCharactersAround) {
   EXPECT_EQ(GetTextBetween(u"20101112", u"10", u"11"), u"10");
 }
 
-TEST_F(Helpers, TextBetweenWithoutTheEndMarkIsAnInvalidCall) {
-  EXPECT_EQ(ErrorNumberOf([] { GetTextBetween(u"2010", u"10", u"11"); }), kInvalidProcedureCall);
+TEST_F(Helpers, TextBetweenWithoutTheEndMarkOrWithItInFrontOfAllIsAnInvalidCall) {
+  for (const char16_t* text : {u"2010", u"1110"}) {
+    EXPECT_EQ(ErrorNumberOf([&] { GetTextBetween(text, u"10", u"11"); }), kInvalidProcedureCall);
+  }
+}
+
+TEST_F(Helpers, TextBetweenWithoutTheBeginMarkCountsItsLengthFromTheFirstCharacter) {
+  EXPECT_EQ(GetTextBetween(u"ab-11", u"x", u"11"), u"a-");
+}
+
+TEST_F(Helpers, TextBetweenWithTheEndMarkAheadHasWhatStandsBehindTheOneAndBeforeTheOther) {
+  EXPECT_EQ(GetTextBetween(u"a11.10b", u"10", u"11"), u"ba");
+  EXPECT_EQ(GetTextBetween(u"a11.10", u"10", u"11"), u"a");
 }
 
 TEST_F(Helpers, CountStopsAtTheEndsOfSixteenBits) {

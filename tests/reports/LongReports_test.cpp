@@ -67,6 +67,18 @@ TEST_F(LongReports, ClearFormulasTellsHowManyAreDoneOnceASecond) {
   EXPECT_LE(static_cast<std::int64_t>(bar.size()), seconds + 2);
 }
 
+TEST_F(LongReports, ClearFormulasCountsTheCellsOfBlocksSingleOnesAndArrays) {
+  Set(u"A1", u"=\"007\"");
+  Put(Cells(u"B1:C3"), u"FormulaArray", u"=1+1");
+  Put(Cells(u"D1:D2"), u"FormulaArray", u"=1+1");
+  Set(u"E1:E2", u"=1+1");
+  call_time.PerCall(milliseconds(1000));
+  Call(reports, u"ClearFormulas", {TracedCells(u"A1:E3")});
+  for (const char* done : {"0 iš 11", "2 iš 11", "3 iš 11", "9 iš 11"}) {
+    EXPECT_THAT(Bar(), Contains(HasSubstr(std::string("Formulės keičiamos reikšmėmis: ") + done)));
+  }
+}
+
 TEST_F(LongReports, TheOtherCallsOfClearFormulasStayTheSame) {
   FillFormulas();
   Clear();
@@ -112,8 +124,15 @@ TEST_F(LongReports, PagesAreToldAndTheBarIsExcelsWhileTheUserIsAsked) {
   Print(true, 3);
   EXPECT_THAT(Bar(), Contains("Application.StatusBar = \"Spausdinami puslapiai: 0 iš 3\""));
   EXPECT_THAT(Bar(), Contains("Application.StatusBar = \"Spausdinami puslapiai: 2 iš 3\""));
+  EXPECT_THAT(Bar(), Not(Contains(HasSubstr("3 iš 3")))) << "the last one is not printed yet";
   EXPECT_THAT(bars, ElementsAre(Value(false), Value(false), Value(false)));
   EXPECT_EQ(Get(excel, u"StatusBar"), Value(false));
+}
+
+TEST_F(LongReports, AnAnswerThatTakesLongIsNoPrinting) {
+  platform.message_box.on_show = [&] { platform.clock.Advance(milliseconds(60000)); };
+  Print(true, 1);
+  EXPECT_THAT(Bar(), IsEmpty());
 }
 
 TEST_F(LongReports, SavingIsToldWhenTheFirstSaveTookLong) {

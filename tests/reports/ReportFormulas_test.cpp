@@ -52,26 +52,35 @@ class LooksLikeARange : public Described<LooksLikeARange> {
   ObjectPtr Part(const std::u16string&) { return ObjectPtr(this); }
 };
 
-/// A range that gives an array's formula in braces, as LibreOffice does; so do those that it leads to.
-class InBraces : public Object {
+/// A range of an array formula in another spelling than its own: how it is given, and how it is entered. So
+/// do those that it leads to.
+class Spelled : public Object {
  public:
-  explicit InBraces(ObjectPtr inner) : inner_(std::move(inner)) {}
+  Spelled(ObjectPtr inner, std::u16string_view given, std::u16string_view entered)
+      : inner_(std::move(inner)), given_(given), entered_(entered) {}
 
   Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override {
+    if (member == u"FormulaArray" && access == Access::Put) {
+      EXPECT_EQ(arguments.positional.front(), Value(entered_));
+      Arguments own{u"=1+1"};
+      return inner_->Invoke(access, member, own);
+    }
     const Value result = inner_->Invoke(access, member, arguments);
     if (result.Is(Value::Type::Object) && !result.IsNothing()) {
-      return ObjectPtr(MakeRef<InBraces>(result.ToObject()));
+      return ObjectPtr(MakeRef<Spelled>(result.ToObject(), given_, entered_));
     }
     if (member != u"Formula" || access != Access::Get) return result;
-    if (result.Is(Value::Type::Text)) return u"{" + result.ToText() + u"}";
+    if (result.Is(Value::Type::Text)) return given_;
     Array block = result.ToArray();
-    for (Value& formula : block.elements) formula = u"{" + formula.ToText() + u"}";
+    for (Value& formula : block.elements) formula = given_;
     return block;
   }
   std::u16string TypeName() const override { return inner_->TypeName(); }
 
  private:
   ObjectPtr inner_;
+  std::u16string given_;
+  std::u16string entered_;
 };
 
 class Formulas : public ReportTest {
@@ -359,6 +368,7 @@ TEST_F(Formulas, OfAnObjectThatOnlyLooksLikeARangeRaiseAnError) {
     EXPECT_EQ(raised(1, count, one), kTypeMismatch) << count;
     EXPECT_EQ(raised(count, 1, one), kTypeMismatch) << count;
   }
+  EXPECT_EQ(raised(0, 1, Array::Block(0, 1, {})), kTypeMismatch) << "though it gives what it has";
   const std::int32_t most = std::numeric_limits<std::int32_t>::max();
   EXPECT_EQ(raised(most, most, one), kTypeMismatch);
   EXPECT_EQ(raised(most, 1, one), kTypeMismatch);
@@ -380,6 +390,15 @@ TEST_F(Formulas, OfAnObjectThatGivesFewerValuesThanCellsRaiseAnError) {
     EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"ClearFormulas", {ObjectPtr(range)}); }), kTypeMismatch);
     EXPECT_EQ(range->formula, formulas) << "nothing was changed";
   }
+}
+
+TEST_F(Formulas, OfACellThatDoesNotTellItsFormatAreWrittenAsOfAnyOther) {
+  auto range = MakeRef<LooksLikeARange>();
+  range->formula = u"=1";
+  range->values = 1.0;
+  range->format = Null{};
+  Call(reports, u"ClearFormulas", {ObjectPtr(range)});
+  EXPECT_TRUE(range->values.Is(Value::Type::Array)) << "as a block";
 }
 
 TEST_F(Formulas, OfARectangleKeepTheKindOfEachValue) {
@@ -462,6 +481,14 @@ TEST_F(Formulas, OfTextsInWhichSomethingMayBeReadGoOneByOne) {
   }
 }
 
+TEST_F(Formulas, ThatYieldErrorsGoOneByOne) {
+  Set(u"A1:A3", u"=1/0");
+  StartOver();
+  Clear(u"A1:A3");  // no block of LibreOffice's holds an error
+  EXPECT_EQ(count.calls(), 10 + 3 * 3);
+  EXPECT_EQ(At(u"A3"), Value(ErrorValue{xlErrDiv0}));
+}
+
 TEST_F(Formulas, OfTextsGoTogetherOnlyWhileEachCharacterIsHarmless) {
   const auto goes_by_itself = [&](const std::u16string& text) {
     Set(u"A1", u"'" + text);
@@ -536,6 +563,17 @@ TEST_F(Formulas, OfOneCellCostTwelveCalls) {
   EXPECT_THAT(trace.lines(), testing::ElementsAreArray(kOneCell));
 }
 
+TEST_F(Formulas, OfACellOfTextsAreReplacedWhileItsFormatIsGeneral) {
+  Set(u"A1", u"=1+1");
+  Put(Cells(u"A1"), u"NumberFormat", u"@");
+  StartOver();
+  Clear(u"A1");
+  EXPECT_THAT(trace.Text(), testing::EndsWith("Range.Cells(1, 1).NumberFormat = \"General\"\n"
+                                              "Range.Cells(1, 1).FormulaLocal = \"\"\n"
+                                              "Range.Cells(1, 1).Value = 2\n"
+                                              "Range.Cells(1, 1).NumberFormat = \"@\"\n"));
+}
+
 TEST_F(Formulas, CellsWithoutFormulasCostSevenCallsHoweverManyTheyAre) {
   for (const auto* area : {u"A1", u"A1:A1000", u"A1:J10000"}) {
     Set(area, 1);
@@ -595,6 +633,43 @@ TEST_F(Formulas, AreReadInBlocksWhereACellByCellReadWouldNotFitIntoMemory) {
   EXPECT_EQ(FormulaOf(u"C65536"), u"1");
 }
 
+TEST_F(Formulas, OfAsManyCellsAsABlockHoldsAreReadAtOnce) {
+  Set(u"A1", u"=1");
+  StartOver();
+  Clear(u"A:B");
+  EXPECT_EQ(count.calls(), 10 + 2);
+  Set(u"A1", u"=1");
+  Set(u"C43690", u"=1");  // the last row of the first block of three columns
+  StartOver();
+  Clear(u"A:C");
+  EXPECT_EQ(count.calls(), 6 + 10 + (2 + 3 + 2 * 2));
+  EXPECT_EQ(FormulaOf(u"C43690"), u"1");
+}
+
+TEST_F(Formulas, OfColumnsBesideTheUsedOnesAreNotSought) {
+  Set(u"B2", u"=1");
+  for (const char16_t* area : {u"C:E", u"D:F"}) {
+    StartOver();
+    Clear(area);
+    EXPECT_EQ(count.calls(), 6 + 10) << ToUtf8(area);
+  }
+}
+
+TEST_F(Formulas, OfAnArrayAreAskedOfItOnce) {
+  Put(Cells(u"C3:E5"), u"FormulaArray", u"=1+1");
+  StartOver();
+  Clear(u"B2:E5");
+  EXPECT_EQ(count.calls(), 8 + 6 + 15 + 5 + 2) << "for block, its place, the array, its values and theirs";
+  EXPECT_EQ(FormulaOf(u"E5"), u"2");
+}
+
+TEST_F(Formulas, OfARowLongerThanABlockAreReadRowByRow) {
+  auto range = MakeRef<LooksLikeARange>();
+  range->columns = (1 << 17) + 1;
+  range->formula = Array::Block(1, range->columns, std::vector<Value>((1 << 17) + 1));
+  Call(reports, u"ClearFormulas", {ObjectPtr(range)});
+}
+
 // --- Refusals
 
 TEST_F(Formulas, KeepWhatWasDoneBeforeACallThatFails) {
@@ -629,6 +704,19 @@ TEST_F(Formulas, OfABlockThatIsRefusedGoCellByCell) {
     EXPECT_EQ(FormulaOf(u"A1"), n <= 10 ? u"=1+1" : u"2");
     EXPECT_EQ(FormulaOf(u"B2"), n <= 10 ? u"=1+1" : u"2");
   }
+}
+
+TEST_F(Formulas, BehindTheLastCellOfARefusedBlockStillGoTogether) {
+  for (const char16_t* cells : {u"A2:B3", u"C3", u"F5"}) Set(cells, u"=1+1");
+  StartOver(12);  // the block A2:B3
+  Clear(u"A1:F5");
+  EXPECT_TRUE(failure.has_failed());
+  std::vector<std::string> written(trace.lines().begin() + 12, trace.lines().end());
+  std::erase_if(written, [](const std::string& line) { return line.find(".Value") == line.npos; });
+  EXPECT_THAT(written, ElementsAre("Range.Cells(2, 1).Value = 2", "Range.Cells(2, 2).Value = 2",
+                                   "Range.Cells(3, 1).Value = 2", "Range.Cells(3, 2).Value = 2",
+                                   "Range.Range(\"C3:C3\").Value2 = Array(2)",
+                                   "Range.Range(\"F5:F5\").Value2 = Array(2)"));
 }
 
 TEST_F(Formulas, BehindARefusedOneStayAlsoWhereABlockWasAheadOfIt) {
@@ -715,7 +803,9 @@ TEST_F(Formulas, OfAnArrayOfPlainValuesAreStillThereWhereTheirBlockIsRefused) {
 
 TEST_F(Formulas, OfAnArrayComeBackWhenACallFails) {
   const ObjectPtr cells = TracedCells(u"A1:A2");
-  for (const ObjectPtr& area : {cells, ObjectPtr(MakeRef<InBraces>(cells))}) {
+  const ObjectPtr in_braces = MakeRef<Spelled>(cells, u"{=1+1}", u"=1+1");  // as LibreOffice gives it
+  const ObjectPtr constants = MakeRef<Spelled>(cells, u"={2;2}", u"={2;2}");
+  for (const ObjectPtr& area : {cells, in_braces, constants}) {
     bool has_failed = true;
     for (long n = 1; has_failed; ++n) {
       SCOPED_TRACE(n);

@@ -134,6 +134,7 @@ TEST_F(Printing, AsksHowToPrintWithTheTwoChoicesAsButtons) {
   Print(Sheet(), true, true, 3);
   ASSERT_EQ(Boxes().size(), 1u);
   EXPECT_EQ(Boxes()[0].text, u"tekstas 816");
+  EXPECT_EQ(Boxes()[0].title, u"");
   EXPECT_THAT(Boxes()[0].captions, ElementsAre(u"tekstas 817", u"tekstas 818"));
   EXPECT_THAT(Jobs(), ElementsAre(Whole())) << "the first choice";
 }
