@@ -31,7 +31,7 @@ class CalcAccess : public CalcWindows {
 };
 
 TEST_F(CalcAccess, EachControlAndEachCellIsTold) {
-  StartMacro("shown_access", {"--show", "--timeout", "300"}, desktop.environment());
+  StartShown("shown_access");
   const Desktop::Window period = desktop.WaitForWindow(kPeriod);
   EXPECT_THAT(
       Told(period),
