@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/text.h"
+
 namespace qva {
 
 bool IsMarked(std::u16string_view text) {
@@ -52,6 +54,10 @@ std::size_t GridState::lines() const {
 const ShownColumn* GridState::CurrentColumn() const {
   const bool is_there = model_ && current_.column < columns_.size() && current_.line < lines();
   return is_there ? &columns_[current_.column] : nullptr;
+}
+
+std::u16string GridState::PlaceOf(std::size_t line) const {
+  return NumberText(static_cast<long long>(line) + 1) + u" / " + NumberText(static_cast<long long>(lines()));
 }
 
 std::u16string GridState::TextOf(GridCell cell) const {

@@ -53,6 +53,8 @@ class GridState {
   void MoveTo(GridCell cell) { current_ = cell; }
   /// Null where there is no column or no line.
   const ShownColumn* CurrentColumn() const;
+  /// Where a line stands, as assistive technology tells it: "2 / 5".
+  std::u16string PlaceOf(std::size_t line) const;
   /// What stands in a cell of a column that there is; empty on the empty line.
   std::u16string TextOf(GridCell cell) const;
   std::u16string CurrentText() const { return CurrentColumn() ? TextOf(current_) : std::u16string(); }

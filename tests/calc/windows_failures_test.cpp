@@ -9,8 +9,7 @@ using testing::ElementsAre;
 class CalcWindowFailures : public CalcWindows {};
 
 TEST_F(CalcWindowFailures, EndTheFormAndComeOutOfIt) {
-  StartMacro("shown_failures", {"--show", "--build-folder", BuildFolderWith(ExcelCallsModuleFile())},
-             desktop.environment());
+  StartShown("shown_failures", {"--build-folder", BuildFolderWith(ExcelCallsModuleFile())});
   for (const char* failure : {"memory", "range", "error", "none"}) {
     const Desktop::Window form = desktop.WaitForWindow(std::string("Klaida: ") + failure);
     desktop.Keys(form, {"Return"});

@@ -16,6 +16,12 @@ inline constexpr char kMessage[] = "QVA_Varnholt";
 
 class CalcWindows : public CalcTest {
  protected:
+  /// Starts a macro that shows windows: keyboard and mouse may take minutes on a busy machine.
+  void StartShown(const std::string& macro, std::vector<std::string> options = {}) {
+    options.insert(options.begin(), {"--show", "--timeout", "300"});
+    StartMacro(macro, std::move(options), desktop.environment());
+  }
+
   /// Presses a key that ends a window, and waits for its end.
   void Leave(const Desktop::Window& window, const std::string& key) {
     desktop.Keys(window, {key});

@@ -7,7 +7,7 @@ namespace {
 using testing::ElementsAre;
 
 TEST_F(CalcWindows, DatesOfTheUsersOwnAreTypedSteppedAndClicked) {
-  StartMacro("shown_period", {"--show"}, desktop.environment());
+  StartShown("shown_period");
   const Desktop::Window period = desktop.WaitForWindow(kPeriod);
   desktop.Click(period, 440, 226);  // "Nustatytas"
   // The current period: typed, the month right behind the year, and from field to field by Tab.
@@ -32,7 +32,7 @@ TEST_F(CalcWindows, DatesOfTheUsersOwnAreTypedSteppedAndClicked) {
 }
 
 TEST_F(CalcWindows, TabGoesThroughTheControlsInTheirOrder) {
-  StartMacro("shown_period", {"--show"}, desktop.environment());
+  StartShown("shown_period");
   Desktop::Window period = desktop.WaitForWindow(kPeriod);
   // From the first field: the plan, year, quarter, month, the chosen option, the one date that can be
   // changed.
@@ -66,7 +66,7 @@ TEST_F(CalcWindows, TabGoesThroughTheControlsInTheirOrder) {
 }
 
 TEST_F(CalcWindows, CellsAreFilledByTheKeyboardAlone) {
-  StartMacro("shown_period", {"--show"}, desktop.environment());
+  StartShown("shown_period");
   const Desktop::Window period = desktop.WaitForWindow(kPeriod);
   desktop.Keys(period, {"ctrl+Next", "Tab"});
   // What no book is called goes, and the user stays where it was typed.
@@ -111,7 +111,7 @@ TEST_F(CalcWindows, CellsAreFilledByTheKeyboardAlone) {
 }
 
 TEST_F(CalcWindows, AListKeepsItsRowWhileItIsSearched) {
-  StartMacro("shown_period", {"--show"}, desktop.environment());
+  StartShown("shown_period");
   Desktop::Window period;
   std::size_t rounds = 0;
   /// Lets the first row's account set be looked up by keys that move in the list and by a text to search.

@@ -23,7 +23,7 @@ INSTANTIATE_TEST_SUITE_P(Desktops, CalcLooks,
                          [](const auto& look) { return look.param.name; });
 
 TEST_P(CalcLooks, EveryTextCanBeRead) {
-  StartMacro("shown_period", {"--show"}, desktop.environment());
+  StartShown("shown_period");
   const Desktop::Window period = desktop.WaitForWindow(kPeriod);
   desktop.Picture(std::string("period-") + GetParam().name, period);
   const std::pair<const char*, Desktop::Area> texts[] = {

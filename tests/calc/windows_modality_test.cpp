@@ -25,7 +25,7 @@ INSTANTIATE_TEST_SUITE_P(Screens, CalcModality, testing::Values(Screen::Plain, S
                          });
 
 TEST_P(CalcModality, CoversEveryDocumentAndGivesTheCallersBack) {
-  StartMacro("shown_modal", {"--show"}, desktop.environment());
+  StartShown("shown_modal");
   const Desktop::Window start = desktop.WaitForWindow("Pradžia");
   const Desktop::Window other = desktop.WaitForWindow("^Untitled");
   Leave(start, "Return");

@@ -10,7 +10,7 @@ using testing::ElementsAre;
 namespace fs = std::filesystem;
 
 TEST_F(CalcWindows, ThePeriodIsChosenByKeyboardAndMouse) {
-  StartMacro("shown_period", {"--show"}, desktop.environment());
+  StartShown("shown_period");
   Desktop::Window period = desktop.WaitForWindow(kPeriod);
 
   // First page: year and quarter.
@@ -82,7 +82,7 @@ TEST_F(CalcWindows, ThePeriodIsChosenByKeyboardAndMouse) {
 }
 
 TEST_F(CalcWindows, TheDialogGrowsAndKeepsItsLeastSize) {
-  StartMacro("shown_period", {"--show"}, desktop.environment());
+  StartShown("shown_period");
   const Desktop::Window period = desktop.WaitForWindow(kPeriod);
   EXPECT_EQ(desktop.SizeOf(period), std::pair(640, 400));
   desktop.Resize(period, 300, 200);
@@ -102,7 +102,7 @@ TEST_F(CalcWindows, TheDialogGrowsAndKeepsItsLeastSize) {
 }
 
 TEST_F(CalcWindows, DatesArePickedByMouseAndKeyboard) {
-  StartMacro("shown_dates", {"--show"}, desktop.environment());
+  StartShown("shown_dates");
   Desktop::Window date = desktop.WaitForWindow(kDate);
   desktop.Picture("date-picker", date);
   desktop.Click(date, 20, 18);      // January
@@ -134,7 +134,7 @@ TEST_F(CalcWindows, DatesArePickedByMouseAndKeyboard) {
 }
 
 TEST_F(CalcWindows, LeaveTheActiveWorkbookAsItWas) {
-  StartMacro("shown_two_books", {"--show"}, desktop.environment());
+  StartShown("shown_two_books");
   const Desktop::Window box = desktop.WaitForWindow("Pradžia");
   const Desktop::Window other = desktop.WaitForWindow("^Untitled");
   Leave(box, "Return");
@@ -157,7 +157,7 @@ TEST_F(CalcWindows, LeaveTheActiveWorkbookAsItWas) {
 }
 
 TEST_F(CalcWindows, RefuseAnEditWithinAnEdit) {
-  StartMacro("nested_edit", {"--show"}, desktop.environment());
+  StartShown("nested_edit");
   const Desktop::Window period = desktop.WaitForWindow(kPeriod);
   WaitForLines(1);
   Fill(period, 180, 95, "2024");

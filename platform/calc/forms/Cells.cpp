@@ -19,11 +19,13 @@ CellWindow::CellWindow(CellOwner& owner, const Reference<css::awt::XWindowPeer>&
       is_mark_(column.check_box),
       window_(is_mark_ ? "checkbox" : "edit", parent, css::awt::VclWindowPeerAttribute::NOBORDER, *this) {
   window_.SetProperty("Tabstop", Any(false));
-  if (is_mark_) {
-    window_.SetCaption(column.caption);  // beyond its place: it is a name alone
-  } else {
-    window_.As<XTextComponent>()->setEditable(!column.read_only);
-  }
+  if (!is_mark_) window_.As<XTextComponent>()->setEditable(!column.read_only);
+}
+
+void CellWindow::SetName(std::u16string_view name) {
+  if (name_ == name) return;
+  name_ = name;
+  window_.SetProperty("AccessibleName", Any(ToUno(name)));
 }
 
 bool CellWindow::IsOn() const {
@@ -69,7 +71,7 @@ void CellWindow::OnItemChanged() {
 }
 
 Caption::Caption(EventTarget& owner, const Reference<css::awt::XWindowPeer>& parent, std::u16string_view text)
-    : InnerWindow(owner, parent, "fixedtext") {
+    : InnerWindow(owner, parent, "fixedtext", css::awt::VclWindowPeerAttribute::NOLABEL) {
   window.SetProperty("MultiLine", Any(true));
   window.SetProperty("VerticalAlign", Any(css::style::VerticalAlignment_MIDDLE));
   window.SetCaption(text);

@@ -27,7 +27,8 @@ class CellOwner {
   ~CellOwner() = default;
 };
 
-/// A text that is only read.
+/// A text that is only read, and no label: to assistive technology that would be the name of all fields after
+/// it.
 class Caption : public InnerWindow {
  public:
   Caption(EventTarget& owner, const css::uno::Reference<css::awt::XWindowPeer>& parent,
@@ -41,6 +42,8 @@ class CellWindow final : public EventTarget {
              const ui::GridColumn& column);
 
   const Window& window() const { return window_; }
+  /// What assistive technology calls the cell.
+  void SetName(std::u16string_view name);
   std::u16string Text() const;
   /// Shows a text; for a mark that of a Boolean.
   void SetText(std::u16string_view text);
@@ -63,12 +66,12 @@ class CellWindow final : public EventTarget {
   CellOwner& owner_;
   const bool is_mark_;
   const Window window_;
+  std::u16string name_;
   std::u16string text_;                             ///< of which the owner knows
   std::pair<sal_Int32, sal_Int32> colors_{-1, -1};  ///< none yet
 };
 
-/// A column's caption, and its cells in sight, which it names: to assistive technology a text is the label of
-/// the fields that are made after it.
+/// A column's caption, and its cells in sight.
 class CellColumn {
  public:
   CellColumn(CellOwner& owner, const css::uno::Reference<css::awt::XWindowPeer>& parent,

@@ -50,7 +50,9 @@ GridView::GridView(FormWindow& form, const ui::ControlDescription& description)
     ShowLines();
   };
   button_.window.SetCaption(u"…");
-  button_.window.SetProperty("HelpText", Any(ToUno(u"Atverti sąrašą (F4)")));
+  const Any name(ToUno(u"Atverti sąrašą (F4)"));
+  button_.window.SetProperty("AccessibleName", name);
+  button_.window.SetProperty("HelpText", name);
   button_.window.SetProperty("Tabstop", Any(false));
   button_.window.SetProperty("FocusOnClick", Any(false));
   button_.on_action = [this] {
@@ -169,6 +171,7 @@ void GridView::ShowCell(GridCell cell, CellWindow& window) {
       place.Height -= 1;
     }
     window.window().Place(place);
+    window.SetName(state_.columns()[cell.column].description.caption + u", " + state_.PlaceOf(cell.line));
     if (!is_current || !is_editing_) window.SetText(state_.TextOf(cell));
     if (IsMarkedOut(cell)) {
       window.SetColors(theme.highlight, theme.highlight_text);

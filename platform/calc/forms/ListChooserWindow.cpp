@@ -12,25 +12,12 @@
 namespace qva::calc {
 namespace {
 
-/// The rows of a list that contain a text.
 class FilteredRows : public ui::GridModel {
  public:
-  explicit FilteredRows(const ChoiceList& list)
-      : list_(list), filter_(list.rows), rows_(filter_.RowsWith({})) {}
-
-  void Filter(std::u16string_view text) { rows_ = filter_.RowsWith(text); }
-  /// The number of a row that is shown, in the whole list.
-  std::size_t RowOfList(std::size_t row) const { return rows_.at(row); }
-  /// Where a row of the whole list is shown now; at the top when it is not.
-  std::size_t PlaceOf(std::size_t row_of_list) const {
-    const auto found = std::ranges::find(rows_, row_of_list);
-    return found == rows_.end() ? 0 : static_cast<std::size_t>(found - rows_.begin());
-  }
-
-  std::size_t RowCount() const override { return rows_.size(); }
+  explicit FilteredRows(const ListFilter& filter) : filter_(filter) {}
+  std::size_t RowCount() const override { return filter_.rows().size(); }
   std::u16string CellText(std::size_t row, std::size_t column) const override {
-    const std::vector<std::u16string>& cells = list_.rows.at(rows_.at(row));
-    return column < cells.size() ? cells[column] : std::u16string();
+    return std::u16string(filter_.TextAt(row, column));
   }
   bool SetCellText(std::size_t, std::size_t, std::u16string_view) override { return false; }
   void AppendRow() override {}
@@ -38,9 +25,7 @@ class FilteredRows : public ui::GridModel {
   void PressCellButton(std::size_t, std::size_t) override {}
 
  private:
-  const ChoiceList& list_;
-  ListFilter filter_;
-  std::vector<std::size_t> rows_;
+  const ListFilter& filter_;
 };
 
 ui::FormDescription Layout(const ChoiceList& list) {
@@ -77,14 +62,6 @@ std::vector<ui::GridColumn> Columns(const ChoiceList& list) {
   return columns;
 }
 
-/// The row that is the current one at first.
-std::size_t MarkedRow(const ChoiceList& list, std::u16string_view selected) {
-  const auto row = std::ranges::find_if(list.rows, [&](const std::vector<std::u16string>& cells) {
-    return !cells.empty() && cells.front() == selected;
-  });
-  return row == list.rows.end() ? 0 : static_cast<std::size_t>(row - list.rows.begin());
-}
-
 /// The window, whose field passes the keys that move on to the list.
 class ListWindow : public FormWindow {
  public:
@@ -104,31 +81,33 @@ class ListWindow : public FormWindow {
 }  // namespace
 
 std::optional<std::size_t> ChooseFromList(const ChoiceList& list, std::u16string_view selected) {
-  FilteredRows rows(list);
+  ListFilter shown(list);
+  FilteredRows rows(shown);
   ListWindow form(Layout(list));
   auto& grid = ui::Get<GridView>(form, u"List");
   auto& filter = ui::Get<ui::TextBox>(form, u"Filter");
   auto& ok = ui::Get<ui::Button>(form, u"Ok");
   // The label is not its name (NativeControls.cpp).
-  dynamic_cast<FormControl&>(filter).window().SetProperty("HelpText", css::uno::Any(ToUno(kFilterCaption)));
+  dynamic_cast<FormControl&>(filter).window().SetProperty("AccessibleName",
+                                                          css::uno::Any(ToUno(kFilterCaption)));
   std::optional<std::size_t> chosen;
 
   grid.SetColumns(Columns(list));
   grid.SetModel(&rows);
-  std::size_t marked = MarkedRow(list, selected);
+  std::size_t marked = shown.RowOf(selected);
   grid.SetCurrentRow(marked);
   ok.SetEnabled(rows.RowCount() > 0);
   filter.on_change = [&] {
     // The row stays the current one while it fits, and becomes it again when nothing else did meanwhile.
-    if (const auto row = grid.CurrentRow()) marked = rows.RowOfList(*row);
-    rows.Filter(filter.Text());
+    if (const auto row = grid.CurrentRow()) marked = shown.rows().at(*row);
+    shown.Filter(filter.Text());
     grid.Refresh();
-    grid.SetCurrentRow(rows.PlaceOf(marked));
+    grid.SetCurrentRow(shown.LineOf(marked));
     ok.SetEnabled(rows.RowCount() > 0);
   };
   const auto pick = [&] {
     if (const auto row = grid.CurrentRow()) {
-      chosen = rows.RowOfList(*row);
+      chosen = shown.rows().at(*row);
       form.Hide();
     }
   };

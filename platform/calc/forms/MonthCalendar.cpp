@@ -47,6 +47,7 @@ MonthCalendar::MonthCalendar(FormWindow& form, const ui::ControlDescription& des
     days.caption().SetProperty("BackgroundColor", css::uno::Any(form.theme().field));
     for (std::size_t week = 0; week < kWeeks; ++week) {
       days.CellOf(week).cell = {week, weekdays_.size() - 1};
+      days.CellOf(week).SetName(weekday);
       days.CellOf(week).window().SetProperty("Align", css::uno::Any(sal_Int16{css::awt::TextAlign::CENTER}));
       days.CellOf(week).window().window()->setVisible(true);
     }

@@ -1,5 +1,7 @@
 #include "platform/calc/forms/TabStrip.h"
 
+#include <com/sun/star/accessibility/XAccessible.hpp>
+#include <com/sun/star/accessibility/XAccessibleComponent.hpp>
 #include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/awt/XSimpleTabController.hpp>
 
@@ -11,8 +13,13 @@
 
 namespace qva::calc {
 
+using css::accessibility::XAccessible;
+using css::accessibility::XAccessibleComponent;
+using css::awt::Rectangle;
 using css::awt::XSimpleTabController;
 using css::uno::Any;
+using css::uno::Reference;
+using css::uno::UNO_QUERY_THROW;
 
 TabStrip::TabStrip(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "tabcontrol", 0) {
@@ -47,10 +54,17 @@ void TabStrip::OnTabActivated() {
 }
 
 void TabStrip::Place(const css::awt::Rectangle& pixels) {
-  // Above the edge of its pages. A desktop with high fields has high tabs, too.
-  const Theme& theme = form().theme();
-  const int top = theme.stretch > 1 ? theme.Scaled(2) : pixels.Y;
-  FormControl::Place({pixels.X, top, pixels.Width, pixels.Y + theme.ScaledDown(kTabStripHeight) - 1 - top});
+  FormControl::Place(pixels);
+  if (tabs_.empty()) return;
+  // Desktops have tabs of many heights, and fill what is left below them with an edge of their own.
+  constexpr int kEdge = 4;
+  const Reference<XAccessible> all(window().peer(), UNO_QUERY_THROW);
+  const Reference<XAccessibleComponent> tab(
+      all->getAccessibleContext()->getAccessibleChild(0)->getAccessibleContext(), UNO_QUERY_THROW);
+  const Rectangle place = tab->getBounds();
+  const int height = place.Y + place.Height + kEdge;
+  const int bottom = pixels.Y + form().theme().ScaledDown(kTabStripHeight) - 1;
+  FormControl::Place({pixels.X, bottom - height, pixels.Width, height});
 }
 
 bool TabStrip::OnKey(const css::awt::KeyEvent& event) {

@@ -1,9 +1,7 @@
 #include "platform/windows/forms/GridAccessible.h"
 
 #include <optional>
-#include <string>
 
-#include "platform/text.h"
 #include "platform/windows/Bstr.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowText.h"
@@ -156,9 +154,7 @@ HRESULT STDMETHODCALLTYPE GridAccessible::get_accDescription(VARIANT child, BSTR
   if (!description) return E_POINTER;
   *description = nullptr;
   return AnswerFor(child, [&](std::optional<GridCell> cell) {
-    if (!cell) return S_FALSE;
-    return Give(FromUtf8(std::to_string(cell->line + 1) + " / " + std::to_string(grid_->state().lines())),
-                description);
+    return cell ? Give(grid_->state().PlaceOf(cell->line), description) : S_FALSE;
   });
 }
 

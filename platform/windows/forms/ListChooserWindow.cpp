@@ -45,7 +45,7 @@ constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS
 class Chooser {
  public:
   Chooser(const ChoiceList& list, std::u16string_view selected)
-      : list_(list), selected_(selected), filter_(list.rows) {}
+      : list_(list), selected_(selected), filter_(list) {}
 
   std::optional<std::size_t> Show() {
     const PerDisplayPixels pixels;
@@ -151,10 +151,9 @@ class Chooser {
   /// The text of a cell, which lives as long as the list.
   void Tell(LVITEMW& item) const {
     if (!(item.mask & LVIF_TEXT)) return;
-    const auto row = static_cast<std::size_t>(item.iItem);
-    const auto column = static_cast<std::size_t>(item.iSubItem);
-    const bool is_there = row < shown_.size() && column < list_.rows[shown_[row]].size();
-    item.pszText = is_there ? const_cast<wchar_t*>(Wide(list_.rows[shown_[row]][column].c_str())) : nullptr;
+    const std::u16string_view text =
+        filter_.TextAt(static_cast<std::size_t>(item.iItem), static_cast<std::size_t>(item.iSubItem));
+    item.pszText = const_cast<wchar_t*>(Wide(text.data()));
   }
 
   HWND AddControl(const wchar_t* window_class, std::u16string_view caption, DWORD style, DWORD extended_style,
@@ -182,16 +181,9 @@ class Chooser {
     SetFonts();
     AddColumns();
     PlaceAboveOwner();
-    ShowRows(filter_.RowsWith({}), MarkedRow());
+    ShowRows({}, filter_.RowOf(selected_));
     ::SetFocus(filter_field_);
     others_.emplace(window_);
-  }
-
-  std::size_t MarkedRow() const {
-    const auto row = std::ranges::find_if(list_.rows, [&](const std::vector<std::u16string>& cells) {
-      return !cells.empty() && cells.front() == selected_;
-    });
-    return row == list_.rows.end() ? 0 : static_cast<std::size_t>(row - list_.rows.begin());
   }
 
   void SetFonts() {
@@ -295,34 +287,33 @@ class Chooser {
 
   /// Leaves the rows that fit the field's text; the selected one stays so while it fits.
   void ShowMatches() {
-    const std::u16string text = TextOfWindow(filter_field_);
     const int line = Selection();
-    ShowRows(filter_.RowsWith(text), line >= 0 ? shown_[static_cast<std::size_t>(line)] : MarkedRow());
+    ShowRows(TextOfWindow(filter_field_),
+             line >= 0 ? filter_.rows()[static_cast<std::size_t>(line)] : filter_.RowOf(selected_));
   }
 
-  /// Shows these rows and selects one of them: the given one, or else the first.
-  void ShowRows(std::vector<std::size_t> rows, std::size_t row) {
+  /// Shows the rows with a text and selects one of them: the given one, or else the first.
+  void ShowRows(std::u16string_view text, std::size_t row) {
     LVITEMW state{};
     state.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
     SendMessageW(list_view_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&state));
-    shown_ = std::move(rows);
-    SendMessageW(list_view_, LVM_SETITEMCOUNT, shown_.size(), 0);
+    filter_.Filter(text);
+    SendMessageW(list_view_, LVM_SETITEMCOUNT, filter_.rows().size(), 0);
     FitLastColumn();  // there may be a scroll bar more or less
-    const auto found = std::ranges::find(shown_, row);
-    const auto line = static_cast<WPARAM>(found == shown_.end() ? 0 : found - shown_.begin());
+    const WPARAM line = filter_.LineOf(row);
     state.state = state.stateMask;
-    if (!shown_.empty()) {
+    if (!filter_.rows().empty()) {
       SendMessageW(list_view_, LVM_SETITEMSTATE, line, reinterpret_cast<LPARAM>(&state));
       SendMessageW(list_view_, LVM_ENSUREVISIBLE, line, FALSE);
     }
     InvalidateRect(list_view_, nullptr, FALSE);
-    EnableWindow(ok_, !shown_.empty());
+    EnableWindow(ok_, !filter_.rows().empty());
   }
 
   void Pick() {
     const int line = Selection();
     if (line < 0) return;
-    chosen_ = shown_[static_cast<std::size_t>(line)];
+    chosen_ = filter_.rows()[static_cast<std::size_t>(line)];
     Leave();
   }
 
@@ -343,7 +334,6 @@ class Chooser {
   HWND list_view_ = nullptr;
   HWND ok_ = nullptr;
   HWND cancel_ = nullptr;
-  std::vector<std::size_t> shown_;  ///< the rows that fit the filter, by their numbers
   std::optional<std::size_t> chosen_;
 };
 

@@ -42,7 +42,7 @@ Private Sub Tell(oContext, sIndent)
     Dim i As Long, sRole As String
     sRole = RoleName(oContext.getAccessibleRole())
     WriteLine sIndent & sRole & " '" & oContext.getAccessibleName() & "'" & ValueOf(oContext, sRole) & _
-              States(oContext, sRole) & PlaceOf(oContext)
+              States(oContext, sRole) & LabelOf(oContext, sRole) & PlaceOf(oContext)
     If sRole = "combo box" Or sRole = "tab" Then Exit Sub       'what they hold is LibreOffice's own
     For i = 0 To oContext.getAccessibleChildCount() - 1
         Tell oContext.getAccessibleChild(i).getAccessibleContext(), sIndent & "  "
@@ -53,6 +53,18 @@ Private Function ValueOf(oContext, sRole)
     ValueOf = ""
     If sRole = "text" Then ValueOf = " = '" & oContext.getText() & "'"
     If sRole = "combo box" Then ValueOf = " = '" & oContext.getAccessibleChild(0).getAccessibleContext().getText() & "'"
+End Function
+
+'A label beside it, which a screen reader says in the name's place.
+Private Function LabelOf(oContext, sRole)
+    Dim oLabels, oLabel As Object
+    LabelOf = ""
+    If sRole <> "text" And sRole <> "check box" Then Exit Function
+    oLabels = oContext.getAccessibleRelationSet()
+    If Not oLabels.containsRelation(com.sun.star.accessibility.AccessibleRelationType.LABELED_BY) Then Exit Function
+    oLabel = oLabels.getRelationByType(com.sun.star.accessibility.AccessibleRelationType.LABELED_BY).TargetSet(0)
+    oLabel = oLabel.getAccessibleContext()
+    If oLabel.getAccessibleName() <> oContext.getAccessibleName() Then LabelOf = " by '" & oLabel.getAccessibleName() & "'"
 End Function
 
 Private Function PlaceOf(oContext)

@@ -73,6 +73,11 @@ TEST_F(GridStateTest, AnEmptyLineFollowsTheRows) {
   EXPECT_TRUE(state.TakesText());
 }
 
+TEST_F(GridStateTest, TellsWhereALineStandsTheEmptyOneAmongThem) {
+  EXPECT_EQ(state.PlaceOf(0), u"1 / 3");
+  EXPECT_EQ(state.PlaceOf(2), u"3 / 3");
+}
+
 TEST_F(GridStateTest, AListThatIsOnlyReadHasNoEmptyLineAndLosesNoRow) {
   state.SetColumns({{.name = u"Text", .width = 50, .read_only = true}});
   EXPECT_EQ(state.lines(), 2u);
