@@ -101,6 +101,18 @@ TEST_F(Batch, AJobFindsNothingOfTheJobsBeforeIt) {
   EXPECT_NE(profiles[5], profiles[6]);
 }
 
+// The currencies of all countries, which a text that may be an amount is held against, are much to read.
+TEST_F(Batch, AJobFindsReadWhatDoesNotDependOnIt) {
+  const RunResult alone = RunMacro("read_already");
+  ASSERT_EQ(alone.exit_status, 0) << alone.errors;
+  EXPECT_THAT(alone.lines, ElementsAre("before: False", "after: True"));
+  fs::remove_all(output);
+  WriteJobs("read_already", {"Main"});
+  const RunResult run = Run();
+  ASSERT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(std::vector(run.lines.end() - 2, run.lines.end()), ElementsAre("before: True", "after: True"));
+}
+
 TEST_F(Batch, WhatHangsOrDiesCostsItsOwnJobAndTheNextStartDoesWhatIsMissing) {
   WriteJobs("batch_jobs", {"Main", "Hangs", "Dies", "DiesOnce", "Fails", "Nera"});
   const RunResult run = Run({"--timeout", "15"});

@@ -111,7 +111,7 @@ constexpr std::string_view kFirstMacro =
     "  oCells.Formula = \"=ROW()*COLUMN()/7\"\n"
     "  oSheet.Range(\"A2\").Formula = \"=SUM(B1:B20)+IF(C1>1,ROUND(D1,2),0)\"\n"
     // A text that may be an amount has LibreOffice read the currencies of all countries.
-    "  oSheet.Range(\"A3\").Formula = \"=VALUE(\"\"1,5 EUR\"\")+\"\"2025-12-31\"\"+YEAR(TODAY())\"\n"
+    "  oSheet.Range(\"A3\").Formula = \"=VALUE(\"\"5 EUR\"\")+\"\"2025-12-31\"\"+YEAR(TODAY())\"\n"
     "  oSheet.Range(\"A4\").Value = \"2025-12-31\"\n"
     "  oSheet.Range(\"A5\").Value = \"Ąžuolas\"\n"
     "  oCells.Value = oCells.Value\n"
