@@ -102,15 +102,13 @@ TEST_F(Batch, AJobFindsNothingOfTheJobsBeforeIt) {
 }
 
 // The currencies of all countries, which a text that may be an amount is held against, are much to read.
-TEST_F(Batch, AJobFindsReadWhatDoesNotDependOnIt) {
-  const RunResult alone = RunMacro("read_already");
-  ASSERT_EQ(alone.exit_status, 0) << alone.errors;
-  EXPECT_THAT(alone.lines, ElementsAre("before: False", "after: True"));
-  fs::remove_all(output);
-  WriteJobs("read_already", {"Main"});
-  const RunResult run = Run();
-  ASSERT_EQ(run.exit_status, 0) << run.errors;
-  EXPECT_THAT(std::vector(run.lines.end() - 2, run.lines.end()), ElementsAre("before: True", "after: True"));
+TEST_F(Batch, AWorkerHasReadTheCurrenciesBeforeItsJobsDo) {
+  WriteJobs("batch_jobs", {"Hangs"});
+  Start({});
+  WaitForLine("hangs");
+  EXPECT_THAT(Contents(fs::path("/proc") / std::to_string(OfficePid()) / "maps"), HasSubstr("localedata_es"));
+  kill(RunnerPid(), SIGTERM);
+  EXPECT_EQ(Finish().exit_status, 130);
 }
 
 TEST_F(Batch, WhatHangsOrDiesCostsItsOwnJobAndTheNextStartDoesWhatIsMissing) {
