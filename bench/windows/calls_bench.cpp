@@ -2,9 +2,11 @@
 // of calling it: by a number that is known, by name each time, and through the vtable, as its type library
 // describes it.
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <limits>
 
 #include "platform/windows/Bstr.h"
 #include "platform/windows/ComObjectFactory.h"
@@ -15,23 +17,28 @@
 namespace qva::windows {
 namespace {
 
-constexpr int kCalls = 20000;
-constexpr int kRounds = 15;
+constexpr int kCalls = 2000;
+constexpr int kRounds = 100;
 
-/// Nanoseconds of one call: the best of several rounds, so that other processes do not count.
-double Measure(const std::function<void()>& call) {
+/// Nanoseconds of one call of each: the best of several rounds, in which they take turns, so that other
+/// processes do not count.
+template <std::size_t count>
+std::array<double, count> Measure(const std::array<std::function<void()>, count>& calls) {
   LARGE_INTEGER frequency;
   QueryPerformanceFrequency(&frequency);
-  double best = 0;
+  std::array<double, count> best;
+  best.fill(std::numeric_limits<double>::infinity());
   for (int round = 0; round < kRounds; ++round) {
-    LARGE_INTEGER start;
-    LARGE_INTEGER end;
-    QueryPerformanceCounter(&start);
-    for (int i = 0; i < kCalls; ++i) call();
-    QueryPerformanceCounter(&end);
-    const double one = static_cast<double>(end.QuadPart - start.QuadPart) * 1e9 /
-                       static_cast<double>(frequency.QuadPart) / kCalls;
-    best = round == 0 ? one : std::min(best, one);
+    for (std::size_t n = 0; n < count; ++n) {
+      LARGE_INTEGER start;
+      LARGE_INTEGER end;
+      QueryPerformanceCounter(&start);
+      for (int i = 0; i < kCalls; ++i) calls[n]();
+      QueryPerformanceCounter(&end);
+      const double one = static_cast<double>(end.QuadPart - start.QuadPart) * 1e9 /
+                         static_cast<double>(frequency.QuadPart) / kCalls;
+      best[n] = std::min(best[n], one);
+    }
   }
   return best;
 }
@@ -85,17 +92,18 @@ int Run() {
                      nullptr);
     total += result->lVal;
   };
-  const double cached = Measure([&] { total += Get(object, u"Count").ToInt32(); });
-  const double by_number = Measure([&, id = number_of_count()] { read(id); });
-  const double by_name = Measure([&] { read(number_of_count()); });
-
   const std::size_t place = VtablePlaceOfGetter(*dispatch, u"Count");
   using Getter = HRESULT(STDMETHODCALLTYPE*)(IDispatch*, LONG*);
-  const double direct = Measure([&] {
-    const auto getter = (*reinterpret_cast<Getter**>(dispatch.get()))[place];
-    LONG count = 0;
-    getter(dispatch.get(), &count);
-    total += count;
+  const auto [cached, by_number, by_name, direct] = Measure<4>({
+      [&] { total += Get(object, u"Count").ToInt32(); },
+      [&, id = number_of_count()] { read(id); },
+      [&] { read(number_of_count()); },
+      [&] {
+        const auto getter = (*reinterpret_cast<Getter**>(dispatch.get()))[place];
+        LONG count = 0;
+        getter(dispatch.get(), &count);
+        total += count;
+      },
   });
   Require(total == 0, "an empty dictionary has entries");
 

@@ -101,6 +101,16 @@ TEST_F(Batch, AJobFindsNothingOfTheJobsBeforeIt) {
   EXPECT_NE(profiles[5], profiles[6]);
 }
 
+// The currencies of all countries, which a text that may be an amount is held against, are much to read.
+TEST_F(Batch, AWorkerHasReadTheCurrenciesBeforeItsJobsDo) {
+  WriteJobs("batch_jobs", {"Hangs"});
+  Start({});
+  WaitForLine("hangs");
+  EXPECT_THAT(Contents(fs::path("/proc") / std::to_string(OfficePid()) / "maps"), HasSubstr("localedata_es"));
+  kill(RunnerPid(), SIGTERM);
+  EXPECT_EQ(Finish().exit_status, 130);
+}
+
 TEST_F(Batch, WhatHangsOrDiesCostsItsOwnJobAndTheNextStartDoesWhatIsMissing) {
   WriteJobs("batch_jobs", {"Main", "Hangs", "Dies", "DiesOnce", "Fails", "Nera"});
   const RunResult run = Run({"--timeout", "15"});

@@ -212,6 +212,20 @@ TEST_F(ReportRunner, TakesLibreOfficeWithItWhenItIsInterrupted) {
   EXPECT_NE(kill(office, 0), 0) << "LibreOffice goes on";
 }
 
+// Whoever starts LibreOffice's own program has it end where its scripts would start it once more.
+TEST_F(ReportRunner, StartsLibreOfficeOnce) {
+  namespace fs = std::filesystem;
+  const fs::path office = fs::canonical(FindProgram("soffice").value()).parent_path();
+  for (const char* name : {"services", "versionrc"}) fs::create_symlink(office / name, folder / name);
+  std::ofstream(folder / "soffice") << "#!/bin/sh\nexec '" << (office / "soffice.bin").string()
+                                    << "' \"$@\"\n";
+  fs::permissions(folder / "soffice", fs::perms::owner_all);
+  StartWorkbook(Sample(), Answered({"--no-picture"}),
+                {{"PATH", folder.string() + ":" + std::getenv("PATH")}});
+  const RunResult run = Finish();
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+}
+
 TEST_F(ReportRunner, SaysWhenLibreOfficeIsMissing) {
   Process runner({ReportRunnerFile(), Sample().string()}, {{"PATH", folder.string()}}, folder / "errors.txt");
   EXPECT_EQ(runner.Wait(std::chrono::seconds(20)), 3);

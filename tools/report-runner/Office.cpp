@@ -111,7 +111,7 @@ constexpr std::string_view kFirstMacro =
     "  oCells.Formula = \"=ROW()*COLUMN()/7\"\n"
     "  oSheet.Range(\"A2\").Formula = \"=SUM(B1:B20)+IF(C1>1,ROUND(D1,2),0)\"\n"
     // A text that may be an amount has LibreOffice read the currencies of all countries.
-    "  oSheet.Range(\"A3\").Formula = \"=VALUE(\"\"1,5 EUR\"\")+\"\"2025-12-31\"\"+YEAR(TODAY())\"\n"
+    "  oSheet.Range(\"A3\").Formula = \"=VALUE(\"\"5 EUR\"\")+\"\"2025-12-31\"\"+YEAR(TODAY())\"\n"
     "  oSheet.Range(\"A4\").Value = \"2025-12-31\"\n"
     "  oSheet.Range(\"A5\").Value = \"Ąžuolas\"\n"
     "  oCells.Value = oCells.Value\n"
@@ -153,6 +153,16 @@ constexpr std::string_view kFirstMacro =
     "  ThisWorkbook.SaveAs ThisWorkbook.Path & \"/first.xls\", -4143\n"
     "  ThisWorkbook.Save\n";
 
+/// The build of the LibreOffice in a folder, by its own settings; nothing where they do not tell.
+std::string BuildOf(const fs::path& office_folder) {
+  constexpr std::string_view kName = "buildid=";
+  std::istringstream lines(ReadText(office_folder / "versionrc"));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with(kName)) return line.substr(kName.size());
+  }
+  return {};
+}
+
 /// True when file names are UTF-8 in the user's locale. In any other one LibreOffice could not open some.
 bool LocaleIsUtf8() {
   return LocaleText("", LC_CTYPE_MASK, CODESET) == "UTF-8";
@@ -172,9 +182,13 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
   const auto office = FindProgram("soffice");
   if (!office) throw std::runtime_error(WhyNoOffice(options));
   const fs::path profile = ProfileIn(folder);
+  const fs::path office_folder = fs::canonical(*office).parent_path();
   fs::create_directories(profile / "user" / "psprint");
+  fs::create_directory(profile / "user" / "extensions");
   WriteText(profile / "user" / "registrymodifications.xcu", ProfileSettings(options.show));
   WriteText(profile / "user" / "psprint" / "psprint.conf", PrinterSettings());
+  // A profile of another build, or of none, has LibreOffice clear it of extensions and start once more.
+  WriteText(profile / "user" / "extensions" / "buildid", BuildOf(office_folder));
   // LibreOffice leaves its temporary files where it is stopped.
   fs::create_directory(folder / "tmp");
   environment["TMPDIR"] = (folder / "tmp").string();
@@ -187,7 +201,6 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
     environment["SAL_USE_VCLPLUGIN"] = "svp";
   }
   if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
-  const fs::path office_folder = fs::canonical(*office).parent_path();
   arguments.push_back("-env:UserInstallation=" + UrlOf(profile));
   arguments.push_back("-env:URE_MORE_SERVICES=<" + UrlOf(office_folder / "services") + ">* " +
                       UrlOf(folder / "qva.components"));
