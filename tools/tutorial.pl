@@ -41,7 +41,7 @@ my $text = contents($workbook);
 
 # The template as a report for whole years alone.
 my $yearly = $text;
-$yearly =~ s/(^    If Not oLaikotarpis\.Edit .*\n)/$1 . xml($refusal)/me or die "no period in $workbook\n";
+$yearly =~ s/(^    If oLaikotarpis\.Edit .*\n)/$1 . xml($refusal)/me or die "no period in $workbook\n";
 write_file("$folder/metams.fods", $yearly);
 
 $text =~ s/^Private Sub RasytiTurini\(\)\n.*?^End Sub\n/xml($turinys)/mse or die "no RasytiTurini in $workbook\n";

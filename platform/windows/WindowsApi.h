@@ -8,6 +8,7 @@
 #include <objbase.h>
 #include <ocidl.h>
 #include <oleauto.h>
+#include <olectl.h>
 
 #undef CopyFile
 #undef FormatMessage

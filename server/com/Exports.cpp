@@ -1,6 +1,4 @@
 // The entries of the in-process server: class factories, unloading and self-registration.
-#include <olectl.h>
-
 #include <string>
 #include <string_view>
 

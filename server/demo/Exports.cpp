@@ -1,7 +1,5 @@
 // The embedded host as an in-process COM server: the host's classes over SQLite, for a Windows on which the
 // host system is not installed.
-#include <olectl.h>
-
 #include <filesystem>
 #include <string_view>
 

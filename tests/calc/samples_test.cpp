@@ -387,6 +387,29 @@ TEST_F(Samples, AReportWithoutAPeriodAsksForItWhenItIsToBePrinted) {
   }
 }
 
+TEST_F(Samples, AReportIsNotStoredUnderThePeriodThatItRefuses) {
+  std::ofstream(folder / "refused.answers") << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
+                                               "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+                                               "[frmReportPeriod]\nbtCancel\n";
+  std::string workbook = Contents(SourceFolder() / "samples/sablonas.fods");
+  const std::string asked = "    If oLaikotarpis.Edit Then bSudaryta = False Else Exit Function\n";
+  const std::size_t at = workbook.find(asked);
+  ASSERT_NE(at, workbook.npos);
+  workbook.insert(at + asked.size(),
+                  "    If Year(Sritis(\"RepCurrPerEnd\").Value) = 2024 Then "
+                  "Err.Raise qvaKlaida + 11, \"Sudaryti\", \"Ne 2024.\"\n");
+  const std::string end = "</ooo:source-code>";
+  workbook.insert(workbook.find(end),
+                  "\nPublic Sub Toliau()\n    Main\n    KeistiLaikotarpi\n    Issaugoti\nEnd Sub\n");
+  std::ofstream(folder / "refusing.fods") << workbook;
+  const RunResult run = RunWorkbook(folder / "refusing.fods",
+                                    {"--no-picture", "--log", "refusing.log", "--macro", "Ataskaita.Toliau",
+                                     "--form-answers", (folder / "refused.answers").string()});
+  EXPECT_THAT(run.messages, HasSubstr("Ne 2024."));
+  EXPECT_TRUE(fs::exists(Archive() / "2025/Sablonas_2025.xls"));
+  EXPECT_FALSE(fs::exists(Archive() / "2024")) << "the report of 2025 under another year";
+}
+
 TEST_F(Samples, AnotherPeriodIsNoReasonToSaveItInTheFileOfTheFirst) {
   std::ofstream(folder / "twice.answers") << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
                                              "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n";

@@ -17,10 +17,10 @@
 
 #include "platform/posix/SystemLocale.h"
 #include "platform/variables.h"
+#include "server/calc/Xml.h"
 #include "server/calc/service_names.h"
 #include "tools/report-runner/MacroWorkbook.h"
 #include "tools/report-runner/TextFiles.h"
-#include "server/calc/Xml.h"
 
 namespace qva {
 namespace {
