@@ -110,7 +110,10 @@ void OthersDisabled::Disable(const Reference<css::awt::XWindow2>& window) {
 
 void OthersDisabled::ActivateDocument() const {
   frame_->activate();
-  // Otherwise the focus, which is given later, would activate another document after all.
+  // Otherwise the focus, which is given later, would activate another document after all. The cells get it:
+  // in GTK's look the window around them would keep every key to itself.
+  const Reference<css::awt::XWindow> cells(frame_->getComponentWindow());
+  if (cells.is()) return cells->setFocus();
   window_->setFocus();
 }
 
