@@ -27,7 +27,8 @@ class ListFilter {
   std::size_t LineOf(std::size_t row) const;
   /// The row of a code, the first one where no row has it.
   std::size_t RowOf(std::u16string_view code) const;
-  /// What stands in a line, in the list's memory; nothing where it is no line, or has no such column.
+  /// What stands in a line: the list's own text, which ends in a zero; nothing, and no text behind it, where
+  /// it is no line, or has no such column.
   std::u16string_view TextAt(std::size_t line, std::size_t column) const;
 
  private:

@@ -336,7 +336,7 @@ class ReportThatStays : public Samples, public testing::WithParamInterface<const
     return RunWorkbook(folder / "again.fods", {"--no-picture", "--log", "again.log", "--form-answers",
                                                (folder / "2024.answers").string()});
   }
-  /// What was printed last, without the day on which that was.
+  /// What was printed last.
   std::string Printed() { return PdfText(output / "printed-1.pdf"); }
 };
 
