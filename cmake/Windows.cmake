@@ -2,29 +2,10 @@
 add_compile_definitions(UNICODE _WIN32_WINNT=0x0601)
 add_link_options(-static -static-libgcc -static-libstdc++)
 
-# The libraries of Windows that windows alone need, which cost more to load than ours: each is loaded by the first call
-# of one of these functions, which must come where VisualStyles chooses the look. Behind the @ stands the size of the
-# arguments on 32-bit Windows.
-set(delayed_comctl32 InitCommonControlsEx@4 SetWindowSubclass@16 RemoveWindowSubclass@12 DefSubclassProc@16)
-set(delayed_uxtheme OpenThemeData@8 CloseThemeData@4 DrawThemeBackground@24)
-set(delayed_oleacc LresultFromObject@12 AccessibleObjectFromWindow@16)
-foreach(library comctl32 uxtheme oleacc)
-  list(JOIN delayed_${library} "\n" functions)
-  if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-    string(REGEX REPLACE "@[0-9]+" "" functions "${functions}")
-  endif()
-  set(definition ${CMAKE_BINARY_DIR}/delayed/${library})
-  file(CONFIGURE OUTPUT ${definition}.def CONTENT "LIBRARY ${library}.dll\nEXPORTS\n${functions}\n" @ONLY)
-  execute_process(COMMAND ${CMAKE_DLLTOOL} --kill-at --input-def ${definition}.def --output-delaylib ${definition}.a
-                  COMMAND_ERROR_IS_FATAL ANY)
-  list(APPEND delayed_imports ${definition}.a)
-endforeach()
-
 # The adapters of the seam.
 qva_sources(windows_sources platform/windows platform/windows/forms platform/windows/services)
 add_library(qva_windows STATIC ${windows_sources})
-target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32 ${delayed_imports}
-                      delayimp)
+target_link_libraries(qva_windows PUBLIC qva_platform ole32 oleaut32 uuid advapi32 user32 gdi32)
 
 # What asks Windows for the current look of its controls; part of each file that shows windows.
 enable_language(RC)

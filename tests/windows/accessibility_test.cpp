@@ -10,6 +10,7 @@
 #include "platform/windows/Bstr.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/forms/FormWindow.h"
+#include "platform/windows/forms/LateFunctions.h"
 #include "tests/windows/form_test.h"
 #include "tests/windows/grid_test.h"
 
@@ -29,8 +30,8 @@ VARIANT Id(LONG id) {
 ComPtr<IAccessible> AccessibleOf(HWND window) {
   ComPtr<IAccessible> object;
   object.Obtain([&](IAccessible** received) {
-    return AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
-                                      reinterpret_cast<void**>(received));
+    return late::AccessibleObjectFromWindow(window, static_cast<DWORD>(OBJID_CLIENT), __uuidof(IAccessible),
+                                            reinterpret_cast<void**>(received));
   });
   return object;
 }

@@ -6,6 +6,7 @@
 
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
+#include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/VisualStyles.h"
 
 namespace qva::windows {
@@ -52,7 +53,7 @@ FormWindow::~FormWindow() = default;
 
 void FormWindow::CreateControls() {
   INITCOMMONCONTROLSEX kinds{sizeof kinds, ICC_TAB_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
-  InitCommonControlsEx(&kinds);
+  late::InitCommonControlsEx(&kinds);
   for (const ui::ControlDescription& control : description_.controls) {
     controls_.push_back(MakeControl(*this, control));
     if (control.kind == ui::ControlKind::TabControl) tabs_ = controls_.back().get();

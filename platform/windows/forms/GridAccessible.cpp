@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "platform/windows/Bstr.h"
+#include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowText.h"
 
@@ -67,7 +68,7 @@ LRESULT GridAccessible::AnswerGetObject(WPARAM flags) {
   HMODULE own = nullptr;
   GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                      reinterpret_cast<const wchar_t*>(&kOfOurs), &own);
-  return LresultFromObject(__uuidof(IAccessible), flags, this);
+  return late::LresultFromObject(__uuidof(IAccessible), flags, this);
 }
 
 void GridAccessible::TellOfCell(DWORD event) const {
@@ -111,8 +112,8 @@ HRESULT STDMETHODCALLTYPE GridAccessible::get_accParent(IDispatch** parent) {
   if (!parent) return E_POINTER;
   *parent = nullptr;
   return Answer([&] {
-    return AccessibleObjectFromWindow(grid_->window(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
-                                      reinterpret_cast<void**>(parent));
+    return late::AccessibleObjectFromWindow(grid_->window(), static_cast<DWORD>(OBJID_WINDOW), IID_IDispatch,
+                                            reinterpret_cast<void**>(parent));
   });
 }
 

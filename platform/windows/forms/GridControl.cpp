@@ -13,6 +13,7 @@
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/GridHeader.h"
 #include "platform/windows/forms/Keyboard.h"
+#include "platform/windows/forms/LateFunctions.h"
 
 namespace qva::windows {
 namespace {
@@ -54,7 +55,7 @@ WindowClass GridControl::class_ = {L"QVA_Varnholt.Grid", &GridControl::Procedure
 GridControl::GridControl(HWND parent, int id, std::u16string name, const UiScale& scale)
     : name_(std::move(name)), scale_(scale) {
   const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};  // the header among them
-  InitCommonControlsEx(&controls);
+  late::InitCommonControlsEx(&controls);
   CreateWindowExW(WS_EX_CLIENTEDGE, class_.name, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN, 0,
                   0, 0, 0, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), OwnModule(), this);
   if (window()) {

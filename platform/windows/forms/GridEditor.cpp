@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "platform/windows/WideText.h"
+#include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
@@ -11,7 +12,7 @@ bool GridEditor::Create(HWND grid, Owner& owner) {
   owner_ = &owner;
   window_ = CreateWindowExW(0, WC_EDITW, L"", WS_CHILD | ES_AUTOHSCROLL, 0, 0, 0, 0, grid, nullptr, nullptr,
                             nullptr);
-  return window_ && SetWindowSubclass(window_, &Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
+  return window_ && late::SetWindowSubclass(window_, &Procedure, 0, reinterpret_cast<DWORD_PTR>(this));
 }
 
 void GridEditor::Open(const RECT& area, int padding, std::u16string_view text) {
@@ -47,8 +48,8 @@ LRESULT CALLBACK GridEditor::Procedure(HWND window, UINT message, WPARAM first, 
     if (editor.Handle(message, first)) return 0;
   } catch (...) {  // nothing may pass through Windows
   }
-  const LRESULT result = DefSubclassProc(window, message, first, second);
-  if (message == WM_NCDESTROY) RemoveWindowSubclass(window, &Procedure, id);
+  const LRESULT result = late::DefSubclassProc(window, message, first, second);
+  if (message == WM_NCDESTROY) late::RemoveWindowSubclass(window, &Procedure, id);
   // Enter, Escape and Tab are the cell's, not the form's.
   return message == WM_GETDLGCODE ? result | DLGC_WANTALLKEYS : result;
 }

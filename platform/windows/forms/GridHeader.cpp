@@ -9,6 +9,7 @@
 
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/forms/GridPainter.h"
+#include "platform/windows/forms/LateFunctions.h"
 
 namespace qva::windows {
 namespace {
@@ -42,10 +43,10 @@ HFONT FontOf(HWND window) {
 /// As the system does it for a heading that is no button.
 void PaintBackground(HWND header, HDC context, RECT area) {
   struct Close {
-    void operator()(void* theme) const { CloseThemeData(theme); }
+    void operator()(void* theme) const { late::CloseThemeData(theme); }
   };
-  if (const std::unique_ptr<void, Close> theme{OpenThemeData(header, L"Header")}) {
-    DrawThemeBackground(theme.get(), context, HP_HEADERITEM, HIS_NORMAL, &area, nullptr);
+  if (const std::unique_ptr<void, Close> theme{late::OpenThemeData(header, L"Header")}) {
+    late::DrawThemeBackground(theme.get(), context, HP_HEADERITEM, HIS_NORMAL, &area, nullptr);
   } else {
     FillRect(context, &area, GetSysColorBrush(COLOR_BTNFACE));
     DrawEdge(context, &area, EDGE_ETCHED, BF_RIGHT | BF_BOTTOM);

@@ -12,6 +12,7 @@
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/VisualStyles.h"
@@ -51,7 +52,7 @@ class Chooser {
     const PerDisplayPixels pixels;
     const VisualStyles styles;
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};
-    InitCommonControlsEx(&controls);
+    late::InitCommonControlsEx(&controls);
     EmptyDialog empty{};
     empty.dialog.style = kStyle | DS_SETFOREGROUND;
     empty.dialog.dwExtendedStyle = kListStyle;
@@ -82,8 +83,8 @@ class Chooser {
         (first == VK_UP || first == VK_DOWN || first == VK_PRIOR || first == VK_NEXT)) {
       return SendMessageW(reinterpret_cast<HWND>(list), message, first, second);
     }
-    if (message == WM_NCDESTROY) RemoveWindowSubclass(window, &Chooser::FilterProcedure, id);
-    return DefSubclassProc(window, message, first, second);
+    if (message == WM_NCDESTROY) late::RemoveWindowSubclass(window, &Chooser::FilterProcedure, id);
+    return late::DefSubclassProc(window, message, first, second);
   }
 
   INT_PTR Handle(UINT message, WPARAM first, LPARAM second) {
@@ -175,7 +176,8 @@ class Chooser {
     ok_ = AddControl(WC_BUTTONW, kPickCaption, WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
     cancel_ = AddControl(WC_BUTTONW, kLeaveCaption, WS_TABSTOP, 0, IDCANCEL);
     if (!list_view_ || !filter_field_) return Leave();
-    SetWindowSubclass(filter_field_, &Chooser::FilterProcedure, 0, reinterpret_cast<DWORD_PTR>(list_view_));
+    late::SetWindowSubclass(filter_field_, &Chooser::FilterProcedure, 0,
+                            reinterpret_cast<DWORD_PTR>(list_view_));
     SendMessageW(list_view_, LVM_SETEXTENDEDLISTVIEWSTYLE, 0,
                  LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
     SetFonts();

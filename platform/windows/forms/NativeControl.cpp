@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/windows/forms/FormWindow.h"
+#include "platform/windows/forms/LateFunctions.h"
 
 namespace qva::windows {
 
@@ -74,20 +75,20 @@ void NativeControl::Create(const wchar_t* window_class, const std::wstring& text
 }
 
 void NativeControl::Observe() {
-  if (!SetWindowSubclass(window_, &Procedure, 0, reinterpret_cast<DWORD_PTR>(this))) {
+  if (!late::SetWindowSubclass(window_, &Procedure, 0, reinterpret_cast<DWORD_PTR>(this))) {
     throw AutomationError(kOutOfMemory);
   }
 }
 
 LRESULT NativeControl::Handle(UINT message, WPARAM first, LPARAM second) {
-  return DefSubclassProc(window_, message, first, second);
+  return late::DefSubclassProc(window_, message, first, second);
 }
 
 LRESULT CALLBACK NativeControl::Procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
                                           DWORD_PTR control) {
   if (message == WM_NCDESTROY) {
-    RemoveWindowSubclass(window, &Procedure, id);
-    return DefSubclassProc(window, message, first, second);
+    late::RemoveWindowSubclass(window, &Procedure, id);
+    return late::DefSubclassProc(window, message, first, second);
   }
   auto& self = *reinterpret_cast<NativeControl*>(control);
   return self.form_.Guard([&] { return self.Handle(message, first, second); });
