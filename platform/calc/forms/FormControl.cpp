@@ -1,5 +1,7 @@
 #include "platform/calc/forms/FormControl.h"
 
+#include <com/sun/star/awt/XStyleSettingsSupplier.hpp>
+
 #include "platform/calc/forms/FormWindow.h"
 
 namespace qva::calc {
@@ -20,6 +22,10 @@ void FormControl::ShowCaption() {
 
 void FormControl::SetEnabled(bool enabled) {
   enabled_ = enabled;
+  if (!enabled) {
+    const auto settings = window_.As<css::awt::XStyleSettingsSupplier>()->getStyleSettings();
+    settings->setDisableColor(form_.theme().disabled_text);
+  }
   window_.window()->setEnable(enabled);
   window_.Invalidate();
 }

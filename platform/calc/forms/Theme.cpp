@@ -13,6 +13,25 @@ constexpr double kMetersPerInch = 0.0254;
 constexpr double kPointsPerInch = 72;
 constexpr double kFullScale = 96;  // dots per inch at 100 %
 
+int Part(sal_Int32 color, int shift) {
+  return (color >> shift) & 0xFF;
+}
+
+/// Whether a text of one colour can be told from a ground of the other: by a fifth of what black and white
+/// differ by.
+bool CanBeRead(sal_Int32 text, sal_Int32 ground) {
+  const auto brightness = [](sal_Int32 color) {
+    return 0.3 * Part(color, 16) + 0.59 * Part(color, 8) + 0.11 * Part(color, 0);
+  };
+  return std::abs(brightness(text) - brightness(ground)) > 255 / 5.0;
+}
+
+sal_Int32 Between(sal_Int32 one, sal_Int32 other) {
+  sal_Int32 color = 0;
+  for (const int shift : {16, 8, 0}) color |= (Part(one, shift) + Part(other, shift)) / 2 << shift;
+  return color;
+}
+
 }  // namespace
 
 Theme::Theme(const Window& window) {
@@ -28,6 +47,8 @@ Theme::Theme(const Window& window) {
   highlight = settings->getHighlightColor();
   highlight_text = settings->getHighlightTextColor();
   disabled_text = settings->getDisableColor();
+  // LibreOffice 25.2 takes white for it from some themes of GTK whose fields are white.
+  if (!CanBeRead(disabled_text, field)) disabled_text = Between(field_text, field);
   shadow = settings->getShadowColor();
   light = settings->getLightColor();
 }
