@@ -1,13 +1,16 @@
 #include "platform/calc/EventLoop.h"
 
+#include <chrono>
 #include <com/sun/star/awt/SystemDependentXWindow.hpp>
 #include <com/sun/star/awt/Toolkit.hpp>
 #include <com/sun/star/awt/XCallback.hpp>
 #include <com/sun/star/awt/XRequestCallback.hpp>
+#include <com/sun/star/awt/XReschedule.hpp>
 #include <com/sun/star/awt/XSystemDependentWindowPeer.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <com/sun/star/lang/SystemDependent.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <thread>
 
 namespace qva::calc {
 namespace {
@@ -37,6 +40,17 @@ void Post(std::function<void()> action, const Reference<css::uno::XComponentCont
       context->getServiceManager()->createInstanceWithContext("com.sun.star.awt.AsyncCallback", context),
       UNO_QUERY_THROW);
   loop->addCallback(new Action(std::move(action)), Any());
+}
+
+void HandleEvents() {
+  constexpr std::chrono::milliseconds kPause{10};
+  std::this_thread::sleep_for(kPause);
+  const Reference<css::awt::XReschedule> events(Toolkit(), UNO_QUERY_THROW);
+// "Deprecated" is how the header marks what is not promised for ever; there is no other way.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+  events->reschedule();
+#pragma GCC diagnostic pop
 }
 
 Reference<css::frame::XFrame> CurrentFrame() {

@@ -18,6 +18,11 @@ css::uno::Reference<css::awt::XToolkit> Toolkit();
 void Post(std::function<void()> action,
           const css::uno::Reference<css::uno::XComponentContext>& context = Context());
 
+/// Has LibreOffice handle the events that wait, and paint what is to be painted, with a short pause before: a
+/// user's clicks among them. Call it again until what is waited for has come. Raises UNO's exceptions when
+/// LibreOffice is ending.
+void HandleEvents();
+
 /// The frame of the document that is the active one; null when there is none.
 css::uno::Reference<css::frame::XFrame> CurrentFrame();
 

@@ -1,6 +1,7 @@
 #include "platform/calc/Screen.h"
 
 #include <algorithm>
+#include <chrono>
 #include <com/sun/star/frame/XFrameActionListener.hpp>
 #include <com/sun/star/frame/XTitle.hpp>
 #include <cppuhelper/implbase1.hxx>
@@ -24,6 +25,16 @@ void TurnOn() {
   for (const auto& document : WorkbookDocuments()) {
     while (document->hasControllersLocked()) document->unlockControllers();
   }
+}
+
+/// LibreOffice itself handles the events that wait once, which is too early for GTK: that paints with the
+/// next beat of its own clock, and a macro that goes on lets none come.
+void LetPaint() {
+  constexpr std::chrono::milliseconds kBeats{50};
+  if (!IsOnScreen()) return;
+  const auto end = std::chrono::steady_clock::now() + kBeats;
+  do HandleEvents();
+  while (std::chrono::steady_clock::now() < end);
 }
 
 /// A screen that is off. Kept by the Applications that turned it off.
@@ -120,7 +131,9 @@ Value StatusBar(const ObjectPtr&, const Arguments&) {
 Value SetStatusBar(const ObjectPtr& application, const Arguments& arguments) {
   if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
   if (!Get(application, u"DisplayStatusBar").ToBoolean()) return {};
-  return static_cast<UnoObject&>(*application).InvokeOwn(Access::Put, u"StatusBar", arguments);
+  static_cast<UnoObject&>(*application).InvokeOwn(Access::Put, u"StatusBar", arguments);
+  if (arguments.positional[0].Is(Value::Type::Text)) IgnoreFailures([] { LetPaint(); });
+  return {};
 }
 
 Value SetCaption(const ObjectPtr& window, const Arguments& arguments) {

@@ -266,14 +266,22 @@ std::size_t Desktop::OpenFilesOf(const Window& window) {
   return static_cast<std::size_t>(std::distance(fs::begin(files), fs::end(files)));
 }
 
-double Desktop::Contrast(const Window& window, const Area& part) {
+std::string Desktop::Measure(const Window& window, const Area& part, const std::string& format) {
   const auto pixels = [&](int length) { return std::to_string(static_cast<int>(length * scale())); };
   const std::string crop =
       pixels(part.width) + "x" + pixels(part.height) + "+" + pixels(part.left) + "+" + pixels(part.top);
-  const fs::path picture = folder_ / "contrast.png";
+  const fs::path picture = folder_ / "part.png";
   Output({"import", "-window", window, picture.string()});
-  return std::stod(Output({"convert", picture.string(), "-crop", crop, "-colorspace", "gray", "-format",
-                           "%[fx:maxima-minima]", "info:"}));
+  return Output(
+      {"convert", picture.string(), "-crop", crop, "-colorspace", "gray", "-format", format, "info:"});
+}
+
+double Desktop::Contrast(const Window& window, const Area& part) {
+  return std::stod(Measure(window, part, "%[fx:maxima-minima]"));
+}
+
+std::string Desktop::Look(const Window& window, const Area& part) {
+  return Measure(window, part, "%#");
 }
 
 void Desktop::Picture(const std::string& name, const Window& window) {

@@ -90,6 +90,8 @@ class Desktop {
   /// How far the darkest and the lightest point of a part of a window are from each other, from 0 to 1. The
   /// part is in pixels at 100 % scale.
   double Contrast(const Window& window, const Area& part);
+  /// What tells one look of a part of a window from another; the part in pixels at 100 % scale.
+  std::string Look(const Window& window, const Area& part);
   /// Makes a window the active one, as its button in a task bar does. Needs a window manager.
   void Activate(const Window& window);
   /// Which of two windows covers the other where they overlap: true for `upper`. Needs a window manager.
@@ -106,6 +108,8 @@ class Desktop {
  private:
   /// What a command of the screen prints. Nothing when it fails.
   std::string Output(const std::vector<std::string>& command, bool* went_through = nullptr);
+  /// What ImageMagick's `format` tells of a part of a window, whose colours have been turned to greys.
+  std::string Measure(const Window& window, const Area& part, const std::string& format);
   /// Returns once the window has been painted, which LibreOffice does when it has nothing else to do: until
   /// then options and tabs do not know where they are, and take no click.
   void WaitUntilPainted(const Window& window);

@@ -1,4 +1,6 @@
 // The dialogs in the looks that desktops have.
+#include <set>
+
 #include "tests/calc/windows_fixture.h"
 
 namespace qva {
@@ -16,11 +18,22 @@ class CalcLooks : public CalcWindows, public testing::WithParamInterface<Look> {
   }
 };
 
+std::string NameOf(const testing::TestParamInfo<Look>& look) {
+  return look.param.name;
+}
+
+constexpr Look kPlain{"Plain", nullptr};
+constexpr Look kGtk{"Gtk", "Adwaita"};
+
 INSTANTIATE_TEST_SUITE_P(Desktops, CalcLooks,
-                         testing::Values(Look{"Plain", nullptr}, Look{"Gtk", "Adwaita"},
-                                         Look{"GtkDark", "Adwaita:dark"},
+                         testing::Values(kPlain, kGtk, Look{"GtkDark", "Adwaita:dark"},
                                          Look{"GtkHighContrast", "HighContrast"}),
-                         [](const auto& look) { return look.param.name; });
+                         NameOf);
+
+class CalcProgress : public CalcLooks {};
+
+// GTK has a clock of its own for painting.
+INSTANTIATE_TEST_SUITE_P(Desktops, CalcProgress, testing::Values(kPlain, kGtk), NameOf);
 
 TEST_P(CalcLooks, EveryTextCanBeRead) {
   StartShown("shown_period");
@@ -41,6 +54,28 @@ TEST_P(CalcLooks, EveryTextCanBeRead) {
   EXPECT_LT(contrast({170, 102, 40, 1}), 0.05) << "between the fields of year and quarter";
   Fill(period, 180, static_cast<int>(88 * stretch), "2025");
   Leave(period, "Return");
+  EXPECT_EQ(Finish().exit_status, 0);
+}
+
+TEST_P(CalcProgress, ALongOperationTellsInTheStatusBarHowFarItIs) {
+  StartShown("shown_progress");
+  desktop.WaitForWindow("Pradžia");
+  const Desktop::Window workbook = desktop.FindWindow("Calc$");
+  const auto look = [&] {
+    const int bottom = static_cast<int>(desktop.SizeOf(workbook).second / desktop.scale());
+    return desktop.Look(workbook, {0, bottom - 24, 350, 22});
+  };
+  const std::string idle = look();
+  desktop.TryKey("Pradžia", "Return");
+  std::set<std::string> looks;
+  while (!desktop.HasWindow("Pabaiga")) {
+    looks.insert(look());
+    ASSERT_TRUE(IsRunning());
+  }
+  looks.erase(idle);
+  EXPECT_GE(looks.size(), 2u) << "one text for each second";
+  desktop.WaitFor("the status bar as it was", [&] { return look() == idle; });
+  desktop.TryKey("Pabaiga", "Return");
   EXPECT_EQ(Finish().exit_status, 0);
 }
 

@@ -1,12 +1,10 @@
 #include "platform/calc/forms/Modality.h"
 
-#include <com/sun/star/awt/XReschedule.hpp>
 #include <com/sun/star/awt/XTopWindowListener.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
 #include <cppuhelper/implbase1.hxx>
 
 #include <chrono>
-#include <thread>
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoValue.h"
@@ -24,7 +22,6 @@ using Clock = std::chrono::steady_clock;
 /// How long the focus must have stayed, and how long we wait for that.
 constexpr std::chrono::milliseconds kRest{120};
 constexpr std::chrono::milliseconds kPatience{800};
-constexpr std::chrono::milliseconds kPause{10};
 
 bool IsDocumentWindow(const Reference<css::awt::XWindow2>& window) {
   const Reference<css::container::XIndexAccess> frames(css::frame::Desktop::create(Context())->getFrames(),
@@ -39,7 +36,7 @@ bool IsDocumentWindow(const Reference<css::awt::XWindow2>& window) {
 }  // namespace
 
 // "Deprecated" is how the header marks what is not promised for ever; there is no other way to LibreOffice's
-// windows and events.
+// windows.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 
@@ -118,12 +115,10 @@ void OthersDisabled::ActivateDocument() const {
 }
 
 void OthersDisabled::Settle() const {
-  const Reference<css::awt::XReschedule> events(toolkit_, UNO_QUERY_THROW);
   const Clock::time_point start = Clock::now();
   Clock::time_point at_rest = start;
   while (Clock::now() - at_rest < kRest && Clock::now() - start < kPatience) {
-    std::this_thread::sleep_for(kPause);
-    events->reschedule();
+    HandleEvents();
     if (window_->isActive()) continue;
     at_rest = Clock::now();
     ActivateDocument();
