@@ -63,7 +63,7 @@ TEST_P(CalcProgress, ALongOperationTellsInTheStatusBarHowFarItIs) {
   const Desktop::Window workbook = desktop.FindWindow("Calc$");
   const auto look = [&] {
     const int bottom = static_cast<int>(desktop.SizeOf(workbook).second / desktop.scale());
-    return desktop.Look(workbook, {0, bottom - 24, 350, 22});
+    return desktop.Look(workbook, {40, bottom - 24, 300, 22});  // behind the mark of a changed document
   };
   const std::string idle = look();
   desktop.TryKey("Pradžia", "Return");
