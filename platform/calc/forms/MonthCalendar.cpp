@@ -12,7 +12,7 @@
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/date.h"
 #include "platform/forms/picker_dates.h"
-#include "platform/lithuanian_names.h"
+#include "platform/lithuanian/date_names.h"
 #include "platform/services.h"
 #include "platform/text.h"
 
