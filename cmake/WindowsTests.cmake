@@ -29,8 +29,8 @@ endfunction()
 # those that need Linux' files, and the windows, for which Wine's 32-bit side has no display.
 file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp)
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-  qva_sources(seam_test_sources tests/platform tests/platform/filesystem tests/platform/forms tests/platform/memory
-              tests/platform/recordset tests/server)
+  qva_sources(seam_test_sources tests/platform tests/platform/filesystem tests/platform/forms tests/platform/lithuanian
+              tests/platform/memory tests/platform/recordset tests/server)
   list(FILTER seam_test_sources EXCLUDE REGEX "unattended_")
   list(APPEND windows_test_sources ${seam_test_sources})
 else()

@@ -5,6 +5,7 @@
 
 #include "global/Helpers.h"
 #include "global/StartUp.h"
+#include "period/BookCache.h"
 #include "period/CodesAndNames.h"
 #include "platform/date.h"
 #include "platform/services.h"

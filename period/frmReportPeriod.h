@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "period/AccountSetGrid.h"
-#include "period/BookCache.h"
 #include "period/HostForm.h"
 #include "period/PeriodArithmetic.h"
 #include "platform/controls.h"

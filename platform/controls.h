@@ -54,8 +54,8 @@ struct ControlDescription {
   Bounds bounds;           ///< within the parent
   std::u16string parent;   ///< the Frame or TabControl that it stands in; empty for the form itself
   int page = 0;            ///< of a TabControl, from 0
-  bool read_only =
-      false;  ///< a TextBox that shows its text like a label: without a frame, and no place for the focus
+  /// A TextBox that shows its text like a label: without a frame, and no place for the focus.
+  bool read_only = false;
 };
 
 /// A form. The order of the controls is the tab order; a parent stands before what stands in it.
@@ -237,11 +237,10 @@ class Form {
   virtual Control* Find(std::u16string_view name) = 0;
 
   /// Shows the form, with the focus in the first field that the user can work unless a control asked for it,
-  /// above Excel's window, which is disabled meanwhile, until Hide is called or the user
-  /// closes the window. A form can be shown again. Raises 400 (Form already displayed) when it is shown, 7
-  /// (Out of memory) or 51 (Internal error) when the platform cannot show it, what a handler raised, and
-  /// where no user sits what platform/forms/unattended_forms.h says. But for the first of these the form is
-  /// hidden afterwards.
+  /// above Excel's window, which is disabled meanwhile, until Hide is called or the user closes the window. A
+  /// form can be shown again. Raises 400 (Form already displayed) when it is shown, 7 (Out of memory) or 51
+  /// (Internal error) when the platform cannot show it, what a handler raised, and where no user sits what
+  /// platform/forms/unattended_forms.h says. But for the first of these the form is hidden afterwards.
   virtual void ShowModal() = 0;
   /// Ends ShowModal. Does nothing when the form is not shown.
   virtual void Hide() = 0;

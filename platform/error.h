@@ -46,8 +46,8 @@ enum ErrorNumber : std::int32_t {
   kWrongArgumentCount = 450,
   kKeyIsTaken = 457,
   kApplicationDefined = 1004,  ///< Excel's own number for whatever it refuses
-  kObjectErrorBase =
-      -2147221504,  ///< hexadecimal 80040000 (vbObjectError), the base of automation object errors
+  /// Hexadecimal 80040000 (vbObjectError), the base of automation object errors.
+  kObjectErrorBase = -2147221504,
 };
 
 /// The library's name, the source of its own errors and the title of its windows.

@@ -69,12 +69,13 @@ class Registry {
   virtual ~Registry() = default;
 
   // None of the operations raises. All return a Windows code (RegistryStatus names those that we meet); with
-  // any other than kRegistrySuccess what they would give is untouched. Key paths and value names ignore
-  // letter case; data are bytes as they stand in the ANSI code page, but for QueryStored and SetStored.
+  // any other than kRegistrySuccess what they would give is untouched, unless they say otherwise. Key paths
+  // and value names ignore letter case; data are bytes as they stand in the ANSI code page, but for
+  // QueryStored and SetStored.
 
   /// Opens an existing key (RegOpenKeyExA), `parent` itself by the empty path. On success `key` is the
-  /// caller's to close; otherwise untouched. The rights of `access` are those to values: whoever has a key
-  /// may open and create others below it.
+  /// caller's to close. The rights of `access` are those to values: whoever has a key may open and create
+  /// others below it.
   virtual std::int32_t OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                                RegistryKey& key) = 0;
 
@@ -93,8 +94,7 @@ class Registry {
   virtual std::int32_t SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                                 std::span<const char> data) = 0;
 
-  /// Reads a value of any length, nothing of it converted (RegQueryValueExW). `value` is touched on success
-  /// alone.
+  /// Reads a value of any length, nothing of it converted (RegQueryValueExW).
   virtual std::int32_t QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) = 0;
 
   /// Writes such a value (RegSetValueExW), as SetValue does.

@@ -37,6 +37,9 @@ std::filesystem::path ContractsModuleFile() {
 std::string FileCallsLibrary() {
   return QVA_FILE_CALLS_LIBRARY;
 }
+std::string FewThreadsLibrary() {
+  return QVA_FEW_THREADS_LIBRARY;
+}
 std::string WorkerMemoryLibrary() {
   return QVA_WORKER_MEMORY_LIBRARY;
 }

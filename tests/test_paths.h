@@ -26,6 +26,8 @@ std::filesystem::path ContractsModuleFile();
 std::string FileCallsLibrary();
 /// The library that gives the LibreOffices of a batch more memory, and their jobs not.
 std::string WorkerMemoryLibrary();
+/// The library that keeps threads from a batch.
+std::string FewThreadsLibrary();
 /// The sanitizers' library that must be loaded before the component is; empty where it was built without
 /// them.
 std::string SanitizerRuntime();

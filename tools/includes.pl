@@ -36,13 +36,14 @@ __DATA__
 platform
 platform/filesystem     platform
 platform/forms          platform platform/filesystem
+platform/lithuanian     platform
 platform/recordset      platform
 platform/commandbars    platform
-platform/memory         platform platform/filesystem platform/forms platform/recordset
+platform/memory         platform platform/filesystem platform/forms platform/lithuanian platform/recordset
 platform/memory/excel   platform platform/commandbars
-platform/posix          platform platform/filesystem platform/forms platform/recordset
+platform/posix          platform platform/filesystem platform/forms platform/lithuanian platform/recordset
 platform/calc           platform platform/posix
-platform/calc/forms     platform platform/filesystem platform/forms platform/calc
+platform/calc/forms     platform platform/filesystem platform/forms platform/lithuanian platform/calc
 platform/calc/toolbars  platform platform/commandbars platform/calc
 platform/windows        platform platform/filesystem platform/recordset
 platform/windows/forms  platform platform/forms platform/windows

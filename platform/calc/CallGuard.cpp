@@ -4,14 +4,13 @@
 
 #include "platform/calc/Preview.h"
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/Uno.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/text.h"
 
 namespace qva::calc {
 namespace {
-
-using css::uno::Reference;
 
 struct GuardedMember {
   std::u16string_view type;

@@ -26,12 +26,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
-
 Reference<css::sheet::XSheetCellRange> CellsOf(const ObjectPtr& range) {
   return {ToAny(GetObject(range, u"CellRange")), UNO_QUERY_THROW};
 }
@@ -276,7 +270,7 @@ Value SetFormulaLocal(const ObjectPtr& range, const Arguments& arguments) {
   };
   if (arguments.positional.size() != 1 || arguments.positional[0] != Value(u"")) return set();
   const Reference<css::beans::XPropertySet> properties(CellsOf(range), UNO_QUERY_THROW);
-  const css::uno::Any shown = properties->getPropertyValue("NumberFormat");
+  const Any shown = properties->getPropertyValue("NumberFormat");
   set();
   // Of several cells there may be no one format.
   if (shown.hasValue() && properties->getPropertyValue("NumberFormat") != shown) {

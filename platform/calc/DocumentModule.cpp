@@ -6,9 +6,6 @@
 
 namespace qva::calc {
 
-using css::uno::Any;
-using rtl::OUString;
-
 Any ObjectBehind(const css::script::NativeObjectWrapper& module) {
   // A workbook is no sheet of itself. What has no workbook at all ends in an error, and stays nothing.
   constexpr const char* kFunction =

@@ -2,7 +2,8 @@
 #pragma once
 
 #include <com/sun/star/script/NativeObjectWrapper.hpp>
-#include <com/sun/star/uno/Any.hxx>
+
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -11,6 +12,6 @@ namespace qva::calc {
 /// more of such an object than a number, which it alone can read. So a module of one function, put into the
 /// application's libraries and taken out again at once, reads it. Nothing for any other object of Basic's
 /// own.
-css::uno::Any ObjectBehind(const css::script::NativeObjectWrapper& module);
+Any ObjectBehind(const css::script::NativeObjectWrapper& module);
 
 }  // namespace qva::calc

@@ -12,13 +12,10 @@
 #include <cppuhelper/implbase1.hxx>
 #include <thread>
 
+#include "platform/calc/Uno.h"
+
 namespace qva::calc {
 namespace {
-
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
 
 class Action : public cppu::WeakImplHelper1<css::awt::XCallback> {
  public:

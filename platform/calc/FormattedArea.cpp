@@ -7,13 +7,11 @@
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/error.h"
 
 namespace qva::calc {
-
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
 
 std::optional<CellArea> FormattedArea(const ObjectPtr& cell_range) {
   const Reference<css::sheet::XSheetCellRange> range(ToAny(cell_range), UNO_QUERY);

@@ -4,6 +4,7 @@
 #include <com/sun/star/script/XLibraryContainer.hpp>
 #include <com/sun/star/script/provider/theMasterScriptProviderFactory.hpp>
 
+#include "platform/calc/Uno.h"
 #include "platform/error.h"
 
 namespace qva::calc {
@@ -12,10 +13,6 @@ using css::container::XNameContainer;
 using css::script::XLibraryContainer;
 using css::script::provider::XScript;
 using css::script::provider::XScriptProvider;
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
-using rtl::OUString;
 
 Reference<XScript> FindScript(const Reference<XScriptProvider>& scripts, const OUString& name,
                               const char* location) {
@@ -39,7 +36,7 @@ OwnModule::OwnModule(const Reference<css::uno::XComponentContext>& context, cons
   const Reference<XLibraryContainer> libraries(
       context->getServiceManager()->createInstanceWithContext(
           "com.sun.star.script.ApplicationScriptLibraryContainer", context),
-      css::uno::UNO_QUERY_THROW);
+      UNO_QUERY_THROW);
   take_out_ = [libraries, name = name_] {
     if (libraries->hasByName(name)) libraries->removeLibrary(name);
   };

@@ -9,6 +9,7 @@
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/Uno.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/excel_constants.h"
@@ -17,9 +18,6 @@ namespace qva::calc {
 namespace {
 
 using css::frame::XModel;
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
 
 // The commands by which a window of LibreOffice changes its view. Unlike .uno:PrintPreview and
 // .uno:ClosePreview, which come to the same later, they do it at once.
@@ -29,8 +27,8 @@ constexpr char kPreviewView[] = "slot:5631";
 void SwitchView(const Reference<XModel>& document, const char* view) {
   const Reference<css::frame::XDispatchProvider> frame(document->getCurrentController()->getFrame(),
                                                        UNO_QUERY_THROW);
-  css::frame::DispatchHelper::create(Context())->executeDispatch(frame, rtl::OUString::createFromAscii(view),
-                                                                 "", 0, {});
+  css::frame::DispatchHelper::create(Context())->executeDispatch(frame, OUString::createFromAscii(view), "",
+                                                                 0, {});
 }
 
 /// A preview that was asked for and is not shown yet.

@@ -4,14 +4,15 @@
 #include <com/sun/star/frame/XModel.hpp>
 
 #include "platform/automation.h"
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
 /// Whether the window of a workbook shows the preview.
-bool ShowsPreview(const css::uno::Reference<css::frame::XModel>& document);
+bool ShowsPreview(const Reference<css::frame::XModel>& document);
 
 /// Brings the cells back into the window of a workbook that shows the preview.
-void LeavePreview(const css::uno::Reference<css::frame::XModel>& document);
+void LeavePreview(const Reference<css::frame::XModel>& document);
 
 /// Worksheet.PrintPreview: turns the window into LibreOffice's preview of the sheet when the macro gives way
 /// or ends, and does not wait for its end.

@@ -7,6 +7,7 @@
 
 #include "platform/calc/SheetDocument.h"
 #include "platform/calc/SheetProtection.h"
+#include "platform/calc/Uno.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoValue.h"
@@ -15,10 +16,6 @@
 
 namespace qva::calc {
 namespace {
-
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
 
 /// The rectangles of a range that is made of several; null for a single one.
 Reference<css::sheet::XSheetCellRanges> AreasOf(const ObjectPtr& range) {

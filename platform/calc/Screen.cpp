@@ -17,8 +17,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Reference;
-using css::uno::UNO_QUERY_THROW;
 using css::uno::UNO_SET_THROW;
 
 void TurnOn() {
@@ -69,7 +67,7 @@ class TitleKeeper : public cppu::WeakImplHelper1<css::frame::XFrameActionListene
   bool Keeps(const Reference<css::frame::XController>& controller) const {
     return controller.is() && controller->getModel() == document_ && controller->getFrame() == frame_;
   }
-  void Set(const rtl::OUString& title) {
+  void Set(const OUString& title) {
     title_ = title;
     Reference<css::frame::XTitle>(frame_->getController(), UNO_QUERY_THROW)->setTitle(title_);
   }
@@ -102,7 +100,7 @@ class TitleKeeper : public cppu::WeakImplHelper1<css::frame::XFrameActionListene
 
   Reference<css::frame::XModel> document_;
   Reference<css::frame::XFrame> frame_;
-  rtl::OUString title_;
+  OUString title_;
 };
 
 }  // namespace
@@ -138,7 +136,7 @@ Value SetStatusBar(const ObjectPtr& application, const Arguments& arguments) {
 
 Value SetCaption(const ObjectPtr& window, const Arguments& arguments) {
   if (arguments.positional.size() != 1) throw AutomationError(kWrongArgumentCount);
-  const rtl::OUString title = ToUno(arguments.positional[0].ToText());
+  const OUString title = ToUno(arguments.positional[0].ToText());
   const Reference<css::frame::XModel> document = DocumentOf(window);
   const Reference<css::frame::XController> controller(document->getCurrentController(), UNO_SET_THROW);
   auto& all = TitleKeeper::All();

@@ -8,6 +8,7 @@
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
 
 #include "platform/automation.h"
+#include "platform/calc/Uno.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoValue.h"
 
@@ -16,15 +17,12 @@ namespace {
 
 using css::frame::XModel;
 using css::sheet::XSpreadsheet;
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
 using css::uno::XInterface;
 
 /// A sheet does not tell its document, but the forms that may be drawn on it do. Null for the sheet of a
 /// closed workbook.
 Reference<XInterface> ComponentOf(const Reference<XSpreadsheet>& sheet) {
-  ObjectPtr object = MakeRef<UnoObject>(css::uno::Any(sheet));
+  ObjectPtr object = MakeRef<UnoObject>(Any(sheet));
   for (const std::u16string_view step : {u"DrawPage", u"Forms", u"Parent"}) {
     if (object) object = GetObject(object, step);
   }
@@ -32,7 +30,7 @@ Reference<XInterface> ComponentOf(const Reference<XSpreadsheet>& sheet) {
 }
 
 /// The first rectangle of a range's cells.
-Reference<css::sheet::XSheetCellRange> FirstArea(const css::uno::Any& cells) {
+Reference<css::sheet::XSheetCellRange> FirstArea(const Any& cells) {
   if (const Reference<css::sheet::XSheetCellRange> one{cells, UNO_QUERY}; one.is()) return one;
   const Reference<css::container::XIndexAccess> areas(cells, UNO_QUERY);
   if (!areas.is()) return {};

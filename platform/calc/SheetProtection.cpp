@@ -20,10 +20,6 @@ namespace qva::calc {
 namespace {
 
 using css::sheet::XSpreadsheet;
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
 
 /// A sheet that is protected from the user alone. LibreOffice's object follows its sheet when others come or
 /// go before it.
@@ -67,7 +63,7 @@ Value Argument(const Arguments& arguments, std::size_t position, std::u16string_
 /// Whether one of the cells, or all, cannot be changed on a protected sheet.
 bool HoldsLockedCell(const ObjectPtr& range) {
   const OUString name("CellProtection");
-  const css::uno::Any cells = ToAny(Get(range, u"CellRange"));
+  const Any cells = ToAny(Get(range, u"CellRange"));
   const Reference<css::beans::XPropertyState> states(cells, UNO_QUERY_THROW);
   if (states->getPropertyState(name) == css::beans::PropertyState_AMBIGUOUS_VALUE) return true;
   css::util::CellProtection protection;

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/automation.h"
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -22,16 +23,15 @@ class WriteAccess {
   /// Raises 1004 where Excel would refuse to change the cells of a Range: the sheet is protected from macros,
   /// too, and one of the cells is locked or the change is one of format. A null sheet is that of a closed
   /// workbook, and raises its error.
-  WriteAccess(const css::uno::Reference<css::sheet::XSpreadsheet>& sheet, const ObjectPtr& range,
-              Change change);
+  WriteAccess(const Reference<css::sheet::XSpreadsheet>& sheet, const ObjectPtr& range, Change change);
   /// Protects the sheet again.
   ~WriteAccess();
   WriteAccess(const WriteAccess&) = delete;
   WriteAccess& operator=(const WriteAccess&) = delete;
 
  private:
-  css::uno::Reference<css::sheet::XSpreadsheet> sheet_;
-  std::optional<rtl::OUString> password_;  ///< of a protection that was taken off meanwhile
+  Reference<css::sheet::XSpreadsheet> sheet_;
+  std::optional<OUString> password_;  ///< of a protection that was taken off meanwhile
 };
 
 }  // namespace qva::calc

@@ -15,11 +15,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
-
 constexpr std::u16string_view kStandardLibrary = u"Standard";
 constexpr std::u16string_view kDefaultProject = u"VBAProject";  ///< Excel's name of a project without one
 
@@ -65,7 +60,7 @@ Value WithFolder(const ObjectPtr& workbook, Value name) {
 
 Value VBProject(const ObjectPtr& workbook, const Arguments&) {
   const Reference<css::beans::XPropertySet> document(DocumentOf(workbook), UNO_QUERY_THROW);
-  const css::uno::Any libraries = document->getPropertyValue("BasicLibraries");
+  const Any libraries = document->getPropertyValue("BasicLibraries");
   const Reference<css::script::vba::XVBACompatibility> project(libraries, UNO_QUERY);
   std::u16string name = project.is() ? FromUno(project->getProjectName()) : std::u16string();
   if (name.empty()) {

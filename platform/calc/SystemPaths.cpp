@@ -24,8 +24,8 @@ std::u16string DrivePath(const std::filesystem::path& path) {
   return UserFiles().DrivePath(path);
 }
 
-rtl::OUString FileUrl(const std::filesystem::path& path) {
-  rtl::OUString url;
+OUString FileUrl(const std::filesystem::path& path) {
+  OUString url;
   osl::FileBase::getFileURLFromSystemPath(ToUno(FromUtf8(path.string())), url);
   return url;
 }

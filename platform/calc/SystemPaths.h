@@ -3,9 +3,10 @@
 #pragma once
 
 #include <filesystem>
-#include <rtl/ustring.hxx>
 #include <string>
 #include <string_view>
+
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -17,6 +18,6 @@ std::filesystem::path SystemPath(std::u16string_view path);
 std::u16string DrivePath(const std::filesystem::path& path);
 
 /// A path of the system as LibreOffice's interfaces take it.
-rtl::OUString FileUrl(const std::filesystem::path& path);
+OUString FileUrl(const std::filesystem::path& path);
 
 }  // namespace qva::calc

@@ -18,8 +18,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-
 template <class Exception>
 bool Is(const Any& caught) {
   Exception exception;

@@ -1,8 +1,7 @@
 // LibreOffice's exceptions as errors of ours.
 #pragma once
 
-#include <com/sun/star/uno/Any.hxx>
-
+#include "platform/calc/Uno.h"
 #include "platform/error.h"
 
 namespace qva::calc {
@@ -19,7 +18,7 @@ AutomationError ObjectGone();
 /// where that is decided: the texts of LibreOffice's exceptions name interfaces and source files, so that
 /// none is passed on but the description of an error that a Basic program raised. Automation error (440) is
 /// what has no number of its own.
-AutomationError ErrorOf(css::uno::Any exception);
+AutomationError ErrorOf(Any exception);
 
 /// The error that the exception being handled is for macros; to be called in a catch block. Our own errors
 /// stay what they are, LibreOffice's become those of ErrorOf; what is neither is 7 (Out of memory) or 51

@@ -23,12 +23,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
-using css::uno::UNO_QUERY;
-using rtl::OUString;
-
 // What Basic may reach: everything but what LibreOffice itself calls dangerous, such as queryInterface.
 constexpr sal_Int32 kMethods = css::beans::MethodConcept::ALL - css::beans::MethodConcept::DANGEROUS;
 constexpr sal_Int32 kProperties = css::beans::PropertyConcept::ALL - css::beans::PropertyConcept::DANGEROUS;
@@ -121,8 +115,7 @@ Value UnoObject::Read(const OUString& name, const Arguments& arguments) {
   }
   if (!HasProperty(name)) throw AutomationError(kUnsupportedMember);
   const Reference<css::beans::XPropertySet> properties(
-      Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()),
-      css::uno::UNO_QUERY_THROW);
+      Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()), UNO_QUERY_THROW);
   const Value value = FromAny(properties->getPropertyValue(name));
   if (arguments.positional.empty() && arguments.named.empty()) return value;
   // Arguments to a plain property belong to the default member of the collection that it gives.
@@ -134,8 +127,7 @@ void UnoObject::Write(const OUString& name, const Arguments& arguments) {
   if (arguments.positional.size() != 1 || !arguments.named.empty())
     throw AutomationError(kWrongArgumentCount);
   const Reference<css::beans::XPropertySet> properties(
-      Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()),
-      css::uno::UNO_QUERY_THROW);
+      Introspection().queryAdapter(cppu::UnoType<css::beans::XPropertySet>::get()), UNO_QUERY_THROW);
   properties->setPropertyValue(name, ToArgument(ForCells(arguments.positional[0])));
 }
 

@@ -2,11 +2,11 @@
 #pragma once
 
 #include <com/sun/star/beans/XIntrospectionAccess.hpp>
-#include <com/sun/star/uno/Any.hxx>
 #include <memory>
 #include <utility>
 
 #include "platform/automation.h"
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -17,9 +17,9 @@ namespace qva::calc {
 class UnoObject : public Object {
  public:
   /// Takes the value that the object came in.
-  explicit UnoObject(const css::uno::Any& target) : target_(target) {}
+  explicit UnoObject(const Any& target) : target_(target) {}
 
-  const css::uno::Any& target() const { return target_; }
+  const Any& target() const { return target_; }
 
   Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override;
   std::u16string TypeName() const override { return Type(); }
@@ -34,18 +34,18 @@ class UnoObject : public Object {
 
  private:
   Value InvokeUnguarded(Access access, std::u16string_view member, const Arguments& arguments);
-  Value Read(const rtl::OUString& name, const Arguments& arguments);
-  void Write(const rtl::OUString& name, const Arguments& arguments);
-  bool HasMethod(const rtl::OUString& name);
-  bool HasProperty(const rtl::OUString& name);
+  Value Read(const OUString& name, const Arguments& arguments);
+  void Write(const OUString& name, const Arguments& arguments);
+  bool HasMethod(const OUString& name);
+  bool HasProperty(const OUString& name);
   std::u16string DefaultMember() const;
   /// LibreOffice's description of the object, made on first use. The service that Basic itself goes by;
   /// "Invocation" would not serve for objects with an invocation of their own, such as worksheets.
   css::beans::XIntrospectionAccess& Introspection();
 
-  css::uno::Any target_;
+  Any target_;
   mutable std::u16string type_;  ///< empty until it is asked for
-  css::uno::Reference<css::beans::XIntrospectionAccess> introspection_;
+  Reference<css::beans::XIntrospectionAccess> introspection_;
   std::shared_ptr<void> companion_;
 };
 

@@ -18,9 +18,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
 using css::uno::TypeClass;
 using css::uno::XInterface;
 
@@ -135,7 +132,7 @@ Any ToSequence(const Array& array) {
 }  // namespace
 
 const CarriesObject* CarriesObject::Of(const Reference<XInterface>& object) {
-  const Reference<css::lang::XUnoTunnel> tunnel(object, css::uno::UNO_QUERY);
+  const Reference<css::lang::XUnoTunnel> tunnel(object, UNO_QUERY);
   return tunnel.is() ? reinterpret_cast<const CarriesObject*>(tunnel->getSomething(CarrierIdentifier()))
                      : nullptr;
 }
@@ -180,7 +177,7 @@ Value FromAny(const Any& any) {
     case TypeClass::TypeClass_CHAR:
       return std::u16string(1, static_cast<char16_t>(*static_cast<const sal_Unicode*>(any.getValue())));
     case TypeClass::TypeClass_STRING:
-      return FromUno(*static_cast<const rtl::OUString*>(any.getValue()));
+      return FromUno(*static_cast<const OUString*>(any.getValue()));
     case TypeClass::TypeClass_INTERFACE:
       return FromInterface(any);
     case TypeClass::TypeClass_SEQUENCE:

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/commandbars/CommandBarData.h"
-#include "platform/model_object.h"
+#include "platform/commandbars/model_object.h"
 
 namespace qva::commandbars {
 

@@ -1,8 +1,8 @@
 // Regional settings that can be set; Lithuanian ones from the start.
 #pragma once
 
-#include "platform/code_page.h"
-#include "platform/lithuanian_names.h"
+#include "platform/lithuanian/code_page.h"
+#include "platform/lithuanian/date_names.h"
 #include "platform/locale.h"
 
 namespace qva {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/code_page.h"
+#include "platform/lithuanian/code_page.h"
 #include "platform/text.h"
 
 namespace qva {

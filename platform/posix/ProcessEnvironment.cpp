@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/code_page.h"
+#include "platform/lithuanian/code_page.h"
 #include "platform/text.h"
 
 namespace qva {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/code_page.h"
 #include "platform/filesystem/native_file.h"
+#include "platform/lithuanian/code_page.h"
 #include "platform/posix/FileAccess.h"
 #include "platform/posix/OwnersFolders.h"
 #include "platform/posix/UserFolder.h"

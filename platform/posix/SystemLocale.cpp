@@ -7,9 +7,9 @@
 #include <memory>
 #include <type_traits>
 
-#include "platform/code_page.h"
 #include "platform/filesystem/native_file.h"
-#include "platform/lithuanian_names.h"
+#include "platform/lithuanian/code_page.h"
+#include "platform/lithuanian/date_names.h"
 #include "platform/text.h"
 #include "platform/variables.h"
 

@@ -147,8 +147,7 @@ SafeArray ToSafeArray(const Array& array, VARTYPE element_type) {
   }
   // Automation has no array without dimensions; an empty one is what comes nearest.
   if (bounds.empty()) bounds.push_back({0, 0});
-  auto result =
-      SafeArray::Adopt(SafeArrayCreate(element_type, static_cast<UINT>(bounds.size()), bounds.data()));
+  auto result = SafeArray(SafeArrayCreate(element_type, static_cast<UINT>(bounds.size()), bounds.data()));
   if (!result) throw AutomationError(kOutOfMemory);
   if (array.elements.empty()) return result;
   const LockedElements elements(result.get(), element_type);

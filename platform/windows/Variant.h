@@ -1,10 +1,11 @@
 // The owners of an automation variant and of an automation array.
 #pragma once
 
+#include <memory>
 #include <type_traits>
 #include <utility>
 
-#include "platform/windows/WindowsApi.h"
+#include "platform/windows/Handle.h"
 
 namespace qva::windows {
 
@@ -44,32 +45,6 @@ class Variant {
 static_assert(sizeof(Variant) == sizeof(VARIANT) && std::is_standard_layout_v<Variant>);
 
 /// Owns a SAFEARRAY and everything in it, or none.
-class SafeArray {
- public:
-  SafeArray() = default;
-  SafeArray(SafeArray&& other) noexcept : array_(other.Detach()) {}
-  SafeArray& operator=(SafeArray&& other) noexcept {
-    std::swap(array_, other.array_);
-    return *this;
-  }
-  ~SafeArray() {
-    if (array_) SafeArrayDestroy(array_);
-  }
-
-  /// Takes over an array that the caller owns.
-  static SafeArray Adopt(SAFEARRAY* array) {
-    SafeArray owner;
-    owner.array_ = array;
-    return owner;
-  }
-  /// Gives the array to the caller.
-  SAFEARRAY* Detach() { return std::exchange(array_, nullptr); }
-
-  SAFEARRAY* get() const { return array_; }
-  explicit operator bool() const { return array_ != nullptr; }
-
- private:
-  SAFEARRAY* array_ = nullptr;
-};
+using SafeArray = std::unique_ptr<SAFEARRAY, GivenBackBy<SafeArrayDestroy>>;
 
 }  // namespace qva::windows

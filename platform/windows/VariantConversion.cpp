@@ -146,8 +146,8 @@ void StoreArray(SAFEARRAY** variable, VARTYPE element_type, const Value& value) 
   if (*variable && ((*variable)->cLocks > 0 || ((*variable)->fFeatures & kInPlace))) {
     throw AutomationError(kArrayLocked, u"This array is fixed or temporarily locked");
   }
-  const SafeArray old = SafeArray::Adopt(*variable);
-  *variable = stored.Detach();
+  const SafeArray old(*variable);
+  *variable = stored.release();
 }
 
 }  // namespace
@@ -237,7 +237,7 @@ Variant ToVariant(const Value& value) {
       break;
     }
     case Value::Type::Array:
-      variant->parray = ToSafeArray(value.AsArray(), VT_VARIANT).Detach();
+      variant->parray = ToSafeArray(value.AsArray(), VT_VARIANT).release();
       variant->vt = VT_ARRAY | VT_VARIANT;
       break;
   }

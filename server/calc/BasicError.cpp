@@ -13,11 +13,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
-using rtl::OUString;
-
 /// Basic's Err object, once we have it. No Reference: nothing is to be released when the process ends.
 ooo::vba::XErrObject* err_object = nullptr;
 

@@ -4,6 +4,7 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 
 #include "platform/automation.h"
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -13,7 +14,7 @@ namespace qva::calc {
 /// the macro. Err.Raise keeps number, source and description whole, so it is the way that we raise errors.
 /// Basic gives the object out to its own macros alone; so a module of one function, put into the
 /// application's libraries and taken out again at once, hands it over.
-void PrepareErrors(const css::uno::Reference<css::uno::XComponentContext>& context);
+void PrepareErrors(const Reference<css::uno::XComponentContext>& context);
 
 /// Makes the error pending in the macro that called us. The caller must return to it at once, normally. Where
 /// Basic's Err object could not be had, throws BasicErrorException, which serves for small numbers.

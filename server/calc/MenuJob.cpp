@@ -27,9 +27,6 @@ namespace qva::calc {
 namespace {
 
 namespace fs = std::filesystem;
-using css::uno::Reference;
-using css::uno::Sequence;
-using rtl::OUString;
 
 constexpr std::u16string_view kSampleBook = u"MEDVILNE";  ///< the embedded host's sample company
 constexpr std::u16string_view kReportsFolder = u"C:\\Pavyzdziai";
@@ -170,7 +167,7 @@ std::u16string TextOf(const AutomationError& error) {
 void MenuJob::RunActiveWorkbook() const {
   const Reference<css::lang::XComponent> active =
       css::frame::Desktop::create(context_)->getCurrentComponent();
-  const Reference<css::lang::XServiceInfo> info(active, css::uno::UNO_QUERY);
+  const Reference<css::lang::XServiceInfo> info(active, UNO_QUERY);
   if (!info.is() || !info->supportsService("com.sun.star.sheet.SpreadsheetDocument")) {
     throw Refusal(kNoWorkbook);
   }

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/calc/Uno.h"
 #include "server/calc/NamedService.h"
 #include "server/calc/service_names.h"
 
@@ -17,7 +18,7 @@ namespace qva::calc {
 class MenuJob : public NamedService<cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo>,
                                     kMenuJob, kMenuJob> {
  public:
-  explicit MenuJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}
+  explicit MenuJob(const Reference<css::uno::XComponentContext>& context) : context_(context) {}
 
   /// The commands:
   ///   run-workbook  runs the entry macro of the active workbook (OpenWorkbook::FindMain)
@@ -27,7 +28,7 @@ class MenuJob : public NamedService<cppu::WeakImplHelper2<css::task::XJobExecuto
   /// Any other one is the name of a sample, its file's without ending, of which a copy in C:\Pavyzdziai, in
   /// place of an earlier one, is opened and run; it stays open. With template and samples, the sample
   /// company's book becomes the current one where there is none yet.
-  void SAL_CALL trigger(const rtl::OUString& command) override;
+  void SAL_CALL trigger(const OUString& command) override;
 
  private:
   /// Carries a command out. What the user is to be told; empty when it is nothing.
@@ -38,7 +39,7 @@ class MenuJob : public NamedService<cppu::WeakImplHelper2<css::task::XJobExecuto
   void ShowGuide() const;
   void RunSample(std::u16string_view name) const;
 
-  css::uno::Reference<css::uno::XComponentContext> context_;
+  Reference<css::uno::XComponentContext> context_;
 };
 
 }  // namespace qva::calc

@@ -3,7 +3,6 @@
 
 #include <com/sun/star/lang/XServiceInfo.hpp>
 #include <cppuhelper/supportsservice.hxx>
-#include <rtl/ustring.hxx>
 
 #include "platform/calc/UnoText.h"
 
@@ -14,14 +13,12 @@ namespace qva::calc {
 template <class Base, const char* implementation, const char*... services>
 class NamedService : public Base {
  public:
-  rtl::OUString SAL_CALL getImplementationName() override {
-    return rtl::OUString::createFromAscii(implementation);
-  }
-  sal_Bool SAL_CALL supportsService(const rtl::OUString& name) override {
+  OUString SAL_CALL getImplementationName() override { return OUString::createFromAscii(implementation); }
+  sal_Bool SAL_CALL supportsService(const OUString& name) override {
     return cppu::supportsService(this, name);
   }
-  css::uno::Sequence<rtl::OUString> SAL_CALL getSupportedServiceNames() override {
-    return SequenceOf<rtl::OUString>({rtl::OUString::createFromAscii(services)...});
+  Sequence<OUString> SAL_CALL getSupportedServiceNames() override {
+    return SequenceOf<OUString>({OUString::createFromAscii(services)...});
   }
 };
 

@@ -17,10 +17,7 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Reference;
-using css::uno::Sequence;
 using css::uno::XInterface;
-using rtl::OUString;
 
 /// The services of this machine, from the first object on. Never destroyed: the last objects may outlive
 /// everything that could do it.
@@ -77,7 +74,7 @@ Reference<XInterface> ObjectFactoryService::createInstance(const OUString& ident
 }
 
 Reference<XInterface> ObjectFactoryService::createInstanceWithArguments(const OUString& identifier,
-                                                                        const Sequence<css::uno::Any>&) {
+                                                                        const Sequence<Any>&) {
   return createInstance(identifier);
 }
 

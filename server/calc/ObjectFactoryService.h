@@ -6,6 +6,7 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/implbase2.hxx>
 
+#include "platform/calc/Uno.h"
 #include "server/calc/NamedService.h"
 #include "server/calc/service_names.h"
 
@@ -20,12 +21,12 @@ class ObjectFactoryService
     : public NamedService<cppu::WeakImplHelper2<css::lang::XMultiServiceFactory, css::lang::XServiceInfo>,
                           kObjectFactory, kOleObjectFactory> {
  public:
-  explicit ObjectFactoryService(const css::uno::Reference<css::uno::XComponentContext>& context);
+  explicit ObjectFactoryService(const Reference<css::uno::XComponentContext>& context);
 
-  css::uno::Reference<css::uno::XInterface> SAL_CALL createInstance(const rtl::OUString& identifier) override;
-  css::uno::Reference<css::uno::XInterface> SAL_CALL createInstanceWithArguments(
-      const rtl::OUString& identifier, const css::uno::Sequence<css::uno::Any>&) override;
-  css::uno::Sequence<rtl::OUString> SAL_CALL getAvailableServiceNames() override;
+  Reference<css::uno::XInterface> SAL_CALL createInstance(const OUString& identifier) override;
+  Reference<css::uno::XInterface> SAL_CALL createInstanceWithArguments(const OUString& identifier,
+                                                                       const Sequence<Any>&) override;
+  Sequence<OUString> SAL_CALL getAvailableServiceNames() override;
 };
 
 }  // namespace qva::calc

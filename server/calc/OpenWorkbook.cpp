@@ -31,11 +31,6 @@ namespace qva::calc {
 namespace {
 
 using css::beans::PropertyValue;
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
 
 using css::script::provider::XScript;
 using css::script::provider::XScriptProvider;
@@ -271,7 +266,7 @@ std::optional<std::string> OpenWorkbook::FindMain() const {
 }
 
 bool OpenWorkbook::AllowsMacros() const {
-  const Reference<css::document::XEmbeddedScripts> scripts(model_, css::uno::UNO_QUERY);
+  const Reference<css::document::XEmbeddedScripts> scripts(model_, UNO_QUERY);
   return scripts.is() && scripts->getAllowMacroExecution();
 }
 

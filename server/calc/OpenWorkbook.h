@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/automation.h"
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -46,10 +47,10 @@ class MacroError : public AutomationError {
 class OpenWorkbook {
  public:
   /// Opens the file of a path of the system. Raises MacroFailure when it is no workbook.
-  OpenWorkbook(const css::uno::Reference<css::uno::XComponentContext>& context, const std::string& path);
+  OpenWorkbook(const Reference<css::uno::XComponentContext>& context, const std::string& path);
   /// Takes a workbook of the user, which stays open.
-  OpenWorkbook(const css::uno::Reference<css::uno::XComponentContext>& context,
-               const css::uno::Reference<css::lang::XComponent>& model)
+  OpenWorkbook(const Reference<css::uno::XComponentContext>& context,
+               const Reference<css::lang::XComponent>& model)
       : context_(context), model_(model), is_kept_(true) {}
   ~OpenWorkbook();
   OpenWorkbook(const OpenWorkbook&) = delete;
@@ -83,11 +84,10 @@ class OpenWorkbook {
   void Keep() { is_kept_ = true; }
 
  private:
-  void Call(const css::uno::Reference<css::script::provider::XScript>& called,
-            const std::string& macro) const;
+  void Call(const Reference<css::script::provider::XScript>& called, const std::string& macro) const;
 
-  css::uno::Reference<css::uno::XComponentContext> context_;
-  css::uno::Reference<css::lang::XComponent> model_;
+  Reference<css::uno::XComponentContext> context_;
+  Reference<css::lang::XComponent> model_;
   bool is_kept_ = false;
 };
 

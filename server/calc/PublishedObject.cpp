@@ -16,11 +16,7 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
 using css::uno::XInterface;
-using rtl::OUString;
 
 /// The UNO objects that are alive, by the object that they publish.
 std::unordered_map<Object*, css::uno::WeakReference<XInterface>>& Published() {

@@ -7,6 +7,7 @@
 #include <cppuhelper/implbase3.hxx>
 #include <span>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/UnoValue.h"
 #include "server/calc/NamedService.h"
 #include "server/calc/service_names.h"
@@ -25,44 +26,37 @@ class PublishedObject
       public CarriesObject {
  public:
   /// The UNO object of an object that is not null.
-  static css::uno::Reference<css::uno::XInterface> Of(const ObjectPtr& object);
+  static Reference<css::uno::XInterface> Of(const ObjectPtr& object);
 
   const ObjectPtr& Carried() const override { return object_; }
-  sal_Int64 SAL_CALL getSomething(const css::uno::Sequence<sal_Int8>& identifier) override {
+  sal_Int64 SAL_CALL getSomething(const Sequence<sal_Int8>& identifier) override {
     return Tunnel(identifier);
   }
 
-  css::uno::Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override { return {}; }
-  sal_Bool SAL_CALL hasMethod(const rtl::OUString& name) override;
-  sal_Bool SAL_CALL hasProperty(const rtl::OUString& name) override;
-  css::uno::Any SAL_CALL getValue(const rtl::OUString& name) override;
-  void SAL_CALL setValue(const rtl::OUString& name, const css::uno::Any& value) override;
-  css::uno::Any SAL_CALL invoke(const rtl::OUString& name, const css::uno::Sequence<css::uno::Any>& arguments,
-                                css::uno::Sequence<sal_Int16>& changed,
-                                css::uno::Sequence<css::uno::Any>& values) override;
-  css::uno::Any SAL_CALL invokeGetProperty(const rtl::OUString& name,
-                                           const css::uno::Sequence<css::uno::Any>& arguments,
-                                           css::uno::Sequence<sal_Int16>& changed,
-                                           css::uno::Sequence<css::uno::Any>& values) override;
-  css::uno::Any SAL_CALL invokePutProperty(const rtl::OUString& name,
-                                           const css::uno::Sequence<css::uno::Any>& arguments,
-                                           css::uno::Sequence<sal_Int16>& changed,
-                                           css::uno::Sequence<css::uno::Any>& values) override;
+  Reference<css::beans::XIntrospectionAccess> SAL_CALL getIntrospection() override { return {}; }
+  sal_Bool SAL_CALL hasMethod(const OUString& name) override;
+  sal_Bool SAL_CALL hasProperty(const OUString& name) override;
+  Any SAL_CALL getValue(const OUString& name) override;
+  void SAL_CALL setValue(const OUString& name, const Any& value) override;
+  Any SAL_CALL invoke(const OUString& name, const Sequence<Any>& arguments, Sequence<sal_Int16>& changed,
+                      Sequence<Any>& values) override;
+  Any SAL_CALL invokeGetProperty(const OUString& name, const Sequence<Any>& arguments,
+                                 Sequence<sal_Int16>& changed, Sequence<Any>& values) override;
+  Any SAL_CALL invokePutProperty(const OUString& name, const Sequence<Any>& arguments,
+                                 Sequence<sal_Int16>& changed, Sequence<Any>& values) override;
 
  private:
   explicit PublishedObject(ObjectPtr object) : object_(std::move(object)) {}
   ~PublishedObject() override;
 
-  using Passed = std::span<const css::uno::Any>;
+  using Passed = std::span<const Any>;
 
-  css::uno::Any Perform(Access access, const rtl::OUString& name, Passed arguments,
-                        css::uno::Sequence<sal_Int16>& changed, css::uno::Sequence<css::uno::Any>& values);
-  css::uno::Any PerformLogged(Access access, const std::u16string& name, Passed arguments,
-                              css::uno::Sequence<sal_Int16>& changed,
-                              css::uno::Sequence<css::uno::Any>& values);
-  css::uno::Any PerformUnguarded(LoggedCall& logged, Access access, const std::u16string& name,
-                                 Passed arguments, css::uno::Sequence<sal_Int16>& changed,
-                                 css::uno::Sequence<css::uno::Any>& values);
+  Any Perform(Access access, const OUString& name, Passed arguments, Sequence<sal_Int16>& changed,
+              Sequence<Any>& values);
+  Any PerformLogged(Access access, const std::u16string& name, Passed arguments, Sequence<sal_Int16>& changed,
+                    Sequence<Any>& values);
+  Any PerformUnguarded(LoggedCall& logged, Access access, const std::u16string& name, Passed arguments,
+                       Sequence<sal_Int16>& changed, Sequence<Any>& values);
 
   ObjectPtr object_;
 };

@@ -24,10 +24,7 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Reference;
-using css::uno::Sequence;
 using css::uno::XComponentContext;
-using rtl::OUString;
 
 void WriteStep(const std::string& step) {
   const auto now = std::chrono::system_clock::now().time_since_epoch();

@@ -6,6 +6,7 @@
 #include <com/sun/star/uno/XComponentContext.hpp>
 #include <cppuhelper/implbase2.hxx>
 
+#include "platform/calc/Uno.h"
 #include "server/calc/NamedService.h"
 #include "server/calc/service_names.h"
 
@@ -32,12 +33,12 @@ namespace qva::calc {
 class ReportJob : public NamedService<cppu::WeakImplHelper2<css::task::XJobExecutor, css::lang::XServiceInfo>,
                                       kReportJob, kReportJob> {
  public:
-  explicit ReportJob(const css::uno::Reference<css::uno::XComponentContext>& context) : context_(context) {}
+  explicit ReportJob(const Reference<css::uno::XComponentContext>& context) : context_(context) {}
 
-  void SAL_CALL trigger(const rtl::OUString& event) override;
+  void SAL_CALL trigger(const OUString& event) override;
 
  private:
-  css::uno::Reference<css::uno::XComponentContext> context_;
+  Reference<css::uno::XComponentContext> context_;
 };
 
 }  // namespace qva::calc

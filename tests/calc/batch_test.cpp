@@ -204,6 +204,21 @@ TEST_F(Batch, AWorkerThatHasTooMuchMemoryGivesWayToAFreshOne) {
   }
 }
 
+TEST_F(Batch, FewerThreadsThanWorkersTakeLonger) {
+  WriteJobs("batch_jobs", {"Main", "Main"});
+  const auto with_threads = [&](const std::string& threads) {
+    Start({"--workers", "3"}, {{"LD_PRELOAD", FewThreadsLibrary()}, {"QVA_TEST_THREADS", threads}});
+    return Finish();
+  };
+  const RunResult none = with_threads("0");
+  EXPECT_EQ(none.exit_status, 2);
+  EXPECT_THAT(none.errors, HasSubstr("Resource temporarily unavailable"));
+  EXPECT_THAT(Outputs(), testing::IsEmpty());
+  const RunResult one = with_threads("1");
+  EXPECT_EQ(one.exit_status, 0) << one.errors;
+  EXPECT_THAT(Statuses(), ElementsAre("ok 1", "ok 1"));
+}
+
 TEST_F(Batch, AJobWhoseOutputCannotBeWrittenFailsAlone) {
   WriteJobs("batch_jobs", {"Main", "Main"});
   std::ofstream(folder / "jobs.csv", std::ios::app)

@@ -128,6 +128,20 @@ TEST_F(CalcMenu, TellsTheErrorOfAMacro) {
   EXPECT_THAT(run.messages, HasSubstr("Lapas apsaugotas"));
 }
 
+TEST_F(CalcMenu, TellsTheNumberOfAnErrorWithoutWords) {
+  const RunResult run =
+      RunAnother({{"Ataskaita", "Sub Main()\n  Err.Raise 4711, \"Kita\", \"\"\nEnd Sub\n"}});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, HasSubstr("Komandos įvykdyti nepavyko. (4711)"));
+}
+
+TEST_F(CalcMenu, TellsNothingOfAMacroThatEndsItself) {
+  const RunResult run = RunAnother({{"Ataskaita", "Sub Main()\n" + Writing("ends") + "  End\nEnd Sub\n"}});
+  EXPECT_EQ(run.exit_status, 1) << "End ends the macro that chose the command, too";
+  EXPECT_THAT(run.lines, ElementsAre("ends"));
+  EXPECT_THAT(run.messages, IsEmpty());
+}
+
 TEST_F(CalcMenu, TheBookThatIsChosenIsTheHostsFromThenOn) {
   std::ofstream(folder / "answers.txt") << "list = BALTIJA\n";
   const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});
@@ -141,6 +155,19 @@ TEST_F(CalcMenu, TheBookStaysWhenNoneIsChosen) {
   const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("\"P0\"=\"MEDVILNE\""));
+}
+
+TEST_F(CalcMenu, TellsWhichFileCannotKeepTheBook) {
+  std::ofstream(folder / "answers.txt") << "list = BALTIJA\n";
+  std::ofstream(folder / "no-folder") << "";
+  const fs::path registry = folder / "no-folder" / "registry.reg";
+  const RunResult run = Run("ChoosesABook", {"--form-answers", (folder / "answers.txt").string()},
+                            {{"LD_PRELOAD", FileCallsLibrary()},
+                             {"QVA_TEST_FILES", folder.string()},
+                             {"QVA_TEST_REGISTRY", registry.string()}});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, AllOf(HasSubstr("Pasirinktos knygos įrašyti nepavyko."),
+                                  HasSubstr("nustatymų failą: " + registry.string())));
 }
 
 TEST_F(CalcMenu, NewReportsGetNamesOfTheirOwnAndReplaceNothing) {
@@ -165,6 +192,28 @@ TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.messages, HasSubstr("Šablono nėra"));
   EXPECT_TRUE(fs::is_empty(Reports()));
+}
+
+TEST_F(CalcMenu, TellsWhyANewReportCannotBeWritten) {
+  std::ofstream(build / "samples/sablonas.fods") << "";
+  const RunResult run = Run("MakesTwoReports");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, HasSubstr("Naujos ataskaitos failo sukurti nepavyko: there is no template " +
+                                      (build / "samples/sablonas.fods").string()));
+  EXPECT_TRUE(fs::is_empty(Reports()));
+}
+
+TEST_F(CalcMenu, TellsThatNoNameIsLeftForANewReport) {
+  std::ofstream(build / "samples/sablonas.fods") << "no workbook";
+  fs::create_directories(Reports());
+  std::ofstream(Reports() / "Nauja ataskaita.fods") << "";
+  for (int number = 2; number <= 9999; ++number) {
+    std::ofstream(Reports() / ("Nauja ataskaita " + std::to_string(number) + ".fods")) << "";
+  }
+  const RunResult run = Run("MakesAReport");
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, AllOf(HasSubstr("Naujai ataskaitai neliko laisvo vardo."),
+                                  HasSubstr("iš aplanko C:\\Pavyzdziai")));
 }
 
 TEST_F(CalcMenu, TellsThatTheTemplateIsNoWorkbook) {

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "platform/code_page.h"
+#include "platform/lithuanian/code_page.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "tests/fuzz/fuzz.h"
 

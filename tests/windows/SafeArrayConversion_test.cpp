@@ -14,7 +14,7 @@ VARIANT ArrayVariant(VARTYPE element_type, const SafeArray& array) {
 
 TEST_F(SafeArrayConversionTest, PlacesElementsOfTwoDimensionsByTheirIndexes) {
   SAFEARRAYBOUND bounds[] = {{2, 1}, {3, -1}};  // two rows from 1, three columns from −1
-  const SafeArray array = SafeArray::Adopt(SafeArrayCreate(VT_I4, 2, bounds));
+  const SafeArray array(SafeArrayCreate(VT_I4, 2, bounds));
   for (LONG row = 1; row <= 2; ++row) {
     for (LONG column = -1; column <= 1; ++column) {
       LONG index[] = {row, column};
@@ -56,7 +56,7 @@ TEST_F(SafeArrayConversionTest, ReadsEveryElementType) {
                            VT_INT,  VT_UINT,  VT_R4,   VT_I8,      VT_UI8,     VT_R8,       VT_CY,
                            VT_DATE, VT_ERROR, VT_BSTR, VT_DECIMAL, VT_VARIANT, VT_DISPATCH, VT_UNKNOWN};
   for (const VARTYPE type : types) {
-    const SafeArray array = SafeArray::Adopt(SafeArrayCreateVector(type, 3, 2));
+    const SafeArray array(SafeArrayCreateVector(type, 3, 2));
     ASSERT_TRUE(array) << type;
     const Value value = FromVariant(ArrayVariant(type, array));
     EXPECT_EQ(value.AsArray().elements.size(), 2u) << type;
@@ -65,10 +65,10 @@ TEST_F(SafeArrayConversionTest, ReadsEveryElementType) {
 }
 
 TEST_F(SafeArrayConversionTest, ReadsArraysByReferenceAndWithinVariants) {
-  SafeArray inner = SafeArray::Adopt(SafeArrayCreateVector(VT_BSTR, 0, 1));
+  SafeArray inner(SafeArrayCreateVector(VT_BSTR, 0, 1));
   LONG index = 0;
   ASSERT_EQ(SafeArrayPutElement(inner.get(), &index, Bstr(u"Ąžuolas").get()), S_OK);
-  SafeArray outer = SafeArray::Adopt(SafeArrayCreateVector(VT_VARIANT, 0, 1));
+  SafeArray outer(SafeArrayCreateVector(VT_VARIANT, 0, 1));
   VARIANT element = ArrayVariant(VT_BSTR, inner);
   ASSERT_EQ(SafeArrayPutElement(outer.get(), &index, &element), S_OK);
   SAFEARRAY* variable = outer.get();
@@ -80,7 +80,7 @@ TEST_F(SafeArrayConversionTest, ReadsArraysByReferenceAndWithinVariants) {
 TEST_F(SafeArrayConversionTest, AnArrayWithoutDimensionsOrElementsIsEmpty) {
   VARIANT undimensioned = VariantOf(VT_ARRAY | VT_I4, [](VARIANT& v) { v.parray = nullptr; });
   EXPECT_TRUE(FromVariant(undimensioned).AsArray().dimensions.empty());
-  const SafeArray empty = SafeArray::Adopt(SafeArrayCreateVector(VT_I4, 0, 0));
+  const SafeArray empty(SafeArrayCreateVector(VT_I4, 0, 0));
   EXPECT_TRUE(FromVariant(ArrayVariant(VT_I4, empty)).AsArray().elements.empty());
   const Variant written = ToVariant(Array{});
   EXPECT_EQ(SafeArrayGetDim(written->parray), 1u);
@@ -88,15 +88,15 @@ TEST_F(SafeArrayConversionTest, AnArrayWithoutDimensionsOrElementsIsEmpty) {
 }
 
 TEST_F(SafeArrayConversionTest, RefusesAnArrayThatIsDeclaredWithWiderElementsThanItHas) {
-  const SafeArray array = SafeArray::Adopt(SafeArrayCreateVector(VT_UI1, 0, 4));
+  const SafeArray array(SafeArrayCreateVector(VT_UI1, 0, 4));
   EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_VARIANT, array)); }), kTypeMismatch);
   EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_RECORD, array)); }), kTypeMismatch);
 }
 
 TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseNumbersAreDeclaredAsAddresses) {
   const VARTYPE number = sizeof(void*) == 8 ? VT_I8 : VT_I4;  // as wide as an address
-  const SafeArray numbers = SafeArray::Adopt(SafeArrayCreateVector(number, 0, 1));
-  const SafeArray texts = SafeArray::Adopt(SafeArrayCreateVector(VT_BSTR, 0, 1));
+  const SafeArray numbers(SafeArrayCreateVector(number, 0, 1));
+  const SafeArray texts(SafeArrayCreateVector(VT_BSTR, 0, 1));
   LONG index = 0;
   LONGLONG address = 0x10;
   ASSERT_EQ(SafeArrayPutElement(numbers.get(), &index, &address), S_OK);
@@ -112,14 +112,14 @@ TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseNumbersAreDeclaredAsAddresses
 
 TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseDecimalsAreDeclaredAsVariants) {
   // In 32 bits one is as long as the other.
-  const SafeArray decimals = SafeArray::Adopt(SafeArrayCreateVector(VT_DECIMAL, 0, 1));
+  const SafeArray decimals(SafeArrayCreateVector(VT_DECIMAL, 0, 1));
   static_cast<DECIMAL*>(decimals.get()->pvData)->wReserved = VT_BSTR;
   EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_VARIANT, decimals)); }), kTypeMismatch);
 }
 
 TEST_F(SafeArrayConversionTest, ReadsObjectsDeclaredAsThePlainerInterfaceThatTheyHaveToo) {
   const auto dispatch = NewDispatch();
-  const SafeArray objects = SafeArray::Adopt(SafeArrayCreateVector(VT_DISPATCH, 0, 1));
+  const SafeArray objects(SafeArrayCreateVector(VT_DISPATCH, 0, 1));
   LONG index = 0;
   ASSERT_EQ(SafeArrayPutElement(objects.get(), &index, static_cast<IDispatch*>(dispatch.get())), S_OK);
   const Value value = FromVariant(ArrayVariant(VT_UNKNOWN, objects));
@@ -128,7 +128,7 @@ TEST_F(SafeArrayConversionTest, ReadsObjectsDeclaredAsThePlainerInterfaceThatThe
 }
 
 TEST_F(SafeArrayConversionTest, UnlocksTheArrayAlsoWhenAnElementIsRefused) {
-  const SafeArray array = SafeArray::Adopt(SafeArrayCreateVector(VT_VARIANT, 0, 1));
+  const SafeArray array(SafeArrayCreateVector(VT_VARIANT, 0, 1));
   static_cast<VARIANT*>(array.get()->pvData)->vt = VT_BYREF | VT_I4;  // a reference to nowhere
   EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_VARIANT, array)); }), kTypeMismatch);
   EXPECT_EQ(array.get()->cLocks, 0u);

@@ -183,7 +183,7 @@ TEST_F(StoreByReferenceTest, AVariantVariableThatIsAReferencePassesTheValueOn) {
 TEST_F(StoreByReferenceTest, ReplacesAnArrayInItsElementType) {
   Variable<SAFEARRAY*> variable{VT_ARRAY | VT_I2, SafeArrayCreateVector(VT_I2, 0, 1)};
   variable.Store(Array::Of({1.0, u"2"}, 5));
-  const SafeArray stored = SafeArray::Adopt(variable.content);
+  const SafeArray stored(variable.content);
   VARIANT variant = VariantOf(VT_ARRAY | VT_I2, [&](VARIANT& v) { v.parray = stored.get(); });
   const Value value = FromVariant(variant);
   const Array& read = value.AsArray();
@@ -192,7 +192,7 @@ TEST_F(StoreByReferenceTest, ReplacesAnArrayInItsElementType) {
 }
 
 TEST_F(StoreByReferenceTest, LeavesAnArrayThatIsLockedOrFixed) {
-  const SafeArray array = SafeArray::Adopt(SafeArrayCreateVector(VT_I2, 0, 1));
+  const SafeArray array(SafeArrayCreateVector(VT_I2, 0, 1));
   Variable<SAFEARRAY*> variable{VT_ARRAY | VT_I2, array.get()};
   SafeArrayLock(array.get());
   EXPECT_EQ(variable.ErrorOfStoring(Array::Of({1.0})), 10);

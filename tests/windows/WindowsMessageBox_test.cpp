@@ -14,6 +14,7 @@
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsClock.h"
 #include "platform/windows/forms/ButtonDialog.h"
+#include "platform/windows/forms/WindowPlace.h"
 #include "tests/platform/forms/message_box_contract.h"
 #include "tests/windows/form_test.h"
 
@@ -199,6 +200,7 @@ TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
   };
   const auto look = [&](HWND window) {
     EXPECT_EQ(GetWindow(window, GW_OWNER), owner.window);
+    ExpectInTheMiddle(window, WorkArea(owner.window));
     EXPECT_FALSE(IsWindowEnabled(owner.window));
     EXPECT_FALSE(IsWindowEnabled(second.window));
     EXPECT_TRUE(IsWindowEnabled(window));

@@ -34,6 +34,9 @@ class FormWindowTest : public FormTest {
 
 TEST_F(FormWindowTest, StandsAboveTheWindowThatTheUserWorksIn) {
   EXPECT_EQ(GetWindow(form->window(), GW_OWNER), below->window);
+  RECT owner;
+  GetWindowRect(below->window, &owner);
+  ExpectInTheMiddle(form->window(), owner);
   EXPECT_FALSE(form->Visible());
   EXPECT_FALSE(IsWindowVisible(form->window()));
   Show({[&] {

@@ -20,6 +20,14 @@ inline bool HasDisplay() {
   return window != nullptr;
 }
 
+/// A window stands in the middle of an area, but for half a pixel.
+inline void ExpectInTheMiddle(HWND window, const RECT& area) {
+  RECT place;
+  GetWindowRect(window, &place);
+  EXPECT_NEAR(place.left + place.right, area.left + area.right, 1);
+  EXPECT_NEAR(place.top + place.bottom, area.top + area.bottom, 1);
+}
+
 /// Waits, with a bound for slow machines, until something has become so.
 inline bool Becomes(const std::function<bool()>& condition) {
   for (int i = 0; i < 1000; ++i) {

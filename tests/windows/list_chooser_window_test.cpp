@@ -365,13 +365,16 @@ TEST_F(ListChooserWindowTest, GrowsWithTheScaleOfTheDisplay) {
 }
 
 TEST_F(ListChooserWindowTest, TheOwnerIsDisabledMeanwhileAndInFrontAfterwards) {
-  HWND owner = CreateWindowExW(0, L"STATIC", L"Savininkas", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200,
+  HWND owner = CreateWindowExW(0, L"STATIC", L"Savininkas", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 900, 600,
                                nullptr, nullptr, nullptr, nullptr);
   HWND other = CreateWindowExW(0, L"STATIC", L"Kita knyga", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 300, 0, 300,
                                200, nullptr, nullptr, nullptr, nullptr);
   SetForegroundWindow(owner);
   Choose(u"", [=](const Seen& seen) {
     EXPECT_EQ(GetWindow(seen.window, GW_OWNER), owner);
+    RECT place;
+    GetWindowRect(owner, &place);
+    ExpectInTheMiddle(seen.window, place);
     EXPECT_FALSE(IsWindowEnabled(owner));
     EXPECT_FALSE(IsWindowEnabled(other));
     Close(seen);

@@ -1,11 +1,8 @@
 #include "tools/report-runner/ReportRun.h"
 
 #include <fstream>
-#include <map>
 #include <nlohmann/json.hpp>
 #include <ostream>
-#include <sstream>
-#include <stdexcept>
 #include <thread>
 
 #include "platform/filesystem/native_file.h"

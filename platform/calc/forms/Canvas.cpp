@@ -1,12 +1,13 @@
 #include "platform/calc/forms/Canvas.h"
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/forms/FormWindow.h"
 
 namespace qva::calc {
 
 Canvas::Canvas(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "window", css::awt::VclWindowPeerAttribute::CLIPCHILDREN) {
-  window().SetProperty("Tabstop", css::uno::Any(true));
+  window().SetProperty("Tabstop", Any(true));
   window().peer()->setBackground(form.theme().dialog);
 }
 

@@ -10,8 +10,6 @@ namespace qva::calc {
 
 using css::awt::XCheckBox;
 using css::awt::XTextComponent;
-using css::uno::Any;
-using css::uno::Reference;
 
 CellWindow::CellWindow(CellOwner& owner, const Reference<css::awt::XWindowPeer>& parent,
                        const ui::GridColumn& column)

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/forms/InnerWindow.h"
 #include "platform/forms/grid_state.h"
 
@@ -31,15 +32,13 @@ class CellOwner {
 /// it.
 class Caption : public InnerWindow {
  public:
-  Caption(EventTarget& owner, const css::uno::Reference<css::awt::XWindowPeer>& parent,
-          std::u16string_view text);
+  Caption(EventTarget& owner, const Reference<css::awt::XWindowPeer>& parent, std::u16string_view text);
 };
 
 /// One cell in sight: a line of text, or a mark.
 class CellWindow final : public EventTarget {
  public:
-  CellWindow(CellOwner& owner, const css::uno::Reference<css::awt::XWindowPeer>& parent,
-             const ui::GridColumn& column);
+  CellWindow(CellOwner& owner, const Reference<css::awt::XWindowPeer>& parent, const ui::GridColumn& column);
 
   const Window& window() const { return window_; }
   /// What assistive technology calls the cell.
@@ -74,8 +73,8 @@ class CellWindow final : public EventTarget {
 /// A column's caption, and its cells in sight.
 class CellColumn {
  public:
-  CellColumn(CellOwner& owner, const css::uno::Reference<css::awt::XWindowPeer>& parent,
-             const ui::GridColumn& column, std::size_t lines);
+  CellColumn(CellOwner& owner, const Reference<css::awt::XWindowPeer>& parent, const ui::GridColumn& column,
+             std::size_t lines);
   const Window& caption() const { return caption_.window; }
   /// The cell in which a line is shown while it is in sight. A line next to it is shown in another one, so
   /// that the focus goes from cell to cell also where they are scrolled.

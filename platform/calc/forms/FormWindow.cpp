@@ -19,8 +19,6 @@
 namespace qva::calc {
 
 using css::awt::Rectangle;
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
 
 namespace {
 
@@ -40,7 +38,7 @@ std::unique_ptr<Window> MakeWindow(const ui::FormDescription& description, Event
                                          attribute::BORDER | attribute::MOVEABLE | attribute::CLOSEABLE |
                                              (description.resizable ? attribute::SIZEABLE : 0),
                                          target);
-  window->SetProperty("Text", css::uno::Any(ToUno(description.caption)));
+  window->SetProperty("Text", Any(ToUno(description.caption)));
   return window;
 }
 
@@ -66,7 +64,7 @@ class OnTop {
 /// Hears of keys before the windows do, while a form is shown.
 class FormWindow::KeyLink : public cppu::WeakImplHelper1<css::awt::XKeyHandler> {
  public:
-  explicit KeyLink(FormWindow& form) : form_(&form), toolkit_(Toolkit(), css::uno::UNO_QUERY_THROW) {}
+  explicit KeyLink(FormWindow& form) : form_(&form), toolkit_(Toolkit(), UNO_QUERY_THROW) {}
   void Listen() { toolkit_->addKeyHandler(this); }
   void Cut() {
     form_ = nullptr;
@@ -201,11 +199,7 @@ void FormWindow::Later(std::function<void()> action) {
 
 void FormWindow::Fail(std::exception_ptr failure) noexcept {
   if (!failure_) failure_ = std::move(failure);
-  try {
-    Hide();
-  } catch (...) {
-    // The dialog is gone already.
-  }
+  IgnoreFailures([this] { Hide(); });  // the dialog may be gone already
 }
 
 int FormWindow::Width() const {

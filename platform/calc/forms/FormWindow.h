@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/forms/FormControl.h"
 #include "platform/calc/forms/Theme.h"
 #include "platform/forms/form_resizer.h"
@@ -30,7 +31,7 @@ class FormWindow : public ui::Form, public EventTarget {
                     std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) override;
 
   /// The window above which the next one appears; null when there is none.
-  static css::uno::Reference<css::awt::XWindowPeer> TopMost();
+  static Reference<css::awt::XWindowPeer> TopMost();
 
   // For the controls.
   const ui::FormDescription& description() const { return description_; }

@@ -15,7 +15,6 @@ namespace qva::calc {
 
 using css::awt::Rectangle;
 using css::awt::XScrollBar;
-using css::uno::Any;
 
 namespace {
 

@@ -3,6 +3,7 @@
 
 #include <functional>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/forms/Window.h"
 
 namespace qva::calc {
@@ -10,8 +11,8 @@ namespace qva::calc {
 /// What happens in it is told to the control, and goes there when it fails.
 class InnerWindow : public EventTarget {
  public:
-  InnerWindow(EventTarget& owner, const css::uno::Reference<css::awt::XWindowPeer>& parent,
-              const char* service, sal_Int32 attributes = 0)
+  InnerWindow(EventTarget& owner, const Reference<css::awt::XWindowPeer>& parent, const char* service,
+              sal_Int32 attributes = 0)
       : owner_(owner), window(service, parent, attributes, *this) {}
 
  private:

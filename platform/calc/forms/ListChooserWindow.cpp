@@ -88,8 +88,7 @@ std::optional<std::size_t> ChooseFromList(const ChoiceList& list, std::u16string
   auto& filter = ui::Get<ui::TextBox>(form, u"Filter");
   auto& ok = ui::Get<ui::Button>(form, u"Ok");
   // The label is not its name (NativeControls.cpp).
-  dynamic_cast<FormControl&>(filter).window().SetProperty("AccessibleName",
-                                                          css::uno::Any(ToUno(kFilterCaption)));
+  dynamic_cast<FormControl&>(filter).window().SetProperty("AccessibleName", Any(ToUno(kFilterCaption)));
   std::optional<std::size_t> chosen;
 
   grid.SetColumns(Columns(list));

@@ -37,7 +37,7 @@ class Measure {
 
  private:
   FormWindow probe_;
-  css::uno::Reference<css::awt::XFont> font_;
+  Reference<css::awt::XFont> font_;
   int line_ = 0;
 };
 

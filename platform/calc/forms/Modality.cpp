@@ -7,14 +7,10 @@
 #include <chrono>
 
 #include "platform/calc/EventLoop.h"
+#include "platform/calc/Uno.h"
 #include "platform/calc/UnoValue.h"
 
 namespace qva::calc {
-
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
-
 namespace {
 
 using Clock = std::chrono::steady_clock;

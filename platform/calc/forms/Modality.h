@@ -7,6 +7,8 @@
 #include <rtl/ref.hxx>
 #include <vector>
 
+#include "platform/calc/Uno.h"
+
 namespace qva::calc {
 
 /// While this lives, no window of LibreOffice takes the user's input but the active document's own, to which
@@ -27,18 +29,18 @@ class OthersDisabled {
   class NewWindows;
 
   /// Disables nothing yet. From its end on the destructor runs, whatever happens.
-  explicit OthersDisabled(const css::uno::Reference<css::frame::XFrame>& frame);
+  explicit OthersDisabled(const Reference<css::frame::XFrame>& frame);
 
-  void Disable(const css::uno::Reference<css::awt::XWindow2>& window);
+  void Disable(const Reference<css::awt::XWindow2>& window);
   void ActivateDocument() const;
   /// Returns once the document has kept the focus for a while, or nobody gives it any.
   void Settle() const;
 
-  css::uno::Reference<css::frame::XFrame> frame_;   ///< of the active document; null when there is none
-  css::uno::Reference<css::awt::XWindow2> window_;  ///< its window
-  css::uno::Reference<css::awt::XExtendedToolkit> toolkit_;
+  Reference<css::frame::XFrame> frame_;   ///< of the active document; null when there is none
+  Reference<css::awt::XWindow2> window_;  ///< its window
+  Reference<css::awt::XExtendedToolkit> toolkit_;
   rtl::Reference<NewWindows> new_windows_;
-  std::vector<css::uno::Reference<css::awt::XWindow2>> disabled_;
+  std::vector<Reference<css::awt::XWindow2>> disabled_;
 };
 
 }  // namespace qva::calc

@@ -8,10 +8,11 @@
 #include <array>
 #include <cmath>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/date.h"
 #include "platform/forms/picker_dates.h"
-#include "platform/lithuanian_names.h"
+#include "platform/lithuanian/date_names.h"
 #include "platform/services.h"
 #include "platform/text.h"
 
@@ -36,19 +37,19 @@ MonthCalendar::MonthCalendar(FormWindow& form, const ui::ControlDescription& des
     : Canvas(form, description), date_(DateFromParts(1900, 1, 1)), month_(*this, window().peer(), u"") {
   css::awt::FontDescriptor bold;
   bold.Weight = css::awt::FontWeight::BOLD;
-  month_.window.SetProperty("FontDescriptor", css::uno::Any(bold));
-  month_.window.SetProperty("Align", css::uno::Any(sal_Int16{css::awt::TextAlign::CENTER}));
+  month_.window.SetProperty("FontDescriptor", Any(bold));
+  month_.window.SetProperty("Align", Any(sal_Int16{css::awt::TextAlign::CENTER}));
   for (const std::u16string_view weekday : kWeekdays) {
     CellColumn& days =
         weekdays_.emplace_back(*this, window().peer(),
                                ui::GridColumn{.caption = std::u16string(weekday), .read_only = true}, kWeeks);
-    days.caption().SetProperty("Align", css::uno::Any(sal_Int16{css::awt::TextAlign::CENTER}));
-    days.caption().SetProperty("TextColor", css::uno::Any(form.theme().disabled_text));
-    days.caption().SetProperty("BackgroundColor", css::uno::Any(form.theme().field));
+    days.caption().SetProperty("Align", Any(sal_Int16{css::awt::TextAlign::CENTER}));
+    days.caption().SetProperty("TextColor", Any(form.theme().disabled_text));
+    days.caption().SetProperty("BackgroundColor", Any(form.theme().field));
     for (std::size_t week = 0; week < kWeeks; ++week) {
       days.CellOf(week).cell = {week, weekdays_.size() - 1};
       days.CellOf(week).SetName(weekday);
-      days.CellOf(week).window().SetProperty("Align", css::uno::Any(sal_Int16{css::awt::TextAlign::CENTER}));
+      days.CellOf(week).window().SetProperty("Align", Any(sal_Int16{css::awt::TextAlign::CENTER}));
       days.CellOf(week).window().window()->setVisible(true);
     }
   }

@@ -16,7 +16,6 @@ namespace qva::calc {
 using css::awt::XComboBox;
 using css::awt::XRadioButton;
 using css::awt::XTextComponent;
-using css::uno::Any;
 
 namespace {
 

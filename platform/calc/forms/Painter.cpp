@@ -2,6 +2,8 @@
 
 #include <com/sun/star/awt/XDevice.hpp>
 
+#include "platform/calc/Uno.h"
+
 namespace qva::calc {
 
 using css::awt::Rectangle;
@@ -38,8 +40,8 @@ void Painter::Line(int x1, int y1, int x2, int y2, sal_Int32 color) {
 }
 
 void Painter::Polygon(const std::vector<std::pair<int, int>>& points, sal_Int32 color) {
-  css::uno::Sequence<sal_Int32> xs(static_cast<sal_Int32>(points.size()));
-  css::uno::Sequence<sal_Int32> ys(xs.getLength());
+  Sequence<sal_Int32> xs(static_cast<sal_Int32>(points.size()));
+  Sequence<sal_Int32> ys(xs.getLength());
   for (sal_Int32 i = 0; i < xs.getLength(); ++i) {
     xs.getArray()[i] = points[static_cast<std::size_t>(i)].first;
     ys.getArray()[i] = points[static_cast<std::size_t>(i)].second;

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/forms/Theme.h"
 
 namespace qva::calc {
@@ -23,7 +24,7 @@ class Painter {
 
  private:
   const Theme& theme_;
-  css::uno::Reference<css::awt::XGraphics> graphics_;
+  Reference<css::awt::XGraphics> graphics_;
 };
 
 }  // namespace qva::calc

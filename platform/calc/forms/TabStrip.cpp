@@ -17,9 +17,6 @@ using css::accessibility::XAccessible;
 using css::accessibility::XAccessibleComponent;
 using css::awt::Rectangle;
 using css::awt::XSimpleTabController;
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::UNO_QUERY_THROW;
 
 TabStrip::TabStrip(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "tabcontrol", 0) {

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/forms/FormControl.h"
 
 namespace qva::calc {
@@ -14,7 +15,7 @@ class TabStrip : public FormControl, public ui::TabControl {
   TabStrip(FormWindow& form, const ui::ControlDescription& description);
   /// From now on Tab stops here. LibreOffice gives the focus to the first control that it stops at when a
   /// dialog opens, which is to be a field.
-  void TakeTab() { window().SetProperty("Tabstop", css::uno::Any(true)); }
+  void TakeTab() { window().SetProperty("Tabstop", Any(true)); }
   int Page() const override;
   void SetPage(int page) override;
   /// Shows which page is in front.

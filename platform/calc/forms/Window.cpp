@@ -20,11 +20,6 @@
 
 namespace qva::calc {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using rtl::OUString;
-
 /// The listener of a window. It may outlive the window's owner in LibreOffice's hands; it tells nobody then.
 class EventLink : public cppu::WeakImplHelper10<css::awt::XTextListener, css::awt::XItemListener,
                                                 css::awt::XActionListener, css::awt::XFocusListener,
@@ -67,7 +62,7 @@ class EventLink : public cppu::WeakImplHelper10<css::awt::XTextListener, css::aw
   }
   void SAL_CALL inserted(sal_Int32) override {}
   void SAL_CALL removed(sal_Int32) override {}
-  void SAL_CALL changed(sal_Int32, const css::uno::Sequence<css::beans::NamedValue>&) override {}
+  void SAL_CALL changed(sal_Int32, const Sequence<css::beans::NamedValue>&) override {}
   void SAL_CALL activated(sal_Int32) override { Tell(&EventTarget::OnTabActivated); }
   void SAL_CALL deactivated(sal_Int32) override {}
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
@@ -142,7 +137,7 @@ Window::Window(EventTarget& target) : link_(new EventLink(target)) {
 Window::~Window() {
   link_->Cut();
   // LibreOffice may have been quicker.
-  IgnoreFailures([&] { Reference<css::lang::XComponent>(peer_, css::uno::UNO_QUERY_THROW)->dispose(); });
+  IgnoreFailures([&] { Reference<css::lang::XComponent>(peer_, UNO_QUERY_THROW)->dispose(); });
 }
 
 // "Deprecated" is how the header marks what is not promised for ever; windows without a model of their own

@@ -7,10 +7,11 @@
 #include <com/sun/star/awt/WindowAttribute.hpp>
 #include <com/sun/star/awt/XWindow2.hpp>
 #include <com/sun/star/awt/XWindowPeer.hpp>
-#include <com/sun/star/uno/Any.hxx>
 #include <exception>
 #include <rtl/ref.hxx>
 #include <string_view>
+
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -47,21 +48,21 @@ class EventLink;
 class Window {
  public:
   /// A control of the toolkit ("edit", "pushbutton", "dialog", …) on its parent. `target` is borrowed.
-  Window(const char* service, const css::uno::Reference<css::awt::XWindowPeer>& parent, sal_Int32 attributes,
+  Window(const char* service, const Reference<css::awt::XWindowPeer>& parent, sal_Int32 attributes,
          EventTarget& target);
   ~Window();
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
-  const css::uno::Reference<css::awt::XWindowPeer>& peer() const { return peer_; }
+  const Reference<css::awt::XWindowPeer>& peer() const { return peer_; }
   /// The window by one of its other interfaces. Raises when it has none of that kind.
   template <class Interface>
-  css::uno::Reference<Interface> As() const {
-    return css::uno::Reference<Interface>(peer_, css::uno::UNO_QUERY_THROW);
+  Reference<Interface> As() const {
+    return Reference<Interface>(peer_, UNO_QUERY_THROW);
   }
-  css::uno::Reference<css::awt::XWindow2> window() const { return As<css::awt::XWindow2>(); }
+  Reference<css::awt::XWindow2> window() const { return As<css::awt::XWindow2>(); }
 
-  void SetProperty(const char* name, const css::uno::Any& value) const;
+  void SetProperty(const char* name, const Any& value) const;
   /// Of a control. No sign in it stands for anything but itself.
   void SetCaption(std::u16string_view caption) const;
   void Place(const css::awt::Rectangle& pixels) const;
@@ -73,7 +74,7 @@ class Window {
   /// No window yet.
   explicit Window(EventTarget& target);
 
-  css::uno::Reference<css::awt::XWindowPeer> peer_;
+  Reference<css::awt::XWindowPeer> peer_;
   rtl::Reference<EventLink> link_;
 };
 

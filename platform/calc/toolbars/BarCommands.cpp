@@ -2,23 +2,19 @@
 
 #include <com/sun/star/frame/XDispatchProviderInterception.hpp>
 
+#include "platform/calc/Uno.h"
 #include "platform/error.h"
 
 namespace qva::calc {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
-using rtl::OUString;
-
 void BarCommands::Enter(const Reference<css::frame::XFrame>& frame) {
   frame_ = frame;
-  Reference<css::frame::XDispatchProviderInterception>(frame, css::uno::UNO_QUERY_THROW)
+  Reference<css::frame::XDispatchProviderInterception>(frame, UNO_QUERY_THROW)
       ->registerDispatchProviderInterceptor(this);
 }
 
 void BarCommands::Leave() {
-  const Reference<css::frame::XDispatchProviderInterception> frame(frame_, css::uno::UNO_QUERY);
+  const Reference<css::frame::XDispatchProviderInterception> frame(frame_, UNO_QUERY);
   frame_.clear();
   listeners_.clear();
   try {

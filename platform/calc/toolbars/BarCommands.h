@@ -6,8 +6,9 @@
 #include <com/sun/star/frame/XFrame.hpp>
 #include <cppuhelper/implbase2.hxx>
 #include <memory>
-#include <rtl/ustring.hxx>
 #include <vector>
+
+#include "platform/calc/Uno.h"
 
 namespace qva::calc {
 
@@ -22,9 +23,8 @@ class CommandTarget {
  public:
   virtual ~CommandTarget() = default;
   /// Does what the command stands for in the window of `frame`, where it was given; errors end here.
-  virtual void Execute(const rtl::OUString& command,
-                       const css::uno::Reference<css::frame::XFrame>& frame) = 0;
-  virtual CommandState StateOf(const rtl::OUString& command) = 0;
+  virtual void Execute(const OUString& command, const Reference<css::frame::XFrame>& frame) = 0;
+  virtual CommandState StateOf(const OUString& command) = 0;
 };
 
 /// Answers a frame's questions for commands of our own, so that LibreOffice's toolbars, menus and shortcuts
@@ -38,42 +38,39 @@ class BarCommands
   explicit BarCommands(std::weak_ptr<CommandTarget> target) : target_(std::move(target)) {}
 
   /// Takes part in the frame's dispatching until Leave.
-  void Enter(const css::uno::Reference<css::frame::XFrame>& frame);
+  void Enter(const Reference<css::frame::XFrame>& frame);
   void Leave();
-  const css::uno::Reference<css::frame::XFrame>& frame() const { return frame_; }
+  const Reference<css::frame::XFrame>& frame() const { return frame_; }
   /// Tells whoever shows one of the commands what it looks like now.
   void Broadcast();
 
-  css::uno::Reference<css::frame::XDispatch> SAL_CALL queryDispatch(const css::util::URL& url,
-                                                                    const rtl::OUString& target,
-                                                                    sal_Int32 flags) override;
-  css::uno::Sequence<css::uno::Reference<css::frame::XDispatch>> SAL_CALL
-  queryDispatches(const css::uno::Sequence<css::frame::DispatchDescriptor>& requests) override;
-  css::uno::Reference<css::frame::XDispatchProvider> SAL_CALL getSlaveDispatchProvider() override;
-  void SAL_CALL
-  setSlaveDispatchProvider(const css::uno::Reference<css::frame::XDispatchProvider>& slave) override;
-  css::uno::Reference<css::frame::XDispatchProvider> SAL_CALL getMasterDispatchProvider() override;
-  void SAL_CALL
-  setMasterDispatchProvider(const css::uno::Reference<css::frame::XDispatchProvider>& master) override;
+  Reference<css::frame::XDispatch> SAL_CALL queryDispatch(const css::util::URL& url, const OUString& target,
+                                                          sal_Int32 flags) override;
+  Sequence<Reference<css::frame::XDispatch>> SAL_CALL
+  queryDispatches(const Sequence<css::frame::DispatchDescriptor>& requests) override;
+  Reference<css::frame::XDispatchProvider> SAL_CALL getSlaveDispatchProvider() override;
+  void SAL_CALL setSlaveDispatchProvider(const Reference<css::frame::XDispatchProvider>& slave) override;
+  Reference<css::frame::XDispatchProvider> SAL_CALL getMasterDispatchProvider() override;
+  void SAL_CALL setMasterDispatchProvider(const Reference<css::frame::XDispatchProvider>& master) override;
 
   void SAL_CALL dispatch(const css::util::URL& url,
-                         const css::uno::Sequence<css::beans::PropertyValue>& arguments) override;
-  void SAL_CALL addStatusListener(const css::uno::Reference<css::frame::XStatusListener>& listener,
+                         const Sequence<css::beans::PropertyValue>& arguments) override;
+  void SAL_CALL addStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                   const css::util::URL& url) override;
-  void SAL_CALL removeStatusListener(const css::uno::Reference<css::frame::XStatusListener>& listener,
+  void SAL_CALL removeStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                      const css::util::URL& url) override;
 
  private:
   struct Listener {
     css::util::URL url;
-    css::uno::Reference<css::frame::XStatusListener> listener;
+    Reference<css::frame::XStatusListener> listener;
   };
   void Tell(const Listener& listener);
 
   std::weak_ptr<CommandTarget> target_;
-  css::uno::Reference<css::frame::XFrame> frame_;
-  css::uno::Reference<css::frame::XDispatchProvider> slave_;
-  css::uno::Reference<css::frame::XDispatchProvider> master_;
+  Reference<css::frame::XFrame> frame_;
+  Reference<css::frame::XDispatchProvider> slave_;
+  Reference<css::frame::XDispatchProvider> master_;
   std::vector<Listener> listeners_;
 };
 

@@ -23,11 +23,6 @@ namespace {
 using commandbars::CommandBarApplication;
 using commandbars::CommandBarControlData;
 using commandbars::CommandBarData;
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
 
 constexpr std::u16string_view kWorksheetMenuBar = u"Worksheet Menu Bar";
 constexpr char kMenuBar[] = "private:resource/menubar/menubar";

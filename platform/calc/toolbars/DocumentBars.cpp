@@ -21,15 +21,9 @@
 #include "platform/calc/toolbars/KeyNotation.h"
 #include "platform/excel.h"
 #include "platform/services.h"
-#include "platform/text.h"
 
 namespace qva::calc {
 namespace {
-
-using css::uno::Reference;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
 
 /// Of the open documents. Never destroyed: LibreOffice may be gone by then.
 std::vector<std::shared_ptr<DocumentBars>>& OpenDocuments() {

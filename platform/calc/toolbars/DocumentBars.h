@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/calc/Uno.h"
 #include "platform/calc/toolbars/BarCommands.h"
 #include "platform/calc/toolbars/BarDisplay.h"
 #include "platform/commandbars/CommandBarData.h"
@@ -33,17 +34,17 @@ class DocumentBars : public commandbars::CommandBarApplication,
   /// Application, `Of` can tell later that its workbook is closed. Raises nothing.
   static void Notice(const ObjectPtr& object);
 
-  explicit DocumentBars(const css::uno::Reference<css::frame::XModel>& document);
+  explicit DocumentBars(const Reference<css::frame::XModel>& document);
   /// Follows the document's windows and its end.
   void Watch();
 
-  const css::uno::Reference<css::frame::XModel>& document() const { return document_; }
+  const Reference<css::frame::XModel>& document() const { return document_; }
 
   void RunMacro(const std::u16string& name) override;
   void CommandBarsChanged() override;
   /// A macro that is missing is told to the user.
-  void Execute(const rtl::OUString& command, const css::uno::Reference<css::frame::XFrame>& frame) override;
-  CommandState StateOf(const rtl::OUString& command) override;
+  void Execute(const OUString& command, const Reference<css::frame::XFrame>& frame) override;
+  CommandState StateOf(const OUString& command) override;
 
   /// Lets a key run a macro, or do nothing when `macro` is empty; without effect for a key that LibreOffice
   /// binds no command to. Raises 1004 for what is no key.
@@ -52,7 +53,7 @@ class DocumentBars : public commandbars::CommandBarApplication,
   void ResetKey(std::u16string_view key);
 
   /// Puts a picture on the bars' clipboard.
-  void CopyPicture(std::u16string_view name, const css::uno::Reference<css::graphic::XGraphic>& picture);
+  void CopyPicture(std::u16string_view name, const Reference<css::graphic::XGraphic>& picture);
 
   /// Shows what changed.
   void Show();
@@ -64,18 +65,18 @@ class DocumentBars : public commandbars::CommandBarApplication,
   using Key = std::pair<sal_Int16, sal_Int16>;
   struct Binding {
     std::u16string macro;
-    rtl::OUString former;  ///< the command that the document itself had for the key
+    OUString former;  ///< the command that the document itself had for the key
   };
 
-  static rtl::OUString CommandOf(const Key& key);
+  static OUString CommandOf(const Key& key);
   /// Takes part in the dispatching of the windows that the document is in now, and in no other one's.
   void EnterFrames();
 
-  css::uno::Reference<css::frame::XModel> document_;  ///< null once it was closed
-  std::set<std::u16string> names_;                    ///< that the document's file has had
+  Reference<css::frame::XModel> document_;  ///< null once it was closed
+  std::set<std::u16string> names_;          ///< that the document's file has had
   std::vector<css::uno::WeakReference<css::uno::XInterface>> applications_;  ///< of the document's macros
   std::vector<rtl::Reference<BarCommands>> commands_;                        ///< one for each window
-  css::uno::Reference<css::frame::XFrameActionListener> watcher_;
+  Reference<css::frame::XFrameActionListener> watcher_;
   BarDisplay display_;
   std::map<Key, Binding> keys_;
   bool is_waiting_ = false;  ///< to be shown

@@ -15,13 +15,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::Sequence;
-using css::uno::UNO_QUERY;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
-
 /// The open document whose file has a name; null when there is none.
 Reference<css::frame::XModel> DocumentNamed(std::u16string_view file_name) {
   const auto components = css::frame::Desktop::create(Context())->getComponents()->createEnumeration();

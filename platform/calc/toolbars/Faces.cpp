@@ -11,10 +11,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Reference;
-using css::uno::UNO_QUERY_THROW;
-using rtl::OUString;
-
 struct Face {
   std::int32_t id;
   const char* command;

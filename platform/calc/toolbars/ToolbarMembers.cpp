@@ -21,10 +21,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::Any;
-using css::uno::Reference;
-using css::uno::UNO_QUERY_THROW;
-
 constexpr char kShowsMarks[] = "ShowNotes";
 
 /// An argument by its place or name; Missing when it was left out.

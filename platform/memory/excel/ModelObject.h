@@ -1,9 +1,9 @@
 // The base of Excel's automation objects over the shared data (SheetData.h).
 #pragma once
 
+#include "platform/commandbars/model_object.h"
 #include "platform/memory/excel/ApplicationData.h"
 #include "platform/memory/excel/Refusals.h"
-#include "platform/model_object.h"
 
 namespace qva::memory {
 

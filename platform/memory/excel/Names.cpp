@@ -37,7 +37,7 @@ ClassBuilder Names::Describe() {
 }
 
 std::vector<std::shared_ptr<NameData>> Names::All() const {
-  if (!workbook_->is_open) throw GoneRefusal();
+  OpenWorkbook(workbook_);
   if (sheet_) return sheet_->names;
   std::vector<std::shared_ptr<NameData>> all = workbook_->names;  // in their order already
   const std::size_t own = all.size();
@@ -73,7 +73,7 @@ ObjectPtr Names::Item(const Value& index) {
 }
 
 ObjectPtr Names::Add(const std::u16string& name, const Value& refers_to, bool visible) {
-  if (!workbook_->is_open) throw GoneRefusal();
+  OpenWorkbook(workbook_);
   const ScopedName wanted = Part(name);
   std::shared_ptr<SheetData> scope = sheet_;
   if (!wanted.sheet.empty()) {

@@ -1,7 +1,5 @@
 #include "platform/memory/excel/SheetData.h"
 
-#include <algorithm>
-
 #include "platform/excel_refusals.h"
 #include "platform/memory/excel/CellInput.h"
 #include "platform/memory/excel/Formula.h"

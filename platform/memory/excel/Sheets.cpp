@@ -27,17 +27,12 @@ ClassBuilder Sheets::Describe() {
       .Default(u"Item");
 }
 
-WorkbookData& Sheets::Open() {
-  if (!workbook_->is_open) throw GoneRefusal();
-  return *workbook_;
-}
-
 std::int32_t Sheets::Count() {
-  return static_cast<std::int32_t>(Open().sheets.size());
+  return static_cast<std::int32_t>(OpenWorkbook(workbook_)->sheets.size());
 }
 
 ObjectPtr Sheets::Item(const Value& index) {
-  const WorkbookData& workbook = Open();
+  const WorkbookData& workbook = *OpenWorkbook(workbook_);
   if (!index.Is(Value::Type::Text)) {
     return ObjectOf<Worksheet>(application_, workbook.sheets[PositionIn(workbook.sheets.size(), index)]);
   }
@@ -47,7 +42,7 @@ ObjectPtr Sheets::Item(const Value& index) {
 }
 
 ObjectPtr Sheets::Add(const Value& before, const Value& after) {
-  WorkbookData& workbook = Open();
+  WorkbookData& workbook = *OpenWorkbook(workbook_);
   std::shared_ptr<SheetData> neighbour = workbook.active_sheet;
   const bool is_behind = before.Is(Value::Type::Missing) && !after.Is(Value::Type::Missing);
   const Value& given = is_behind ? after : before;

@@ -16,8 +16,6 @@ class Sheets : public Described<Sheets> {
   static ClassBuilder Describe();
 
  private:
-  /// The workbook, which must be open.
-  WorkbookData& Open();
   std::int32_t Count();
   /// By position from 1, or by name in any letter case. Raises 9.
   ObjectPtr Item(const Value& index);

@@ -1,7 +1,5 @@
 #include "platform/memory/excel/VBProject.h"
 
-#include "platform/memory/excel/Refusals.h"
-
 namespace qva::memory {
 
 ClassBuilder VBProject::Describe() {
@@ -11,12 +9,11 @@ ClassBuilder VBProject::Describe() {
 }
 
 std::u16string VBProject::Name() {
-  if (!workbook_->is_open) throw GoneRefusal();
-  return workbook_->project_name;
+  return OpenWorkbook(workbook_)->project_name;
 }
 
 void VBProject::SetName(const std::u16string& name) {
-  if (!workbook_->is_open) throw GoneRefusal();
+  OpenWorkbook(workbook_);
   workbook_->project_name = name;
   workbook_->saved = false;
 }

@@ -13,18 +13,13 @@ ClassBuilder Windows::Describe() {
       .Default(u"Item");
 }
 
-WorkbookData& Windows::Open() {
-  if (!workbook_->is_open) throw GoneRefusal();
-  return *workbook_;
-}
-
 std::int32_t Windows::Count() {
-  Open();
+  OpenWorkbook(workbook_);
   return 1;
 }
 
 ObjectPtr Windows::Item(const Value& index) {
-  ObjectPtr window = ObjectOf<Window>(application_, Open().window);
+  ObjectPtr window = ObjectOf<Window>(application_, OpenWorkbook(workbook_)->window);
   if (index.Is(Value::Type::Text)) {
     const std::u16string caption = Get(window, u"Caption").ToText();
     if (!EqualIgnoringCase(caption, index.ToText())) throw SubscriptRefusal();

@@ -15,8 +15,6 @@ class Windows : public Described<Windows> {
   static ClassBuilder Describe();
 
  private:
-  /// The workbook, which must be open.
-  WorkbookData& Open();
   std::int32_t Count();
   /// By position 1, or by caption in any letter case. Raises 9.
   ObjectPtr Item(const Value& index);

@@ -38,8 +38,7 @@ ClassBuilder Workbook::Describe() {
 }
 
 WorkbookData& Workbook::Open() {
-  if (!data()->is_open) throw GoneRefusal();
-  return *data();
+  return *OpenWorkbook(data());
 }
 
 std::u16string Workbook::Name() {

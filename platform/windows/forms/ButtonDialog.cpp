@@ -10,6 +10,7 @@
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/VisualStyles.h"
+#include "platform/windows/forms/WindowPlace.h"
 #include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
@@ -88,7 +89,10 @@ struct Dialog {
     }
 
     SetWindowTextW(window, WideText(title).c_str());
-    PlaceInTheMiddle(window, {0, 0, inner_width + 2 * margin, place.bottom + margin}, scale);
+    const SIZE size = WithFrame({inner_width + 2 * margin, place.bottom + margin},
+                                static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)),
+                                static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)), scale);
+    PlaceOnDisplayOf(GetWindow(window, GW_OWNER), window, size);
     SetFocus(GetDlgItem(window, kFirstButtonId));
     others.emplace(window);
   }
@@ -96,21 +100,6 @@ struct Dialog {
   void Leave(HWND window, INT_PTR answer) {
     others.reset();  // before the window goes, so that none of another program comes to the front
     EndDialog(window, answer);
-  }
-
-  /// Gives the window's inside a size, in the middle of its owner's screen.
-  static void PlaceInTheMiddle(HWND window, RECT area, UiScale scale) {
-    AddFrame(area, static_cast<DWORD>(GetWindowLongPtrW(window, GWL_STYLE)),
-             static_cast<DWORD>(GetWindowLongPtrW(window, GWL_EXSTYLE)), scale);
-    const int width = area.right - area.left;
-    const int height = area.bottom - area.top;
-    MONITORINFO screen{};
-    screen.cbSize = sizeof screen;
-    const HWND owner = GetWindow(window, GW_OWNER);
-    GetMonitorInfoW(MonitorFromWindow(owner ? owner : window, MONITOR_DEFAULTTOPRIMARY), &screen);
-    const RECT& work = screen.rcWork;
-    SetWindowPos(window, nullptr, (work.left + work.right - width) / 2, (work.top + work.bottom - height) / 2,
-                 width, height, SWP_NOZORDER | SWP_NOACTIVATE);
   }
 };
 

@@ -12,7 +12,7 @@ MessageFont::MessageFont(UiScale scale) {
   LOGFONTW& font = metrics.lfMessageFont;
   font.lfHeight = MulDiv(font.lfHeight, scale.dpi, ScaleOf(nullptr).dpi);
   font.lfWidth = 0;
-  font_ = CreateFontIndirectW(&font);
+  font_.reset(CreateFontIndirectW(&font));
 }
 
 int TextHeight(HWND window, HFONT font) {

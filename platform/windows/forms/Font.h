@@ -1,9 +1,9 @@
 // The user's font for messages, in which all of the library's windows are written.
 #pragma once
 
-#include <utility>
+#include <memory>
 
-#include "platform/windows/WindowsApi.h"
+#include "platform/windows/Handle.h"
 #include "platform/windows/forms/UiScale.h"
 
 namespace qva::windows {
@@ -15,20 +15,12 @@ class MessageFont {
   /// No font at all: Windows' oldest one is used for it.
   MessageFont() = default;
   explicit MessageFont(UiScale scale);
-  MessageFont(MessageFont&& other) noexcept : font_(std::exchange(other.font_, nullptr)) {}
-  MessageFont& operator=(MessageFont&& other) noexcept {
-    std::swap(font_, other.font_);
-    return *this;
-  }
-  ~MessageFont() {
-    if (font_) DeleteObject(font_);
-  }
 
   /// Null when Windows has no font to give.
-  HFONT get() const { return font_; }
+  HFONT get() const { return font_.get(); }
 
  private:
-  HFONT font_ = nullptr;
+  std::unique_ptr<HFONT__, GivenBackBy<DeleteObject>> font_;
 };
 
 /// The height of a line of text in a font.

@@ -8,6 +8,7 @@
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/VisualStyles.h"
+#include "platform/windows/forms/WindowPlace.h"
 
 namespace qva::windows {
 namespace {
@@ -17,14 +18,6 @@ constexpr DWORD kExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
 DWORD StyleOf(const ui::FormDescription& description) {
   return WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN |
          (description.resizable ? WS_THICKFRAME | WS_MAXIMIZEBOX : 0);
-}
-
-/// The part of a display that windows may cover: the display that `window` stands on, the first one for null.
-RECT WorkArea(HWND window) {
-  MONITORINFO screen{};
-  screen.cbSize = sizeof screen;
-  GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &screen);
-  return screen.rcWork;
 }
 
 }  // namespace
@@ -45,7 +38,7 @@ FormWindow::FormWindow(const ui::FormDescription& description) : description_(de
   CreateControls();
   font_ = MessageFont(scale_);
   DressControls();
-  PlaceAbove(owner);
+  PlaceAbove(owner, window(), SmallestOuter());
   FindPageColor();
 }
 
@@ -114,10 +107,8 @@ SIZE FormWindow::SmallestInner() const {
   return size;
 }
 
-SIZE FormWindow::WithFrame(SIZE inner) const {
-  RECT area{0, 0, inner.cx, inner.cy};
-  AddFrame(area, StyleOf(description_), kExtendedStyle, scale_);
-  return {area.right - area.left, area.bottom - area.top};
+SIZE FormWindow::SmallestOuter() const {
+  return WithFrame(SmallestInner(), StyleOf(description_), kExtendedStyle, scale_);
 }
 
 void FormWindow::StartResizer(int width, int height,
@@ -139,20 +130,6 @@ void FormWindow::PlaceControls() {
   }
 }
 
-/// In the middle of the owner, all of it to be seen.
-void FormWindow::PlaceAbove(HWND owner) {
-  const SIZE size = WithFrame(SmallestInner());
-  const RECT work = WorkArea(owner);
-  RECT middle = work;
-  if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &middle);
-  const auto start = [](LONG from, LONG to, LONG length, LONG least, LONG most) {
-    return std::max(least, std::min((from + to - length) / 2, most - length));
-  };
-  SetWindowPos(window(), nullptr, start(middle.left, middle.right, size.cx, work.left, work.right),
-               start(middle.top, middle.bottom, size.cy, work.top, work.bottom), size.cx, size.cy,
-               SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
 void FormWindow::Rescale(UiScale scale, const RECT& place) {
   scale_ = scale;
   MessageFont font(scale);
@@ -160,7 +137,7 @@ void FormWindow::Rescale(UiScale scale, const RECT& place) {
   DressControls();  // the font before goes after that
   SIZE size{place.right - place.left, place.bottom - place.top};
   // What Windows suggests is in proportion, which not every control is.
-  if (!description_.resizable) size = WithFrame(SmallestInner());
+  if (!description_.resizable) size = SmallestOuter();
   SetWindowPos(window(), nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
   PlaceControls();
 }
@@ -238,7 +215,7 @@ LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       if (first != SIZE_MINIMIZED) PlaceControls();
       return 0;
     case WM_GETMINMAXINFO: {
-      const SIZE least = WithFrame(SmallestInner());
+      const SIZE least = SmallestOuter();
       reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.cx, least.cy};
       return 0;
     }

@@ -82,9 +82,8 @@ class FormWindow : public ui::Form {
   void Rescale(UiScale scale, const RECT& place);
   SIZE Inner() const;
   SIZE SmallestInner() const;
-  SIZE WithFrame(SIZE inner) const;
+  SIZE SmallestOuter() const;
   void PlaceControls();
-  void PlaceAbove(HWND owner);
   void PaintBackground(HDC context) const;
   LRESULT PageBrush(HDC context) const;
   void FindPageColor();

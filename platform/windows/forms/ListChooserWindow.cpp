@@ -17,6 +17,7 @@
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/VisualStyles.h"
 #include "platform/windows/forms/WindowClass.h"
+#include "platform/windows/forms/WindowPlace.h"
 #include "platform/windows/forms/WindowText.h"
 
 namespace qva::windows {
@@ -96,10 +97,8 @@ class Chooser {
         Arrange();
         return TRUE;
       case WM_GETMINMAXINFO: {
-        RECT least{0, 0, scale_(kLeastWidth), scale_(kLeastHeight)};
-        AddFrame(least, kStyle, kListStyle, scale_);
-        reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.right - least.left,
-                                                                 least.bottom - least.top};
+        const SIZE least = OuterSize(kLeastWidth, kLeastHeight);
+        reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.cx, least.cy};
         return TRUE;
       }
       case WM_DPICHANGED:
@@ -182,7 +181,7 @@ class Chooser {
                  LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
     SetFonts();
     AddColumns();
-    PlaceAboveOwner();
+    PlaceAbove(GetWindow(window_, GW_OWNER), window_, OuterSize(kWidth, kHeight));
     ShowRows({}, filter_.RowOf(selected_));
     ::SetFocus(filter_field_);
     others_.emplace(window_);
@@ -219,27 +218,9 @@ class Chooser {
     return std::min(width + scale_(kColumnPadding), scale_(kGreatestColumn));
   }
 
-  void PlaceAboveOwner() {
-    RECT area{0, 0, scale_(kWidth), scale_(kHeight)};
-    AddFrame(area, kStyle, kListStyle, scale_);
-    const int width = static_cast<int>(area.right - area.left);
-    const int height = static_cast<int>(area.bottom - area.top);
-    MONITORINFO screen{};
-    screen.cbSize = sizeof screen;
-    HWND owner = GetWindow(window_, GW_OWNER);
-    GetMonitorInfoW(MonitorFromWindow(owner ? owner : window_, MONITOR_DEFAULTTOPRIMARY), &screen);
-    RECT around = screen.rcWork;
-    if (owner && !IsIconic(owner)) GetWindowRect(owner, &around);
-    const int left = static_cast<int>(around.left + around.right - width) / 2;
-    const int top = static_cast<int>(around.top + around.bottom - height) / 2;
-    // Its owner may reach beyond the screen.
-    const int last_left =
-        std::max(static_cast<int>(screen.rcWork.right) - width, static_cast<int>(screen.rcWork.left));
-    const int last_top =
-        std::max(static_cast<int>(screen.rcWork.bottom) - height, static_cast<int>(screen.rcWork.top));
-    SetWindowPos(window_, nullptr, std::clamp(left, static_cast<int>(screen.rcWork.left), last_left),
-                 std::clamp(top, static_cast<int>(screen.rcWork.top), last_top), width, height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+  /// The window's size around an inside that is given at 100 %.
+  SIZE OuterSize(int width, int height) const {
+    return WithFrame({scale_(width), scale_(height)}, kStyle, kListStyle, scale_);
   }
 
   void Rescale(UiScale scale, const RECT& place) {

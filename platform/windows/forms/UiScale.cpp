@@ -31,11 +31,13 @@ UiScale ScaleOf(HWND window) {
   return {dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI};
 }
 
-void AddFrame(RECT& area, DWORD style, DWORD extended_style, UiScale scale) {
+SIZE WithFrame(SIZE inner, DWORD style, DWORD extended_style, UiScale scale) {
+  RECT area{0, 0, inner.cx, inner.cy};
   auto* adjust = UserFunction<BOOL WINAPI(RECT*, DWORD, BOOL, DWORD, UINT)>("AdjustWindowRectExForDpi");
   if (!adjust || !adjust(&area, style, FALSE, extended_style, static_cast<UINT>(scale.dpi))) {
     AdjustWindowRectEx(&area, style, FALSE, extended_style);
   }
+  return {area.right - area.left, area.bottom - area.top};
 }
 
 PerDisplayPixels::PerDisplayPixels()

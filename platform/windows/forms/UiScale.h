@@ -17,8 +17,8 @@ struct UiScale {
 /// The scale of the display that a window stands on; where Windows does not tell displays apart, of them all.
 UiScale ScaleOf(HWND window);
 
-/// Enlarges an inner area by the frame that a window of this style has at this scale.
-void AddFrame(RECT& area, DWORD style, DWORD extended_style, UiScale scale);
+/// The outer size of a window of this style at this scale whose inside has the size `inner`.
+SIZE WithFrame(SIZE inner, DWORD style, DWORD extended_style, UiScale scale);
 
 /// While this lives, windows that the thread creates tell displays apart, and their places are real pixels,
 /// whatever the process says of itself; it stays as it is. Put one around all that creates, places or

@@ -44,6 +44,14 @@ Public Sub ChoosesTheBook()
     Close #nFile
 End Sub
 
+Public Sub ChoosesABook()
+    Choose "choose-book"
+End Sub
+
+Public Sub MakesAReport()
+    Choose "new-report"
+End Sub
+
 Public Sub MakesTwoReports()
     Dim n As Integer, sUrl As String
     For n = 1 To 2

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/code_page.h"
+#include "platform/lithuanian/code_page.h"
 #include "tests/platform/environment_contract.h"
 
 namespace qva {

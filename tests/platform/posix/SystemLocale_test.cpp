@@ -5,7 +5,7 @@
 #include <sanitizer/lsan_interface.h>
 #endif
 
-#include "platform/lithuanian_names.h"
+#include "platform/lithuanian/date_names.h"
 #include "platform/text.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/locale_contract.h"

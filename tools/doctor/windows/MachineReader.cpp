@@ -1,6 +1,5 @@
 #include "tools/doctor/windows/MachineReader.h"
 
-#include <algorithm>
 #include <set>
 
 #include "platform/host.h"

@@ -1,4 +1,4 @@
-#include "platform/lithuanian_names.h"
+#include "platform/lithuanian/date_names.h"
 
 #include <array>
 
