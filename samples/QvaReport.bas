@@ -67,6 +67,9 @@ Public Sub Klaida(oKlaida As Object)
     Dim nNumeris As Long, sAprasymas As String
     nNumeris = oKlaida.Number
     sAprasymas = oKlaida.Description
+    Application.ScreenUpdating = True    ' nutrūkusi makrokomanda galėjo palikti išjungtus
+    Application.EnableEvents = True
+    Application.DisplayAlerts = True
     If oExcel Is Nothing Then
         MsgBox sAprasymas, vbCritical, ThisWorkbook.Name     ' bibliotekos nėra, pranešti jos langu negalima
         Exit Sub
@@ -168,34 +171,78 @@ End Sub
 ' ---- Įrankių juostos mygtukai
 
 Public Sub cmdComment()
+    On Error GoTo Nepavyko
+    Atverti
     oJuosta.CmdEvent.cmdComment
+    Baigti
+    Exit Sub
+Nepavyko:
+    Klaida Err
 End Sub
 
-' Užfiksuoja visą ataskaitos antraštę, nuo pirmos eilutės.
+' Užfiksuoja visą ataskaitos antraštę, nuo pirmos eilutės, kad ir kuriame lape būtų naudotojas.
 Public Sub cmdFreeze()
     Dim nVirsutine As Integer
+    On Error GoTo Nepavyko
+    Atverti
     nVirsutine = 1
+    Sritis("PirmaEilute").Worksheet.Activate
     oJuosta.CmdEvent.cmdFreeze Sritis("PirmaEilute"), nVirsutine
+    Baigti
+    Exit Sub
+Nepavyko:
+    Klaida Err
 End Sub
 
 Public Sub cmdHelp()
-    oExcel.cmdHelp
+    On Error GoTo Nepavyko
+    Atverti
+    RodytiZinyna
+    Baigti
+    Exit Sub
+Nepavyko:
+    Klaida Err
+End Sub
+
+' Savos juostos, nes oExcel.cmdHelp ima bendrą pirmą juostą. Be žinyno failo ataskaita lieka atverta.
+Private Sub RodytiZinyna()
+    On Error GoTo Nerodo
+    oJuosta.CmdEvent.cmdHelp
+    Exit Sub
+Nerodo:
+    Pranesti "Žinyno parodyti nepavyko: " & Err.Description
+End Sub
+
+Private Sub Pranesti(ByVal sTekstas As String)
+    Zingsnis sTekstas
+    MsgBox sTekstas, vbExclamation, ThisWorkbook.Name
 End Sub
 
 ' Įprastas „Excel“; į ataskaitą grąžina meniu komanda.
 Public Sub EitiIExcel()
+    On Error GoTo Nepavyko
+    Atverti
     oJuosta.VisibleToolbar = False
     oBusena.SetDefaultExcelState
     oJuostos.cmdGoToAppShow "RestoreApp"
     Zingsnis "Įprastas „Excel“; grąžina komanda „" & oJuostos.cmdGoToAppCaption & "“"
+    Baigti
+    Exit Sub
+Nepavyko:
+    Klaida Err
 End Sub
 
 Public Sub RestoreApp()
-    ThisWorkbook.Activate
+    On Error GoTo Nepavyko
+    Atverti
     oJuostos.cmdGoToAppDelete
     oBusena.SetDefaultAppState
     oJuosta.VisibleToolbar = True
     Zingsnis "Grįžta į ataskaitą"
+    Baigti
+    Exit Sub
+Nepavyko:
+    Klaida Err
 End Sub
 
 ' ---- Archyvas
@@ -206,6 +253,7 @@ Public Sub IssaugotiArchyve(oAtaskaita As Object, rMetai As Object, rDalis As Ob
     Dim bAtlikta As Boolean
     Sritis("Saved").Value = False
     oAtaskaita.SaveDoc rMetai, rDalis, bAtlikta, bVisaData
+    Application.DisplayAlerts = True     ' nepavykus įrašyti lieka išjungti
     If bAtlikta And Sritis("Saved").Value Then
         Zingsnis "Išsaugota archyve: " & ThisWorkbook.Name
     Else

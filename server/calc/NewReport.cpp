@@ -25,6 +25,13 @@ bool IsLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
+/// Whether each LibreOffice document or each Excel project has the name already, in any letter case.
+bool IsReserved(std::string_view name) {
+  std::string lower(name);
+  for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  return lower == "standard" || lower == "vbaproject";
+}
+
 void ReplaceAll(std::string& text, std::string_view old_text, std::string_view new_text) {
   for (std::size_t at = text.find(old_text); at != text.npos;
        at = text.find(old_text, at + new_text.size())) {
@@ -49,7 +56,7 @@ std::string ProjectName(std::string_view title) {
     name += c;
     begins_word = false;
   }
-  if (name.empty() || !IsLetter(name.front())) name.insert(0, "Ataskaita");
+  if (name.empty() || !IsLetter(name.front()) || IsReserved(name)) name.insert(0, "Ataskaita");
   return name;
 }
 

@@ -9,7 +9,8 @@ namespace qva {
 
 /// The name of a project of macros, and with it of the report's files in the archive, for a report's title in
 /// UTF-8: its letters and digits, Lithuanian letters without their marks, each word with a capital letter.
-/// "Ataskaita" goes in front where it would not begin with a letter.
+/// "Ataskaita" goes in front where it would not begin with a letter, or be "Standard" or "VBAProject", which
+/// LibreOffice and Excel have for projects without a name.
 std::string ProjectName(std::string_view title);
 
 /// Writes the template's text as a new workbook: `title` takes the place of "Šablonas" wherever the template

@@ -104,6 +104,8 @@ TEST_P(CalcTwoSamples, DoNotMeetAndLeaveTheUsersProgramAsItWas) {
   EXPECT_TRUE(fs::exists(output / "drives/C/Ataskaitos/Archyvas/2025/Balansas_2025.xls"));
   EXPECT_TRUE(fs::exists(output / "drives/C/Ataskaitos/Archyvas/2025/PVM registrai_2025_12.xls"));
   EXPECT_EQ(fs::exists(output / "drives/C/Ataskaitos/Archyvas/2024/Balansas_2024.xls"), !GetParam());
+  EXPECT_THAT(Contents(GetParam() ? folder / "vat.log" : output / "two.log"),
+              HasSubstr("Žinyno parodyti nepavyko: There is no help file"));
 }
 
 INSTANTIATE_TEST_SUITE_P(Closed, CalcTwoSamples, testing::Bool(),

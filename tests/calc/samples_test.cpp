@@ -263,7 +263,8 @@ TEST_F(Samples, TheVatReturnAgreesWithTheLedgerAndIsSavedAmongTheForms) {
 TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
   const RunResult run =
       RunAfterwards("balance", "buttons", SourceFolder() / "samples/balance.answers",
-                    "    cmdComment\n    cmdComment\n    cmdFreeze\n    Zingsnis \"frozen: \" &amp; "
+                    "    cmdComment\n    cmdComment\n    Worksheets(\"Laikotarpis\").Activate\n"
+                    "    cmdFreeze\n    Zingsnis ActiveSheet.Name &amp; \" frozen: \" &amp; "
                     "ActiveWindow.FreezePanes\n"
                     "    cmdFreeze\n    Zingsnis \"frozen: \" &amp; ActiveWindow.FreezePanes\n"
                     "    EitiIExcel\n    Zingsnis \"shown: \" &amp; oJuosta.VisibleToolbar\n"
@@ -271,11 +272,31 @@ TEST_F(Samples, TheButtonsOfTheToolbarWorkUntilTheReportIsClosed) {
   ASSERT_EQ(run.exit_status, 0) << run.errors;
   const std::vector<std::string> log = Log("buttons");
   ASSERT_GT(log.size(), 9u);
-  EXPECT_THAT(
-      std::vector<std::string>(log.begin() + 11, log.end()),
-      ElementsAre("frozen: True", "frozen: False", "Įprastas „Excel“; grąžina komanda „Grįžti į ataskaitą“",
-                  "shown: False", "Grįžta į ataskaitą", "shown: True",
-                  "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"));
+  EXPECT_THAT(std::vector<std::string>(log.begin() + 11, log.end()),
+              ElementsAre("Balansas frozen: True", "frozen: False",
+                          "Įprastas „Excel“; grąžina komanda „Grįžti į ataskaitą“", "shown: False",
+                          "Grįžta į ataskaitą", "shown: True",
+                          "Grąžinta „Excel“ būsena, atsijungta nuo apskaitos knygos"));
+}
+
+// A folder has the place of the archive's file, and the name that a button needs is gone.
+TEST_F(Samples, AReportOutlivesASaveAndAButtonThatFail) {
+  fs::create_directories(Archive() / "2025/Sablonas_2025.xls");
+  const RunResult run = RunAfterwards(
+      "sablonas", "outlived", SourceFolder() / "samples/sablonas.answers",
+      "    Dim sBusena As String\n"
+      "    sBusena = Sritis(\"Saved\").Value &amp; \", alerts \" &amp; Application.DisplayAlerts\n"
+      "    ThisWorkbook.Names.Item(\"PirmaEilute\").Delete\n"
+      "    Application.EnableEvents = False\n"
+      "    cmdFreeze\n"
+      "    sBusena = sBusena &amp; \", events \" &amp; Application.EnableEvents &amp; \", open \" "
+      "&amp; Not oExcel Is Nothing\n"
+      "    cmdComment\n"
+      "    Zingsnis \"saved \" &amp; sBusena &amp; \", bar \" &amp; oJuosta.VisibleToolbar\n");
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_THAT(Log("outlived"),
+              testing::Contains("saved False, alerts True, events True, open False, bar True"))
+      << run.errors << run.messages;
 }
 
 TEST_F(Samples, ThePeriodButtonMakesTheReportAnewForAnotherPeriod) {

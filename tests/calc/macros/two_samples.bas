@@ -15,11 +15,13 @@ Public Sub RunBoth()
     If Environ("QVA_TEST_FIRST_GOES_FIRST") = "1" Then
         QvaReport.Uzverti
         WriteBars "one left", oFirst, oSecond
+        RunIn oSecond, "PVM.QvaReport.cmdHelp"
         RunIn oSecond, "PVM.Ataskaita.Spausdinti"
         RunIn oSecond, "PVM.QvaReport.Uzverti"
     Else
         RunIn oSecond, "PVM.QvaReport.Uzverti"
         WriteBars "one left", oFirst, oSecond
+        QvaReport.cmdHelp
         Ataskaita.KeistiLaikotarpi
         Ataskaita.Issaugoti
         QvaReport.Uzverti

@@ -12,6 +12,10 @@ TEST(NewReport, ItsProjectIsCalledByTheTitlesLettersAndDigits) {
   EXPECT_EQ(ProjectName("2025 metai"), "Ataskaita2025Metai");
   EXPECT_EQ(ProjectName("„“"), "Ataskaita");
   EXPECT_EQ(ProjectName("a_b"), "AB");
+  EXPECT_EQ(ProjectName("Standard"), "AtaskaitaStandard");
+  EXPECT_EQ(ProjectName("STANDARD"), "AtaskaitaSTANDARD");
+  EXPECT_EQ(ProjectName("vbaProject"), "AtaskaitaVbaProject");
+  EXPECT_EQ(ProjectName("Standartas"), "Standartas");
 }
 
 }  // namespace
