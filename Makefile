@@ -75,7 +75,7 @@ package: windows  ## Make the packages for Windows (setup, zip), LibreOffice (ox
 	@tools/package.sh build/release build/windows-x64 build/windows-x86 out
 
 format:  ## Format all sources
-	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+	@tools/format.sh
 
 clean:  ## Remove everything that was built
 	@rm -rf build out

@@ -144,12 +144,19 @@ Rows TableBelow(const std::string& page, const std::string& heading) {
 
 class GuideReference : public testing::TestWithParam<Language> {
  protected:
-  const std::string page_ = MakeGuidePages(SourceFolder(), GetParam()).back().text;
+  const std::vector<GuidePage> pages_ = MakeGuidePages(SourceFolder(), GetParam());
+  const std::string page_ = pages_.back().text;
   /// The heading of a section by its place, from 0.
   std::string Heading(int place) const {
     std::size_t at = page_.find("\n## ");
     while (place-- > 0) at = page_.find("\n## ", at + 1);
     return page_.substr(at + 1, page_.find('\n', at + 1) - at - 1);
+  }
+  /// Errors and when they come, by the class that raises them.
+  std::map<std::string, Rows> ErrorsByClass() const {
+    std::map<std::string, Rows> errors;
+    for (const auto& row : TableBelow(page_, Heading(5))) errors[row[0]].push_back({row[1], row[2]});
+    return errors;
   }
 };
 
@@ -256,10 +263,31 @@ TEST_P(GuideReference, HasTheFacesThatLibreOfficeShows) {
   EXPECT_EQ(told, known);
 }
 
-/// Those that no macro meets aside (tests/corpus/completeness_test.cpp says why).
+/// The first page tells those of every class.
+TEST_P(GuideReference, HasTheErrorsOfEachPage) {
+  const bool is_english = GetParam() == Language::English;
+  std::map<std::string, Rows> told = {
+      is_english ? std::pair("every class", TableBelow(pages_.front().text, "## Errors of every class"))
+                 : std::pair("visos klasės", TableBelow(pages_.front().text, "## Visų klasių klaidos"))};
+  for (const GuidePage& page : pages_) {
+    if (!FindPublicClass(u"QVA_Varnholt." + FromUtf8(page.name))) continue;
+    const std::string heading = is_english ? "## Errors" : "## Klaidos";
+    ASSERT_NE(page.text.find("\n" + heading + "\n"), page.text.npos) << page.name;
+    if (Rows rows = TableBelow(page.text, heading); !rows.empty()) told[page.name] = std::move(rows);
+  }
+  EXPECT_EQ(ErrorsByClass(), told);
+  EXPECT_GT(told.size(), 10u);
+}
+
+/// In the rows of the class whose source raises it; what raises errors for several classes, in any row. Those
+/// that no macro meets aside (tests/corpus/completeness_test.cpp says why).
 TEST_P(GuideReference, HasEveryErrorThatTheLibraryRaises) {
   std::string told;
-  for (const auto& row : TableBelow(page_, Heading(5))) told += " " + row[1] + " ";
+  std::map<std::string, std::string> told_of;
+  for (const auto& [name, errors] : ErrorsByClass()) {
+    for (const auto& row : errors) told_of[name] += " " + row[0] + " ";
+    told += told_of[name];
+  }
   const std::regex enumerator(R"((k\w+) =\s+(-?\d+))");
   const std::string header = corpus::Contents(SourceFolder() / "platform" / "error.h");
   std::map<std::string, int> numbers;
@@ -273,10 +301,15 @@ TEST_P(GuideReference, HasEveryErrorThatTheLibraryRaises) {
     for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() / folder)) {
       const std::string source = corpus::Contents(entry.path());
       for (std::sregex_iterator it(source.begin(), source.end(), raised), end; it != end; ++it) {
-        if (out_of_reach.contains((*it)[1])) continue;
+        const std::string name = entry.path().stem().string();
+        // A block of cells that no sheet gives, but a foreign object in its place.
+        if (out_of_reach.contains((*it)[1]) || (name == "CRepPeriod" && (*it)[1] == "kTypeMismatch"))
+          continue;
         const int number = numbers.at((*it)[1]) + ((*it)[3].matched ? std::stoi((*it)[3]) : 0);
         const std::string text = (number < 0 ? "−" : "") + std::to_string(std::abs(number));
-        EXPECT_TRUE(std::regex_search(told, std::regex("(^| )" + text + "[ ,]"))) << it->str();
+        const bool is_public = FindPublicClass(u"QVA_Varnholt." + FromUtf8(name));
+        EXPECT_TRUE(std::regex_search(is_public ? told_of[name] : told, std::regex("(^| )" + text + "[ ,]")))
+            << entry.path() << " " << it->str();
         ++found;
       }
     }
@@ -288,6 +321,20 @@ INSTANTIATE_TEST_SUITE_P(Languages, GuideReference, testing::Values(Language::En
                          [](const auto& info) {
                            return info.param == Language::English ? "English" : "Lithuanian";
                          });
+
+TEST(Guide, TellsTheSameErrorsInBothLanguages) {
+  std::vector<std::vector<std::string>> numbers;
+  for (const char* heading : {"## Errors by class", "## Klaidos pagal klasę"}) {
+    auto& of_language = numbers.emplace_back();
+    const Language language = numbers.size() == 1 ? Language::English : Language::Lithuanian;
+    for (const auto& row : TableBelow(MakeGuidePages(SourceFolder(), language).back().text, heading)) {
+      const std::string name = FindPublicClass(u"QVA_Varnholt." + FromUtf8(row[0])) ? row[0] : "every class";
+      of_language.push_back(name + " " + row[1].substr(0, row[1].find_first_not_of("−0123456789, ")));
+    }
+  }
+  EXPECT_EQ(numbers[0], numbers[1]);
+  EXPECT_GT(numbers[0].size(), 30u);
+}
 
 TEST(Guide, LeadsThroughTheSameTutorialInBothLanguages) {
   std::vector<std::string> procedures;

@@ -1,16 +1,15 @@
 #!/usr/bin/env bash
-# The short loop: formatting of what was changed since the last commit, an incremental build, and the tests of library
-# and seam, in as many processes as there are processors. The last line sums up.
+# The short loop: formatting of what differs from the last commit, staged or not, an incremental build, and the tests of
+# library and seam, in as many processes as there are processors. The last line sums up.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 . tools/test-lib.sh
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-git ls-files --modified --others --exclude-standard '*.h' '*.cpp' | while read -r file; do
-  [[ ! -e $file ]] || printf '%s\0' "$file"
-done | xargs -0 -r clang-format --dry-run -Werror
-report "formatting of what was changed" $?
+{ git diff -z --name-only --diff-filter=d HEAD -- '*.h' '*.cpp' &&
+  git ls-files -z --others --exclude-standard '*.h' '*.cpp'; } > "$work/changed" || exit
+formatted "formatting of what was changed" "$work/changed"
 
 cmake --preset debug > /dev/null && cmake --build --preset debug --target qva_tests
 report "build" $?

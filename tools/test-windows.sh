@@ -281,6 +281,7 @@ acceptance() {
   kit_run 0
   report "$name: finds what Excel is taken for" $?
   check "$name: tells of the workbooks" grep -aq '^Workbook balance.xlsm, DataTekstu(2025-03-31): error ' "$kit/report"
+  check "$name: tells what comes of saving them as .xls" grep -aqE '^Workbook balance.xlsm, saved as .xls: (error|format) ' "$kit/report"
   rm -r "$work/samples"
   check "$name: has tried all" grep -aqE '^[0-9]{3} agree, 0 differ, 0 not run$' "$kit/report"
   check "$name: leaves the registry as it was" same_registry "$work/acceptance.reg"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes the pictures of the tutorial that show the workbook as its steps leave it: the macro in its editor, the paper, the
-# second sheet, the row of the button. Needs the build release.
+# Takes the pictures of the tutorial that show the workbook as its steps leave it: the template, the widened sheet, the macro
+# in its editor, the first run, the paper, the second sheet, the row of the button. Needs the build release.
 #   tools/tutorial-pictures.sh <folder>
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -12,12 +12,29 @@ runner() { timeout 100 build/release/tools/report-runner "$@" --build-folder "$P
 workbook="$work/Bandomasis balansas.fods"
 build/release/tools/report-runner new "$workbook" samples/sablonas.fods > /dev/null
 tools/tutorial.pl gidas "$workbook" "$work"
+# The window's title is the file's name.
+mkdir "$work/template" "$work/first"
+template="$work/template/${workbook##*/}"
+first="$work/first/${workbook##*/}"
+mv "$work/pirma.fods" "$template"
+cp "$template" "$first"
+QVA_TEST_WORKBOOK=$first runner --no-picture --macro Ataskaita.Plesti --output-folder "$work/driver" "$work/driver.fods"
 QVA_TEST_WORKBOOK=$workbook runner --no-picture --output-folder "$work/driver" "$work/driver.fods"
 runner --output-folder "$work/out" --form-answers "$work/tutorial.answers" "$workbook"
 convert "$work/out/Bandomasis balansas.png" -resize 700x -colors 32 "$pictures/tutorial-paper.png"
 
-# The macro shows what is to be seen, and waits until the windows are drawn.
-perl -CSD -0pi -e 'BEGIN { local $/; open my $in, "<:utf8", shift; $macro = <$in> } s{(?=</ooo:source-code>)}{$macro}' /dev/stdin "$workbook" <<EOF2
+# Macros show what is to be seen, and wait until the windows are drawn.
+cat > "$work/macros.txt" <<END
+
+Public Sub Sablonas()
+    Fotografuoti "template"
+End Sub
+
+Public Sub Lapas()
+    ThisWorkbook.Worksheets("Ataskaita").Range("D101").Select
+    ActiveWindow.ScrollRow = 90
+    Fotografuoti "sheet"
+End Sub
 
 Public Sub Paveikslai()
     Main
@@ -39,13 +56,25 @@ Private Sub Fotografuoti(sVardas)
     Wait 3000
     Shell "import", 0, "-window root $pictures/tutorial-" &amp; sVardas &amp; ".png", True
 End Sub
-EOF2
+END
+for file in "$template" "$first" "$workbook"; do
+  perl -CSD -0pi -e 'BEGIN { local $/; open my $in, "<:utf8", shift; $macros = <$in> } s{(?=</ooo:source-code>)}{$macros}' \
+    "$work/macros.txt" "$file"
+done
+
+# On a screen: shown <macro> <workbook> runs one, box waits for the library's message, which waits for a key.
 {
-  # The message about the archive waits for a key.
-  echo 'openbox & sleep 1; while sleep 1; do xdotool search --name "^QVA_Varnholt" windowfocus key Return; done &'
-  printf 'timeout 100 build/release/tools/report-runner --build-folder %q --show --output-folder %q --form-answers %q' \
-    "$PWD/build/release" "$work/shown" "$work/tutorial.answers"
-  printf ' --macro Ataskaita.Paveikslai %q\n' "$workbook"
+  echo 'openbox & sleep 1'
+  printf 'shown() { timeout 100 build/release/tools/report-runner --build-folder %q --show --form-answers %q --output-folder %q' \
+    "$PWD/build/release" "$work/tutorial.answers" "$work/shown"
+  cat <<'END'
+"/$1" --macro "Ataskaita.$1" "$2"; }
+box() { until xdotool search --onlyvisible --name "^QVA_Varnholt" > /dev/null; do sleep 1; done; sleep 2; }
+press() { xdotool search --onlyvisible --name "^QVA_Varnholt" windowfocus key Return; }
+END
+  printf 'shown Sablonas %q && shown Lapas %q &&\n' "$template" "$first"
+  printf '  { (box; import -window root %q; press) & shown Main %q; } &&\n' "$pictures/tutorial-result.png" "$first"
+  printf '  { (box; press) & shown Paveikslai %q; }\n' "$workbook"
   echo 'status=$?; kill $(jobs -p); exit $status'
 } > "$work/session.sh"
 xvfb-run -a -s "-screen 0 1100x700x24" bash "$work/session.sh" > "$work/log.txt" 2>&1 || { cat "$work/log.txt"; exit 1; }

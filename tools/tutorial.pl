@@ -1,8 +1,9 @@
 #!/usr/bin/env perl
 # Does to a new workbook what the tutorial says: its procedures go into the module, with those that the reference shows, and
 # driver.fods, a spreadsheet whose macro Ataskaita.Main changes the sheets, is written beside the answers; changes.vbs is the
-# same for the test bench's Excel. metams.fods is the template for whole years alone. The macro Ataskaita.Visos runs what the
-# guide runs one by one, on the report of a quarter and then of the year, as visos.answers answers.
+# same for the test bench's Excel. metams.fods is the template for whole years alone; pirma.fods is the workbook as it is run
+# first, with the content alone, for which Ataskaita.Plesti of driver.fods widens the sheet. The macro Ataskaita.Visos runs what
+# the guide runs one by one, on the report of a quarter and then of the year, as visos.answers answers.
 #   tutorial.pl <language: guide or gidas> <new workbook> <folder>
 use strict;
 use warnings;
@@ -35,15 +36,20 @@ for my $code ($page =~ /^```vb\n(.*?)^```$/msg) {
 my $turinys = delete $procedures{RasytiTurini} or die "no RasytiTurini\n";
 my $names = join ' ', sort keys %procedures;
 die "not these procedures: $names\n" if $names ne 'Bandymas IplaukosBanke RasytiPinigus RodytiPinigus SaskaituPlanas';
-$turinys =~ s/(?=^End Sub\n)/    RasytiPinigus\n/m;
 
 my $text = contents($workbook);
+
+# The template with the content.
+my $first = $text;
+$first =~ s/^Private Sub RasytiTurini\(\)\n.*?^End Sub\n/xml($turinys)/mse or die "no RasytiTurini in $workbook\n";
+write_file("$folder/pirma.fods", $first);
 
 # The template as a report for whole years alone.
 my $yearly = $text;
 $yearly =~ s/(^    If oLaikotarpis\.Edit .*\n)/$1 . xml($refusal)/me or die "no period in $workbook\n";
 write_file("$folder/metams.fods", $yearly);
 
+$turinys =~ s/(?=^End Sub\n)/    RasytiPinigus\n/m;
 $text =~ s/^Private Sub RasytiTurini\(\)\n.*?^End Sub\n/xml($turinys)/mse or die "no RasytiTurini in $workbook\n";
 $text =~ s/(^    oAtaskaita\.Spauzd .*, True\n)/$1 . xml($printing)/me or die "nothing is printed in $workbook\n";
 my $pasted = join "\n", (map { $procedures{$_} } sort keys %procedures), <<'END';
@@ -61,20 +67,43 @@ write_file($workbook, $text);
 my $driver = <<'END';
 Option VBASupport 1
 Public Sub Main()
-    Dim oDocument As Object, oSheet As Object, oRows As Object, oNames As Object
-    Dim aLoad(1) As New com.sun.star.beans.PropertyValue, aStore(0) As New com.sun.star.beans.PropertyValue
+    Dim oDocument As Object
+    Set oDocument = Opened()
+    WidenSheet oDocument
+    AddSheetAndButton oDocument
+    Store oDocument
+End Sub
+
+Public Sub Plesti()
+    Dim oDocument As Object
+    Set oDocument = Opened()
+    WidenSheet oDocument
+    Store oDocument
+End Sub
+
+Private Function Opened() As Object
+    Dim aLoad(1) As New com.sun.star.beans.PropertyValue
     aLoad(0).Name = "MacroExecutionMode"
     aLoad(0).Value = 0
     aLoad(1).Name = "FilterName"
     aLoad(1).Value = "OpenDocument Spreadsheet Flat XML"
+    Set Opened = StarDesktop.loadComponentFromURL(ConvertToUrl(Environ("QVA_TEST_WORKBOOK")), "_blank", 0, aLoad())
+End Function
+
+Private Sub Store(oDocument)
+    Dim aStore(0) As New com.sun.star.beans.PropertyValue
     aStore(0).Name = "FilterName"
     aStore(0).Value = "OpenDocument Spreadsheet Flat XML"
-    Set oDocument = StarDesktop.loadComponentFromURL(ConvertToUrl(Environ("QVA_TEST_WORKBOOK")), "_blank", 0, aLoad())
+    oDocument.storeToURL(ConvertToUrl(Environ("QVA_TEST_WORKBOOK")), aStore())
+    oDocument.close(False)
+End Sub
+
+Private Sub WidenSheet(oDocument)
+    Dim oSheet As Object, oRows As Object, oNames As Object, i
     Set oSheet = oDocument.Sheets.getByName("Ataskaita")
     Set oRows = oSheet.Rows
     oRows.insertByIndex(10, 90)
     oSheet.getCellRangeByName("C101").Formula = "=SUM(C10:C100)"
-    Dim i
     For i = 11 To 100
         CopyTo oSheet, "A" & i, "A10"
         CopyTo oSheet, "B" & i, "B10"
@@ -91,6 +120,15 @@ Public Sub Main()
     oNames.getByName("Skaiciai").Content = "$Ataskaita.$C$101:$D$101"
     oNames.getByName("SumosEilute").Content = "$Ataskaita.$A$101:$D$101"
     oNames.getByName("Print").Content = "$Ataskaita.$A$1:$D$102"
+    For Each i In Array(1, 2, 5, 6, 7)
+        oSheet.getCellRangeByName("A" & i & ":C" & i).merge(False)
+        oSheet.getCellRangeByName("A" & i & ":D" & i).merge(True)
+    Next
+End Sub
+
+Private Sub AddSheetAndButton(oDocument)
+    Dim oSheet As Object, oNames As Object
+    Set oNames = oDocument.NamedRanges
     oDocument.Sheets.insertNewByName("Pinigai", 1)
     Set oSheet = oDocument.Sheets.getByName("Pinigai")
     oSheet.getCellRangeByName("A1:E1").setDataArray(Array(Array("Data", "Debetas", "Kreditas", "Įrašas", "Suma, EUR")))
@@ -106,8 +144,6 @@ Public Sub Main()
     oSheet.getCellRangeByName("A11:G11").setDataArray(Array(Array(1, 59, "Pinigai", "", "TagPinigai", "Rodyti pinigų lapą", "^{g}")))
     oSheet.getCellRangeByName("J11").String = "RodytiPinigus"
     oSheet.getCellRangeByName("C2").Value = 5
-    oDocument.storeToURL(ConvertToUrl(Environ("QVA_TEST_WORKBOOK")), aStore())
-    oDocument.close(False)
 End Sub
 
 Private Sub SetFormat(oDocument, oCells, sFormat)

@@ -198,7 +198,18 @@ std::string MemberRows(const ClassDescription& description, Texts& texts, const 
   return rows;
 }
 
-/// Puts the comments behind lines of code into one column.
+/// Prose may begin with a warning, a paragraph in bold, which belongs in front of the example: taken out of
+/// the prose, with the empty line below it. Empty where there is none.
+std::string TakeWarning(std::string& prose) {
+  if (!prose.starts_with("**")) return "";
+  const std::size_t end = prose.find("\n\n") + 2;
+  std::string warning = prose.substr(0, end);
+  prose.erase(0, end);
+  return warning;
+}
+
+/// Puts the comments behind lines of code into one column. A comment that has its line to itself stays where
+/// it is.
 std::string AlignComments(const std::string& code) {
   constexpr std::string_view kComment = "  ' ";
   std::istringstream lines(code);
@@ -207,8 +218,8 @@ std::string AlignComments(const std::string& code) {
   for (std::string line; std::getline(lines, line);) {
     const std::size_t comment = line.find(kComment);
     std::string statement = line.substr(0, comment);
-    if (comment == line.npos) {
-      parts.emplace_back(statement, "");
+    if (comment == line.npos || statement.find_first_not_of(' ') == line.npos) {
+      parts.emplace_back(line, "");
       continue;
     }
     statement.erase(statement.find_last_not_of(' ') + 1);
@@ -305,9 +316,10 @@ std::vector<GuidePage> MakeGuidePages(const std::filesystem::path& source_folder
   for (const PublicClass& public_class : PublicClasses()) {
     const ClassDescription& description = public_class.description();
     const std::string name = ToUtf8(description.name());
-    const std::string text = ReadProse(prose / (name + ".md"));
+    std::string text = ReadProse(prose / (name + ".md"));
     std::string page = "# " + name + "\n\n";
     page.append(texts.Take(name, description.help())).append(".\n\n");
+    page.append(TakeWarning(text));
     page.append(Example(macros / ("guide_" + name + ".macro"), name, words)).append("\n");
     page.append(MemberRows(description, texts, words)).append("\n").append(text);
     add(name, page);

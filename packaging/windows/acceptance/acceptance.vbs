@@ -197,9 +197,10 @@ Function VersionOfFile(path)
   If files.FileExists(path) Then VersionOfFile = ", version " & files.GetFileVersion(path)
 End Function
 
-' What a macro of each sample workbook gives, where Excel opens it.
+' What a macro of each sample workbook gives, where Excel opens it, and what becomes of one that is saved as reports are
+' archived, under the ending .xls: the format that it has then (52 is that of .xlsm, 56 that of .xls), or the error.
 Sub TellWorkbooks()
-  Dim folder, file, book, answer
+  Dim folder, file, book, answer, saved
   On Error Resume Next
   folder = files.GetParentFolderName(kit) & "\samples"
   If Not files.FolderExists(folder) Then Exit Sub
@@ -212,7 +213,14 @@ Sub TellWorkbooks()
       answer = own.Run("'" & file.Name & "'!DataTekstu", DateSerial(2025, 3, 31))
       If Err.Number <> 0 Then answer = "error " & Err.Number & " " & Err.Description
       Tell "Workbook " & file.Name & ", DataTekstu(2025-03-31): " & answer
+      Err.Clear
+      saved = "C:\Corpus\" & files.GetBaseName(file.Name) & ".xls"
+      book.SaveAs saved
+      If Err.Number = 0 Then answer = "format " & book.FileFormat
+      If Err.Number <> 0 Then answer = "error " & Err.Number & " " & Err.Description
+      Tell "Workbook " & file.Name & ", saved as .xls: " & answer
       book.Close False
+      files.DeleteFile saved
     End If
   Next
   Err.Clear
