@@ -3,8 +3,7 @@
 
 namespace qva::variables {
 
-// What answers instead of a user, and where that is told; docs/libreoffice.md and docs/batch.md are about
-// them.
+// What answers instead of a user, and where that is told; docs/installation.md has the list.
 inline constexpr char kAnswers[] = "QVA_VARNHOLT_ANSWERS";
 inline constexpr char kFormAnswers[] = "QVA_VARNHOLT_FORM_ANSWERS";
 inline constexpr char kMessageLog[] = "QVA_VARNHOLT_MESSAGE_LOG";

@@ -17,9 +17,8 @@ namespace qva::calc {
 ///   QVA_JOB_WORKBOOK  path of the workbook
 ///   QVA_JOB_MACRO     entry macro, as Library.Module.Procedure of the workbook
 ///   QVA_JOB_PDF       path of the PDF to print the workbook to; nothing is printed without it
-///   QVA_JOB_RESULT    path of the file that is written when all is over, a JSON object: "status", a name as
-///   in
-///                     tools/report-runner/ReportResult.cpp; where it is not "ok", "text"; "error" that the
+///   QVA_JOB_RESULT    path of the file that is written when all is over, a JSON object: "status", one of
+///                     tools/report-runner/ReportResult.cpp; where that is not "ok", "text"; "error" that the
 ///                     macro did not handle, with "number", "source", "text" and "line"; "period" of the
 ///                     workbook, "from" and "to"
 ///   QVA_JOB_STEPS     path of the file that each step is added to before it is taken, its time in
