@@ -84,6 +84,9 @@ class Batch : public CalcTest {
   }
 };
 
+/// Those with a library of the tests' own, which is built with sanitizers, before all others.
+class BatchPreloaded : public Batch {};
+
 TEST_F(Batch, AJobFindsNothingOfTheJobsBeforeIt) {
   WriteJobs("traces", {"Main", "Main", "LeaveInProfile", "Main"});
   const RunResult run = Run();
@@ -191,7 +194,7 @@ TEST_F(Batch, AJobThatTakesTooMuchMemoryIsStopped) {
   EXPECT_THAT(run.errors, HasSubstr("LibreOffice took more than 1 MB of memory and was stopped"));
 }
 
-TEST_F(Batch, AWorkerThatHasTooMuchMemoryGivesWayToAFreshOne) {
+TEST_F(BatchPreloaded, AWorkerThatHasTooMuchMemoryGivesWayToAFreshOne) {
   for (const char* limit : {"1000", "3000"}) {
     WriteJobs("batch_jobs", {"Main", "Main", "Main"});
     Start({"--memory-limit", limit}, {{"LD_PRELOAD", WorkerMemoryLibrary()}});
@@ -204,7 +207,7 @@ TEST_F(Batch, AWorkerThatHasTooMuchMemoryGivesWayToAFreshOne) {
   }
 }
 
-TEST_F(Batch, FewerThreadsThanWorkersTakeLonger) {
+TEST_F(BatchPreloaded, FewerThreadsThanWorkersTakeLonger) {
   WriteJobs("batch_jobs", {"Main", "Main"});
   const auto with_threads = [&](const std::string& threads) {
     Start({"--workers", "3"}, {{"LD_PRELOAD", FewThreadsLibrary()}, {"QVA_TEST_THREADS", threads}});

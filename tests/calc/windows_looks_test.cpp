@@ -1,5 +1,6 @@
 // The dialogs in the looks that desktops have.
 #include <set>
+#include <thread>
 
 #include "tests/calc/windows_fixture.h"
 
@@ -70,6 +71,7 @@ TEST_P(CalcProgress, ALongOperationTellsInTheStatusBarHowFarItIs) {
   std::set<std::string> looks;
   while (!desktop.HasWindow("Pabaiga")) {
     looks.insert(look());
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
     ASSERT_TRUE(IsRunning());
   }
   looks.erase(idle);

@@ -33,6 +33,7 @@ class FormWindowTest : public FormTest {
 // --- Modality ----------------------------------------------------------------------------------------------
 
 TEST_F(FormWindowTest, StandsAboveTheWindowThatTheUserWorksIn) {
+  MakeHere(FormWithAllKinds());
   EXPECT_EQ(GetWindow(form->window(), GW_OWNER), below->window);
   RECT owner;
   GetWindowRect(below->window, &owner);

@@ -10,9 +10,9 @@ Sub Main()
     Set c = ThisComponent.Sheets(0)
     c.getCellRangeByName("A1").setFormula("=1/0")
     c.getCellRangeByName("A1:T1").fillAuto com.sun.star.sheet.FillDirection.TO_RIGHT, 1
-    c.getCellRangeByName("A1:T400").fillAuto com.sun.star.sheet.FillDirection.TO_BOTTOM, 1
+    c.getCellRangeByName("A1:T1000").fillAuto com.sun.star.sheet.FillDirection.TO_BOTTOM, 1
     MsgBox "Pradėti", 0, "Pradžia"
-    r.ClearFormulas ThisWorkbook.Sheets("Lapas").Range("A1:T400")
+    r.ClearFormulas ThisWorkbook.Sheets("Lapas").Range("A1:T1000")
     MsgBox "Baigta", 0, "Pabaiga"
     g.ResetConnectEX 0
 End Sub
