@@ -104,7 +104,7 @@ def files_of(folder):
 def contents(file):
     """What must be the same in each run: of a PDF its text."""
     if file.suffix == ".pdf":
-        return subprocess.run(["pdftotext", "-layout", str(file), "-"], check=True, capture_output=True).stdout
+        return subprocess.run(["pdftotext", "-layout", str(file), "-"], check=True, capture_output=True, timeout=60).stdout
     return file.read_bytes()
 
 

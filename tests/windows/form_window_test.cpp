@@ -8,6 +8,7 @@
 
 #include "period/frmReportPeriod.h"
 #include "platform/windows/forms/ButtonDialog.h"
+#include "platform/windows/forms/UiScale.h"
 #include "tests/windows/grid_test.h"
 
 namespace qva::windows {
@@ -35,9 +36,12 @@ class FormWindowTest : public FormTest {
 TEST_F(FormWindowTest, StandsAboveTheWindowThatTheUserWorksIn) {
   MakeHere(FormWithAllKinds());
   EXPECT_EQ(GetWindow(form->window(), GW_OWNER), below->window);
-  RECT owner;
-  GetWindowRect(below->window, &owner);
-  ExpectInTheMiddle(form->window(), owner);
+  {
+    const PerDisplayPixels pixels;
+    RECT owner;
+    GetWindowRect(below->window, &owner);
+    ExpectInTheMiddle(form->window(), owner);
+  }
   EXPECT_FALSE(form->Visible());
   EXPECT_FALSE(IsWindowVisible(form->window()));
   Show({[&] {

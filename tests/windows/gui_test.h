@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/windows/WindowsApi.h"
+#include "platform/windows/forms/WindowPlace.h"
 #include "tests/windows/handle_counts.h"
 
 namespace qva::windows {
@@ -22,10 +23,11 @@ inline bool HasDisplay() {
 }
 
 /// A window stands in the middle of an area, but for half a pixel, or as near to it as the display lets it.
+/// To be called where PerDisplayPixels lives, as it does while a window is shown.
 inline void ExpectInTheMiddle(HWND window, const RECT& area) {
-  RECT place, work;
+  RECT place;
   GetWindowRect(window, &place);
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &work, 0);
+  const RECT work = WorkArea(window);
   const auto nearest = [](LONG middle_twice, LONG length, LONG first, LONG last) {
     return std::max(first, std::min((middle_twice - length) / 2, last - length));
   };
