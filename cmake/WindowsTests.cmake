@@ -1,6 +1,6 @@
 # The tests of the Windows adapters and of the server: console programs that run under Wine.
-# Most of the time goes into what all of them include.
-set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+# Most of the time goes into what all of them include; who changes one of them waits for it in the tests for Linux.
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 16)
 
 # As in tests/CMakeLists.txt.
 add_compile_options(-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
@@ -18,13 +18,6 @@ foreach(stand_in qva_commandbars qva_memory)
   target_compile_options(${stand_in} PRIVATE -Og)
 endforeach()
 
-# No header of our own is precompiled: see tests/CMakeLists.txt.
-function(qva_windows_test_program name)
-  target_compile_options(${name} PRIVATE -Og)
-  target_precompile_headers(${name} PRIVATE <gmock/gmock.h> <gtest/gtest.h> <functional> <map> <sstream>
-                            <unordered_map> <variant>)
-endfunction()
-
 # The adapters. What cannot differ by bitness runs in 64 bits alone: the seam's own tests, which run here, too, but
 # those that need Linux' files, and the windows, for which Wine's 32-bit side has no display.
 file(GLOB windows_test_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/tests/windows/*.cpp)
@@ -38,7 +31,10 @@ else()
 endif()
 add_executable(qva_windows_tests ${windows_test_sources} ${visual_styles})
 target_link_libraries(qva_windows_tests PRIVATE qva_library qva_windows qva_memory qva_windows_gtest oleacc)
-qva_windows_test_program(qva_windows_tests)
+target_compile_options(qva_windows_tests PRIVATE -Og)
+# No header of our own is precompiled: see tests/CMakeLists.txt.
+target_precompile_headers(qva_windows_tests PRIVATE <gmock/gmock.h> <gtest/gtest.h> <functional> <map> <sstream>
+                          <unordered_map> <variant>)
 
 # The test bench: the in-memory Excel and host as automation objects, and the clients that drive the library.
 qva_sources(bench_sources tests/com/bench)
@@ -54,5 +50,6 @@ add_executable(qva_com_tests ${com_client_sources} tests/com/bench/BenchTypeInfo
 set_source_files_properties(tests/com/client/main.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 target_include_directories(qva_com_tests SYSTEM PRIVATE ${idl_output})
 target_link_libraries(qva_com_tests PRIVATE qva_windows qva_library qva_windows_gtest psapi)
-qva_windows_test_program(qva_com_tests)
+target_compile_options(qva_com_tests PRIVATE -Og)
+target_precompile_headers(qva_com_tests REUSE_FROM qva_windows_tests)
 add_dependencies(qva_com_tests qva_idl QVA_Varnholt QVA_TestBench QVA_DemoHost)
