@@ -30,6 +30,7 @@ inline constexpr char kJobResult[] = "QVA_JOB_RESULT";
 inline constexpr char kJobSteps[] = "QVA_JOB_STEPS";
 inline constexpr char kJobErrors[] = "QVA_JOB_ERRORS";
 inline constexpr char kJobRequests[] = "QVA_JOB_REQUESTS";
+inline constexpr char kJobShown[] = "QVA_JOB_SHOWN";
 inline constexpr char kJobReplies[] = "QVA_JOB_REPLIES";
 
 }  // namespace qva::variables

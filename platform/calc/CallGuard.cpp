@@ -33,14 +33,24 @@ void BringCellsBack(const ObjectPtr& object, std::u16string_view type, std::u16s
   if (const auto document = DocumentOf(object); document.is()) LeavePreview(document);
 }
 
-/// For these, LibreOffice follows the cells' view of a window without looking whether there is one; a
-/// workbook that was opened hidden has none.
+bool WasOpenedHidden(const Reference<css::frame::XModel>& document) {
+  for (const css::beans::PropertyValue& argument : document->getArgs()) {
+    if (argument.Name == "Hidden") return argument.Value == Any(true);
+  }
+  return false;
+}
+
+/// For these, LibreOffice follows the cells' view of a window without looking whether there is one. A
+/// workbook that was opened hidden has none as long as nobody shows it; one that was hidden later keeps its
+/// own.
 void RefuseCrash(const ObjectPtr& window, Access access, std::u16string_view member) {
   const bool is_write = access == Access::Put || access == Access::PutRef;
   const bool needs_view =
       EqualIgnoringCase(member, u"WindowState") || (is_write && EqualIgnoringCase(member, u"Zoom"));
   if (!needs_view) return;
-  if (!Get(window, u"Visible").ToBoolean()) throw Refused(u"The window is hidden");
+  if (!Get(window, u"Visible").ToBoolean() && WasOpenedHidden(DocumentOf(window))) {
+    throw Refused(u"The window is hidden");
+  }
   if (std::ranges::any_of(WorkbookDocuments(), ShowsPreview) && ShowsPreview(DocumentOf(window))) {
     throw Refused(u"The window shows the print preview");
   }

@@ -59,7 +59,11 @@ Reference<XModel> DocumentOf(const ObjectPtr& object) {
     const Value workbook = Get(object, u"ActiveWorkbook");
     return workbook.IsNothing() ? Reference<XModel>() : DocumentOf(workbook.ToObject());
   }
-  if (type == u"Window") return DocumentOf(GetObject(object, u"Parent"));
+  if (type == u"Window") {
+    // LibreOffice's window does not hold its workbook's object, which may be gone; ours are the active ones.
+    const Value workbook = Get(object, u"Parent");
+    return DocumentOf(workbook.IsNothing() ? GetObject(object, u"Application") : workbook.ToObject());
+  }
   if (type == u"Workbook") return DocumentOf(GetObject(object, u"Sheets", {std::int32_t{1}}));
   if (type == u"Range") return DocumentOf(GetObject(object, u"Worksheet"));
   return Reference<XModel>(ComponentOf(SpreadsheetOf(object)), UNO_QUERY_THROW);

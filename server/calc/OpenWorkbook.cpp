@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <com/sun/star/awt/XWindow.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XNameContainer.hpp>
 #include <com/sun/star/document/MacroExecMode.hpp>
 #include <com/sun/star/document/XEmbeddedScripts.hpp>
 #include <com/sun/star/frame/Desktop.hpp>
+#include <com/sun/star/frame/XModel.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/script/XInvocation.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
@@ -230,7 +232,7 @@ OpenWorkbook::OpenWorkbook(const Reference<css::uno::XComponentContext>& context
     : context_(context) {
   const OUString url = FileUrl(path);
   // Not hidden, since LibreOffice refuses part of its Excel model to the window of a hidden workbook, or
-  // crashes on it; without a display nothing is seen of it anyway.
+  // crashes on it.
   std::vector<PropertyValue> properties{
       Property("MacroExecutionMode", Any(sal_Int16{css::document::MacroExecMode::ALWAYS_EXECUTE_NO_WARN})),
   };
@@ -250,6 +252,16 @@ OpenWorkbook::~OpenWorkbook() {
   // The end of LibreOffice closes it, too.
   if (!is_kept_)
     IgnoreFailures([&] { Reference<css::util::XCloseable>(model_, UNO_QUERY_THROW)->close(true); });
+}
+
+void OpenWorkbook::Hide() const {
+  IgnoreFailures([&] {
+    Reference<css::frame::XModel>(model_, UNO_QUERY_THROW)
+        ->getCurrentController()
+        ->getFrame()
+        ->getContainerWindow()
+        ->setVisible(false);
+  });
 }
 
 std::optional<std::string> OpenWorkbook::FindMain() const {

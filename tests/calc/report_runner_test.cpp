@@ -146,6 +146,12 @@ TEST_F(ReportRunner, StopsAMacroThatDoesNotEnd) {
   EXPECT_THAT(run.errors, HasSubstr("did not finish within 4 seconds and was stopped"));
 }
 
+TEST_F(ReportRunner, HidesWindowsThatNobodySeesAndAllGoesOnInThem) {
+  EXPECT_THAT(RunMacro("window").lines,
+              testing::ElementsAre("visible: False, False", "as large as ever: True", "zoom 80",
+                                   "report: zoom 100, gridlines False", "Lapas: $B$300"));
+}
+
 TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
   const std::pair<const char*, const char*> missing[] = {
       {"Nera.Ataskaita.Main", "the workbook has no library Nera"},

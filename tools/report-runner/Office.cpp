@@ -199,6 +199,8 @@ std::unique_ptr<Process> StartOffice(const OfficeOptions& options, const fs::pat
   if (!options.show) {
     arguments.emplace_back("--headless");
     environment["SAL_USE_VCLPLUGIN"] = "svp";
+  } else {
+    environment[variables::kJobShown] = "1";
   }
   if (!LocaleIsUtf8()) environment["LC_ALL"] = "C.UTF-8";
   arguments.push_back("-env:UserInstallation=" + UrlOf(profile));
