@@ -264,5 +264,35 @@ TEST(Lists, SourcesNamePagesThatAreThere) {
   EXPECT_GT(named, 10);
 }
 
+/// A source without its comments.
+std::string CodeOf(const std::string& source) {
+  std::string code;
+  std::istringstream lines(source);
+  for (std::string line; std::getline(lines, line);) code += line.substr(0, line.find("//")) + "\n";
+  return code;
+}
+
+TEST(Lists, NamesThatSeveralSourcesUseStandInOneOfThem) {
+  std::map<std::string, std::string> product;
+  for (const auto& [path, source] :
+       SourcesIn({"global", "period", "reports", "storage", "excelui", "host", "server", "tools"})) {
+    product[fs::relative(path, SourceFolder()).generic_string()] = CodeOf(source);
+  }
+  const auto where = [&](const std::string& literal) {
+    std::vector<std::string> files;
+    for (const auto& [path, code] : product) {
+      const std::size_t at = code.find(literal);
+      if (at != code.npos && code[at - 1] != '\\') files.push_back(path);  // a quotation mark within a text
+    }
+    return files;
+  };
+  EXPECT_THAT(where("\"Gerai\""), testing::ElementsAre("global/Helpers.h"));
+  EXPECT_THAT(where("\"MEDVILNE\""), testing::ElementsAre("host/Sample.h"));
+  EXPECT_THAT(where("\"Ataskaita.Main\""), testing::ElementsAre("server/calc/entry_macro.h"));
+  EXPECT_THAT(where("sablonas.fods\""), testing::ElementsAre("server/calc/NewReport.h"));
+  for (const char* of_platform_host : {"\"BookRepSave\"", "'BookRepSave'", "\"NVX", "\"QVA_Common"})
+    EXPECT_THAT(where(of_platform_host), testing::IsEmpty()) << of_platform_host;
+}
+
 }  // namespace
 }  // namespace qva

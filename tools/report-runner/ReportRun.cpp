@@ -45,15 +45,12 @@ std::string RegistryWithBook(std::string_view book) {
   return registry.Utf8();
 }
 
-/// Where the sample companies keep their reports (table PathKey of host/sample.sql). Of an archive, the
-/// library makes no more than its last folder.
-constexpr std::string_view kArchives[] = {"C/Ataskaitos/Archyvas", "C/Ataskaitos/Baltija",
-                                          "C/Ataskaitos/Formos"};
-
-/// The drives that macros save to: in the output folder, unless the user's environment has others.
+/// The drives that macros save to: in the output folder, unless the user's environment has others. Of an
+/// archive, the library makes no more than a year's folder.
 void MakeDrives(const ReportRunOptions& options, const fs::path& output, Variables& job) {
   if (!EnvironmentVariable(variables::kDrives).empty() && !options.own_drives) return;
-  for (const std::string_view archive : kArchives) fs::create_directories(output / "drives" / archive);
+  for (const std::string_view folder : embedded::kSampleFolders)
+    fs::create_directories(output / "drives" / folder);
   job[variables::kDrives] = (output / "drives").string();
 }
 
