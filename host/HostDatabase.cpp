@@ -143,8 +143,8 @@ std::optional<std::u16string> HostDatabase::FindFolder(std::u16string_view path_
 
 std::vector<std::u16string> HostDatabase::ArchiveFolders() const {
   std::vector<std::u16string> folders;
-  const Statement query = database_.Prepare("SELECT DISTINCT Folder FROM PathKey WHERE Code = 'BookRepSave'");
-  for (Cursor row = query.Run({}); row.Next();) folders.push_back(row.Text(0));
+  const Statement query = database_.Prepare("SELECT DISTINCT Folder FROM PathKey WHERE Code = ?1");
+  for (Cursor row = query.Run({host::kArchiveKey}); row.Next();) folders.push_back(row.Text(0));
   return folders;
 }
 

@@ -12,7 +12,7 @@ namespace qva::embedded {
 
 /// The components by the library that they belong to: the source of every error that they raise.
 using host::kCommonLibrary;
-inline constexpr std::u16string_view kMessageLibrary = u"QVA_Common";
+inline constexpr std::u16string_view kMessageLibrary = host::LibraryOf(host::kMessage);
 
 /// What went wrong. The error's number is kObjectErrorBase plus this; docs/host-interface.md lists them.
 enum class Failure : std::int32_t {

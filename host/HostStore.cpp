@@ -4,6 +4,7 @@
 #include "host/OwnersFiles.h"
 #include "host/ReadFile.h"
 #include "platform/filesystem/temporary_name.h"
+#include "platform/folders.h"
 #include "platform/text.h"
 
 namespace qva::embedded {
@@ -73,15 +74,6 @@ void CreateFromSample(const HostOptions& options) {
     throw not_created(cause.description());
   }
   if (!file.RenameTo(options.database)) throw not_created(u"the finished file cannot be renamed");
-}
-
-/// Makes what is missing of a folder and those above it.
-void MakeFolders(Files& files, std::u16string_view folder) {
-  for (std::size_t end = 0; end != folder.npos;) {
-    end = folder.find(u'\\', end + 1);
-    const std::u16string_view above = folder.substr(0, end);
-    if (!above.ends_with(u':') && !files.FolderExists(above)) files.CreateFolder(above);
-  }
 }
 
 }  // namespace

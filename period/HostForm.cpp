@@ -1,5 +1,6 @@
 #include "period/HostForm.h"
 
+#include "global/Helpers.h"
 #include "platform/host.h"
 #include "platform/services.h"
 
@@ -26,9 +27,7 @@ void HostForm::Confirm() {
     confirmed_ = true;
     form_.Hide();
   } else if (!message.empty()) {
-    IgnoreErrors([&] {
-      host::Message::Create(*GetServices().object_factory).Show(message, title_, {Value(u"Gerai")});
-    });
+    IgnoreErrors([&] { host::Message::Create(*GetServices().object_factory).Show(message, title_, {kOk}); });
   }
 }
 

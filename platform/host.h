@@ -3,6 +3,7 @@
 // is its table. Each operation raises the component's own AutomationError when it fails.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -27,8 +28,12 @@ inline constexpr std::u16string_view kDocumentSelection = u"NVXCommonObjects.Doc
 inline constexpr std::u16string_view kMessage = u"QVA_Common.Message";
 inline constexpr std::u16string_view kMessageResource = u"QVA_Common.MessageResource";
 
-/// The library that most of them belong to, the source of their errors.
-inline constexpr std::u16string_view kCommonLibrary = kCommonObjects.substr(0, kCommonObjects.find(u'.'));
+/// The library of a class, the source of its errors.
+constexpr std::u16string_view LibraryOf(std::u16string_view programmatic_identifier) {
+  return programmatic_identifier.substr(0, programmatic_identifier.find(u'.'));
+}
+/// That of most of them.
+inline constexpr std::u16string_view kCommonLibrary = LibraryOf(kCommonObjects);
 
 /// All of them: the table by which fronts register them, the doctor looks for them and tests create them. The
 /// order stays, a new one comes last: class identifiers of COM are made of the places (server/demo).
@@ -39,10 +44,11 @@ inline constexpr std::u16string_view kCreatableClasses[] = {
 
 /// True for an identifier of one of the host's libraries, whether the class is there or not.
 inline bool IsHostIdentifier(std::u16string_view programmatic_identifier) {
-  for (const std::u16string_view library : {u"NVXCommonObjects.", u"NVXClientTools.", u"QVA_Common."}) {
-    if (EqualIgnoringCase(programmatic_identifier.substr(0, library.size()), library)) return true;
-  }
-  return false;
+  const std::u16string_view library = LibraryOf(programmatic_identifier);
+  if (library == programmatic_identifier) return false;  // no class of any
+  return std::ranges::any_of(kCreatableClasses, [&](std::u16string_view creatable) {
+    return EqualIgnoringCase(LibraryOf(creatable), library);
+  });
 }
 
 // The names by which the library asks the components, the other half of the page's table.

@@ -63,15 +63,19 @@ ClassBuilder CSaveForm::Describe() {
       .Property<&CSaveForm::general_path_>(u"GeneralPath", "Root of the archive");
 }
 
+std::u16string CSaveForm::Archive() {
+  const std::u16string archive = CFile::PathByPathKey(host::kArchiveKey);
+  std::u16string_view folder = Trim(archive);
+  if (folder.ends_with(u'\\') || folder.ends_with(u'/')) folder.remove_suffix(1);
+  return std::u16string(folder);
+}
+
 void CSaveForm::Init() {
   SetErrorStatus(0);
   tools_ = MakeRef<CTools>();
   tools_->Init(TheGlobals().application);
-  const std::u16string archive = CFile::PathByPathKey(host::kArchiveKey);
-  std::u16string_view folder = Trim(archive);
-  if (folder.ends_with(u'\\') || folder.ends_with(u'/')) folder.remove_suffix(1);
-  general_path_ = folder;
-  report_root_ = folder;
+  general_path_ = Archive();
+  report_root_ = general_path_;
 }
 
 void CSaveForm::Save(excel::Workbook wb, std::u16string BlankName, std::u16string BlankType,

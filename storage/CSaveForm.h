@@ -20,8 +20,11 @@ class CSaveForm : public Described<CSaveForm> {
  public:
   static ClassBuilder Describe();
 
-  /// Takes the archive's folder from the host's path key "BookRepSave", as GeneralPath and as the root of
-  /// reports.
+  /// The folder of the host's path key "BookRepSave", without a separator at its end. The host is asked
+  /// without a book: it is the archive of all of them.
+  static std::u16string Archive();
+
+  /// Takes the archive as GeneralPath and as the root of reports.
   void Init();
 
   /// Stores a form in place of an earlier one; FileFullPath is where it is.

@@ -264,5 +264,71 @@ TEST(Lists, SourcesNamePagesThatAreThere) {
   EXPECT_GT(named, 10);
 }
 
+/// A source without its comments.
+std::string CodeOf(const std::string& source) {
+  std::string code;
+  std::istringstream lines(source);
+  for (std::string line; std::getline(lines, line);) code += line.substr(0, line.find("//")) + "\n";
+  return code;
+}
+
+TEST(Lists, NamesThatSeveralSourcesUseStandInOneOfThem) {
+  std::map<std::string, std::string> product;
+  for (const auto& [path, source] :
+       SourcesIn({"global", "period", "reports", "storage", "excelui", "host", "server", "tools"})) {
+    product[fs::relative(path, SourceFolder()).generic_string()] = CodeOf(source);
+  }
+  const auto where = [&](const std::string& literal) {
+    std::vector<std::string> files;
+    for (const auto& [path, code] : product) {
+      const std::size_t at = code.find(literal);
+      if (at != code.npos && code[at - 1] != '\\') files.push_back(path);  // a quotation mark within a text
+    }
+    return files;
+  };
+  EXPECT_THAT(where("\"Gerai\""), testing::ElementsAre("global/Helpers.h"));
+  EXPECT_THAT(where("\"MEDVILNE\""), testing::ElementsAre("host/Sample.h"));
+  EXPECT_THAT(where("\"Ataskaita.Main\""), testing::ElementsAre("server/calc/entry_macro.h"));
+  EXPECT_THAT(where("sablonas.fods\""), testing::ElementsAre("server/calc/NewReport.h"));
+  for (const char* of_platform_host : {"\"BookRepSave\"", "'BookRepSave'", "\"NVX", "\"QVA_Common"})
+    EXPECT_THAT(where(of_platform_host), testing::IsEmpty()) << of_platform_host;
+}
+
+/// The variables of platform/variables.h, but for those of the report runner's jobs.
+std::set<std::string> UsersVariables() {
+  std::set<std::string> variables;
+  for (const std::string& name : Matches(SourceText("platform/variables.h"), "\\[\\] = \"(\\w+)\";")) {
+    if (!name.starts_with("QVA_JOB_")) variables.insert(name);
+  }
+  return variables;
+}
+
+TEST(Lists, ThePageOfSettingsHasEveryVariable) {
+  const std::string page = SourceText("docs/installation.md");
+  const std::vector<std::string> rows =
+      Matches(Between(page, "\n## Settings on Linux\n", "\n## "), "\n\\| `(\\w+)` \\|");
+  std::set<std::string> variables = UsersVariables();
+  EXPECT_EQ(variables.erase("QVA_HOST_LIST_ANSWERS"), 1u) << "Windows' alone: docs/host-interface.md";
+  EXPECT_EQ(std::set<std::string>(rows.begin(), rows.end()), variables);
+  EXPECT_EQ(rows.size(), variables.size());
+}
+
+TEST(Lists, PagesNameVariablesThatAreThere) {
+  const std::set<std::string> variables = UsersVariables();
+  std::set<std::string> named;
+  for (const fs::directory_entry& entry : fs::recursive_directory_iterator(SourceFolder() / "docs")) {
+    if (entry.path().extension() != ".md") continue;
+    const std::string page = SourceText(entry.path());
+    for (std::size_t at = page.find("QVA_"); at != page.npos; at = page.find("QVA_", at + 1)) {
+      const std::size_t end = page.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_", at);
+      const std::string name = page.substr(at, end - at);
+      if (!name.starts_with("QVA_HOST_") && !name.starts_with("QVA_VARNHOLT_")) continue;
+      named.insert(name);
+      EXPECT_TRUE(variables.contains(name)) << entry.path() << ": " << name;
+    }
+  }
+  EXPECT_EQ(named, variables) << "each is told somewhere";
+}
+
 }  // namespace
 }  // namespace qva

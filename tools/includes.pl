@@ -57,10 +57,10 @@ host                    platform platform/filesystem
 host/posix              platform/filesystem platform/posix host
 host/windows            platform platform/windows host
 server                  platform platform/filesystem global period storage reports excelui
-server/calc             platform platform/filesystem platform/posix platform/calc platform/calc/forms platform/calc/toolbars period server
+server/calc             platform platform/filesystem platform/posix platform/calc platform/calc/forms platform/calc/toolbars period storage host server
 server/com              platform platform/windows platform/windows/services global server
 server/demo             platform platform/filesystem platform/windows platform/windows/services host server/com
 tools/doctor            platform
 tools/doctor/windows    platform platform/filesystem platform/windows platform/windows/services storage server server/com server/demo tools/doctor
 tools/guide             platform server tools/doctor
-tools/report-runner     platform platform/filesystem platform/posix server server/calc
+tools/report-runner     platform platform/filesystem platform/posix host server server/calc

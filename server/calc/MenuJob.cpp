@@ -8,11 +8,13 @@
 #include <string>
 #include <system_error>
 
+#include "host/Sample.h"
 #include "period/CodesAndNames.h"
 #include "platform/calc/SystemPaths.h"
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
+#include "platform/folders.h"
 #include "platform/host.h"
 #include "platform/posix/RegistryFile.h"
 #include "platform/services.h"
@@ -22,20 +24,17 @@
 #include "server/calc/ComponentFolder.h"
 #include "server/calc/NewReport.h"
 #include "server/calc/OpenWorkbook.h"
+#include "server/calc/entry_macro.h"
+#include "storage/CSaveForm.h"
 
 namespace qva::calc {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::u16string_view kSampleBook = u"MEDVILNE";  ///< the embedded host's sample company
 constexpr std::u16string_view kReportsFolder = u"C:\\Pavyzdziai";
-constexpr std::u16string_view kTemplate = u"sablonas.fods";
 constexpr std::u16string_view kNewReport = u"Nauja ataskaita";
 constexpr int kMostNewReports = 9999;
-
-/// The archive of the sample companies; the library makes no more than a year's folder in it.
-constexpr std::u16string_view kArchiveFolders[] = {u"C:\\Ataskaitos", u"C:\\Ataskaitos\\Archyvas"};
 
 // What the user is told.
 constexpr std::u16string_view kNoWorkbook =
@@ -73,10 +72,6 @@ class Refusal : public std::exception {
   std::u16string text_;
 };
 
-void MakeFolder(Files& files, std::u16string_view folder) {
-  if (!files.FolderExists(folder)) files.CreateFolder(folder);
-}
-
 std::u16string CurrentBook(const Services& services) {
   return GetSetting(*services.registry, *services.locale, host::kSettingsApplication, host::kFormsSection,
                     host::kBookSetting, u"");
@@ -90,16 +85,18 @@ bool SetCurrentBook(const Services& services, std::u16string_view code) {
 /// Without a current book no report connects to the host. Where it cannot be stored, the macro tells that
 /// there is none.
 void ChooseSampleBook(const Services& services) {
-  if (CurrentBook(services).empty()) SetCurrentBook(services, kSampleBook);
+  if (CurrentBook(services).empty()) SetCurrentBook(services, FromUtf8(embedded::kSampleBook));
 }
 
+/// The archive, wherever the host has it: the library makes no more than a year's folder in it. What cannot
+/// be made is told when a report is to be stored there.
 void MakeArchive(const Services& services) {
-  for (const std::u16string_view folder : kArchiveFolders) MakeFolder(*services.files, folder);
+  IgnoreErrors([&] { MakeFolders(*services.files, CSaveForm::Archive()); });
 }
 
 /// What the sample company's reports need.
 void PrepareSamples(const Services& services) {
-  MakeFolder(*services.files, kReportsFolder);
+  MakeFolders(*services.files, kReportsFolder);
   MakeArchive(services);
   ChooseSampleBook(services);
 }
@@ -125,7 +122,7 @@ fs::path InExtension(std::u16string_view sample) {
 /// A new report from the template under a name that nothing else has, which is its project's name, too: its
 /// files in the archive are its own.
 fs::path NewReport() {
-  const fs::path source = InExtension(kTemplate);
+  const fs::path source = ComponentFolder() / kTemplate;
   std::error_code error;
   if (!fs::is_regular_file(source, error))
     throw Refusal(std::u16string(kNoTemplate) + FromUtf8(source.string()));
@@ -198,7 +195,7 @@ void MenuJob::RunSample(std::u16string_view name) const {
   services.files->Copy(FromUtf8(InExtension(file).string()), copy);
   OpenWorkbook workbook(context_, SystemPath(copy).string());
   workbook.Keep();
-  workbook.RunMacro("Ataskaita.Main");
+  workbook.RunMacro(kEntryMacro);
 }
 
 void MenuJob::Run(std::u16string_view command) const {

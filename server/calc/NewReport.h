@@ -7,6 +7,9 @@
 
 namespace qva {
 
+/// The template that comes with the component, below its folder.
+inline constexpr char kTemplate[] = "samples/sablonas.fods";
+
 /// The name of a project of macros, and with it of the report's files in the archive, for a report's title in
 /// UTF-8: its letters and digits, Lithuanian letters without their marks, each word with a capital letter.
 /// "Ataskaita" goes in front where it would not begin with a letter, or be "Standard" or "VBAProject", which

@@ -43,8 +43,6 @@ using css::script::XLibraryContainer;
 /// The library that LibreOffice gives every document.
 constexpr char kStandardLibrary[] = "Standard";
 
-constexpr std::u16string_view kEntryModule = u"ataskaita";  ///< in lower case
-
 PropertyValue Property(const char* name, const Any& value) {
   PropertyValue property;
   property.Name = OUString::createFromAscii(name);
@@ -100,10 +98,11 @@ bool HasSub(const Reference<XNameContainer>& modules, const OUString& module, st
   return false;
 }
 
-/// The module of a library that holds the entry macro: "Ataskaita" alone, or the first of any name.
+/// The module of a library that holds the entry macro: kEntryModule alone, or the first of any name.
 std::optional<OUString> FindEntryModule(const Reference<XNameContainer>& modules, bool any_name) {
   for (const OUString& module : modules->getElementNames()) {
-    if ((any_name || ToLower(FromUno(module)) == kEntryModule) && HasSub(modules, module, u"main"))
+    if ((any_name || EqualIgnoringCase(FromUno(module), FromUtf8(kEntryModule))) &&
+        HasSub(modules, module, u"main"))
       return module;
   }
   return std::nullopt;

@@ -150,6 +150,33 @@ TEST_F(CalcMenu, TheBookThatIsChosenIsTheHostsFromThenOn) {
   EXPECT_TRUE(fs::is_directory(Archive())) << "its reports could not be stored";
 }
 
+TEST_F(CalcMenu, MakesTheArchiveThatTheHostHasForTheReportsOfAllBooksAndNoOther) {
+  const std::string resources = ResourcesWith(
+      "UPDATE PathKey SET Folder = 'C:\\Kitur\\Archyvas' WHERE Code = 'BookRepSave' AND BookCode = '';");
+  std::ofstream(folder / "answers.txt") << "list = BALTIJA\n";
+  fs::copy_file(SourceFolder() / "samples/sablonas.fods", build / "samples/sablonas.fods");
+  for (const std::vector<std::string>& options :
+       {std::vector<std::string>{"ChoosesTheBook", "--form-answers", (folder / "answers.txt").string()},
+        std::vector<std::string>{"MakesTwoReports", "--book", "BALTIJA"}}) {
+    std::vector<std::string> rest(options.begin() + 1, options.end());
+    rest.insert(rest.end(), {"--host-resources", resources});
+    const RunResult run = Run(options[0], rest);
+    EXPECT_EQ(run.exit_status, 0) << run.errors;
+    EXPECT_TRUE(fs::is_directory(drives / "C/Kitur/Archyvas")) << options[0];
+    EXPECT_FALSE(fs::exists(drives / "C/Ataskaitos")) << options[0];
+    fs::remove_all(drives);
+  }
+}
+
+TEST_F(CalcMenu, MakesAReportWhereTheArchiveCannotBeMade) {
+  fs::copy_file(SourceFolder() / "samples/sablonas.fods", build / "samples/sablonas.fods");
+  const RunResult run = Run(
+      "MakesTwoReports", {"--host-resources", ResourcesWith("UPDATE PathKey SET Folder = 'Q:\\Archyvas';")});
+  EXPECT_EQ(run.exit_status, 0) << run.errors;
+  EXPECT_THAT(run.messages, IsEmpty());
+  EXPECT_TRUE(fs::exists(Reports() / "Nauja ataskaita.fods"));
+}
+
 TEST_F(CalcMenu, TheBookStaysWhenNoneIsChosen) {
   std::ofstream(folder / "answers.txt") << "list\n";
   const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});

@@ -107,6 +107,19 @@ TEST_F(HostInterface, EveryIdentifierOfTheHeaderIsInItsTable) {
   EXPECT_EQ(identifiers, CreatableClasses());
 }
 
+TEST_F(HostInterface, AnIdentifierOfTheHostIsOneOfALibraryOfTheTable) {
+  for (const std::u16string_view creatable : host::kCreatableClasses) {
+    const std::u16string library(creatable.substr(0, creatable.find(u'.')));
+    EXPECT_TRUE(host::IsHostIdentifier(creatable)) << ToUtf8(creatable);
+    EXPECT_TRUE(host::IsHostIdentifier(ToLower(library) + u".Nera")) << ToUtf8(library);
+    EXPECT_FALSE(host::IsHostIdentifier(library)) << ToUtf8(library);
+    EXPECT_FALSE(host::IsHostIdentifier(library + u"2.Nera")) << ToUtf8(library);
+    EXPECT_FALSE(host::IsHostIdentifier(u"X" + std::u16string(creatable))) << ToUtf8(creatable);
+  }
+  for (const std::u16string_view other : {u"", u".", u"Message", u"QVA_Varnholt.CTools", u"ADODB.Recordset"})
+    EXPECT_FALSE(host::IsHostIdentifier(other)) << ToUtf8(other);
+}
+
 /// A text of the header as it is.
 std::string Unescaped(const std::string& literal) {
   return ToUtf8(ReplaceAll(FromUtf8(literal), u"\\\\", u"\\"));

@@ -1,6 +1,7 @@
 #include "tools/report-runner/MacroWorkbook.h"
 
 #include "server/calc/Xml.h"
+#include "server/calc/entry_macro.h"
 
 namespace qva {
 
@@ -12,7 +13,8 @@ std::string WorkbookWithMain(std::string_view lines) {
  xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
  office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
  <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name="Ataskaitos"><ooo:module ooo:name="Ataskaita"><ooo:source-code>)" +
+  <ooo:library-embedded ooo:name="Ataskaitos"><ooo:module ooo:name=")" +
+         std::string(kEntryModule) + R"("><ooo:source-code>)" +
          XmlText("Option VBASupport 1\nSub Main()\n" + std::string(lines) + "End Sub\n") +
          R"(</ooo:source-code></ooo:module></ooo:library-embedded>
  </ooo:libraries></office:script></office:scripts>

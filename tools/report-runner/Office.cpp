@@ -18,6 +18,7 @@
 #include "platform/posix/SystemLocale.h"
 #include "platform/variables.h"
 #include "server/calc/Xml.h"
+#include "server/calc/entry_macro.h"
 #include "server/calc/service_names.h"
 #include "tools/report-runner/MacroWorkbook.h"
 #include "tools/report-runner/TextFiles.h"
@@ -310,7 +311,7 @@ WarmOffice::WarmOffice(const OfficeOptions& options) : profile_(ProfileIn(folder
   WriteText(workbook, WorkbookWithMain(kFirstMacro));
   process_ = StartOffice(options, folder_.path(),
                          {{variables::kJobWorkbook, workbook.string()},
-                          {variables::kJobMacro, "Ataskaita.Main"},
+                          {variables::kJobMacro, kEntryMacro},
                           {variables::kJobPdf, (folder_.path() / "first.pdf").string()},
                           {variables::kJobPrinted, (folder_.path() / "first").string()},
                           // Names of other modules' functions are looked up once, and not in each job.

@@ -45,15 +45,12 @@ std::string RegistryWithBook(std::string_view book) {
   return registry.Utf8();
 }
 
-/// Where the sample companies keep their reports (table PathKey of host/sample.sql). Of an archive, the
-/// library makes no more than its last folder.
-constexpr std::string_view kArchives[] = {"C/Ataskaitos/Archyvas", "C/Ataskaitos/Baltija",
-                                          "C/Ataskaitos/Formos"};
-
-/// The drives that macros save to: in the output folder, unless the user's environment has others.
+/// The drives that macros save to: in the output folder, unless the user's environment has others. Of an
+/// archive, the library makes no more than a year's folder.
 void MakeDrives(const ReportRunOptions& options, const fs::path& output, Variables& job) {
   if (!EnvironmentVariable(variables::kDrives).empty() && !options.own_drives) return;
-  for (const std::string_view archive : kArchives) fs::create_directories(output / "drives" / archive);
+  for (const std::string_view folder : embedded::kSampleFolders)
+    fs::create_directories(output / "drives" / folder);
   job[variables::kDrives] = (output / "drives").string();
 }
 
@@ -225,19 +222,98 @@ bool ReadOutcome(const fs::path& file, ReportResult& result) {
   return true;
 }
 
+/// What a run leaves in its output folder, the macro's own files apart.
+struct OutputFiles {
+  explicit OutputFiles(const ReportRunOptions& options)
+      : folder(fs::absolute(options.output_folder).lexically_normal()),
+        workbook(folder / options.workbook.filename()),
+        pdf(fs::path(workbook).replace_extension(".pdf")),
+        messages(folder / "messages.txt"),
+        log(options.log.empty() ? fs::path() : folder / options.log) {}
+
+  fs::path folder;
+  fs::path workbook;
+  fs::path pdf;
+  fs::path messages;
+  fs::path log;  ///< none when empty
+};
+
+/// What the job takes and what it tells, in a folder that goes with the run.
+struct JobFiles {
+  explicit JobFiles(const fs::path& folder)
+      : registry(folder / "registry.reg"),
+        database(folder / kDatabase),
+        period_answers(folder / "period.answers"),
+        calls(folder / "steps.txt"),
+        steps(folder / "job.txt"),
+        outcome(folder / "outcome.json"),
+        errors(folder / "errors.txt"),
+        picture_errors(folder / "picture.txt") {}
+
+  fs::path registry;
+  fs::path database;
+  fs::path period_answers;
+  fs::path calls;
+  fs::path steps;
+  fs::path outcome;
+  fs::path errors;
+  fs::path picture_errors;
+};
+
 /// Why a run cannot have its output folder, or its copy of the workbook there; empty when it can.
-std::string WhyInUse(const ReportRunOptions& options, const OutputFolder& output_folder,
-                     const fs::path& output, const fs::path& workbook) {
-  if (!output_folder.IsOurs()) return "Another run is working in the output folder " + output.string();
-  if (fs::exists(workbook) && fs::equivalent(workbook, options.workbook)) {
-    return "The workbook stands in the output folder " + output.string() + ", where its copy would go";
+std::string WhyInUse(const ReportRunOptions& options, const OutputFolder& folder, const OutputFiles& output) {
+  if (!folder.IsOurs()) return "Another run is working in the output folder " + output.folder.string();
+  if (fs::exists(output.workbook) && fs::equivalent(output.workbook, options.workbook)) {
+    return "The workbook stands in the output folder " + output.folder.string() + ", where its copy would go";
   }
-  RemoveLocks(output);
-  if (const fs::path lock = LockOf(workbook); fs::exists(lock)) {
-    return workbook.string() + " is open in another program: close it there. Where none has it, delete " +
-           lock.string();
+  RemoveLocks(output.folder);
+  if (const fs::path lock = LockOf(output.workbook); fs::exists(lock)) {
+    return output.workbook.string() +
+           " is open in another program: close it there. Where none has it, delete " + lock.string();
   }
   return {};
+}
+
+/// The workbook comes in, logs and prints of the earlier run go.
+void PrepareOutput(const ReportRunOptions& options, const OutputFiles& output) {
+  fs::copy_file(options.workbook, output.workbook, fs::copy_options::overwrite_existing);
+  fs::remove(output.messages);
+  if (!output.log.empty()) fs::remove(output.log);
+  RemovePrinted(output.folder);
+}
+
+/// Registry, host's database, drives and answers, as the variables by which the job finds them.
+Variables PrepareJob(const ReportRunOptions& options, const OutputFiles& output, const JobFiles& files) {
+  WriteText(files.registry, RegistryWithBook(options.book));
+  // Where there is none, the host makes it.
+  if (std::error_code missing; !options.database.empty())
+    fs::copy_file(options.database, files.database, missing);
+
+  Variables job = {
+      {variables::kJobWorkbook, output.workbook.string()},
+      {variables::kJobMacro, options.macro},
+      {variables::kJobPdf, options.picture ? output.pdf.string() : ""},
+      {variables::kJobPrinted, (output.folder / kPrinted).string()},
+      {variables::kJobResult, files.outcome.string()},
+      {variables::kJobSteps, files.steps.string()},
+      {variables::kJobErrors, files.errors.string()},
+      {variables::kCallLog, files.calls.string()},
+      {variables::kRegistry, files.registry.string()},
+      {variables::kHostDatabase, files.database.string()},
+      {variables::kHostResources, fs::absolute(options.office.host_resources).string()},
+  };
+  // A log means that nobody sits at the screen; without one message boxes are shown there.
+  if (!options.office.show || !options.answers.empty())
+    job[variables::kMessageLog] = output.messages.string();
+  MakeDrives(options, output.folder, job);
+  if (!options.answers.empty()) job[variables::kAnswers] = fs::absolute(options.answers).string();
+  if (!options.period.empty()) {
+    WriteText(files.period_answers, PeriodAnswers(options.period).value());
+    job[variables::kFormAnswers] = files.period_answers.string();
+  } else if (!options.form_answers.empty()) {
+    job[variables::kFormAnswers] = fs::absolute(options.form_answers).string();
+  }
+  return job;
 }
 
 /// Waits for the job's end, and stops it where it is to go no further.
@@ -266,6 +342,44 @@ void Await(const ReportRunOptions& options, RunningJob& job, Narrator& narrator,
   narrator.GoOn();
 }
 
+/// Runs the job to its end, and tells how it ended.
+ReportResult RunJob(const ReportRunOptions& options, const StartJob& start, const Variables& variables,
+                    const JobFiles& files, Narrator& narrator) {
+  narrator.Begin("Starting LibreOffice");
+  ReportResult result;
+  const std::unique_ptr<RunningJob> job = start(variables);
+  Await(options, *job, narrator, result);
+  if (result.status == ReportStatus::Ok && !ReadOutcome(files.outcome, result)) {
+    result.status = narrator.HasBegun() ? ReportStatus::Died : ReportStatus::NoLibreOffice;
+    result.text = std::string(narrator.HasBegun() ? "LibreOffice died while it ran the report"
+                                                  : "LibreOffice ended without running the report") +
+                  " (exit status " + std::to_string(job->ExitStatus()) + ")\n" + job->Errors();
+  }
+  return result;
+}
+
+/// A run without the file that its macro must leave has failed.
+void RequireExpectedFile(const ReportRunOptions& options, const OutputFolder& folder,
+                         const OutputFiles& output, ReportResult& result) {
+  if (options.expect.empty() || folder.IsNew(options.expect)) return;
+  result.status = ReportStatus::FileMissing;
+  result.text =
+      "The report failed: its macro did not leave " + options.expect +
+      (fs::exists(output.folder / options.expect) ? "; the one that is there is of an earlier run" : "");
+}
+
+void KeepDatabase(const JobFiles& files, const OutputFiles& output) {
+  std::error_code missing;
+  fs::copy_file(files.database, output.folder / kDatabase, fs::copy_options::overwrite_existing, missing);
+}
+
+void PrintFiles(const OutputFiles& output, const ReportResult& result, std::ostream& out) {
+  out << "Results in " << output.folder.string() << ':' << std::endl;
+  for (const ReportResult::File& file : result.files) {
+    out << "  " << file.name << " (" << file.bytes << " bytes)" << std::endl;
+  }
+}
+
 ReportResult Failure(ReportStatus status, std::string why) {
   ReportResult result;
   result.status = status;
@@ -278,95 +392,34 @@ ReportResult Run(const ReportRunOptions& options, const StartJob& start, std::os
   if (std::string why = WhyNoOffice(options.office); !why.empty()) {
     return Failure(ReportStatus::NoLibreOffice, std::move(why));
   }
-  const fs::path output = fs::absolute(options.output_folder).lexically_normal();
-  OutputFolder output_folder(output);
-  const fs::path workbook = output / options.workbook.filename();
-  if (std::string why = WhyInUse(options, output_folder, output, workbook); !why.empty()) {
+  const OutputFiles output(options);
+  OutputFolder output_folder(output.folder);
+  if (std::string why = WhyInUse(options, output_folder, output); !why.empty()) {
     return Failure(ReportStatus::FolderInUse, std::move(why));
   }
   output_folder.Remember();
-  fs::copy_file(options.workbook, workbook, fs::copy_options::overwrite_existing);
-  const fs::path messages = output / "messages.txt";
-  fs::remove(messages);
-  if (!options.log.empty()) fs::remove(output / options.log);
-  RemovePrinted(output);
+  PrepareOutput(options, output);
 
   // When LibreOffice's profile is gone again, so that its locks count as dead.
-  const AtEnd remove_locks([&] { RemoveLocks(output); });
-  const ProfileFolder folder;
-  const fs::path steps = folder.path() / "steps.txt";
-  const fs::path job_steps = folder.path() / "job.txt";
-  const fs::path outcome = folder.path() / "outcome.json";
-  const fs::path registry = folder.path() / "registry.reg";
-  const fs::path pdf = fs::path(workbook).replace_extension(".pdf");
-  WriteText(registry, RegistryWithBook(options.book));
-  // Where there is none, the host makes it.
-  if (std::error_code missing; !options.database.empty())
-    fs::copy_file(options.database, folder.path() / kDatabase, missing);
-
-  Variables environment = {
-      {variables::kJobWorkbook, workbook.string()},
-      {variables::kJobMacro, options.macro},
-      {variables::kJobPdf, options.picture ? pdf.string() : ""},
-      {variables::kJobPrinted, (output / kPrinted).string()},
-      {variables::kJobResult, outcome.string()},
-      {variables::kJobSteps, job_steps.string()},
-      {variables::kJobErrors, (folder.path() / "errors.txt").string()},
-      {variables::kCallLog, steps.string()},
-      {variables::kRegistry, registry.string()},
-      {variables::kHostDatabase, (folder.path() / kDatabase).string()},
-      {variables::kHostResources, fs::absolute(options.office.host_resources).string()},
-  };
-  // A log means that nobody sits at the screen; without one message boxes are shown there.
-  if (!options.office.show || !options.answers.empty()) {
-    environment[variables::kMessageLog] = messages.string();
-  }
-  MakeDrives(options, output, environment);
-  if (!options.answers.empty()) environment[variables::kAnswers] = fs::absolute(options.answers).string();
-  fs::path form_answers = options.form_answers;
-  if (!options.period.empty()) {
-    form_answers = folder.path() / "period.answers";
-    WriteText(form_answers, PeriodAnswers(options.period).value());
-  }
-  if (!form_answers.empty()) environment[variables::kFormAnswers] = fs::absolute(form_answers).string();
+  const AtEnd remove_locks([&] { RemoveLocks(output.folder); });
+  const ProfileFolder job_folder;
+  const JobFiles files(job_folder.path());
+  const Variables job = PrepareJob(options, output, files);
 
   out << "Report " << options.workbook.filename().string() << ", book " << options.book << std::endl;
-  const bool has_own_log = !options.log.empty();
-  Narrator narrator(job_steps, has_own_log ? output / options.log : steps, !has_own_log, messages, out);
-  narrator.Begin("Starting LibreOffice");
-  ReportResult result;
-  {
-    const std::unique_ptr<RunningJob> job = start(environment);
-    Await(options, *job, narrator, result);
-    if (result.status == ReportStatus::Ok && !ReadOutcome(outcome, result)) {
-      result.status = narrator.HasBegun() ? ReportStatus::Died : ReportStatus::NoLibreOffice;
-      result.text = std::string(narrator.HasBegun() ? "LibreOffice died while it ran the report"
-                                                    : "LibreOffice ended without running the report") +
-                    " (exit status " + std::to_string(job->ExitStatus()) + ")\n" + job->Errors();
-    }
-  }
-  if (result.status == ReportStatus::Ok && !options.expect.empty() && !output_folder.IsNew(options.expect)) {
-    result.status = ReportStatus::FileMissing;
-    result.text = "The report failed: its macro did not leave " + options.expect +
-                  (fs::exists(output / options.expect) ? "; the one that is there is of an earlier run" : "");
-  }
+  const bool has_own_log = !output.log.empty();
+  Narrator narrator(files.steps, has_own_log ? output.log : files.calls, !has_own_log, output.messages, out);
+  ReportResult result = RunJob(options, start, job, files, narrator);
+  if (result.status == ReportStatus::Ok) RequireExpectedFile(options, output_folder, output, result);
   if (result.status == ReportStatus::Ok && options.picture) {
     narrator.Begin("Making the picture");
-    MakePicture(pdf, folder.path() / "picture.txt", err);
+    MakePicture(output.pdf, files.picture_errors, err);
   }
-  if (std::error_code missing; options.keep_database) {
-    fs::copy_file(folder.path() / kDatabase, output / kDatabase, fs::copy_options::overwrite_existing,
-                  missing);
-  }
+  if (options.keep_database) KeepDatabase(files, output);
   result.steps = narrator.Steps();
-  result.messages = ReadText(messages);
-  result.files = FilesOf(output_folder, output);
-  if (result.status == ReportStatus::Ok) {
-    out << "Results in " << output.string() << ':' << std::endl;
-    for (const ReportResult::File& file : result.files) {
-      out << "  " << file.name << " (" << file.bytes << " bytes)" << std::endl;
-    }
-  }
+  result.messages = ReadText(output.messages);
+  result.files = FilesOf(output_folder, output.folder);
+  if (result.status == ReportStatus::Ok) PrintFiles(output, result, out);
   return result;
 }
 

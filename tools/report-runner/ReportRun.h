@@ -8,6 +8,8 @@
 #include <iosfwd>
 #include <string>
 
+#include "host/Sample.h"
+#include "server/calc/entry_macro.h"
 #include "tools/report-runner/Office.h"
 #include "tools/report-runner/ReportResult.h"
 
@@ -15,8 +17,8 @@ namespace qva {
 
 struct ReportRunOptions {
   std::filesystem::path workbook;
-  std::string macro = "Ataskaita.Main";  ///< Module.Procedure, or with the workbook's library before
-  std::string book = "MEDVILNE";         ///< code of the host's book
+  std::string macro = kEntryMacro;           ///< Module.Procedure, or with the workbook's library before
+  std::string book = embedded::kSampleBook;  ///< code of the host's book
   std::filesystem::path output_folder = "out";
   OfficeOptions office;
   std::filesystem::path answers;       ///< to message boxes; none when empty

@@ -168,10 +168,12 @@ void AddRun(CLI::App& app, RunCommand& run, std::function<int()>& action) {
       ->type_name("WORKBOOK")
       ->check([](const std::string& path) { return IsThere(path, Kind::File); });
   command
-      .add_option("--macro", run.options.macro,
-                  "entry macro as Module.Procedure (Ataskaita.Main), or as Library.Module.Procedure")
+      .add_option(
+          "--macro", run.options.macro,
+          "entry macro as Module.Procedure (" + run.options.macro + "), or as Library.Module.Procedure")
       ->type_name("NAME");
-  command.add_option("--book", run.options.book, "code of the host's book to work on (MEDVILNE)")
+  command
+      .add_option("--book", run.options.book, "code of the host's book to work on (" + run.options.book + ")")
       ->type_name("CODE");
   command
       .add_option("--output-folder", run.options.output_folder,
@@ -366,7 +368,7 @@ int Main(std::vector<std::string> arguments) {
   BatchCommand batch;
   CheckOptions check;
   run.options.office = batch.options.office = check.office = office;
-  made.template_file = office.build_folder / "samples/sablonas.fods";
+  made.template_file = office.build_folder / kTemplate;
   AddRun(app, run, action);
   AddNew(app, made, action);
   AddBatch(app, batch, action);
