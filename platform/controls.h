@@ -4,12 +4,13 @@
 // Events are raised exactly when a desktop control raises them: also when the program changes the value, and
 // not when the new value is the old one.
 //
-// A handler may raise. That ends the showing: the form is hidden, and ShowModal raises what the handler
-// raised; where several did, the first of it. While the program sets a value, the setter may raise it
-// instead.
+// A handler may raise, and so may the model of a grid. That ends the showing: the form is hidden, and
+// ShowModal raises what was raised; where several were, the first of it. While the program sets a value, the
+// setter may raise it instead.
 //
 // Forms and controls are of one thread. What an operation takes by value or as a view is its own afterwards;
-// what is borrowed says so. Apart from what handlers raise, no operation raises but those that say so.
+// what is borrowed says so. Apart from what handlers and models raise, no operation raises but those that say
+// so.
 #pragma once
 
 #include <cstdint>
@@ -192,8 +193,8 @@ struct GridColumn {
 };
 
 /// What a grid shows, and what happens to what the user does in it: the program's side of a grid. Rows and
-/// columns count from 0; the grid asks for those alone that there are. No member raises. After each change of
-/// a row or a text, on the grid's behalf too, the model asks for a Refresh.
+/// columns count from 0; the grid asks for those alone that there are. After each change of a row or a text,
+/// on the grid's behalf too, the model asks for a Refresh.
 class GridModel {
  public:
   virtual ~GridModel() = default;

@@ -84,7 +84,8 @@ class Files {
   /// above. Raises 70 for a file that a channel or another stream has open, unless both only read.
   virtual std::unique_ptr<TextStream> OpenTextStream(std::u16string_view path, StreamMode mode) = 0;
 
-  /// The folder that relative paths start from. Without "\" at its end but for a drive's root, "C:\".
+  /// The folder that relative paths start from. Without "\" at its end but for a drive's root, "C:\". Raises
+  /// 76 where the system has none any more, and so does then whatever is given a relative path.
   virtual std::u16string CurrentFolder() const = 0;
 
   /// Deletes a file. Raises 55 for one that a channel has open, 70 for one that a stream has.

@@ -30,7 +30,7 @@ bool IsMarked(std::u16string_view text);
 
 /// Below the rows of a grid that can be edited stands an empty line; what is done there first makes a row,
 /// which goes again when nothing came of it. The model's own changes come by Refresh, as ui::GridModel says,
-/// also from within an operation here. None raises but what a model raises against its contract.
+/// also from within an operation here. None raises but what the model raises.
 class GridState {
  public:
   /// As ui::Grid's. Columns without width are not shown.

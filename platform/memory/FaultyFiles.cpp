@@ -78,6 +78,11 @@ std::unique_ptr<TextStream> FaultyFiles::OpenTextStream(std::u16string_view path
   return Give(ForwardingFiles::OpenTextStream(path, mode));
 }
 
+std::u16string FaultyFiles::CurrentFolder() const {
+  Start(Operation::CurrentFolder);
+  return ForwardingFiles::CurrentFolder();
+}
+
 void FaultyFiles::Delete(std::u16string_view path) {
   Start(Operation::Delete);
   ForwardingFiles::Delete(path);

@@ -19,6 +19,7 @@ class FaultyFiles : public ForwardingFiles {
     OpenChannel,
     CreateTextStream,
     OpenTextStream,
+    CurrentFolder,
     Write,
     Read,
     Delete,
@@ -47,6 +48,7 @@ class FaultyFiles : public ForwardingFiles {
                                            ChannelMode mode) override;
   std::unique_ptr<TextStream> CreateTextStream(std::u16string_view path) override;
   std::unique_ptr<TextStream> OpenTextStream(std::u16string_view path, StreamMode mode) override;
+  std::u16string CurrentFolder() const override;
   void Delete(std::u16string_view path) override;
   void Rename(std::u16string_view from, std::u16string_view to) override;
   void Copy(std::u16string_view from, std::u16string_view to) override;

@@ -123,6 +123,7 @@ std::unique_ptr<TextStream> MemoryFiles::OpenTextStream(std::u16string_view path
 }
 
 std::u16string MemoryFiles::CurrentFolder() const {
+  if (!Find(current_)) throw AutomationError(kPathNotFound);
   return current_.Text();
 }
 
@@ -220,6 +221,10 @@ void MemoryFiles::SetFolder(std::u16string_view path) {
 std::optional<std::string> MemoryFiles::Content(std::u16string_view path) const {
   const Node* node = Find(Parse(path));
   return node && !node->is_folder ? std::optional(node->content) : std::nullopt;
+}
+
+void MemoryFiles::RemoveFolder(std::u16string_view path) {
+  nodes_.erase(KeyOf(Parse(path)));
 }
 
 void MemoryFiles::SetCurrentFolder(std::u16string_view path) {

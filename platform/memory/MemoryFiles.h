@@ -42,6 +42,8 @@ class MemoryFiles : public Files {
   void SetFile(std::u16string_view path, std::string content, std::optional<Date> modified = {});
   /// Stores a folder, with those above it; also a drive ("D:\") or a share.
   void SetFolder(std::u16string_view path);
+  /// Takes away an empty folder.
+  void RemoveFolder(std::u16string_view path);
   /// A file's bytes; nothing when there is no such file.
   std::optional<std::string> Content(std::u16string_view path) const;
   /// Makes an existing folder the one that relative paths start from.

@@ -232,7 +232,9 @@ std::unique_ptr<TextStream> PosixFiles::OpenTextStream(std::u16string_view path,
 
 std::u16string PosixFiles::CurrentFolder() const {
   std::error_code error;
-  return DrivePath(fs::current_path(error));
+  const fs::path folder = fs::current_path(error);
+  if (error) throw AutomationError(kPathNotFound);
+  return DrivePath(folder);
 }
 
 void PosixFiles::Delete(std::u16string_view path) {
@@ -326,7 +328,8 @@ std::u16string PosixFiles::DrivePath(const fs::path& path) const {
 
 WindowsPath PosixFiles::Current() const {
   std::error_code error;
-  return OnDrive(fs::current_path(error));
+  const fs::path folder = fs::current_path(error);
+  return error ? WindowsPath() : OnDrive(folder);
 }
 
 WindowsPath PosixFiles::OnDrive(const fs::path& path) const {
@@ -344,7 +347,7 @@ WindowsPath PosixFiles::OnDrive(const fs::path& path) const {
 
 fs::path PosixFiles::RootPath(const std::u16string& root) const {
   if (root == kSystemRoot) return "/";
-  if (drives_.empty()) throw AutomationError(kPathNotFound);
+  if (root.empty() || drives_.empty()) throw AutomationError(kPathNotFound);
   if (root.ends_with(u':')) {
     const fs::path drive = FindName(drives_, root.substr(0, 1));
     std::error_code error;

@@ -56,13 +56,19 @@ void PrepareErrors(const Reference<css::uno::XComponentContext>& context) {
 }
 
 void RaiseInMacro(const AutomationError& error) {
-  if (err_object) {
-    err_object->Raise(Any(sal_Int32{error.number()}), Any(ToUno(error.source())),
-                      Any(ToUno(error.description())), Any(), Any());
-    return;
+  try {
+    if (err_object) {
+      err_object->Raise(Any(sal_Int32{error.number()}), Any(ToUno(error.source())),
+                        Any(ToUno(error.description())), Any(), Any());
+      return;
+    }
+    throw css::script::BasicErrorException(ToUno(error.description()), nullptr, error.number(),
+                                           ToUno(error.description()));
+  } catch (const css::uno::Exception&) {
+    throw;
+  } catch (...) {  // a text would need memory, too
+    throw css::script::BasicErrorException(OUString(), nullptr, kOutOfMemory, OUString());
   }
-  throw css::script::BasicErrorException(ToUno(error.description()), nullptr, error.number(),
-                                         ToUno(error.description()));
 }
 
 ObjectPtr ErrObjectForMacro() {

@@ -17,7 +17,8 @@ namespace qva::calc {
 void PrepareErrors(const Reference<css::uno::XComponentContext>& context);
 
 /// Makes the error pending in the macro that called us. The caller must return to it at once, normally. Where
-/// Basic's Err object could not be had, throws BasicErrorException, which serves for small numbers.
+/// Basic's Err object could not be had, throws BasicErrorException, which serves for small numbers; without
+/// memory for the error, one of 7 (Out of memory). Throws nothing but UNO's exceptions.
 void RaiseInMacro(const AutomationError& error);
 
 /// Basic's Err object as a value to pass on; Nothing when it could not be had. A macro that passes `Err` to

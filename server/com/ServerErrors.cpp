@@ -3,14 +3,16 @@
 #include <string_view>
 
 #include "platform/error.h"
+#include "platform/windows/Bstr.h"
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/WideText.h"
 
 namespace qva::com {
 namespace {
 
-BSTR NewBstr(std::u16string_view text) {
-  return SysAllocStringLen(windows::Wide(text.data()), static_cast<UINT>(text.size()));
+/// Gives a text to the caller; none where there is no memory for it.
+void Give(std::u16string_view text, BSTR& result) noexcept {
+  IgnoreFailures([&] { result = windows::Bstr(text).Detach(); });
 }
 
 /// The dispatch protocol's code for an error, S_OK when it has none or more would be lost than the code
@@ -50,8 +52,8 @@ HRESULT ReportLate(EXCEPINFO* info, int& argument) noexcept {
     if (info) {
       *info = {};
       info->scode = ErrorCode(caught.number);
-      info->bstrSource = NewBstr(caught.source);
-      info->bstrDescription = NewBstr(caught.description);
+      Give(caught.source, info->bstrSource);
+      Give(caught.description, info->bstrDescription);
     }
     return DISP_E_EXCEPTION;
   });

@@ -4,6 +4,8 @@
 // - std::u16string root(): an existing, empty folder, without "\".
 // - void SetContent(const std::u16string& path, std::string bytes): writes a file past the adapter.
 // - std::optional<std::string> Content(const std::u16string& path): reads one; nothing when there is none.
+// - bool LoseCurrentFolder(): makes another folder the current one and takes it away; false where the system
+//   keeps current folders. At the drive's end the former one is it again.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -545,6 +547,16 @@ TYPED_TEST_P(FilesContract, RelativePathsStartFromTheCurrentFolder) {
   EXPECT_EQ(this->Raised([&] { this->files.Length(u"qva-no-such-file.txt"); }), kFileNotFound);
 }
 
+TYPED_TEST_P(FilesContract, ACurrentFolderThatIsGoneIsError76) {
+  const bool is_gone = this->drive.LoseCurrentFolder();
+  const std::int32_t error = is_gone ? kPathNotFound : 0;
+  EXPECT_EQ(this->Raised([&] { this->files.CurrentFolder(); }), error);
+  EXPECT_EQ(this->Raised([&] { this->files.OpenChannel(1, u"x.txt", ChannelMode::Output); }), error);
+  EXPECT_EQ(this->files.FolderExists(u"."), !is_gone);
+  EXPECT_EQ(this->files.Find(u".", u"*").empty(), is_gone);
+  EXPECT_EQ(this->OpenError(u"y.txt", ChannelMode::Output), 0) << "a whole path";
+}
+
 REGISTER_TYPED_TEST_SUITE_P(
     FilesContract, AChannelWritesLinesInTheAnsiCodePageEndedByCrLf,
     AChannelWritesAQuestionMarkForACharacterThatTheCodePageLacks, OpeningForOutputEmptiesTheFile,
@@ -564,6 +576,6 @@ REGISTER_TYPED_TEST_SUITE_P(
     CopiesContentAndTime, CopiesNothingThatIsMissing, CopiesNoFileOntoItself, CopiesNoOpenFile,
     CopiesNoFileThatAStreamHasOpen, CreatesAFolder, CreatesOneFolderAtATime, CreatesNoFolderInPlaceOfAnything,
     AFileIsNoFolder, FindsTheFilesOfAFolderByName, TellsLengthAndTime, NamesIgnoreLetterCase,
-    SlashesAndDotsAreUnderstood, RelativePathsStartFromTheCurrentFolder);
+    SlashesAndDotsAreUnderstood, RelativePathsStartFromTheCurrentFolder, ACurrentFolderThatIsGoneIsError76);
 
 }  // namespace qva

@@ -128,6 +128,16 @@ class TemporaryFolder {
   fs::path path_;
 };
 
+/// Goes to a folder and back.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const fs::path& path) { fs::current_path(path); }
+  ~CurrentFolder() { fs::current_path(before_); }
+
+ private:
+  fs::path before_ = fs::current_path();
+};
+
 void WriteContent(const std::u16string& path, std::string_view bytes) {
   std::ofstream(fs::path(path), std::ios::binary) << bytes;
 }
@@ -144,8 +154,15 @@ struct WindowsDrive {
   std::u16string root() { return folder.path(); }
   void SetContent(const std::u16string& path, std::string bytes) { WriteContent(path, bytes); }
   std::optional<std::string> Content(const std::u16string& path) { return ReadContent(path); }
+  bool LoseCurrentFolder() {
+    const fs::path path = fs::path(folder.path()) / "dabar";
+    fs::create_directory(path);
+    current.emplace(path);
+    return RemoveDirectoryW(path.c_str()) != FALSE;
+  }
 
   TemporaryFolder folder;
+  std::optional<CurrentFolder> current;
   windows::ComObjectFactory factory;
   windows::WindowsLocale locale;
   windows::WindowsFiles windows{factory, locale};

@@ -218,6 +218,13 @@ TEST_F(AccessibleGridTest, DoesWhatAClickDoes) {
   EXPECT_EQ(Text(*object, 4, &IAccessible::get_accDefaultAction), u"-");
 }
 
+TEST_F(AccessibleGridTest, FailsWhereTheModelRaisesAndTellsTheGrid) {
+  model.on_press = [] { throw AutomationError(kOverflow); };
+  EXPECT_EQ(object->accDoDefaultAction(Id(6)), E_FAIL);
+  ASSERT_EQ(failures.size(), 1u);
+  EXPECT_THROW(std::rethrow_exception(failures[0]), AutomationError);
+}
+
 TEST_F(AccessibleGridTest, DoesNothingWhileItIsDisabled) {
   grid->SetEnabled(false);
   EXPECT_EQ(Cell(9), "cell 'Kodas' = 'a2' unavailable");

@@ -12,7 +12,7 @@ TEST(GridControl, RaisesOutOfMemoryWhereNoWindowCanBeMade) {
   HWND gone = nullptr;  // a child needs a parent
   std::int32_t number = 0;
   try {
-    GridControl(gone, 1, u"SpecGrid", kScale);
+    GridControl(gone, 1, u"SpecGrid", kScale, {});
   } catch (const AutomationError& error) {
     number = error.number();
   }

@@ -273,14 +273,17 @@ TEST_F(GridControlTest, RefreshGivesUpWhatIsBeingEdited) {
   EXPECT_EQ(GetFocus(), grid->window());
 }
 
-TEST_F(GridControlTest, AnErrorOfTheModelDoesNotReachWindows) {
+TEST_F(GridControlTest, WhatTheModelRaisesDoesNotReachWindowsButTheSink) {
   Press(VK_RIGHT);
-  model.on_press = [] { throw AutomationError(kOutOfMemory); };
+  model.on_press = [] { throw AutomationError(kOverflow); };
   Press(VK_F4);
-  EXPECT_EQ(model.pressed.size(), 1u);
+  ASSERT_EQ(failures.size(), 1u);
+  EXPECT_THROW(std::rethrow_exception(failures[0]), AutomationError);
   model.on_press = [] { throw std::bad_alloc(); };
-  Press(VK_F4);
-  EXPECT_EQ(model.pressed.size(), 2u);
+  Type(u"x");
+  Press(VK_F4);  // in the field
+  ASSERT_EQ(failures.size(), 2u);
+  EXPECT_THROW(std::rethrow_exception(failures[1]), std::bad_alloc);
   Press(VK_DOWN);
   EXPECT_EQ(grid->CurrentRow(), 1u);
 }

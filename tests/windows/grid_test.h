@@ -92,7 +92,8 @@ class GridControlTest : public testing::Test {
     ASSERT_TRUE(form);
     SetWindowPos(form, nullptr, 50, 50, 500, 300, SWP_NOZORDER);
     before = AddControl(L"EDIT", 10, 0);
-    grid = std::make_unique<GridControl>(form, 11, u"SpecGrid", kScale);
+    grid = std::make_unique<GridControl>(form, 11, u"SpecGrid", kScale,
+                                         [this](std::exception_ptr failure) { failures.push_back(failure); });
     font.emplace(kScale);
     grid->SetFont(font->get());
     MoveWindow(grid->window(), 0, 30, 440, 180, TRUE);
@@ -218,6 +219,7 @@ class GridControlTest : public testing::Test {
   HWND after = nullptr;
   std::unique_ptr<GridControl> grid;
   std::vector<int> commands;
+  std::vector<std::exception_ptr> failures;  ///< what Windows must not see
 };
 
 }  // namespace qva::windows

@@ -13,6 +13,7 @@
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/SheetDocument.h"
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoObject.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
@@ -99,10 +100,7 @@ Reference<css::ui::XAcceleratorConfiguration> Shortcuts(const Reference<css::fra
 
 css::awt::KeyEvent RequireKey(std::u16string_view notation) {
   const auto key = ParseKey(notation);
-  if (!key) {
-    throw AutomationError(kApplicationDefined, u"LibreOffice",
-                          u"There is no key '" + std::u16string(notation) + u"'");
-  }
+  if (!key) throw Refused(u"There is no key '" + std::u16string(notation) + u"'");
   return *key;
 }
 
@@ -113,9 +111,7 @@ std::shared_ptr<DocumentBars> DocumentBars::Of(const ObjectPtr& application) {
   for (const auto& bars : OpenDocuments()) {
     if (Contains(bars->applications_, identity)) return bars;
   }
-  if (Contains(ClosedApplications(), identity)) {
-    throw AutomationError(kApplicationDefined, u"LibreOffice", u"The workbook is closed");
-  }
+  if (Contains(ClosedApplications(), identity)) throw Refused(u"The workbook is closed");
   const excel::Workbook workbook = excel::Application(application).ThisWorkbook();
   const auto document = DocumentOf(workbook.object());
   const auto known = std::ranges::find(OpenDocuments(), document, &DocumentBars::document);

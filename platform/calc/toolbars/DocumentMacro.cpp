@@ -7,6 +7,7 @@
 #include <com/sun/star/script/provider/XScriptProviderSupplier.hpp>
 #include <rtl/uri.hxx>
 
+#include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
 #include "platform/error.h"
@@ -99,10 +100,7 @@ void RunDocumentMacro(const Reference<css::frame::XModel>& document, const std::
   }
   Reference<css::script::provider::XScript> script;
   if (owner.is()) script = Find(owner, module, ToUno(macro));
-  if (!script.is()) {
-    throw AutomationError(kApplicationDefined, u"LibreOffice",
-                          u"There is no macro '" + std::u16string(name) + u"'");
-  }
+  if (!script.is()) throw Refused(u"There is no macro '" + std::u16string(name) + u"'");
   Sequence<sal_Int16> changed;
   Sequence<Any> values;
   script->invoke({}, changed, values);

@@ -7,6 +7,7 @@
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/VisualStyles.h"
@@ -97,6 +98,26 @@ struct Dialog {
     others.emplace(window);
   }
 
+  INT_PTR Handle(HWND window, UINT message, WPARAM first) {
+    switch (message) {
+      case WM_INITDIALOG:
+        Fill(window);
+        return FALSE;  // the focus is set
+      case WM_COMMAND: {
+        const int count = static_cast<int>(captions.size());
+        const int id = LOWORD(first);
+        if (id == IDCANCEL) {
+          Leave(window, count);
+        } else if (id >= kFirstButtonId && id < kFirstButtonId + count && HIWORD(first) == BN_CLICKED) {
+          Leave(window, id - kFirstButtonId + 1);
+        }
+        return TRUE;
+      }
+      default:
+        return FALSE;
+    }
+  }
+
   void Leave(HWND window, INT_PTR answer) {
     others.reset();  // before the window goes, so that none of another program comes to the front
     EndDialog(window, answer);
@@ -107,27 +128,8 @@ INT_PTR CALLBACK DialogProcedure(HWND window, UINT message, WPARAM first, LPARAM
   if (message == WM_INITDIALOG) SetWindowLongPtrW(window, DWLP_USER, second);
   auto* dialog = reinterpret_cast<Dialog*>(GetWindowLongPtrW(window, DWLP_USER));
   if (!dialog) return FALSE;
-  switch (message) {
-    case WM_INITDIALOG:
-      try {
-        dialog->Fill(window);
-      } catch (...) {
-        dialog->Leave(window, 0);
-      }
-      return FALSE;  // the focus is set
-    case WM_COMMAND: {
-      const int count = static_cast<int>(dialog->captions.size());
-      const int id = LOWORD(first);
-      if (id == IDCANCEL) {
-        dialog->Leave(window, count);
-      } else if (id >= kFirstButtonId && id < kFirstButtonId + count && HIWORD(first) == BN_CLICKED) {
-        dialog->Leave(window, id - kFirstButtonId + 1);
-      }
-      return TRUE;
-    }
-    default:
-      return FALSE;
-  }
+  return Guarded([&] { return dialog->Handle(window, message, first); },
+                 [&](std::exception_ptr) { dialog->Leave(window, 0); });
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "platform/controls.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/FormLayout.h"
+#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/NativeControl.h"
 #include "platform/windows/forms/OwnedWindow.h"
@@ -20,8 +21,6 @@ namespace qva::windows {
 /// Its keys are those of Windows' dialogs: Tab goes from control to control in the order of the description,
 /// arrows choose among the options of a group, Ctrl+Tab and Ctrl with the page keys turn pages, Enter presses
 /// the button that has the focus or the default one, Escape the cancel button.
-///
-/// What a handler raises while the form is shown hides it and is raised by ShowModal.
 class FormWindow : public ui::Form {
  public:
   /// Made where the user is working, at the scale of that display.
@@ -60,16 +59,15 @@ class FormWindow : public ui::Form {
   /// Shows which button Enter presses: this one while it has the focus, the default one for null.
   void MarkDefault(const NativeControl* button);
 
-  /// Runs what Windows called; nothing is raised through it.
+  /// Ends the showing; ShowModal raises what made it fail.
+  void Fail(std::exception_ptr failure) noexcept {
+    if (!failure_) failure_ = std::move(failure);
+    Hide();
+  }
+  /// Runs what Windows called; what it raises ends the showing.
   template <class Body>
   LRESULT Guard(Body&& body) {
-    try {
-      return body();
-    } catch (...) {
-      if (!failure_) failure_ = std::current_exception();
-      Hide();
-      return 0;
-    }
+    return Guarded(body, [this](std::exception_ptr failure) { Fail(std::move(failure)); });
   }
 
  private:

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "platform/windows/Bstr.h"
+#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowText.h"
@@ -42,13 +43,12 @@ template <class Body>
 HRESULT GridAccessible::Answer(Body&& body) noexcept {
   const ComPtr<GridAccessible> kept(this);  // what is done to the grid may end it
   const PerDisplayPixels pixels;            // who asks is called from Excel's thread, which may know others
-  try {
-    return grid_ ? body() : CO_E_OBJNOTCONNECTED;
-  } catch (const std::bad_alloc&) {
-    return E_OUTOFMEMORY;
-  } catch (...) {
-    return E_FAIL;
-  }
+  HRESULT result = E_FAIL;
+  Guarded([&] { result = grid_ ? body() : CO_E_OBJNOTCONNECTED; },
+          [&](std::exception_ptr failure) {
+            if (grid_) grid_->Fail(std::move(failure));
+          });
+  return result;
 }
 
 /// Calls `body` with the cell that a child's number stands for; with none for the grid itself.

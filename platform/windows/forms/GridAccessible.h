@@ -3,6 +3,7 @@
 
 #include <oleacc.h>
 
+#include <exception>
 #include <string_view>
 
 #include "platform/forms/grid_state.h"
@@ -24,6 +25,8 @@ class AccessibleGrid {
   virtual void Activate() = 0;
   /// Stores a text in the current cell, as one that was typed. False when it takes none.
   virtual bool Enter(std::u16string_view text) = 0;
+  /// What one of these raised.
+  virtual void Fail(std::exception_ptr failure) noexcept = 0;
 
  protected:
   ~AccessibleGrid() = default;
@@ -34,8 +37,8 @@ class AccessibleGrid {
 ///   description  line and number of lines
 ///   value        what stands in the cell; of a mark nothing, its state tells it
 ///   state        whether it is the current one, out of sight, only read
-/// Outlives its grid; then it answers CO_E_OBJNOTCONNECTED. An unknown child is E_INVALIDARG. May be called
-/// in the window's thread alone, as any accessible object.
+/// Outlives its grid; then it answers CO_E_OBJNOTCONNECTED. An unknown child is E_INVALIDARG, what fails is
+/// E_FAIL and the grid's, too. May be called in the window's thread alone, as any accessible object.
 class GridAccessible : public Counted<IAccessible> {
  public:
   explicit GridAccessible(AccessibleGrid& grid) : grid_(&grid) {}

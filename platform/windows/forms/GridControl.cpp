@@ -52,8 +52,8 @@ std::optional<GridKey> GridKeyOf(UINT key) {
 
 WindowClass GridControl::class_ = {L"QVA_Varnholt.Grid", &GridControl::Procedure, CS_DBLCLKS};
 
-GridControl::GridControl(HWND parent, int id, std::u16string name, const UiScale& scale)
-    : name_(std::move(name)), scale_(scale) {
+GridControl::GridControl(HWND parent, int id, std::u16string name, const UiScale& scale, FailureSink sink)
+    : name_(std::move(name)), scale_(scale), sink_(std::move(sink)) {
   const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_LISTVIEW_CLASSES};  // the header among them
   late::InitCommonControlsEx(&controls);
   CreateWindowExW(WS_EX_CLIENTEDGE, class_.name, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_CLIPCHILDREN, 0,
@@ -133,11 +133,8 @@ LRESULT CALLBACK GridControl::Procedure(HWND window, UINT message, WPARAM first,
   }
   auto* grid = reinterpret_cast<GridControl*>(GetWindowLongPtrW(window, GWLP_USERDATA));
   if (!grid) return DefWindowProcW(window, message, first, second);
-  try {
-    return grid->Handle(message, first, second);
-  } catch (...) {  // nothing may pass through Windows
-    return 0;
-  }
+  return Guarded([&] { return grid->Handle(message, first, second); },
+                 [&](std::exception_ptr failure) { grid->Fail(std::move(failure)); });
 }
 
 LRESULT GridControl::Handle(UINT message, WPARAM first, LPARAM second) {

@@ -11,6 +11,7 @@
 #include "platform/windows/forms/GridEditor.h"
 #include "platform/windows/forms/GridLayout.h"
 #include "platform/windows/forms/GridPainter.h"
+#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/OwnedWindow.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowClass.h"
@@ -29,11 +30,13 @@ namespace qva::windows {
 /// model refuses is gone, and a key that would have moved does not. Below the rows stands an empty line; what
 /// is done there first makes a row, which goes again when nothing came of it.
 /// Columns without width are not shown. Screen readers see the cells (GridAccessible).
+///
+/// What the model raises where Windows or a screen reader called goes to the grid's sink.
 class GridControl : public ui::Grid, private GridEditor::Owner, private AccessibleGrid {
  public:
   /// Makes the window, a child of `parent` without a size. It lives until the control or the parent goes.
   /// Raises 7 when Windows has no window to give.
-  GridControl(HWND parent, int id, std::u16string name, const UiScale& scale);
+  GridControl(HWND parent, int id, std::u16string name, const UiScale& scale, FailureSink sink);
   GridControl(const GridControl&) = delete;
   GridControl& operator=(const GridControl&) = delete;
   ~GridControl() override;
@@ -63,6 +66,7 @@ class GridControl : public ui::Grid, private GridEditor::Owner, private Accessib
   static WindowClass class_;
 
   LRESULT Handle(UINT message, WPARAM first, LPARAM second);
+  void Fail(std::exception_ptr failure) noexcept override { sink_(std::move(failure)); }
   const GridState& state() const override { return state_; }
   const GridLayout& layout() const override { return layout_; }
   void GoTo(GridCell cell) override;
@@ -93,6 +97,7 @@ class GridControl : public ui::Grid, private GridEditor::Owner, private Accessib
 
   std::u16string name_;
   UiScale scale_;
+  FailureSink sink_;
   WindowClassUse class_use_{class_};
   HWND header_ = nullptr;
   HFONT font_ = nullptr;

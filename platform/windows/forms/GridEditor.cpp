@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include "platform/windows/WideText.h"
+#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/WindowText.h"
 
@@ -44,10 +45,9 @@ bool GridEditor::is_modified() const {
 LRESULT CALLBACK GridEditor::Procedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,
                                        DWORD_PTR data) {
   auto& editor = *reinterpret_cast<GridEditor*>(data);
-  try {
-    if (editor.Handle(message, first)) return 0;
-  } catch (...) {  // nothing may pass through Windows
-  }
+  const bool is_done = Guarded([&] { return editor.Handle(message, first); },
+                               [&](std::exception_ptr failure) { editor.owner_->Fail(std::move(failure)); });
+  if (is_done) return 0;
   const LRESULT result = late::DefSubclassProc(window, message, first, second);
   if (message == WM_NCDESTROY) late::RemoveWindowSubclass(window, &Procedure, id);
   // Enter, Escape and Tab are the cell's, not the form's.

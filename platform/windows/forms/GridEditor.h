@@ -1,6 +1,7 @@
 // The field that lies over a grid's cell while its text is edited.
 #pragma once
 
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,8 @@ class GridEditor {
     virtual bool EditorKey(UINT key, bool alt) = 0;
     /// The open field has lost the focus.
     virtual void EditorLeft() = 0;
+    /// What one of these raised.
+    virtual void Fail(std::exception_ptr failure) noexcept = 0;
 
    protected:
     ~Owner() = default;

@@ -12,6 +12,7 @@
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
+#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
@@ -70,12 +71,8 @@ class Chooser {
     }
     auto* chooser = reinterpret_cast<Chooser*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!chooser) return FALSE;
-    try {
-      return chooser->Handle(message, first, second);
-    } catch (...) {  // nothing may pass through Windows
-      chooser->Leave();
-      return TRUE;
-    }
+    return Guarded([&] { return chooser->Handle(message, first, second); },
+                   [&](std::exception_ptr) { chooser->Leave(); });
   }
 
   static LRESULT CALLBACK FilterProcedure(HWND window, UINT message, WPARAM first, LPARAM second, UINT_PTR id,

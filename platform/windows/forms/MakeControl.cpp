@@ -13,7 +13,9 @@ namespace {
 class NativeGrid : public NativeControl, public GridControl {
  public:
   NativeGrid(FormWindow& form, const ui::ControlDescription& description)
-      : NativeControl(form, description), GridControl(form.window(), Id(), description.name, form.scale()) {
+      : NativeControl(form, description),
+        GridControl(form.window(), Id(), description.name, form.scale(),
+                    [&form](std::exception_ptr failure) { form.Fail(std::move(failure)); }) {
     Adopt(GridControl::window());
     // What the grid is called is what its page is called.
     if (page() && !form.description().pages.empty()) {

@@ -1,11 +1,16 @@
-// A module of ours leaves Basic's libraries again, whatever fails.
+// A module of ours leaves Basic's libraries again, whatever fails; what it hands us lets nothing out.
 #include "platform/calc/OwnModule.h"
 
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/script/BasicErrorException.hpp>
+#include <com/sun/star/script/XInvocation.hpp>
 #include <com/sun/star/script/XLibraryContainer.hpp>
+#include <com/sun/star/script/provider/XScriptProviderFactory.hpp>
 #include <com/sun/star/uno/DeploymentException.hpp>
 #include <cppuhelper/implbase1.hxx>
+#include <cppuhelper/implbase3.hxx>
 #include <cppuhelper/implbase4.hxx>
+#include <ooo/vba/XErrObject.hpp>
 
 #include "platform/calc/UnoText.h"
 #include "platform/text.h"
@@ -27,8 +32,9 @@ class LibrariesOnly
   std::vector<std::string> told;
   bool has_own = false;
   bool takes_modules = true;
+  Any scripts;
 
-  Any SAL_CALL getValueByName(const OUString&) override { return {}; }
+  Any SAL_CALL getValueByName(const OUString&) override { return scripts; }
   Reference<css::lang::XMultiComponentFactory> SAL_CALL getServiceManager() override { return this; }
   Reference<css::uno::XInterface> SAL_CALL
   createInstanceWithContext(const OUString&, const Reference<css::uno::XComponentContext>&) override {
@@ -86,6 +92,48 @@ class NoScripts : public cppu::WeakImplHelper1<css::script::provider::XScriptPro
   }
 };
 
+/// Basic's Err, of which only raising is asked.
+class Err : public cppu::WeakImplHelper1<ooo::vba::XErrObject> {
+ public:
+  sal_Int32 raised = 0;
+  bool is_short_of_memory = false;
+
+  void SAL_CALL Raise(const Any& number, const Any&, const Any&, const Any&, const Any&) override {
+    if (is_short_of_memory) throw std::bad_alloc();
+    number >>= raised;
+  }
+  void SAL_CALL Clear() override {}
+  sal_Int32 SAL_CALL getNumber() override { return raised; }
+  void SAL_CALL setNumber(sal_Int32) override {}
+  sal_Int32 SAL_CALL getHelpContext() override { return 0; }
+  void SAL_CALL setHelpContext(sal_Int32) override {}
+  OUString SAL_CALL getHelpFile() override { return {}; }
+  void SAL_CALL setHelpFile(const OUString&) override {}
+  OUString SAL_CALL getDescription() override { return {}; }
+  void SAL_CALL setDescription(const OUString&) override {}
+  OUString SAL_CALL getSource() override { return {}; }
+  void SAL_CALL setSource(const OUString&) override {}
+};
+
+/// Runs any script, which hands over Err.
+class HandingOver
+    : public cppu::WeakImplHelper3<css::script::provider::XScriptProviderFactory,
+                                   css::script::provider::XScriptProvider, css::script::provider::XScript> {
+ public:
+  const rtl::Reference<Err> err{new Err};
+
+  Reference<css::script::provider::XScriptProvider> SAL_CALL createScriptProvider(const Any&) override {
+    return this;
+  }
+  Reference<css::script::provider::XScript> SAL_CALL getScript(const OUString&) override { return this; }
+  Any SAL_CALL invoke(const Sequence<Any>& arguments, Sequence<sal_Int16>& changed,
+                      Sequence<Any>& values) override {
+    const Reference<css::script::XInvocation> taker(arguments[0], css::uno::UNO_QUERY_THROW);
+    const Reference<ooo::vba::XErrObject> handed(err.get());
+    return taker->invoke("Take", SequenceOf({Any(handed)}), changed, values);
+  }
+};
+
 using testing::ElementsAre;
 
 TEST(OwnModule, LeavesALibraryWhereNoScriptsAreRun) {
@@ -107,6 +155,24 @@ TEST(OwnModule, LeavesADocumentWhereNoScriptIsFound) {
   const auto find = [&] { OwnModule(new NoScripts, "Standard", modules.get(), "").Find("Main"); };
   EXPECT_THROW(find(), std::bad_alloc);
   EXPECT_THAT(modules->told, ElementsAre("insert QVA_VarnholtOwn1", "remove QVA_VarnholtOwn1"));
+}
+
+TEST(OwnModule, HandsOverErrWhichTellsOfError7WhereThereIsNoMemory) {
+  const rtl::Reference<LibrariesOnly> office(new LibrariesOnly);
+  const rtl::Reference<HandingOver> scripts(new HandingOver);
+  office->scripts <<= Reference<css::script::provider::XScriptProviderFactory>(scripts.get());
+  PrepareErrors(office.get());
+  EXPECT_FALSE(office->has_own);
+  RaiseInMacro(AutomationError(kOverflow));
+  EXPECT_EQ(scripts->err->raised, kOverflow);
+  scripts->err->is_short_of_memory = true;
+  try {
+    RaiseInMacro(AutomationError(kOverflow));
+    ADD_FAILURE() << "raises nothing";
+  } catch (const css::script::BasicErrorException& error) {
+    EXPECT_EQ(error.ErrorCode, kOutOfMemory);
+  }
+  ReleaseErrors();
 }
 
 TEST(OwnModule, HasANameOfItsOwnWhileAnotherOneRuns) {

@@ -28,6 +28,10 @@ class CalcDesk {
     Tell(u"Bandymas", u"", "Return");
     form.ShowModal();
   }
+  static void ShowGrid(ui::Form& form, std::u16string_view text) {
+    Tell(u"Bandymas", text, text.empty() ? "F4" : "Return");
+    form.ShowModal();
+  }
 };
 
 class CalcBoxUser {

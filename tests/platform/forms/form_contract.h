@@ -3,6 +3,10 @@
 // - static bool IsThere(): whether forms can be shown here at all.
 // - ui::FormFactory& factory(): the factory.
 // - void Show(ui::Form& form): shows a form to a user who presses its button "btStep" once.
+// - void ShowGrid(ui::Form& form, std::u16string_view text): shows a form whose grid "grid" has the focus to
+// a
+//   user who types a text into its first cell, in the column "A", and ends with Enter; without a text he
+//   presses the cell's button.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -27,11 +31,17 @@ class FormContract : public testing::Test {
   struct Rows : ui::GridModel {
     std::size_t RowCount() const override { return texts.size(); }
     std::u16string CellText(std::size_t row, std::size_t) const override { return texts[row]; }
-    bool SetCellText(std::size_t, std::size_t, std::u16string_view) override { return false; }
+    bool SetCellText(std::size_t, std::size_t, std::u16string_view) override {
+      if (on_use) on_use();
+      return false;
+    }
     void AppendRow() override {}
     void DeleteRow(std::size_t) override {}
-    void PressCellButton(std::size_t, std::size_t) override {}
+    void PressCellButton(std::size_t, std::size_t) override {
+      if (on_use) on_use();
+    }
     std::vector<std::u16string> texts;
+    std::function<void()> on_use;
   };
 
   /// One control of each kind, and a second group of options.
@@ -79,6 +89,17 @@ class FormContract : public testing::Test {
       form->Hide();
     };
     desk.Show(*form);
+  }
+  /// Has the user work a grid whose model raises then.
+  void ExpectTheModelsError(std::u16string_view text) {
+    auto& grid = Get<ui::Grid>(u"grid");
+    grid.SetColumns({{.name = u"A", .caption = u"Pirmas", .width = 80, .cell_button = true}});
+    rows.texts = {u"1"};
+    rows.on_use = [] { throw AutomationError(kOverflow); };
+    grid.SetModel(&rows);
+    grid.SetFocus();
+    EXPECT_EQ(Raised([&] { desk.ShowGrid(*form, text); }), kOverflow);
+    EXPECT_FALSE(form->Visible());
   }
   /// The number of the error that `step` raises, 0 for none.
   template <class Step>
@@ -160,6 +181,14 @@ TYPED_TEST_P(FormContract, AHandlerThatRaisesEndsTheShowingWhichRaisesTheSame) {
     EXPECT_EQ(this->Raised([&] { this->desk.Show(*this->form); }), kOverflow);
     EXPECT_FALSE(this->form->Visible());
   }
+}
+
+TYPED_TEST_P(FormContract, AModelThatRaisesAtATextEndsTheShowingWhichRaisesTheSame) {
+  this->ExpectTheModelsError(u"x");
+}
+
+TYPED_TEST_P(FormContract, AModelThatRaisesAtACellsButtonEndsTheShowingWhichRaisesTheSame) {
+  this->ExpectTheModelsError(u"");
 }
 
 TYPED_TEST_P(FormContract, HasItsSizeAndIsAskedOnceForEachControl) {
@@ -327,6 +356,8 @@ TYPED_TEST_P(FormContract, AGridHasACurrentRowWhileItHasRows) {
 REGISTER_TYPED_TEST_SUITE_P(FormContract, FindsItsControlsByTheirNames,
                             IsMadeOfNoDescriptionThatContradictsItself, IsVisibleWhileItIsShown,
                             IsNotShownTwiceAtATime, AHandlerThatRaisesEndsTheShowingWhichRaisesTheSame,
+                            AModelThatRaisesAtATextEndsTheShowingWhichRaisesTheSame,
+                            AModelThatRaisesAtACellsButtonEndsTheShowingWhichRaisesTheSame,
                             HasItsSizeAndIsAskedOnceForEachControl, LabelsAndTextBoxesShowTheirCaptionsFirst,
                             ATextBoxTellsOfAnotherTextAlone, ATextBoxCutsWhatIsTooLongFromNowOn,
                             TheProgramSetsWhatTheUserCannot, AnOptionClearsThoseOfItsFrameAndTellsOnce,

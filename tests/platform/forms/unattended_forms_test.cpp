@@ -13,12 +13,19 @@ namespace {
 
 class UnattendedDesk {
  public:
-  UnattendedDesk() { WriteFile(folder_ / "answers", "[frmTest]\nbtStep\n[frmTest]\nbtStep\n"); }
+  UnattendedDesk() { Answer("[frmTest]\nbtStep\n[frmTest]\nbtStep\n"); }
   static bool IsThere() { return true; }
   ui::FormFactory& factory() { return forms_; }
   void Show(ui::Form& form) { form.ShowModal(); }
+  void ShowGrid(ui::Form& form, std::u16string_view text) {
+    Answer("[frmTest]\ngrid 1 A" + (text.empty() ? "" : " = " + ToUtf8(text)) + "\n");
+    form.ShowModal();
+  }
 
  private:
+  /// The file is read when the first form is shown.
+  void Answer(const std::string& answers) { WriteFile(folder_ / "answers", answers); }
+
   TemporaryFolder folder_;
   MemoryClock clock_;
   MemoryLocale locale_;

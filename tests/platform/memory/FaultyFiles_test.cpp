@@ -14,6 +14,13 @@ struct FaultyDrive {
   std::u16string root() { return u"D:\\Bandymai"; }
   void SetContent(const std::u16string& path, std::string bytes) { memory.SetFile(path, std::move(bytes)); }
   std::optional<std::string> Content(const std::u16string& path) { return memory.Content(path); }
+  bool LoseCurrentFolder() {
+    const std::u16string folder = root() + u"\\dabar";
+    memory.SetFolder(folder);
+    memory.SetCurrentFolder(folder);
+    memory.RemoveFolder(folder);
+    return true;
+  }
 
   MemoryLocale locale;
   MemoryClock clock;
@@ -42,6 +49,7 @@ TEST_F(FaultyFilesTest, ARefusedOperationRaisesTheErrorAndDoesNothing) {
       {Operation::OpenChannel, [&] { files.OpenChannel(1, u"C:\\x", ChannelMode::Output); }},
       {Operation::CreateTextStream, [&] { files.CreateTextStream(u"C:\\x"); }},
       {Operation::OpenTextStream, [&] { files.OpenTextStream(u"C:\\y", StreamMode::ForReading); }},
+      {Operation::CurrentFolder, [&] { files.CurrentFolder(); }},
       {Operation::Delete, [&] { files.Delete(u"C:\\x"); }},
       {Operation::Rename, [&] { files.Rename(u"C:\\x", u"C:\\y"); }},
       {Operation::Copy, [&] { files.Copy(u"C:\\x", u"C:\\y"); }},

@@ -13,6 +13,13 @@ struct MemoryDrive {
   std::u16string root() { return u"D:\\Bandymai"; }
   void SetContent(const std::u16string& path, std::string bytes) { memory.SetFile(path, std::move(bytes)); }
   std::optional<std::string> Content(const std::u16string& path) { return memory.Content(path); }
+  bool LoseCurrentFolder() {
+    const std::u16string folder = root() + u"\\dabar";
+    memory.SetFolder(folder);
+    memory.SetCurrentFolder(folder);
+    memory.RemoveFolder(folder);
+    return true;
+  }
 
   MemoryLocale locale;
   MemoryClock clock;

@@ -32,6 +32,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Goes to a folder and back.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const fs::path& path) { fs::current_path(path); }
+  ~CurrentFolder() { fs::current_path(before_); }
+
+ private:
+  fs::path before_ = fs::current_path();
+};
+
 struct PosixDrive {
   PosixDrive() { fs::create_directories(folder / "D" / "Bandymai"); }
   Files& files() { return posix; }
@@ -43,10 +53,16 @@ struct PosixDrive {
     const fs::path file = posix.SystemPath(path);
     return fs::exists(file) ? std::optional(FileContent(file)) : std::nullopt;
   }
+  bool LoseCurrentFolder() {
+    fs::create_directory(folder / "dabar");
+    current.emplace(folder / "dabar");
+    return fs::remove(folder / "dabar");
+  }
 
   TemporaryFolder folder;
   MemoryLocale locale;
   PosixFiles posix{folder.path(), locale};
+  std::optional<CurrentFolder> current;
 };
 
 }  // namespace
@@ -54,16 +70,6 @@ struct PosixDrive {
 INSTANTIATE_TYPED_TEST_SUITE_P(PosixFiles, FilesContract, PosixDrive);
 
 namespace {
-
-/// Goes to a folder and back.
-class CurrentFolder {
- public:
-  explicit CurrentFolder(const fs::path& path) { fs::current_path(path); }
-  ~CurrentFolder() { fs::current_path(before_); }
-
- private:
-  fs::path before_ = fs::current_path();
-};
 
 /// Lets files grow to a size and no further.
 class FileSizeLimit {
