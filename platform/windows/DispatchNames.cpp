@@ -80,8 +80,14 @@ DispatchNames::Ids DispatchNames::Resolve(IDispatch& dispatch, std::u16string_vi
     return ids;
   }
   if (named.empty()) {
+    Recent& recent = RecentAt(member);
+    if (recent.member == member) {
+      ids.member = recent.id;
+      return ids;
+    }
     if (const auto spelled = spelled_.find(member); spelled != spelled_.end()) {
       ids.member = spelled->second;
+      recent = {spelled->first, spelled->second};
       return ids;
     }
   }

@@ -1,6 +1,7 @@
 // DISPIDs of members and arguments, resolved once.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -52,6 +53,17 @@ class DispatchNames {
   std::unordered_map<std::u16string, MemberIds> members_;  // by lower-case name
   /// The members themselves once more, as they are spelled by who calls: what most calls need.
   std::unordered_map<std::u16string, DISPID, TextHash, std::equal_to<>> spelled_;
+  struct Recent {
+    std::u16string member;
+    DISPID id = DISPID_UNKNOWN;
+  };
+  /// Some of these again, in the place that the address of the caller's text gives: callers name members by
+  /// literals.
+  std::array<Recent, 16> recent_;
+
+  Recent& RecentAt(std::u16string_view member) {
+    return recent_[reinterpret_cast<std::uintptr_t>(member.data()) / sizeof(char16_t) % recent_.size()];
+  }
 };
 
 }  // namespace qva::windows

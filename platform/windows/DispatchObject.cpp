@@ -81,10 +81,9 @@ class DispatchArguments {
 }  // namespace
 
 Value DispatchObject::Invoke(Access access, std::u16string_view member, Arguments& arguments) {
-  // The call may let go of this object: from here on only what is kept on the stack is used.
-  const ComPtr<IDispatch> dispatch = dispatch_;
-  const std::shared_ptr<DispatchNames> names = Names();
-  DispatchNames::Ids ids = names->Resolve(*dispatch, member, arguments.named);
+  // The call may let go of this object.
+  const ObjectPtr self(this);
+  DispatchNames::Ids ids = Names()->Resolve(*dispatch_, member, arguments.named);
   DispatchArguments passed(access, arguments, std::move(ids.arguments));
   DISPPARAMS parameters = passed.Parameters();
   const bool is_put = access == Access::Put || access == Access::PutRef;
@@ -96,8 +95,8 @@ Value DispatchObject::Invoke(Access access, std::u16string_view member, Argument
     VariantInit(&result);
     info = {};
     place = UINT_MAX;
-    return dispatch->Invoke(ids.member, IID_NULL, kDispatchLocale, FlagsOf(access), &parameters,
-                            is_put ? nullptr : &result, &info, &place);
+    return dispatch_->Invoke(ids.member, IID_NULL, kDispatchLocale, FlagsOf(access), &parameters,
+                             is_put ? nullptr : &result, &info, &place);
   });
   // A failed call's result is not freed: objects leave all sorts of things there.
   if (FAILED(code)) Raise(code, info, passed.CallersPosition(place));

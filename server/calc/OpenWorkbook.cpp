@@ -253,12 +253,12 @@ OpenWorkbook::~OpenWorkbook() {
     IgnoreFailures([&] { Reference<css::util::XCloseable>(model_, UNO_QUERY_THROW)->close(true); });
 }
 
-void OpenWorkbook::Hide() const {
+void OpenWorkbook::HideCells() const {
   IgnoreFailures([&] {
     Reference<css::frame::XModel>(model_, UNO_QUERY_THROW)
         ->getCurrentController()
         ->getFrame()
-        ->getContainerWindow()
+        ->getComponentWindow()
         ->setVisible(false);
   });
 }

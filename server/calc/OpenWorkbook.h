@@ -56,9 +56,10 @@ class OpenWorkbook {
   OpenWorkbook(const OpenWorkbook&) = delete;
   OpenWorkbook& operator=(const OpenWorkbook&) = delete;
 
-  /// Hides its window, where that can be done. It stays as large as it is, since the place that is in sight
-  /// there is stored with the workbook.
-  void Hide() const;
+  /// Hides the cells in its window, where that can be done, so that they are not painted. They stay as large
+  /// as they are, since the place that is in sight there is stored with the workbook, and the window itself
+  /// stays visible: LibreOffice tells nothing of the bars of one that is hidden.
+  void HideCells() const;
 
   /// The workbook's entry macro as Library.Module.Procedure: the public Sub Main without parameters of the
   /// module "Ataskaita", else the first one of any module. The workbook's own libraries come before

@@ -92,8 +92,8 @@ void RunJob(const Reference<XComponentContext>& context, JsonMembers& result, bo
   const std::string workbook = EnvironmentVariable(variables::kJobWorkbook);
   WriteStep("Opening " + workbook);
   const OpenWorkbook open(context, workbook);
-  // To paint what nobody sees takes a fifth of a report's time.
-  if (EnvironmentVariable(variables::kJobShown).empty()) open.Hide();
+  // To paint what nobody sees takes an eighth of a report's time.
+  if (EnvironmentVariable(variables::kJobShown).empty()) open.HideCells();
   const std::string macro = EnvironmentVariable(variables::kJobMacro);
   WriteStep("Running " + macro);
   is_macros = true;
