@@ -92,15 +92,9 @@ void ShowForm(UnattendedForms& forms, std::ptrdiff_t lines) {
   ui::Get<ui::Button>(*form, u"no").on_click = [&] { form->Hide(); };
 
   const HeardFailures heard;
-  std::u16string description;
-  const std::int32_t error = ErrorOf([&] {
-    try {
-      form->ShowModal();
-    } catch (const AutomationError& raised) {
-      description = raised.description();
-      throw;
-    }
-  });
+  const auto raised = ErrorOf([&] { form->ShowModal(); });
+  const std::int32_t error = raised ? raised->number() : 0;
+  const std::u16string description = raised ? raised->description() : u"";
   Require(error == 0 || error == kInvalidProcedureCall, "errors are 5");
   Require(!form->Visible(), "the form is hidden in the end");
   Require(heard.failed.size() + heard.wrongly_answered.size() == (error == 0 ? 0 : 1),

@@ -584,7 +584,7 @@ TEST_F(AccountSets, OpenEachBookOnce) {
   EXPECT_NE(books.Get(u"BALTIJA").object(), first.object());
   EXPECT_EQ(books.Get(u"MEDVILNE").object(), first.object());
   EXPECT_FALSE(books.Get(u""));
-  EXPECT_NE(ErrorNumberOf([&] { books.Get(u"NĖRA"); }), 0);
+  EXPECT_NE(RaisedBy([&] { books.Get(u"NĖRA"); }), 0);
 }
 
 TEST_F(AccountSets, KeepNoBookThatTheHostDoesNotGive) {
@@ -610,7 +610,7 @@ TEST_F(AccountSets, AreNotWrittenBackBeforeTheyWereShown) {
   AddBudget({u"MEDVILNE", u"B1", 1, 12, u"BIU-2024", 11, u"BIU-2023", u""});
   BookCache books;
   AccountSetGrid grid(books, {});
-  EXPECT_EQ(ErrorNumberOf([&] { grid.WriteBack(budgets); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { grid.WriteBack(budgets); }), kObjectNotSet);
   EXPECT_EQ(budgets.RecordCount(), 1);
 }
 

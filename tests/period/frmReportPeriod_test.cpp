@@ -573,12 +573,12 @@ TEST_F(ReportPeriodDialog, TakesACodeInOtherLetterCaseForTheListsOwn) {
 // --- Failures
 
 TEST_F(ReportPeriodDialog, RaisesWithoutABook) {
-  EXPECT_EQ(ErrorNumberOf([&] { dialog.Run(settings, {}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { dialog.Run(settings, {}); }), kObjectNotSet);
 }
 
 TEST_F(ReportPeriodDialog, RaisesWhenItCannotBeShown) {
   platform.faults.forms.Refuse();
-  EXPECT_EQ(ErrorNumberOf([&] { dialog.Run(settings, TheGlobals().oBook); }), kOutOfMemory);
+  EXPECT_EQ(RaisedBy([&] { dialog.Run(settings, TheGlobals().oBook); }), kOutOfMemory);
 }
 
 TEST_F(ReportPeriodDialog, OpensHalfFilledWhenFillingFails) {

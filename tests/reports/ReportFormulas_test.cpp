@@ -203,7 +203,7 @@ TEST_F(Formulas, OfAnArrayThatGoesBeyondTheAreaRefuseTheWhole) {
   Put(Cells(u"B1:B3"), u"FormulaArray", u"=A1:A3*2");
   Put(Workbook(), u"Saved", true);
   for (const char16_t* area : {u"A1:B2", u"B2", u"B2:C3"}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Clear(area); }), kApplicationDefined);
+    EXPECT_EQ(RaisedBy([&] { Clear(area); }), kApplicationDefined);
     EXPECT_EQ(FormulaOf(u"A1"), u"=1+1");
     EXPECT_EQ(Get(Cells(u"B1:B3"), u"HasArray"), Value(true));
     EXPECT_EQ(At(u"B1"), Value(4.0));
@@ -328,7 +328,7 @@ TEST_F(Formulas, OfAWholeSheetAreSoughtInItsUsedPart) {
 TEST_F(Formulas, OnAProtectedSheetRaiseExcelsRefusal) {
   Set(u"A1", u"=1");
   Call(Sheet(), u"Protect");
-  EXPECT_EQ(ErrorNumberOf([&] { Clear(u"A1"); }), kApplicationDefined);
+  EXPECT_EQ(RaisedBy([&] { Clear(u"A1"); }), kApplicationDefined);
   EXPECT_EQ(FormulaOf(u"A1"), u"=1");
   EXPECT_TRUE(Boxes().empty());
 }
@@ -341,7 +341,7 @@ TEST_F(Formulas, InCellsOfTextsStayWhereAProtectedSheetKeepsTheFormat) {
   Put(Cells(u"A1:B2"), u"Locked", false);
   Call(Sheet(), u"Protect");
   for (const char16_t* area : {u"A1", u"B1:B2"}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Clear(area); }), kApplicationDefined);
+    EXPECT_EQ(RaisedBy([&] { Clear(area); }), kApplicationDefined);
   }
   Clear(u"A2");
   EXPECT_EQ(FormulaOf(u"A1"), u"=1+1");
@@ -351,7 +351,7 @@ TEST_F(Formulas, InCellsOfTextsStayWhereAProtectedSheetKeepsTheFormat) {
 }
 
 TEST_F(Formulas, OfNothingRaiseObjectNotSet) {
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"ClearFormulas", {Nothing()}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"ClearFormulas", {Nothing()}); }), kObjectNotSet);
 }
 
 TEST_F(Formulas, OfAnObjectThatOnlyLooksLikeARangeRaiseAnError) {
@@ -360,7 +360,7 @@ TEST_F(Formulas, OfAnObjectThatOnlyLooksLikeARangeRaiseAnError) {
     range->rows = rows;
     range->columns = columns;
     range->formula = formula;
-    return ErrorNumberOf([&] { Call(reports, u"ClearFormulas", {ObjectPtr(range)}); });
+    return RaisedBy([&] { Call(reports, u"ClearFormulas", {ObjectPtr(range)}); });
   };
   EXPECT_EQ(raised(1, 1, u"1"), 0) << "which would do";
   const Value one = Array::Block(1, 1, {u"=1"});
@@ -387,7 +387,7 @@ TEST_F(Formulas, OfAnObjectThatGivesFewerValuesThanCellsRaiseAnError) {
   for (const Value& values : {Value(1.0), Value(), Array::Of({1.0, 1.0}), Array::Block(1, 1, {1.0})}) {
     range->formula = formulas;
     range->values = values;
-    EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"ClearFormulas", {ObjectPtr(range)}); }), kTypeMismatch);
+    EXPECT_EQ(RaisedBy([&] { Call(reports, u"ClearFormulas", {ObjectPtr(range)}); }), kTypeMismatch);
     EXPECT_EQ(range->formula, formulas) << "nothing was changed";
   }
 }
@@ -680,7 +680,7 @@ TEST_F(Formulas, KeepWhatWasDoneBeforeACallThatFails) {
     Set(u"A1:A2", u"=\"007\"");
     const ObjectPtr area = TracedCells(u"A1:A2");
     StartOver(n);
-    const std::int32_t raised = ErrorNumberOf([&] { Call(fresh, u"ClearFormulas", {area}); });
+    const std::int32_t raised = RaisedBy([&] { Call(fresh, u"ClearFormulas", {area}); });
     EXPECT_EQ(failure.has_failed(), n <= 16);
     failure.Reset(0);
     EXPECT_EQ(raised, n <= 16 ? kAutomationFailed : 0);
@@ -697,7 +697,7 @@ TEST_F(Formulas, OfABlockThatIsRefusedGoCellByCell) {
     Set(u"A1:B2", u"=1+1");
     const ObjectPtr area = TracedCells(u"A1:B2");
     StartOver(n);
-    const std::int32_t raised = ErrorNumberOf([&] { Call(reports, u"ClearFormulas", {area}); });
+    const std::int32_t raised = RaisedBy([&] { Call(reports, u"ClearFormulas", {area}); });
     failure.Reset(0);
     EXPECT_EQ(raised, n <= 10 ? kAutomationFailed : 0);
     EXPECT_EQ(count.calls(), n <= 10 ? n : n == 13 ? 12 : n + 4 * 3) << "eleven and twelve are the block's";
@@ -743,7 +743,7 @@ TEST_F(Formulas, BehindARefusedRectangleAreNotTouched) {
   Set(u"C1:C3", u"=1+1");
   Put(Cells(u"C1:C3"), u"Locked", false);
   Call(Sheet(), u"Protect");
-  EXPECT_EQ(ErrorNumberOf([&] { Clear(u"A1:C3"); }), kApplicationDefined);
+  EXPECT_EQ(RaisedBy([&] { Clear(u"A1:C3"); }), kApplicationDefined);
   EXPECT_EQ(count.calls(), 10 + 2 + 2) << "the rectangle and its first cell were tried";
   EXPECT_EQ(FormulaOf(u"C1"), u"=1+1");
 }
@@ -756,7 +756,7 @@ TEST_F(Formulas, BehindARefusedOneOfEachKindStay) {
     Put(Cells(u"A1:C4"), u"Locked", false);
     Put(Cells(u"B2"), u"Locked", true);
     Call(Sheet(), u"Protect");
-    EXPECT_EQ(ErrorNumberOf([&] { Clear(u"A1:C4"); }), kApplicationDefined);
+    EXPECT_EQ(RaisedBy([&] { Clear(u"A1:C4"); }), kApplicationDefined);
     Call(Sheet(), u"Unprotect");
     for (const char16_t* done : {u"A1", u"C1", u"A2"}) EXPECT_EQ(FormulaOf(done), u"2");
     EXPECT_EQ(FormulaOf(u"B2"), refused);
@@ -773,7 +773,7 @@ TEST_F(Formulas, OfABlockThatCannotBePutBackComeBackOneByOne) {
     Set(u"A1:A4", u"=1+1");
     Call(Sheet(), u"Protect");
     StartOver(failing_call);
-    return ErrorNumberOf([&] { Call(reports, u"ClearFormulas", {area}); });
+    return RaisedBy([&] { Call(reports, u"ClearFormulas", {area}); });
   };
   ASSERT_EQ(refused(0), kApplicationDefined);
   const long all = count.calls();
@@ -791,7 +791,7 @@ TEST_F(Formulas, OfAnArrayOfPlainValuesAreStillThereWhereTheirBlockIsRefused) {
   Put(Cells(u"A1:A2"), u"FormulaArray", u"=1+1");
   Call(Sheet(), u"Protect");
   Clear(u"B1");
-  EXPECT_EQ(ErrorNumberOf([&] { Clear(u"A1:A2"); }), kApplicationDefined);
+  EXPECT_EQ(RaisedBy([&] { Clear(u"A1:A2"); }), kApplicationDefined);
   EXPECT_EQ(Get(Cells(u"A1:A2"), u"HasArray"), Value(true));
   Call(Sheet(), u"Unprotect");
   StartOver();
@@ -813,7 +813,7 @@ TEST_F(Formulas, OfAnArrayComeBackWhenACallFails) {
       Put(Cells(u"A1:A2"), u"FormulaArray", u"=1+1");
       Put(Cells(u"A1:A2"), u"NumberFormat", u"@");
       StartOver(n);
-      ErrorNumberOf([&] { Call(reports, u"ClearFormulas", {area}); });
+      RaisedBy([&] { Call(reports, u"ClearFormulas", {area}); });
       has_failed = failure.has_failed();
       failure.Reset(0);
       // Of what comes after the second value, the formats alone are left.

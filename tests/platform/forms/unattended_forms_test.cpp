@@ -2,11 +2,12 @@
 
 #include "platform/date.h"
 #include "platform/memory/MemoryLocale.h"
+#include "tests/files.h"
 #include "tests/heard_failures.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/forms/form_contract.h"
 #include "tests/platform/forms/list_chooser_contract.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 namespace {
@@ -120,13 +121,10 @@ class UnattendedFormsTest : public testing::Test {
     };
     ui::Get<ui::Button>(*form, u"btCancel").on_click = [this] { form->Hide(); };
     ui::Get<ui::MonthView>(*form, u"month").on_key_press = [this](int character) { key = character; };
-    try {
-      form->ShowModal();
-      return "";
-    } catch (const AutomationError& error) {
-      EXPECT_EQ(error.number(), kInvalidProcedureCall);
-      return ToUtf8(error.description());
-    }
+    const auto error = ErrorOf([&] { form->ShowModal(); });
+    if (!error) return "";
+    EXPECT_EQ(error->number(), kInvalidProcedureCall);
+    return ToUtf8(error->description());
   }
   std::string Log() const { return FileContent(log); }
 
