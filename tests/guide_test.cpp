@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <regex>
@@ -18,19 +17,14 @@
 #include "server/PublicClasses.h"
 #include "tests/corpus/Corpus.h"
 #include "tests/corpus/MemoryEngine.h"
+#include "tests/files.h"
 #include "tests/host/host_test.h"
+#include "tests/source_text.h"
 
 namespace qva {
 namespace {
 
 using Language = GuideLanguage;
-
-std::string Committed(const char* name) {
-  std::ifstream file(SourceFolder() / "docs" / name, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
 
 /// The procedures that a guide shows, by the class that they are about.
 std::map<std::string, std::string> ExamplesOf(const std::string& guide, const std::string& prefix) {
@@ -57,9 +51,9 @@ std::string Statements(const std::string& example) {
 }
 
 TEST(Guide, IsTheOneThatTheMemberTablesGive) {
-  EXPECT_EQ(Committed("guide.md"), MakeGuide(SourceFolder(), Language::English))
+  EXPECT_EQ(SourceText("docs/guide.md"), MakeGuide(SourceFolder(), Language::English))
       << "make docs writes it anew";
-  EXPECT_EQ(Committed("gidas.md"), MakeGuide(SourceFolder(), Language::Lithuanian));
+  EXPECT_EQ(SourceText("docs/gidas.md"), MakeGuide(SourceFolder(), Language::Lithuanian));
 }
 
 TEST(Guide, ListsMembersAsBasicDeclaresThem) {
@@ -86,7 +80,7 @@ TEST(Guide, IsWrittenInPagesWhoseLinksHold) {
   int found = 0;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(SourceFolder() / "docs" / "guide")) {
     if (entry.path().extension() != ".md") continue;
-    const std::string page = corpus::Contents(entry.path());
+    const std::string page = FileContent(entry.path());
     for (std::sregex_iterator it(page.begin(), page.end(), link), end; it != end; ++it, ++found) {
       EXPECT_TRUE(std::filesystem::is_regular_file(entry.path().parent_path() / std::string((*it)[1])))
           << entry.path() << " links " << (*it)[1];
@@ -97,8 +91,8 @@ TEST(Guide, IsWrittenInPagesWhoseLinksHold) {
 
 /// Exactly what stands in the guide, pasted into a macro of the corpus, gives what the macro gives.
 TEST(Guide, ShowsExamplesThatRunAsPasted) {
-  const auto english = ExamplesOf(Committed("guide.md"), "Example");
-  const auto lithuanian = ExamplesOf(Committed("gidas.md"), "Pavyzdys");
+  const auto english = ExamplesOf(SourceText("docs/guide.md"), "Example");
+  const auto lithuanian = ExamplesOf(SourceText("docs/gidas.md"), "Pavyzdys");
   ASSERT_EQ(english.size(), PublicClasses().size());
   ASSERT_EQ(lithuanian.size(), PublicClasses().size());
   for (const auto& [name, example] : english) {
@@ -204,13 +198,12 @@ TEST_P(GuideReference, NamesTheSettingsSheetsCells) {
 
 TEST_P(GuideReference, ShowsTheHostsTablesAsTheyAre) {
   const auto engine = std::make_unique<corpus::MemoryEngine>("guide_CTools");  // its services
-  const embedded::TemporaryFolder folder;
+  const TemporaryFolder folder;
   const std::filesystem::path file = folder.path() / "host.sqlite";
-  embedded::WriteFile(file, "");
-  embedded::Database(file, embedded::Database::Mode::Write)
-      .Execute(corpus::Contents(SourceFolder() / "host" / "sample.sql").c_str());
+  WriteFile(file, "");
+  embedded::Database(file, embedded::Database::Mode::Write).Execute(SourceText("host/sample.sql").c_str());
   const embedded::HostDatabase database(file);
-  const std::string source = corpus::Contents(SourceFolder() / "host" / "HostDatabase.cpp");
+  const std::string source = SourceText("host/HostDatabase.cpp");
   const std::regex given("TableReader::Scope::");
   int tables = 0;
   for (std::size_t at = page_.find("\n### `"); at != page_.npos;
@@ -240,8 +233,7 @@ TEST_P(GuideReference, ShowsTheHostsTablesAsTheyAre) {
 }
 
 TEST_P(GuideReference, HasTheFacesThatLibreOfficeShows) {
-  const std::string source =
-      corpus::Contents(SourceFolder() / "platform" / "calc" / "toolbars" / "Faces.cpp");
+  const std::string source = SourceText("platform/calc/toolbars/Faces.cpp");
   const std::string faces =
       source.substr(source.find("kFaces[]"), source.find("kBuiltInCommands[]") - source.find("kFaces[]"));
   std::set<std::string> known, told;
@@ -289,7 +281,7 @@ TEST_P(GuideReference, HasEveryErrorThatTheLibraryRaises) {
     told += told_of[name];
   }
   const std::regex enumerator(R"((k\w+) =\s+(-?\d+))");
-  const std::string header = corpus::Contents(SourceFolder() / "platform" / "error.h");
+  const std::string header = SourceText("platform/error.h");
   std::map<std::string, int> numbers;
   for (std::sregex_iterator it(header.begin(), header.end(), enumerator), end; it != end; ++it)
     numbers[(*it)[1]] = std::stoi((*it)[2]);
@@ -299,7 +291,7 @@ TEST_P(GuideReference, HasEveryErrorThatTheLibraryRaises) {
   int found = 0;
   for (const char* folder : {"global", "period", "reports", "storage", "excelui"}) {
     for (const auto& entry : std::filesystem::directory_iterator(SourceFolder() / folder)) {
-      const std::string source = corpus::Contents(entry.path());
+      const std::string source = FileContent(entry.path());
       for (std::sregex_iterator it(source.begin(), source.end(), raised), end; it != end; ++it) {
         const std::string name = entry.path().stem().string();
         // A block of cells that no sheet gives, but a foreign object in its place.

@@ -5,8 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <optional>
 #include <string>
 
 #include "global/Globals.h"
@@ -22,25 +20,10 @@
 #include "platform/settings.h"
 #include "platform/text.h"
 #include "server/PublicClasses.h"
+#include "tests/raised_error.h"
 #include "tests/readable_values.h"
 
 namespace qva {
-
-/// The error that `step` raises, if it raises one.
-inline std::optional<AutomationError> ErrorOf(const std::function<void()>& step) {
-  try {
-    step();
-    return std::nullopt;
-  } catch (const AutomationError& error) {
-    return error;
-  }
-}
-
-/// The number of the error that `step` raises, 0 for none.
-inline std::int32_t ErrorNumberOf(const std::function<void()>& step) {
-  const auto error = ErrorOf(step);
-  return error ? error->number() : 0;
-}
 
 /// A fresh library on the in-memory platform. Objects are created and called as a macro does it: by
 /// programmatic identifier and member name.

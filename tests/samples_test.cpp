@@ -1,14 +1,14 @@
 // What the macros of the sample reports call.
 #include <cctype>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "tests/files.h"
 #include "tests/library_fixture.h"
-#include "tests/test_paths.h"
+#include "tests/source_text.h"
 
 namespace qva {
 namespace {
@@ -17,12 +17,6 @@ namespace fs = std::filesystem;
 
 class SampleMacros : public LibraryTest {
  protected:
-  static std::string Contents(const fs::path& path) {
-    std::ostringstream contents;
-    contents << std::ifstream(path).rdbuf();
-    return contents.str();
-  }
-
   static std::vector<fs::path> Workbooks() {
     std::vector<fs::path> workbooks;
     for (const fs::directory_entry& entry : fs::directory_iterator(SourceFolder() / "samples")) {
@@ -35,7 +29,7 @@ class SampleMacros : public LibraryTest {
   static std::string Macros() {
     std::string macros;
     for (const fs::path& path : Workbooks()) {
-      const std::string workbook = Contents(path);
+      const std::string workbook = FileContent(path);
       constexpr std::string_view kBegin = "<ooo:source-code>";
       for (std::size_t begin = workbook.find(kBegin); begin != workbook.npos;
            begin = workbook.find(kBegin, begin + 1)) {
@@ -80,12 +74,12 @@ TEST_F(SampleMacros, UseEveryPublicClass) {
 }
 
 TEST_F(SampleMacros, ShareTheModuleThatAuthorsImport) {
-  std::string module = Contents(SourceFolder() / "samples/QvaReport.bas");
+  std::string module = SourceText("samples/QvaReport.bas");
   const std::string first_line = "Attribute VB_Name = \"QvaReport\"\n";
   ASSERT_EQ(module.substr(0, first_line.size()), first_line);
   module.replace(0, first_line.size(), "Option VBASupport 1\n");
   for (const fs::path& workbook : Workbooks()) {
-    const std::string contents = Contents(workbook);
+    const std::string contents = FileContent(workbook);
     const std::string begin = "<ooo:module ooo:name=\"QvaReport\"><ooo:source-code>";
     const std::size_t at = contents.find(begin);
     ASSERT_NE(at, contents.npos) << workbook;
@@ -104,7 +98,7 @@ TEST_F(SampleMacros, ShareTheModuleThatAuthorsImport) {
 // LibreOffice takes a flat file for one of another program when it finds that one's word in its beginning.
 TEST_F(SampleMacros, StandBehindWhatLibreOfficeTellsAFilesTypeBy) {
   for (const fs::path& workbook : Workbooks()) {
-    EXPECT_EQ(Contents(workbook).substr(0, 4000).find("Workbook"), std::string::npos) << workbook;
+    EXPECT_EQ(FileContent(workbook).substr(0, 4000).find("Workbook"), std::string::npos) << workbook;
   }
 }
 

@@ -2,21 +2,18 @@
 #pragma once
 
 #include <filesystem>
-#include <fstream>
 #include <regex>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "tests/files.h"
 #include "tests/test_paths.h"
 
 namespace qva {
 
-/// A file of the tree by its path below the root; empty when there is none.
+/// A file of the tree by its path below the root.
 inline std::string SourceText(const std::filesystem::path& file) {
-  std::ostringstream contents;
-  contents << std::ifstream(SourceFolder() / file).rdbuf();
-  return contents.str();
+  return FileContent(SourceFolder() / file);
 }
 
 /// What the groups of a pattern match in a text, one by one; those of one match are joined by "_".

@@ -18,18 +18,6 @@ constexpr char kEmptySheet[] =
 
 }  // namespace
 
-CalcTest::CalcTest() {
-  std::string pattern = (fs::temp_directory_path() / "qva-calc-XXXXXX").string();
-  if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-  folder = pattern;
-  output = folder / "out";
-}
-
-CalcTest::~CalcTest() {
-  run_.reset();
-  fs::remove_all(folder);
-}
-
 RunResult CalcTest::RunMacro(const std::string& name, std::vector<std::string> options) {
   StartMacro(name, std::move(options), {});
   return Finish();
@@ -57,8 +45,7 @@ std::string CalcTest::ResourcesWith(const std::string& sql) const {
 fs::path CalcTest::WriteWorkbook(const std::string& macro, const std::string& project,
                                  const std::string& sheets) {
   const fs::path macros = SourceFolder() / "tests/calc/macros";
-  const std::string source = Contents(macros / (macro + ".bas"));
-  EXPECT_FALSE(source.empty()) << macro;
+  const std::string source = FileContent(macros / (macro + ".bas"));
   const fs::path workbook = folder / (macro + ".fods");
   std::ofstream(workbook) << R"(<?xml version="1.0" encoding="UTF-8"?>
 <office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
@@ -183,13 +170,6 @@ std::vector<std::string> CalcTest::Lines() const {
   std::istringstream lines(Contents(folder / "macro.log"));
   for (std::string line; std::getline(lines, line);) result.push_back(line);
   return result;
-}
-
-std::string CalcTest::Contents(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream contents;
-  contents << file.rdbuf();
-  return contents.str();
 }
 
 void CalcTest::ExpectNoWordOfUno(const RunResult& run) {

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/files.h"
 #include "tools/report-runner/Process.h"
 
 namespace qva {
@@ -25,9 +26,6 @@ struct RunResult {
 
 class CalcTest : public testing::Test {
  protected:
-  CalcTest();
-  ~CalcTest() override;
-
   /// A workbook <macro>.fods in the private folder: the project has one module "Ataskaita", which holds
   /// tests/calc/macros/<macro>.bas, and `sheets` are its sheets and names in OpenDocument's XML.
   std::filesystem::path WriteWorkbook(const std::string& macro, const std::string& project,
@@ -70,13 +68,14 @@ class CalcTest : public testing::Test {
   /// The text of a PDF file, its pages ended by form feeds.
   std::string PdfText(const std::filesystem::path& pdf) const;
   /// Everything in the file, empty when there is none.
-  static std::string Contents(const std::filesystem::path& path);
+  static std::string Contents(const std::filesystem::path& path) { return FileContent(path, ""); }
   /// Expects that no text of LibreOffice's for its own developers got out of a run.
   static void ExpectNoWordOfUno(const RunResult& run);
 
-  std::filesystem::path folder;  ///< private, gone with the test
-  std::filesystem::path output;  ///< the run's output folder within
-  std::string launcher;          ///< a command of the shell that comes before the runner's
+  const TemporaryFolder temporary_folder;
+  const std::filesystem::path folder = temporary_folder.path();
+  std::filesystem::path output = folder / "out";  ///< the run's output folder
+  std::string launcher;                           ///< a command of the shell that comes before the runner's
 
  private:
   std::unique_ptr<Process> run_;

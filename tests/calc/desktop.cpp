@@ -2,22 +2,17 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <thread>
 #include <utility>
 
+#include "tests/files.h"
+
 namespace qva {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Contents(const fs::path& path) {
-  std::ostringstream contents;
-  contents << std::ifstream(path).rdbuf();
-  return contents.str();
-}
 
 /// Whether a process sleeps, and how much of the processor it has used.
 struct Activity {
@@ -28,7 +23,7 @@ struct Activity {
 
 /// A process that is gone sleeps.
 Activity ActivityOf(const std::string& process) {
-  const std::string stat = Contents("/proc/" + process + "/stat");
+  const std::string stat = FileContent("/proc/" + process + "/stat", "");
   const std::size_t name_end = stat.rfind(')');
   if (name_end == stat.npos) return {};
   std::istringstream fields(stat.substr(name_end + 1));
@@ -53,8 +48,8 @@ Desktop::Desktop(fs::path folder) : folder_(std::move(folder)) {
           "exec Xvfb -displayfd 3 -screen 0 1500x1100x24 -nolisten tcp -noreset -r 3> '" + number.string() +
               "'"},
       std::map<std::string, std::string>{}, folder_ / "display.txt");
-  WaitFor("the screen", [&] { return Contents(number).ends_with('\n'); });
-  std::string display = Contents(number);
+  WaitFor("the screen", [&] { return FileContent(number, "").ends_with('\n'); });
+  std::string display = FileContent(number, "");
   display.pop_back();
   environment_ = {{"DISPLAY", ":" + display},
                   {"SAL_USE_VCLPLUGIN", "gen"},
@@ -99,7 +94,7 @@ std::string Desktop::Output(const std::vector<std::string>& command, bool* went_
   Process process(arguments, environment_, folder_ / "errors.txt");
   const bool ok = process.Wait(kPatience) == 0;
   if (went_through) *went_through = ok;
-  return ok ? Contents(output) : std::string();
+  return ok ? FileContent(output, "") : std::string();
 }
 
 void Desktop::Do(std::vector<std::string> arguments) {
@@ -110,7 +105,7 @@ void Desktop::Do(std::vector<std::string> arguments) {
     bool went_through = false;
     Output(arguments, &went_through);
     // xdotool goes on after X's refusals and only prints them.
-    return went_through && Contents(folder_ / "errors.txt").find("rror") == std::string::npos;
+    return went_through && FileContent(folder_ / "errors.txt", "").find("rror") == std::string::npos;
   });
 }
 
@@ -125,7 +120,7 @@ void Desktop::WaitFor(const std::string& what, const std::function<bool()>& cond
   const auto deadline = std::chrono::steady_clock::now() + kPatience;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > deadline) {
-      const std::string complaint = Contents(folder_ / "errors.txt");
+      const std::string complaint = FileContent(folder_ / "errors.txt", "");
       const fs::path picture = fs::temp_directory_path() / "qva-desktop-failure.png";
       if (!environment_.empty()) Output({"import", "-window", "root", picture.string()});
       throw std::runtime_error("Waited in vain for: " + what + "; the screen is in " + picture.string() +

@@ -1,10 +1,10 @@
 #include "tests/corpus/Corpus.h"
-#include "tests/test_paths.h"
 
 #include <algorithm>
-#include <fstream>
 #include <sstream>
-#include <stdexcept>
+
+#include "tests/files.h"
+#include "tests/test_paths.h"
 
 namespace qva::corpus {
 
@@ -24,25 +24,17 @@ std::vector<std::string> MacroNames() {
   return names;
 }
 
-std::string Contents(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream contents;
-  contents << file.rdbuf();
-  if (!file) throw std::runtime_error("cannot read " + path.string());
-  return contents.str();
-}
-
 std::string SourceOf(const std::string& name) {
-  return Contents(Folder() / "macros" / (name + ".macro"));
+  return FileContent(Folder() / "macros" / (name + ".macro"));
 }
 
 std::string GoldenLogOf(const std::string& name) {
-  return Contents(Folder() / "macros" / (name + ".log"));
+  return FileContent(Folder() / "macros" / (name + ".log"));
 }
 
 std::vector<Facts> AllFacts() {
   std::vector<Facts> all;
-  std::istringstream lines(Contents(SourceFolder() / "packaging/windows/acceptance/facts.txt"));
+  std::istringstream lines(FileContent(SourceFolder() / "packaging/windows/acceptance/facts.txt"));
   const auto quoted = [](std::string text) {
     for (std::size_t at = 0; (at = text.find('"', at)) != text.npos; at += 2) text.insert(at, 1, '"');
     return '"' + text + '"';

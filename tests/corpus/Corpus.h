@@ -13,9 +13,6 @@ const std::filesystem::path& Folder();
 /// The names of all macros, sorted.
 std::vector<std::string> MacroNames();
 
-/// A whole file's bytes. Raises std::runtime_error when it cannot be read.
-std::string Contents(const std::filesystem::path& path);
-
 /// The text of a macro, and what it logs.
 std::string SourceOf(const std::string& name);
 std::string GoldenLogOf(const std::string& name);

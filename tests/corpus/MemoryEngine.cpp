@@ -5,6 +5,7 @@
 #include "platform/date.h"
 #include "tests/corpus/Corpus.h"
 #include "tests/corpus/interpreter/Parser.h"
+#include "tests/files.h"
 
 namespace qva::corpus {
 namespace {
@@ -112,9 +113,9 @@ std::string MemoryEngine::Run(const std::string& source) {
 }
 
 std::string MemoryEngine::FormProblems() const {
-  const std::string log = fs::exists(form_log_) ? Contents(form_log_) : "";
+  const std::string log = FileContent(form_log_, "");
   const std::string path = AnswersOf(name_);
-  const std::string answers = path.empty() ? "" : "\n" + Contents(path);
+  const std::string answers = path.empty() ? "" : "\n" + FileContent(path);
   const auto count = [](const std::string& text, const std::string& what) {
     int found = 0;
     for (std::size_t at = text.find(what); at != text.npos; at = text.find(what, at + 1)) ++found;

@@ -55,7 +55,7 @@ class MemoryEngine : public LibraryTest {
   void Watch(const Object& object, Access access, std::u16string_view member);
 
   std::string name_;
-  embedded::TemporaryFolder folder_;
+  TemporaryFolder folder_;
   std::filesystem::path form_log_ = folder_.path() / "forms.log";
   UnattendedForms forms_;
   Members members_;

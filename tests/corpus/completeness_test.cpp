@@ -8,6 +8,7 @@
 
 #include "tests/corpus/Corpus.h"
 #include "tests/corpus/MemoryEngine.h"
+#include "tests/files.h"
 #include "tests/test_paths.h"
 
 namespace qva::corpus {
@@ -31,17 +32,17 @@ std::string LibrarySources() {
   std::string sources;
   for (const char* folder : {"global", "period", "reports", "storage", "excelui"}) {
     for (const fs::directory_entry& entry : fs::directory_iterator(root / folder)) {
-      if (entry.is_regular_file()) sources += Contents(entry.path());
+      if (entry.is_regular_file()) sources += FileContent(entry.path());
     }
   }
   for (const char* file : {"automation.cpp", "member_table.cpp", "member_table.h", "value.cpp"})
-    sources += Contents(root / "platform" / file);
+    sources += FileContent(root / "platform" / file);
   return sources;
 }
 
 /// The errors by the names that sources give them.
 std::map<std::string, std::int32_t> ErrorNumbers() {
-  const std::string header = Contents(SourceFolder() / "platform/error.h");
+  const std::string header = FileContent(SourceFolder() / "platform/error.h");
   const std::regex enumerator(R"((k\w+) =\s+(-?\d+))");
   std::map<std::string, std::int32_t> numbers;
   for (std::sregex_iterator it(header.begin(), header.end(), enumerator), end; it != end; ++it)

@@ -1,11 +1,10 @@
 #include "tools/doctor/Report.h"
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 #include <stdexcept>
 
 #include "tests/doctor/doctor_test.h"
+#include "tests/source_text.h"
 #include "tests/test_paths.h"
 
 namespace qva::doctor {
@@ -79,10 +78,8 @@ TEST(FindingsTable, HasALineForEachKind) {
 }
 
 TEST(FindingsTable, StandsInThePageAboutInstalling) {
-  std::ifstream file(SourceFolder() / "docs" / "installation.md", std::ios::binary);
-  std::ostringstream page;
-  page << file.rdbuf();
-  EXPECT_EQ(page.str(), WithFindingsTable(page.str())) << "make docs writes it anew";
+  const std::string page = SourceText("docs/installation.md");
+  EXPECT_EQ(page, WithFindingsTable(page)) << "make docs writes it anew";
 }
 
 TEST(FindingsTable, TakesThePlaceOfAnEarlierOne) {

@@ -15,7 +15,7 @@ class ButtonProperties : public LibraryTest {
 
 TEST_F(ButtonProperties, StartEmpty) {
   EXPECT_EQ(Total(), 0);
-  EXPECT_EQ(ErrorNumberOf([&] { Get(buttons, u"sBCaption", {std::int32_t{1}}); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { Get(buttons, u"sBCaption", {std::int32_t{1}}); }), kSubscriptOutOfRange);
 }
 
 TEST_F(ButtonProperties, KeepEachFieldOfEachButton) {
@@ -49,14 +49,14 @@ TEST_F(ButtonProperties, AddKeepsWhatIsThere) {
 TEST_F(ButtonProperties, AnIndexOutsideTheListIsAnError) {
   Add(3);
   for (const std::int32_t i : {0, 4}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Get(buttons, u"nBID", {i}); }), kSubscriptOutOfRange) << i;
+    EXPECT_EQ(RaisedBy([&] { Get(buttons, u"nBID", {i}); }), kSubscriptOutOfRange) << i;
   }
-  EXPECT_EQ(ErrorNumberOf([&] { Get(buttons, u"nBID", {std::int32_t{256}}); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Get(buttons, u"nBID", {std::int32_t{256}}); }), kOverflow);
 }
 
 TEST_F(ButtonProperties, CountAbove255Overflows) {
   Add(200);
-  EXPECT_EQ(ErrorNumberOf([&] { Add(56); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Add(56); }), kOverflow);
   EXPECT_EQ(Total(), 200);
   Add(55);
   EXPECT_EQ(Total(), 255);

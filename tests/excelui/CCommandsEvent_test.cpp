@@ -101,17 +101,17 @@ TEST_F(CommandsEvent, AnyOtherStateOfAButtonChangesNothing) {
 TEST_F(CommandsEvent, WithoutItsButtonACommandFails) {
   Call(Control(kFreeze), u"Delete");
   Call(Control(kComment), u"Delete");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(events, u"cmdComment"); }), kInvalidProcedureCall);
-  EXPECT_EQ(ErrorNumberOf([&] { Freeze(); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { Call(events, u"cmdComment"); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { Freeze(); }), kInvalidProcedureCall);
   EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true)) << "the button comes first";
 }
 
 TEST_F(CommandsEvent, BeforeInitCommandsHaveNoBar) {
   const ObjectPtr fresh = LibraryTest::Create(u"CCommandsEvent");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"cmdComment"); }), kObjectNotSet);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"cmdFreeze", {ObjectPtr()}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(fresh, u"cmdComment"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(fresh, u"cmdFreeze", {ObjectPtr()}); }), kObjectNotSet);
   Call(fresh, u"Init", {Bar(), ObjectPtr()});
-  EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"cmdComment"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(fresh, u"cmdComment"); }), kObjectNotSet);
 }
 
 TEST_F(CommandsEvent, FreezeFreezesAtTheCellAndComesBackToTheActiveOne) {
@@ -186,7 +186,7 @@ TEST_F(CommandsEvent, FreezeAgainThawsAndScrollsToTheTop) {
 
 TEST_F(CommandsEvent, FreezeBeyondRow32767Overflows) {
   Put(Window(), u"ScrollRow", 40000);
-  EXPECT_EQ(ErrorNumberOf([&] { Freeze(); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Freeze(); }), kOverflow);
   EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(false));
   EXPECT_EQ(Get(excel, u"EnableEvents"), Value(false));
   EXPECT_EQ(Of(kFreeze, u"State"), Value(std::int32_t{msoButtonUp}));
@@ -194,7 +194,7 @@ TEST_F(CommandsEvent, FreezeBeyondRow32767Overflows) {
 
 TEST_F(CommandsEvent, AFailingFreezeLeavesScreenUpdatingAndEventsOff) {
   const ObjectPtr elsewhere = GetObject(GetObject(workbook, u"Sheets", {1}), u"Range", {u"A1"});
-  EXPECT_EQ(ErrorNumberOf([&] { Call(events, u"cmdFreeze", {elsewhere}); }), kApplicationDefined);
+  EXPECT_EQ(RaisedBy([&] { Call(events, u"cmdFreeze", {elsewhere}); }), kApplicationDefined);
   EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(false));
   EXPECT_EQ(Get(excel, u"EnableEvents"), Value(false));
   EXPECT_EQ(Of(kFreeze, u"State"), Value(std::int32_t{msoButtonDown})) << "and the button as it is";

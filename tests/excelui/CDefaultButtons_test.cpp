@@ -169,17 +169,17 @@ TEST_F(DefaultButtons, AButtonOfTheSheetThatIsExcelsPrintIsFoundInstead) {
 
 TEST_F(DefaultButtons, BeforeInitThereIsNothingToAddToOrLookAt) {
   const ObjectPtr fresh = LibraryTest::Create(u"CDefaultButtons");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"AddButtons"); }), kObjectNotSet);
-  EXPECT_EQ(ErrorNumberOf([&] { Get(fresh, u"cmdIndexHelp"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(fresh, u"AddButtons"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Get(fresh, u"cmdIndexHelp"); }), kObjectNotSet);
   Call(fresh, u"Init", {observed_sheet, ObjectPtr(), list});
-  EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"AddButtons"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(fresh, u"AddButtons"); }), kObjectNotSet);
   EXPECT_EQ(Get(list, u"TotalButtons"), Value(std::uint8_t{1})) << "the list comes before the bar";
 }
 
 TEST_F(DefaultButtons, ARefusalStopsThemThere) {
   Call(list, u"Add", {250});
   for (int i = 0; i < 250; ++i) Call(GetObject(bar, u"Controls"), u"Add");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(buttons, u"AddButtons"); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Call(buttons, u"AddButtons"); }), kOverflow);
   EXPECT_EQ(ControlCount(), 255);
   EXPECT_EQ(Of(255, u"Tag"), Value(u"Tag01"));
 }
@@ -187,7 +187,7 @@ TEST_F(DefaultButtons, ARefusalStopsThemThere) {
 TEST_F(DefaultButtons, APropertyThatExcelRefusesStopsThemInTheMiddleOfARow) {
   // The controls and the bar's name, ten calls of row 1, eight of row 2, four of row 3.
   failure.Reset(2 + 10 + 8 + 4);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(buttons, u"AddButtons"); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Call(buttons, u"AddButtons"); }), kAutomationFailed);
   failure.Reset(0);
   EXPECT_TRUE(trace.lines().back().ends_with(".Tag = \"TagPrint\" ! 440 The call failed"))
       << trace.lines().back();
@@ -210,7 +210,7 @@ TEST_F(DefaultButtons, TakeTheirCaptionsWhenTheyAreCreated) {
   EXPECT_THAT(trace.lines(), ElementsAreArray(expected));
   host.texts.erase(849);
   const long live = Object::LiveCount();
-  EXPECT_EQ(ErrorNumberOf([&] { LibraryTest::Create(u"CDefaultButtons"); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { LibraryTest::Create(u"CDefaultButtons"); }), kSubscriptOutOfRange);
   EXPECT_EQ(Object::LiveCount(), live);
 }
 

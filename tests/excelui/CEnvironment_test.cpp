@@ -297,7 +297,7 @@ TEST_F(Environment, ScrollBarArgumentIsNotUsed) {
       EXPECT_EQ(Get(window, u"DisplayHorizontalScrollBar"), Value(shown));
     }
   }
-  EXPECT_EQ(ErrorNumberOf([&] { Call(environment, kReport, {u"galbūt"}); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { Call(environment, kReport, {u"galbūt"}); }), kTypeMismatch);
 }
 
 TEST_F(Environment, WithoutAWorkbookTheRestIsSet) {
@@ -310,7 +310,7 @@ TEST_F(Environment, WithoutAWorkbookTheRestIsSet) {
       if (!needs_workbook && IsChange(line)) expected.push_back(line);
     }
     trace.Clear();
-    EXPECT_EQ(ErrorNumberOf([&] { Call(environment, operation); }), 0);
+    EXPECT_EQ(RaisedBy([&] { Call(environment, operation); }), 0);
     EXPECT_THAT(Changes(), ElementsAreArray(expected));
   }
   workbook.reset();
@@ -319,8 +319,8 @@ TEST_F(Environment, WithoutAWorkbookTheRestIsSet) {
 TEST_F(Environment, WithoutAConnectionNothingHappens) {
   global.reset();
   trace.Clear();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(environment, kReport); }), 0);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(environment, kOrdinary); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(environment, kReport); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(environment, kOrdinary); }), 0);
   EXPECT_THAT(trace.lines(), IsEmpty());
 }
 
@@ -346,7 +346,7 @@ TEST_F(Environment, WhicheverCallFailsAllOtherChangesAreMadeAndNothingIsRaised) 
       }
       trace.Clear();
       failure.Reset(static_cast<long>(n) + 1);
-      EXPECT_EQ(ErrorNumberOf([&] { Call(environment, operation); }), 0);
+      EXPECT_EQ(RaisedBy([&] { Call(environment, operation); }), 0);
       EXPECT_TRUE(failure.has_failed());
       failure.Reset(0);
       EXPECT_THAT(Changes(), ElementsAreArray(Without(all, lost)));
@@ -364,7 +364,7 @@ TEST_F(Environment, AnyOneSettingThatExcelRefusesLeavesAllOthersSet) {
     ChangeEverything();
     const Settings changed = Now();
     refusal.member = setting.name;
-    EXPECT_EQ(ErrorNumberOf([&] { Call(environment, kReport); }), 0);
+    EXPECT_EQ(RaisedBy([&] { Call(environment, kReport); }), 0);
     Settings expected = report;
     const std::string name = ToUtf8(setting.name);
     expected[name] = changed.at(name);
@@ -378,7 +378,7 @@ TEST_F(Environment, EveryMemberMayBeRefusedForGood) {
                                u"CommandBars", u"Count", u"Item", u"Name", u"Controls", u"Parameter",
                                u"Enabled", u"Visible", u"OnKey", u"ActiveWorkbook", u"Names"}) {
       refusal.member = member;
-      EXPECT_EQ(ErrorNumberOf([&] { Call(environment, operation); }), 0) << ToUtf8(member);
+      EXPECT_EQ(RaisedBy([&] { Call(environment, operation); }), 0) << ToUtf8(member);
     }
   }
   EXPECT_GT(refusal.refused, 0);

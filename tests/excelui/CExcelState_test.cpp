@@ -237,7 +237,7 @@ TEST_F(ExcelState, BarThatIsGoneMeanwhileIsSkipped) {
   AddBar(u"Nauja", u"");
   Put(Bar(u"Nauja"), u"Enabled", false);
   trace.Clear();
-  EXPECT_EQ(ErrorNumberOf([&] { state->RestoreExcelState(); }), 0);
+  EXPECT_EQ(RaisedBy([&] { state->RestoreExcelState(); }), 0);
   const std::string gone = "Application.CommandBars.Item(\"Ataskaita\")";
   std::vector<std::string> expected;
   for (const std::string& line : kRestoreCalls) {
@@ -261,10 +261,10 @@ TEST_F(ExcelState, WithoutAWorkbookTheRestIsSavedAndPutBack) {
   Call(workbook, u"Close", {false});
   Put(excel, u"DisplayFormulaBar", false);
   Put(Bar(u"Standard"), u"Visible", false);
-  EXPECT_EQ(ErrorNumberOf([&] { state->SaveExcelState(); }), 0);
+  EXPECT_EQ(RaisedBy([&] { state->SaveExcelState(); }), 0);
   Put(excel, u"DisplayFormulaBar", true);
   Put(Bar(u"Standard"), u"Visible", true);
-  EXPECT_EQ(ErrorNumberOf([&] { state->RestoreExcelState(); }), 0);
+  EXPECT_EQ(RaisedBy([&] { state->RestoreExcelState(); }), 0);
   EXPECT_EQ(Get(excel, u"DisplayFormulaBar"), Value(false));
   EXPECT_EQ(Get(Bar(u"Standard"), u"Visible"), Value(false));
   workbook.reset();
@@ -292,7 +292,7 @@ TEST_F(ExcelState, SkipsWhicheverCallFailsWhileItSaves) {
     const std::string& line = kSaveCalls[n];
     SCOPED_TRACE(line);
     failure.Reset(static_cast<long>(n) + 1);
-    EXPECT_EQ(ErrorNumberOf([&] { state->SaveExcelState(); }), 0);
+    EXPECT_EQ(RaisedBy([&] { state->SaveExcelState(); }), 0);
     EXPECT_TRUE(failure.has_failed());
     failure.Reset(0);
     trace.Clear();
@@ -353,7 +353,7 @@ TEST_F(ExcelState, SkipsWhicheverCallFailsWhileItRestores) {
     state->SaveExcelState();
     trace.Clear();
     failure.Reset(static_cast<long>(n) + 1);
-    EXPECT_EQ(ErrorNumberOf([&] { state->RestoreExcelState(); }), 0);
+    EXPECT_EQ(RaisedBy([&] { state->RestoreExcelState(); }), 0);
     EXPECT_TRUE(failure.has_failed());
     failure.Reset(0);
     EXPECT_THAT(Changes(), ElementsAreArray(Without(all, lost)));
@@ -370,10 +370,10 @@ TEST_F(ExcelState, AnyOneSettingThatExcelRefusesLeavesAllOthersRestored) {
     Put(Bar(u"Kita"), u"Enabled", true);
     ASSERT_EQ(Now(), first);
     refusal.member = setting.name;
-    EXPECT_EQ(ErrorNumberOf([&] { state->SaveExcelState(); }), 0);
+    EXPECT_EQ(RaisedBy([&] { state->SaveExcelState(); }), 0);
     ChangeEverything();
     const Settings changed = Now();
-    EXPECT_EQ(ErrorNumberOf([&] { state->RestoreExcelState(); }), 0);
+    EXPECT_EQ(RaisedBy([&] { state->RestoreExcelState(); }), 0);
     refusal.member.clear();
     Settings expected = PutBack(first, changed);
     expected[ToUtf8(setting.name)] = changed.at(ToUtf8(setting.name));
@@ -387,8 +387,8 @@ TEST_F(ExcelState, EveryMemberMayBeRefusedForGood) {
     SCOPED_TRACE(ToUtf8(member));
     refusal.member = member;
     refusal.refused = 0;
-    EXPECT_EQ(ErrorNumberOf([&] { state->SaveExcelState(); }), 0);
-    EXPECT_EQ(ErrorNumberOf([&] { state->RestoreExcelState(); }), 0);
+    EXPECT_EQ(RaisedBy([&] { state->SaveExcelState(); }), 0);
+    EXPECT_EQ(RaisedBy([&] { state->RestoreExcelState(); }), 0);
     EXPECT_GT(refusal.refused, 0);
   }
   EXPECT_EQ(state->depth(), 0);
@@ -407,7 +407,7 @@ TEST_F(ExcelState, StackHoldsAsManySnapshotsAsASixteenBitDepthCounts) {
   for (int i = 0; i < 32767; ++i) state->SaveExcelState();
   EXPECT_EQ(state->depth(), 32767);
   Call(global = Create(u"gExcelObject"), u"InitConnectEX", {observed, ObjectPtr()});
-  EXPECT_EQ(ErrorNumberOf([&] { state->SaveExcelState(); }), 0) << "no error leaves the class";
+  EXPECT_EQ(RaisedBy([&] { state->SaveExcelState(); }), 0) << "no error leaves the class";
   EXPECT_EQ(state->depth(), 32767);
   const Settings saved = Now();
   ChangeEverything();
@@ -419,7 +419,7 @@ TEST_F(ExcelState, StackHoldsAsManySnapshotsAsASixteenBitDepthCounts) {
 
 TEST_F(ExcelState, HasNoMembersForMacros) {
   for (const auto* member : {u"SaveExcelState", u"RestoreExcelState", u""}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Call(state, member); }), kUnsupportedMember);
+    EXPECT_EQ(RaisedBy([&] { Call(state, member); }), kUnsupportedMember);
   }
 }
 
@@ -462,7 +462,7 @@ TEST_F(ExcelState, ConnectionThatIsResetInBetweenStopsNeitherSnapshotNorRestore)
   EXPECT_FALSE(TheGlobals().oEnvironment) << "the connection was reset";
 
   // The counters outlive a reset: the next environment is a first one again.
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ResetEnvironment"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"ResetEnvironment"); }), kObjectNotSet);
   Call(global, u"InitEnvironment");
   reset.global = global;
   trace.Clear();

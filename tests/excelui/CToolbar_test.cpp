@@ -36,7 +36,7 @@ TEST_F(Toolbar, KeepsTheCommandEventsThatItIsGiven) {
   const ObjectPtr events = LibraryTest::Create(u"CCommandsEvent");
   PutRef(toolbar, u"CmdEvent", events);
   EXPECT_EQ(Get(toolbar, u"CmdEvent"), Value(events));
-  EXPECT_EQ(ErrorNumberOf([&] { PutRef(toolbar, u"CmdEvent", toolbar); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { PutRef(toolbar, u"CmdEvent", toolbar); }), kTypeMismatch);
 }
 
 TEST_F(Toolbar, KeepsTheIdThatItIsGiven) {
@@ -44,7 +44,7 @@ TEST_F(Toolbar, KeepsTheIdThatItIsGiven) {
   EXPECT_EQ(Get(toolbar, u"IDCollection"), Value(std::uint8_t{0}));
   Put(toolbar, u"IDCollection", std::int32_t{255});
   EXPECT_EQ(Get(toolbar, u"IDCollection"), Value(std::uint8_t{255}));
-  EXPECT_EQ(ErrorNumberOf([&] { Put(toolbar, u"IDCollection", std::int32_t{256}); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Put(toolbar, u"IDCollection", std::int32_t{256}); }), kOverflow);
 }
 
 TEST_F(Toolbar, BeforeInitHasNoBar) {
@@ -57,10 +57,10 @@ TEST_F(Toolbar, BeforeInitHasNoBar) {
   Put(toolbar, u"VisibleToolbar", true);
   Call(toolbar, u"Refresh");
   Put(toolbar, u"Caption", u"Kita");
-  EXPECT_EQ(ErrorNumberOf([&] { Get(toolbar, u"Caption"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Get(toolbar, u"Caption"); }), kObjectNotSet);
   for (const std::u16string_view member :
        {u"iComment", u"iFreeze", u"iPrintP", u"iPrint", u"iExcel", u"iHelp"}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbar, member); }), kObjectNotSet) << ToUtf8(member);
+    EXPECT_EQ(RaisedBy([&] { Call(toolbar, member); }), kObjectNotSet) << ToUtf8(member);
   }
   EXPECT_EQ(BarCount(), 3);
 }
@@ -74,7 +74,7 @@ TEST_F(Toolbar, BeforeInitTouchesNoBarThatHappensToHaveNoName) {
   AddShape(u"Picture02");
   const ObjectPtr picture = GetObject(sheet, u"Shapes", {u"Picture02"});
   const auto error = [&](std::u16string_view member, Arguments arguments) {
-    return ErrorNumberOf([&] { Call(toolbar, member, std::move(arguments)); });
+    return RaisedBy([&] { Call(toolbar, member, std::move(arguments)); });
   };
   EXPECT_EQ(error(u"VisibleButton", {1, false}), kObjectNotSet);
   EXPECT_EQ(error(u"EnabledButton", {1, true}), kObjectNotSet);
@@ -84,8 +84,8 @@ TEST_F(Toolbar, BeforeInitTouchesNoBarThatHappensToHaveNoName) {
   EXPECT_EQ(error(u"SetAction", {1, u"Kitas"}), kObjectNotSet);
   EXPECT_EQ(error(u"SetHotKey", {1, u"^{k}"}), kObjectNotSet);
   EXPECT_EQ(error(u"Refresh", {}), kObjectNotSet);
-  EXPECT_EQ(ErrorNumberOf([&] { Put(toolbar, u"VisibleToolbar", true); }), kObjectNotSet);
-  EXPECT_EQ(ErrorNumberOf([&] { Get(toolbar, u"VisibleToolbar"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Put(toolbar, u"VisibleToolbar", true); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Get(toolbar, u"VisibleToolbar"); }), kObjectNotSet);
   EXPECT_EQ(Result(u"PositinTop", {}), 1);
   // Nor does it take the bar along when it goes, also when its settings could not be read.
   Call(toolbar, u"Init", {workbook, sheet});
@@ -139,17 +139,17 @@ TEST_F(Toolbar, WhatDoesNotLookForTheBarFailsOnceItWasDeleted) {
   Call(Bar(), u"Delete");
   for (const std::u16string_view member :
        {u"PositinTop", u"TotalButtons", u"ToolbarID", u"Caption", u"VisibleToolbar"}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbar, member); }), memory::kObjectGone) << ToUtf8(member);
+    EXPECT_EQ(RaisedBy([&] { Call(toolbar, member); }), memory::kObjectGone) << ToUtf8(member);
   }
 }
 
 TEST_F(Toolbar, AButtonThatIsNotThereIsAnErrorOfExcel) {
   Build(Buttons(1));
   for (const std::int32_t button : {0, 9}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Result(u"VisibleButton", {button, true}); }), kInvalidProcedureCall);
-    EXPECT_EQ(ErrorNumberOf([&] { Result(u"ButtonFaceID", {button, 1}); }), kInvalidProcedureCall);
-    EXPECT_EQ(ErrorNumberOf([&] { Result(u"SetAction", {button, u"x"}); }), kInvalidProcedureCall);
-    EXPECT_EQ(ErrorNumberOf([&] { Result(u"SetHotKey", {button, u"x"}); }), kSubscriptOutOfRange);
+    EXPECT_EQ(RaisedBy([&] { Result(u"VisibleButton", {button, true}); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { Result(u"ButtonFaceID", {button, 1}); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { Result(u"SetAction", {button, u"x"}); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { Result(u"SetHotKey", {button, u"x"}); }), kSubscriptOutOfRange);
   }
 }
 
@@ -186,7 +186,7 @@ TEST_F(Toolbar, EnabledButtonSetsAMemberThatExcelDoesNotHaveAndFails) {
   Build({{.key = u"^{b}"}});
   for (const bool enabled : {false, true}) {
     trace.Clear();
-    EXPECT_EQ(ErrorNumberOf([&] { Result(u"EnabledButton", {1, enabled}); }), kUnsupportedMember);
+    EXPECT_EQ(RaisedBy([&] { Result(u"EnabledButton", {1, enabled}); }), kUnsupportedMember);
     EXPECT_TRUE(Lines().back().starts_with(
         "BAR.Controls(1).EnabledButton = " + std::string(enabled ? "True" : "False") + " ! 438"))
         << Lines().back();
@@ -197,9 +197,9 @@ TEST_F(Toolbar, EnabledButtonSetsAMemberThatExcelDoesNotHaveAndFails) {
 
 TEST_F(Toolbar, ButtonFaceCopiesThePictureFirst) {
   Build(Buttons(1));
-  EXPECT_EQ(ErrorNumberOf([&] { Result(u"ButtonFace", {1, ObjectPtr()}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Result(u"ButtonFace", {1, ObjectPtr()}); }), kObjectNotSet);
   AddShape(u"Picture02");
-  EXPECT_EQ(ErrorNumberOf([&] {
+  EXPECT_EQ(RaisedBy([&] {
               Result(u"ButtonFace", {99, GetObject(sheet, u"Shapes", {1})});
             }),
             kInvalidProcedureCall);
@@ -285,15 +285,15 @@ TEST_F(Toolbar, AKeyThatExcelDoesNotTakeBackStopsTheRefreshOfAHiddenBar) {
   Put(Bar(), u"Visible", false);
   // The bar, its index, whether it is shown; then the first key.
   failure.Reset(4);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbar, u"Refresh"); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbar, u"Refresh"); }), kAutomationFailed);
   EXPECT_EQ(Key(u"^{b}"), "Book1!Veiksmas");
   EXPECT_EQ(Key(u"^{k}"), "Book1!Veiksmas") << "and those behind it are not reached";
   failure.Reset(5);
-  EXPECT_EQ(ErrorNumberOf([&] { Get(toolbar, u"VisibleToolbar"); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Get(toolbar, u"VisibleToolbar"); }), kAutomationFailed);
   Put(Bar(), u"Visible", true);
   // Before it is refreshed the bar is looked for and hidden, in five calls.
   failure.Reset(5 + 4);
-  EXPECT_EQ(ErrorNumberOf([&] { Put(toolbar, u"VisibleToolbar", false); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Put(toolbar, u"VisibleToolbar", false); }), kAutomationFailed);
   EXPECT_EQ(Get(Bar(), u"Visible"), Value(false));
   failure.Reset(0);
   Call(toolbar, u"Refresh");
@@ -447,7 +447,7 @@ TEST_F(Toolbar, SetHotKeyBindsAlsoWhileTheBarIsHidden) {
 TEST_F(Toolbar, TotalButtonsCountsWhatIsOnTheBarUpTo255) {
   Build(Buttons(254));
   Call(GetObject(Bar(), u"Controls"), u"Add");
-  EXPECT_EQ(ErrorNumberOf([&] { Get(toolbar, u"TotalButtons"); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Get(toolbar, u"TotalButtons"); }), kOverflow);
 }
 
 TEST_F(Toolbar, GoesWithItsBarAndItsKeys) {
@@ -475,7 +475,7 @@ TEST_F(Toolbar, CommandEventsThatAMacroKeepsDoNotKeepTheToolbar) {
   const ObjectPtr events = GetObject(toolbar, u"CmdEvent");
   toolbar.reset();
   EXPECT_FALSE(HasBar());
-  EXPECT_EQ(ErrorNumberOf([&] { Call(events, u"cmdComment"); }), memory::kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Call(events, u"cmdComment"); }), memory::kObjectGone);
 }
 
 /// Deletes the bar and lets the toolbar look for it while Excel works on one of its controls, as a macro that
@@ -499,7 +499,7 @@ TEST_F(Toolbar, LosingTheBarWithinAnOperationIsAnErrorAndNoHarm) {
   Build(Buttons(1));
   between.bar = Bar();
   between.toolbar = toolbar;
-  EXPECT_EQ(ErrorNumberOf([&] { Result(u"ButtonToolTipText", {1, u"Kita"}); }), memory::kObjectGone);
+  EXPECT_EQ(RaisedBy([&] { Result(u"ButtonToolTipText", {1, u"Kita"}); }), memory::kObjectGone);
   EXPECT_EQ(Result(u"ButtonToolTipText", {1, u"Kita"}), 1);
 }
 

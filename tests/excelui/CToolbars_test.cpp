@@ -78,13 +78,13 @@ TEST_F(Toolbars, GiveZeroForABarWithoutControlsAndDeleteIt) {
 }
 
 TEST_F(Toolbars, CreateToolbarWithoutASheetIsAnError) {
-  EXPECT_EQ(ErrorNumberOf([&] { Create(ObjectPtr()); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Create(ObjectPtr()); }), kObjectNotSet);
 }
 
 TEST_F(Toolbars, ErrorsWhileABarIsMadeReachTheCaller) {
   DescribeCells(0);
   global.reset();
-  EXPECT_EQ(ErrorNumberOf([&] { Create(observed_sheet); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Create(observed_sheet); }), kObjectNotSet);
   EXPECT_EQ(Count(), 0);
 }
 
@@ -104,11 +104,11 @@ TEST_F(Toolbars, IdsOverflowAfter255AndTheToolbarStaysWithoutOne) {
     ASSERT_EQ(Create(observed_sheet), id);
     Call(toolbars, u"DeleteToolbar", {id});
   }
-  EXPECT_EQ(ErrorNumberOf([&] { Create(observed_sheet); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Create(observed_sheet); }), kOverflow);
   EXPECT_EQ(Count(), 1);
   EXPECT_EQ(Get(Item(0), u"Caption"), Value(kBar));
   Call(toolbars, u"DeleteToolbar", {0});
-  EXPECT_EQ(ErrorNumberOf([&] { Create(observed_sheet); }), kOverflow) << "and so it goes on";
+  EXPECT_EQ(RaisedBy([&] { Create(observed_sheet); }), kOverflow) << "and so it goes on";
   toolbars.reset();
   EXPECT_FALSE(HasBar());
 }
@@ -142,17 +142,17 @@ TEST_F(Toolbars, AToolbarThatAMacroKeepsOutlivesItsDeletion) {
 }
 
 TEST_F(Toolbars, RefreshOfNoneIsNoError) {
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"Refresh"); }), 0);
 }
 
 TEST_F(Toolbars, RefreshFailsUntilAToolbarWasLookedForAndAfterOneThatIsNotThere) {
   DescribeCells(0);
   Create(observed_sheet);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
   Item(1);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"Refresh"); }), 0);
   EXPECT_EQ(Call(toolbars, u"Item", {9}), Nothing());
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
 }
 
 TEST_F(Toolbars, RefreshAfterALookUpInVainVisitsNoToolbarThatCameLater) {
@@ -160,7 +160,7 @@ TEST_F(Toolbars, RefreshAfterALookUpInVainVisitsNoToolbarThatCameLater) {
   Create(observed_sheet);
   EXPECT_EQ(Call(toolbars, u"Item", {9}), Nothing());
   Create(OtherSheet(u"Sheet3", u"Kita"));
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall);
 }
 
 TEST_F(Toolbars, RefreshVisitsTheToolbarThatWasLastLookedForAsOftenAsThereAreToolbars) {
@@ -203,7 +203,7 @@ TEST_F(Toolbars, AfterADeletionRefreshVisitsWhatMovedUp) {
   Item(2);
   Create(observed_sheet);
   Call(toolbars, u"DeleteToolbar", {3});
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall)
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"Refresh"); }), kInvalidProcedureCall)
       << "nothing stands where the last one stood";
 }
 
@@ -214,7 +214,7 @@ TEST_F(Toolbars, RefreshOverflowsBeyond254Toolbars) {
     ASSERT_EQ(Create(observed_sheet), id);
     if (id < 254) continue;
     Item(1);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"Refresh"); }), id == 254 ? 0 : kOverflow);
+    EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"Refresh"); }), id == 254 ? 0 : kOverflow);
   }
 }
 
@@ -264,7 +264,7 @@ TEST_F(Toolbars, CmdGoToAppShowThatFailsLeavesNoCommandBehindAndTheMenuBarProtec
     SCOPED_TRACE(n);
     trace.Clear();
     failure.Reset(n);
-    const std::int32_t error = ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow"); });
+    const std::int32_t error = RaisedBy([&] { Call(toolbars, u"cmdGoToAppShow"); });
     const bool has_failed = failure.has_failed();
     failure.Reset(0);
     if (!has_failed) break;
@@ -292,7 +292,7 @@ TEST_F(Toolbars, CmdGoToAppShowThatFailsLeavesNoCommandBehindAndTheMenuBarProtec
 
 TEST_F(Toolbars, CmdGoToAppShowTakesANewCommandBackWithTheMenuBarOpenInTheMeantime) {
   failure.Reset(14);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow"); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"cmdGoToAppShow"); }), kAutomationFailed);
   const std::vector<std::string>& lines = trace.lines();
   ASSERT_EQ(lines.size(), 14u + 3u);
   EXPECT_TRUE(lines[13].ends_with(".Visible = True ! 440 The call failed")) << lines[13];
@@ -305,7 +305,7 @@ TEST_F(Toolbars, CmdGoToAppShowKeepsACommandThatWasThereWhenItFails) {
   Call(toolbars, u"cmdGoToAppShow");
   for (long n = 4; n <= 10; ++n) {
     failure.Reset(n);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow", {u"Grizti"}); }), kAutomationFailed) << n;
+    EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"cmdGoToAppShow", {u"Grizti"}); }), kAutomationFailed) << n;
     failure.Reset(0);
     EXPECT_TRUE(Command()) << n;
     EXPECT_EQ(MenuControls(), 2) << n;
@@ -331,7 +331,7 @@ TEST_F(Toolbars, CmdGoToAppShowReportsTheFirstFailureWhenTakingBackFailsToo) {
     FailEachFrom failing(n);
     Interceptor failing_calls({&failing});
     Call(global, u"InitConnectEX", {failing_calls.Wrap(excel, u"Application"), ObjectPtr()});
-    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow"); }), 1000 + n);
+    EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"cmdGoToAppShow"); }), 1000 + n);
     Call(global, u"ResetConnectEX", {0});
   }
 }
@@ -342,7 +342,7 @@ TEST_F(Toolbars, CmdGoToAppShowReportsAMenuBarThatExcelDoesNotGive) {
   EXPECT_FALSE(error) << "the look-up is ignored, the bar is asked for again";
   failure.Reset(0);
   global.reset();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppShow"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"cmdGoToAppShow"); }), kObjectNotSet);
 }
 
 TEST_F(Toolbars, CmdGoToAppDeleteRemovesTheCommandAndLeavesTheMenuBarUnprotected) {
@@ -363,14 +363,14 @@ TEST_F(Toolbars, CmdGoToAppDeleteWithoutTheCommandTouchesNothing) {
   EXPECT_EQ(trace.lines().size(), 3u);
   EXPECT_EQ(Get(Bar(kMenuBar), u"Protection"), Value(9));
   global.reset();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppDelete"); }), 0) << "not even without Excel";
+  EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"cmdGoToAppDelete"); }), 0) << "not even without Excel";
 }
 
 TEST_F(Toolbars, CmdGoToAppDeleteReportsWhatExcelRefuses) {
   Call(toolbars, u"cmdGoToAppShow");
   for (const long call : {4, 5}) {
     failure.Reset(call);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, u"cmdGoToAppDelete"); }), kAutomationFailed) << call;
+    EXPECT_EQ(RaisedBy([&] { Call(toolbars, u"cmdGoToAppDelete"); }), kAutomationFailed) << call;
     failure.Reset(0);
     EXPECT_TRUE(Command());
   }
@@ -379,7 +379,7 @@ TEST_F(Toolbars, CmdGoToAppDeleteReportsWhatExcelRefuses) {
 TEST_F(Toolbars, WithoutTheHostsTextTheCommandIsAnError) {
   host.texts.erase(841);
   for (const std::u16string_view member : {u"cmdGoToAppShow", u"cmdGoToAppDelete", u"cmdGoToAppCaption"}) {
-    EXPECT_EQ(ErrorNumberOf([&] { Call(toolbars, member); }), kSubscriptOutOfRange) << ToUtf8(member);
+    EXPECT_EQ(RaisedBy([&] { Call(toolbars, member); }), kSubscriptOutOfRange) << ToUtf8(member);
   }
 }
 
@@ -417,7 +417,7 @@ TEST_F(Toolbars, ReleaseWithoutExcelOrTheHostsTextRaisesNothing) {
   toolbars.reset();
   toolbars = LibraryTest::Create(u"CToolbars");
   host.texts[841] = u"Grįžti";
-  EXPECT_EQ(ErrorNumberOf([&] {
+  EXPECT_EQ(RaisedBy([&] {
               global.reset();
               toolbars.reset();
             }),

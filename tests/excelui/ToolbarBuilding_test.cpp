@@ -326,7 +326,7 @@ TEST_F(ToolbarBuilding, WithoutTheHostsTextsTheBarHasNoDefaultButtons) {
   host.texts.erase(845);
   Build(Buttons(2));
   EXPECT_EQ(ControlCount(), 2);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(toolbar, u"iHelp"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(toolbar, u"iHelp"); }), kObjectNotSet);
 }
 
 TEST_F(ToolbarBuilding, UsesABarThatIsThereAsItIsAndAddsDefaultButtonsToIt) {
@@ -341,9 +341,9 @@ TEST_F(ToolbarBuilding, UsesABarThatIsThereAsItIsAndAddsDefaultButtonsToIt) {
   EXPECT_EQ(Of(9, u"Tag"), Value(u"TagComment"));
   EXPECT_EQ(Get(toolbar, u"IDCollection"), Value(std::uint8_t{4})) << "Excel's index of the bar, so far";
   EXPECT_EQ(Get(first, u"IDCollection"), Value(std::uint8_t{0}));
-  EXPECT_EQ(ErrorNumberOf([&] { Call(GetObject(toolbar, u"CmdEvent"), u"cmdComment"); }), kObjectNotSet)
+  EXPECT_EQ(RaisedBy([&] { Call(GetObject(toolbar, u"CmdEvent"), u"cmdComment"); }), kObjectNotSet)
       << "the commands of the second one know no bar";
-  EXPECT_EQ(ErrorNumberOf([&] { Call(GetObject(first, u"CmdEvent"), u"cmdComment"); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(GetObject(first, u"CmdEvent"), u"cmdComment"); }), 0);
 }
 
 TEST_F(ToolbarBuilding, ASecondInitAddsNoDefaultButtonsAgain) {
@@ -367,13 +367,13 @@ TEST_F(ToolbarBuilding, ErrorsWhileDefaultButtonsComeToABarThatIsThereReachTheCa
   Build(Buttons(1));
   const ObjectPtr first = toolbar;
   Put(Bar(), u"Protection", std::int32_t{msoBarNoCustomize});
-  EXPECT_EQ(ErrorNumberOf([&] { NewToolbar(); }), -2147467259);
+  EXPECT_EQ(RaisedBy([&] { NewToolbar(); }), -2147467259);
 }
 
 TEST_F(ToolbarBuilding, WithoutExcelTheCallerGetsAnError) {
   Describe(Buttons(1));
   global.reset();
-  EXPECT_EQ(ErrorNumberOf([&] { NewToolbar(); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { NewToolbar(); }), kObjectNotSet);
 }
 
 TEST_F(ToolbarBuilding, WithoutASheetThereIsNoBar) {

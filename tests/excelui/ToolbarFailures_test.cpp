@@ -25,7 +25,7 @@ TEST_F(ToolbarFailures, CreateToolbarThatFailsLeavesNoBarBehind) {
     const long live = Object::LiveCount();
     failure.Reset(n);
     int id = 0;
-    const std::int32_t error = ErrorNumberOf([&] { id = Create(observed_sheet); });
+    const std::int32_t error = RaisedBy([&] { id = Create(observed_sheet); });
     const bool has_failed = failure.has_failed();
     failure.Reset(0);
     EXPECT_TRUE(error == 0 || error == kAutomationFailed) << error;
@@ -102,7 +102,7 @@ TEST_F(ToolbarFailures, ADefaultButtonThatFailsLosesWhatWouldStandBehindIt) {
   toolbar = Call(toolbars, u"Item", {1}).ToObject();
   EXPECT_EQ(Call(toolbar, u"iFreeze"), Value(4));
   EXPECT_EQ(Call(toolbar, u"iHelp"), Value(0));
-  EXPECT_EQ(ErrorNumberOf([&] { Call(GetObject(toolbar, u"CmdEvent"), u"cmdComment"); }), 0)
+  EXPECT_EQ(RaisedBy([&] { Call(GetObject(toolbar, u"CmdEvent"), u"cmdComment"); }), 0)
       << "the commands of the others work";
 }
 

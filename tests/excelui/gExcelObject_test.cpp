@@ -78,7 +78,7 @@ TEST_F(GlobalObject, InitConnectReleasesACommonObjectThatGivesNoBook) {
                                    [&] { return common = host.Create(host::kCommonObjects); });
   SetSetting(u"Forms\\MDI", u"P0", u"NĖRA");
   const ObjectPtr global = Create(u"gExcelObject");
-  EXPECT_NE(ErrorNumberOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); }), 0);
+  EXPECT_NE(RaisedBy([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); }), 0);
   ASSERT_TRUE(common);
   EXPECT_EQ(common->ReferenceCount(), 1) << "only this test holds it";
 }
@@ -137,10 +137,7 @@ TEST_F(GlobalObject, InitConnectWithoutTheSettingLeavesTheBookNothingWhateverThe
   SetSetting(u"Forms\\MDI", u"P0", u"");
   host.books[u""] = host.books[u"MEDVILNE"];
   const ObjectPtr global = Create(u"gExcelObject");
-  EXPECT_EQ(ErrorNumberOf([&] {
-              Call(global, u"InitConnectEX", {application, ObjectPtr()});
-            }),
-            kObjectErrorBase);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); }), kObjectErrorBase);
   EXPECT_EQ(Get(global, u"oBook"), Nothing());
 }
 
@@ -177,7 +174,7 @@ TEST_F(GlobalObject, ConnectionCountOverflowIsAnErrorAndMakesNoPlant) {
   TheGlobals().oMyPlant = {};
   const std::size_t plants = host.plants_made.size();
   for (int i = 0; i < 2; ++i) {
-    EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"InitConnectEX", {ObjectPtr(), ObjectPtr()}); }), kOverflow);
+    EXPECT_EQ(RaisedBy([&] { Call(global, u"InitConnectEX", {ObjectPtr(), ObjectPtr()}); }), kOverflow);
     EXPECT_EQ(Get(global, u"oBook"), Nothing());
     EXPECT_EQ(Get(global, u"oMyPlant"), Nothing());
     EXPECT_EQ(host.plants_made.size(), plants);
@@ -253,7 +250,7 @@ TEST_F(GlobalObject, ResetsOfAnInstanceThatInitialisedNothingLeaveTheObjectsOfAn
   Call(first, u"InitEnvironment");
   const ObjectPtr second = Create(u"gExcelObject");
   Call(second, u"ResetToolBars");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(second, u"ResetEnvironment"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(second, u"ResetEnvironment"); }), kObjectNotSet);
   EXPECT_NE(Get(first, u"oToolBars"), Nothing());
   EXPECT_NE(Get(first, u"oEnvironment"), Nothing());
 }
@@ -302,7 +299,7 @@ TEST_F(GlobalObject, ExcelReportErrorWithoutAnApplicationOnlyShowsTheMessage) {
 
 TEST_F(GlobalObject, ExcelReportErrorNeverRaises) {
   const ObjectPtr global = Connected();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ExcelReportError", {ObjectPtr()}); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"ExcelReportError", {ObjectPtr()}); }), 0);
   for (const bool visible : {true, false}) {
     Put(excel, u"Visible", visible);
     // The error object's description, Visible, and ScreenUpdating or Quit.
@@ -364,13 +361,13 @@ TEST_F(GlobalObject, ToolBarsSurviveUntilTheLastReset) {
 TEST_F(GlobalObject, ToolBarCountOverflowsAtBothEnds) {
   const ObjectPtr up = Create(u"gExcelObject");
   for (int i = 0; i < 32767; ++i) Call(up, u"InitToolBars");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(up, u"InitToolBars"); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Call(up, u"InitToolBars"); }), kOverflow);
   Call(up, u"ResetToolBars");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(up, u"InitToolBars"); }), 0) << "the count stayed as it was";
+  EXPECT_EQ(RaisedBy([&] { Call(up, u"InitToolBars"); }), 0) << "the count stayed as it was";
 
   const ObjectPtr down = Create(u"gExcelObject");
   for (int i = 0; i < 32768; ++i) Call(down, u"ResetToolBars");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(down, u"ResetToolBars"); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Call(down, u"ResetToolBars"); }), kOverflow);
 }
 
 TEST_F(GlobalObject, EnvironmentIsMadeByTheFirstInitAndReleasedByTheLastReset) {
@@ -388,11 +385,11 @@ TEST_F(GlobalObject, EnvironmentIsMadeByTheFirstInitAndReleasedByTheLastReset) {
 
 TEST_F(GlobalObject, ResetEnvironmentWithoutSnapshotsCountsDownAndRaisesObjectNotSet) {
   const ObjectPtr global = Connected();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ResetEnvironment"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"ResetEnvironment"); }), kObjectNotSet);
   // The count is −1 now, so that this Init makes no environment object.
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"InitEnvironment"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"InitEnvironment"); }), kObjectNotSet);
   EXPECT_EQ(Get(global, u"oEnvironment"), Nothing());
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"InitEnvironment"); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"InitEnvironment"); }), 0);
   EXPECT_NE(Get(global, u"oEnvironment"), Nothing());
 }
 
@@ -401,7 +398,7 @@ TEST_F(GlobalObject, ResetEnvironmentRestoresOnNestedCallsToo) {
   Call(global, u"InitEnvironment");
   Call(global, u"InitEnvironment");
   Call(global, u"ResetConnectEX", {std::int16_t{0}});  // takes the snapshots away
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"ResetEnvironment"); }), kObjectNotSet)
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"ResetEnvironment"); }), kObjectNotSet)
       << "the first of two was to restore as well";
 }
 
@@ -427,28 +424,25 @@ TEST_F(GlobalObject, NothingIsCountedThatCouldNotBeMadeForWantOfMemory) {
 TEST_F(GlobalObject, EnvironmentCountOverflowsAtBothEnds) {
   const ObjectPtr down = Create(u"gExcelObject");
   for (int i = 0; i < 32768; ++i) ErrorOf([&] { Call(down, u"ResetEnvironment"); });
-  EXPECT_EQ(ErrorNumberOf([&] { Call(down, u"ResetEnvironment"); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Call(down, u"ResetEnvironment"); }), kOverflow);
   const ObjectPtr up = Create(u"gExcelObject");
   for (int i = 0; i < 32767; ++i) Call(up, u"InitEnvironment");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(up, u"InitEnvironment"); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Call(up, u"InitEnvironment"); }), kOverflow);
 }
 
 TEST_F(GlobalObject, HelpWithoutToolbarsRaisesObjectNotSet) {
   const ObjectPtr global = Connected();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"cmdHelp"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"cmdHelp"); }), kObjectNotSet);
   Call(global, u"InitToolBars");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"cmdHelp"); }), kObjectNotSet) << "there is no toolbar 1";
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"cmdHelp"); }), kObjectNotSet) << "there is no toolbar 1";
 }
 
 TEST_F(GlobalObject, WrongNameCountAndTypeGiveAutomationsOwnErrors) {
   const ObjectPtr global = Create(u"gExcelObject");
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"InitConnect"); }), kUnsupportedMember);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(global, u"InitConnectEX", {application}); }), kWrongArgumentCount);
-  EXPECT_EQ(ErrorNumberOf([&] {
-              Call(global, u"InitConnectEX", {u"Excel", 1, ObjectPtr()});
-            }),
-            kTypeMismatch);
-  EXPECT_EQ(ErrorNumberOf([&] { Put(global, u"oBook", ObjectPtr()); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"InitConnect"); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"InitConnectEX", {application}); }), kWrongArgumentCount);
+  EXPECT_EQ(RaisedBy([&] { Call(global, u"InitConnectEX", {u"Excel", 1, ObjectPtr()}); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { Put(global, u"oBook", ObjectPtr()); }), kUnsupportedMember);
 }
 
 TEST_F(GlobalObject, NamedArgumentsReachInitConnect) {
@@ -557,7 +551,7 @@ TEST_F(GlobalObject, TellsTheListenerOfAReportedErrorAndOfAConnectionThatFails) 
   EXPECT_THAT(failures.failed, ElementsAre(u"Dalyba iš nulio"));
   Call(global, u"ResetConnectOnError");
   SetSetting(host::kFormsSection, u"P0", u"NERA");
-  EXPECT_NE(ErrorNumberOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); }), 0);
+  EXPECT_NE(RaisedBy([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); }), 0);
   EXPECT_EQ(failures.failed.size(), 2u);
 }
 

@@ -115,7 +115,7 @@ class ToolbarTest : public LibraryTest {
 
   // Of Excel, past all observers.
   bool HasBar(std::u16string_view name = kBar) const {
-    return ErrorNumberOf([&] { GetObject(excel, u"CommandBars", {name}); }) == 0;
+    return RaisedBy([&] { GetObject(excel, u"CommandBars", {name}); }) == 0;
   }
   ObjectPtr Bar(std::u16string_view name = kBar) const { return GetObject(excel, u"CommandBars", {name}); }
   ObjectPtr Control(std::int32_t index) const { return GetObject(Bar(), u"Controls", {index}); }

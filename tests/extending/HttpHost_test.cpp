@@ -32,9 +32,10 @@ class ReportOverHttp : public ReportPeriodTest {
  protected:
   static constexpr const char* kDocuments =
       "/books/MEDVILNE/documents?type=BOBN&from=2024-01-01&to=2024-12-31&where="
-      "%28in%20IDC%20%28each%20AccPost.DocId%20of%20GLContAccountPostBBN%20AccPost%2C%20THDocument%20Doc%"
-      "20on%20"
-      "AccPost.DocId%20%3D%20Doc.IDC%20where%20%28and%20%28%3D%20AccPost.AccSetCode%20%22BIUDZ%22%29%20"
+      "%28in%20IDC%20"
+      "%28each%20AccPost.DocId%20of%20GLContAccountPostBBN%20AccPost%2C%20THDocument%20Doc%20"
+      "on%20AccPost.DocId%20%3D%20Doc.IDC%20"
+      "where%20%28and%20%28%3D%20AccPost.AccSetCode%20%22BIUDZ%22%29%20"
       "%28%3D%20Doc.DocTypeCode%20%22BOBN%22%29%29%29%29";
 
   ReportOverHttp() {
@@ -42,18 +43,22 @@ class ReportOverHttp : public ReportPeriodTest {
         {"/books/MEDVILNE", "UAB „Medvilnės namai“"},
         {"/books/MEDVILNE/company",
          "Code\tVATCode\tName\tAddress\tTEL\tFA\tDIR\tFDIR\n"
-         "398417265\tLT100099172410\tUAB „Medvilnės namai“\tAudėjų g. 14-3, LT-44177 Kaunas\t+370 37 000 "
-         "112\t"
-         "+370 37 000 113\tRūta Žiedaitė\tŠarūnas Įkalnis\n"},
+         "398417265\tLT100099172410\tUAB „Medvilnės namai“\tAudėjų g. 14-3, LT-44177 Kaunas\t"
+         "+370 37 000 112\t+370 37 000 113\tRūta Žiedaitė\tŠarūnas Įkalnis\n"},
         {"/books/MEDVILNE/tables/glaccountset",
-         "Code\tName\tIsBudget:flag\nBIUDZ\tBiudžetas\t1\nPAGR\tPagrindinis\t0\n"},
+         "Code\tName\tIsBudget:flag\n"
+         "BIUDZ\tBiudžetas\t1\n"
+         "PAGR\tPagrindinis\t0\n"},
         {"/books/MEDVILNE/tables/refbankaccountrole", "Code\tName\n"},
         {"/books/MEDVILNE/tables/glaccountmonth",
          "Code\tAccountCode\tMonth:day\tIsClosing:flag\tDebit:money\tCredit:money\n"
-         "1\t500\t2024-04-01\t0\t1250050\t0\n2\t500\t2024-05-01\t0\t0\t450025\n3\t271\t2024-05-"
-         "01\t0\t99\t0\n"},
+         "1\t500\t2024-04-01\t0\t1250050\t0\n"
+         "2\t500\t2024-05-01\t0\t0\t450025\n"
+         "3\t271\t2024-05-01\t0\t99\t0\n"},
         {"/folders/BookRepSave", "C:\\Archyvas"},
-        {kDocuments, "IDC:number\tCode\tDate:day\tName\n101\tBIU-2024-01\t2024-05-02\tMetų biudžetas\n"}};
+        {kDocuments,
+         "IDC:number\tCode\tDate:day\tName\n"
+         "101\tBIU-2024-01\t2024-05-02\tMetų biudžetas\n"}};
     for (const std::u16string_view identifier : host::kCreatableClasses) {
       platform.object_factory.Register(identifier,
                                        [this, identifier] { return over_http.Create(identifier); });

@@ -12,6 +12,7 @@
 #include "platform/memory/MemoryLocale.h"
 #include "tests/fuzz/fuzz.h"
 #include "tests/heard_failures.h"
+#include "tests/platform/forms/text_rows.h"
 
 namespace qva {
 namespace {
@@ -31,34 +32,12 @@ class AnswersFile {
 };
 
 /// Two columns, of which the second one has a list behind its button.
-struct Rows : ui::GridModel {
-  std::size_t RowCount() const override { return rows.size(); }
-  std::u16string CellText(std::size_t row, std::size_t column) const override {
-    return rows.at(row).at(column);
-  }
-  bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) override {
-    if (text == u"bloga") return false;
-    rows.at(row).at(column) = text;
-    grid->Refresh();
-    return true;
-  }
-  void AppendRow() override {
-    rows.resize(rows.size() + 1, {u"", u""});
-    grid->Refresh();
-  }
+struct Rows : TextRows {
+  using TextRows::TextRows;
   void DeleteRow(std::size_t row) override {
     Require(row < rows.size(), "a row that is deleted is there");
-    rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
-    grid->Refresh();
+    TextRows::DeleteRow(row);
   }
-  void PressCellButton(std::size_t row, std::size_t column) override {
-    const auto chosen = list->Choose({u"Knygos", {u"Kodas"}, {{u"A"}, {u"B"}}}, rows.at(row).at(column));
-    Require(!chosen || *chosen < 2, "a chosen row is in the list");
-  }
-
-  ui::Grid* grid = nullptr;
-  ListChooser* list = nullptr;
-  std::vector<std::vector<std::u16string>> rows;
 };
 
 ui::FormDescription Description() {
@@ -80,27 +59,24 @@ long LineOf(const std::u16string& description) {
 
 void ShowForm(UnattendedForms& forms, std::ptrdiff_t lines) {
   const std::unique_ptr<ui::Form> form = forms.Create(Description());
-  Rows rows;
-  rows.list = &forms;
-  rows.grid = &ui::Get<ui::Grid>(*form, u"grid");
-  rows.grid->SetColumns(
-      {{.name = u"A", .caption = u""}, {.name = u"B", .caption = u"", .cell_button = true}});
-  rows.grid->SetModel(&rows);
+  Rows rows(2);
+  auto& grid = ui::Get<ui::Grid>(*form, u"grid");
+  rows.changed = [&] { grid.Refresh(); };
+  rows.pressed = [&](const std::u16string& text) {
+    const auto chosen = forms.Choose({u"Knygos", {u"Kodas"}, {{u"A"}, {u"B"}}}, text);
+    Require(!chosen || *chosen < 2, "a chosen row is in the list");
+  };
+  grid.SetColumns({{.name = u"A", .caption = u""}, {.name = u"B", .caption = u"", .cell_button = true}});
+  grid.SetModel(&rows);
   ui::Get<ui::Button>(*form, u"ok").on_click = [&] {
     if (ui::Get<ui::TextBox>(*form, u"text").Text().empty()) form->Hide();
   };
   ui::Get<ui::Button>(*form, u"no").on_click = [&] { form->Hide(); };
 
   const HeardFailures heard;
-  std::u16string description;
-  const std::int32_t error = ErrorOf([&] {
-    try {
-      form->ShowModal();
-    } catch (const AutomationError& raised) {
-      description = raised.description();
-      throw;
-    }
-  });
+  const auto raised = ErrorOf([&] { form->ShowModal(); });
+  const std::int32_t error = raised ? raised->number() : 0;
+  const std::u16string description = raised ? raised->description() : u"";
   Require(error == 0 || error == kInvalidProcedureCall, "errors are 5");
   Require(!form->Visible(), "the form is hidden in the end");
   Require(heard.failed.size() + heard.wrongly_answered.size() == (error == 0 ? 0 : 1),

@@ -94,7 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::u16string field = TextFrom(input, 20);
 
   std::u16string condition;
-  const std::int32_t error = ErrorOf([&] { condition = builder->Equal(u"Doc.X", value); });
+  const std::int32_t error = RaisedBy([&] { condition = builder->Equal(u"Doc.X", value); });
   const bool is_overflow = error == kOverflow && value.Is(Value::Type::Date);
   Require(error == 0 || error == kWrong || is_overflow, "errors are those of wrong parameters");
   if (error == 0) {
@@ -105,7 +105,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Require(Evaluated(query).size() == 1, "conditions are put together");
   }
   std::u16string of_field;
-  if (ErrorOf([&] { of_field = builder->Equal(field, u"'"); }) == 0) {
+  if (RaisedBy([&] { of_field = builder->Equal(field, u"'"); }) == 0) {
     constexpr std::u16string_view kAllowed =
         u"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_.";
     Require(!field.empty() && field.find_first_not_of(kAllowed) == field.npos, "a field is a name");

@@ -89,7 +89,7 @@ void CheckParts(FuzzInput& input) {
   const auto month = input.ConsumeIntegral<int>();
   const auto day = input.ConsumeIntegral<int>();
   Date date;
-  const std::int32_t error = ErrorOf([&] { date = DateFromParts(year, month, day); });
+  const std::int32_t error = RaisedBy([&] { date = DateFromParts(year, month, day); });
   Require(error == 0 || error == kInvalidProcedureCall, "errors are 5");
   Require(IsDate(date), "a date lies between the years 100 and 9999");
   const int whole_year = input.ConsumeIntegralInRange(100, 9999);

@@ -101,7 +101,7 @@ void CheckFiles(const std::vector<std::u16string>& lines, MemoryPlatform& platfo
   const auto stream = platform.files.OpenTextStream(kPath, StreamMode::ForAppending);
   for (const std::u16string& line : lines) {
     const bool is_ansi = FromCodePage1257(ToCodePage1257(line)) == line;
-    const std::int32_t error = ErrorOf([&] { stream->WriteLine(line); });
+    const std::int32_t error = RaisedBy([&] { stream->WriteLine(line); });
     Require(error == (is_ansi ? 0 : kInvalidProcedureCall), "an ANSI stream refuses what it cannot hold");
   }
 }

@@ -10,8 +10,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/error.h"
 #include "platform/text.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 
@@ -22,17 +22,6 @@ inline void Require(bool holds, const char* what) {
   if (holds) return;
   std::fprintf(stderr, "Does not hold: %s\n", what);
   std::abort();
-}
-
-/// The number of the error that `step` raises, 0 for none. Anything else that it throws ends the program.
-template <class Step>
-std::int32_t ErrorOf(Step&& step) noexcept {
-  try {
-    step();
-    return 0;
-  } catch (const AutomationError& error) {
-    return error.number();
-  }
 }
 
 inline std::string_view AsText(const std::uint8_t* data, std::size_t size) {

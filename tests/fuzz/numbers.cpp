@@ -28,7 +28,7 @@ bool IsRounded(double whole, double number) {
 template <class Conversion>
 void CheckWhole(Conversion convert, double number, double least, double greatest, const char* what) {
   double whole = 0;
-  const std::int32_t error = ErrorOf([&] { whole = convert(); });
+  const std::int32_t error = RaisedBy([&] { whole = convert(); });
   Require(IsByRange(error, number, least - 0.5, greatest + 0.5, 1e-6), what);
   Require(error != 0 || IsRounded(whole, number), what);
 }
@@ -38,11 +38,11 @@ void CheckConversions(const Value& value, double number) {
   CheckWhole([&] { return value.ToInt16(); }, number, -32768, 32767, "a rounded Int16");
   CheckWhole([&] { return value.ToByte(); }, number, 0, 255, "a rounded byte");
   double amount = number;
-  Require(IsByRange(ErrorOf([&] { amount = static_cast<double>(value.ToCurrency().scaled) / 10000; }), number,
-                    -kGreatestAmount, kGreatestAmount, 1) &&
+  Require(IsByRange(RaisedBy([&] { amount = static_cast<double>(value.ToCurrency().scaled) / 10000; }),
+                    number, -kGreatestAmount, kGreatestAmount, 1) &&
               !(std::abs(amount - number) > 0.0000501 + std::abs(number) * 1e-15),
           "an amount is the nearest one, or an overflow");
-  Require(IsByRange(ErrorOf([&] { value.ToDate(); }), number, -657435, 2958466, 1e-9) ||
+  Require(IsByRange(RaisedBy([&] { value.ToDate(); }), number, -657435, 2958466, 1e-9) ||
               value.Is(Value::Type::Text),
           "a date lies between the years 100 and 9999");
 }
@@ -50,22 +50,22 @@ void CheckConversions(const Value& value, double number) {
 void CheckText(const std::u16string& text) {
   const Value value(text);
   double number = 0;
-  const std::int32_t error = ErrorOf([&] { number = value.ToDouble(); });
+  const std::int32_t error = RaisedBy([&] { number = value.ToDouble(); });
   Require(error == 0 || error == kTypeMismatch || error == kOverflow, "errors are 6 and 13");
   Require(std::isfinite(number), "text gives finite numbers");
   if (error == 0) {
     CheckConversions(value, number);
     Require(value.ToBoolean() == (number != 0), "0 is false");
   } else if (error == kTypeMismatch) {
-    Require(ErrorOf([&] { value.ToCurrency(); }) == error, "no number is no amount");
-    Require(ErrorOf([&] { value.ToInt32(); }) == error, "no number is no whole number");
+    Require(RaisedBy([&] { value.ToCurrency(); }) == error, "no number is no amount");
+    Require(RaisedBy([&] { value.ToInt32(); }) == error, "no number is no whole number");
   }
 }
 
 void CheckNumber(double number) {
   const std::u16string text = Value(number).ToText();
   if (!std::isfinite(number)) {
-    Require(ErrorOf([&] { Value(text).ToDouble(); }) == kTypeMismatch, "no number is read as none");
+    Require(RaisedBy([&] { Value(text).ToDouble(); }) == kTypeMismatch, "no number is read as none");
     return;
   }
   CheckConversions(number, number);

@@ -25,10 +25,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   using namespace qva;
   using namespace qva::embedded;
   ResourceTexts texts;
-  const std::int32_t error = ErrorOf([&] { texts = ParseResource(AsText(data, size), u"QVAFormRes"); });
+  const std::int32_t error = RaisedBy([&] { texts = ParseResource(AsText(data, size), u"QVAFormRes"); });
   Require(error == 0 || error == kMalformed, "a file that cannot be read is malformed");
   for (const auto& [number, text] : texts) Require(number >= 1 && !text.empty(), "numbers from 1 have texts");
-  Require(ErrorOf([&] { Require(ParseResource(Written(texts), u"") == texts, "texts survive"); }) == 0,
+  Require(RaisedBy([&] { Require(ParseResource(Written(texts), u"") == texts, "texts survive"); }) == 0,
           "what was read can be read again");
   const std::u16string any = FromUtf8(AsText(data, size));
   if (any.find(u'\uFFFD') != any.npos) return 0;

@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     lines.remove_prefix(std::min(line.size() + 1, lines.size()));
     const std::u16string text = FromUtf8(line);
     WindowsPath next;
-    const std::int32_t error = ErrorOf([&] { next = ParseWindowsPath(text, path); });
+    const std::int32_t error = RaisedBy([&] { next = ParseWindowsPath(text, path); });
     Require(error == 0 || error == kPathNotFound || error == kBadFileNameOrNumber, "errors are 52 and 76");
     if (error != 0) continue;
     Require(IsRoot(next.root) && std::ranges::all_of(next.names, IsCleanName), "root and names are clean");

@@ -21,14 +21,14 @@ TEST_F(LockScreen, FreezesTheScreenForAsLongAsItLives) {
 }
 
 TEST_F(LockScreen, CannotBeMadeWithoutAnApplication) {
-  EXPECT_EQ(ErrorNumberOf([] { Create(u"CLockScreen"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([] { Create(u"CLockScreen"); }), kObjectNotSet);
 }
 
 TEST_F(LockScreen, LeavesTheScreenLiveWhenItCannotBeMade) {
   const ObjectPtr global = Connected();
   for (long n = 1; n <= 2; ++n) {
     failure.Reset(n);
-    EXPECT_EQ(ErrorNumberOf([] { Create(u"CLockScreen"); }), kAutomationFailed);
+    EXPECT_EQ(RaisedBy([] { Create(u"CLockScreen"); }), kAutomationFailed);
     EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true)) << "call " << n;
     EXPECT_EQ(Get(excel, u"Cursor"), Value(std::int32_t{-4143}));
   }
@@ -102,7 +102,7 @@ TEST_F(LockScreen, CostsTwoCallsToMakeAndThreeToRelease) {
 
 TEST_F(LockScreen, ThawsWhenTheHolderLeavesThroughAnError) {
   const ObjectPtr global = Connected();
-  EXPECT_EQ(ErrorNumberOf([] {
+  EXPECT_EQ(RaisedBy([] {
               const ObjectPtr lock = Create(u"CLockScreen");
               throw AutomationError(kSubscriptOutOfRange);
             }),

@@ -70,9 +70,9 @@ TEST_F(Tools, HaveNoApplicationBeforeInitAndWithoutAConnection) {
   for (const bool is_initialised : {false, true}) {
     tools = Create(u"CTools");
     if (is_initialised) Call(tools, u"Init", {Nothing()});
-    EXPECT_EQ(ErrorNumberOf([&] { Call(tools, u"LockScreen", {true}); }), kObjectNotSet);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(tools, u"BookIsOpen", {u"Report"}); }), kObjectNotSet);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(tools, u"FileExist", {u"C:\\", u"Report.xls"}); }), kObjectNotSet);
+    EXPECT_EQ(RaisedBy([&] { Call(tools, u"LockScreen", {true}); }), kObjectNotSet);
+    EXPECT_EQ(RaisedBy([&] { Call(tools, u"BookIsOpen", {u"Report"}); }), kObjectNotSet);
+    EXPECT_EQ(RaisedBy([&] { Call(tools, u"FileExist", {u"C:\\", u"Report.xls"}); }), kObjectNotSet);
     EXPECT_TRUE(Call(tools, u"OpenBook", {u"C:\\", u"Report"}).IsNothing());
     Call(tools, u"SheetLock", {true, u"", u"Sheet1"});
   }
@@ -147,7 +147,7 @@ TEST_F(Tools, LetEveryErrorOfTheSearchForABookPass) {
   for (long n = 1; n <= 6; ++n) {
     StartOver(n);
     Value name = u"B";
-    EXPECT_EQ(ErrorNumberOf([&] {
+    EXPECT_EQ(RaisedBy([&] {
                 Arguments arguments{name};
                 try {
                   tools->Invoke(Access::Call, u"BookIsOpen", arguments);
@@ -295,7 +295,7 @@ TEST_F(Tools, EachLockTheScreenForThemselves) {
 TEST_F(Tools, LetEveryErrorOfALockPassAndDoNotCountIt) {
   for (long n = 1; n <= 2; ++n) {
     StartOver(n);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(tools, u"LockScreen", {true}); }), kAutomationFailed);
+    EXPECT_EQ(RaisedBy([&] { Call(tools, u"LockScreen", {true}); }), kAutomationFailed);
     EXPECT_EQ(count.calls(), n);
   }
   StartOver();
@@ -307,7 +307,7 @@ TEST_F(Tools, LetEveryErrorOfAnUnlockPass) {
   Call(tools, u"LockScreen", {true});
   for (long n = 1; n <= 3; ++n) {
     StartOver(n);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(tools, u"LockScreen", {false}); }), kAutomationFailed);
+    EXPECT_EQ(RaisedBy([&] { Call(tools, u"LockScreen", {false}); }), kAutomationFailed);
     EXPECT_EQ(count.calls(), n);
   }
 }
@@ -425,10 +425,7 @@ TEST_F(Tools, LetEveryErrorOfTheSearchForAFilePass) {
   excel->AddFile(u"C:\\Arch\\Report.xls");
   for (long n = 1; n <= 4; ++n) {
     StartOver(n);
-    EXPECT_EQ(ErrorNumberOf([&] {
-                Call(tools, u"FileExist", {u"C:\\Arch", u"Report.xls"});
-              }),
-              kAutomationFailed);
+    EXPECT_EQ(RaisedBy([&] { Call(tools, u"FileExist", {u"C:\\Arch", u"Report.xls"}); }), kAutomationFailed);
     EXPECT_EQ(count.calls(), n);
   }
 }
@@ -468,10 +465,7 @@ TEST_F(Tools, LetAnErrorWithinExcelsSearchPassThatLooksAsIfItWereMissing) {
   CallFailure failing(4, AutomationError(kUnsupportedAction));
   Interceptor other({&failing});
   Call(tools, u"Init", {other.Wrap(excel, u"Application")});
-  EXPECT_EQ(ErrorNumberOf([&] {
-              Call(tools, u"FileExist", {u"C:\\Arch", u"Report.xls"});
-            }),
-            kUnsupportedAction);
+  EXPECT_EQ(RaisedBy([&] { Call(tools, u"FileExist", {u"C:\\Arch", u"Report.xls"}); }), kUnsupportedAction);
 }
 
 TEST_F(Tools, AskForTheOneFileWhereExcelHasNoSearch) {
@@ -489,7 +483,7 @@ TEST_F(Tools, AskForTheOneFileWhereExcelHasNoSearch) {
   }
   EXPECT_EQ(Call(tools, u"FileExist", {u"C:\\Arch", u"2024.xls"}), Value(false)) << "a folder is no file";
   platform.faults.files.Refuse(FaultyFiles::Operation::Length, kPathFileAccess);
-  EXPECT_EQ(ErrorNumberOf([&] {
+  EXPECT_EQ(RaisedBy([&] {
               Call(tools, u"FileExist", {u"C:\\Arch", u"Ataskaita.xls"});
             }),
             kPathFileAccess)

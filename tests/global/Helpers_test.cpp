@@ -47,8 +47,8 @@ TEST_F(Helpers, FormatMessageReturnsAnEmptyTextWhateverTheParameters) {
 }
 
 TEST_F(Helpers, FormatMessageWithoutAnArrayRaisesTheBoundsError) {
-  EXPECT_EQ(ErrorNumberOf([] { FormatMessage(u"%0", u"abc"); }), kSubscriptOutOfRange);
-  EXPECT_EQ(ErrorNumberOf([] { FormatMessage(u"%0", Array::Block(1, 1, {u"abc"})); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([] { FormatMessage(u"%0", u"abc"); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([] { FormatMessage(u"%0", Array::Block(1, 1, {u"abc"})); }), kSubscriptOutOfRange);
 }
 
 TEST_F(Helpers, FormatMessageOfAnEmptyArrayChangesNothing) {
@@ -100,7 +100,7 @@ TEST_F(Helpers, TextBetweenWithNothingBetweenTakesTheCharactersAround) {
 
 TEST_F(Helpers, TextBetweenWithoutTheEndMarkOrWithItInFrontOfAllIsAnInvalidCall) {
   for (const char16_t* text : {u"2010", u"1110"}) {
-    EXPECT_EQ(ErrorNumberOf([&] { GetTextBetween(text, u"10", u"11"); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { GetTextBetween(text, u"10", u"11"); }), kInvalidProcedureCall);
   }
 }
 
@@ -115,10 +115,10 @@ TEST_F(Helpers, TextBetweenWithTheEndMarkAheadHasWhatStandsBehindTheOneAndBefore
 
 TEST_F(Helpers, CountStopsAtTheEndsOfSixteenBits) {
   std::int16_t counter = 32767;
-  EXPECT_EQ(ErrorNumberOf([&] { Count(counter, 1); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Count(counter, 1); }), kOverflow);
   EXPECT_EQ(counter, 32767);
   counter = -32768;
-  EXPECT_EQ(ErrorNumberOf([&] { Count(counter, -1); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Count(counter, -1); }), kOverflow);
   EXPECT_EQ(counter, -32768);
 }
 

@@ -43,11 +43,11 @@ TEST_F(StartUpTest, FormDebugFollowsTheSettingsText) {
 TEST_F(StartUpTest, ANonBooleanFormDebugIsATypeMismatchAtLoad) {
   for (const auto* text : {u"taip", u""}) {
     SetSetting(u"General", u"AppFormDebug", text);
-    EXPECT_EQ(ErrorNumberOf([] { Create(u"gExcelObject"); }), kTypeMismatch);
+    EXPECT_EQ(RaisedBy([] { Create(u"gExcelObject"); }), kTypeMismatch);
     EXPECT_EQ(TheStartUpState().initialised, 0);
   }
   SetSetting(u"General", u"AppFormDebug", u"1");
-  EXPECT_EQ(ErrorNumberOf([] { Create(u"gExcelObject"); }), 0) << "the next load tries again";
+  EXPECT_EQ(RaisedBy([] { Create(u"gExcelObject"); }), 0) << "the next load tries again";
 }
 
 TEST_F(StartUpTest, AnUnreadableSettingYieldsItsDefault) {

@@ -10,15 +10,13 @@ namespace {
 
 class EmbeddedSystem : public MemoryUser {
  public:
-  EmbeddedSystem() {
-    embedded::WriteFile(options_.sample, SourceText("host/sample.sql") + embedded::kContractSql);
-  }
+  EmbeddedSystem() { WriteFile(options_.sample, SourceText("host/sample.sql") + embedded::kContractSql); }
   static constexpr std::u16string_view kKnown = host::kSettingsCollection;
   ObjectFactory& factory() { return factory_; }
   static HostFacts Facts() { return embedded::SampleFacts(); }
 
  private:
-  embedded::TemporaryFolder folder_;
+  TemporaryFolder folder_;
   embedded::HostOptions options_{.database = folder_.path() / "host.sqlite",
                                  .sample = folder_.path() / "sample.sql",
                                  .resources = SourceFolder() / "host"};

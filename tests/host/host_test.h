@@ -5,9 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <string>
@@ -18,38 +16,11 @@
 #include "platform/host.h"
 #include "platform/memory/MemoryPlatform.h"
 #include "platform/text.h"
+#include "tests/files.h"
+#include "tests/raised_error.h"
 #include "tests/test_paths.h"
 
 namespace qva::embedded {
-
-/// A folder of its own for one test, deleted with everything in it.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string path = (std::filesystem::temp_directory_path() / "qva-host-XXXXXX").string();
-    if (!mkdtemp(path.data())) std::abort();
-    path_ = path;
-  }
-  ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
-inline void WriteFile(const std::filesystem::path& file, std::string_view bytes) {
-  std::ofstream(file, std::ios::binary) << bytes;
-}
-
-/// The error that `step` raises; of another kind of exception the test fails by itself.
-inline std::optional<AutomationError> ErrorOf(const std::function<void()>& step) {
-  try {
-    step();
-    return std::nullopt;
-  } catch (const AutomationError& error) {
-    return error;
-  }
-}
 
 /// Expects `step` to raise a failure of the host's own, from `source`, whose description holds `cause`.
 inline void ExpectFailure(const std::function<void()>& step, Failure failure, std::u16string_view source,

@@ -125,7 +125,7 @@ TEST_F(BaselListInAGrid, OffersCodesAndNamesUnderTheColumnsCaption) {
 }
 
 TEST_F(BaselListInAGrid, NeedsATable) {
-  EXPECT_EQ(ErrorNumberOf([&] { list.Init(grid, {}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { list.Init(grid, {}); }), kObjectNotSet);
 }
 
 // --- Without a grid
@@ -145,7 +145,7 @@ TEST(BaselList, GivesANewRowItsFieldsStartingValues) {
 TEST(BaselList, ReadsRowsOfNoTable) {
   BaselList list;
   list.SetCondition(u"Code = 'F1'");
-  EXPECT_EQ(ErrorNumberOf([&] { list.Fill(); }), kUnsupportedAction);
+  EXPECT_EQ(RaisedBy([&] { list.Fill(); }), kUnsupportedAction);
 }
 
 TEST(BaselList, GoesToTheLastRowWhenTheOneAtTheEndIsDeleted) {
@@ -161,11 +161,11 @@ TEST(BaselList, GoesToTheLastRowWhenTheOneAtTheEndIsDeleted) {
 TEST(BaselList, KnowsNoFieldAndNoRowThatIsNotThere) {
   BaselList list;
   list.AppendField(u"A", u"");
-  EXPECT_EQ(ErrorNumberOf([&] { list.Get(u"A"); }), kSubscriptOutOfRange);
-  EXPECT_EQ(ErrorNumberOf([&] { list.MoveTo(0); }), kSubscriptOutOfRange);
-  EXPECT_EQ(ErrorNumberOf([&] { list.DeleteCurrentRow(); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { list.Get(u"A"); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { list.MoveTo(0); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { list.DeleteCurrentRow(); }), kSubscriptOutOfRange);
   list.AddRow();
-  EXPECT_EQ(ErrorNumberOf([&] { list.Get(u"B"); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { list.Get(u"B"); }), kSubscriptOutOfRange);
 }
 
 }  // namespace

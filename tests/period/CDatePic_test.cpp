@@ -151,21 +151,21 @@ TEST_F(DatePicker, BeginsEachShowingUnconfirmed) {
 TEST_F(DatePicker, IsShownOnceAtATime) {
   EXPECT_FALSE(Show([this](MemoryForm&) {
     const ObjectPtr other = Create(u"CDatePic");
-    EXPECT_EQ(ErrorNumberOf([&] { Call(other, u"Show", {date}); }), kFormAlreadyDisplayed);
+    EXPECT_EQ(RaisedBy([&] { Call(other, u"Show", {date}); }), kFormAlreadyDisplayed);
   }));
   EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
 }
 
 TEST_F(DatePicker, RaisesForADateThatNoCalendarShowsAndCanBeShownAgain) {
   date = DateFromParts(1600, 1, 1);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(picker, u"Show", {date}); }), kInvalidPropertyValue);
+  EXPECT_EQ(RaisedBy([&] { Call(picker, u"Show", {date}); }), kInvalidPropertyValue);
   date = DateFromParts(2024, 2, 12);
   EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
 }
 
 TEST_F(DatePicker, RaisesWhenThereAreNoWindows) {
   platform.faults.forms.Refuse();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(picker, u"Show", {date}); }), kOutOfMemory);
+  EXPECT_EQ(RaisedBy([&] { Call(picker, u"Show", {date}); }), kOutOfMemory);
   platform.faults.forms.Allow();
   EXPECT_TRUE(Show([](MemoryForm& form) { form.PressKey(kMonth, 13); }));
 }
@@ -175,7 +175,7 @@ TEST_F(DatePicker, RaisesWhenItsWindowCannotBeShownAndLeavesNothingOfIt) {
   for (const ErrorNumber error : {kOutOfMemory, kInternalError}) {
     platform.faults.forms.RefuseShowing(error);
     Arguments arguments{date};
-    EXPECT_EQ(ErrorNumberOf([&] { picker->Invoke(Access::Call, u"Show", arguments); }), error);
+    EXPECT_EQ(RaisedBy([&] { picker->Invoke(Access::Call, u"Show", arguments); }), error);
     EXPECT_EQ(arguments.positional[0], Value(date));
     EXPECT_EQ(Object::LiveCount(), live);
   }

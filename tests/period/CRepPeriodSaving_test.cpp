@@ -266,8 +266,8 @@ TEST_F(ReportPeriodSaving, EditLeavesNoFormatOfAPlanCodeThatReadsLikeADate) {
 TEST_F(ReportPeriodSaving, EditAndInitDuringTheDialogRaiseFormAlreadyDisplayed) {
   NameCells();
   EXPECT_TRUE(EditAndConfirm([&](MemoryForm& form) {
-    EXPECT_EQ(ErrorNumberOf([&] { Edit(); }), kFormAlreadyDisplayed);
-    EXPECT_EQ(ErrorNumberOf([&] { Init(); }), kFormAlreadyDisplayed);
+    EXPECT_EQ(RaisedBy([&] { Edit(); }), kFormAlreadyDisplayed);
+    EXPECT_EQ(RaisedBy([&] { Init(); }), kFormAlreadyDisplayed);
     form.Type(u"txtYear", u"2026");
   }));
   EXPECT_EQ(At(u"RepYear"), Value(2026.0));
@@ -372,7 +372,7 @@ TEST_F(ReportPeriodSaving, EditNeverRaisesAndKeepsWhatWasWrittenWhateverCallFail
     Init();
     failure.Reset(calls);
     bool result = false;
-    EXPECT_EQ(ErrorNumberOf([&] { result = Edit(); }), 0) << "call " << calls;
+    EXPECT_EQ(RaisedBy([&] { result = Edit(); }), 0) << "call " << calls;
     failed = failure.has_failed();
     failure.Reset(0);
     period.reset();

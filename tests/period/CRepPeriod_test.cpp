@@ -124,7 +124,7 @@ TEST_F(ReportPeriod, InitDeletesABrokenNameAlsoWhereItCannotMakeItAnew) {
   NameCells();
   Names().Add(u"RepMon", u"=Sheet1!#REF!");
   Put(sheet.object(), u"Name", u"Mano lapas");
-  EXPECT_EQ(ErrorNumberOf([&] { Init(); }), kApplicationDefined);
+  EXPECT_EQ(RaisedBy([&] { Init(); }), kApplicationDefined);
   EXPECT_EQ(Names().Count(), 15);
   for (const std::u16string& name : NameList()) EXPECT_FALSE(name.starts_with(u"RepMon=")) << ToUtf8(name);
 }
@@ -163,7 +163,7 @@ TEST_F(ReportPeriod, InitCreatesANameStepByStep) {
 
 TEST_F(ReportPeriod, InitDoesNotQuoteTheSheetsName) {
   Put(sheet.object(), u"Name", u"Mano lapas");
-  EXPECT_EQ(ErrorNumberOf([&] { Init(); }), kApplicationDefined);
+  EXPECT_EQ(RaisedBy([&] { Init(); }), kApplicationDefined);
 }
 
 TEST_F(ReportPeriod, InitPassesOnWhatExcelRaisesAndLeaksNothing) {

@@ -76,8 +76,8 @@ TEST(PeriodArithmetic, ReadsTwoDigitYearsAsThePlatformDoes) {
 }
 
 TEST(PeriodArithmetic, HasNoPeriodForNoKindAndTheUsersOwn) {
-  EXPECT_EQ(ErrorNumberOf([] { CurrentPeriodOf(PeriodKind::None, 2024, 1, 1); }), kInvalidProcedureCall);
-  EXPECT_EQ(ErrorNumberOf([] { CurrentPeriodOf(PeriodKind::User, 2024, 1, 1); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([] { CurrentPeriodOf(PeriodKind::None, 2024, 1, 1); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([] { CurrentPeriodOf(PeriodKind::User, 2024, 1, 1); }), kInvalidProcedureCall);
 }
 
 TEST(LeadingNumber, ReadsTheNumberThatATextBeginsWith) {

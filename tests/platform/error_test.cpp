@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "platform/services.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 namespace {
@@ -56,12 +57,7 @@ TEST(IgnoreErrors, LetsEverythingButAutomationErrorsPass) {
 
 TEST(Services, RaiseAnInternalErrorUntilTheyAreInstalled) {
   InstallServices({});
-  try {
-    GetServices();
-    FAIL() << "nothing was raised";
-  } catch (const AutomationError& error) {
-    EXPECT_EQ(error.number(), kInternalError);
-  }
+  EXPECT_EQ(RaisedBy(GetServices), kInternalError);
 }
 
 }  // namespace

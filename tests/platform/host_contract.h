@@ -20,6 +20,7 @@
 
 #include "platform/date.h"
 #include "platform/host.h"
+#include "tests/raised_error.h"
 #include "tests/readable_values.h"
 
 namespace qva {
@@ -56,16 +57,6 @@ class HostContract : public testing::Test {
  protected:
   ~HostContract() override { EXPECT_EQ(Object::LiveCount(), live_before) << "objects stay alive"; }
 
-  /// The number of the error that `step` raises, 0 for none.
-  template <class Step>
-  static std::int32_t Raised(Step&& step) {
-    try {
-      step();
-      return 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
-  }
   host::Book Book(std::u16string_view code = u"") {
     return host::CommonObjects::Create(factory).CreateBook(code.empty() ? facts.book : code);
   }
@@ -109,7 +100,7 @@ TYPED_TEST_P(HostContract, ABookIsOpenedByItsCode) {
   EXPECT_EQ(Get(this->Book().object(), u""), Value(this->facts.book)) << "the default member";
   for (const std::u16string& code : {std::u16string(u"nera"), ToLower(this->facts.book), std::u16string()}) {
     const auto common = host::CommonObjects::Create(this->factory);
-    EXPECT_NE(this->Raised([&] { common.CreateBook(code); }), 0) << ToUtf8(code);
+    EXPECT_NE(RaisedBy([&] { common.CreateBook(code); }), 0) << ToUtf8(code);
   }
 }
 
@@ -117,7 +108,7 @@ TYPED_TEST_P(HostContract, TablesAreNamedInAnyLetterCase) {
   EXPECT_TRUE(this->Book().Table(u"glACCOUNTset").Seek(this->facts.account_sets.front().code));
   EXPECT_TRUE(this->Book().Table(host::kBookTable).Seek(this->facts.empty_book));
   EXPECT_TRUE(this->Book().Table(host::kCarrierTable));
-  EXPECT_NE(this->Raised([&] { this->Book().Table(u"Nera"); }), 0);
+  EXPECT_NE(RaisedBy([&] { this->Book().Table(u"Nera"); }), 0);
 }
 
 TYPED_TEST_P(HostContract, ARecordIsMadeTheCurrentOneByItsKey) {
@@ -127,18 +118,18 @@ TYPED_TEST_P(HostContract, ARecordIsMadeTheCurrentOneByItsKey) {
     EXPECT_EQ(table.Field(host::kCodeField), Value(set.code));
     EXPECT_EQ(table.Field(u"nAME"), Value(set.name));
     EXPECT_EQ(table.Field(host::kIsBudgetField), Value(set.is_budget));
-    EXPECT_EQ(this->Raised([&] { table.Field(u"Nera"); }), kSubscriptOutOfRange);
+    EXPECT_EQ(RaisedBy([&] { table.Field(u"Nera"); }), kSubscriptOutOfRange);
   }
 }
 
 TYPED_TEST_P(HostContract, WithoutACurrentRecordThereIsNoField) {
   const host::Table table = this->AccountSets();
-  EXPECT_EQ(this->Raised([&] { table.Field(host::kCodeField); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { table.Field(host::kCodeField); }), kSubscriptOutOfRange);
   const std::u16string code = this->facts.account_sets.front().code;
   for (const std::u16string& other : {std::u16string(u"nera"), std::u16string(), ToLower(code)}) {
     EXPECT_TRUE(table.Seek(code));
     EXPECT_FALSE(table.Seek(other)) << ToUtf8(other);
-    EXPECT_EQ(this->Raised([&] { table.Field(host::kCodeField); }), kSubscriptOutOfRange);
+    EXPECT_EQ(RaisedBy([&] { table.Field(host::kCodeField); }), kSubscriptOutOfRange);
   }
   EXPECT_FALSE(this->Book(this->facts.empty_book).Table(host::kAccountSetTable).Seek(code));
 }
@@ -160,14 +151,14 @@ TYPED_TEST_P(HostContract, RowsAreABlockFromOneInTheOrderOfTheKey) {
 TYPED_TEST_P(HostContract, RowsAreEmptyWithoutRecords) {
   const host::Table table = this->Book(this->facts.empty_book).Table(host::kAccountSetTable);
   EXPECT_EQ(table.Rows({host::kCodeField}), Value());
-  EXPECT_EQ(this->Raised([&] { table.Rows({u"Nera"}); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { table.Rows({u"Nera"}); }), kSubscriptOutOfRange);
 }
 
 TYPED_TEST_P(HostContract, RowsNeedFieldsThatThereAre) {
   const host::Table table = this->AccountSets();
-  EXPECT_EQ(this->Raised([&] { table.Rows({host::kCodeField, u"Nera"}); }), kSubscriptOutOfRange);
-  EXPECT_NE(this->Raised([&] { table.Rows({}); }), 0);
-  EXPECT_EQ(this->Raised([&] { Get(table.object(), u"Rows", {u"Code"}); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { table.Rows({host::kCodeField, u"Nera"}); }), kSubscriptOutOfRange);
+  EXPECT_NE(RaisedBy([&] { table.Rows({}); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Get(table.object(), u"Rows", {u"Code"}); }), kTypeMismatch);
 }
 
 // What the connection hands around.
@@ -175,7 +166,7 @@ TYPED_TEST_P(HostContract, RowsNeedFieldsThatThereAre) {
 TYPED_TEST_P(HostContract, PlantAndClientToolsTakeABook) {
   const auto plant = host::Plant::Create(this->factory);
   plant.Init(this->Book());
-  EXPECT_NE(this->Raised([&] { plant.Init(host::Book()); }), 0);
+  EXPECT_NE(RaisedBy([&] { plant.Init(host::Book()); }), 0);
   const auto tools = host::ClientTools::Create(this->factory);
   tools.SetBook(this->Book());
   tools.SetBook(host::Book());
@@ -207,9 +198,9 @@ TYPED_TEST_P(HostContract, WhatACompanyDoesNotHaveIsEmpty) {
 
 TYPED_TEST_P(HostContract, ACompanyIsOfABook) {
   const auto company = host::CompanyAttributes::Create(this->factory);
-  EXPECT_NE(this->Raised([&] { company.Code(); }), 0);
-  EXPECT_NE(this->Raised([&] { company.Address(u""); }), 0);
-  EXPECT_NE(this->Raised([&] { company.Init(host::Book()); }), 0);
+  EXPECT_NE(RaisedBy([&] { company.Code(); }), 0);
+  EXPECT_NE(RaisedBy([&] { company.Address(u""); }), 0);
+  EXPECT_NE(RaisedBy([&] { company.Init(host::Book()); }), 0);
 }
 
 // Lookups.
@@ -225,10 +216,10 @@ TYPED_TEST_P(HostContract, ALookupFindsTheFolderOfAPathKey) {
 
 TYPED_TEST_P(HostContract, ALookupTakesOneKey) {
   const host::Lookup lookup = this->PathKeys();
-  EXPECT_NE(this->Raised([&] { lookup.Result(); }), 0) << "was not run";
-  EXPECT_NE(this->Raised([&] { lookup.Run({}); }), 0);
-  EXPECT_NE(this->Raised([&] { lookup.Run({host::kArchiveKey, host::kArchiveKey}); }), 0);
-  EXPECT_EQ(this->Raised([&] { Call(lookup.object(), u"Run", {host::kArchiveKey}); }), kTypeMismatch);
+  EXPECT_NE(RaisedBy([&] { lookup.Result(); }), 0) << "was not run";
+  EXPECT_NE(RaisedBy([&] { lookup.Run({}); }), 0);
+  EXPECT_NE(RaisedBy([&] { lookup.Run({host::kArchiveKey, host::kArchiveKey}); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(lookup.object(), u"Run", {host::kArchiveKey}); }), kTypeMismatch);
 }
 
 TYPED_TEST_P(HostContract, LookupsAreNamedInAnyLetterCase) {
@@ -236,7 +227,7 @@ TYPED_TEST_P(HostContract, LookupsAreNamedInAnyLetterCase) {
   EXPECT_TRUE(access.Lookup(u"pathKEY", this->Book()).Run({host::kArchiveKey}));
   EXPECT_TRUE(host::Lookup(GetObject(access.object(), u"Lookup", {host::kPathKeyLookup})))
       << "the book may be left out";
-  EXPECT_NE(this->Raised([&] { access.Lookup(u"Nera", this->Book()); }), 0);
+  EXPECT_NE(RaisedBy([&] { access.Lookup(u"Nera", this->Book()); }), 0);
 }
 
 // Settings.
@@ -249,7 +240,7 @@ TYPED_TEST_P(HostContract, SettingsAreFoundByNameAndNumber) {
   EXPECT_EQ(settings.Item(u"Plan").Value(), Value());
   EXPECT_EQ(Get(GetObject(settings.object(), u"Item", {1}), u""), Value(2024));
   for (const Value& index : {Value(u"Nera"), Value(0), Value(3)}) {
-    EXPECT_EQ(this->Raised([&] { GetObject(settings.object(), u"Item", {index}); }), kSubscriptOutOfRange);
+    EXPECT_EQ(RaisedBy([&] { GetObject(settings.object(), u"Item", {index}); }), kSubscriptOutOfRange);
   }
 }
 
@@ -257,8 +248,8 @@ TYPED_TEST_P(HostContract, ASettingsNameIsTakenOnce) {
   constexpr std::int32_t kTaken = 457;
   const auto settings = host::SettingsCollection::Create(this->factory);
   settings.Add(u"Year", 3, 2024);
-  EXPECT_EQ(this->Raised([&] { settings.Add(u"YEAR", 3, 2025); }), kTaken);
-  EXPECT_NE(this->Raised([&] { settings.Add(u"", 3); }), 0);
+  EXPECT_EQ(RaisedBy([&] { settings.Add(u"YEAR", 3, 2025); }), kTaken);
+  EXPECT_NE(RaisedBy([&] { settings.Add(u"", 3); }), 0);
   EXPECT_EQ(settings.Item(u"Year").Value(), Value(2024));
 }
 
@@ -271,13 +262,13 @@ TYPED_TEST_P(HostContract, ASettingTakesAValueOrAnObject) {
   EXPECT_EQ(item.Value(), Value(u"2"));
   item.SetValue(settings.Item(u"B").object());
   EXPECT_EQ(item.Value(), Value(u"text")) << "an object's default member";
-  EXPECT_EQ(this->Raised([&] { item.SetValue(ObjectPtr()); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { item.SetValue(ObjectPtr()); }), kObjectNotSet);
   EXPECT_EQ(item.Value(), Value(u"text"));
   item.SetObject(settings.Item(u"B").object());
   EXPECT_TRUE(item.Value().Is(Value::Type::Object));
   item.SetObject({});
   EXPECT_EQ(item.Value(), Value(ObjectPtr()));
-  EXPECT_EQ(this->Raised([&] { PutRef(item.object(), u"Value", 3); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { PutRef(item.object(), u"Value", 3); }), kTypeMismatch);
 }
 
 // Messages.
@@ -295,21 +286,18 @@ TYPED_TEST_P(HostContract, AMessageGivesTheNumberOfThePressedButton) {
 
 TYPED_TEST_P(HostContract, AMessageNeedsCaptions) {
   const auto message = host::Message::Create(this->factory);
-  EXPECT_NE(this->Raised([&] { message.Show(u"Tekstas", u"", {}); }), 0);
-  EXPECT_EQ(this->Raised([&] {
-    Call(message.object(), u"Show", {u"Tekstas", u"", u"Gerai"});
-  }),
-            kTypeMismatch);
+  EXPECT_NE(RaisedBy([&] { message.Show(u"Tekstas", u"", {}); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(message.object(), u"Show", {u"Tekstas", u"", u"Gerai"}); }), kTypeMismatch);
   EXPECT_TRUE(this->system.Messages().empty());
 }
 
 TYPED_TEST_P(HostContract, TextsComeFromTheirLibrary) {
   const auto texts = host::MessageResource::Create(this->factory);
-  EXPECT_NE(this->Raised([&] { texts.Text(this->facts.number_of_a_text); }), 0);
-  EXPECT_NE(this->Raised([&] { texts.Init(u"Nera"); }), 0);
+  EXPECT_NE(RaisedBy([&] { texts.Text(this->facts.number_of_a_text); }), 0);
+  EXPECT_NE(RaisedBy([&] { texts.Init(u"Nera"); }), 0);
   texts.Init(host::kMessageResourceLibrary);
   EXPECT_NE(texts.Text(this->facts.number_of_a_text), u"");
-  EXPECT_EQ(this->Raised([&] { texts.Text(9999); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { texts.Text(9999); }), kSubscriptOutOfRange);
 }
 
 // Documents.
@@ -327,13 +315,13 @@ TYPED_TEST_P(HostContract, ADocumentIsSelectedFromARangeOfDays) {
   EXPECT_EQ(open(0, 0), Value(first.id)) << "first and last day included";
   this->ExpectShown(budgets);
   EXPECT_EQ(selection.Field(u"cODE"), Value(first.code));
-  EXPECT_EQ(this->Raised([&] { selection.Field(u"Nera"); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { selection.Field(u"Nera"); }), kSubscriptOutOfRange);
   EXPECT_EQ(open(1, 0), Value(last.id));
   this->ExpectShown({budgets.begin() + 1, budgets.end()});
   EXPECT_EQ(selection.Field(host::kCodeField), Value(last.code));
   EXPECT_EQ(open(0, -1), Value(0));
   this->ExpectShown({budgets.begin(), budgets.end() - 2});
-  EXPECT_EQ(this->Raised([&] { selection.Field(host::kCodeField); }), kSubscriptOutOfRange)
+  EXPECT_EQ(RaisedBy([&] { selection.Field(host::kCodeField); }), kSubscriptOutOfRange)
       << "what was selected before counts no more";
   EXPECT_EQ(this->system.Lists(), 3u);
 }
@@ -350,16 +338,16 @@ TYPED_TEST_P(HostContract, AnEmptyListOfDocumentsIsShown) {
 TYPED_TEST_P(HostContract, ASelectionIsOfABook) {
   const auto selection = host::DocumentSelection::Create(this->factory);
   const Date day = this->facts.budgets.front().date;
-  EXPECT_NE(this->Raised([&] { selection.Open(host::kBudgetDocument, day, day, this->AnyBudget()); }), 0);
-  EXPECT_EQ(this->Raised([&] { selection.Field(host::kCodeField); }), kSubscriptOutOfRange);
-  EXPECT_NE(this->Raised([&] { selection.Init(host::Book()); }), 0);
+  EXPECT_NE(RaisedBy([&] { selection.Open(host::kBudgetDocument, day, day, this->AnyBudget()); }), 0);
+  EXPECT_EQ(RaisedBy([&] { selection.Field(host::kCodeField); }), kSubscriptOutOfRange);
+  EXPECT_NE(RaisedBy([&] { selection.Init(host::Book()); }), 0);
   EXPECT_EQ(this->system.Lists(), 0u);
 }
 
 TYPED_TEST_P(HostContract, AQueryIsPutTogetherOfItsParts) {
   const auto query = host::Query::Create(this->factory);
-  const auto has_no_text = [&] { return this->Raised([&] { query.Sql(); }) != 0; };
-  EXPECT_NE(this->Raised([&] { query.Init(host::Book()); }), 0);
+  const auto has_no_text = [&] { return RaisedBy([&] { query.Sql(); }) != 0; };
+  EXPECT_NE(RaisedBy([&] { query.Init(host::Book()); }), 0);
   query.Init(this->Book());
   EXPECT_TRUE(has_no_text());
   query.From(host::kPostingView, u"AccPost");
@@ -377,10 +365,10 @@ TYPED_TEST_P(HostContract, AQueryIsPutTogetherOfItsParts) {
 TYPED_TEST_P(HostContract, ConditionsNeedTheirParts) {
   const auto conditions = host::ConditionBuilder::Create(this->factory);
   EXPECT_NE(conditions.And(u"1=0", u"1=1"), u"");
-  EXPECT_NE(this->Raised([&] { conditions.And(u"", u"1=1"); }), 0);
-  EXPECT_NE(this->Raised([&] { conditions.And(u"1=0", u""); }), 0);
+  EXPECT_NE(RaisedBy([&] { conditions.And(u"", u"1=1"); }), 0);
+  EXPECT_NE(RaisedBy([&] { conditions.And(u"1=0", u""); }), 0);
   EXPECT_NE(conditions.In(host::kDocumentIdField, u"(SELECT 1)"), u"");
-  EXPECT_NE(this->Raised([&] { conditions.In(host::kDocumentIdField, u"SELECT 1"); }), 0);
+  EXPECT_NE(RaisedBy([&] { conditions.In(host::kDocumentIdField, u"SELECT 1"); }), 0);
 }
 
 REGISTER_TYPED_TEST_SUITE_P(

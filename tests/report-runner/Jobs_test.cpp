@@ -3,12 +3,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
+
+#include "tests/files.h"
 
 namespace qva {
 namespace {
@@ -19,12 +19,8 @@ using testing::HasSubstr;
 class Jobs : public testing::Test {
  protected:
   Jobs() {
-    std::string pattern = (fs::temp_directory_path() / "qva-jobs-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-    folder = pattern;
-    for (const char* file : {"a.fods", "b.fods", "a.answers"}) std::ofstream(folder / file) << file;
+    for (const char* file : {"a.fods", "b.fods", "a.answers"}) WriteFile(folder / file, file);
   }
-  ~Jobs() override { fs::remove_all(folder); }
 
   std::vector<Job> Read(const std::string& csv) const { return ReadJobs(csv, folder); }
 
@@ -38,7 +34,8 @@ class Jobs : public testing::Test {
     return "";
   }
 
-  fs::path folder;
+  const TemporaryFolder temporary_folder;
+  const fs::path folder = temporary_folder.path();
 };
 
 TEST_F(Jobs, StandInTheirRowsByTheNamesOfTheColumns) {

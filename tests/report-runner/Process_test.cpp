@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/files.h"
 
 namespace qva {
 namespace {

@@ -84,7 +84,7 @@ TEST_F(Reports, FillAttrSkipsNullCellsAndFillsTheOthers) {
 }
 
 TEST_F(Reports, FillAttrWithoutArgumentsOnlyAsksTheHost) {
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"FillAttr"); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"FillAttr"); }), 0);
 }
 
 TEST_F(Reports, FillAttrMakesTheCompanyObjectAnewOnEachCall) {
@@ -106,12 +106,12 @@ TEST_F(Reports, FillAttrTakesTheRoleAndContactKindsOfTheHost) {
 
 TEST_F(Reports, FillAttrBeforeTheConnectionFailsWithTheHostsError) {
   Call(global, u"ResetConnectEX", {std::int16_t{0}});
-  EXPECT_NE(ErrorNumberOf([&] { Call(reports, u"FillAttr", AllCells()); }), 0);
+  EXPECT_NE(RaisedBy([&] { Call(reports, u"FillAttr", AllCells()); }), 0);
   for (std::size_t i = 0; i < 8; ++i) EXPECT_EQ(ValueOf(i), Value()) << i;
 }
 
 TEST_F(Reports, FillAttrRefusesACellThatIsNoObject) {
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"FillAttr", {u"A1"}); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"FillAttr", {u"A1"}); }), kTypeMismatch);
 }
 
 // The calls of a whole FillAttr, in their order.
@@ -150,7 +150,7 @@ TEST_F(Reports, FillAttrEndsAsAgreedWhicheverHostCallFails) {
     SCOPED_TRACE(n);
     const bool fails = n <= std::size(kFillAttrCalls);
     failure.Reset(static_cast<long>(n));
-    const std::int32_t number = ErrorNumberOf([&] { Call(reports, u"FillAttr", AllCells()); });
+    const std::int32_t number = RaisedBy([&] { Call(reports, u"FillAttr", AllCells()); });
     EXPECT_EQ(failure.has_failed(), fails);
     failure.Reset(0);
     EXPECT_EQ(number, fails ? kAutomationFailed : 0);
@@ -195,7 +195,7 @@ TEST_F(Reports, InitTakesTheWorkbookOverAndSetsTheCaptionInTheStatedOrder) {
 
 TEST_F(Reports, InitWithoutAWindowRaisesAndLeavesTheScreenAlone) {
   Put(excel, u"DisplayFormulaBar", false);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Init", {u"Balansas"}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"Init", {u"Balansas"}); }), kObjectNotSet);
   EXPECT_EQ(Get(excel, u"DisplayFormulaBar"), Value(false));
 }
 
@@ -204,7 +204,7 @@ TEST_F(Reports, InitFreesTheScreenWhicheverStepExcelRefusesOrMemoryIsShortFor) {
   for (long n = 1; n <= 6; ++n) {
     SCOPED_TRACE(n);
     failure.Reset(n);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Init", {u"Balansas"}); }), kAutomationFailed);
+    EXPECT_EQ(RaisedBy([&] { Call(reports, u"Init", {u"Balansas"}); }), kAutomationFailed);
     EXPECT_EQ(Get(excel, u"ScreenUpdating"), Value(true));
     failure.Reset(n, CallFailure::Kind::NoMemory);
     EXPECT_THROW(Call(reports, u"Init", {u"Balansas"}), std::bad_alloc);
@@ -214,7 +214,7 @@ TEST_F(Reports, InitFreesTheScreenWhicheverStepExcelRefusesOrMemoryIsShortFor) {
 
 TEST_F(Reports, InitWithoutAConnectionRaisesObjectNotSet) {
   global.reset();
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Init", {u"Balansas"}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"Init", {u"Balansas"}); }), kObjectNotSet);
 }
 
 TEST_F(Reports, ReleaseLetsGoOfTheWorkbook) {

@@ -104,7 +104,7 @@ TEST_F(LongReports, ClearFormulasThatFailsPutsTheMacrosTextBack) {
   Put(excel, u"StatusBar", u"Ataskaita rengiama");
   StartOver(800);
   call_time.PerCall(milliseconds(3));
-  EXPECT_EQ(ErrorNumberOf([&] { Clear(); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Clear(); }), kAutomationFailed);
   EXPECT_THAT(Bar(), Contains("Application.StatusBar = \"Ataskaita rengiama\""));
   EXPECT_EQ(Get(excel, u"StatusBar"), Value(u"Ataskaita rengiama"));
 }

@@ -134,17 +134,17 @@ TEST_F(ReadDate, CarriesPartsOverAsDatesDo) {
 
 TEST_F(ReadDate, RaisesForPartsThatAreNoSmallNumbers) {
   Set({40000});
-  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Read(FullDate); }), kOverflow);
   Set({u"metai"});
-  EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndMonth); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { Read(YearAndMonth); }), kTypeMismatch);
   for (const double quarter : {20000.0, 1e308, -1e308}) {
     Set({2024, 1, 1, quarter});
-    EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndQuater); }), kOverflow) << quarter;
+    EXPECT_EQ(RaisedBy([&] { Read(YearAndQuater); }), kOverflow) << quarter;
   }
   Set({2024, 1, 40000, 1});
-  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Read(FullDate); }), kOverflow);
   Set({2024, 40000, 1, 1});
-  EXPECT_EQ(ErrorNumberOf([&] { Read(YearAndMonth); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Read(YearAndMonth); }), kOverflow);
   EXPECT_EQ(platform.forms.created, 0);
 }
 
@@ -159,16 +159,16 @@ TEST_F(ReadDate, LooksAtThePartsOfItsTypeAlone) {
 
 TEST_F(ReadDate, RaisesForPartsThatMakeNoDate) {
   Set({20000, 1, 1, 1});
-  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { Read(FullDate); }), kInvalidProcedureCall);
   Set({1700, 1, 1, 1});
-  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kInvalidPropertyValue) << "no calendar shows it";
+  EXPECT_EQ(RaisedBy([&] { Read(FullDate); }), kInvalidPropertyValue) << "no calendar shows it";
 }
 
 TEST_F(ReadDate, RaisesWhatThePickerRaisesAndWritesNothing) {
   Set({2024, 5, 29, 2});
   platform.faults.forms.RefuseShowing();
   trace.Clear();
-  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kInternalError);
+  EXPECT_EQ(RaisedBy([&] { Read(FullDate); }), kInternalError);
   for (const std::string& line : trace.lines())
     EXPECT_THAT(line, testing::Not(testing::HasSubstr("Range.Value =")));
   EXPECT_EQ(Get(application, u"ScreenUpdating"), Value(true));
@@ -181,7 +181,7 @@ TEST_F(ReadDate, NeedsOnlyTheCellsOfItsType) {
   const Value year = cells[0].object();
   const Value month = cells[1].object();
   EXPECT_TRUE(Call(reports, u"ReadDate", {year, month, Nothing(), Nothing(), 2}).ToBoolean());
-  EXPECT_EQ(ErrorNumberOf([&] {
+  EXPECT_EQ(RaisedBy([&] {
               Call(reports, u"ReadDate", {year, month, Nothing(), Nothing(), 1});
             }),
             kObjectNotSet);
@@ -189,7 +189,7 @@ TEST_F(ReadDate, NeedsOnlyTheCellsOfItsType) {
 
 TEST_F(ReadDate, RaisesWithoutAnApplication) {
   global.reset();
-  EXPECT_EQ(ErrorNumberOf([&] { Read(FullDate); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Read(FullDate); }), kObjectNotSet);
 }
 
 TEST_F(ReadDate, LetsTheScreenBeSeenAndReadsBeforeItWrites) {
@@ -253,7 +253,7 @@ TEST_F(ReadDate, PassesEveryFailureOnAndLeaksNothing) {
   long calls = 1;
   for (;; ++calls) {
     failure.Reset(calls);
-    const std::int32_t error = ErrorNumberOf([&] { Choose(FullDate, DateFromParts(2025, 1, 31)); });
+    const std::int32_t error = RaisedBy([&] { Choose(FullDate, DateFromParts(2025, 1, 31)); });
     const bool failed = failure.has_failed();
     failure.Reset(0);
     EXPECT_EQ(Object::LiveCount(), alive) << "call " << calls;

@@ -92,7 +92,7 @@ TEST_F(Colouring, LockingPassesTheErrorOfAnyCallOnAndFreesTheScreen) {
     Put(excel, u"ScreenUpdating", true);
     const ObjectPtr zone = TracedCells(u"B2");
     StartOver(n);
-    const std::int32_t raised = ErrorNumberOf([&] { Call(fresh, u"Locking", {zone}); });
+    const std::int32_t raised = RaisedBy([&] { Call(fresh, u"Locking", {zone}); });
     EXPECT_EQ(failure.has_failed(), n <= 7);
     failure.Reset(0);
     EXPECT_EQ(raised, n <= 7 ? kAutomationFailed : 0);
@@ -119,13 +119,13 @@ TEST_F(Colouring, LockingFreesTheScreenWhenMemoryRunsOut) {
 
 TEST_F(Colouring, LockingAZoneOfAnotherSheetRaisesExcelsRefusal) {
   const ObjectPtr zone = GetObject(Sheet(2), u"Range", {u"A1"});
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Locking", {zone}); }), kApplicationDefined);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"Locking", {zone}); }), kApplicationDefined);
   EXPECT_TRUE(Updating());
   EXPECT_TRUE(Boxes().empty());
 }
 
 TEST_F(Colouring, LockingNothingRaisesObjectNotSet) {
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Locking", {Nothing()}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"Locking", {Nothing()}); }), kObjectNotSet);
   EXPECT_TRUE(Updating());
 }
 
@@ -182,7 +182,7 @@ TEST_F(Colouring, ColorRangesShowsAnErrorAndRestoresTheScreenWhicheverCallFails)
     const ObjectPtr grey = TracedCells(u"A1");
     Put(GetObject(Cells(u"A1"), u"Interior"), u"ColorIndex", -4142);
     StartOver(n);
-    EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"ColorRanges", {grey, Nothing(), Nothing(), true}); }), 0);
+    EXPECT_EQ(RaisedBy([&] { Call(fresh, u"ColorRanges", {grey, Nothing(), Nothing(), true}); }), 0);
     EXPECT_EQ(failure.has_failed(), n <= 5);
     EXPECT_EQ(ColorOf(u"A1"), Value(n >= 5 ? 15 : -4142));
     EXPECT_TRUE(Updating()) << "where that very call fails, it is tried once more";
@@ -209,7 +209,7 @@ TEST_F(Colouring, ColorRangesOnAProtectedSheetShowsExcelsRefusal) {
 TEST_F(Colouring, AnErrorThatCannotBeShownReachesTheMacro) {
   Call(Sheet(), u"Protect");
   StartOver(6);  // the creation of the message object, after the screen was restored
-  EXPECT_EQ(ErrorNumberOf([&] { Color(TracedCells(u"A1"), true); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Color(TracedCells(u"A1"), true); }), kAutomationFailed);
   EXPECT_TRUE(Updating());
 }
 

@@ -164,7 +164,7 @@ TEST_F(Printing, TheMostPagesAre255) {
   Print(Sheet(), true, true, 255);
   EXPECT_EQ(Jobs().size(), 255u);
   EXPECT_EQ(Jobs().back(), Page(255));
-  EXPECT_EQ(ErrorNumberOf([&] { Print(Sheet(), true, true, 256); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Print(Sheet(), true, true, 256); }), kOverflow);
 }
 
 TEST_F(Printing, OutDecidesByItsTruthAndAskingIsLeftOutAsFalse) {
@@ -177,7 +177,7 @@ TEST_F(Printing, OutDecidesByItsTruthAndAskingIsLeftOutAsFalse) {
 // --- Errors
 
 TEST_F(Printing, NothingInPlaceOfASheetIsShownAsAnError) {
-  EXPECT_EQ(ErrorNumberOf([&] { Call(reports, u"Spauzd", {Nothing(), true}); }), 0);
+  EXPECT_EQ(RaisedBy([&] { Call(reports, u"Spauzd", {Nothing(), true}); }), 0);
   EXPECT_THAT(BoxTexts(), ElementsAre(StandardDescription(kObjectNotSet)));
 }
 
@@ -228,7 +228,7 @@ TEST_F(Printing, EndsAsAgreedWhicheverCallFails) {
       const ObjectPtr fresh = Create(u"CReports");
       const ObjectPtr sheet = Traced(Sheet(), u"Sheet");
       StartOver(n);
-      EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"Spauzd", {sheet, way.out, way.page_by_page, 2}); }), 0);
+      EXPECT_EQ(RaisedBy([&] { Call(fresh, u"Spauzd", {sheet, way.out, way.page_by_page, 2}); }), 0);
       EXPECT_EQ(failure.has_failed(), n <= calls);
       failure.Reset(0);
 

@@ -272,7 +272,7 @@ TEST_F(Saving, EndsAsAgreedWhicheverCallFails) {
     Put(Workbook(), u"Saved", false);
     StartOver(n);
     Value saved;
-    EXPECT_EQ(ErrorNumberOf([&] { saved = SaveBy(fresh, year, part, Missing(), false); }), 0);
+    EXPECT_EQ(RaisedBy([&] { saved = SaveBy(fresh, year, part, Missing(), false); }), 0);
     EXPECT_EQ(failure.has_failed(), n <= kCalls);
     failure.Reset(0);
 
@@ -368,8 +368,7 @@ class FailingSave : public Saving {
     Put(kept, u"Saved", false);
     StartOver(failing_call);
     Outcome outcome;
-    EXPECT_EQ(ErrorNumberOf([&] { outcome.saved = SaveBy(fresh, year_cell, part_cell, Missing(), false); }),
-              0);
+    EXPECT_EQ(RaisedBy([&] { outcome.saved = SaveBy(fresh, year_cell, part_cell, Missing(), false); }), 0);
     EXPECT_EQ(failure.has_failed(), failing_call > 0);
     failure.Reset(0);
     outcome.boxes = BoxTexts();

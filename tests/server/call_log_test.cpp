@@ -13,6 +13,7 @@
 #include "platform/services.h"
 #include "platform/text.h"
 #include "platform/value.h"
+#include "tests/files.h"
 #include "tests/platform/core_test.h"
 #include "tests/ticking_clock.h"
 
@@ -30,14 +31,9 @@ class LoggedObject : public Object {
   std::u16string TypeName() const override { return u"CReports"; }
 };
 
-std::string Content(const std::filesystem::path& path) {
-  return ReadWholeFile(path.native()).value_or("");
-}
-
 class CallLog : public CoreTest {
  protected:
   CallLog() {
-    std::filesystem::create_directory(folder);
     platform.clock.Set(Date{45000.5});
     Services services = platform.services();
     services.clock = &clock;
@@ -45,10 +41,7 @@ class CallLog : public CoreTest {
   }
   CallLog(const CallLog&) = delete;
   CallLog& operator=(const CallLog&) = delete;
-  ~CallLog() override {
-    SetCallLog({});
-    std::filesystem::remove_all(folder);
-  }
+  ~CallLog() override { SetCallLog({}); }
 
   void Start(bool own = true, bool with_content = false) {
     SetCallLog({file.native(), with_content,
@@ -64,11 +57,10 @@ class CallLog : public CoreTest {
       call.Takes(arguments);
       call.Returned(result);
     }
-    return Content(file);
+    return FileContent(file, "");
   }
 
-  std::filesystem::path folder =
-      std::filesystem::temp_directory_path() / ("qva_call_log_" + std::to_string(ProcessId()));
+  const TemporaryFolder folder;
   std::filesystem::path file = folder / "calls.log";
   TickingClock clock{platform.clock, std::chrono::milliseconds(7)};
   ObjectPtr object{new LoggedObject};
@@ -91,7 +83,7 @@ TEST_F(CallLog, NamesNamedArguments) {
     const std::vector<NamedArgument> named = {{u"sName", u"x"}};
     call.Takes(std::vector<Value>{1}, named);
   }
-  EXPECT_THAT(Content(file), HasSubstr("\t(1, sName:=\"x\")\t"));
+  EXPECT_THAT(FileContent(file), HasSubstr("\t(1, sName:=\"x\")\t"));
 }
 
 TEST_F(CallLog, TellsNumberSourceAndTextOfAnError) {
@@ -105,7 +97,7 @@ TEST_F(CallLog, TellsNumberSourceAndTextOfAnError) {
       call.Failed();
     }
   }
-  EXPECT_THAT(Content(file), EndsWith("\t! 1004 Excel: No such sheet\n"));
+  EXPECT_THAT(FileContent(file), EndsWith("\t! 1004 Excel: No such sheet\n"));
   {
     LoggedCall call;
     call.Begins(*object, Access::Call, u"Init");
@@ -115,7 +107,7 @@ TEST_F(CallLog, TellsNumberSourceAndTextOfAnError) {
       call.Failed();
     }
   }
-  EXPECT_THAT(Content(file), EndsWith("\t! 7 QVA_Varnholt: Out of memory\n"));
+  EXPECT_THAT(FileContent(file), EndsWith("\t! 7 QVA_Varnholt: Out of memory\n"));
 }
 
 TEST_F(CallLog, TellsTypeAndSizeInsteadOfContent) {
@@ -163,13 +155,13 @@ TEST_F(CallLog, WritesNothingWhileItIsOff) {
   Start();
   SetCallLog({});
   Line(Access::Call, {}, {});
-  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  EXPECT_TRUE(std::filesystem::is_empty(folder.path()));
 }
 
 TEST_F(CallLog, LeavesACallAloneThatItCannotWriteDown) {
   SetCallLog({(folder / "missing" / "calls.log").native(), false, nullptr});
   EXPECT_NO_THROW(Line(Access::Call, {1}, 2));
-  SetCallLog({folder.native(), false, nullptr});
+  SetCallLog({folder.path().native(), false, nullptr});
   EXPECT_NO_THROW(Line(Access::Call, {1}, 2));
   Start();
   InstallServices({});
@@ -183,14 +175,14 @@ TEST_F(CallLog, FileGetsASecondNameWhenItIsFull) {
   EXPECT_TRUE(AppendRotated(file.native(), line, 100));
   EXPECT_FALSE(std::filesystem::exists(rotated));
   EXPECT_TRUE(AppendRotated(file.native(), "third", 84));
-  EXPECT_EQ(Content(rotated), line + line);
-  EXPECT_EQ(Content(file), "third");
+  EXPECT_EQ(FileContent(rotated), line + line);
+  EXPECT_EQ(FileContent(file), "third");
   EXPECT_TRUE(AppendRotated(file.native(), line, 44));
-  EXPECT_EQ(Content(rotated), "third");
+  EXPECT_EQ(FileContent(rotated), "third");
   EXPECT_TRUE(AppendRotated(file.native(), std::string(50, 'y'), 10));
   EXPECT_TRUE(AppendRotated(file.native(), std::string(50, 'z'), 10));
-  EXPECT_EQ(Content(rotated), std::string(50, 'y'));
-  EXPECT_EQ(Content(file), std::string(50, 'z'));
+  EXPECT_EQ(FileContent(rotated), std::string(50, 'y'));
+  EXPECT_EQ(FileContent(file), std::string(50, 'z'));
 }
 
 TEST_F(CallLog, FileIsFullAt4Megabytes) {
@@ -215,8 +207,8 @@ TEST_F(CallLog, LosesNoLineOfTwoWriters) {
   std::thread other(write, 'a');
   write('b');
   other.join();
-  const std::string old = Content(folder / "calls.log.1");
-  const std::string all = old + Content(file);
+  const std::string old = FileContent(folder / "calls.log.1");
+  const std::string all = old + FileContent(file);
   EXPECT_EQ(old.size(), kLimit);
   EXPECT_EQ(all.size(), 2u * kLines * 11);
   int a = 0;

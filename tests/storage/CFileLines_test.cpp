@@ -46,21 +46,21 @@ TEST_F(FileLines, CrFileIsFalseWhenNoFileNumberIsFree) {
   EXPECT_FALSE(file.FileIsOpen());
   EXPECT_FALSE(file.WriteStr(u"line"));
   EXPECT_EQ(Content(), "(no file)");
-  EXPECT_EQ(ErrorNumberOf([&] { file.OpenFile(no_name); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { file.OpenFile(no_name); }), kBadFileNameOrNumber);
 }
 
 TEST_F(FileLines, CrFileInAMissingFolderRaises) {
   file.SetPath(u"C:\\None");
-  EXPECT_EQ(ErrorNumberOf([&] { file.CrFile(); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { file.CrFile(); }), kPathNotFound);
 }
 
 TEST_F(FileLines, TheNumberOfAFileThatCouldNotBeOpenedStays) {
   SetContent("old\r\n");
   platform.faults.files.Refuse(Operation::OpenChannel, kPermissionDenied);
-  EXPECT_EQ(ErrorNumberOf([&] { file.OpenFileForAppend(no_name); }), kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { file.OpenFileForAppend(no_name); }), kPermissionDenied);
   platform.faults.files.Allow(Operation::OpenChannel);
   EXPECT_TRUE(file.FileIsOpen());
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"line"); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"line"); }), kBadFileNameOrNumber);
   EXPECT_EQ(Content(), "old\r\n") << "the file that could not be opened must not be emptied";
 }
 
@@ -87,7 +87,7 @@ TEST_F(FileLines, WriteStrAfterCloseFileRaisesInsteadOfEmptyingTheFile) {
   file.WriteStr(u"1");
   file.CloseFile();
   EXPECT_TRUE(file.FileIsOpen());
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"2"); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"2"); }), kBadFileNameOrNumber);
   EXPECT_EQ(Content(), "1\r\n");
 }
 
@@ -98,7 +98,7 @@ TEST_F(FileLines, AnotherFileUnderAClosedNumberIsNotTouched) {
   other.SetPath(u"C:\\Log");
   other.SetFileName(u"y.txt");
   other.CrFile();
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"2"); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"2"); }), kBadFileNameOrNumber);
   file.CloseFile();
   other.WriteStr(u"3");
   EXPECT_EQ(Content(u"C:\\Log\\y.txt"), "3\r\n");
@@ -107,7 +107,7 @@ TEST_F(FileLines, AnotherFileUnderAClosedNumberIsNotTouched) {
 TEST_F(FileLines, WriteStrThatFailsLeavesTheLinesBefore) {
   file.WriteStr(u"1");
   platform.faults.files.Refuse(Operation::Write, kDiskFull);
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"2"); }), kDiskFull);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"2"); }), kDiskFull);
   platform.faults.files.Allow(Operation::Write);
   EXPECT_TRUE(file.WriteStr(u"3"));
   EXPECT_EQ(Content(), "1\r\n3\r\n");
@@ -116,7 +116,7 @@ TEST_F(FileLines, WriteStrThatFailsLeavesTheLinesBefore) {
 TEST_F(FileLines, WriteStrToAFileThatIsOpenForReadingRaises) {
   SetContent("old");
   file.OpenFile(no_name);
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"new"); }), kBadFileMode);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"new"); }), kBadFileMode);
   EXPECT_EQ(Content(), "old");
 }
 
@@ -125,7 +125,7 @@ TEST_F(FileLines, AnotherInstanceCannotOpenAFileThatIsWritten) {
   CFile other;
   other.SetPath(u"C:\\Log");
   other.SetFileName(u"x.txt");
-  EXPECT_EQ(ErrorNumberOf([&] { other.OpenFileForAppend(no_name); }), kFileAlreadyOpen);
+  EXPECT_EQ(RaisedBy([&] { other.OpenFileForAppend(no_name); }), kFileAlreadyOpen);
 }
 
 TEST_F(FileLines, CloseFileGivesTheFileFreeAndKeepsTheNumber) {
@@ -177,7 +177,7 @@ TEST_F(FileLines, OpenFileOpensTheNamedFileInstead) {
 }
 
 TEST_F(FileLines, OpenFileOfAMissingFileRaisesAndTellsTheName) {
-  EXPECT_EQ(ErrorNumberOf([&] { file.OpenFile(no_name); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { file.OpenFile(no_name); }), kFileNotFound);
   EXPECT_EQ(no_name, u"C:\\Log\\x.txt");
   EXPECT_EQ(Content(), "(no file)");
 }
@@ -223,7 +223,7 @@ TEST_F(FileLines, ReadStrAfterCloseFileRaises) {
   file.OpenFile(no_name);
   file.CloseFile();
   std::u16string line;
-  EXPECT_EQ(ErrorNumberOf([&] { file.ReadStr(line); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { file.ReadStr(line); }), kBadFileNameOrNumber);
 }
 
 TEST_F(FileLines, ReadStrThatFailsRaises) {
@@ -231,7 +231,7 @@ TEST_F(FileLines, ReadStrThatFailsRaises) {
   file.OpenFile(no_name);
   platform.faults.files.Refuse(Operation::Read, kDeviceError);
   std::u16string line;
-  EXPECT_EQ(ErrorNumberOf([&] { file.ReadStr(line); }), kDeviceError);
+  EXPECT_EQ(RaisedBy([&] { file.ReadStr(line); }), kDeviceError);
 }
 
 // The log.
@@ -306,9 +306,9 @@ TEST_F(FileLines, AFreshInstanceStartsTheLogAnewAndAnAppendingOneContinuesIt) {
 
 TEST_F(FileLines, LogLinesPassOnWhatWriteStrSays) {
   platform.faults.files.Refuse(Operation::OpenChannel, kPathFileAccess);
-  EXPECT_EQ(ErrorNumberOf([&] { file.StartLog(); }), kPathFileAccess);
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStrLog(u"a"); }), kBadFileNameOrNumber);
-  EXPECT_EQ(ErrorNumberOf([&] { file.EndLog(); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { file.StartLog(); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStrLog(u"a"); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { file.EndLog(); }), kBadFileNameOrNumber);
 }
 
 // Unicode mode.
@@ -369,20 +369,20 @@ TEST_F(UnicodeFile, AppendingWritesAnsiEvenToAUtf16File) {
 
 TEST_F(UnicodeFile, WriteStrWithoutAStreamIsError91) {
   platform.faults.files.KeepStreams(true);
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"line"); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"line"); }), kObjectNotSet);
 }
 
 TEST_F(UnicodeFile, WriteStrToAStreamThatReadsRaises) {
   SetContent("old");
   file.OpenFile(no_name);
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"new"); }), kBadFileMode);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"new"); }), kBadFileMode);
   EXPECT_EQ(Content(), "old");
 }
 
 TEST_F(UnicodeFile, WriteStrThatFailsLeavesTheLinesBefore) {
   file.WriteStr(u"1");
   platform.faults.files.Refuse(Operation::Write, kDiskFull);
-  EXPECT_EQ(ErrorNumberOf([&] { file.WriteStr(u"2"); }), kDiskFull);
+  EXPECT_EQ(RaisedBy([&] { file.WriteStr(u"2"); }), kDiskFull);
   EXPECT_EQ(Utf16Content(), "1\r\n");
 }
 
@@ -396,7 +396,7 @@ TEST_F(UnicodeFile, ReadStrReadsNothingFromAnOpenStream) {
 
 TEST_F(UnicodeFile, ReadStrWithoutAStreamIsError91) {
   std::u16string line;
-  EXPECT_EQ(ErrorNumberOf([&] { file.ReadStr(line); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { file.ReadStr(line); }), kObjectNotSet);
 }
 
 TEST_F(UnicodeFile, AnOpenStreamDoesNotCountAsOpenFile) {
@@ -424,7 +424,7 @@ TEST_F(UnicodeFile, CreatingAndOpeningCloseTheStream) {
 TEST_F(UnicodeFile, AStreamThatCannotBeOpenedLeavesNoneOpen) {
   file.WriteStr(u"1");
   platform.faults.files.Refuse(Operation::CreateTextStream, kPermissionDenied);
-  EXPECT_EQ(ErrorNumberOf([&] { file.CrFile(); }), kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { file.CrFile(); }), kPermissionDenied);
   platform.files.Delete(u"C:\\Log\\x.txt");
 }
 

@@ -75,7 +75,7 @@ TEST_F(File, CrFullName2OfAKeyWithoutAFolderMeansTheCurrentFolder) {
 
 TEST_F(File, CrFullName2ThatFailsLeavesPathAndName) {
   failure.Reset(1);
-  EXPECT_EQ(ErrorNumberOf([&] { file.CrFullName2(u"BookRepSave", u"y.txt"); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { file.CrFullName2(u"BookRepSave", u"y.txt"); }), kAutomationFailed);
   EXPECT_EQ(file.Path(), u"C:\\Log");
   EXPECT_EQ(file.FileName(), u"x.txt");
 }
@@ -143,14 +143,14 @@ TEST_F(File, PathByPathKeyLetsTheHostsErrorsThrough) {
   for (long call = 1;; ++call) {
     ShutDown();
     failure.Reset(call);
-    const std::int32_t raised = ErrorNumberOf([&] { CFile::PathByPathKey(u"BookRepSave"); });
+    const std::int32_t raised = RaisedBy([&] { CFile::PathByPathKey(u"BookRepSave"); });
     if (!failure.has_failed()) break;
     EXPECT_EQ(raised, kAutomationFailed) << call;
   }
   failure.Reset(0);
   platform.faults.object_factory.Refuse(host::kDataAccess);
   ShutDown();
-  EXPECT_EQ(ErrorNumberOf([&] { CFile::PathByPathKey(u"BookRepSave"); }), kCannotCreateObject);
+  EXPECT_EQ(RaisedBy([&] { CFile::PathByPathKey(u"BookRepSave"); }), kCannotCreateObject);
 }
 
 // Backups.
@@ -215,14 +215,14 @@ TEST_F(Backup, SaveFileAsBackupClosesTheChannel) {
 
 TEST_F(Backup, SaveFileAsBackupOfAMissingFileRaisesAndKeepsTheName) {
   platform.files.Delete(u"C:\\Log\\x.txt");
-  EXPECT_EQ(ErrorNumberOf([&] { file.SaveFileAsBackup(); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { file.SaveFileAsBackup(); }), kFileNotFound);
   EXPECT_EQ(file.FileName(), u"x.txt");
 }
 
 TEST_F(Backup, SaveFileAsBackupIgnoresThatTheLastOneCannotBeDeletedButNotThatTheNameIsTaken) {
   platform.files.SetFile(u"C:\\Log\\x.txt.bak", "older");
   platform.faults.files.Refuse(Operation::Delete, kPathFileAccess);
-  EXPECT_EQ(ErrorNumberOf([&] { file.SaveFileAsBackup(); }), kFileAlreadyExists);
+  EXPECT_EQ(RaisedBy([&] { file.SaveFileAsBackup(); }), kFileAlreadyExists);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\x.txt.bak"), "older");
 }
@@ -230,7 +230,7 @@ TEST_F(Backup, SaveFileAsBackupIgnoresThatTheLastOneCannotBeDeletedButNotThatThe
 TEST_F(Backup, SaveFileAsBackupThatCannotRenameHasDeletedTheLastOne) {
   platform.files.SetFile(u"C:\\Log\\x.txt.bak", "older");
   platform.faults.files.Refuse(Operation::Rename, kPermissionDenied);
-  EXPECT_EQ(ErrorNumberOf([&] { file.SaveFileAsBackup(); }), kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { file.SaveFileAsBackup(); }), kPermissionDenied);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\x.txt.bak"), "(no file)");
 }
@@ -297,31 +297,31 @@ TEST_F(Backup, MoveFileToBackupDoesNotNeedToCreateTheFolder) {
 TEST_F(Backup, MoveFileToBackupThatCannotCopyKeepsTheFile) {
   platform.files.SetFile(u"C:\\Log\\BACKUP\\x.txt", "older");
   platform.faults.files.Refuse(Operation::Copy, kDiskFull);
-  EXPECT_EQ(ErrorNumberOf([&] { CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""); }), kDiskFull);
+  EXPECT_EQ(RaisedBy([&] { CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""); }), kDiskFull);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\BACKUP\\x.txt"), "older");
 }
 
 TEST_F(Backup, MoveFileToBackupThatCannotDeleteLeavesBoth) {
   platform.faults.files.Refuse(Operation::Delete, kPermissionDenied);
-  EXPECT_EQ(ErrorNumberOf([&] { CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""); }), kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { CFile::MoveFileToBackup(u"C:\\Log\\x.txt", u""); }), kPermissionDenied);
   EXPECT_EQ(Content(), "x");
   EXPECT_EQ(Content(u"C:\\Log\\BACKUP\\x.txt"), "x");
 }
 
 TEST_F(Backup, MoveFileToBackupOfAMissingFileRaises) {
-  EXPECT_EQ(ErrorNumberOf([&] { CFile::MoveFileToBackup(u"C:\\Log\\y.txt", u""); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { CFile::MoveFileToBackup(u"C:\\Log\\y.txt", u""); }), kFileNotFound);
 }
 
 TEST_F(Backup, MoveFileToBackupOfAPathWithoutBackslashKnowsNoName) {
   platform.files.SetCurrentFolder(u"C:\\Log");
-  EXPECT_EQ(ErrorNumberOf([&] { CFile::MoveFileToBackup(u"x.txt", u""); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { CFile::MoveFileToBackup(u"x.txt", u""); }), kPathFileAccess);
   EXPECT_EQ(Content(), "x") << "not lost";
   EXPECT_TRUE(platform.files.FolderExists(u"C:\\Log\\BACKUP"));
 }
 
 TEST_F(Backup, MoveFileToBackupSplitsAtTheLastBackslashAlone) {
-  EXPECT_EQ(ErrorNumberOf([&] { CFile::MoveFileToBackup(u"C:\\Log/x.txt", u""); }), kPathNotFound)
+  EXPECT_EQ(RaisedBy([&] { CFile::MoveFileToBackup(u"C:\\Log/x.txt", u""); }), kPathNotFound)
       << "the name is \"Log/x.txt\", and the backup folder has no folder \"Log\"";
   EXPECT_EQ(Content(), "x");
 }

@@ -94,8 +94,8 @@ TEST_F(SaveFormReports, AChangedGeneralPathMovesFormsButNotReports) {
 }
 
 TEST_F(SaveFormReports, YearAndPeriodAre16Bit) {
-  EXPECT_EQ(ErrorNumberOf([&] { ReportExistEx(u"Balansas", 32768, 1); }), kOverflow);
-  EXPECT_EQ(ErrorNumberOf([&] { SaveReport(workbook, u"Balansas", 2010, 40000); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { ReportExistEx(u"Balansas", 32768, 1); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { SaveReport(workbook, u"Balansas", 2010, 40000); }), kOverflow);
 }
 
 // --- SaveReport
@@ -165,7 +165,7 @@ TEST_F(SaveFormReports, SaveReportEndsAsAgreedWhicheverCallFails) {
     Put(excel, u"DisplayAlerts", true);
     Put(form, u"ErrorDescr", u"senas");
     StartOver(n);
-    const std::int32_t raised = ErrorNumberOf([&] { SaveReport(workbook, u"Balansas", 2010, 3); });
+    const std::int32_t raised = RaisedBy([&] { SaveReport(workbook, u"Balansas", 2010, 3); });
     EXPECT_EQ(failure.has_failed(), n <= 7);
     failure.Reset(0);
     EXPECT_EQ(raised, n <= 4 ? kAutomationFailed : 0);

@@ -27,11 +27,11 @@ TEST_F(SaveForm, IsEmptyBeforeInit) {
 
 TEST_F(SaveForm, NeedsInitBeforeItCleansNames) {
   const ObjectPtr fresh = Create(u"CSaveForm");
-  EXPECT_EQ(ErrorNumberOf([&] {
+  EXPECT_EQ(RaisedBy([&] {
               Call(fresh, u"FileName", {workbook, u"a", u"b", u"c", Day(2010, 11, 12)});
             }),
             kObjectNotSet);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(fresh, u"ReportExistEx", {u"a", 2010, 1}); }), kObjectNotSet);
+  EXPECT_EQ(RaisedBy([&] { Call(fresh, u"ReportExistEx", {u"a", 2010, 1}); }), kObjectNotSet);
 }
 
 TEST_F(SaveForm, AnErrorStatusBringsTheHostsDescription) {
@@ -50,12 +50,12 @@ TEST_F(SaveForm, ErrorStatus0LeavesTheDescription) {
 }
 
 TEST_F(SaveForm, ErrorStatusIsAByte) {
-  EXPECT_EQ(ErrorNumberOf([&] { Put(form, u"ErrorStatus", 256); }), kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Put(form, u"ErrorStatus", 256); }), kOverflow);
 }
 
 TEST_F(SaveForm, ACodeWithoutTextIsSetAndRaisesTheResourcesError) {
   Put(form, u"ErrorDescr", u"senas");
-  EXPECT_EQ(ErrorNumberOf([&] { Put(form, u"ErrorStatus", 99); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { Put(form, u"ErrorStatus", 99); }), kSubscriptOutOfRange);
   EXPECT_EQ(Status(), 99);
   EXPECT_EQ(Description(), u"senas");
 }
@@ -102,7 +102,7 @@ TEST_F(SaveForm, InitResetsTheStatusAlone) {
 
 TEST_F(SaveForm, InitPassesTheHostsErrorsOn) {
   StartOver(1);
-  EXPECT_EQ(ErrorNumberOf([&] { Call(form, u"Init"); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Call(form, u"Init"); }), kAutomationFailed);
 }
 
 TEST_F(SaveForm, InitAsksTheHostAloneWithThreeCalls) {
@@ -304,7 +304,7 @@ TEST_F(SaveForm, SaveEndsAsAgreedWhicheverCallFails) {
     SCOPED_TRACE(n);
     Put(excel, u"DisplayAlerts", true);
     StartOver(n);
-    const std::int32_t raised = ErrorNumberOf([&] { Save(workbook, u"F", u"PVM", u"1", Day(2010, 11, 12)); });
+    const std::int32_t raised = RaisedBy([&] { Save(workbook, u"F", u"PVM", u"1", Day(2010, 11, 12)); });
     failure.Reset(0);
     EXPECT_EQ(raised, n <= 4 ? kAutomationFailed : 0);
     EXPECT_EQ(Status(), n >= 5 && n <= 7 ? 8 : 0);

@@ -277,7 +277,7 @@ TEST_F(SetPath, IsSilentWhenTheKeyCannotBeClosed) {
 
 TEST_F(SetPath, RaisesTheHostsErrorAfterThePathWasChanged) {
   host.texts.erase(800);
-  EXPECT_EQ(ErrorNumberOf([&] { RegPath(); }), kSubscriptOutOfRange);
+  EXPECT_EQ(RaisedBy([&] { RegPath(); }), kSubscriptOutOfRange);
   EXPECT_EQ(UserPath(), "C:\\Buhalterija\\Varnholt");
   EXPECT_EQ(MessagesShown(), 0u);
 }

@@ -183,14 +183,10 @@ const std::string kBits = "32-bit", kOtherBits = "64-bit";
 
 TEST_F(ComObjectFactoryTest, TellsTheClassTheCodeAndTheBitnessOfWhatCannotBeCreated) {
   const auto description_of = [&](std::u16string_view identifier) {
-    try {
-      factory.Create(identifier);
-    } catch (const AutomationError& error) {
-      EXPECT_EQ(error.number(), kCannotCreateObject);
-      EXPECT_EQ(error.source(), u"QVA_Varnholt");
-      return ToUtf8(error.description());
-    }
-    return std::string("it was created");
+    const AutomationError error = ErrorOf([&] { factory.Create(identifier); }).value();
+    EXPECT_EQ(error.number(), kCannotCreateObject);
+    EXPECT_EQ(error.source(), u"QVA_Varnholt");
+    return ToUtf8(error.description());
   };
   EXPECT_EQ(description_of(u"QVA.NoSuchClass"), "QVA.NoSuchClass: 0x800401F3, not registered for " + kBits);
   {
@@ -220,7 +216,7 @@ TEST_F(ComObjectFactoryTest, TellsTheClassTheCodeAndTheBitnessOfWhatCannotBeCrea
 TEST_F(ComObjectFactoryTest, TriesNoADOBeforeARecordsetIsAskedFor) {
   ReplaceAdo();
   GiveOut(Refuses(u""));
-  EXPECT_EQ(ErrorNumberIn([&] { factory.Create(u"QVA.NoSuchClass"); }), kCannotCreateObject);
+  EXPECT_EQ(RaisedBy([&] { factory.Create(u"QVA.NoSuchClass"); }), kCannotCreateObject);
   EXPECT_EQ(created, 0);
 }
 
@@ -294,7 +290,7 @@ TEST_F(ComObjectFactoryTest, GivesARecordsetThatWorksOnThisMachine) {
   EXPECT_EQ(clone.GetRows().ToArray().elements, (std::vector<Value>{u"a", u"b", Currency{50000}, Null()}));
   recordset.Delete();
   EXPECT_EQ(clone.RecordCount(), 1);
-  EXPECT_EQ(ErrorNumberIn([&] { recordset.Fields().Item(u"None"); }), ado::adErrItemNotFound);
+  EXPECT_EQ(RaisedBy([&] { recordset.Fields().Item(u"None"); }), ado::adErrItemNotFound);
 }
 
 }  // namespace

@@ -139,17 +139,15 @@ TEST_F(DispatchObjectTest, PutsTheNewValueAsTheArgumentThatIsNamedForIt) {
 
 TEST_F(DispatchObjectTest, APutWithoutAValueIsAWrongNumberOfArguments) {
   Arguments none;
-  EXPECT_EQ(ErrorNumberIn([&] { object->Invoke(Access::Put, u"Alpha", none); }), kWrongArgumentCount);
+  EXPECT_EQ(RaisedBy([&] { object->Invoke(Access::Put, u"Alpha", none); }), kWrongArgumentCount);
 }
 
 TEST_F(DispatchObjectTest, UnknownNamesAreErrors) {
-  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Delta"); }), kUnsupportedMember);
-  EXPECT_EQ(ErrorNumberIn([&] { Call(object, u"Delta", Arguments{}.Named(u"Beta", 1.0)); }),
-            kUnsupportedMember);
-  EXPECT_EQ(ErrorNumberIn([&] { Call(object, u"Alpha", Arguments{}.Named(u"Delta", 1.0)); }),
+  EXPECT_EQ(RaisedBy([&] { Get(object, u"Delta"); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Call(object, u"Delta", Arguments{}.Named(u"Beta", 1.0)); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Call(object, u"Alpha", Arguments{}.Named(u"Delta", 1.0)); }),
             kNamedArgumentNotFound);
-  EXPECT_EQ(ErrorNumberIn([&] { Call(object, u"", Arguments{}.Named(u"Beta", 1.0)); }),
-            kNamedArgumentNotFound);
+  EXPECT_EQ(RaisedBy([&] { Call(object, u"", Arguments{}.Named(u"Beta", 1.0)); }), kNamedArgumentNotFound);
   EXPECT_EQ(dispatch->calls, 0);
 }
 
@@ -170,7 +168,7 @@ TEST_F(DispatchObjectTest, ProtocolErrorsHaveThePlatformsNumbers) {
   };
   for (const auto& [code, number] : cases) {
     Fail(code);
-    const auto error = ErrorIn([&] { Get(object, u"Alpha"); });
+    const auto error = ErrorOf([&] { Get(object, u"Alpha"); });
     ASSERT_TRUE(error);
     EXPECT_EQ(error->number(), number) << std::hex << code;
     EXPECT_FALSE(error->description().empty());
@@ -181,15 +179,15 @@ TEST_F(DispatchObjectTest, ErrorsTellTheCallersPositionOfTheArgument) {
   Fail(DISP_E_TYPEMISMATCH, 2);  // the first positional one: it lies last
   Arguments arguments{1.0, 2.0};
   arguments.Named(u"Gamma", 3.0);
-  EXPECT_EQ(ErrorIn([&] { Call(object, u"Alpha", arguments); })->argument(), 0);
+  EXPECT_EQ(ErrorOf([&] { Call(object, u"Alpha", arguments); })->argument(), 0);
   Fail(DISP_E_OVERFLOW, 1);
-  EXPECT_EQ(ErrorIn([&] { Call(object, u"Alpha", arguments); })->argument(), 1);
+  EXPECT_EQ(ErrorOf([&] { Call(object, u"Alpha", arguments); })->argument(), 1);
   Fail(DISP_E_TYPEMISMATCH, 0);
-  EXPECT_EQ(ErrorIn([&] { Call(object, u"Alpha", arguments); })->argument(), 2);
+  EXPECT_EQ(ErrorOf([&] { Call(object, u"Alpha", arguments); })->argument(), 2);
   Fail(DISP_E_TYPEMISMATCH, 77);
-  EXPECT_EQ(ErrorIn([&] { Call(object, u"Alpha", arguments); })->argument(), -1);
+  EXPECT_EQ(ErrorOf([&] { Call(object, u"Alpha", arguments); })->argument(), -1);
   Fail(DISP_E_TYPEMISMATCH);
-  EXPECT_EQ(ErrorIn([&] { Call(object, u"Alpha", arguments); })->argument(), -1);
+  EXPECT_EQ(ErrorOf([&] { Call(object, u"Alpha", arguments); })->argument(), -1);
 }
 
 TEST_F(DispatchObjectTest, KeepsWhatTheObjectTellsOfItsError) {
@@ -200,7 +198,7 @@ TEST_F(DispatchObjectTest, KeepsWhatTheObjectTellsOfItsError) {
     call.info->bstrHelpFile = Bstr(u"help.chm").Detach();
     return DISP_E_EXCEPTION;
   };
-  const auto error = ErrorIn([&] { Get(object, u"Alpha"); });
+  const auto error = ErrorOf([&] { Get(object, u"Alpha"); });
   EXPECT_EQ(error->number(), kObjectErrorBase + 1);
   EXPECT_EQ(error->source(), u"Šaltinis");
   EXPECT_EQ(error->description(), u"Aprašymas");
@@ -217,7 +215,7 @@ TEST_F(DispatchObjectTest, FetchesErrorInformationThatTheObjectPutOff) {
     call.info->pfnDeferredFillIn = &FillInLater;
     return DISP_E_EXCEPTION;
   };
-  const auto error = ErrorIn([&] { Get(object, u"Alpha"); });
+  const auto error = ErrorOf([&] { Get(object, u"Alpha"); });
   EXPECT_EQ(error->number(), kApplicationDefined);
   EXPECT_EQ(error->description(), u"later");
 }
@@ -227,12 +225,12 @@ TEST_F(DispatchObjectTest, TakesTheNumberFromEitherFieldOfTheErrorInformation) {
     call.info->wCode = 1234;
     return DISP_E_EXCEPTION;
   };
-  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), 1234);
+  EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), 1234);
   dispatch->invoke = [](const InvokeCall& call) {
     call.info->scode = E_OUTOFMEMORY;
     return DISP_E_EXCEPTION;
   };
-  const auto error = ErrorIn([&] { Get(object, u"Alpha"); });
+  const auto error = ErrorOf([&] { Get(object, u"Alpha"); });
   EXPECT_EQ(error->number(), kOutOfMemory);
   EXPECT_EQ(error->description(), StandardDescription(kOutOfMemory));
 }
@@ -339,7 +337,7 @@ TEST_F(DispatchObjectTest, AsksABusyServerAgainForTheIdOfAName) {
 TEST_F(DispatchObjectTest, GivesUpOnAServerThatStaysBusy) {
   Fail(RPC_E_CALL_REJECTED);
   const CountedPauses pauses;
-  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
+  EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
   EXPECT_EQ(pauses.count, kBusyPauses);
   EXPECT_EQ(dispatch->calls, kBusyPauses + 1);
 }
@@ -348,10 +346,10 @@ TEST_F(DispatchObjectTest, AnOperationOfManyCallsWaitsForABusyServerOnce) {
   Fail(RPC_E_CALL_REJECTED);
   const BusyBudget operation;
   const CountedPauses pauses;
-  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
+  EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
   const int calls = dispatch->calls;
   for (int i = 0; i < 47; ++i) {
-    EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
+    EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED);
   }
   EXPECT_EQ(pauses.count, kBusyPauses);
   EXPECT_EQ(dispatch->calls, calls + 47) << "each is tried";
@@ -368,7 +366,7 @@ TEST_F(DispatchObjectTest, EachOperationWaitsForABusyServerAnew) {
   };
   {
     const BusyBudget operation;
-    EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED) << "all is used up";
+    EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED) << "all is used up";
   }
   const BusyBudget operation;
   refused = asked + 2;
@@ -384,7 +382,7 @@ TEST_F(DispatchObjectTest, AnOperationThatShowsADialogWaitsForABusyServerAnew) {
     return S_OK;
   };
   const BusyBudget operation;
-  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED) << "all is used up";
+  EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), RPC_E_CALL_REJECTED) << "all is used up";
   Sleep(kBusyLimitMilliseconds + 100);  // the user's time
   refused = asked + 2;
   EXPECT_EQ(Get(object, u"Alpha"), Value(u"done"));

@@ -24,7 +24,7 @@ TEST_F(HostileObjectTest, SaysFalseToAnInterfaceAndGivesNone) {
   const ObjectPtr object = ObjectOver(dispatch);
   EXPECT_EQ(Get(object, u"Alpha"), Value());
   const ObjectPtr unknown = ToObject(static_cast<IUnknown*>(dispatch.get()));
-  EXPECT_EQ(ErrorNumberIn([&] { Get(unknown, u"Alpha"); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Get(unknown, u"Alpha"); }), kUnsupportedMember);
 }
 
 TEST_F(HostileObjectTest, RefusesAnInterfaceAndLeavesAnAddress) {
@@ -55,7 +55,7 @@ TEST_F(HostileObjectTest, FailsAndLeavesAResultBehind) {
     call.result->pdispVal = Nowhere<IDispatch>();
     return E_FAIL;
   };
-  EXPECT_EQ(ErrorNumberIn([&] { Get(ObjectOver(dispatch), u"Alpha"); }), E_FAIL);
+  EXPECT_EQ(RaisedBy([&] { Get(ObjectOver(dispatch), u"Alpha"); }), E_FAIL);
 }
 
 TEST_F(HostileObjectTest, FailsWithoutARaiseAndLeavesErrorInformationBehind) {
@@ -64,12 +64,12 @@ TEST_F(HostileObjectTest, FailsWithoutARaiseAndLeavesErrorInformationBehind) {
     call.info->bstrDescription = Nowhere<OLECHAR>();
     return DISP_E_MEMBERNOTFOUND;
   };
-  EXPECT_EQ(ErrorNumberIn([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kUnsupportedMember);
 }
 
 TEST_F(HostileObjectTest, RaisesWithoutErrorInformation) {
   dispatch->invoke = [](const InvokeCall&) { return DISP_E_EXCEPTION; };
-  const auto error = ErrorIn([&] { Get(ObjectOver(dispatch), u"Alpha"); });
+  const auto error = ErrorOf([&] { Get(ObjectOver(dispatch), u"Alpha"); });
   EXPECT_EQ(error->number(), kAutomationFailed);
   EXPECT_EQ(error->description(), StandardDescription(kAutomationFailed));
 }
@@ -79,7 +79,7 @@ TEST_F(HostileObjectTest, RaisesWithASuccessCode) {
     call.info->scode = S_FALSE;
     return DISP_E_EXCEPTION;
   };
-  EXPECT_EQ(ErrorNumberIn([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kAutomationFailed);
+  EXPECT_EQ(RaisedBy([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kAutomationFailed);
 }
 
 TEST_F(HostileObjectTest, SucceedsWithoutTouchingTheResult) {
@@ -94,7 +94,7 @@ TEST_F(HostileObjectTest, ReturnsAResultOfNoType) {
       call.result->byref = nullptr;
       return S_OK;
     };
-    EXPECT_EQ(ErrorNumberIn([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kTypeMismatch) << type;
+    EXPECT_EQ(RaisedBy([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kTypeMismatch) << type;
   }
 }
 
@@ -110,7 +110,7 @@ TEST_F(HostileObjectTest, ReturnsAReferenceAsItsResult) {
 
 TEST_F(HostileObjectTest, ResolvesANameWithoutGivingItsNumber) {
   dispatch->resolve = [](DISPID*) { return S_OK; };
-  EXPECT_EQ(ErrorNumberIn([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Get(ObjectOver(dispatch), u"Alpha"); }), kUnsupportedMember);
   EXPECT_EQ(dispatch->calls, 0);
 }
 
@@ -120,14 +120,14 @@ TEST_F(HostileObjectTest, RefusesANameAndGivesANumber) {
     return DISP_E_UNKNOWNNAME;
   };
   const ObjectPtr object = ObjectOver(dispatch);
-  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), kUnsupportedMember);
-  EXPECT_EQ(ErrorNumberIn([&] { Get(object, u"Alpha"); }), kUnsupportedMember) << "nothing was remembered";
+  EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Get(object, u"Alpha"); }), kUnsupportedMember) << "nothing was remembered";
   EXPECT_EQ(dispatch->calls, 0);
 }
 
 TEST_F(HostileObjectTest, CannotResolveNamesForAReasonOfItsOwn) {
   dispatch->resolve = [](DISPID*) { return RPC_E_DISCONNECTED; };
-  EXPECT_EQ(ErrorNumberIn([&] { Get(ObjectOver(dispatch), u"Alpha"); }), RPC_E_DISCONNECTED);
+  EXPECT_EQ(RaisedBy([&] { Get(ObjectOver(dispatch), u"Alpha"); }), RPC_E_DISCONNECTED);
 }
 
 TEST_F(HostileObjectTest, DiesDuringTheCall) {
@@ -155,7 +155,7 @@ TEST_F(HostileObjectTest, DiesDuringTheCallAndFails) {
   };
   Object& raw = *object;
   Arguments none;
-  EXPECT_EQ(ErrorNumberIn([&] { raw.Invoke(Access::Get, u"Alpha", none); }), RPC_E_DISCONNECTED);
+  EXPECT_EQ(RaisedBy([&] { raw.Invoke(Access::Get, u"Alpha", none); }), RPC_E_DISCONNECTED);
 }
 
 TEST_F(HostileObjectTest, ChangesItsArguments) {

@@ -102,7 +102,7 @@ TEST_F(MemoryTest, CallsAndTheirErrorsLeaveNothing) {
   };
   ExpectNoGrowth([&] {
     EXPECT_TRUE(Call(object, u"Alpha", {kText, Array::Of({kText})}).Is(Value::Type::Array));
-    EXPECT_EQ(ErrorNumberIn([&] { Call(object, u"Beta", {kText}); }), E_FAIL);
+    EXPECT_EQ(RaisedBy([&] { Call(object, u"Beta", {kText}); }), E_FAIL);
   });
 }
 
@@ -111,10 +111,7 @@ TEST_F(MemoryTest, AnArrayThatIsRefusedHalfwayLeavesNothing) {
   ExpectNoGrowth([&] {
     const VARIANT reference =
         VariantOf(VT_BYREF | VT_ARRAY | VT_BSTR, [&](VARIANT& v) { v.pparray = &variable; });
-    EXPECT_EQ(ErrorNumberIn([&] {
-                StoreByReference(reference, Array::Of({kText, Null{}}));
-              }),
-              kInvalidUseOfNull);
+    EXPECT_EQ(RaisedBy([&] { StoreByReference(reference, Array::Of({kText, Null{}})); }), kInvalidUseOfNull);
   });
   SafeArrayDestroy(variable);
 }

@@ -83,7 +83,7 @@ TEST_F(OwnObjectTest, GoesOutAsTheCOMObjectThatTheServerMakes) {
 }
 
 TEST_F(OwnObjectTest, CannotGoOutWithoutAServer) {
-  EXPECT_EQ(ErrorNumberIn([] { ToVariant(MakeRef<Thing>()); }), kInternalError);
+  EXPECT_EQ(RaisedBy([] { ToVariant(MakeRef<Thing>()); }), kInternalError);
 }
 
 }  // namespace

@@ -193,7 +193,7 @@ class RandomVariantsTest : public NothingLeftTest {
     const Variant variant = AnyVariant();
     const VARIANT before = *variant;
     Value value;
-    const std::int32_t error = ErrorNumberIn([&] { value = FromVariant(*variant); });
+    const std::int32_t error = RaisedBy([&] { value = FromVariant(*variant); });
     EXPECT_TRUE(error == 0 || error == kTypeMismatch) << error;
     EXPECT_EQ(std::memcmp(&before, &*variant, sizeof before), 0);
     EXPECT_TRUE(error != 0 || IsSame(value, FromVariant(*ToVariant(value)))) << "type " << variant->vt;
@@ -206,9 +206,9 @@ class RandomVariantsTest : public NothingLeftTest {
     const VARIANT reference = ReferenceTo(variable);
     const Variant source = AnyVariant();
     Value value;
-    ErrorNumberIn([&] { value = FromVariant(*source); });
+    RaisedBy([&] { value = FromVariant(*source); });
     const VARIANT before = *variable;
-    const std::int32_t error = ErrorNumberIn([&] { StoreByReference(reference, value); });
+    const std::int32_t error = RaisedBy([&] { StoreByReference(reference, value); });
     SCOPED_TRACE(testing::Message() << testing::PrintToString(value) << " in type " << reference.vt
                                     << ", where type " << before.vt << " was and " << variable->vt << " is");
     constexpr std::int32_t kErrors[] = {

@@ -89,8 +89,8 @@ TEST_F(SafeArrayConversionTest, AnArrayWithoutDimensionsOrElementsIsEmpty) {
 
 TEST_F(SafeArrayConversionTest, RefusesAnArrayThatIsDeclaredWithWiderElementsThanItHas) {
   const SafeArray array(SafeArrayCreateVector(VT_UI1, 0, 4));
-  EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_VARIANT, array)); }), kTypeMismatch);
-  EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_RECORD, array)); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { FromVariant(ArrayVariant(VT_VARIANT, array)); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { FromVariant(ArrayVariant(VT_RECORD, array)); }), kTypeMismatch);
 }
 
 TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseNumbersAreDeclaredAsAddresses) {
@@ -102,11 +102,10 @@ TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseNumbersAreDeclaredAsAddresses
   ASSERT_EQ(SafeArrayPutElement(numbers.get(), &index, &address), S_OK);
   ASSERT_EQ(SafeArrayPutElement(texts.get(), &index, Bstr(u"text").get()), S_OK);
   for (const VARTYPE declared : {VT_BSTR, VT_DISPATCH, VT_UNKNOWN}) {
-    EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(declared, numbers)); }), kTypeMismatch)
-        << declared;
+    EXPECT_EQ(RaisedBy([&] { FromVariant(ArrayVariant(declared, numbers)); }), kTypeMismatch) << declared;
   }
   for (const VARTYPE declared : {VT_DISPATCH, VT_UNKNOWN}) {
-    EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(declared, texts)); }), kTypeMismatch) << declared;
+    EXPECT_EQ(RaisedBy([&] { FromVariant(ArrayVariant(declared, texts)); }), kTypeMismatch) << declared;
   }
 }
 
@@ -114,7 +113,7 @@ TEST_F(SafeArrayConversionTest, RefusesAnArrayWhoseDecimalsAreDeclaredAsVariants
   // In 32 bits one is as long as the other.
   const SafeArray decimals(SafeArrayCreateVector(VT_DECIMAL, 0, 1));
   static_cast<DECIMAL*>(decimals.get()->pvData)->wReserved = VT_BSTR;
-  EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_VARIANT, decimals)); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { FromVariant(ArrayVariant(VT_VARIANT, decimals)); }), kTypeMismatch);
 }
 
 TEST_F(SafeArrayConversionTest, ReadsObjectsDeclaredAsThePlainerInterfaceThatTheyHaveToo) {
@@ -130,7 +129,7 @@ TEST_F(SafeArrayConversionTest, ReadsObjectsDeclaredAsThePlainerInterfaceThatThe
 TEST_F(SafeArrayConversionTest, UnlocksTheArrayAlsoWhenAnElementIsRefused) {
   const SafeArray array(SafeArrayCreateVector(VT_VARIANT, 0, 1));
   static_cast<VARIANT*>(array.get()->pvData)->vt = VT_BYREF | VT_I4;  // a reference to nowhere
-  EXPECT_EQ(ErrorNumberIn([&] { FromVariant(ArrayVariant(VT_VARIANT, array)); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { FromVariant(ArrayVariant(VT_VARIANT, array)); }), kTypeMismatch);
   EXPECT_EQ(array.get()->cLocks, 0u);
 }
 

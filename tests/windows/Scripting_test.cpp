@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "platform/windows/ComObjectFactory.h"
+#include "tests/files.h"
 #include "tests/windows/windows_test.h"
 
 namespace qva::windows {
@@ -21,7 +22,7 @@ TEST_F(ScriptingTest, CreatesByProgrammaticIdentifierInAnyLetterCase) {
 
 TEST_F(ScriptingTest, AClassThatIsNotThereIsError429) {
   for (const std::u16string_view identifier : {u"No.Such.Class", u"", u"Scripting"}) {
-    EXPECT_EQ(ErrorNumberIn([&] { Create(identifier); }), kCannotCreateObject);
+    EXPECT_EQ(RaisedBy([&] { Create(identifier); }), kCannotCreateObject);
   }
 }
 
@@ -61,9 +62,9 @@ TEST_F(ScriptingTest, ADictionaryGivesAnObjectBackAsTheSameCOMObject) {
 TEST_F(ScriptingTest, ARaisedErrorKeepsItsNumber) {
   const ObjectPtr dictionary = Create(u"Scripting.Dictionary");
   Call(dictionary, u"Add", {u"key", 1.0});
-  EXPECT_EQ(ErrorNumberIn([&] { Call(dictionary, u"Add", {u"key", 2.0}); }), 457);
-  EXPECT_EQ(ErrorNumberIn([&] { Call(dictionary, u"NoSuchMember"); }), kUnsupportedMember);
-  EXPECT_EQ(ErrorNumberIn([&] { Call(dictionary, u"Add", {u"key"}); }), kWrongArgumentCount);
+  EXPECT_EQ(RaisedBy([&] { Call(dictionary, u"Add", {u"key", 2.0}); }), 457);
+  EXPECT_EQ(RaisedBy([&] { Call(dictionary, u"NoSuchMember"); }), kUnsupportedMember);
+  EXPECT_EQ(RaisedBy([&] { Call(dictionary, u"Add", {u"key"}); }), kWrongArgumentCount);
 }
 
 TEST_F(ScriptingTest, DictionariesShareTheirNames) {
@@ -74,7 +75,7 @@ TEST_F(ScriptingTest, DictionariesShareTheirNames) {
 }
 
 TEST_F(ScriptingTest, TheFileSystemObjectWritesAndReadsAFileWithLithuanianLetters) {
-  const auto folder = std::filesystem::temp_directory_path();
+  const TemporaryFolder folder;
   const std::u16string path = (folder / L"Ataskaita ąčęėįšųūž.txt").u16string();
   const ObjectPtr files = Create(u"Scripting.FileSystemObject");
   const ObjectPtr writer = Call(files, u"CreateTextFile", Arguments{path}.Named(u"Unicode", true)).ToObject();
@@ -90,7 +91,7 @@ TEST_F(ScriptingTest, TheFileSystemObjectWritesAndReadsAFileWithLithuanianLetter
   EXPECT_EQ(Call(files, u"FileExists", {path}), Value(true));
   Call(files, u"DeleteFile", {path});
   EXPECT_EQ(Call(files, u"FileExists", {path}), Value(false));
-  EXPECT_EQ(ErrorNumberIn([&] { Call(files, u"OpenTextFile", {path}); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { Call(files, u"OpenTextFile", {path}); }), kFileNotFound);
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ struct Variable {
     StoreByReference(reference, value);
   }
   std::int32_t ErrorOfStoring(const Value& value) {
-    return ErrorNumberIn([&] { Store(value); });
+    return RaisedBy([&] { Store(value); });
   }
 };
 
@@ -120,15 +120,15 @@ TEST_F(StoreByReferenceTest, RaisesTypeMismatchAndLeavesTheVariable) {
 }
 
 TEST_F(StoreByReferenceTest, RefusesWhatIsNoVariable) {
-  EXPECT_EQ(ErrorNumberIn([] { StoreByReference(VARIANT{}, 1.0); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([] { StoreByReference(VARIANT{}, 1.0); }), kTypeMismatch);
   VARIANT nowhere{};
   nowhere.vt = VT_BYREF | VT_I4;
-  EXPECT_EQ(ErrorNumberIn([&] { StoreByReference(nowhere, 1.0); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { StoreByReference(nowhere, 1.0); }), kTypeMismatch);
   int content = 0;
   VARIANT unknown_type{};
   unknown_type.vt = VT_BYREF | VT_RECORD;
   unknown_type.byref = &content;
-  EXPECT_EQ(ErrorNumberIn([&] { StoreByReference(unknown_type, 1.0); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { StoreByReference(unknown_type, 1.0); }), kTypeMismatch);
 }
 
 TEST_F(StoreByReferenceTest, ReplacesText) {

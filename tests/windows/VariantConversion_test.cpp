@@ -77,7 +77,7 @@ TEST_F(FromVariantTest, RefusesTypesThatAutomationHasNoValueOf) {
                                                    VT_VECTOR | VT_I4, 0x7777}) {
     VARIANT variant{};
     variant.vt = static_cast<VARTYPE>(type);
-    EXPECT_EQ(ErrorNumberIn([&] { FromVariant(variant); }), kTypeMismatch) << type;
+    EXPECT_EQ(RaisedBy([&] { FromVariant(variant); }), kTypeMismatch) << type;
   }
 }
 
@@ -86,7 +86,7 @@ TEST_F(FromVariantTest, RefusesReferencesToNowhere) {
        std::initializer_list<int>{VT_I4, VT_BSTR, VT_VARIANT, VT_DISPATCH, VT_ARRAY | VT_I4}) {
     VARIANT variant{};
     variant.vt = static_cast<VARTYPE>(type | VT_BYREF);
-    EXPECT_EQ(ErrorNumberIn([&] { FromVariant(variant); }), kTypeMismatch) << type;
+    EXPECT_EQ(RaisedBy([&] { FromVariant(variant); }), kTypeMismatch) << type;
   }
 }
 
@@ -94,7 +94,7 @@ TEST_F(FromVariantTest, RefusesAVariantThatRefersToItself) {
   VARIANT variant{};
   variant.vt = VT_BYREF | VT_VARIANT;
   variant.pvarVal = &variant;
-  EXPECT_EQ(ErrorNumberIn([&] { FromVariant(variant); }), kTypeMismatch);
+  EXPECT_EQ(RaisedBy([&] { FromVariant(variant); }), kTypeMismatch);
 }
 
 TEST_F(FromVariantTest, AnIncomingObjectKeepsOneReferenceOfItsOwn) {
@@ -164,11 +164,11 @@ TEST_F(ToVariantTest, AnObjectWithoutAutomationIsKeptAndHandedBack) {
   };
   {
     const ObjectPtr object = ToObject(static_cast<IUnknown*>(dispatch.get()));
-    EXPECT_EQ(ErrorNumberIn([&] { Call(object, u"Alpha"); }), kUnsupportedMember);
+    EXPECT_EQ(RaisedBy([&] { Call(object, u"Alpha"); }), kUnsupportedMember);
     const Variant variant = ToVariant(object);
     EXPECT_EQ(variant->vt, VT_UNKNOWN);
     EXPECT_EQ(variant->punkVal, dispatch.get());
-    EXPECT_EQ(ErrorNumberIn([&] { ToDispatch(object); }), kTypeMismatch);
+    EXPECT_EQ(RaisedBy([&] { ToDispatch(object); }), kTypeMismatch);
   }
   EXPECT_EQ(dispatch->references, 1u);
 }

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -15,6 +12,7 @@
 #include "platform/windows/WindowsClock.h"
 #include "platform/windows/forms/ButtonDialog.h"
 #include "platform/windows/forms/WindowPlace.h"
+#include "tests/files.h"
 #include "tests/platform/forms/message_box_contract.h"
 #include "tests/windows/form_test.h"
 
@@ -22,11 +20,10 @@ namespace qva::windows {
 namespace {
 
 TEST(WindowsMessageBox, AnswersByTheFilesWhereNobodySits) {
-  const auto folder = std::filesystem::temp_directory_path();
+  const TemporaryFolder folder;
   const auto answers = folder / L"atsakymai ąž.txt";
   const auto log = folder / L"langai ąž.txt";
-  std::filesystem::remove(log);
-  std::ofstream(answers, std::ios::binary) << "cancel\nNeįrašyti\n";
+  WriteFile(answers, "cancel\nNeįrašyti\n");
   SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", answers.c_str());
   SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", log.c_str());
   const WindowsClock clock;
@@ -37,13 +34,9 @@ TEST(WindowsMessageBox, AnswersByTheFilesWhereNobodySits) {
   EXPECT_EQ(box.Show(u"Tekstas", 1, u""), vbCancel);
   const std::u16string captions[] = {u"Įrašyti", u"Neįrašyti"};
   EXPECT_EQ(box.Ask(u"Ar?", u"Klausimas", captions), 2);
-  std::ifstream file(log, std::ios::binary);
-  const std::string content{std::istreambuf_iterator<char>(file), {}};
+  const std::string content = FileContent(log);
   EXPECT_NE(content.find("answer:  2 Atšaukti"), content.npos);
   EXPECT_NE(content.find("answer:  2 Neįrašyti"), content.npos);
-  file.close();
-  std::filesystem::remove(answers);
-  std::filesystem::remove(log);
 }
 
 /// A user who waits for a box and does something with it.

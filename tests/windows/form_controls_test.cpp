@@ -4,6 +4,8 @@
 
 #include <commctrl.h>
 
+#include "tests/raised_error.h"
+
 namespace qva::windows {
 namespace {
 
@@ -191,14 +193,7 @@ TEST_F(FormControls, DatePickerWithTheFocusHasACalendarInItsOwnFontAtEveryScale)
 
 TEST_F(FormControls, DatesThatNoPickerShowsAreRefused) {
   auto& picker = Get<ui::DatePicker>(u"edDate");
-  const auto refusal = [](auto& control, Date date) {
-    try {
-      control.SetValue(date);
-      return 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
-  };
+  const auto refusal = [](auto& control, Date date) { return RaisedBy([&] { control.SetValue(date); }); };
   const Date before = picker.Value();
   EXPECT_EQ(refusal(picker, DateFromParts(1752, 12, 31)), kInvalidPropertyValue);
   EXPECT_EQ(refusal(picker, {5e6}), kInvalidPropertyValue);

@@ -9,6 +9,7 @@
 #include "period/frmReportPeriod.h"
 #include "platform/windows/forms/ButtonDialog.h"
 #include "platform/windows/forms/UiScale.h"
+#include "tests/raised_error.h"
 #include "tests/windows/grid_test.h"
 
 namespace qva::windows {
@@ -104,24 +105,12 @@ TEST_F(FormWindowTest, RaisesTheFirstOfSeveralErrorsOfHandlers) {
     SendMessageW(Window(u"btOk"), BM_CLICK, 0, 0);
     throw AutomationError(kTypeMismatch);
   };
-  int number = 0;
-  try {
-    Show({[&] { SendMessageW(Window(u"btDelete"), BM_CLICK, 0, 0); }});
-  } catch (const AutomationError& error) {
-    number = error.number();
-  }
-  EXPECT_EQ(number, kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Show({[&] { SendMessageW(Window(u"btDelete"), BM_CLICK, 0, 0); }}); }), kOverflow);
 }
 
 TEST_F(FormWindowTest, RaisesWhatAKeysHandlerRaises) {
   Get<ui::Button>(u"btOk").on_click = [] { throw AutomationError(kOverflow); };
-  int number = 0;
-  try {
-    Show({[] { PressKey(VK_RETURN); }});
-  } catch (const AutomationError& error) {
-    number = error.number();
-  }
-  EXPECT_EQ(number, kOverflow);
+  EXPECT_EQ(RaisedBy([&] { Show({[] { PressKey(VK_RETURN); }}); }), kOverflow);
   EXPECT_TRUE(IsWindowEnabled(below->window));
 }
 

@@ -1,5 +1,6 @@
 #include "platform/windows/forms/GridControl.h"
 
+#include "tests/raised_error.h"
 #include "tests/windows/grid_test.h"
 
 namespace qva::windows {
@@ -10,13 +11,7 @@ using testing::IsEmpty;
 
 TEST(GridControl, RaisesOutOfMemoryWhereNoWindowCanBeMade) {
   HWND gone = nullptr;  // a child needs a parent
-  std::int32_t number = 0;
-  try {
-    GridControl(gone, 1, u"SpecGrid", kScale, {});
-  } catch (const AutomationError& error) {
-    number = error.number();
-  }
-  EXPECT_EQ(number, kOutOfMemory);
+  EXPECT_EQ(RaisedBy([&] { GridControl(gone, 1, u"SpecGrid", kScale, {}); }), kOutOfMemory);
   WNDCLASSEXW description{};
   description.cbSize = sizeof description;
   EXPECT_FALSE(GetClassInfoExW(OwnModule(), L"QVA_Varnholt.Grid", &description));

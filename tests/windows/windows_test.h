@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,25 +15,10 @@
 #include "platform/windows/DispatchObject.h"
 #include "platform/windows/Variant.h"
 #include "platform/windows/VariantConversion.h"
+#include "tests/raised_error.h"
 #include "tests/readable_values.h"
 
 namespace qva::windows {
-
-/// The error that `step` raises, if it raises one.
-inline std::optional<AutomationError> ErrorIn(const std::function<void()>& step) {
-  try {
-    step();
-    return std::nullopt;
-  } catch (const AutomationError& error) {
-    return error;
-  }
-}
-
-/// The number of the error that `step` raises, 0 for none.
-inline std::int32_t ErrorNumberIn(const std::function<void()>& step) {
-  const auto error = ErrorIn(step);
-  return error ? error->number() : 0;
-}
 
 /// One IDispatch::Invoke as the object sees it.
 struct InvokeCall {

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "platform/automation.h"
-#include "platform/error.h"
 #include "platform/number.h"
 #include "platform/text.h"
 #include "platform/windows/WideText.h"
+#include "tests/raised_error.h"
 
 namespace qva::bench {
 namespace {
@@ -77,12 +77,7 @@ void Onlooker::EditMeanwhile(ObjectPtr object) {
 
 void Onlooker::EditNow() {
   const ObjectPtr object = std::exchange(edited_meanwhile_, nullptr);
-  try {
-    Call(object, u"Edit");
-    error_meanwhile_ = 0;
-  } catch (const AutomationError& error) {
-    error_meanwhile_ = error.number();
-  }
+  error_meanwhile_ = RaisedBy([&] { Call(object, u"Edit"); });
 }
 
 void Onlooker::SetClock() {

@@ -3,12 +3,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <map>
 
 #include "platform/cannot_create.h"
 #include "platform/filesystem/native_file.h"
 #include "tests/com/client/client.h"
+#include "tests/files.h"
 #include "tests/host/sample_facts.h"
 
 namespace qva::com {
@@ -22,11 +22,6 @@ constexpr CLSID DemoClass(std::size_t place) {
       0x7c3f9e14, 0x2b86, 0x4a57, {0x9d, 0x1e, 0x4f, 0x60, 0xb8, 0x25, 0xd3, static_cast<BYTE>(place + 1)}};
 }
 
-std::string Contents(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 /// The demo host as a new process meets it, on a database of its own, for a user who answers by files.
 class DemoSystem : ObjectFactory {
  public:
@@ -34,12 +29,11 @@ class DemoSystem : ObjectFactory {
     // The bench's host, which is registered for the machine, would come before the demo host.
     RegCreateKeyW(HKEY_CURRENT_USER, kMachine, &machine_);
     EXPECT_EQ(RegOverridePredefKey(HKEY_LOCAL_MACHINE, machine_), ERROR_SUCCESS);
-    fs::create_directories(folder_);
     fs::copy(fs::path(LibraryPath()).parent_path() / "host", folder_ / "host");
     std::ofstream(folder_ / "host" / "sample.sql", std::ios::binary | std::ios::app)
         << embedded::kContractSql;
-    std::ofstream(folder_ / "boxes").close();
-    std::ofstream(folder_ / "lists").close();
+    WriteFile(folder_ / "boxes", "");
+    WriteFile(folder_ / "lists", "");
     SetVariable(L"QVA_HOST_RESOURCES", folder_ / "host");
     SetVariable(L"QVA_HOST_DATABASE", folder_ / "host.sqlite");
     SetVariable(L"QVA_HOST_LIST_ANSWERS", folder_ / "lists");
@@ -60,8 +54,6 @@ class DemoSystem : ObjectFactory {
     RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     RegCloseKey(machine_);
     RegDeleteKeyW(HKEY_CURRENT_USER, kMachine);
-    std::error_code error;
-    fs::remove_all(folder_, error);
   }
 
   ObjectFactory& factory() { return *this; }
@@ -91,7 +83,7 @@ class DemoSystem : ObjectFactory {
     for (const auto& code : codes) answers << "list" << (code ? " = " + ToUtf8(*code) : "") << '\n';
   }
   std::size_t Lists() const {
-    const std::string log = Contents(folder_ / "log");
+    const std::string log = FileContent(folder_ / "log", "");
     std::size_t lists = 0;
     for (std::size_t at = log.find("   list: "); at != log.npos; at = log.find("   list: ", at + 1)) ++lists;
     return lists;
@@ -129,7 +121,7 @@ class DemoSystem : ObjectFactory {
     return windows::ToObject(object.get());
   }
 
-  fs::path folder_ = fs::temp_directory_path() / ("qva-demo-" + std::to_string(GetCurrentProcessId()));
+  const TemporaryFolder folder_;
   HKEY machine_ = nullptr;
   std::map<std::wstring, std::wstring> variables_;  ///< as they were
   HMODULE module_ = nullptr;

@@ -9,6 +9,7 @@
 #include "server/PublicClasses.h"
 #include "tests/com/client/apartment.h"
 #include "tests/com/client/member_calls.h"
+#include "tests/files.h"
 
 namespace qva::com {
 namespace {
@@ -49,12 +50,10 @@ class LogOfCalls {
   LogOfCalls() { SetEnvironmentVariableW(L"QVA_VARNHOLT_CALL_LOG", file_.c_str()); }
   LogOfCalls(const LogOfCalls&) = delete;
   LogOfCalls& operator=(const LogOfCalls&) = delete;
-  ~LogOfCalls() {
-    SetEnvironmentVariableW(L"QVA_VARNHOLT_CALL_LOG", nullptr);
-    fs::remove(file_);
-  }
+  ~LogOfCalls() { SetEnvironmentVariableW(L"QVA_VARNHOLT_CALL_LOG", nullptr); }
 
-  const fs::path file_ = fs::temp_directory_path() / (L"qva-calls-" + std::to_wstring(GetCurrentProcessId()));
+  const TemporaryFolder folder_;
+  const fs::path file_ = folder_ / "calls";
 };
 
 class EveryMember : private LogOfCalls, public ServerTest {

@@ -3,46 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "tests/platform/forms/text_rows.h"
+
 namespace qva {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using Texts = std::vector<std::u16string>;
-
-/// Takes what is typed, but for "bloga", and tells the grid of each change, as models do.
-class Model : public ui::GridModel {
- public:
-  explicit Model(GridState& grid) : grid_(grid) {}
-  std::size_t RowCount() const override { return rows.size(); }
-  std::u16string CellText(std::size_t row, std::size_t column) const override {
-    return rows.at(row).at(column);
-  }
-  bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) override {
-    if (text == u"bloga") return false;
-    rows.at(row).at(column) = text;
-    grid_.Refresh();
-    return true;
-  }
-  void AppendRow() override {
-    if (takes_rows) rows.emplace_back(4);
-    grid_.Refresh();
-  }
-  void DeleteRow(std::size_t row) override {
-    rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
-    grid_.Refresh();
-  }
-  void PressCellButton(std::size_t row, std::size_t column) override {
-    if (!chosen.empty()) rows.at(row).at(column) = chosen;
-    grid_.Refresh();
-  }
-  std::vector<Texts> rows;
-  bool takes_rows = true;
-  std::u16string chosen;
-
- private:
-  GridState& grid_;
-};
 
 class GridStateTest : public testing::Test {
  protected:
@@ -52,10 +19,15 @@ class GridStateTest : public testing::Test {
                       {.name = u"Hidden", .width = 0},
                       {.name = u"Mark", .width = 50, .check_box = true},
                       {.name = u"Fixed", .width = 50, .read_only = true, .cell_button = true}});
+    model.changed = [this] { state.Refresh(); };
+    model.pressed = [this](std::u16string& text) {
+      if (!chosen.empty()) text = chosen;
+    };
     state.SetModel(&model);
   }
   GridState state;
-  Model model{state};
+  TextRows model{4};
+  std::u16string chosen;
 };
 
 TEST_F(GridStateTest, HasNoPlaceForColumnsWithoutWidth) {
@@ -161,15 +133,15 @@ TEST_F(GridStateTest, TheButtonOfTheEmptyLineMakesARowThatStaysOnlyWithSomething
   state.PressButton();
   EXPECT_EQ(model.rows.size(), 2u) << "nothing was chosen";
   EXPECT_EQ(state.current(), (GridCell{2, 2}));
-  model.chosen = u"F1";
+  chosen = u"F1";
   state.PressButton();
   ASSERT_EQ(model.rows.size(), 3u);
   EXPECT_EQ(model.rows[2][3], u"F1");
-  model.chosen.clear();
+  chosen.clear();
   state.PressButton();
   EXPECT_EQ(model.rows.size(), 3u) << "a row that was there stays";
   state.MoveTo({0, 0});
-  model.chosen = u"F2";
+  chosen = u"F2";
   state.PressButton();
   EXPECT_EQ(model.rows[0][0], u"a") << "this cell has no button";
 }

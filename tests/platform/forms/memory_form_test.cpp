@@ -4,6 +4,7 @@
 #include "tests/platform/core_test.h"
 #include "tests/platform/forms/form_contract.h"
 #include "tests/platform/forms/memory_desk.h"
+#include "tests/platform/forms/text_rows.h"
 
 namespace qva {
 
@@ -140,34 +141,11 @@ TEST_F(MemoryFormTest, LetsNobodyWorkWhatIsNotThereDisabledOrOfAnotherKind) {
   });
 }
 
-/// Rows of one text in every column.
-struct GridRows : ui::GridModel {
-  std::size_t RowCount() const override { return rows.size(); }
-  std::u16string CellText(std::size_t row, std::size_t) const override { return rows[row]; }
-  bool SetCellText(std::size_t row, std::size_t, std::u16string_view text) override {
-    if (text == u"bloga") return false;
-    rows[row] = text;
-    grid->Refresh();
-    return true;
-  }
-  void AppendRow() override {
-    rows.emplace_back();
-    grid->Refresh();
-  }
-  void DeleteRow(std::size_t row) override {
-    rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(row));
-    grid->Refresh();
-  }
-  void PressCellButton(std::size_t, std::size_t) override {}
-  ui::Grid* grid = nullptr;
-  std::vector<std::u16string> rows;
-};
-
 TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
-  GridRows model;
+  TextRows model(1);
   Show([&](MemoryForm&) {
     auto& grid = Control<ui::Grid>(u"grid");
-    model.grid = &grid;
+    model.changed = [&] { grid.Refresh(); };
     grid.SetColumns({{.name = u"A", .caption = u""}});
     grid.SetModel(&model);
     EXPECT_FALSE(form->TypeCell(u"grid", 0, u"A", u"bloga"));
@@ -180,21 +158,21 @@ TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
 }
 
 TEST_F(MemoryFormTest, ShowsAGridAsItWasAtItsLastRefresh) {
-  GridRows model;
-  model.rows = {u"gera"};
+  TextRows model(2);
+  model.rows = {{u"gera", u""}};
   Show([&](MemoryForm&) {
     auto& grid = Control<ui::Grid>(u"grid");
-    model.grid = &grid;
+    model.changed = [&] { grid.Refresh(); };
     grid.SetColumns({{.name = u"A", .caption = u""}});
     grid.SetModel(&model);
-    model.rows = {u"kita", u"antra"};
+    model.rows = {{u"kita", u""}, {u"antra", u"antros"}};
     EXPECT_EQ(form->RowCount(u"grid"), 1u);
     EXPECT_EQ(form->CellText(u"grid", 0, u"A"), u"gera") << "nobody said that there is something new";
     grid.Refresh();
     EXPECT_EQ(form->RowCount(u"grid"), 2u);
     EXPECT_EQ(form->CellText(u"grid", 1, u"A"), u"antra");
     grid.SetColumns({{.name = u"A", .caption = u""}, {.name = u"B", .caption = u""}});
-    EXPECT_EQ(form->CellText(u"grid", 1, u"B"), u"antra") << "other columns show the rows anew";
+    EXPECT_EQ(form->CellText(u"grid", 1, u"B"), u"antros") << "other columns show the rows anew";
   });
 }
 

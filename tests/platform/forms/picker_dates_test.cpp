@@ -4,6 +4,7 @@
 
 #include "platform/date.h"
 #include "platform/error.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 namespace {
@@ -19,12 +20,7 @@ TEST(PickerDates, EndWhereWindowsPickersEnd) {
   EXPECT_EQ(PickerDay(kFirst), kFirst);
   EXPECT_EQ(PickerDay({kLast.serial + 0.5}), kLast);
   for (const double serial : {kFirst.serial - 0.25, kLast.serial + 1}) {
-    try {
-      PickerDay({serial});
-      ADD_FAILURE() << serial;
-    } catch (const AutomationError& error) {
-      EXPECT_EQ(error.number(), kInvalidPropertyValue);
-    }
+    EXPECT_EQ(RaisedBy([&] { PickerDay({serial}); }), kInvalidPropertyValue) << serial;
   }
 }
 

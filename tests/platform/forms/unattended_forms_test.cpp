@@ -2,11 +2,13 @@
 
 #include "platform/date.h"
 #include "platform/memory/MemoryLocale.h"
+#include "tests/files.h"
 #include "tests/heard_failures.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/forms/form_contract.h"
 #include "tests/platform/forms/list_chooser_contract.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/platform/forms/text_rows.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 namespace {
@@ -75,30 +77,6 @@ using testing::Not;
 /// A form with a grid of two columns and a list behind the second one's button.
 class UnattendedFormsTest : public testing::Test {
  protected:
-  struct Model : ui::GridModel {
-    std::size_t RowCount() const override { return rows.size(); }
-    std::u16string CellText(std::size_t row, std::size_t column) const override { return rows[row][column]; }
-    bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) override {
-      if (text == u"bloga") return false;
-      rows[row][column] = text;
-      grid->Refresh();
-      return true;
-    }
-    void AppendRow() override {
-      rows.push_back({u"", u""});
-      grid->Refresh();
-    }
-    void DeleteRow(std::size_t) override {}
-    void PressCellButton(std::size_t row, std::size_t) override {
-      const auto chosen = forms->Choose({u"Knygos", {u"Kodas"}, {{u"A"}, {u"B"}}}, u"");
-      if (chosen) rows[row][1] = *chosen == 0 ? u"A" : u"B";
-      grid->Refresh();
-    }
-    ui::Grid* grid = nullptr;
-    UnattendedForms* forms = nullptr;
-    std::vector<std::vector<std::u16string>> rows;
-  };
-
   /// Shows the form with these answers; the error's description, empty when none is raised.
   std::string Show(std::string_view content) {
     WriteFile(answers, content);
@@ -114,26 +92,26 @@ class UnattendedFormsTest : public testing::Test {
                             {MonthView, u"month", u"", {}, u"", 0}, {OptionButton, u"opt", u"", {}, u"", 0},
                             {Grid, u"grid", u"", {}, u"", 0},       {Button, u"btOk", u"", {}, u"", 0},
                             {Button, u"btCancel", u"", {}, u"", 0}};
-    model = {};
-    model.forms = &*forms;
+    model.rows.clear();
     key = 0;
     form = forms->Create(description);
     auto& grid = ui::Get<ui::Grid>(*form, u"grid");
     grid.SetColumns({{.name = u"A", .caption = u""}, {.name = u"B", .caption = u"", .cell_button = true}});
-    model.grid = &grid;
+    model.changed = [&] { grid.Refresh(); };
+    model.pressed = [this](std::u16string& text) {
+      const auto chosen = forms->Choose({u"Knygos", {u"Kodas"}, {{u"A"}, {u"B"}}}, u"");
+      if (chosen) text = *chosen == 0 ? u"A" : u"B";
+    };
     grid.SetModel(&model);
     ui::Get<ui::Button>(*form, u"btOk").on_click = [this] {
       if (accepts) form->Hide();
     };
     ui::Get<ui::Button>(*form, u"btCancel").on_click = [this] { form->Hide(); };
     ui::Get<ui::MonthView>(*form, u"month").on_key_press = [this](int character) { key = character; };
-    try {
-      form->ShowModal();
-      return "";
-    } catch (const AutomationError& error) {
-      EXPECT_EQ(error.number(), kInvalidProcedureCall);
-      return ToUtf8(error.description());
-    }
+    const auto error = ErrorOf([&] { form->ShowModal(); });
+    if (!error) return "";
+    EXPECT_EQ(error->number(), kInvalidProcedureCall);
+    return ToUtf8(error->description());
   }
   std::string Log() const { return FileContent(log); }
 
@@ -144,7 +122,7 @@ class UnattendedFormsTest : public testing::Test {
   MemoryLocale locale;
   std::optional<UnattendedForms> forms;
   std::unique_ptr<ui::Form> form;
-  Model model;
+  TextRows model{2};
   bool accepts = true;
   int key = 0;
 };

@@ -7,9 +7,9 @@
 
 #include "platform/memory/MemoryClock.h"
 #include "platform/text.h"
+#include "tests/files.h"
 #include "tests/heard_failures.h"
 #include "tests/platform/forms/message_box_contract.h"
-#include "tests/platform/posix/temporary_folder.h"
 
 namespace qva {
 namespace {

@@ -3,6 +3,7 @@
 #include "platform/memory/MemoryClock.h"
 #include "platform/memory/MemoryLocale.h"
 #include "tests/platform/files_contract.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 namespace {
@@ -34,16 +35,6 @@ namespace {
 
 class MemoryFilesTest : public testing::Test {
  protected:
-  template <class Step>
-  static std::int32_t Raised(Step&& step) {
-    try {
-      step();
-      return 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
-  }
-
   MemoryLocale locale;
   MemoryClock clock;
   MemoryFiles files{locale, clock};
@@ -58,10 +49,10 @@ TEST_F(MemoryFilesTest, StartsOnAnEmptyDriveC) {
 }
 
 TEST_F(MemoryFilesTest, AMissingDriveIsError76) {
-  EXPECT_EQ(Raised([&] { files.OpenChannel(1, u"D:\\x.txt", ChannelMode::Output); }), kPathNotFound);
-  EXPECT_EQ(Raised([&] { files.OpenChannel(1, u"D:", ChannelMode::Output); }), kPathNotFound);
-  EXPECT_EQ(Raised([&] { files.CreateFolder(u"D:\\"); }), kPathNotFound);
-  EXPECT_EQ(Raised([&] { files.CreateFolder(u"\\\\server\\share\\a"); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.OpenChannel(1, u"D:\\x.txt", ChannelMode::Output); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.OpenChannel(1, u"D:", ChannelMode::Output); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.CreateFolder(u"D:\\"); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.CreateFolder(u"\\\\server\\share\\a"); }), kPathNotFound);
   files.SetFolder(u"\\\\server\\share");
   files.CreateFolder(u"\\\\server\\share\\a");
   EXPECT_TRUE(files.FolderExists(u"\\\\SERVER\\share\\A\\"));
@@ -74,7 +65,7 @@ TEST_F(MemoryFilesTest, RelativePathsFollowTheCurrentFolder) {
   EXPECT_EQ(files.Length(u"x.txt"), 1);
   EXPECT_EQ(files.Length(u"C:x.txt"), 1);
   EXPECT_EQ(files.Length(u"\\Archyvas\\x.txt"), 1);
-  EXPECT_EQ(Raised([&] { files.SetCurrentFolder(u"C:\\none"); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.SetCurrentFolder(u"C:\\none"); }), kPathNotFound);
 }
 
 TEST_F(MemoryFilesTest, RenamesAFileToOtherLetterCase) {
@@ -86,7 +77,7 @@ TEST_F(MemoryFilesTest, RenamesAFileToOtherLetterCase) {
 TEST_F(MemoryFilesTest, RenamesNothingToAnotherDrive) {
   files.SetFolder(u"D:\\");
   files.SetFile(u"C:\\x", "x");
-  EXPECT_EQ(Raised([&] { files.Rename(u"C:\\x", u"D:\\x"); }), kOtherDrive);
+  EXPECT_EQ(RaisedBy([&] { files.Rename(u"C:\\x", u"D:\\x"); }), kOtherDrive);
   EXPECT_EQ(files.Content(u"C:\\x"), "x");
 }
 
@@ -101,7 +92,7 @@ TEST_F(MemoryFilesTest, ChangesStampTheClocksTime) {
 
 TEST_F(MemoryFilesTest, AnAnsiStreamRefusesACharacterThatTheCodePageLacks) {
   const auto stream = files.OpenTextStream(u"C:\\x", StreamMode::ForAppending);
-  EXPECT_EQ(Raised([&] { stream->WriteLine(u"a漢b"); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { stream->WriteLine(u"a漢b"); }), kInvalidProcedureCall);
   EXPECT_EQ(files.Content(u"C:\\x"), "");
 }
 

@@ -40,12 +40,7 @@ TEST_F(MemoryObjectFactoryTest, Raises429ForWhatItDoesNotKnow) {
 TEST_F(MemoryObjectFactoryTest, NamesTheClassAndTheCauseInItsError429) {
   platform.object_factory.Register(u"A.Nothing", [] { return ObjectPtr(); });
   const auto description_of = [&](std::u16string_view identifier) {
-    try {
-      platform.object_factory.Create(identifier);
-    } catch (const AutomationError& error) {
-      return error.description();
-    }
-    return std::u16string();
+    return ErrorOf([&] { platform.object_factory.Create(identifier); }).value().description();
   };
   EXPECT_EQ(description_of(u"No.Such"), u"No.Such: no such class");
   EXPECT_EQ(description_of(u"A.Nothing"), u"A.Nothing: its creator gives nothing");

@@ -1,6 +1,7 @@
 #include "platform/posix/FileAccess.h"
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,7 +9,7 @@
 #include <thread>
 
 #include "platform/posix/OwnersFolders.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/files.h"
 
 namespace qva {
 namespace {

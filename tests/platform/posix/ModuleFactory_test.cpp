@@ -4,9 +4,11 @@
 #include "platform/member_table.h"
 #include "platform/module.h"
 #include "platform/recordset/RecordsetFactory.h"
+#include "tests/files.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/object_factory_contract.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/platform/posix/temporary_environment.h"
+#include "tests/raised_error.h"
 #include "tests/test_paths.h"
 
 namespace qva {
@@ -33,13 +35,7 @@ class ModuleFactoryTest : public CoreTest {
   ModuleFactoryTest() { environment.Set("QVA_HOST_DATABASE", (folder / "host.sqlite").string()); }
 
   static AutomationError ErrorOfCreate(ObjectFactory& factory, std::u16string_view identifier) {
-    try {
-      factory.Create(identifier);
-    } catch (const AutomationError& error) {
-      return error;
-    }
-    ADD_FAILURE() << "nothing was raised";
-    return AutomationError(0, u"", u"");
+    return ErrorOf([&] { factory.Create(identifier); }).value();
   }
 
   TemporaryFolder folder;

@@ -11,8 +11,10 @@
 
 #include "platform/date.h"
 #include "platform/memory/MemoryLocale.h"
+#include "tests/files.h"
 #include "tests/platform/files_contract.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/platform/posix/temporary_environment.h"
+#include "tests/raised_error.h"
 
 namespace {
 
@@ -96,15 +98,6 @@ class PosixFilesTest : public testing::Test {
     fs::create_directories(folder / "drives/C");
     WriteFile(folder / "drives/C" / name, content);
   }
-  template <class Step>
-  static std::int32_t Raised(Step&& step) {
-    try {
-      step();
-      return 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
-  }
   std::unique_ptr<TextChannel> Open(std::u16string_view path, ChannelMode mode) {
     return files.OpenChannel(files.FreeNumber(), path, mode);
   }
@@ -122,12 +115,12 @@ TEST_F(PosixFilesTest, DriveCIsMadeOnFirstUse) {
 
 TEST_F(PosixFilesTest, DriveCIsAlwaysThere) {
   EXPECT_TRUE(files.FolderExists(u"c:\\"));
-  EXPECT_EQ(Raised([&] { files.Length(u"C:\\x.txt"); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.Length(u"C:\\x.txt"); }), kFileNotFound);
 }
 
 TEST_F(PosixFilesTest, OtherDrivesAreFoldersOrLinksThatTheUserMakes) {
-  EXPECT_EQ(Raised([&] { Open(u"D:\\x.txt", ChannelMode::Output); }), kPathNotFound);
-  EXPECT_EQ(Raised([&] { files.CreateFolder(u"D:\\"); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { Open(u"D:\\x.txt", ChannelMode::Output); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.CreateFolder(u"D:\\"); }), kPathNotFound);
   EXPECT_FALSE(fs::exists(folder / "drives/D"));
   fs::create_directories(folder / "drives/d");
   fs::create_directories(folder / "elsewhere");
@@ -157,7 +150,7 @@ TEST_F(PosixFilesTest, APathWithASlashInFrontIsOneOfTheSystem) {
 TEST_F(PosixFilesTest, WithoutAFolderThereAreNoDrives) {
   PosixFiles nowhere{{}, locale};
   EXPECT_FALSE(nowhere.FolderExists(u"C:\\"));
-  EXPECT_EQ(Raised([&] { nowhere.OpenChannel(1, u"C:\\x", ChannelMode::Output); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { nowhere.OpenChannel(1, u"C:\\x", ChannelMode::Output); }), kPathNotFound);
   EXPECT_TRUE(nowhere.FolderExists(u"/"));
 }
 
@@ -220,7 +213,7 @@ TEST_F(PosixFilesTest, ALineThatDoesNotFitLeavesNothingOfItself) {
     channel->PrintLine(u"1");
     {
       const FileSizeLimit limit(before.size() + 10);
-      EXPECT_EQ(Raised([&] { channel->PrintLine(u"a line that is too long"); }), kDiskFull);
+      EXPECT_EQ(RaisedBy([&] { channel->PrintLine(u"a line that is too long"); }), kDiskFull);
       EXPECT_EQ(FileContent(folder / "drives/C/x.txt"), before + "1\r\n");
     }
     channel->PrintLine(u"2");
@@ -231,8 +224,8 @@ TEST_F(PosixFilesTest, ALineThatDoesNotFitLeavesNothingOfItself) {
 TEST_F(PosixFilesTest, AFullDeviceIsError61) {
   fs::create_directories(folder / "drives/C");
   fs::create_symlink("/dev/full", folder / "drives/C/x.txt");
-  EXPECT_EQ(Raised([&] { Open(u"C:\\x.txt", ChannelMode::Append)->PrintLine(u"1"); }), kDiskFull);
-  EXPECT_EQ(Raised([&] { files.CreateTextStream(u"C:\\x.txt"); }), kDiskFull);
+  EXPECT_EQ(RaisedBy([&] { Open(u"C:\\x.txt", ChannelMode::Append)->PrintLine(u"1"); }), kDiskFull);
+  EXPECT_EQ(RaisedBy([&] { files.CreateTextStream(u"C:\\x.txt"); }), kDiskFull);
 }
 
 TEST_F(PosixFilesTest, ACopyThatDoesNotFitLeavesTheTarget) {
@@ -241,8 +234,8 @@ TEST_F(PosixFilesTest, ACopyThatDoesNotFitLeavesTheTarget) {
   WriteFile(folder / "drives/C/y.txt", "old");
   {
     const FileSizeLimit limit(50);
-    EXPECT_EQ(Raised([&] { files.Copy(u"C:\\x.txt", u"C:\\y.txt"); }), kDiskFull);
-    EXPECT_EQ(Raised([&] { files.Copy(u"C:\\x.txt", u"C:\\z.txt"); }), kDiskFull);
+    EXPECT_EQ(RaisedBy([&] { files.Copy(u"C:\\x.txt", u"C:\\y.txt"); }), kDiskFull);
+    EXPECT_EQ(RaisedBy([&] { files.Copy(u"C:\\x.txt", u"C:\\z.txt"); }), kDiskFull);
   }
   EXPECT_EQ(FileContent(folder / "drives/C/y.txt"), "old");
   EXPECT_EQ(files.Find(u"C:\\", u"*").size(), 2u) << "something is left behind";
@@ -290,13 +283,13 @@ TEST_F(PosixFilesTest, RenamesNothingToAnotherDrive) {
     GTEST_SKIP() << "there is no second file system";
   }
   WriteFile(folder / "drives/C/qva-test.txt", "x");
-  EXPECT_EQ(Raised([&] { files.Rename(u"C:\\qva-test.txt", u"D:\\qva-test.txt"); }), kOtherDrive);
+  EXPECT_EQ(RaisedBy([&] { files.Rename(u"C:\\qva-test.txt", u"D:\\qva-test.txt"); }), kOtherDrive);
   EXPECT_EQ(FileContent(folder / "drives/C/qva-test.txt"), "x");
 }
 
 TEST_F(PosixFilesTest, AnAnsiStreamRefusesACharacterThatTheCodePageLacks) {
   const auto stream = files.OpenTextStream(u"C:\\x.txt", StreamMode::ForAppending);
-  EXPECT_EQ(Raised([&] { stream->WriteLine(u"a漢b"); }), kInvalidProcedureCall);
+  EXPECT_EQ(RaisedBy([&] { stream->WriteLine(u"a漢b"); }), kInvalidProcedureCall);
   EXPECT_EQ(FileContent(folder / "drives/C/x.txt"), "");
 }
 

@@ -7,8 +7,9 @@
 #include "platform/memory/MemoryMessageBox.h"
 #include "platform/memory/MemoryObjectFactory.h"
 #include "platform/settings.h"
+#include "tests/files.h"
 #include "tests/missing_services.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/platform/posix/temporary_environment.h"
 #include "tests/test_paths.h"
 
 namespace qva {

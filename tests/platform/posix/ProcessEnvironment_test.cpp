@@ -1,7 +1,7 @@
 #include "platform/posix/ProcessEnvironment.h"
 
 #include "tests/platform/environment_contract.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/platform/posix/temporary_environment.h"
 
 namespace qva {
 namespace {

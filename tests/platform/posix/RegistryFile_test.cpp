@@ -12,7 +12,8 @@
 #include "platform/posix/FileAccess.h"
 #include "platform/settings.h"
 #include "platform/text.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/files.h"
+#include "tests/platform/posix/temporary_environment.h"
 #include "tests/platform/registry_contract.h"
 
 namespace qva {

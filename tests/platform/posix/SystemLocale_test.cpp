@@ -7,9 +7,10 @@
 
 #include "platform/lithuanian/date_names.h"
 #include "platform/text.h"
+#include "tests/files.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/locale_contract.h"
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/platform/posix/temporary_environment.h"
 
 namespace qva {
 namespace {

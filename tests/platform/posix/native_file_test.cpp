@@ -1,8 +1,9 @@
 #include "platform/filesystem/native_file.h"
 
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "tests/platform/posix/temporary_folder.h"
+#include "tests/files.h"
 
 namespace qva {
 namespace {

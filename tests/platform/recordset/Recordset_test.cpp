@@ -343,15 +343,11 @@ TEST_F(RecordsetTest, IsReadAndWrittenTheShortWay) {
 
 TEST_F(RecordsetTest, TellsErrorsInADOsWords) {
   const ado::Recordset recordset = NewOpen();
-  try {
-    recordset.MoveNext();
-    FAIL();
-  } catch (const AutomationError& error) {
-    EXPECT_EQ(error.source(), u"ADODB.Recordset");
-    EXPECT_EQ(error.description(),
-              u"Either BOF or EOF is True, or the current record has been deleted. Requested operation "
-              u"requires a current record.");
-  }
+  const AutomationError error = ErrorOf([&] { recordset.MoveNext(); }).value();
+  EXPECT_EQ(error.source(), u"ADODB.Recordset");
+  EXPECT_EQ(error.description(),
+            u"Either BOF or EOF is True, or the current record has been deleted. Requested operation "
+            u"requires a current record.");
 }
 
 TEST_F(RecordsetTest, LooksAtEachOfTenThousandRecordsAFewTimes) {
