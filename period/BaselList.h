@@ -13,7 +13,7 @@
 namespace qva {
 
 /// The rows of a grid, each with a value for every field. One of them is the current one, if there is any;
-/// events about a cell concern the current row. Handlers must not raise.
+/// events about a cell concern the current row. Handlers may raise, as all of a form's.
 class BaselList : public ui::GridModel {
  public:
   /// A calculated column.

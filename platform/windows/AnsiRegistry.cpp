@@ -23,7 +23,7 @@ RegistryKey KeyOf(HKEY handle) {
 
 /// Runs an operation; a lack of memory for its texts is an answer like any other.
 template <class Operation>
-std::int32_t Guarded(Operation&& operation) {
+std::int32_t StatusOf(Operation&& operation) {
   try {
     return operation();
   } catch (const std::bad_alloc&) {
@@ -35,7 +35,7 @@ std::int32_t Guarded(Operation&& operation) {
 
 std::int32_t AnsiRegistry::OpenKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                                    RegistryKey& key) {
-  return Guarded([&] {
+  return StatusOf([&] {
     HKEY handle = nullptr;
     const LSTATUS status = RegOpenKeyExA(HandleOf(parent), ToAnsi(path).c_str(), 0, access, &handle);
     if (status == ERROR_SUCCESS) key = KeyOf(handle);
@@ -45,7 +45,7 @@ std::int32_t AnsiRegistry::OpenKey(RegistryKey parent, std::u16string_view path,
 
 std::int32_t AnsiRegistry::CreateKey(RegistryKey parent, std::u16string_view path, std::uint32_t access,
                                      const RegistrySecurity& security, RegistryKey& key) {
-  return Guarded([&] {
+  return StatusOf([&] {
     SECURITY_ATTRIBUTES attributes{.nLength = security.length,
                                    .lpSecurityDescriptor = nullptr,
                                    .bInheritHandle = security.inherit_handle ? -1 : 0};
@@ -61,7 +61,7 @@ std::int32_t AnsiRegistry::CreateKey(RegistryKey parent, std::u16string_view pat
 
 std::int32_t AnsiRegistry::QueryValue(RegistryKey key, std::u16string_view name, std::uint32_t& type,
                                       std::span<char> data, std::uint32_t& size) {
-  return Guarded([&] {
+  return StatusOf([&] {
     DWORD stored_type = type;
     auto stored_size = static_cast<DWORD>(data.size());
     auto* buffer = data.empty() ? nullptr : reinterpret_cast<BYTE*>(data.data());
@@ -77,7 +77,7 @@ std::int32_t AnsiRegistry::QueryValue(RegistryKey key, std::u16string_view name,
 
 std::int32_t AnsiRegistry::SetValue(RegistryKey key, std::u16string_view name, std::uint32_t type,
                                     std::span<const char> data) {
-  return Guarded([&] {
+  return StatusOf([&] {
     // Windows looks behind a text that comes without its terminating zero, to add it: there must be one.
     const std::string terminated(data.begin(), data.end());
     return RegSetValueExA(HandleOf(key), ToAnsi(name).c_str(), 0, type,
@@ -86,7 +86,7 @@ std::int32_t AnsiRegistry::SetValue(RegistryKey key, std::u16string_view name, s
 }
 
 std::int32_t AnsiRegistry::QueryStored(RegistryKey key, std::u16string_view name, RegistryValue& value) {
-  return Guarded([&]() -> std::int32_t {
+  return StatusOf([&]() -> std::int32_t {
     const std::wstring wide_name = WideText(name);
     RegistryValue stored;
     for (;;) {
@@ -107,7 +107,7 @@ std::int32_t AnsiRegistry::QueryStored(RegistryKey key, std::u16string_view name
 }
 
 std::int32_t AnsiRegistry::SetStored(RegistryKey key, std::u16string_view name, const RegistryValue& value) {
-  return Guarded([&]() -> std::int32_t {
+  return StatusOf([&]() -> std::int32_t {
     // Windows looks behind a text that has no terminating zero: there must be one.
     const std::string terminated = value.bytes + '\0';
     return RegSetValueExW(HandleOf(key), WideText(name).c_str(), 0, value.type,
@@ -117,7 +117,7 @@ std::int32_t AnsiRegistry::SetStored(RegistryKey key, std::u16string_view name, 
 }
 
 std::int32_t AnsiRegistry::DeleteValue(RegistryKey key, std::u16string_view name) {
-  return Guarded([&] { return RegDeleteValueA(HandleOf(key), ToAnsi(name).c_str()); });
+  return StatusOf([&] { return RegDeleteValueA(HandleOf(key), ToAnsi(name).c_str()); });
 }
 
 std::int32_t AnsiRegistry::CloseKey(RegistryKey key) {

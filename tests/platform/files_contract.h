@@ -18,23 +18,13 @@
 #include "platform/error.h"
 #include "platform/files.h"
 #include "platform/text.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 
 template <class Drive>
 class FilesContract : public testing::Test {
  protected:
-  /// The number of the error that `step` raises, 0 for none.
-  template <class Step>
-  static std::int32_t Raised(Step&& step) {
-    try {
-      step();
-      return 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
-  }
-
   std::u16string At(std::u16string_view name) { return drive.root() + u"\\" + std::u16string(name); }
   std::string Content(std::u16string_view name) { return drive.Content(At(name)).value_or("(no file)"); }
   void SetContent(std::u16string_view name, std::string bytes) {
@@ -44,7 +34,7 @@ class FilesContract : public testing::Test {
     return files.OpenChannel(files.FreeNumber(), At(name), mode);
   }
   std::int32_t OpenError(std::u16string_view name, ChannelMode mode) {
-    return Raised([&] { Open(name, mode); });
+    return RaisedBy([&] { Open(name, mode); });
   }
   /// Whatever can be read of a file, as lines.
   std::vector<std::u16string> Lines(std::u16string_view name) {
@@ -123,13 +113,13 @@ TYPED_TEST_P(FilesContract, AChannelReadsLinesOfAnyLength) {
 TYPED_TEST_P(FilesContract, ReadingPastTheEndIsError62) {
   this->SetContent(u"x.txt", "");
   const auto channel = this->Open(u"x.txt", ChannelMode::Input);
-  EXPECT_EQ(this->Raised([&] { channel->ReadLine(); }), kInputPastEnd);
+  EXPECT_EQ(RaisedBy([&] { channel->ReadLine(); }), kInputPastEnd);
 }
 
 TYPED_TEST_P(FilesContract, AChannelForInputCannotBePrintedTo) {
   this->SetContent(u"x.txt", "old");
   const auto channel = this->Open(u"x.txt", ChannelMode::Input);
-  EXPECT_EQ(this->Raised([&] { channel->PrintLine(u"new"); }), kBadFileMode);
+  EXPECT_EQ(RaisedBy([&] { channel->PrintLine(u"new"); }), kBadFileMode);
   EXPECT_EQ(this->Content(u"x.txt"), "old");
 }
 
@@ -138,7 +128,7 @@ TYPED_TEST_P(FilesContract, AChannelThatWritesIsAlwaysAtItsEndAndCannotBeRead) {
   for (const ChannelMode mode : {ChannelMode::Append, ChannelMode::Output}) {
     const auto channel = this->Open(u"x.txt", mode);
     EXPECT_TRUE(channel->AtEnd());
-    EXPECT_EQ(this->Raised([&] { channel->ReadLine(); }), kBadFileMode);
+    EXPECT_EQ(RaisedBy([&] { channel->ReadLine(); }), kBadFileMode);
   }
 }
 
@@ -165,7 +155,7 @@ TYPED_TEST_P(FilesContract, FileNumbersRunOut) {
 
 TYPED_TEST_P(FilesContract, AFileNumberOutOfRangeIsError52) {
   for (const std::int16_t number : {-1, 0, kLastFileNumber + 1}) {
-    EXPECT_EQ(this->Raised([&] { this->files.OpenChannel(number, this->At(u"x.txt"), ChannelMode::Output); }),
+    EXPECT_EQ(RaisedBy([&] { this->files.OpenChannel(number, this->At(u"x.txt"), ChannelMode::Output); }),
               kBadFileNameOrNumber);
   }
   EXPECT_EQ(this->Content(u"x.txt"), "(no file)");
@@ -173,7 +163,7 @@ TYPED_TEST_P(FilesContract, AFileNumberOutOfRangeIsError52) {
 
 TYPED_TEST_P(FilesContract, ATakenFileNumberIsError55) {
   const auto channel = this->files.OpenChannel(7, this->At(u"1.txt"), ChannelMode::Output);
-  EXPECT_EQ(this->Raised([&] { this->files.OpenChannel(7, this->At(u"2.txt"), ChannelMode::Output); }),
+  EXPECT_EQ(RaisedBy([&] { this->files.OpenChannel(7, this->At(u"2.txt"), ChannelMode::Output); }),
             kFileAlreadyOpen);
   EXPECT_EQ(this->Content(u"2.txt"), "(no file)");
 }
@@ -211,15 +201,15 @@ TYPED_TEST_P(FilesContract, AFileInAMissingFolderIsError76) {
 TYPED_TEST_P(FilesContract, TheEmptyPathIsError76) {
   Files& files = this->files;
   this->SetContent(u"x.txt", "x");
-  EXPECT_EQ(this->Raised([&] { files.OpenChannel(1, u"", ChannelMode::Output); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.Delete(u""); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.Rename(u"", this->At(u"y")); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.Rename(this->At(u"x.txt"), u""); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.Copy(u"", this->At(u"y")); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.Copy(this->At(u"x.txt"), u""); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.CreateFolder(u""); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.LastModified(u""); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { files.Length(u""); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.OpenChannel(1, u"", ChannelMode::Output); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.Delete(u""); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.Rename(u"", this->At(u"y")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.Rename(this->At(u"x.txt"), u""); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.Copy(u"", this->At(u"y")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.Copy(this->At(u"x.txt"), u""); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.CreateFolder(u""); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.LastModified(u""); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { files.Length(u""); }), kPathNotFound);
   EXPECT_FALSE(files.FolderExists(u""));
   EXPECT_THAT(files.Find(u"", u"*"), testing::IsEmpty());
 }
@@ -227,12 +217,12 @@ TYPED_TEST_P(FilesContract, TheEmptyPathIsError76) {
 TYPED_TEST_P(FilesContract, ANameThatCannotBeIsError52) {
   EXPECT_EQ(this->OpenError(u"a?b", ChannelMode::Output), kBadFileNameOrNumber);
   EXPECT_EQ(this->OpenError(u"a|b", ChannelMode::Output), kBadFileNameOrNumber);
-  EXPECT_EQ(this->Raised([&] { this->files.CreateFolder(this->At(u"a\"b")); }), kBadFileNameOrNumber);
+  EXPECT_EQ(RaisedBy([&] { this->files.CreateFolder(this->At(u"a\"b")); }), kBadFileNameOrNumber);
 }
 
 TYPED_TEST_P(FilesContract, AsterisksDeleteNothing) {
   this->SetContent(u"x.bak", "");
-  EXPECT_NE(this->Raised([&] { this->files.Delete(this->At(u"*.bak")); }), 0);
+  EXPECT_NE(RaisedBy([&] { this->files.Delete(this->At(u"*.bak")); }), 0);
   EXPECT_EQ(this->Content(u"x.bak"), "");
 }
 
@@ -245,12 +235,12 @@ TYPED_TEST_P(FilesContract, AFolderIsNoFile) {
     EXPECT_EQ(this->OpenError(u"folder\\", mode), kPathFileAccess);
     EXPECT_EQ(this->OpenError(u"none\\", mode), kPathNotFound);
   }
-  EXPECT_EQ(this->Raised([&] { files.Delete(this->At(u"folder")); }), kPathFileAccess);
-  EXPECT_EQ(this->Raised([&] { files.Copy(this->At(u"x.txt"), this->At(u"folder")); }), kPathFileAccess);
-  EXPECT_EQ(this->Raised([&] { files.Copy(this->At(u"x.txt"), this->At(u"folder\\")); }), kPathFileAccess);
-  EXPECT_EQ(this->Raised([&] { files.Copy(this->At(u"folder"), this->At(u"y.txt")); }), kPathFileAccess);
-  EXPECT_EQ(this->Raised([&] { files.Rename(this->At(u"folder"), this->At(u"y.txt")); }), kPathFileAccess);
-  EXPECT_EQ(this->Raised([&] { files.Length(this->At(u"folder")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { files.Delete(this->At(u"folder")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { files.Copy(this->At(u"x.txt"), this->At(u"folder")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { files.Copy(this->At(u"x.txt"), this->At(u"folder\\")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { files.Copy(this->At(u"folder"), this->At(u"y.txt")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { files.Rename(this->At(u"folder"), this->At(u"y.txt")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { files.Length(this->At(u"folder")); }), kPathFileAccess);
   EXPECT_TRUE(files.FolderExists(this->At(u"folder")));
 }
 
@@ -288,16 +278,15 @@ TYPED_TEST_P(FilesContract, AStreamForReadingCannotBeWritten) {
   this->SetContent(u"x.txt", "old");
   {
     const auto stream = this->files.OpenTextStream(this->At(u"x.txt"), StreamMode::ForReading);
-    EXPECT_EQ(this->Raised([&] { stream->WriteLine(u"new"); }), kBadFileMode);
+    EXPECT_EQ(RaisedBy([&] { stream->WriteLine(u"new"); }), kBadFileMode);
   }
   EXPECT_EQ(this->Content(u"x.txt"), "old");
 }
 
 TYPED_TEST_P(FilesContract, AStreamNeedsItsFolder) {
-  EXPECT_EQ(this->Raised([&] { this->files.CreateTextStream(this->At(u"none\\x.txt")); }), kPathNotFound);
-  EXPECT_EQ(
-      this->Raised([&] { this->files.OpenTextStream(this->At(u"none\\x.txt"), StreamMode::ForAppending); }),
-      kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.CreateTextStream(this->At(u"none\\x.txt")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.OpenTextStream(this->At(u"none\\x.txt"), StreamMode::ForAppending); }),
+            kPathNotFound);
 }
 
 TYPED_TEST_P(FilesContract, AStreamTakesNoFileNumber) {
@@ -308,8 +297,8 @@ TYPED_TEST_P(FilesContract, AStreamTakesNoFileNumber) {
 TYPED_TEST_P(FilesContract, AFileThatAChannelWritesIsDeniedToStreams) {
   const auto channel = this->Open(u"x.txt", ChannelMode::Output);
   channel->PrintLine(u"line");
-  EXPECT_EQ(this->Raised([&] { this->files.CreateTextStream(this->At(u"x.txt")); }), kPermissionDenied);
-  EXPECT_EQ(this->Raised([&] { this->files.OpenTextStream(this->At(u"x.txt"), StreamMode::ForAppending); }),
+  EXPECT_EQ(RaisedBy([&] { this->files.CreateTextStream(this->At(u"x.txt")); }), kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { this->files.OpenTextStream(this->At(u"x.txt"), StreamMode::ForAppending); }),
             kPermissionDenied);
   EXPECT_EQ(this->Content(u"x.txt"), "line\r\n");
 }
@@ -334,15 +323,15 @@ TYPED_TEST_P(FilesContract, AFileThatAStreamHasOpenIsDeniedToOtherStreams) {
   for (const StreamMode first : {StreamMode::ForReading, StreamMode::ForAppending}) {
     const auto stream = this->files.OpenTextStream(this->At(u"x.txt"), first);
     const auto open = [&](StreamMode mode) {
-      return this->Raised([&] { this->files.OpenTextStream(this->At(u"X.txt"), mode); });
+      return RaisedBy([&] { this->files.OpenTextStream(this->At(u"X.txt"), mode); });
     };
-    EXPECT_EQ(this->Raised([&] { this->files.CreateTextStream(this->At(u"X.txt")); }), kPermissionDenied);
+    EXPECT_EQ(RaisedBy([&] { this->files.CreateTextStream(this->At(u"X.txt")); }), kPermissionDenied);
     EXPECT_EQ(open(StreamMode::ForAppending), kPermissionDenied);
     if (first == StreamMode::ForReading) continue;
     EXPECT_EQ(open(StreamMode::ForReading), kPermissionDenied);
   }
   const auto created = this->files.CreateTextStream(this->At(u"y.txt"));
-  EXPECT_EQ(this->Raised([&] { this->files.CreateTextStream(this->At(u"Y.txt")); }), kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { this->files.CreateTextStream(this->At(u"Y.txt")); }), kPermissionDenied);
   EXPECT_EQ(this->Content(u"x.txt"), "x");
 }
 
@@ -352,8 +341,8 @@ TYPED_TEST_P(FilesContract, DeletesAFile) {
   this->SetContent(u"x.txt", "x");
   this->files.Delete(this->At(u"x.txt"));
   EXPECT_EQ(this->Content(u"x.txt"), "(no file)");
-  EXPECT_EQ(this->Raised([&] { this->files.Delete(this->At(u"x.txt")); }), kFileNotFound);
-  EXPECT_EQ(this->Raised([&] { this->files.Delete(this->At(u"none\\x.txt")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Delete(this->At(u"x.txt")); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Delete(this->At(u"none\\x.txt")); }), kPathNotFound);
 }
 
 TYPED_TEST_P(FilesContract, RenamesAFile) {
@@ -366,16 +355,16 @@ TYPED_TEST_P(FilesContract, RenamesAFile) {
 TYPED_TEST_P(FilesContract, RenamesNothingToATakenName) {
   this->SetContent(u"x.txt", "x");
   this->SetContent(u"y.txt", "y");
-  EXPECT_EQ(this->Raised([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"Y.txt")); }),
+  EXPECT_EQ(RaisedBy([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"Y.txt")); }),
             kFileAlreadyExists);
   EXPECT_EQ(this->Content(u"x.txt"), "x");
   EXPECT_EQ(this->Content(u"y.txt"), "y");
 }
 
 TYPED_TEST_P(FilesContract, RenamesNothingThatIsMissing) {
-  EXPECT_EQ(this->Raised([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"y.txt")); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"y.txt")); }), kFileNotFound);
   this->SetContent(u"x.txt", "x");
-  EXPECT_EQ(this->Raised([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"none\\y.txt")); }),
+  EXPECT_EQ(RaisedBy([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"none\\y.txt")); }),
             kPathNotFound);
   EXPECT_EQ(this->Content(u"x.txt"), "x");
 }
@@ -384,8 +373,8 @@ TYPED_TEST_P(FilesContract, NeitherDeletesNorRenamesAFileThatAChannelHasOpen) {
   this->SetContent(u"x.txt", "x");
   for (const ChannelMode mode : {ChannelMode::Input, ChannelMode::Append}) {
     const auto channel = this->Open(u"x.txt", mode);
-    EXPECT_EQ(this->Raised([&] { this->files.Delete(this->At(u"X.txt")); }), kFileAlreadyOpen);
-    EXPECT_EQ(this->Raised([&] { this->files.Rename(this->At(u"X.txt"), this->At(u"y.txt")); }),
+    EXPECT_EQ(RaisedBy([&] { this->files.Delete(this->At(u"X.txt")); }), kFileAlreadyOpen);
+    EXPECT_EQ(RaisedBy([&] { this->files.Rename(this->At(u"X.txt"), this->At(u"y.txt")); }),
               kFileAlreadyOpen);
   }
   EXPECT_EQ(this->Content(u"x.txt"), "x");
@@ -396,8 +385,8 @@ TYPED_TEST_P(FilesContract, NeitherDeletesNorRenamesAFileThatAStreamHasOpen) {
   this->SetContent(u"x.txt", "x");
   {
     const auto stream = this->files.OpenTextStream(this->At(u"x.txt"), StreamMode::ForAppending);
-    EXPECT_EQ(this->Raised([&] { this->files.Delete(this->At(u"x.txt")); }), kPermissionDenied);
-    EXPECT_EQ(this->Raised([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"y.txt")); }),
+    EXPECT_EQ(RaisedBy([&] { this->files.Delete(this->At(u"x.txt")); }), kPermissionDenied);
+    EXPECT_EQ(RaisedBy([&] { this->files.Rename(this->At(u"x.txt"), this->At(u"y.txt")); }),
               kPermissionDenied);
   }
   EXPECT_EQ(this->Content(u"x.txt"), "x");
@@ -418,19 +407,16 @@ TYPED_TEST_P(FilesContract, CopiesContentAndTime) {
 
 TYPED_TEST_P(FilesContract, CopiesNothingThatIsMissing) {
   this->SetContent(u"y.txt", "y");
-  EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"y.txt")); }), kFileNotFound);
-  EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"none\\x.txt"), this->At(u"y.txt")); }),
-            kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"none\\x.txt")); }),
-            kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"y.txt")); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"none\\x.txt"), this->At(u"y.txt")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"none\\x.txt")); }), kPathNotFound);
   EXPECT_EQ(this->Content(u"y.txt"), "y");
   EXPECT_THAT(this->files.Find(this->drive.root(), u"*"), testing::ElementsAre(u"y.txt"));
 }
 
 TYPED_TEST_P(FilesContract, CopiesNoFileOntoItself) {
   this->SetContent(u"x.txt", "x");
-  EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"X.txt")); }),
-            kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"X.txt")); }), kPermissionDenied);
   EXPECT_EQ(this->Content(u"x.txt"), "x");
 }
 
@@ -438,10 +424,8 @@ TYPED_TEST_P(FilesContract, CopiesNoOpenFile) {
   this->SetContent(u"x.txt", "x");
   this->SetContent(u"y.txt", "y");
   const auto channel = this->Open(u"x.txt", ChannelMode::Append);
-  EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"y.txt")); }),
-            kPermissionDenied);
-  EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"x.txt")); }),
-            kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"y.txt")); }), kPermissionDenied);
+  EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"x.txt")); }), kPermissionDenied);
   EXPECT_EQ(this->Content(u"x.txt"), "x");
   EXPECT_EQ(this->Content(u"y.txt"), "y");
 }
@@ -451,10 +435,8 @@ TYPED_TEST_P(FilesContract, CopiesNoFileThatAStreamHasOpen) {
   this->SetContent(u"y.txt", "y");
   for (const StreamMode mode : {StreamMode::ForReading, StreamMode::ForAppending}) {
     const auto stream = this->files.OpenTextStream(this->At(u"x.txt"), mode);
-    EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"y.txt")); }),
-              kPermissionDenied);
-    EXPECT_EQ(this->Raised([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"x.txt")); }),
-              kPermissionDenied);
+    EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"x.txt"), this->At(u"y.txt")); }), kPermissionDenied);
+    EXPECT_EQ(RaisedBy([&] { this->files.Copy(this->At(u"y.txt"), this->At(u"x.txt")); }), kPermissionDenied);
   }
   EXPECT_EQ(this->Content(u"x.txt"), "x");
   EXPECT_EQ(this->Content(u"y.txt"), "y");
@@ -469,15 +451,15 @@ TYPED_TEST_P(FilesContract, CreatesAFolder) {
 }
 
 TYPED_TEST_P(FilesContract, CreatesOneFolderAtATime) {
-  EXPECT_EQ(this->Raised([&] { this->files.CreateFolder(this->At(u"one\\two")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.CreateFolder(this->At(u"one\\two")); }), kPathNotFound);
   EXPECT_FALSE(this->files.FolderExists(this->At(u"one")));
 }
 
 TYPED_TEST_P(FilesContract, CreatesNoFolderInPlaceOfAnything) {
   this->files.CreateFolder(this->At(u"folder"));
   this->SetContent(u"folder\\x", "x");
-  EXPECT_EQ(this->Raised([&] { this->files.CreateFolder(this->At(u"FOLDER\\")); }), kPathFileAccess);
-  EXPECT_EQ(this->Raised([&] { this->files.CreateFolder(this->At(u"folder\\x")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { this->files.CreateFolder(this->At(u"FOLDER\\")); }), kPathFileAccess);
+  EXPECT_EQ(RaisedBy([&] { this->files.CreateFolder(this->At(u"folder\\x")); }), kPathFileAccess);
   EXPECT_EQ(this->Content(u"folder\\x"), "x");
 }
 
@@ -518,10 +500,10 @@ TYPED_TEST_P(FilesContract, TellsLengthAndTime) {
   EXPECT_NEAR(this->files.LastModified(this->At(u"folder")).serial, now, 60.0 / 86400);
   const double seconds = (now - static_cast<double>(static_cast<long>(now))) * 86400;
   EXPECT_NEAR(seconds, static_cast<double>(static_cast<long>(seconds + 0.5)), 1e-4) << "whole seconds";
-  EXPECT_EQ(this->Raised([&] { this->files.Length(this->At(u"y.txt")); }), kFileNotFound);
-  EXPECT_EQ(this->Raised([&] { this->files.Length(this->At(u"none\\y.txt")); }), kPathNotFound);
-  EXPECT_EQ(this->Raised([&] { this->files.LastModified(this->At(u"y.txt")); }), kFileNotFound);
-  EXPECT_EQ(this->Raised([&] { this->files.LastModified(this->At(u"none\\y.txt")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Length(this->At(u"y.txt")); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Length(this->At(u"none\\y.txt")); }), kPathNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.LastModified(this->At(u"y.txt")); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.LastModified(this->At(u"none\\y.txt")); }), kPathNotFound);
 }
 
 TYPED_TEST_P(FilesContract, NamesIgnoreLetterCase) {
@@ -544,14 +526,14 @@ TYPED_TEST_P(FilesContract, RelativePathsStartFromTheCurrentFolder) {
   const std::u16string current = this->files.CurrentFolder();
   EXPECT_TRUE(this->files.FolderExists(current));
   EXPECT_TRUE(this->files.FolderExists(u"."));
-  EXPECT_EQ(this->Raised([&] { this->files.Length(u"qva-no-such-file.txt"); }), kFileNotFound);
+  EXPECT_EQ(RaisedBy([&] { this->files.Length(u"qva-no-such-file.txt"); }), kFileNotFound);
 }
 
 TYPED_TEST_P(FilesContract, ACurrentFolderThatIsGoneIsError76) {
   const bool is_gone = this->drive.LoseCurrentFolder();
   const std::int32_t error = is_gone ? kPathNotFound : 0;
-  EXPECT_EQ(this->Raised([&] { this->files.CurrentFolder(); }), error);
-  EXPECT_EQ(this->Raised([&] { this->files.OpenChannel(1, u"x.txt", ChannelMode::Output); }), error);
+  EXPECT_EQ(RaisedBy([&] { this->files.CurrentFolder(); }), error);
+  EXPECT_EQ(RaisedBy([&] { this->files.OpenChannel(1, u"x.txt", ChannelMode::Output); }), error);
   EXPECT_EQ(this->files.FolderExists(u"."), !is_gone);
   EXPECT_EQ(this->files.Find(u".", u"*").empty(), is_gone);
   EXPECT_EQ(this->OpenError(u"y.txt", ChannelMode::Output), 0) << "a whole path";

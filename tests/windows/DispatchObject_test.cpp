@@ -249,6 +249,18 @@ TEST_F(DispatchObjectTest, ResolvesANameOnceInWhateverLetterCase) {
   EXPECT_EQ(dispatch->lookups, 3);
 }
 
+TEST_F(DispatchObjectTest, TellsNamesApartThatStandInOnePlaceOneAfterTheOther) {
+  std::vector<DISPID> ids;
+  std::u16string name;
+  for (const std::u16string_view next : {u"Alpha", u"Gamma", u"Alpha", u"Alpha", u"Gamma", u"Gamma"}) {
+    name.assign(next);
+    Get(object, name);
+    ids.push_back(seen.id);
+  }
+  EXPECT_NE(ids[0], ids[1]);
+  EXPECT_THAT(ids, ElementsAre(ids[0], ids[1], ids[0], ids[0], ids[1], ids[1]));
+}
+
 TEST_F(DispatchObjectTest, ObjectsOfOneTypeShareTheirNames) {
   const ComPtr<ITypeInfo> type = NewType(u"_Range");
   const std::uint64_t before = DispatchNames::LookupCount();

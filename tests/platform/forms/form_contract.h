@@ -21,6 +21,7 @@
 #include "platform/controls.h"
 #include "platform/date.h"
 #include "platform/text.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 
@@ -98,18 +99,8 @@ class FormContract : public testing::Test {
     rows.on_use = [] { throw AutomationError(kOverflow); };
     grid.SetModel(&rows);
     grid.SetFocus();
-    EXPECT_EQ(Raised([&] { desk.ShowGrid(*form, text); }), kOverflow);
+    EXPECT_EQ(RaisedBy([&] { desk.ShowGrid(*form, text); }), kOverflow);
     EXPECT_FALSE(form->Visible());
-  }
-  /// The number of the error that `step` raises, 0 for none.
-  template <class Step>
-  static std::int32_t Raised(Step&& step) {
-    try {
-      step();
-      return 0;
-    } catch (const AutomationError& error) {
-      return error.number();
-    }
   }
 
   Desk desk;
@@ -130,14 +121,14 @@ TYPED_TEST_P(FormContract, FindsItsControlsByTheirNames) {
     EXPECT_TRUE(found->Enabled()) << ToUtf8(control.name);
   }
   EXPECT_EQ(this->form->Find(u"nera"), nullptr);
-  EXPECT_EQ(this->Raised([&] { this->template Get<ui::Label>(u"btStep"); }), kInternalError);
+  EXPECT_EQ(RaisedBy([&] { this->template Get<ui::Label>(u"btStep"); }), kInternalError);
 }
 
 TYPED_TEST_P(FormContract, IsMadeOfNoDescriptionThatContradictsItself) {
   const auto refusal = [&](const std::function<void(ui::FormDescription&)>& spoil) {
     ui::FormDescription description = this->Description();
     spoil(description);
-    return this->Raised([&] { this->desk.factory().Create(description); });
+    return RaisedBy([&] { this->desk.factory().Create(description); });
   };
   EXPECT_EQ(refusal([](auto&) {}), 0);
   EXPECT_EQ(refusal([](auto& form) { form.controls.push_back(form.controls.back()); }), kInternalError);
@@ -164,7 +155,7 @@ TYPED_TEST_P(FormContract, IsNotShownTwiceAtATime) {
   std::int32_t raised = 0;
   bool was_visible = false;
   this->WhileShown([&] {
-    raised = this->Raised([&] { this->form->ShowModal(); });
+    raised = RaisedBy([&] { this->form->ShowModal(); });
     was_visible = this->form->Visible();
   });
   EXPECT_EQ(raised, kFormAlreadyDisplayed);
@@ -178,7 +169,7 @@ TYPED_TEST_P(FormContract, AHandlerThatRaisesEndsTheShowingWhichRaisesTheSame) {
                                          [&box] { box.SetText(u"Kita"); }};
   for (const auto& step : steps) {
     this->template Get<ui::Button>(u"btStep").on_click = step;
-    EXPECT_EQ(this->Raised([&] { this->desk.Show(*this->form); }), kOverflow);
+    EXPECT_EQ(RaisedBy([&] { this->desk.Show(*this->form); }), kOverflow);
     EXPECT_FALSE(this->form->Visible());
   }
 }
@@ -206,11 +197,11 @@ TYPED_TEST_P(FormContract, HasItsSizeAndIsAskedOnceForEachControl) {
   for (const ui::ControlDescription& control : description.controls) {
     EXPECT_EQ(asked[control.name], 1) << ToUtf8(control.name);
   }
-  EXPECT_EQ(this->Raised([&] {
-    this->form->StartResizer(500, 320, [](std::u16string_view) -> std::optional<ui::ResizeMode> {
-      throw AutomationError(kOverflow);
-    });
-  }),
+  EXPECT_EQ(RaisedBy([&] {
+              this->form->StartResizer(500, 320, [](std::u16string_view) -> std::optional<ui::ResizeMode> {
+                throw AutomationError(kOverflow);
+              });
+            }),
             kOverflow);
 }
 
@@ -315,8 +306,8 @@ TYPED_TEST_P(FormContract, DatesThatPickersCannotShowAreRefused) {
     EXPECT_EQ(month.Value(), day);
   }
   for (const Date day : {DateFromParts(1752, 12, 31), Date{DateFromParts(9999, 12, 31).serial + 1}}) {
-    EXPECT_EQ(this->Raised([&] { picker.SetValue(day); }), kInvalidPropertyValue);
-    EXPECT_EQ(this->Raised([&] { month.SetValue(day); }), kInvalidPropertyValue);
+    EXPECT_EQ(RaisedBy([&] { picker.SetValue(day); }), kInvalidPropertyValue);
+    EXPECT_EQ(RaisedBy([&] { month.SetValue(day); }), kInvalidPropertyValue);
     EXPECT_EQ(picker.Value(), DateFromParts(2024, 2, 29));
     EXPECT_EQ(month.Value(), DateFromParts(2024, 2, 29));
   }
