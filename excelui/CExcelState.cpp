@@ -67,10 +67,10 @@ void CExcelState::RestoreExcelState() {
 }
 
 CExcelState::Snapshot CExcelState::TakeSnapshot() const {
-  Snapshot snapshot;
   const excel::Application application = excel_.Application();
-  if (!application) return snapshot;
+  if (!application) return {};
 
+  Snapshot snapshot;
   ActiveSettings settings(application);
   for (const SavedSetting& setting : kSavedSettings) {
     IgnoreErrors([&] { snapshot.settings.push_back({&setting, settings.Get(setting.owner, setting.name)}); });

@@ -57,9 +57,7 @@ CToolbar::~CToolbar() {
     IgnoreFailures([&] { bar_.SetEnabled(true); });
     IgnoreFailures([&] { bar_.Delete(); });
   }
-  if (!buttons_) return;
-  IgnoreFailures([&] { ReleaseHotKeys(Refusals::Ignored); });
-  IgnoreFailures([&] { buttons_->Reset(); });
+  if (buttons_) IgnoreFailures([&] { ReleaseHotKeys(Refusals::Ignored); });
 }
 
 std::uint8_t CToolbar::VisibleButton(std::uint8_t Index, bool Visible) {

@@ -141,7 +141,7 @@ void gExcelObject::ResetConnectEX(Value) {
 }
 
 void gExcelObject::ResetConnectOnError() {
-  ResetConnectEX(std::int16_t{0});
+  ResetConnectEX({});
 }
 
 void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
@@ -150,8 +150,8 @@ void gExcelObject::ExcelReportError(ObjectPtr ExcelErr) {
   IgnoreFailures([&] { TellFailure(description); });
   IgnoreFailures([&] { GetServices().message_box->Show(description, vbCritical | vbOKOnly, u""); });
   // A copy: an Excel that quits runs macros that may release the global object, and with it the application.
+  // Without one the first call fails, too.
   const excel::Application application = TheGlobals().application;
-  if (!application) return;
   IgnoreFailures([&] {
     if (application.Visible()) {
       application.SetScreenUpdating(true);

@@ -7,8 +7,8 @@ std::vector<CodeAndName> CodesAndNames(const host::Table& table) {
   if (rows.Is(Value::Type::Empty)) return {};
   const std::vector<Value>& cells = rows.ToArray().elements;
   std::vector<CodeAndName> list;
-  for (std::size_t i = 0; i + 1 < cells.size(); i += 2) {
-    list.push_back({cells[i].ToText(), cells[i + 1].ToText()});
+  for (std::size_t row = 0; row < cells.size() / 2; ++row) {
+    list.push_back({cells[2 * row].ToText(), cells[2 * row + 1].ToText()});
   }
   return list;
 }

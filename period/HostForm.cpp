@@ -13,7 +13,6 @@ HostForm::HostForm(ui::Form& form, ui::Button& ok, ui::Button& cancel, std::u16s
 }
 
 bool HostForm::ShowModal() {
-  confirmed_ = false;
   if (before_show) before_show();
   form_.ShowModal();
   return confirmed_;

@@ -8,7 +8,7 @@
 
 namespace qva {
 
-/// Runs a form modally. Borrows everything; the form must outlive it.
+/// Runs a form modally, once. Borrows everything; the form must outlive it.
 class HostForm {
  public:
   /// Takes over the clicks of the two buttons. Messages appear under `title`.

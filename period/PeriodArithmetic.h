@@ -23,7 +23,7 @@ enum class PeriodKind : std::int32_t {
 struct CurrentPeriod {
   Date begin;
   Date end;
-  std::int16_t months_back = 0;  ///< negative: −12, −6, −3 or −1
+  std::int16_t months_back;  ///< negative: −12, −6, −3 or −1
 };
 
 /// The current period of a kind other than None and User. Quarter and month count only for the kinds that

@@ -66,6 +66,8 @@ struct frmReportPeriod::Showing {
   AccountSetGrid grid;
   std::unique_ptr<ui::Form> form;
   std::unique_ptr<HostForm> m_oForm;
+  std::int16_t months_back = 0;  ///< of the last previous-period computation
+  bool is_busy = false;  ///< the dialog itself changes controls; their changes are not answered meanwhile
 };
 
 frmReportPeriod::frmReportPeriod() = default;
@@ -78,8 +80,6 @@ bool frmReportPeriod::Run(const host::SettingsCollection& settings, const host::
   } const end{showing_};
 
   showing_ = std::make_unique<Showing>(settings, book);
-  months_back_ = 0;
-  busy_ = 0;
   const Services& services = GetServices();
   const ui::FormDescription layout = ReportPeriodLayout();
   showing_->form = services.forms->Create(layout);
@@ -202,10 +202,11 @@ void frmReportPeriod::OptionClicked(std::u16string_view name) {
 
 void frmReportPeriod::ControlChanged(std::u16string_view name) {
   IgnoreErrors([&] {
-    if (!showing_->form->Visible() || busy_ != 0) return;
-    busy_ = 1;
+    if (!showing_->form->Visible() || showing_->is_busy) return;
+    showing_->is_busy = true;
     Recompute(name);
-    busy_ = 0;  // after a failure it stays set, and the dialog leaves the controls to the user: intended
+    // After a failure it stays set, and the dialog leaves the controls to the user: intended.
+    showing_->is_busy = false;
   });
 }
 
@@ -234,7 +235,7 @@ void frmReportPeriod::Recompute(std::u16string_view name) {
     Box(u"txtQuater").SetText(NumberText((begin.month - 1) / 3 + 1));
     Box(u"txtMonth").SetText(NumberText(begin.month));
   } else if (name == u"edPrevEndDate") {
-    if (!Option(u"optUser").Selected()) ShowPreviousPeriod(months_back_);
+    if (!Option(u"optUser").Selected()) ShowPreviousPeriod(showing_->months_back);
   } else {
     const auto option = std::ranges::find(kOptions, name, &KindOption::option);
     if (option->kind == PeriodKind::User) return;
@@ -248,7 +249,7 @@ void frmReportPeriod::Recompute(std::u16string_view name) {
 }
 
 void frmReportPeriod::ShowPreviousPeriod(std::int16_t months_back) {
-  months_back_ = months_back;
+  showing_->months_back = months_back;
   Picker(u"edPrevBegDate").SetValue(PreviousBegin(Picker(u"edPrevEndDate").Value(), months_back));
 }
 

@@ -60,8 +60,6 @@ class frmReportPeriod {
   void WriteBack();
 
   std::unique_ptr<Showing> showing_;
-  std::int16_t months_back_ = 0;  ///< of the last previous-period computation
-  std::int16_t busy_ = 0;  ///< the dialog itself changes controls; their changes are not answered meanwhile
 };
 
 /// The dialog's window.

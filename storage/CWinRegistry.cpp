@@ -38,7 +38,6 @@ std::u16string CWinRegistry::GetRegSetting(RegistryKey hive, const std::u16strin
   auto type = static_cast<std::uint32_t>(value_type);
   std::uint32_t size = kValueBufferSize;
   const std::int32_t status = registry.QueryValue(key.get(), value_name, type, buffer, size);
-  key.Close();
   value_type = static_cast<std::int32_t>(type);
   // A value without any bytes has not even a terminating zero to drop.
   if (status != kRegistrySuccess || size == 0) return {};

@@ -402,11 +402,13 @@ sub stages_of {
   $number = $mutant->{is_own} && $mutant->{file} =~ /\.cpp$/ ? $entry_of{ $mutant->{file} } : 0 if !$number || $tests_of{$number}{''};
   my @tests = keys %{ $number && !$tests_of{$number}{''} ? $tests_of{$number} // {} : \%seconds_of };
   my $all = sum(values %seconds_of);
-  my @stages;
-  for my $test (@tests) {
+  # What one test alone comes to may be made by the first that needs it, once for all.
+  my @stages = @tests == 1 ? [@tests] : ();
+  my $before = @stages;
+  for my $test ($before ? keys %seconds_of : @tests) {
     my $seconds = $seconds_of{$test};
     my $stage = $seconds > $all / 200 ? 3 : $seconds > $all / 2000 ? 2 : !$is_own{$folder}{$test};
-    push @{ $stages[$stage] }, $test;
+    push @{ $stages[ $before + $stage ] }, $test;
   }
   return map { [ $_, 3 + int 4 * sum(@seconds_of{@$_}) ] } grep { $_ } @stages;
 }

@@ -200,6 +200,14 @@ TEST_F(CommandsEvent, AFailingFreezeLeavesScreenUpdatingAndEventsOff) {
   EXPECT_EQ(Of(kFreeze, u"State"), Value(std::int32_t{msoButtonDown})) << "and the button as it is";
 }
 
+TEST_F(CommandsEvent, StayWithTheExcelOfTheirInitWhoeverConnectsLater) {
+  const ObjectPtr fresh = LibraryTest::Create(u"CCommandsEvent");
+  Call(fresh, u"Init", {Bar(), ObjectPtr()});
+  ConnectAnother();
+  Call(fresh, u"cmdHelp", {u"Kita.chm"});
+  EXPECT_THAT(excel->HelpThatWasShown(), ElementsAre(memory::HelpShown{u"Kita.chm", 0}));
+}
+
 TEST_F(CommandsEvent, AreRunByTheirButtons) {
   excel->DefineMacro(u"Book1!cmdComment", [this] { Call(events, u"cmdComment"); });
   Put(toolbar, u"VisibleToolbar", true);

@@ -138,6 +138,12 @@ TEST_F(DefaultButtons, TheListsHelpMacroIsOfTheWorkbookWhoseMacrosRunAndTheButto
   EXPECT_EQ(Of(7, u"OnAction"), Value(u"Book1!cmdHelp"));
 }
 
+TEST_F(DefaultButtons, StayWithTheExcelOfTheirInitWhoeverConnectsLater) {
+  ConnectAnother();
+  Call(buttons, u"AddButtons");
+  EXPECT_EQ(Entry(7, u"sBOnAction"), Value(u"Book1!cmdHelp"));
+}
+
 TEST_F(DefaultButtons, AreFoundOnTheBarAndAreZeroWhenTheyAreNotThere) {
   for (const std::u16string_view index : kIndexes) EXPECT_EQ(Get(buttons, index), Value(0)) << ToUtf8(index);
   Call(buttons, u"AddButtons");

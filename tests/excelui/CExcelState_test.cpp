@@ -417,7 +417,8 @@ TEST_F(ExcelState, StackHoldsAsManySnapshotsAsASixteenBitDepthCounts) {
   EXPECT_EQ(state->depth(), 32766);
 }
 
-TEST_F(ExcelState, HasNoMembersForMacros) {
+TEST_F(ExcelState, HasANameButNoMembersForMacros) {
+  EXPECT_EQ(state->TypeName(), u"CExcelState");
   for (const auto* member : {u"SaveExcelState", u"RestoreExcelState", u""}) {
     EXPECT_EQ(RaisedBy([&] { Call(state, member); }), kUnsupportedMember);
   }

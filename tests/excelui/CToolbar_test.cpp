@@ -195,6 +195,16 @@ TEST_F(Toolbar, EnabledButtonSetsAMemberThatExcelDoesNotHaveAndFails) {
   EXPECT_EQ(Key(u"^{b}"), "Excel") << "the key is not bound again";
 }
 
+TEST_F(Toolbar, EnabledButtonBindsTheKeyAgainWhereControlsHaveThatMember) {
+  const auto answer = [](std::u16string_view member) {
+    return member == u"EnabledButton" ? std::optional(Value()) : std::nullopt;
+  };
+  Call(global, u"InitConnectEX", {MakeRef<OtherwiseAnswered>(excel, answer), ObjectPtr()});
+  Build({{.key = u"^{b}"}});
+  EXPECT_EQ(Result(u"EnabledButton", {1, true}), 0);
+  EXPECT_EQ(Key(u"^{b}"), "Book1!Veiksmas");
+}
+
 TEST_F(Toolbar, ButtonFaceCopiesThePictureFirst) {
   Build(Buttons(1));
   EXPECT_EQ(RaisedBy([&] { Result(u"ButtonFace", {1, ObjectPtr()}); }), kObjectNotSet);
@@ -424,6 +434,14 @@ TEST_F(Toolbar, SetActionThatFailsHasRewrittenTheVariable) {
   EXPECT_EQ(arguments.positional[1], Value(u"Book1!Kitas"));
 }
 
+TEST_F(Toolbar, SetActionOfAControlThatIsNotOfTheListGivesItTheMacroAndFails) {
+  Build(Buttons(1));
+  Call(GetObject(Bar(), u"Controls"), u"Add");
+  constexpr std::int32_t kAdded = 1 + kDefaults + 1;
+  EXPECT_EQ(RaisedBy([&] { Result(u"SetAction", {kAdded, u"Kitas"}); }), kSubscriptOutOfRange);
+  EXPECT_EQ(Of(kAdded, u"OnAction"), Value(u"Book1!Kitas"));
+}
+
 TEST_F(Toolbar, SetHotKeyBindsTheKeyAndSaysSo) {
   Build({{.key = u"^{b}"}, {.visible = false}});
   Show();
@@ -448,6 +466,14 @@ TEST_F(Toolbar, TotalButtonsCountsWhatIsOnTheBarUpTo255) {
   Build(Buttons(254));
   Call(GetObject(Bar(), u"Controls"), u"Add");
   EXPECT_EQ(RaisedBy([&] { Get(toolbar, u"TotalButtons"); }), kOverflow);
+}
+
+TEST_F(Toolbar, StaysWithTheExcelOfItsInitWhoeverConnectsLater) {
+  Build({{.key = u"^{b}"}});
+  ConnectAnother();
+  Show();
+  EXPECT_EQ(Get(Bar(), u"Visible"), Value(true));
+  EXPECT_EQ(Key(u"^{b}"), "Book1!Veiksmas");
 }
 
 TEST_F(Toolbar, GoesWithItsBarAndItsKeys) {

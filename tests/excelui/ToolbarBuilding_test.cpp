@@ -234,6 +234,43 @@ TEST_F(ToolbarBuilding, AHeaderOfSeveralCellsMeansNoBar) {
   }
 }
 
+TEST_F(ToolbarBuilding, AColumnOfMoreCellsThanItWasAskedForMeansNoBar) {
+  Describe(Buttons(1));
+  const Value three_cells = GetObject(sheet, u"Range", {u"A3:A5"});
+  const auto answer = [&](std::u16string_view member) {
+    return member == u"Resize" ? std::optional(three_cells) : std::nullopt;
+  };
+  observed_sheet = MakeRef<OtherwiseAnswered>(sheet, answer);
+  toolbar = NewToolbar();
+  EXPECT_EQ(BarCount(), 3);
+}
+
+TEST_F(ToolbarBuilding, WithoutTheWorkbooksNameThereIsNoBarAlsoWhereNoButtonHasAMacro) {
+  Describe({{.action = {}}});
+  // The number of buttons, in two calls, then the name.
+  failure.Reset(3);
+  toolbar = NewToolbar();
+  EXPECT_TRUE(failure.has_failed());
+  failure.Reset(0);
+  EXPECT_EQ(BarCount(), 3);
+}
+
+TEST_F(ToolbarBuilding, ABarThatCouldNotBeMadeReadyIsForgotten) {
+  DescribeCells(0);
+  toolbar = LibraryTest::Create(u"CToolbar");
+  // Seven calls read the settings; the bar is looked for, and added in two calls; then it is hidden.
+  failure.Reset(7 + 1 + 2 + 1);
+  EXPECT_EQ(RaisedBy([&] {
+              Call(toolbar, u"Init", {observed_workbook, observed_sheet});
+            }),
+            kAutomationFailed);
+  failure.Reset(0);
+  EXPECT_THAT(trace.Text(), testing::HasSubstr(".Visible = False ! 440"));
+  EXPECT_EQ(BarCount(), 3);
+  EXPECT_EQ(Get(toolbar, u"ToolbarID"), Value(0));
+  EXPECT_EQ(Get(toolbar, u"TotalButtons"), Value(std::uint8_t{0}));
+}
+
 TEST_F(ToolbarBuilding, CellsStandForTheirTypesAsInAMacro) {
   Build(
       {{.id = u"1", .face_id = 58.5, .caption = 12, .tooltip = true, .visible = 1, .begin_group = u"True"}});

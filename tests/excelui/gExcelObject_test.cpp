@@ -103,6 +103,18 @@ TEST_F(GlobalObject, SecondInitConnectOnlyStoresTheApplication) {
   EXPECT_EQ(TheGlobals().application.object(), ObjectPtr(other_excel));
 }
 
+TEST_F(GlobalObject, WhatItMakesGoesOnWithItsOwnApplicationWhoeverConnectsLater) {
+  const ObjectPtr global = Connected();
+  const Ref<memory::Application> other_excel = MakeRef<memory::Application>();
+  const ObjectPtr other = Create(u"gExcelObject");
+  Call(other, u"InitConnectEX", {ObjectPtr(other_excel), ObjectPtr()});
+  Call(global, u"InitEnvironment");
+  for (const auto& each : {excel, other_excel}) Put(each, u"DisplayFormulaBar", false);
+  Call(global, u"ResetEnvironment");
+  EXPECT_EQ(Get(excel, u"DisplayFormulaBar"), Value(true));
+  EXPECT_EQ(Get(other_excel, u"DisplayFormulaBar"), Value(false));
+}
+
 TEST_F(GlobalObject, InitConnectReplacesAHeldBookByAPassedOne) {
   const ObjectPtr global = Connected();
   host.books[u"BALTIJA"] = host.books[u"MEDVILNE"];
@@ -131,6 +143,20 @@ TEST_F(GlobalObject, InitConnectWithoutTheSettingRaises16514AndStaysUnconnected)
   EXPECT_EQ(TheGlobals().application.object(), application);
   EXPECT_EQ(Get(global, u"oBook"), Nothing());
   EXPECT_EQ(Get(global, u"oMyPlant"), Nothing());
+}
+
+TEST_F(GlobalObject, InitConnectTakesAMissingSettingForAnEmptyOne) {
+  {
+    OpenedKey key(platform.registry);
+    key.Open(HKEY_CURRENT_USER_VALUE, SettingsKeyPath(host::kSettingsApplication, host::kFormsSection),
+             kKeySetValue);
+    ASSERT_EQ(platform.registry.DeleteValue(key.get(), host::kBookSetting), kRegistrySuccess);
+  }
+  host.texts[16514] = u"Nenurodyta apskaitos knyga";
+  const ObjectPtr global = Create(u"gExcelObject");
+  const auto error = ErrorOf([&] { Call(global, u"InitConnectEX", {application, ObjectPtr()}); });
+  ASSERT_TRUE(error);
+  EXPECT_EQ(error->description(), u"Nenurodyta apskaitos knyga");
 }
 
 TEST_F(GlobalObject, InitConnectWithoutTheSettingLeavesTheBookNothingWhateverTheHostOpens) {

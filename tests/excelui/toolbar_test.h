@@ -2,6 +2,8 @@
 // bars that come of it.
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -69,6 +71,26 @@ inline void AddPicture(const ObjectPtr& sheet, std::u16string_view name) {
   Put(shape, u"Name", name);
 }
 
+/// An object of Excel's, and all that comes of it, before which a function is asked for what a member gives.
+class OtherwiseAnswered : public Object {
+ public:
+  using Answer = std::function<std::optional<Value>(std::u16string_view member)>;
+  OtherwiseAnswered(ObjectPtr object, Answer answer)
+      : object_(std::move(object)), answer_(std::move(answer)) {}
+
+  Value Invoke(Access access, std::u16string_view member, Arguments& arguments) override {
+    if (std::optional<Value> answer = answer_(member)) return *std::move(answer);
+    const Value result = object_->Invoke(access, member, arguments);
+    if (!result.Is(Value::Type::Object) || !result.ToObject()) return result;
+    return ObjectPtr(MakeRef<OtherwiseAnswered>(result.ToObject(), answer_));
+  }
+  std::u16string TypeName() const override { return object_->TypeName(); }
+
+ private:
+  ObjectPtr object_;
+  Answer answer_;
+};
+
 /// The workbook is "Book1", its settings sheet "Sheet2"; a toolbar of it is called "Ataskaita(Book1)".
 class ToolbarTest : public LibraryTest {
  protected:
@@ -104,6 +126,11 @@ class ToolbarTest : public LibraryTest {
     const ObjectPtr created = qva::LibraryTest::Create(u"CToolbar");
     Call(created, u"Init", {observed_workbook, observed_sheet});
     return created;
+  }
+  /// Another Excel, without a workbook, that another report connects.
+  void ConnectAnother() {
+    other_global = qva::LibraryTest::Create(u"gExcelObject");
+    Call(other_global, u"InitConnectEX", {MakeRef<memory::Application>(), ObjectPtr()});
   }
   /// The toolbar of the settings sheet, with these buttons.
   void Build(const std::vector<TestButton>& buttons) {
@@ -157,6 +184,7 @@ class ToolbarTest : public LibraryTest {
   }
 
   ObjectPtr global;
+  ObjectPtr other_global;
   ObjectPtr workbook = excel->AddWorkbook();
   ObjectPtr sheet = GetObject(workbook, u"Sheets", {u"Sheet2"});
   ObjectPtr observed_workbook = interceptor.Wrap(workbook, u"Book");

@@ -89,10 +89,14 @@ TEST(LeadingNumber, ReadsTheNumberThatATextBeginsWith) {
   EXPECT_EQ(LeadingNumber(u"-3"), -3);
   EXPECT_EQ(LeadingNumber(u"1,5"), 1);
   EXPECT_EQ(LeadingNumber(u"1.5"), 1.5);
+  EXPECT_EQ(LeadingNumber(u"2\t0\n24"), 2024);
   EXPECT_EQ(LeadingNumber(u"1D2"), 100);
+  EXPECT_EQ(LeadingNumber(u"1d2"), 100);
+  EXPECT_EQ(LeadingNumber(u"1e999"), 0);
   EXPECT_EQ(LeadingNumber(u"-"), 0);
   EXPECT_EQ(LeadingNumber(u"inf"), 0);
   EXPECT_EQ(LeadingNumber(u"12ž"), 12);
+  EXPECT_EQ(LeadingNumber(u"12ž3"), 12);
 }
 
 }  // namespace

@@ -213,6 +213,15 @@ TEST_F(ReportPeriodDialog, TakesAPlanThatTheBookLacksForNoBudgetPlan) {
   EXPECT_EQ(Setting(u"IsBudgetPlan"), Value(false));
 }
 
+TEST_F(ReportPeriodDialog, LooksForThePlanAlsoWherePlansCouldNotBeListed) {
+  host.refuses_tables = true;
+  EXPECT_TRUE(ShowAndConfirm([this](MemoryForm& form) {
+    host.refuses_tables = false;
+    form.Type(u"cbAccPlan", u"B1");
+  }));
+  EXPECT_EQ(Setting(u"IsBudgetPlan"), Value(true));
+}
+
 TEST_F(ReportPeriodDialog, RefusesATextThatIsNoCodeOfTheList) {
   for (const std::u16string_view text : {u"NĖRA", u"F", u"Finansinė"}) {
     EXPECT_EQ(Confirm([&](MemoryForm& form) { form.Type(u"cbAccPlan", text); }),
