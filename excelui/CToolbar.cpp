@@ -57,7 +57,9 @@ CToolbar::~CToolbar() {
     IgnoreFailures([&] { bar_.SetEnabled(true); });
     IgnoreFailures([&] { bar_.Delete(); });
   }
-  if (buttons_) IgnoreFailures([&] { ReleaseHotKeys(Refusals::Ignored); });
+  if (!buttons_) return;
+  IgnoreFailures([&] { ReleaseHotKeys(Refusals::Ignored); });
+  IgnoreFailures([&] { buttons_->Reset(); });
 }
 
 std::uint8_t CToolbar::VisibleButton(std::uint8_t Index, bool Visible) {

@@ -29,7 +29,8 @@ class CToolbar : public Described<CToolbar> {
   static ClassBuilder Describe();
   CToolbar() = default;
   explicit CToolbar(ConnectedExcel excel) : excel_(std::move(excel)) {}
-  /// Deletes the bar and gives all hot keys back. Ignores what Excel raises, call by call.
+  /// Deletes the bar, gives all hot keys back and empties the list of buttons. Ignores what Excel raises,
+  /// call by call.
   ~CToolbar() override;
 
   /// The object that carries out the commands of the default buttons; Nothing until Init or until one is set.
