@@ -362,7 +362,7 @@ sub limited {
   # An endless loop ends by the processor's time, one that allocates by its memory, and what waits by the clock, which must
   # leave time for others on a busy machine.
   my $limits = "ulimit -c 0; ulimit -t $seconds; ulimit -v 8000000;";
-  my $status = system('bash', '-c', "$limits exec timeout --kill-after=5 " . 200 * $seconds . " $command > $log 2>&1 < /dev/null");
+  my $status = system('bash', '-c', "cd '$work' && $limits exec timeout --kill-after=5 " . 200 * $seconds . " $command > $log 2>&1 < /dev/null");
   # Who stops this program stops the tests, which tells nothing of the mutant.
   exit 1 if ($status & 127) == 15 || $status >> 8 == 143;
   return $status;
