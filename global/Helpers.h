@@ -15,9 +15,6 @@ namespace qva {
 /// no one-dimensional array, and 13 or 94 for an element that cannot become text.
 std::u16string FormatMessage(std::u16string_view text, const Value& parameters);
 
-/// The button of a message that only tells something.
-inline constexpr std::u16string_view kOk = u"Gerai";
-
 /// FormatMessage of host message `number` with one parameter, "%0".
 std::u16string HostMessage(std::int32_t number, std::u16string_view parameter);
 

@@ -4,7 +4,7 @@
 #include "host/OwnersFiles.h"
 #include "host/ReadFile.h"
 #include "platform/filesystem/temporary_name.h"
-#include "platform/folders.h"
+#include "platform/filesystem/folders.h"
 #include "platform/text.h"
 
 namespace qva::embedded {

@@ -1,7 +1,7 @@
 #include "period/HostForm.h"
 
-#include "global/Helpers.h"
 #include "platform/host.h"
+#include "platform/message_box.h"
 #include "platform/services.h"
 
 namespace qva {

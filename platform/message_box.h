@@ -23,6 +23,9 @@ enum MessageBoxResult : std::int32_t {
   vbCancel = 2,
 };
 
+/// The button of a message that only tells something, as Windows has it in Lithuanian.
+inline constexpr std::u16string_view kOk = u"Gerai";
+
 class MessageBox {
  public:
   virtual ~MessageBox() = default;

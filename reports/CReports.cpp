@@ -1,8 +1,8 @@
 #include "reports/CReports.h"
 
 #include "global/Globals.h"
-#include "global/Helpers.h"
 #include "platform/host.h"
+#include "platform/message_box.h"
 #include "platform/services.h"
 #include "reports/FrozenScreen.h"
 

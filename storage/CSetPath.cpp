@@ -4,6 +4,7 @@
 
 #include "global/Helpers.h"
 #include "platform/host.h"
+#include "platform/message_box.h"
 #include "platform/services.h"
 #include "platform/settings.h"
 #include "platform/text.h"

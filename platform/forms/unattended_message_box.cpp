@@ -17,7 +17,7 @@ struct ButtonName {
 };
 
 // Windows' buttons in the order of their numbers, from vbOK = 1.
-constexpr std::array<ButtonName, 7> kButtonNames = {{{u"Gerai", u"OK"},
+constexpr std::array<ButtonName, 7> kButtonNames = {{{kOk, u"OK"},
                                                      {u"Atšaukti", u"Cancel"},
                                                      {u"Nutraukti", u"Abort"},
                                                      {u"Kartoti", u"Retry"},

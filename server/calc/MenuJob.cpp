@@ -14,7 +14,7 @@
 #include "platform/calc/UnoError.h"
 #include "platform/calc/UnoText.h"
 #include "platform/calc/UnoValue.h"
-#include "platform/folders.h"
+#include "platform/filesystem/folders.h"
 #include "platform/host.h"
 #include "platform/posix/RegistryFile.h"
 #include "platform/services.h"

@@ -20,6 +20,7 @@
 #include "server/calc/BasicError.h"
 #include "server/calc/JobServer.h"
 #include "server/calc/OpenWorkbook.h"
+#include "server/calc/job_protocol.h"
 
 namespace qva::calc {
 namespace {
@@ -62,7 +63,7 @@ class Failures : public FailureListener {
   }
   void WronglyAnswered(std::u16string_view what) override {
     IgnoreFailures([&] {
-      WriteResult({{"status", Quoted("wrong-answer")}, {"text", Quoted("wrong answer: " + ToUtf8(what))}});
+      WriteResult({{"status", Quoted(kJobWrongAnswer)}, {"text", Quoted("wrong answer: " + ToUtf8(what))}});
     });
     // The macro that asked must not get an answer any more, nor the workbook its closing.
     std::_Exit(EXIT_FAILURE);
@@ -118,12 +119,12 @@ void Run(const Reference<XComponentContext>& context) {
   JsonMembers result;
   bool is_macros = false;
   const auto fail = [&](const std::string& text) {
-    result["status"] = Quoted(is_macros ? "failed" : "no-macro");
+    result["status"] = Quoted(is_macros ? kJobFailed : kJobNoMacro);
     result["text"] = Quoted(text);
   };
   try {
     RunJob(context, result, is_macros);
-    result["status"] = Quoted("ok");
+    result["status"] = Quoted(kJobOk);
     if (TheFailures().has_failed()) fail(TheFailures().first());
   } catch (const AutomationError& error) {
     const std::string source = ToUtf8(error.source()), text = ToUtf8(error.description());
@@ -147,7 +148,7 @@ void RunAndTell(const Reference<XComponentContext>& context) noexcept {
   if (IgnoreFailures([&] { Run(context); })) return;
   IgnoreFailures([] {
     std::ofstream(EnvironmentVariable(variables::kJobResult))
-        << R"({"status":"failed","text":"error: there is no memory left"})";
+        << R"({"status":")" << kJobFailed << R"(","text":"error: there is no memory left"})";
   });
 }
 

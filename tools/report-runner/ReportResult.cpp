@@ -4,22 +4,24 @@
 #include <nlohmann/json.hpp>
 #include <sstream>
 
+#include "server/calc/job_protocol.h"
+
 namespace qva {
 namespace {
 
 using Json = nlohmann::ordered_json;
 
 constexpr StatusText kStatusTexts[] = {
-    {ReportStatus::Ok, "ok", "the macro went through"},
-    {ReportStatus::Failed, "failed",
+    {ReportStatus::Ok, kJobOk, "the macro went through"},
+    {ReportStatus::Failed, kJobFailed,
      "the macro failed, or the library told of a failure (no such book, a report that could not be saved)"},
     {ReportStatus::WrongCommandLine, "wrong-command-line",
      "a wrong command line or jobs file, or a path that is not there"},
     {ReportStatus::NoLibreOffice, "no-libreoffice",
      "LibreOffice or what belongs to it is missing, or LibreOffice does not start"},
-    {ReportStatus::NoMacro, "no-macro",
+    {ReportStatus::NoMacro, kJobNoMacro,
      "the workbook cannot be opened, has no such macro, or the macro does not compile"},
-    {ReportStatus::WrongAnswer, "wrong-answer", "an answer fits no window, or none is left for a question"},
+    {ReportStatus::WrongAnswer, kJobWrongAnswer, "an answer fits no window, or none is left for a question"},
     {ReportStatus::FileMissing, "file-missing", "the macro did not leave the file of --expect"},
     {ReportStatus::FolderInUse, "folder-in-use",
      "another run or program has the output folder or the workbook there"},

@@ -11,6 +11,7 @@
 #include "platform/settings.h"
 #include "platform/text.h"
 #include "platform/variables.h"
+#include "server/calc/job_protocol.h"
 #include "server/call_log.h"
 #include "tools/report-runner/OutputFolder.h"
 #include "tools/report-runner/PeriodAnswers.h"
@@ -133,7 +134,7 @@ class Narrator {
   }
 
   /// Whether the job has begun.
-  bool HasBegun() const { return steps_before_macro_ < kStepsBeforeMacro; }
+  bool HasBegun() const { return steps_before_macro_ < kJobStepsBeforeMacro; }
 
   /// The steps, the last one until now.
   std::vector<ReportResult::Step> Steps() const {
@@ -146,8 +147,6 @@ class Narrator {
   }
 
  private:
-  static constexpr int kStepsBeforeMacro = 2;  // as in server/calc/ReportJob.h
-
   void Begin(const std::string& step, Milliseconds when) {
     PrintStep(step, out_);
     begun_.emplace_back(step, when);
@@ -164,7 +163,7 @@ class Narrator {
   bool is_call_log_;
   Follower messages_;
   std::ostream& out_;
-  int steps_before_macro_ = kStepsBeforeMacro;
+  int steps_before_macro_ = kJobStepsBeforeMacro;
   std::vector<std::pair<std::string, Milliseconds>> begun_;
 };
 

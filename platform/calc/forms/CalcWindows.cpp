@@ -52,7 +52,7 @@ std::optional<std::size_t> CalcWindows::Choose(const ChoiceList& list, std::u16s
 std::int32_t CalcWindows::Show(std::u16string_view text, std::int32_t style, std::u16string_view title) {
   if (BoxesAreAttended()) {
     try {
-      const std::array<std::u16string, 1> captions = {u"Gerai"};
+      const std::array captions = {std::u16string(kOk)};
       return ShowMessage(text, title.empty() ? kLibraryName : title, captions, (style & vbCritical) != 0);
     } catch (...) {
       // The log tells what the user did not see.

@@ -1,8 +1,9 @@
-#include "platform/folders.h"
+#include "platform/filesystem/folders.h"
 
 #include <gtest/gtest.h>
 
 #include "platform/memory/MemoryPlatform.h"
+#include "platform/text.h"
 
 namespace qva {
 namespace {
@@ -20,9 +21,17 @@ TEST_F(MakeFoldersTest, MakesWhatIsMissingOfThePath) {
   EXPECT_TRUE(files_.FolderExists(u"C:\\Ataskaitos\\Baltija"));
 }
 
+TEST_F(MakeFoldersTest, TakesEitherSeparatorAlsoAtTheEnd) {
+  for (const auto* path : {u"C:/Ataskaitos/Archyvas", u"C:\\Baltija/Archyvas", u"C:\\Formos\\Archyvas\\"}) {
+    MakeFolders(files_, path);
+    EXPECT_TRUE(files_.FolderExists(path)) << ToUtf8(path);
+  }
+}
+
 TEST_F(MakeFoldersTest, LeavesWhatIsThere) {
   files_.SetFolder(u"C:\\Ataskaitos");
-  for (const auto* path : {u"C:\\Ataskaitos", u"C:", u""}) EXPECT_NO_THROW(MakeFolders(files_, path));
+  for (const auto* path : {u"C:\\Ataskaitos", u"C:", u"C:\\", u""})
+    EXPECT_NO_THROW(MakeFolders(files_, path));
 }
 
 TEST_F(MakeFoldersTest, RaisesWhereAFolderCannotBeMade) {
