@@ -25,8 +25,8 @@ constexpr char kCellsView[] = "slot:5630";
 constexpr char kPreviewView[] = "slot:5631";
 
 void SwitchView(const Reference<XModel>& document, const char* view) {
-  const Reference<css::frame::XDispatchProvider> frame(document->getCurrentController()->getFrame(),
-                                                       UNO_QUERY_THROW);
+  const Reference<css::frame::XController> controller(document->getCurrentController(), UNO_SET_THROW);
+  const Reference<css::frame::XDispatchProvider> frame(controller->getFrame(), UNO_QUERY_THROW);
   css::frame::DispatchHelper::create(Context())->executeDispatch(frame, OUString::createFromAscii(view), "",
                                                                  0, {});
 }

@@ -17,8 +17,6 @@
 namespace qva::calc {
 namespace {
 
-using css::uno::UNO_SET_THROW;
-
 void TurnOn() {
   for (const auto& document : WorkbookDocuments()) {
     while (document->hasControllersLocked()) document->unlockControllers();

@@ -13,6 +13,7 @@ using css::uno::Reference;
 using css::uno::Sequence;
 using css::uno::UNO_QUERY;
 using css::uno::UNO_QUERY_THROW;
+using css::uno::UNO_SET_THROW;
 using rtl::OUString;
 
 }  // namespace qva::calc

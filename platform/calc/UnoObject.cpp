@@ -74,14 +74,15 @@ Sequence<Any> AlignArguments(css::reflection::XIdlMethod& method, const Argument
 }  // namespace
 
 Value UnoObject::Invoke(Access access, std::u16string_view member, Arguments& arguments) {
+  const ObjectPtr self(this);
   try {
     const CallGuard guard(*this, access, member);
     if (const MemberOverride stand_in = FindOverride(*this, access, member)) {
-      return stand_in(ObjectPtr(this), arguments);
+      return stand_in(self, arguments);
     }
     Value result = InvokeUnguarded(access, member, arguments);
     const bool is_read = access == Access::Get || access == Access::Call;
-    return is_read ? Complete(ObjectPtr(this), member, std::move(result)) : result;
+    return is_read ? Complete(self, member, std::move(result)) : result;
   } catch (const css::uno::Exception&) {
     throw ErrorOf(cppu::getCaughtException());
   }

@@ -255,11 +255,10 @@ OpenWorkbook::~OpenWorkbook() {
 
 void OpenWorkbook::HideCells() const {
   IgnoreFailures([&] {
-    Reference<css::frame::XModel>(model_, UNO_QUERY_THROW)
-        ->getCurrentController()
-        ->getFrame()
-        ->getComponentWindow()
-        ->setVisible(false);
+    const Reference<css::frame::XModel> model(model_, UNO_QUERY_THROW);
+    const Reference<css::frame::XController> controller(model->getCurrentController(), UNO_SET_THROW);
+    const Reference<css::frame::XFrame> frame(controller->getFrame(), UNO_SET_THROW);
+    Reference<css::awt::XWindow>(frame->getComponentWindow(), UNO_SET_THROW)->setVisible(false);
   });
 }
 

@@ -4,6 +4,7 @@
 #include <com/sun/star/script/ArrayWrapper.hpp>
 #include <cppuhelper/weakref.hxx>
 #include <exception>
+#include <rtl/ref.hxx>
 #include <unordered_map>
 
 #include "platform/calc/UnoError.h"
@@ -138,6 +139,7 @@ Any PublishedObject::invokePutProperty(const OUString& name, const Sequence<Any>
 
 Any PublishedObject::Perform(Access access, const OUString& name, Passed arguments,
                              Sequence<sal_Int16>& changed, Sequence<Any>& values) {
+  const rtl::Reference<PublishedObject> self(this);
   try {
     return PerformLogged(access, FromUno(name), arguments, changed, values);
   } catch (...) {

@@ -15,8 +15,9 @@ namespace qva::calc {
 /// Runs one job inside LibreOffice, then ends LibreOffice. The job comes in environment variables, texts in
 /// UTF-8:
 ///   QVA_JOB_WORKBOOK  path of the workbook
-///   QVA_JOB_MACRO     entry macro, as Library.Module.Procedure of the workbook
+///   QVA_JOB_MACRO     entry macro of the workbook, as Module.Procedure or Library.Module.Procedure
 ///   QVA_JOB_PDF       path of the PDF to print the workbook to; nothing is printed without it
+///   QVA_JOB_SHOWN     not empty: the user sees LibreOffice's windows; otherwise the cells are not painted
 ///   QVA_JOB_RESULT    path of the file that is written when all is over, a JSON object: "status", one of
 ///                     tools/report-runner/ReportResult.cpp; where that is not "ok", "text"; "error" that the
 ///                     macro did not handle, with "number", "source", "text" and "line"; "period" of the

@@ -5,6 +5,7 @@
 #include <ostream>
 #include <thread>
 
+#include "platform/error.h"
 #include "platform/filesystem/native_file.h"
 #include "platform/host.h"
 #include "platform/posix/RegistryText.h"
@@ -179,7 +180,7 @@ void MakePicture(const fs::path& pdf, const fs::path& errors, std::ostream& err)
 class AtEnd {
  public:
   explicit AtEnd(std::function<void()> step) : step_(std::move(step)) {}
-  ~AtEnd() { step_(); }
+  ~AtEnd() { IgnoreFailures(step_); }
   AtEnd(const AtEnd&) = delete;
   AtEnd& operator=(const AtEnd&) = delete;
 

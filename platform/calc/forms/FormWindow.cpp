@@ -14,6 +14,7 @@
 #include "platform/calc/forms/Modality.h"
 #include "platform/calc/forms/Painter.h"
 #include "platform/calc/forms/TabStrip.h"
+#include "platform/forms/Guarded.h"
 #include "platform/forms/form_description.h"
 
 namespace qva::calc {
@@ -73,12 +74,12 @@ class FormWindow::KeyLink : public cppu::WeakImplHelper1<css::awt::XKeyHandler> 
   sal_Bool SAL_CALL keyPressed(const css::awt::KeyEvent& event) override {
     const rtl::Reference<KeyLink> alive(this);
     if (!form_) return false;
-    try {
-      return form_->HandleKey(event);
-    } catch (...) {
-      if (form_) form_->Fail(std::current_exception());
-      return true;
-    }
+    bool is_taken = true;  // also where it fails
+    Guarded([&] { is_taken = form_->HandleKey(event); },
+            [this](std::exception_ptr failure) {
+              if (form_) form_->Fail(std::move(failure));
+            });
+    return is_taken;
   }
   sal_Bool SAL_CALL keyReleased(const css::awt::KeyEvent&) override { return false; }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
@@ -189,11 +190,7 @@ void FormWindow::Hide() {
 void FormWindow::Later(std::function<void()> action) {
   Post([form = this, life = std::weak_ptr(life_), action = std::move(action)] {
     if (life.expired() || Shown().empty() || Shown().back() != form) return;
-    try {
-      action();
-    } catch (...) {
-      form->Fail(std::current_exception());
-    }
+    Guarded(action, [form](std::exception_ptr failure) { form->Fail(std::move(failure)); });
   });
 }
 

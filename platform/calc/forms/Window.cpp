@@ -16,6 +16,7 @@
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/UnoText.h"
+#include "platform/forms/Guarded.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -71,29 +72,25 @@ class EventLink : public cppu::WeakImplHelper10<css::awt::XTextListener, css::aw
   template <class Event, class... Arguments>
   void Tell(Event event, Arguments... arguments) {
     const rtl::Reference<EventLink> alive(this);
-    if (!target_) return;
-    try {
-      (target_->*event)(arguments...);
-    } catch (...) {
-      if (target_) target_->OnFailure(std::current_exception());
-    }
+    if (target_) TellingFailures([&] { (target_->*event)(arguments...); });
   }
 
   // The toolkit reports these without LibreOffice's lock, which whoever handles them needs.
   template <class Report>
   void TellLater(Report report) {
-    try {
+    TellingFailures([&] {
       Post([link = rtl::Reference<EventLink>(this), report] {
-        if (!link->target_) return;
-        try {
-          report(*link->target_);
-        } catch (...) {
-          if (link->target_) link->target_->OnFailure(std::current_exception());
-        }
+        if (link->target_) link->TellingFailures([&] { report(*link->target_); });
       });
-    } catch (...) {
-      if (target_) target_->OnFailure(std::current_exception());
-    }
+    });
+  }
+
+  /// What fails is told to the target, unless it is gone by then.
+  template <class Body>
+  void TellingFailures(Body&& body) {
+    Guarded(body, [this](std::exception_ptr failure) {
+      if (target_) target_->OnFailure(std::move(failure));
+    });
   }
 
   EventTarget* target_;

@@ -4,10 +4,10 @@
 #include <optional>
 #include <vector>
 
+#include "platform/forms/Guarded.h"
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
-#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/VisualStyles.h"

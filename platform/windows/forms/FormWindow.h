@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/forms/Guarded.h"
 #include "platform/windows/forms/Font.h"
 #include "platform/windows/forms/FormLayout.h"
-#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/NativeControl.h"
 #include "platform/windows/forms/OwnedWindow.h"

@@ -2,8 +2,8 @@
 
 #include <optional>
 
+#include "platform/forms/Guarded.h"
 #include "platform/windows/Bstr.h"
-#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowText.h"

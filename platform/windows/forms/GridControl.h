@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/forms/Guarded.h"
 #include "platform/forms/grid_state.h"
 #include "platform/windows/forms/GridAccessible.h"
 #include "platform/windows/forms/GridEditor.h"
 #include "platform/windows/forms/GridLayout.h"
 #include "platform/windows/forms/GridPainter.h"
-#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/OwnedWindow.h"
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowClass.h"

@@ -2,8 +2,8 @@
 
 #include <commctrl.h>
 
+#include "platform/forms/Guarded.h"
 #include "platform/windows/WideText.h"
-#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/WindowText.h"
 

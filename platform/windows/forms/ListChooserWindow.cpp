@@ -8,11 +8,11 @@
 #include <optional>
 #include <utility>
 
+#include "platform/forms/Guarded.h"
 #include "platform/forms/list_filter.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
-#include "platform/windows/forms/Guarded.h"
 #include "platform/windows/forms/LateFunctions.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/UiScale.h"

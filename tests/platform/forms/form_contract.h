@@ -4,8 +4,7 @@
 // - ui::FormFactory& factory(): the factory.
 // - void Show(ui::Form& form): shows a form to a user who presses its button "btStep" once.
 // - void ShowGrid(ui::Form& form, std::u16string_view text): shows a form whose grid "grid" has the focus to
-// a
-//   user who types a text into its first cell, in the column "A", and ends with Enter; without a text he
+//   a user who types a text into its first cell, in the column "A", and ends with Enter; without a text he
 //   presses the cell's button.
 #pragma once
 
