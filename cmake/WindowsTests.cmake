@@ -45,7 +45,7 @@ target_link_libraries(QVA_TestBench PRIVATE qva_com qva_memory)
 target_link_options(QVA_TestBench PRIVATE -Wl,--enable-stdcall-fixup)
 
 qva_sources(com_client_sources tests/com/client)
-add_executable(qva_com_tests ${com_client_sources} tests/com/bench/BenchTypeInfo.cpp)
+add_executable(qva_com_tests ${com_client_sources})
 # It defines the identifiers that the other sources' headers declare.
 set_source_files_properties(tests/com/client/main.cpp PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 target_include_directories(qva_com_tests SYSTEM PRIVATE ${idl_output})

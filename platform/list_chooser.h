@@ -16,11 +16,6 @@ struct ChoiceList {
   std::vector<std::vector<std::u16string>> rows;
 };
 
-// What stands in the window of a list.
-inline constexpr std::u16string_view kFilterCaption = u"Ieškoti:";
-inline constexpr std::u16string_view kPickCaption = u"OK";
-inline constexpr std::u16string_view kLeaveCaption = u"Atšaukti";
-
 class ListChooser {
  public:
   virtual ~ListChooser() = default;

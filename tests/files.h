@@ -37,8 +37,11 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
+/// Raises std::runtime_error where it cannot be written.
 inline void WriteFile(const std::filesystem::path& file, std::string_view content) {
-  std::ofstream(file, std::ios::binary) << content;
+  std::ofstream stream(file, std::ios::binary);
+  stream << content << std::flush;
+  if (!stream) throw std::runtime_error("cannot write " + file.string());
 }
 
 /// All bytes of the file. Raises std::runtime_error where it cannot be opened, unless there is

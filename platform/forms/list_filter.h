@@ -1,4 +1,4 @@
-// What the windows of lists show of them: the rows that have a text somewhere.
+// What the windows of lists show: of the list the rows that have a text somewhere, and their captions.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +9,11 @@
 #include "platform/list_chooser.h"
 
 namespace qva {
+
+// What else stands in them.
+inline constexpr std::u16string_view kFilterCaption = u"Ieškoti:";
+inline constexpr std::u16string_view kPickCaption = u"OK";
+inline constexpr std::u16string_view kLeaveCaption = u"Atšaukti";
 
 /// Letters without their case and without the marks of the Lithuanian alphabet: what is compared when the
 /// user looks for something.

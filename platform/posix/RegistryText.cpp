@@ -182,14 +182,54 @@ RegistryText::RegistryText() {
   entries_.push_back({.raw = std::string(kHeader) + line_end_});
 }
 
+/// The text of a file, line by line.
+struct RegistryText::Lines {
+  std::string_view rest;
+  int number = 0;  ///< of the line that was read last, from 1
+
+  std::string Next() {
+    const std::string text(rest.substr(0, rest.find('\n') + 1));
+    rest.remove_prefix(text.size());
+    ++number;
+    return text;
+  }
+};
+
+bool RegistryText::ReadValue(Lines& lines, Entry& entry) {
+  const int first_line = lines.number;
+  const std::string content(Content(entry.raw));
+  std::string_view rest = content;
+  if (!Skip(rest, "@")) {
+    const auto name = ReadQuoted(rest);
+    if (!name) return false;
+    entry.name = FromUtf8(*name);
+  }
+  SkipBlanks(rest);
+  if (!Skip(rest, "=")) return false;
+  SkipBlanks(rest);
+  std::string joined(rest);
+  if (joined.starts_with("hex")) {
+    while (joined.ends_with('\\') && joined.find(';') == joined.npos && !lines.rest.empty()) {
+      const std::string more = lines.Next();
+      if (!IsUtf8(more)) return false;
+      joined.pop_back();
+      joined += Content(more);
+      entry.raw += more;
+    }
+  }
+  auto data = ReadData(joined);
+  if (!data) {
+    lines.number = first_line;
+    return false;
+  }
+  entry.kind = Entry::Kind::Value;
+  entry.data = std::move(*data);
+  return true;
+}
+
 std::optional<RegistryText> RegistryText::Parse(std::string_view utf8, int* wrong_line) {
   RegistryText result;
   if (utf8.empty()) return result;
-  int line = 0;
-  const auto mistake = [&]() -> std::optional<RegistryText> {
-    if (wrong_line) *wrong_line = line;
-    return std::nullopt;
-  };
 
   // The last line gets an end if it lacks one, so that lines can be added after it.
   std::string ended;
@@ -197,24 +237,21 @@ std::optional<RegistryText> RegistryText::Parse(std::string_view utf8, int* wron
   if (first_end != utf8.npos && first_end > 0 && utf8[first_end - 1] == '\r') result.line_end_ = "\r\n";
   if (!utf8.ends_with('\n')) utf8 = ended = std::string(utf8) + result.line_end_;
 
-  const auto next_line = [&] {
-    const std::string text(utf8.substr(0, utf8.find('\n') + 1));
-    utf8.remove_prefix(text.size());
-    ++line;
-    return text;
+  Lines lines{utf8};
+  const auto mistake = [&]() -> std::optional<RegistryText> {
+    if (wrong_line) *wrong_line = lines.number;
+    return std::nullopt;
   };
-  std::string& header = result.entries_.front().raw = next_line();
+  std::string& header = result.entries_.front().raw = lines.Next();
   std::string_view title = header;
   Skip(title, kByteOrderMark);
   if (Content(title) != kHeader) return mistake();
 
   std::u16string key;
-  while (!utf8.empty()) {
-    Entry entry{.raw = next_line()};
-    const int first_line = line;
+  while (!lines.rest.empty()) {
+    Entry entry{.raw = lines.Next()};
     if (!IsUtf8(entry.raw)) return mistake();
-    const std::string content(Content(entry.raw));
-    std::string_view rest = content;
+    std::string_view rest = Content(entry.raw);
     if (Skip(rest, "[")) {
       const std::size_t end = rest.rfind(']');
       if (end == rest.npos || rest.starts_with('-') || !IsEndOfLine(rest.substr(end + 1))) return mistake();
@@ -222,33 +259,8 @@ std::optional<RegistryText> RegistryText::Parse(std::string_view utf8, int* wron
       entry.kind = Entry::Kind::Section;
       entry.key = key;
     } else if (rest.starts_with('"') || rest.starts_with('@')) {
-      if (key.empty()) return mistake();
-      if (!Skip(rest, "@")) {
-        const auto name = ReadQuoted(rest);
-        if (!name) return mistake();
-        entry.name = FromUtf8(*name);
-      }
-      SkipBlanks(rest);
-      if (!Skip(rest, "=")) return mistake();
-      SkipBlanks(rest);
-      std::string joined(rest);
-      if (joined.starts_with("hex")) {
-        while (joined.ends_with('\\') && joined.find(';') == joined.npos && !utf8.empty()) {
-          const std::string more = next_line();
-          if (!IsUtf8(more)) return mistake();
-          joined.pop_back();
-          joined += Content(more);
-          entry.raw += more;
-        }
-      }
-      auto data = ReadData(joined);
-      if (!data) {
-        line = first_line;
-        return mistake();
-      }
-      entry.kind = Entry::Kind::Value;
+      if (key.empty() || !ReadValue(lines, entry)) return mistake();
       entry.key = key;
-      entry.data = std::move(*data);
     }
     result.entries_.push_back(std::move(entry));
   }

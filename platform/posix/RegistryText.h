@@ -70,6 +70,10 @@ class RegistryText {
     std::string raw;      ///< the lines in the file, with their ends
   };
 
+  struct Lines;
+  /// Reads the value whose first line is the entry's, with the lines that continue it; false when it cannot
+  /// be read, with the mistake's line in `lines`.
+  static bool ReadValue(Lines& lines, Entry& entry);
   bool IsValue(const Entry& entry, std::u16string_view lower_key, std::u16string_view name) const;
   void AddSection(std::u16string_view path);
 

@@ -46,6 +46,7 @@ struct HostFacts {
   std::vector<AccountSet> account_sets;  ///< of the book, in the order of their codes, which are in capitals
   /// The book's budget documents from the day of the first to that of the last, three or more: by day, and
   /// by code on the one day that is the last two's. Neither their codes nor their numbers alone are in order.
+  /// The first one has postings.
   std::vector<Document> budgets;
   std::u16string company_code, vat_code, company_name, address, telephone, fax, director, chief_accountant;
   std::u16string archive;             ///< folder of the reports archive
@@ -362,6 +363,22 @@ TYPED_TEST_P(HostContract, AQueryIsPutTogetherOfItsParts) {
   EXPECT_NE(query.Sql(), plain);
 }
 
+TYPED_TEST_P(HostContract, AConditionMayNameTheTableThatAQueryJoins) {
+  const auto query = host::Query::Create(this->factory);
+  query.Init(this->Book());
+  query.From(host::kPostingView, u"AccPost");
+  query.Select(u"AccPost.DocId");
+  const auto conditions = host::ConditionBuilder::Create(this->factory);
+  query.SetCondition(conditions.Equal(u"Doc.DocTypeCode", host::kBudgetDocument));
+  const std::u16string alone = query.Sql();
+  query.Join(host::kDocumentTable, u"Doc", u"AccPost.DocId = Doc.IDC");
+  EXPECT_NE(query.Sql(), alone);
+  const HostFacts::Document& first = this->facts.budgets.front();
+  this->system.Pick({first.code});
+  const std::u16string posted = conditions.In(host::kDocumentIdField, u"(" + query.Sql() + u")");
+  EXPECT_EQ(this->Selection().Open(host::kBudgetDocument, first.date, first.date, posted), Value(first.id));
+}
+
 TYPED_TEST_P(HostContract, ConditionsNeedTheirParts) {
   const auto conditions = host::ConditionBuilder::Create(this->factory);
   EXPECT_NE(conditions.And(u"1=0", u"1=1"), u"");
@@ -371,14 +388,17 @@ TYPED_TEST_P(HostContract, ConditionsNeedTheirParts) {
   EXPECT_NE(RaisedBy([&] { conditions.In(host::kDocumentIdField, u"SELECT 1"); }), 0);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(
-    HostContract, ABookIsOpenedByItsCode, TablesAreNamedInAnyLetterCase, ARecordIsMadeTheCurrentOneByItsKey,
-    WithoutACurrentRecordThereIsNoField, RowsAreABlockFromOneInTheOrderOfTheKey, RowsAreEmptyWithoutRecords,
-    RowsNeedFieldsThatThereAre, PlantAndClientToolsTakeABook, ACompanyHasItsAttributes,
-    WhatACompanyDoesNotHaveIsEmpty, ACompanyIsOfABook, ALookupFindsTheFolderOfAPathKey, ALookupTakesOneKey,
-    LookupsAreNamedInAnyLetterCase, SettingsAreFoundByNameAndNumber, ASettingsNameIsTakenOnce,
-    ASettingTakesAValueOrAnObject, AMessageGivesTheNumberOfThePressedButton, AMessageNeedsCaptions,
-    TextsComeFromTheirLibrary, ADocumentIsSelectedFromARangeOfDays, AnEmptyListOfDocumentsIsShown,
-    ASelectionIsOfABook, AQueryIsPutTogetherOfItsParts, ConditionsNeedTheirParts);
+REGISTER_TYPED_TEST_SUITE_P(HostContract, ABookIsOpenedByItsCode, TablesAreNamedInAnyLetterCase,
+                            ARecordIsMadeTheCurrentOneByItsKey, WithoutACurrentRecordThereIsNoField,
+                            RowsAreABlockFromOneInTheOrderOfTheKey, RowsAreEmptyWithoutRecords,
+                            RowsNeedFieldsThatThereAre, PlantAndClientToolsTakeABook,
+                            ACompanyHasItsAttributes, WhatACompanyDoesNotHaveIsEmpty, ACompanyIsOfABook,
+                            ALookupFindsTheFolderOfAPathKey, ALookupTakesOneKey,
+                            LookupsAreNamedInAnyLetterCase, SettingsAreFoundByNameAndNumber,
+                            ASettingsNameIsTakenOnce, ASettingTakesAValueOrAnObject,
+                            AMessageGivesTheNumberOfThePressedButton, AMessageNeedsCaptions,
+                            TextsComeFromTheirLibrary, ADocumentIsSelectedFromARangeOfDays,
+                            AnEmptyListOfDocumentsIsShown, ASelectionIsOfABook, AQueryIsPutTogetherOfItsParts,
+                            AConditionMayNameTheTableThatAQueryJoins, ConditionsNeedTheirParts);
 
 }  // namespace qva

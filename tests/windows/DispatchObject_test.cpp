@@ -281,7 +281,7 @@ TEST_F(DispatchObjectTest, ObjectsWithoutATypeOfTheirOwnShareNothing) {
     const auto second = NewDispatch();
     second->names = {u"Gamma", u"Alpha"};
     if (has_type) {
-      const auto nameless = ComPtr<ITypeInfo>::Adopt(new TestType(GUID_NULL, u"Class"));
+      const auto nameless = ComPtr<ITypeInfo>(new TestType(GUID_NULL, u"Class"));
       first->type = nameless;
       second->type = nameless;
     }

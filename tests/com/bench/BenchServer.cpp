@@ -14,8 +14,8 @@
 #include "server/com/ComObject.h"
 #include "server/com/ServerEntries.h"
 #include "tests/com/bench/Bench.h"
-#include "tests/com/bench/BenchTypeInfo.h"
 #include "tests/com/bench/Control.h"
+#include "tests/windows/test_types.h"
 
 namespace qva::bench {
 namespace {
@@ -100,7 +100,7 @@ class BenchObject final : public com::ComObject<IDispatch> {
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** result) override {
     if (!result) return E_POINTER;
-    *result = index == 0 ? NewBenchTypeInfo(windows::WideText(object().TypeName())) : nullptr;
+    *result = index == 0 ? windows::TypeOfName(std::u16string(object().TypeName())).Detach() : nullptr;
     return index == 0 ? S_OK : DISP_E_BADINDEX;
   }
 };

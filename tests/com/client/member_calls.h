@@ -8,22 +8,22 @@
 #include "platform/text.h"
 #include "platform/windows/Counted.h"
 #include "server/com/AutomationTypes.h"
-#include "tests/com/bench/BenchTypeInfo.h"
 #include "tests/com/client/client.h"
+#include "tests/windows/test_types.h"
 
 namespace qva::com {
 
 /// An object without members that the log knows by its type.
 class NamedObject final : public windows::Counted<IDispatch> {
  public:
-  explicit NamedObject(std::wstring type) : type_(std::move(type)) {}
+  explicit NamedObject(std::u16string type) : type_(std::move(type)) {}
 
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     *count = 1;
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** result) override {
-    *result = bench::NewBenchTypeInfo(type_);
+    *result = windows::TypeOfName(type_).Detach();
     return S_OK;
   }
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID* id) override {
@@ -36,7 +36,7 @@ class NamedObject final : public windows::Counted<IDispatch> {
   }
 
  private:
-  std::wstring type_;
+  std::u16string type_;
 };
 
 /// The factory of a public class of the library that is loaded, registered or not.
@@ -113,7 +113,7 @@ class TestArgument {
         value->bstrVal = SysAllocString((L"text " + std::to_wstring(number)).c_str());
         break;
       case ParameterType::Object:
-        value->pdispVal = own ? own.Detach() : NewNamed(L"Object" + std::to_wstring(number));
+        value->pdispVal = own ? own.Detach() : NewNamed(u"Object" + NumberText(number));
         break;
       default:
         ADD_FAILURE() << "no test value for " << ToUtf8(parameter.name);
@@ -147,7 +147,7 @@ class TestArgument {
   Value value() { return windows::FromVariant(*value_.get()); }
 
  private:
-  static IDispatch* NewNamed(std::wstring type) {
+  static IDispatch* NewNamed(std::u16string type) {
     auto* object = new NamedObject(std::move(type));
     object->AddRef();
     return object;

@@ -1,30 +1,16 @@
 #include "platform/memory/FaultyFiles.h"
 
-#include "platform/memory/MemoryFiles.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/files_contract.h"
+#include "tests/platform/memory/memory_drive.h"
 
 namespace qva {
 namespace {
 
 /// As long as nothing is refused, all goes through.
-struct FaultyDrive {
-  FaultyDrive() { memory.SetFolder(root()); }
+struct FaultyDrive : MemoryDrive {
   Files& files() { return faulty; }
-  std::u16string root() { return u"D:\\Bandymai"; }
-  void SetContent(const std::u16string& path, std::string bytes) { memory.SetFile(path, std::move(bytes)); }
-  std::optional<std::string> Content(const std::u16string& path) { return memory.Content(path); }
-  bool LoseCurrentFolder() {
-    const std::u16string folder = root() + u"\\dabar";
-    memory.SetFolder(folder);
-    memory.SetCurrentFolder(folder);
-    memory.RemoveFolder(folder);
-    return true;
-  }
 
-  MemoryLocale locale;
-  MemoryClock clock;
-  MemoryFiles memory{locale, clock};
   FaultyFiles faulty{memory};
 };
 

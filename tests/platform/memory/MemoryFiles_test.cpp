@@ -3,31 +3,10 @@
 #include "platform/memory/MemoryClock.h"
 #include "platform/memory/MemoryLocale.h"
 #include "tests/platform/files_contract.h"
+#include "tests/platform/memory/memory_drive.h"
 #include "tests/raised_error.h"
 
 namespace qva {
-namespace {
-
-struct MemoryDrive {
-  MemoryDrive() { memory.SetFolder(root()); }
-  Files& files() { return memory; }
-  std::u16string root() { return u"D:\\Bandymai"; }
-  void SetContent(const std::u16string& path, std::string bytes) { memory.SetFile(path, std::move(bytes)); }
-  std::optional<std::string> Content(const std::u16string& path) { return memory.Content(path); }
-  bool LoseCurrentFolder() {
-    const std::u16string folder = root() + u"\\dabar";
-    memory.SetFolder(folder);
-    memory.SetCurrentFolder(folder);
-    memory.RemoveFolder(folder);
-    return true;
-  }
-
-  MemoryLocale locale;
-  MemoryClock clock;
-  MemoryFiles memory{locale, clock};
-};
-
-}  // namespace
 
 INSTANTIATE_TYPED_TEST_SUITE_P(MemoryFiles, FilesContract, MemoryDrive);
 
