@@ -3,8 +3,8 @@
 #include "host/HostError.h"
 #include "host/OwnersFiles.h"
 #include "host/ReadFile.h"
-#include "platform/filesystem/temporary_name.h"
 #include "platform/filesystem/folders.h"
+#include "platform/filesystem/temporary_name.h"
 #include "platform/text.h"
 
 namespace qva::embedded {

@@ -18,7 +18,7 @@ class FailureListener {
 };
 
 /// Lets a listener (borrowed) hear of failures from now on; null ends that. A front door does this where a
-/// report runs unattended; otherwise the user sees what goes wrong.
+/// report runs unattended; otherwise the user sees what goes wrong. Does not raise.
 void ListenForFailures(FailureListener* listener);
 
 /// Tells the listener, where there is one, of something that failed. Does not raise.

@@ -37,6 +37,18 @@ class TemporaryFolder {
   std::filesystem::path path_;
 };
 
+/// Goes to a folder and back.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const std::filesystem::path& path) { std::filesystem::current_path(path); }
+  ~CurrentFolder() { std::filesystem::current_path(before_); }
+  CurrentFolder(const CurrentFolder&) = delete;
+  CurrentFolder& operator=(const CurrentFolder&) = delete;
+
+ private:
+  std::filesystem::path before_ = std::filesystem::current_path();
+};
+
 /// Raises std::runtime_error where it cannot be written.
 inline void WriteFile(const std::filesystem::path& file, std::string_view content) {
   std::ofstream stream(file, std::ios::binary);

@@ -12,6 +12,7 @@
 #include "platform/services.h"
 #include "platform/text.h"
 #include "server/PublicClasses.h"
+#include "tests/member_names.h"
 #include "tests/source_text.h"
 #include "tools/guide/Guide.h"
 
@@ -38,13 +39,10 @@ std::vector<std::string> Classes() {
   return names;
 }
 
-/// A class's members in their order, as "get_Caption" and the like; methods have no prefix.
+/// A class's members in their order.
 std::vector<std::string> MembersOf(const ClassDescription& table) {
-  constexpr const char* kPrefixes[] = {"", "get_", "put_", "putref_"};
   std::vector<std::string> members;
-  for (const Member& member : table.members()) {
-    members.push_back(kPrefixes[static_cast<int>(member.kind)] + ToUtf8(member.name));
-  }
+  for (const Member& member : table.members()) members.push_back(NameOf(member));
   return members;
 }
 
@@ -291,6 +289,8 @@ TEST(Lists, NamesThatSeveralSourcesUseStandInOneOfThem) {
   EXPECT_THAT(where("\"Gerai\""), testing::ElementsAre("platform/message_box.h"));
   EXPECT_THAT(where("\"MEDVILNE\""), testing::ElementsAre("host/Sample.h"));
   EXPECT_THAT(where("\"Ataskaita.Main\""), testing::ElementsAre("server/calc/entry_macro.h"));
+  for (const char* outcome : {"\"no-macro\"", "\"wrong-answer\""})
+    EXPECT_THAT(where(outcome), testing::ElementsAre("server/calc/job_protocol.h"));
   EXPECT_THAT(where("sablonas.fods\""), testing::ElementsAre("server/calc/NewReport.h"));
   for (const char* of_platform_host : {"\"BookRepSave\"", "'BookRepSave'", "\"NVX", "\"QVA_Common"})
     EXPECT_THAT(where(of_platform_host), testing::IsSubsetOf({"platform/host.h"})) << of_platform_host;

@@ -9,7 +9,8 @@ namespace qva::calc {
 /// "NAME=value" and a null character, with one more null character at the end. For each, the process is
 /// copied: the copy finds the variables in its environment and comes back with true, to run the job and end,
 /// and what it does is unknown to those that come after it. Here, each job is waited for; whatever it left
-/// running is stopped; and at the end of the jobs' pipe the result is false.
+/// running is stopped; and at the end of the jobs' pipe the result is false, as at once where LibreOffice's
+/// lock cannot be let go of.
 ///
 /// Told are "ready <process>" before the first job, "started <process>" and "ended <exit status>" for each.
 /// QVA_JOB_ERRORS is the path of a file for the job's error output.

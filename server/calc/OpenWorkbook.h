@@ -79,6 +79,7 @@ class OpenWorkbook {
   /// macros ran, as Excel does when the user closes a workbook. Raises as RunMacro.
   void RunAutoClose() const;
 
+  /// Stores the whole workbook as PDF under a path of the system. Raises what LibreOffice raises.
   void PrintToPdf(const std::string& path) const;
 
   /// First and last day, yyyy-mm-dd, of the report period that the workbook's named cells hold (CRepPeriod).

@@ -3,6 +3,7 @@
 #include <new>
 #include <set>
 
+#include "tests/member_names.h"
 #include "tests/operations/Operations.h"
 
 namespace qva {
@@ -10,10 +11,9 @@ namespace {
 
 using testing::MatchesRegex;
 
-/// The kinds of members under the names that entries have.
+/// A member under the name that its entry has.
 std::string NameOf(const ClassDescription& table, const Member& member) {
-  constexpr const char* kPrefixes[] = {"", "get_", "put_", "putref_"};
-  return ToUtf8(table.name()) + "." + kPrefixes[static_cast<int>(member.kind)] + ToUtf8(member.name);
+  return ToUtf8(table.name()) + "." + NameOf(member);
 }
 
 TEST(Operations, AreEveryMemberAndEveryCreationOfThePublicClasses) {

@@ -117,16 +117,6 @@ class LithuanianFolder : public TemporaryFolder {
   std::u16string path() const { return TemporaryFolder::path().u16string(); }
 };
 
-/// Goes to a folder and back.
-class CurrentFolder {
- public:
-  explicit CurrentFolder(const fs::path& path) { fs::current_path(path); }
-  ~CurrentFolder() { fs::current_path(before_); }
-
- private:
-  fs::path before_ = fs::current_path();
-};
-
 struct WindowsDrive {
   Files& files() { return windows; }
   std::u16string root() { return folder.path(); }

@@ -92,8 +92,9 @@ void BarCommands::dispatch(const css::util::URL& url, const Sequence<css::beans:
 void BarCommands::addStatusListener(const Reference<css::frame::XStatusListener>& listener,
                                     const css::util::URL& url) {
   IgnoreFailures([&] {
-    listeners_.push_back({url, listener});
-    Tell(listeners_.back());
+    const Listener added{url, listener};
+    listeners_.push_back(added);
+    Tell(added);  // it may leave again while it is told
   });
 }
 

@@ -208,6 +208,33 @@ TEST_F(Callbacks, EndWhatFailsInACommand) {
   EXPECT_NO_THROW(commands->removeStatusListener(rtl::Reference<FailingPeer>(new FailingPeer).get(), {}));
 }
 
+/// Leaves as soon as it is told anything; nobody else holds it then.
+class LeavingListener : public cppu::WeakImplHelper1<css::frame::XStatusListener> {
+ public:
+  explicit LeavingListener(BarCommands& commands) : commands_(commands) {}
+  void SAL_CALL statusChanged(const css::frame::FeatureStateEvent& event) override {
+    commands_.removeStatusListener(this, event.FeatureURL);
+    holder.clear();
+    ++told;
+  }
+  void SAL_CALL disposing(const css::lang::EventObject&) override {}
+
+  static inline Reference<css::frame::XStatusListener> holder;
+  static inline int told = 0;
+
+ private:
+  BarCommands& commands_;
+};
+
+TEST_F(Callbacks, TellAListenerToTheEndThatLeavesMeanwhile) {
+  const rtl::Reference<BarCommands> commands(new BarCommands({}));
+  LeavingListener::holder.set(new LeavingListener(*commands));
+  commands->addStatusListener(LeavingListener::holder, {});
+  EXPECT_EQ(LeavingListener::told, 1);
+  commands->Broadcast();
+  EXPECT_EQ(LeavingListener::told, 1) << "it has left";
+}
+
 TEST_F(Callbacks, AnswerForAsManyCommandsAsWereAskedForWhateverFails) {
   const rtl::Reference<BarCommands> commands(new BarCommands({}));
   const rtl::Reference<FailingPeer> peer(new FailingPeer);

@@ -34,16 +34,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Goes to a folder and back.
-class CurrentFolder {
- public:
-  explicit CurrentFolder(const fs::path& path) { fs::current_path(path); }
-  ~CurrentFolder() { fs::current_path(before_); }
-
- private:
-  fs::path before_ = fs::current_path();
-};
-
 struct PosixDrive {
   PosixDrive() { fs::create_directories(folder / "D" / "Bandymai"); }
   Files& files() { return posix; }
