@@ -215,7 +215,7 @@ class LeavingListener : public cppu::WeakImplHelper1<css::frame::XStatusListener
   void SAL_CALL statusChanged(const css::frame::FeatureStateEvent& event) override {
     commands_.removeStatusListener(this, event.FeatureURL);
     holder.clear();
-    ++told;
+    told += by_one_;  // which must be there yet
   }
   void SAL_CALL disposing(const css::lang::EventObject&) override {}
 
@@ -224,6 +224,7 @@ class LeavingListener : public cppu::WeakImplHelper1<css::frame::XStatusListener
 
  private:
   BarCommands& commands_;
+  int by_one_ = 1;
 };
 
 TEST_F(Callbacks, TellAListenerToTheEndThatLeavesMeanwhile) {
