@@ -23,8 +23,11 @@ enum MessageBoxResult : std::int32_t {
   vbCancel = 2,
 };
 
-/// The button of a message that only tells something, as Windows has it in Lithuanian.
-inline constexpr std::u16string_view kOk = u"Gerai";
+// Captions of buttons, as Windows has them in Lithuanian.
+inline constexpr std::u16string_view kOk = u"Gerai";  ///< of a message that only tells something
+inline constexpr std::u16string_view kCancel = u"Atšaukti";
+inline constexpr std::u16string_view kYes = u"Taip";
+inline constexpr std::u16string_view kNo = u"Ne";
 
 class MessageBox {
  public:

@@ -2,6 +2,7 @@
 #include "global/Helpers.h"
 #include "global/StartUp.h"
 #include "platform/date.h"
+#include "platform/message_box.h"
 #include "reports/CReports.h"
 #include "storage/CSaveForm.h"
 
@@ -12,8 +13,6 @@ constexpr std::int32_t kNoDateCell = 813;     ///< host message: the cell of the
 constexpr std::int32_t kReportSaved = 814;    ///< host message: the report is in file %0
 constexpr std::int32_t kReplaceReport = 840;  ///< host message: question whether to replace the report
 
-constexpr std::u16string_view kYes = u"Taip";
-constexpr std::u16string_view kNo = u"Ne";
 constexpr std::int32_t kNoChosen = 2;
 
 constexpr std::u16string_view kSaving = u"Ataskaita įrašoma archyve";  ///< in the status bar

@@ -286,11 +286,12 @@ TEST(Lists, NamesThatSeveralSourcesUseStandInOneOfThem) {
     }
     return files;
   };
-  EXPECT_THAT(where("\"Gerai\""), testing::ElementsAre("platform/message_box.h"));
+  for (const char* caption : {"\"Gerai\"", "\"Atšaukti\"", "\"Taip\"", "\"Ne\""})
+    EXPECT_THAT(where(caption), testing::ElementsAre("platform/message_box.h")) << caption;
   EXPECT_THAT(where("\"MEDVILNE\""), testing::ElementsAre("host/Sample.h"));
   EXPECT_THAT(where("\"Ataskaita.Main\""), testing::ElementsAre("server/calc/entry_macro.h"));
-  for (const char* outcome : {"\"no-macro\"", "\"wrong-answer\""})
-    EXPECT_THAT(where(outcome), testing::ElementsAre("server/calc/job_protocol.h"));
+  for (const char* word : {"\"no-macro\"", "\"wrong-answer\"", "\"ready\"", "\"started\"", "\"ended\""})
+    EXPECT_THAT(where(word), testing::ElementsAre("server/calc/job_protocol.h")) << word;
   EXPECT_THAT(where("sablonas.fods\""), testing::ElementsAre("server/calc/NewReport.h"));
   for (const char* of_platform_host : {"\"BookRepSave\"", "'BookRepSave'", "\"NVX", "\"QVA_Common"})
     EXPECT_THAT(where(of_platform_host), testing::IsSubsetOf({"platform/host.h"})) << of_platform_host;

@@ -48,8 +48,9 @@ void RefuseCrash(const ObjectPtr& window, Access access, std::u16string_view mem
   const bool needs_view =
       EqualIgnoringCase(member, u"WindowState") || (is_write && EqualIgnoringCase(member, u"Zoom"));
   if (!needs_view) return;
-  if (!Get(window, u"Visible").ToBoolean() && WasOpenedHidden(DocumentOf(window))) {
-    throw Refused(u"The window is hidden");
+  if (!Get(window, u"Visible").ToBoolean()) {
+    const Reference<css::frame::XModel> document = DocumentOf(window);
+    if (!document.is() || WasOpenedHidden(document)) throw Refused(u"The window is hidden");
   }
   if (std::ranges::any_of(WorkbookDocuments(), ShowsPreview) && ShowsPreview(DocumentOf(window))) {
     throw Refused(u"The window shows the print preview");

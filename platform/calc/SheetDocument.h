@@ -16,7 +16,8 @@ Reference<css::sheet::XSpreadsheet> SpreadsheetOfRange(const ObjectPtr& range);
 Reference<css::sheet::XSpreadsheet> SpreadsheetOf(const ObjectPtr& sheet);
 
 /// The document of a Workbook, Worksheet, Range or Window; of an Application that of its active workbook,
-/// null when none is open. Raises 438 for any other object.
+/// null when none is open, and so of a Window whose Workbook nobody holds any more. Raises 438 for any other
+/// object.
 Reference<css::frame::XModel> DocumentOf(const ObjectPtr& object);
 
 /// True when two worksheets stand in one document. Raises 438 for objects that are no worksheets.

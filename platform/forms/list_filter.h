@@ -10,10 +10,9 @@
 
 namespace qva {
 
-// What else stands in them.
+// What else stands in them, beside kCancel.
 inline constexpr std::u16string_view kFilterCaption = u"Ieškoti:";
 inline constexpr std::u16string_view kPickCaption = u"OK";
-inline constexpr std::u16string_view kLeaveCaption = u"Atšaukti";
 
 /// Letters without their case and without the marks of the Lithuanian alphabet: what is compared when the
 /// user looks for something.

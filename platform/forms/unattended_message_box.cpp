@@ -18,12 +18,12 @@ struct ButtonName {
 
 // Windows' buttons in the order of their numbers, from vbOK = 1.
 constexpr std::array<ButtonName, 7> kButtonNames = {{{kOk, u"OK"},
-                                                     {u"Atšaukti", u"Cancel"},
+                                                     {kCancel, u"Cancel"},
                                                      {u"Nutraukti", u"Abort"},
                                                      {u"Kartoti", u"Retry"},
                                                      {u"Ignoruoti", u"Ignore"},
-                                                     {u"Taip", u"Yes"},
-                                                     {u"Ne", u"No"}}};
+                                                     {kYes, u"Yes"},
+                                                     {kNo, u"No"}}};
 
 /// The numbers of the buttons that a style's button set has, in their order (winuser.h, MB_OK and following).
 std::vector<std::int32_t> ButtonSet(std::int32_t style) {

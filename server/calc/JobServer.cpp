@@ -19,6 +19,7 @@
 #include "platform/module.h"
 #include "platform/variables.h"
 #include "server/calc/ComponentFolder.h"
+#include "server/calc/job_protocol.h"
 
 namespace qva::calc {
 namespace {
@@ -132,7 +133,7 @@ bool ServeJobs(const std::string& requests, const std::string& replies) {
   const pid_t server = getpid();
   if (!WithoutLock::IsPossible()) return false;
   PrepareHost();
-  Tell(out, "ready", server);
+  Tell(out, kJobsReady, server);
   while (const std::optional<Request> request = all.Next()) {
     const pid_t job = CopyProcess();
     if (job == 0) {
@@ -140,14 +141,14 @@ bool ServeJobs(const std::string& requests, const std::string& replies) {
       return true;
     }
     if (job < 0) {
-      Tell(out, "ended", EXIT_FAILURE);
+      Tell(out, kJobEnded, EXIT_FAILURE);
       continue;
     }
     setpgid(job, job);
-    Tell(out, "started", job);
+    Tell(out, kJobStarted, job);
     const int status = WaitFor(job);
     kill(-job, SIGKILL);
-    Tell(out, "ended", status);
+    Tell(out, kJobEnded, status);
   }
   return false;
 }

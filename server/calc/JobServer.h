@@ -12,7 +12,8 @@ namespace qva::calc {
 /// running is stopped; and at the end of the jobs' pipe the result is false, as at once where LibreOffice's
 /// lock cannot be let go of.
 ///
-/// Told are "ready <process>" before the first job, "started <process>" and "ended <exit status>" for each.
+/// Told are kJobsReady and the process before the first job; for each kJobStarted and its process, unless the
+/// process cannot be copied, and kJobEnded and its exit status (server/calc/job_protocol.h).
 /// QVA_JOB_ERRORS is the path of a file for the job's error output.
 bool ServeJobs(const std::string& requests, const std::string& replies);
 

@@ -10,6 +10,11 @@ inline constexpr char kJobFailed[] = "failed";
 inline constexpr char kJobNoMacro[] = "no-macro";
 inline constexpr char kJobWrongAnswer[] = "wrong-answer";
 
+// What a LibreOffice that serves jobs writes into its pipe of replies, each with a number behind it.
+inline constexpr char kJobsReady[] = "ready";
+inline constexpr char kJobStarted[] = "started";
+inline constexpr char kJobEnded[] = "ended";
+
 /// How many steps a job tells of before its macro runs.
 inline constexpr int kJobStepsBeforeMacro = 2;
 

@@ -335,9 +335,10 @@ TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
   EXPECT_FALSE(std::filesystem::exists(folder / "other.fods"));
   EXPECT_EQ(make_new({(folder / "no such folder/other").string(), blank}), 2);
   // Without a name for it, the template is the project's, wherever one stands.
-  std::filesystem::current_path(folder);
-  EXPECT_EQ(make_new({"third"}), 0) << Contents(folder / "errors.txt");
-  std::filesystem::current_path(SourceFolder());
+  {
+    const CurrentFolder current(folder);
+    EXPECT_EQ(make_new({"third"}), 0) << Contents(folder / "errors.txt");
+  }
   EXPECT_EQ(Contents(folder / "third.fods").find("ablonas"), std::string::npos);
   EXPECT_EQ(make_new({}), 2);
   EXPECT_EQ(make_new({"--help"}), 0);

@@ -19,6 +19,7 @@
 #include "platform/variables.h"
 #include "server/calc/Xml.h"
 #include "server/calc/entry_macro.h"
+#include "server/calc/job_protocol.h"
 #include "server/calc/service_names.h"
 #include "tools/report-runner/MacroWorkbook.h"
 #include "tools/report-runner/TextFiles.h"
@@ -341,12 +342,12 @@ void WarmOffice::Listen() {
     std::string what;
     int number = 0;
     reply >> what >> number;
-    if (what == "ready") {
+    if (what == kJobsReady) {
       office_ = number;
       profile_.Remember();
     }
-    if (what == "started") job_ = number;
-    if (what == "ended") {
+    if (what == kJobStarted) job_ = number;
+    if (what == kJobEnded) {
       job_.reset();
       job_status_ = number;
     }

@@ -8,6 +8,7 @@
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/calc/forms/GridView.h"
 #include "platform/forms/list_filter.h"
+#include "platform/message_box.h"
 
 namespace qva::calc {
 namespace {
@@ -42,7 +43,7 @@ ui::FormDescription Layout(const ChoiceList& list) {
                    {TextBox, u"Filter", u"", {74, 8, 378, 23}, u"", 0},
                    {Grid, u"List", u"", {8, 38, 444, 258}, u"", 0},
                    {Button, u"Ok", std::u16string(kPickCaption), {268, 304, 88, 28}, u"", 0},
-                   {Button, u"Cancel", std::u16string(kLeaveCaption), {364, 304, 88, 28}, u"", 0}};
+                   {Button, u"Cancel", std::u16string(kCancel), {364, 304, 88, 28}, u"", 0}};
   return form;
 }
 

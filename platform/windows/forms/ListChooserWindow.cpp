@@ -10,6 +10,7 @@
 
 #include "platform/forms/Guarded.h"
 #include "platform/forms/list_filter.h"
+#include "platform/message_box.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/EmptyDialog.h"
 #include "platform/windows/forms/Font.h"
@@ -170,7 +171,7 @@ class Chooser {
         WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_OWNERDATA | LVS_NOSORTHEADER,
         WS_EX_CLIENTEDGE, kListId);
     ok_ = AddControl(WC_BUTTONW, kPickCaption, WS_TABSTOP | BS_DEFPUSHBUTTON, 0, IDOK);
-    cancel_ = AddControl(WC_BUTTONW, kLeaveCaption, WS_TABSTOP, 0, IDCANCEL);
+    cancel_ = AddControl(WC_BUTTONW, kCancel, WS_TABSTOP, 0, IDCANCEL);
     if (!list_view_ || !filter_field_) return Leave();
     late::SetWindowSubclass(filter_field_, &Chooser::FilterProcedure, 0,
                             reinterpret_cast<DWORD_PTR>(list_view_));

@@ -229,6 +229,7 @@ class LeavingListener : public cppu::WeakImplHelper1<css::frame::XStatusListener
 
 TEST_F(Callbacks, TellAListenerToTheEndThatLeavesMeanwhile) {
   const rtl::Reference<BarCommands> commands(new BarCommands({}));
+  LeavingListener::told = 0;
   LeavingListener::holder.set(new LeavingListener(*commands));
   commands->addStatusListener(LeavingListener::holder, {});
   EXPECT_EQ(LeavingListener::told, 1);
