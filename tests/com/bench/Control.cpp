@@ -47,6 +47,7 @@ ClassBuilder Control::Describe() {
       .Get<&Control::PlantsMade>(u"PlantsMade")
       .Get<&Control::Boxes>(u"Boxes")
       .Method<&Control::Answer>(u"Answer", {{u"button"}})
+      .Get<&Control::HasWindows>(u"HasWindows")
       .Method<&Control::ShowWindows>(u"ShowWindows")
       .Method<&Control::Watch>(u"Watch", {{u"file"}, {u"scene"}})
       .Method<&Control::CloseWindows>(u"CloseWindows", {{u"on"}})
@@ -143,6 +144,11 @@ std::u16string Control::Boxes() const {
 
 void Control::Answer(std::int32_t button) {
   TheBench().platform.message_box.Answer(button);
+}
+
+bool Control::HasWindows() const {
+  HWND window = CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
+  return window && DestroyWindow(window);
 }
 
 void Control::ShowWindows() {

@@ -23,6 +23,11 @@ Function Cells()
   Cells = text
 End Function
 
+If Not control.HasWindows Then
+  WScript.Echo "no windows"
+  WScript.Quit 3
+End If
+
 ' The host's data access comes to life with the first report save and stays.
 Set reports = control.NewObject("QVA_Varnholt.CSaveForm")
 reports.Init
