@@ -46,7 +46,7 @@ void Painter::Polygon(const std::vector<std::pair<int, int>>& points, sal_Int32 
     xs.getArray()[i] = points[static_cast<std::size_t>(i)].first;
     ys.getArray()[i] = points[static_cast<std::size_t>(i)].second;
   }
-  graphics_->setLineColor(color);
+  graphics_->setLineColor(kNone);  // GTK's look draws the edge of a polygon in another place than its inside
   graphics_->setFillColor(color);
   graphics_->drawPolygon(xs, ys);
 }
