@@ -61,8 +61,9 @@ class TextStream {
 /// not found) for a missing folder or drive and for the empty path, 52 (Bad file name or number) for a name
 /// that cannot be, 55 (File already open), 70 (Permission denied) for a file that somebody else has open, 75
 /// (Path/File access error) for a folder in place of a file and for whatever else access is refused to, 61
-/// (Disk full), 57 (Device I/O error). An operation that raises leaves everything as it was, unless it says
-/// otherwise. Channels and streams are the caller's; they must not outlive the service.
+/// (Disk full), 67 (Too many files) when the process may open no more, 57 (Device I/O error). An operation
+/// that raises leaves everything as it was, unless it says otherwise. Channels and streams are the caller's;
+/// they must not outlive the service.
 class Files {
  public:
   virtual ~Files() = default;

@@ -34,10 +34,10 @@ class Object {
   /// Invokes a member by its name, in any letter case; the empty name is the default member. The result is
   /// what the member gives, Empty where it gives nothing and for Put and PutRef. Arguments by reference hold
   /// their new values afterwards, also when it raises. Objects that go in or come out are counted by whoever
-  /// keeps them. Raises AutomationError: 438 for an unknown member, 450 for a wrong number of arguments, 448
-  /// for an unknown argument name, 13 and 6 for arguments that do not convert, and whatever the member
-  /// raises. An object lives to the end of its own call, whatever is let go of meanwhile; each door sees to
-  /// it.
+  /// keeps them. Raises AutomationError: 438 for an unknown member, 450 for a wrong number of arguments, 449
+  /// for one left out that is not optional, 448 for an unknown argument name, 13 and 6 for arguments that do
+  /// not convert, and whatever the member raises. An object lives to the end of its own call, whatever is let
+  /// go of meanwhile; each door sees to it.
   virtual Value Invoke(Access access, std::u16string_view member, Arguments& arguments) = 0;
 
   /// The name of the object's class, such as "Range". For traces and error texts; never decides anything.

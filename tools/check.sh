@@ -7,8 +7,8 @@ cd "$(dirname "$0")/.."
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
-{ git diff -z --name-only --diff-filter=d HEAD -- '*.h' '*.cpp' &&
-  git ls-files -z --others --exclude-standard '*.h' '*.cpp'; } > "$work/changed" || exit
+{ git diff -z --name-only --diff-filter=d HEAD -- '*.h' '*.cpp' '*.c' &&
+  git ls-files -z --others --exclude-standard '*.h' '*.cpp' '*.c'; } > "$work/changed" || exit
 formatted "formatting of what was changed" "$work/changed"
 
 cmake --preset debug > /dev/null && cmake --build --preset debug --target qva_tests

@@ -6,4 +6,4 @@ cd "$(dirname "$0")/.."
 
 program=$(house_clang_format)
 [[ -n $program ]] || { echo "Sources are formatted by clang-format 14, which is not here." >&2; exit 1; }
-git ls-files -z '*.h' '*.cpp' | xargs -0 "$program" -i
+git ls-files -z '*.h' '*.cpp' '*.c' | xargs -0 "$program" -i

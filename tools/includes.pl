@@ -15,8 +15,10 @@ while (<DATA>) {
   $allowed{$folder} = { map { $_ => 1 } @others };
 }
 
-for my $source (grep { m{^(global|period|reports|storage|excelui|platform|host|server|tools)/.*\.(h|cpp)$} } split /\n/, `git ls-files`) {
+# Tests and benchmarks include what they try.
+for my $source (grep { m{/.*\.(h|cpp)$} && !m{^(tests|bench)/} } split /\n/, `git ls-files`) {
   my $folder = dirname($source);
+  if (!$allowed{$folder}) { $allowed{$folder} = {}; $found = 1; print "the table: $folder has no line\n" }
   open my $in, '<', $source or die "$source: $!\n";
   while (<$in>) {
     my ($header) = /^#include "(.*)"/ or next;

@@ -10,7 +10,7 @@ trap 'rm -rf "$work"' EXIT
 
 builds=(build/debug build/windows-x64 build/windows-x86 build/fuzz)
 
-git ls-files -z '*.h' '*.cpp' > "$work/formatted"
+git ls-files -z '*.h' '*.cpp' '*.c' > "$work/formatted"
 formatted "formatting" "$work/formatted"
 
 # The benchmarks are built on request only. Sources that are compiled some at a time stand in files of the build.

@@ -74,9 +74,10 @@ struct CommandBarApplication {
   std::vector<std::shared_ptr<CommandBarData>> command_bars = BuiltInBars();
   std::u16string clipboard_picture;  ///< name of the picture on the clipboard; empty: there is none
 
-  /// Runs a macro that a key or a control is bound to.
+  /// Runs a macro that a key or a control is bound to. Raises 1004 when the application knows of no macro of
+  /// that name, and what the macro raises where the application does not show it itself.
   virtual void RunMacro(const std::u16string& name) = 0;
-  /// Is told of whatever changed about the bars and their controls, for whoever shows them.
+  /// Is told of whatever changed about the bars and their controls, for whoever shows them. Does not raise.
   virtual void CommandBarsChanged() {}
 };
 

@@ -22,6 +22,7 @@ class ClassFactory final : public windows::Counted<IClassFactory> {
     *result = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
     const windows::BusyBudget operation;
+    const windows::ComPtr<ClassFactory> kept(this);  // making the object may run what lets go of this one
     try {
       const auto object = windows::ComPtr<IDispatch>::Adopt(WrapObject(create_()));
       return object->QueryInterface(interface_id, result);

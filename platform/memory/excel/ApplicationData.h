@@ -93,6 +93,7 @@ struct ApplicationData : commandbars::CommandBarApplication {
   }
   /// Null when no such workbook is open; names ignore letter case.
   std::shared_ptr<WorkbookData> FindWorkbook(std::u16string_view name) const;
+  /// Knows macros of every name; those that nobody defined do nothing.
   void RunMacro(const std::u16string& name) override;
   /// Whether a file can be put into a folder: one of the machine (Services::files), Excel's own default
   /// folder, or one that holds a workbook already.

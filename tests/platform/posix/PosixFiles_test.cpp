@@ -63,21 +63,22 @@ INSTANTIATE_TYPED_TEST_SUITE_P(PosixFiles, FilesContract, PosixDrive);
 
 namespace {
 
-/// Lets files grow to a size and no further.
-class FileSizeLimit {
+/// Lets the process have so much of something (RLIMIT_FSIZE, RLIMIT_NOFILE) and no more.
+class Limit {
  public:
-  explicit FileSizeLimit(rlim_t size) {
-    ::getrlimit(RLIMIT_FSIZE, &before_);
+  Limit(__rlimit_resource_t resource, rlim_t most) : resource_(resource) {
+    ::getrlimit(resource_, &before_);
     rlimit limit = before_;
-    limit.rlim_cur = size;
-    ::setrlimit(RLIMIT_FSIZE, &limit);
+    limit.rlim_cur = most;
+    ::setrlimit(resource_, &limit);
   }
-  ~FileSizeLimit() {
-    ::setrlimit(RLIMIT_FSIZE, &before_);
+  ~Limit() {
+    ::setrlimit(resource_, &before_);
     std::signal(SIGXFSZ, handler_);
   }
 
  private:
+  __rlimit_resource_t resource_;
   rlimit before_{};
   void (*handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
 };
@@ -202,7 +203,7 @@ TEST_F(PosixFilesTest, ALineThatDoesNotFitLeavesNothingOfItself) {
     const std::string before = FileContent(folder / "drives/C/x.txt");
     channel->PrintLine(u"1");
     {
-      const FileSizeLimit limit(before.size() + 10);
+      const Limit limit(RLIMIT_FSIZE, before.size() + 10);
       EXPECT_EQ(RaisedBy([&] { channel->PrintLine(u"a line that is too long"); }), kDiskFull);
       EXPECT_EQ(FileContent(folder / "drives/C/x.txt"), before + "1\r\n");
     }
@@ -218,12 +219,22 @@ TEST_F(PosixFilesTest, AFullDeviceIsError61) {
   EXPECT_EQ(RaisedBy([&] { files.CreateTextStream(u"C:\\x.txt"); }), kDiskFull);
 }
 
+TEST_F(PosixFilesTest, MoreFilesThanTheProcessMayOpenAreError67) {
+  WriteDriveFile("x.txt", "1\r\n");
+  {
+    const Limit limit(RLIMIT_NOFILE, 0);
+    EXPECT_EQ(RaisedBy([&] { Open(u"C:\\x.txt", ChannelMode::Input); }), kTooManyFiles);
+    EXPECT_EQ(RaisedBy([&] { files.OpenTextStream(u"C:\\x.txt", StreamMode::ForReading); }), kTooManyFiles);
+  }
+  EXPECT_NE(Open(u"C:\\x.txt", ChannelMode::Input), nullptr);
+}
+
 TEST_F(PosixFilesTest, ACopyThatDoesNotFitLeavesTheTarget) {
   fs::create_directories(folder / "drives/C");
   WriteFile(folder / "drives/C/x.txt", std::string(100, 'x'));
   WriteFile(folder / "drives/C/y.txt", "old");
   {
-    const FileSizeLimit limit(50);
+    const Limit limit(RLIMIT_FSIZE, 50);
     EXPECT_EQ(RaisedBy([&] { files.Copy(u"C:\\x.txt", u"C:\\y.txt"); }), kDiskFull);
     EXPECT_EQ(RaisedBy([&] { files.Copy(u"C:\\x.txt", u"C:\\z.txt"); }), kDiskFull);
   }
