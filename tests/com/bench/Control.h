@@ -50,7 +50,8 @@ class Control : public Described<Control> {
   std::u16string Boxes() const;
   void Answer(std::int32_t button);
 
-  /// Whether this process can have windows. One whose Wine took more than 10 seconds to make its desktop cannot.
+  /// Whether this process can have windows. One whose Wine took more than 10 seconds to make its desktop
+  /// cannot.
   bool HasWindows() const;
   /// From now on until Reset the user sees the host's boxes and lists as windows.
   void ShowWindows();
