@@ -1,5 +1,6 @@
 #include "platform/forms/form_description.h"
 
+#include <algorithm>
 #include <map>
 
 namespace qva {
@@ -23,6 +24,18 @@ void RequireConsistent(const ui::FormDescription& description) {
   for (const std::u16string& button : {description.default_button, description.cancel_button}) {
     require(button.empty() || is(button, ui::ControlKind::Button), button);
   }
+}
+
+const ui::ControlDescription* ParentOf(const ui::FormDescription& form,
+                                       const ui::ControlDescription& control) {
+  if (control.parent.empty()) return nullptr;
+  return &*std::ranges::find(form.controls, control.parent, &ui::ControlDescription::name);
+}
+
+std::optional<int> PageOf(const ui::FormDescription& form, const ui::ControlDescription& control) {
+  const ui::ControlDescription* parent = ParentOf(form, control);
+  if (!parent) return std::nullopt;
+  return parent->kind == ui::ControlKind::TabControl ? control.page : PageOf(form, *parent);
 }
 
 }  // namespace qva

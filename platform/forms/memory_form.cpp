@@ -4,6 +4,7 @@
 
 #include "platform/date.h"
 #include "platform/forms/code_list.h"
+#include "platform/forms/date_entry.h"
 #include "platform/forms/form_description.h"
 #include "platform/forms/grid_state.h"
 #include "platform/forms/picker_dates.h"
@@ -123,22 +124,13 @@ class MemoryComboBox : public MemoryControl, public ui::ComboBox {
   std::u16string text_;
 };
 
-class MemoryDatePicker : public MemoryControl, public ui::DatePicker {
+class MemoryDatePicker : public MemoryControl, public DateEntry {
  public:
   using MemoryControl::MemoryControl;
-  Date Value() const override { return date_; }
-  void SetValue(Date value) override {
-    const Date day = PickerDay(value);
-    if (day == date_) return;
-    date_ = day;
-    Raise(on_change);
-  }
-  void SetFormat(std::u16string_view format) override { format_ = format; }
-  std::u16string Shown() const override { return FormatByWindowsPattern(date_, format_); }
+  std::u16string Shown() const override { return Text().text; }
 
  private:
-  Date date_ = DateFromParts(1900, 1, 1);
-  std::u16string format_ = u"yyyy-MM-dd";
+  void Show() override {}
 };
 
 class MemoryMonthView : public MemoryControl, public ui::MonthView {

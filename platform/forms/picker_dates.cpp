@@ -8,6 +8,7 @@
 namespace qva {
 namespace {
 
+constexpr int kFirstPickerYear = 1753;  // as Windows' own
 constexpr int kLastPickerYear = 9999;
 
 }  // namespace
@@ -34,6 +35,31 @@ Date MovedByMonths(Date date, int months) {
 Date MovedByDays(Date date, int days) {
   const Date moved{date.serial + days};
   return IsPickerDay(moved) ? moved : date;
+}
+
+std::optional<Date> KeyTarget(GridKey key, bool control, Date from) {
+  const int months = control ? 12 : 1;
+  switch (key) {
+    case GridKey::Left:
+      return MovedByDays(from, -1);
+    case GridKey::Right:
+      return MovedByDays(from, 1);
+    case GridKey::Up:
+      return MovedByDays(from, -7);
+    case GridKey::Down:
+      return MovedByDays(from, 7);
+    case GridKey::PageUp:
+      return MovedByMonths(from, -months);
+    case GridKey::PageDown:
+      return MovedByMonths(from, months);
+    case GridKey::Home:
+      return FirstOfMonth(from);
+    case GridKey::End:
+      return LastOfMonth(from);
+    case GridKey::Tab:
+      break;
+  }
+  return std::nullopt;
 }
 
 int WeekdayOf(Date date) {

@@ -1,12 +1,12 @@
 // The dates that pickers can show, and where the user's steps lead among them.
 #pragma once
 
+#include <optional>
+
+#include "platform/forms/grid_keys.h"
 #include "platform/value.h"
 
 namespace qva {
-
-/// The first year that pickers can show, as Windows' own.
-inline constexpr int kFirstPickerYear = 1753;
 
 /// Whether a date is one of 1 January 1753 … 31 December 9999, at any time of the day.
 bool IsPickerDay(Date date);
@@ -19,6 +19,10 @@ Date PickerDay(Date date);
 Date MovedByMonths(Date date, int months);
 /// The date so many days later, or earlier, or itself as above.
 Date MovedByDays(Date date, int days);
+
+/// The day that a key leads to from another one in a month: arrows go by days and weeks, page keys by months,
+/// with Ctrl by years, Home and End to the ends of the month. Tab leads out of it.
+std::optional<Date> KeyTarget(GridKey key, bool control, Date from);
 
 /// 0 for Monday to 6 for Sunday.
 int WeekdayOf(Date date);

@@ -6,8 +6,6 @@
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
 #include "platform/calc/forms/Painter.h"
-#include "platform/date.h"
-#include "platform/forms/picker_dates.h"
 #include "platform/text.h"
 
 namespace qva::calc {
@@ -17,12 +15,6 @@ using css::awt::XTextComponent;
 namespace {
 
 constexpr int kButtonWidth = 17;  // at 100 %
-
-int NumberOf(std::u16string_view digits) {
-  int number = 0;
-  for (const char16_t digit : digits) number = number * 10 + (digit - u'0');
-  return number;
-}
 
 }  // namespace
 
@@ -72,90 +64,6 @@ void DateField::Place(const css::awt::Rectangle& pixels) {
   buttons_.window.Place({pixels.X + pixels.Width - width, pixels.Y, width, pixels.Height});
 }
 
-void DateField::SetValue(Date value) {
-  Change(PickerDay(value));
-}
-
-std::vector<DateField::Part> DateField::PartsOfFormat(std::u16string_view format) {
-  std::vector<Part> parts;
-  for (const char16_t c : format) {
-    const char16_t kind = c == u'y' || c == u'M' || c == u'd' ? c : u'\0';
-    if (parts.empty() || parts.back().kind != kind) parts.push_back({kind, {}});
-    parts.back().text += c;
-  }
-  return parts;
-}
-
-void DateField::SetFormat(std::u16string_view format) {
-  parts_ = PartsOfFormat(format);
-  current_ = 0;
-  digits_.clear();
-  if (!parts_.empty() && parts_[0].kind == 0) MoveToPart(1);
-  Show();
-}
-
-void DateField::Change(Date date) {
-  if (date == date_) return;
-  date_ = date;
-  Show();
-  if (on_change) on_change();
-}
-
-void DateField::Step(int direction) {
-  if (parts_.empty()) return;
-  StoreDigits();
-  switch (parts_[current_].kind) {
-    case u'y':
-      return Change(MovedByMonths(date_, 12 * direction));
-    case u'M':
-      return Change(MovedByMonths(date_, direction));
-    case u'd':
-      return Change(MovedByDays(date_, direction));
-  }
-}
-
-void DateField::MoveToPart(int direction) {
-  StoreDigits();
-  for (std::size_t part = current_ + static_cast<std::size_t>(direction); part < parts_.size();
-       part += static_cast<std::size_t>(direction)) {
-    if (parts_[part].kind == 0) continue;
-    current_ = part;
-    break;
-  }
-  Show();
-}
-
-void DateField::TypeDigit(char16_t digit) {
-  if (parts_.empty()) return;
-  digits_ += digit;
-  const char16_t kind = parts_[current_].kind;
-  // A month that begins with 2 has no second digit, nor has a day that begins with 4.
-  const int last_first_digit = kind == u'M' ? 1 : 3;
-  if (kind == u'y' ? digits_.size() == 4 : digits_.size() == 2 || digit - u'0' > last_first_digit) {
-    StoreDigits();
-    if (kind == u'y') MoveToPart(1);
-  }
-  Show();
-}
-
-void DateField::StoreDigits() {
-  if (digits_.empty()) return;
-  const int number = NumberOf(std::exchange(digits_, {}));
-  const DateParts parts = PartsOf(date_);
-  Show();
-  switch (parts_[current_].kind) {
-    case u'y':
-      if (number >= kFirstPickerYear) Change(MovedByMonths(date_, 12 * (number - parts.year)));
-      break;
-    case u'M':
-      if (number >= 1 && number <= 12) Change(MovedByMonths(date_, number - parts.month));
-      break;
-    case u'd':
-      if (number >= 1 && number <= DaysInMonthOf(date_)) Change(MovedByDays(date_, number - parts.day));
-      break;
-  }
-}
-
 bool DateField::OnKey(const css::awt::KeyEvent& event) {
   namespace key = css::awt::Key;
   if (event.Modifiers != 0) return false;
@@ -196,31 +104,14 @@ void DateField::OnFocus(bool gained) {
 void DateField::OnMousePressed(const MousePress&) {
   StoreDigits();
   const sal_Int32 caret = window().As<XTextComponent>()->getSelection().Max;
-  std::size_t end = 0;
-  for (std::size_t part = 0; part < parts_.size(); ++part) {
-    end += TextOf(part).size();
-    if (parts_[part].kind != 0) current_ = part;
-    if (static_cast<std::size_t>(caret) <= end) break;
-  }
-  Show();
-}
-
-std::u16string DateField::TextOf(std::size_t part) const {
-  if (part == current_ && !digits_.empty()) return digits_;
-  return parts_[part].kind == 0 ? parts_[part].text : FormatByWindowsPattern(date_, parts_[part].text);
+  ChoosePartAt(static_cast<std::size_t>(caret));
 }
 
 void DateField::Show() {
-  std::u16string text;
-  css::awt::Selection marked;
-  for (std::size_t part = 0; part < parts_.size(); ++part) {
-    if (part == current_) marked.Min = static_cast<sal_Int32>(text.size());
-    text += TextOf(part);
-    if (part == current_) marked.Max = static_cast<sal_Int32>(text.size());
-  }
+  const MarkedText shown = Text();
   const auto field = window().As<XTextComponent>();
-  if (FromUno(field->getText()) != text) field->setText(ToUno(text));
-  field->setSelection(marked);
+  if (FromUno(field->getText()) != shown.text) field->setText(ToUno(shown.text));
+  field->setSelection({static_cast<sal_Int32>(shown.from), static_cast<sal_Int32>(shown.to)});
 }
 
 }  // namespace qva::calc

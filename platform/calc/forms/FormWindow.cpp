@@ -109,7 +109,6 @@ FormWindow::FormWindow(const ui::FormDescription& description) try
     : description_(description),
       window_(MakeWindow(description, *this)),
       theme_(std::make_unique<Theme>(*window_)) {
-  RequireConsistent(description_);
   for (const ui::ControlDescription& control : description_.controls) {
     controls_.push_back(MakeControl(*this, control));
   }
@@ -137,14 +136,10 @@ FormWindow::~FormWindow() {
   controls_.clear();
 }
 
-FormControl* FormWindow::FindControl(std::u16string_view name) const {
+ui::Control* FormWindow::Find(std::u16string_view name) {
   const auto found = std::ranges::find_if(
       controls_, [&](const auto& control) { return control->description().name == name; });
   return found == controls_.end() ? nullptr : found->get();
-}
-
-ui::Control* FormWindow::Find(std::u16string_view name) {
-  return FindControl(name);
 }
 
 Reference<css::awt::XWindowPeer> FormWindow::TopMost() {
@@ -210,12 +205,7 @@ int FormWindow::Height() const {
 // --- Focus and buttons -------------------------------------------------------------------------------------
 
 void FormWindow::Focus(FormControl& control) {
-  for (const FormControl* on_page = &control; on_page;) {
-    const FormControl* parent = FindControl(on_page->description().parent);
-    if (parent && parent->description().kind == ui::ControlKind::TabControl)
-      SetPage(on_page->description().page);
-    on_page = parent;
-  }
+  if (const auto page = PageOf(description_, control.description())) SetPage(*page);
   if (visible_ && !to_focus_) {
     control.TakeFocus();
   } else {
@@ -239,9 +229,8 @@ void FormWindow::FocusNext(const FormControl& from, bool forward) {
 
 void FormWindow::PressCancel() {
   if (description_.cancel_button.empty()) return Hide();
-  const FormControl* control = FindControl(description_.cancel_button);
-  const auto* button = dynamic_cast<const ui::Button*>(control);
-  if (button && control->Enabled() && button->on_click) button->on_click();
+  const auto* button = dynamic_cast<const ui::Button*>(Find(description_.cancel_button));
+  if (button && button->Enabled() && button->on_click) button->on_click();
 }
 
 void FormWindow::OnOpened() {
@@ -280,50 +269,28 @@ bool FormWindow::HandleKey(const css::awt::KeyEvent& event) {
 
 // --- Pages and places --------------------------------------------------------------------------------------
 
-bool FormWindow::IsOnPage(const FormControl& control) const {
-  const FormControl* parent = FindControl(control.description().parent);
-  if (!parent) return true;
-  if (parent->description().kind == ui::ControlKind::TabControl && control.description().page != page_)
-    return false;
-  return IsOnPage(*parent);
-}
-
 void FormWindow::SetPage(int page) {
   page_ = std::clamp(page, 0, std::max(0, static_cast<int>(description_.pages.size()) - 1));
   for (const auto& control : controls_) {
-    control->SetShown(IsOnPage(*control));
+    control->SetShown(PageOf(description_, control->description()).value_or(page_) == page_);
     if (auto* tabs = dynamic_cast<TabStrip*>(control.get())) tabs->ShowPage();
   }
 }
 
 void FormWindow::StartResizer(int width, int height,
                               std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) {
-  resizer_.Start(width, height, mode);
+  layout_.StartResizer(width, height, mode);
   Layout();
 }
 
-ui::Bounds FormWindow::BoundsOf(const FormControl& control) const {
-  const ui::ControlDescription& description = control.description();
-  ui::Bounds bounds = description.bounds;
-  const FormControl* parent = FindControl(description.parent);
-  if (parent) {
-    const ui::Bounds outer = BoundsOf(*parent);
-    bounds.left += outer.left;
-    bounds.top += outer.top;
-  }
-  const auto number = static_cast<std::size_t>(&description - description_.controls.data());
-  const Following following = resizer_.Of(number);
-  const int wider = std::max(Width() - resizer_.start_width(), 0);
-  const int higher = std::max(Height() - resizer_.start_height(), 0);
-  if (following.moves_right) bounds.left += wider;
-  if (following.widens) bounds.width += wider;
-  if (following.moves_down) bounds.top += higher;
-  if (following.heightens) bounds.height += higher;
-  return bounds;
+std::vector<ui::Bounds> FormWindow::Places() const {
+  // What becomes smaller than it started moves nothing.
+  return layout_.Places(std::max(Width(), layout_.start_width()), std::max(Height(), layout_.start_height()));
 }
 
 void FormWindow::Layout() {
-  for (const auto& control : controls_) control->Place(theme_->Scaled(BoundsOf(*control)));
+  const std::vector<ui::Bounds> places = Places();
+  for (std::size_t i = 0; i < places.size(); ++i) controls_[i]->Place(theme_->Scaled(places[i]));
 }
 
 void FormWindow::OnResized() {
@@ -340,11 +307,11 @@ void FormWindow::OnResized() {
 
 void FormWindow::OnPaint() {
   // The edge of the pages, whose controls stand on the form itself.
-  for (const auto& control : controls_) {
-    if (control->description().kind != ui::ControlKind::TabControl) continue;
-    const ui::Bounds bounds = BoundsOf(*control);
+  const std::vector<ui::Bounds> places = Places();
+  for (std::size_t i = 0; i < controls_.size(); ++i) {
+    if (controls_[i]->description().kind != ui::ControlKind::TabControl) continue;
     Painter painter(*window_, *theme_);
-    Rectangle edge = theme_->Scaled(bounds);
+    Rectangle edge = theme_->Scaled(places[i]);
     const int strip = theme_->ScaledDown(kTabStripHeight) - 1;
     edge.Y += strip;
     edge.Height -= strip;

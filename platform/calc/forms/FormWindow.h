@@ -9,7 +9,7 @@
 #include "platform/calc/Uno.h"
 #include "platform/calc/forms/FormControl.h"
 #include "platform/calc/forms/Theme.h"
-#include "platform/forms/form_resizer.h"
+#include "platform/forms/form_layout.h"
 
 namespace qva::calc {
 
@@ -60,12 +60,11 @@ class FormWindow : public ui::Form, public EventTarget {
   class Keys;
   void StretchForFields();
 
-  FormControl* FindControl(std::u16string_view name) const;
   /// What Escape and closing the window do.
   void PressCancel();
-  bool IsOnPage(const FormControl& control) const;
   void Layout();
-  ui::Bounds BoundsOf(const FormControl& control) const;
+  /// The controls' places in pixels at 100 % scale.
+  std::vector<ui::Bounds> Places() const;
 
   void OnPaint() override;
   void OnOpened() override;
@@ -74,6 +73,7 @@ class FormWindow : public ui::Form, public EventTarget {
   void OnFailure(std::exception_ptr failure) noexcept override { Fail(std::move(failure)); }
 
   ui::FormDescription description_;
+  FormLayout layout_{description_};
   std::unique_ptr<Window> window_;
   std::unique_ptr<Theme> theme_;
   std::vector<std::unique_ptr<FormControl>> controls_;
@@ -84,8 +84,6 @@ class FormWindow : public ui::Form, public EventTarget {
   bool visible_ = false;
   bool closed_ = false;  ///< LibreOffice has ended the dialog, since the user closed its window
   std::exception_ptr failure_;
-
-  FormResizer resizer_{description_};
 };
 
 }  // namespace qva::calc

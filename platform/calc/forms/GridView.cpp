@@ -9,7 +9,7 @@
 
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/forms/grid_keys.h"
+#include "platform/calc/forms/GridKeys.h"
 
 namespace qva::calc {
 
@@ -20,20 +20,6 @@ namespace {
 
 constexpr int kBarWidth = 17;  // at 100 %
 constexpr char16_t kDelete = 127;
-
-constexpr std::pair<sal_Int16, GridKey> kGridKeys[] = {
-    {css::awt::Key::LEFT, GridKey::Left},     {css::awt::Key::RIGHT, GridKey::Right},
-    {css::awt::Key::UP, GridKey::Up},         {css::awt::Key::DOWN, GridKey::Down},
-    {css::awt::Key::PAGEUP, GridKey::PageUp}, {css::awt::Key::PAGEDOWN, GridKey::PageDown},
-    {css::awt::Key::HOME, GridKey::Home},     {css::awt::Key::END, GridKey::End},
-    {css::awt::Key::TAB, GridKey::Tab}};
-
-std::optional<GridKey> GridKeyOf(sal_Int16 code) {
-  for (const auto& [known, grid_key] : kGridKeys) {
-    if (known == code) return grid_key;
-  }
-  return std::nullopt;
-}
 
 }  // namespace
 

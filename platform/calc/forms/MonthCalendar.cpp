@@ -1,7 +1,6 @@
 #include "platform/calc/forms/MonthCalendar.h"
 
 #include <com/sun/star/awt/FontWeight.hpp>
-#include <com/sun/star/awt/Key.hpp>
 #include <com/sun/star/awt/KeyModifier.hpp>
 #include <com/sun/star/awt/TextAlign.hpp>
 
@@ -10,6 +9,7 @@
 
 #include "platform/calc/Uno.h"
 #include "platform/calc/forms/FormWindow.h"
+#include "platform/calc/forms/GridKeys.h"
 #include "platform/date.h"
 #include "platform/forms/picker_dates.h"
 #include "platform/lithuanian/date_names.h"
@@ -105,34 +105,10 @@ void MonthCalendar::Show() {
 bool MonthCalendar::OnKey(const css::awt::KeyEvent& event) {
   namespace key = css::awt::Key;
   const bool control = event.Modifiers & css::awt::KeyModifier::MOD1;
-  const int months = control ? 12 : 1;
-  switch (event.KeyCode) {
-    case key::LEFT:
-      SetValue(MovedByDays(date_, -1));
-      return true;
-    case key::RIGHT:
-      SetValue(MovedByDays(date_, 1));
-      return true;
-    case key::UP:
-      SetValue(MovedByDays(date_, -kDays));
-      return true;
-    case key::DOWN:
-      SetValue(MovedByDays(date_, kDays));
-      return true;
-    case key::PAGEUP:
-      SetValue(MovedByMonths(date_, -months));
-      return true;
-    case key::PAGEDOWN:
-      SetValue(MovedByMonths(date_, months));
-      return true;
-    case key::HOME:
-      SetValue(FirstOfMonth(date_));
-      return true;
-    case key::END:
-      SetValue(LastOfMonth(date_));
-      return true;
-    case key::TAB:
-      return false;
+  if (const std::optional<GridKey> grid_key = GridKeyOf(event.KeyCode)) {
+    const std::optional<Date> day = KeyTarget(*grid_key, control, date_);
+    if (day) SetValue(*day);
+    return day.has_value();
   }
   const int character = event.KeyCode == key::RETURN   ? kEnter
                         : event.KeyCode == key::ESCAPE ? kEscape

@@ -10,6 +10,7 @@
 
 #include "platform/calc/UnoText.h"
 #include "platform/calc/forms/FormWindow.h"
+#include "platform/forms/form_description.h"
 
 namespace qva::calc {
 
@@ -117,7 +118,7 @@ void OptionControl::OnItemChanged() {
   if (selected_ || !window().As<XRadioButton>()->getState()) return;
   for (const auto& control : form().controls()) {
     auto* other = dynamic_cast<OptionControl*>(control.get());
-    if (!other || other == this || other->description().parent != description().parent) continue;
+    if (!other || other == this || !AreOneGroup(other->description(), description())) continue;
     other->selected_ = false;
     other->window().As<XRadioButton>()->setState(false);
   }

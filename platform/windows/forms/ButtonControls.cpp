@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "platform/forms/form_description.h"
 #include "platform/windows/forms/FormWindow.h"
 #include "platform/windows/forms/WindowText.h"
 
@@ -56,10 +57,8 @@ NativeOptionButton::NativeOptionButton(FormWindow& form, const ui::ControlDescri
 void NativeOptionButton::Select() {
   if (Selected()) return;
   for (const auto& control : form().controls()) {
-    if (control->description().kind == ui::ControlKind::OptionButton &&
-        control->description().parent == description().parent) {
-      SendMessageW(control->window(), BM_SETCHECK, control.get() == this ? BST_CHECKED : BST_UNCHECKED, 0);
-    }
+    if (!AreOneGroup(control->description(), description())) continue;
+    SendMessageW(control->window(), BM_SETCHECK, control.get() == this ? BST_CHECKED : BST_UNCHECKED, 0);
   }
   Raise(on_click);
 }

@@ -9,6 +9,7 @@
 #include "platform/forms/picker_dates.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/FormWindow.h"
+#include "platform/windows/forms/Keyboard.h"
 
 namespace qva::windows {
 namespace {
@@ -123,40 +124,17 @@ void NativeMonthView::PressDay(bool is_double, LPARAM place) {
   pressed_at_ = now;
 }
 
-bool NativeMonthView::MoveByKey(WPARAM key) {
-  const Date day = Value();
-  const auto move = [&](Date to) {
-    SetValue(to);
-    return true;
-  };
-  switch (key) {
-    case VK_LEFT:
-      return move(MovedByDays(day, -1));
-    case VK_RIGHT:
-      return move(MovedByDays(day, 1));
-    case VK_UP:
-      return move(MovedByDays(day, -7));
-    case VK_DOWN:
-      return move(MovedByDays(day, 7));
-    case VK_PRIOR:
-      return move(MovedByMonths(day, -1));
-    case VK_NEXT:
-      return move(MovedByMonths(day, 1));
-    case VK_HOME:
-      return move(FirstOfMonth(day));
-    case VK_END:
-      return move(LastOfMonth(day));
-    default:
-      return false;
-  }
-}
-
 LRESULT NativeMonthView::Handle(UINT message, WPARAM first, LPARAM second) {
   switch (message) {
     case WM_KEYDOWN:
       // Not every release of the control knows these keys.
-      if (GetKeyState(VK_CONTROL) >= 0 && Send(MCM_GETCURRENTVIEW) == MCMV_MONTH && MoveByKey(first))
-        return 0;
+      if (const auto key = GridKeyOf(first);
+          key && !IsDown(VK_CONTROL) && Send(MCM_GETCURRENTVIEW) == MCMV_MONTH) {
+        if (const auto day = KeyTarget(*key, false, Value())) {
+          SetValue(*day);
+          return 0;
+        }
+      }
       return NativeControl::Handle(message, first, second);
     case WM_GETDLGCODE: {
       const auto* key = reinterpret_cast<const MSG*>(second);

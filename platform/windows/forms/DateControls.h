@@ -33,8 +33,6 @@ class NativeMonthView : public NativeControl, public ui::MonthView {
   LRESULT Handle(UINT message, WPARAM first, LPARAM second) override;
   std::optional<Date> DayAt(LPARAM place) const;
   void PressDay(bool is_double, LPARAM place);
-  /// Moves the selection as the arrow and page keys, Home and End do; false for another key.
-  bool MoveByKey(WPARAM key);
 
   std::optional<Date> pressed_day_;  ///< by the last press of the mouse, at this time
   LONG pressed_at_ = 0;

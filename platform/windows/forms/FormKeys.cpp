@@ -5,20 +5,10 @@
 
 #include <algorithm>
 
+#include "platform/forms/form_description.h"
 #include "platform/windows/forms/Keyboard.h"
 
 namespace qva::windows {
-namespace {
-
-bool IsOption(const NativeControl& control) {
-  return control.description().kind == ui::ControlKind::OptionButton;
-}
-
-bool AreOneGroup(const NativeControl& one, const NativeControl& other) {
-  return IsOption(one) && IsOption(other) && one.description().parent == other.description().parent;
-}
-
-}  // namespace
 
 void FormWindow::ShowModal() {
   if (visible_) throw AutomationError(kFormAlreadyDisplayed);
@@ -109,7 +99,7 @@ void FormWindow::MoveFocus(int step) {
   for (int i = 0; i < count; ++i) {
     place = (place + step + count) % count;
     NativeControl& control = *controls_[static_cast<std::size_t>(place)];
-    if (!control.IsTabStop() || (from && AreOneGroup(*from, control))) continue;
+    if (!control.IsTabStop() || (from && AreOneGroup(from->description(), control.description()))) continue;
     return control.SetFocus();
   }
 }
@@ -183,10 +173,11 @@ bool FormWindow::TurnPage(int step) {
 }
 
 bool FormWindow::ChooseOption(NativeControl& from, int step) {
-  if (!IsOption(from)) return false;
+  if (from.description().kind != ui::ControlKind::OptionButton) return false;
   std::vector<NativeControl*> group;
   for (const auto& control : controls_) {
-    if (AreOneGroup(from, *control) && (control->Enabled() || control.get() == &from)) {
+    if (AreOneGroup(from.description(), control->description()) &&
+        (control->Enabled() || control.get() == &from)) {
       group.push_back(control.get());
     }
   }
@@ -198,7 +189,7 @@ bool FormWindow::ChooseOption(NativeControl& from, int step) {
 }
 
 bool FormWindow::PressButton(std::u16string_view name) {
-  const auto* button = dynamic_cast<const ui::Button*>(Native(name));
+  const auto* button = dynamic_cast<const ui::Button*>(Find(name));
   if (!button || !button->Enabled()) return false;
   if (button->on_click) button->on_click();
   return true;

@@ -66,7 +66,7 @@ void FormWindow::DressControls() {
   for (const auto& control : controls_) control->Dress(font_.get(), scale_);
 }
 
-NativeControl* FormWindow::Native(std::u16string_view name) const {
+ui::Control* FormWindow::Find(std::u16string_view name) {
   const auto found = std::ranges::find_if(
       controls_, [&](const auto& control) { return control->description().name == name; });
   return found == controls_.end() ? nullptr : found->get();
@@ -119,14 +119,12 @@ void FormWindow::StartResizer(int width, int height,
 }
 
 void FormWindow::PlaceControls() {
-  const std::vector<RECT> places = layout_.Places(Inner(), scale_);
+  const SIZE inner = Inner();
+  const std::vector<ui::Bounds> places = layout_.Places(inner.cx, inner.cy, scale_);
   for (std::size_t i = 0; i < controls_.size(); ++i) {
-    RECT place = places[i];
-    if (const auto natural = controls_[i]->NaturalSize()) {
-      place.right = place.left + natural->cx;
-      place.bottom = place.top + natural->cy;
-    }
-    controls_[i]->Place(place);
+    const auto& [left, top, width, height] = places[i];
+    const SIZE size = controls_[i]->NaturalSize().value_or(SIZE{width, height});
+    controls_[i]->Place({left, top, left + size.cx, top + size.cy});
   }
 }
 

@@ -9,8 +9,8 @@
 
 #include "platform/controls.h"
 #include "platform/forms/Guarded.h"
+#include "platform/forms/form_layout.h"
 #include "platform/windows/forms/Font.h"
-#include "platform/windows/forms/FormLayout.h"
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/NativeControl.h"
 #include "platform/windows/forms/OwnedWindow.h"
@@ -27,7 +27,7 @@ class FormWindow : public ui::Form {
   explicit FormWindow(const ui::FormDescription& description);
   ~FormWindow() override;
 
-  ui::Control* Find(std::u16string_view name) override { return Native(name); }
+  ui::Control* Find(std::u16string_view name) override;
   void ShowModal() override;
   void Hide() override;
   bool Visible() const override { return visible_; }
@@ -42,7 +42,6 @@ class FormWindow : public ui::Form {
   HWND window() const { return window_.handle; }
   UiScale scale() const { return scale_; }
   const std::vector<std::unique_ptr<NativeControl>>& controls() const { return controls_; }
-  NativeControl* Native(std::u16string_view name) const;
   /// The page in front.
   int page() const { return page_; }
   void ShowPage(int page);

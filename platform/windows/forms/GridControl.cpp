@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "platform/error.h"
-#include "platform/forms/grid_keys.h"
 #include "platform/windows/DeviceContext.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/forms/Font.h"
@@ -34,18 +33,6 @@ void SetHeaderItem(HWND header, UINT message, int item, int width, const wchar_t
     description.fmt = HDF_LEFT | HDF_STRING;
   }
   SendMessageW(header, message, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&description));
-}
-
-constexpr std::pair<UINT, GridKey> kGridKeys[] = {
-    {VK_LEFT, GridKey::Left}, {VK_RIGHT, GridKey::Right},  {VK_UP, GridKey::Up},
-    {VK_DOWN, GridKey::Down}, {VK_PRIOR, GridKey::PageUp}, {VK_NEXT, GridKey::PageDown},
-    {VK_HOME, GridKey::Home}, {VK_END, GridKey::End},      {VK_TAB, GridKey::Tab}};
-
-std::optional<GridKey> GridKeyOf(UINT key) {
-  for (const auto& [known, grid_key] : kGridKeys) {
-    if (known == key) return grid_key;
-  }
-  return std::nullopt;
 }
 
 }  // namespace

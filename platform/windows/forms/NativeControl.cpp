@@ -4,16 +4,14 @@
 
 #include <algorithm>
 
+#include "platform/forms/form_description.h"
 #include "platform/windows/forms/FormWindow.h"
 #include "platform/windows/forms/LateFunctions.h"
 
 namespace qva::windows {
 
 NativeControl::NativeControl(FormWindow& form, const ui::ControlDescription& description)
-    : form_(form), description_(description) {
-  if (const NativeControl* parent = form.Native(description.parent)) {
-    page_ = parent->description().kind == ui::ControlKind::TabControl ? description.page : parent->page();
-  }
+    : form_(form), description_(description), page_(PageOf(form.description(), description)) {
 }
 
 void NativeControl::SetEnabled(bool enabled) {

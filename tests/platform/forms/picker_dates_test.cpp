@@ -42,6 +42,23 @@ TEST(PickerDates, StayWhereAStepWouldLeaveTheCalendar) {
   EXPECT_EQ(MovedByMonths(DateFromParts(9999, 11, 30), 1), DateFromParts(9999, 12, 30));
 }
 
+TEST(PickerDates, KeysGoByDaysWeeksAndMonthsAndWithCtrlByYears) {
+  const Date day = DateFromParts(2024, 2, 29);
+  for (const bool control : {false, true}) {
+    EXPECT_EQ(KeyTarget(GridKey::Left, control, day), DateFromParts(2024, 2, 28));
+    EXPECT_EQ(KeyTarget(GridKey::Right, control, day), DateFromParts(2024, 3, 1));
+    EXPECT_EQ(KeyTarget(GridKey::Up, control, day), DateFromParts(2024, 2, 22));
+    EXPECT_EQ(KeyTarget(GridKey::Down, control, day), DateFromParts(2024, 3, 7));
+    EXPECT_EQ(KeyTarget(GridKey::Home, control, day), DateFromParts(2024, 2, 1));
+    EXPECT_EQ(KeyTarget(GridKey::End, control, DateFromParts(2024, 2, 3)), day);
+    EXPECT_EQ(KeyTarget(GridKey::Tab, control, day), std::nullopt);
+  }
+  EXPECT_EQ(KeyTarget(GridKey::PageUp, false, day), DateFromParts(2024, 1, 29));
+  EXPECT_EQ(KeyTarget(GridKey::PageDown, false, day), DateFromParts(2024, 3, 29));
+  EXPECT_EQ(KeyTarget(GridKey::PageUp, true, day), DateFromParts(2023, 2, 28));
+  EXPECT_EQ(KeyTarget(GridKey::PageDown, true, day), DateFromParts(2025, 2, 28));
+}
+
 TEST(PickerDates, KnowTheLengthOfTheMonth) {
   EXPECT_EQ(DaysInMonthOf(DateFromParts(2023, 2, 1)), 28);
   EXPECT_EQ(DaysInMonthOf(kLast), 31);

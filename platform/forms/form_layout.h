@@ -1,4 +1,4 @@
-// What the controls of a form do when it becomes wider and higher: the rules of ui::Form::StartResizer.
+// Where the controls of a form stand, and how they follow its size: the rules of ui::Form::StartResizer.
 #pragma once
 
 #include <functional>
@@ -17,20 +17,25 @@ struct Following {
   bool heightens = false;
 };
 
-class FormResizer {
+class FormLayout {
  public:
   using Mode = std::optional<ui::ResizeMode>;
 
-  /// The description is borrowed.
-  explicit FormResizer(const ui::FormDescription& description);
+  /// The description is borrowed. Raises 51 when it contradicts itself.
+  explicit FormLayout(const ui::FormDescription& description);
 
   /// As ui::Form::StartResizer; an empty `mode` gives none.
-  void Start(int width, int height, const std::function<Mode(std::u16string_view name)>& mode);
+  void StartResizer(int width, int height, const std::function<Mode(std::u16string_view name)>& mode);
 
   /// By the control's number in the description. Before the start nothing follows.
   Following Of(std::size_t control) const;
 
-  /// The size that the form started from, in pixels at 100 % scale.
+  /// The controls' places within a form whose inside is so wide and high, both in what `scale` makes of
+  /// pixels at 100 %.
+  std::vector<ui::Bounds> Places(int width, int height,
+                                 const std::function<int(int)>& scale = std::identity()) const;
+
+  /// The size that the resizer started from, in pixels at 100 % scale.
   int start_width() const { return start_width_; }
   int start_height() const { return start_height_; }
 
