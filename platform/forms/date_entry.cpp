@@ -80,11 +80,14 @@ void DateEntry::MoveToPart(int direction) {
 
 void DateEntry::ChoosePartAt(std::size_t caret) {
   std::size_t end = 0;
+  std::size_t chosen = current_;
   for (std::size_t part = 0; part < parts_.size(); ++part) {
     end += TextOf(part).size();
-    if (parts_[part].kind != 0) current_ = part;
+    if (parts_[part].kind != 0) chosen = part;
     if (caret <= end) break;
   }
+  StoreDigits();
+  current_ = chosen;
   Show();
 }
 

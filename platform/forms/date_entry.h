@@ -28,7 +28,8 @@ class DateEntry : public ui::DatePicker {
   void Step(int direction);
   /// To the next (1) or the previous (-1) part, if there is one.
   void MoveToPart(int direction);
-  /// To the part that a caret stands in or behind; from 0, before the first character.
+  /// To the part that a caret stands in or behind in the text as it is shown; from 0, before the first
+  /// character.
   void ChoosePartAt(std::size_t caret);
   /// Types a digit. A year is changed by its fourth one, which leads on to the next part, a month or a day by
   /// the second one, or by the first where none can follow.

@@ -102,7 +102,6 @@ void DateField::OnFocus(bool gained) {
 }
 
 void DateField::OnMousePressed(const MousePress&) {
-  StoreDigits();
   const sal_Int32 caret = window().As<XTextComponent>()->getSelection().Max;
   ChoosePartAt(static_cast<std::size_t>(caret));
 }

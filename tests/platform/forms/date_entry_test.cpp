@@ -124,6 +124,14 @@ TEST_F(DateEntryTest, ACaretBeforeTheFirstPartLeavesTheChoiceAsItWas) {
   EXPECT_EQ(entry.shown, "([2024]-05)");
 }
 
+TEST_F(DateEntryTest, ACaretElsewhereStoresWaitingDigitsInTheirPart) {
+  entry.MoveToPart(1);
+  Type(u"1");
+  EXPECT_EQ(entry.shown, "2024-[1]-17");
+  entry.ChoosePartAt(8);
+  EXPECT_EQ(entry.shown, "2024-01-[17]");
+}
+
 TEST_F(DateEntryTest, StepsChangeTheCurrentPart) {
   entry.Step(1);
   EXPECT_EQ(entry.shown, "[2025]-05-17");
