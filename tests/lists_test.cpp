@@ -212,6 +212,26 @@ TEST(Lists, EveryServiceThatCanFailDoesSoOnDemand) {
   EXPECT_THAT(failing, testing::ElementsAre("ObjectFactory", "Registry", "FormFactory", "Files"));
 }
 
+/// By words that only the helpers, and what runs within LibreOffice, have.
+TEST(Lists, WhatTestsHaveHelpersForIsNotDoneByHand) {
+  const std::map<std::string, std::set<std::string>> words = {
+      {"setenv(", {"tests/calc/module/FileCalls.cpp", "tests/temporary_environment.h"}},
+      {"SetEnvironmentVariable", {"tests/temporary_environment.h"}},
+      {"ofstream", {"tests/files.h"}},
+      {"SetCurrentDirectory", {}},
+      {"GetTempPath", {}}};
+  std::map<std::string, std::set<std::string>> found;
+  for (const auto& [path, source] : SourcesIn({"tests"})) {
+    if (path.filename() == "lists_test.cpp") continue;
+    for (const auto& [word, files] : words) {
+      std::set<std::string>& files_with_it = found[word];
+      if (source.find(word) != source.npos)
+        files_with_it.insert(fs::relative(path, SourceFolder()).generic_string());
+    }
+  }
+  EXPECT_EQ(found, words);
+}
+
 /// The tests of all programs, as "Suite.Test" and "Suite.*".
 std::set<std::string> Tests() {
   std::set<std::string> tests;

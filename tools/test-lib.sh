@@ -71,6 +71,22 @@ sum_up() {
   [[ $failed -eq 0 && $passed -gt 0 ]]
 }
 
+# A display of its own: $display is its number. Whoever begins it ends it, at the latest when the script does.
+#   begin_display <width>x<height>
+display= display_server=
+begin_display() {
+  local pipe
+  exec {pipe}<> <(:)
+  Xvfb -displayfd "$pipe" -screen 0 "$1x24" -nolisten tcp -r -ac 2> /dev/null &
+  display_server=$!
+  read -r -t 60 -u "$pipe" display
+}
+end_display() {
+  [[ -n $display_server ]] || return 0
+  kill "$display_server" && wait "$display_server"
+  display_server=
+} 2> /dev/null
+
 # --- Wine: the script says what wine_run is, and has a folder $work -------------------------------------------
 
 # Everything that programs keep in the registry, as text. Wine's own settings come and go, and so do its fonts, with the

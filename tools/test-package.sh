@@ -8,8 +8,8 @@ umask 022
 cd "$(dirname "$0")/.."
 . tools/test-lib.sh
 work=$(mktemp -d)
-screen= installed=
-trap '[[ -z $screen ]] || kill "$screen" 2> /dev/null; [[ -z $installed ]] || dpkg --purge "$installed"; WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
+installed=
+trap 'end_display; [[ -z $installed ]] || dpkg --purge "$installed"; WINEPREFIX=$work/prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
 # With a certificate, which is the case that has more to go wrong.
 openssl req -x509 -newkey rsa:2048 -nodes -days 2 -subj '/CN=QVA_Varnholt test' -addext 'extendedKeyUsage=codeSigning' \
   -keyout "$work/key.pem" -out "$work/certificate.pem" 2> /dev/null
@@ -75,10 +75,7 @@ check "it names no place on a network" names_no_network
 check "with its help" grep -q . <(find "$home/profile" -path '*/FReport/index.html')
 
 # On a screen of its own, by the keys of the menu: Alt+A opens "Ataskaitos", then the sample's letter follows.
-exec {display_pipe}<> <(:)
-Xvfb -displayfd "$display_pipe" -screen 0 1280x900x24 -nolisten tcp -r -ac 2> /dev/null &
-screen=$!
-read -r -t 60 -u "$display_pipe" display
+begin_display 1280x900
 drive=$home/.local/share/qva-varnholt/drives/C
 user() { DISPLAY=:$display timeout 10 xdotool "$@" 2> /dev/null; }
 # Chooses a command of the menu by its letter until another command says that it is done.
@@ -193,7 +190,7 @@ check "and tells what to do about macros that do not compile" tells_of_an_error
 archive=$drive/Ataskaitos/Archyvas
 check "and archives the reports" test -s "$archive/2025/Balansas_2025.xls" \
   -a -s "$archive/2025/PelnasNuostoliai_2025_12.xls" -a -s "$archive/2025/PVM registrai_2025_12.xls"
-kill "$screen"
+end_display
 check "the extension is removed" unopkg remove qva.varnholt
 # LibreOffice empties its cache at the next start.
 start --convert-to pdf --outdir "$home" "$work/zip/samples/vat.xlsm" > "$work/start.log" 2>&1

@@ -14,12 +14,12 @@ pictures=
 [[ $# -gt 0 ]] || set -- user all screen
 x64=build/windows-x64 x86=build/windows-x86
 work=$(mktemp -d)
-prefix=$work/prefix screen= holder=
+prefix=$work/prefix holder=
 finish() {
   rm -f "$work/held"
   # Programs go before their screen, which some would miss aloud.
   WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null
-  [[ -z $screen ]] || kill "$screen" 2> /dev/null
+  end_display
   rm -rf "$work"
 }
 trap finish EXIT
@@ -401,10 +401,7 @@ demo_host() {
 # --- On a screen ---------------------------------------------------------------------------------------------
 
 begin_screen() {
-  exec {display_pipe}<> <(:)
-  Xvfb -displayfd "$display_pipe" -screen 0 800x600x24 -nolisten tcp -r -ac 2> /dev/null &
-  screen=$!
-  read -r -t 60 -u "$display_pipe" display
+  begin_display 800x600
   # Who runs at the same time decides whether there is a display.
   WINEPREFIX=$prefix timeout 30 wineserver -k
 }

@@ -2,7 +2,6 @@
 #include <signal.h>
 
 #include <chrono>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
 #include <thread>
@@ -29,11 +28,11 @@ class Batch : public CalcTest {
   /// A jobs file of one workbook, which holds these macros; each job is an entry macro.
   void WriteJobs(const std::string& macros, const std::vector<std::string>& jobs) {
     const fs::path workbook = WriteWorkbook(macros, "VBAProject", "<table:table table:name=\"Lapas\"/>");
-    std::ofstream file(folder / "jobs.csv");
-    file << "workbook,macro,output\n";
+    std::string lines = "workbook,macro,output\n";
     for (std::size_t n = 0; n < jobs.size(); ++n) {
-      file << workbook.string() << ",Ataskaita." << jobs[n] << ",done/" << n + 1 << '\n';
+      lines += workbook.string() + ",Ataskaita." + jobs[n] + ",done/" + std::to_string(n + 1) + "\n";
     }
+    WriteFile(folder / "jobs.csv", lines);
   }
 
   void Start(std::vector<std::string> options, std::map<std::string, std::string> environment = {}) {
@@ -151,7 +150,7 @@ TEST_F(Batch, AWorkerThatIsKilledCostsOneTry) {
   kill(office, SIGKILL);
   WaitUntilGone(office);
   WaitForLines(2);  // of the second try
-  std::ofstream(folder / "macro.log.go") << "";
+  WriteFile(folder / "macro.log.go", "");
   const RunResult run = Finish();
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(Statuses(), ElementsAre("ok 2", "ok 1"));
@@ -224,8 +223,8 @@ TEST_F(BatchPreloaded, FewerThreadsThanWorkersTakeLonger) {
 
 TEST_F(Batch, AJobWhoseOutputCannotBeWrittenFailsAlone) {
   WriteJobs("batch_jobs", {"Main", "Main"});
-  std::ofstream(folder / "jobs.csv", std::ios::app)
-      << (folder / "batch_jobs.fods").string() << ",Ataskaita.Main,jobs.csv/3\n";
+  const fs::path jobs = folder / "jobs.csv";
+  WriteFile(jobs, Contents(jobs) + (folder / "batch_jobs.fods").string() + ",Ataskaita.Main,jobs.csv/3\n");
   const RunResult run = Run();
   EXPECT_EQ(run.exit_status, 11);
   EXPECT_THAT(Statuses(), ElementsAre("ok 1", "ok 1", "failed 1"));
@@ -233,15 +232,12 @@ TEST_F(Batch, AJobWhoseOutputCannotBeWrittenFailsAlone) {
 }
 
 TEST_F(Batch, PeriodsAndBooksAreTheJobsOwn) {
-  std::ofstream(folder / "jobs.csv") << "workbook;book;period;output\n"
-                                     << (SourceFolder() / "samples/sablonas.fods").string()
-                                     << ";BALTIJA;2025-Q4;1\n"
-                                     << (SourceFolder() / "samples/sablonas.fods").string() << ";;2025-H2;2\n"
-                                     << (SourceFolder() / "samples/sablonas.fods").string()
-                                     << ";NERA;2024-02;3\n"
-                                     << (SourceFolder() / "samples/sablonas.fods").string() << ";;2024-02;4\n"
-                                     << (SourceFolder() / "samples/sablonas.fods").string()
-                                     << ";;2024-01/2024-04;5\n";
+  std::string jobs = "workbook;book;period;output\n";
+  for (const char* job :
+       {"BALTIJA;2025-Q4;1", ";2025-H2;2", "NERA;2024-02;3", ";2024-02;4", ";2024-01/2024-04;5"}) {
+    jobs += (SourceFolder() / "samples/sablonas.fods").string() + ";" + job + "\n";
+  }
+  WriteFile(folder / "jobs.csv", jobs);
   const RunResult run = Run();
   EXPECT_EQ(run.exit_status, 11) << run.errors;
   EXPECT_THAT(Statuses(), ElementsAre("ok 1", "ok 1", "failed 1", "ok 1", "ok 1"));
@@ -260,17 +256,17 @@ TEST_F(Batch, PeriodsAndBooksAreTheJobsOwn) {
 TEST_F(Batch, RefusesAWrongJobsFileAndFoldersThatAreNoJobs) {
   WriteJobs("batch_jobs", {"Main", "Main"});
   fs::create_directories(folder / "done/2");
-  std::ofstream(folder / "done/2/kept.txt") << "not ours";
+  WriteFile(folder / "done/2/kept.txt", "not ours");
   const RunResult taken = Run();
   EXPECT_EQ(taken.exit_status, 2);
   EXPECT_THAT(taken.errors, HasSubstr("jobs.csv, line 3: " + (folder / "done/2").string() +
                                       " is there already, and is no job's output"));
   EXPECT_TRUE(fs::exists(folder / "done/2/kept.txt"));
-  std::ofstream(folder / "jobs.csv") << "workbook,output\nnowhere.fods,1\n";
+  WriteFile(folder / "jobs.csv", "workbook,output\nnowhere.fods,1\n");
   const RunResult wrong = Run();
   EXPECT_EQ(wrong.exit_status, 2);
   EXPECT_THAT(wrong.errors, HasSubstr("jobs.csv, line 2: there is no file"));
-  std::ofstream(folder / "jobs.csv") << "workbook,output\n";
+  WriteFile(folder / "jobs.csv", "workbook,output\n");
   EXPECT_EQ(Run().exit_status, 2);
   EXPECT_EQ(Run({"--workers", "0"}).exit_status, 2);
   EXPECT_FALSE(fs::exists(folder / "jobs.summary"));

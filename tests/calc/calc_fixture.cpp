@@ -23,8 +23,9 @@ RunResult CalcTest::RunMacro(const std::string& name, std::vector<std::string> o
   return Finish();
 }
 
-RunResult CalcTest::RunWorkbook(const fs::path& workbook, std::vector<std::string> options) {
-  StartWorkbook(workbook, std::move(options), {});
+RunResult CalcTest::RunWorkbook(const fs::path& workbook, std::vector<std::string> options,
+                                std::map<std::string, std::string> environment) {
+  StartWorkbook(workbook, std::move(options), std::move(environment));
   return Finish();
 }
 
@@ -38,7 +39,8 @@ std::string CalcTest::XmlText(const std::string& text) {
 std::string CalcTest::ResourcesWith(const std::string& sql) const {
   const fs::path resources = folder / "resources";
   fs::copy(SourceFolder() / "host", resources);
-  std::ofstream(resources / "sample.sql", std::ios::app) << "\n" << sql << "\n";
+  const fs::path sample = resources / "sample.sql";
+  WriteFile(sample, FileContent(sample) + "\n" + sql + "\n");
   return resources.string();
 }
 
@@ -47,7 +49,7 @@ fs::path CalcTest::WriteWorkbook(const std::string& macro, const std::string& pr
   const fs::path macros = SourceFolder() / "tests/calc/macros";
   const std::string source = FileContent(macros / (macro + ".bas"));
   const fs::path workbook = folder / (macro + ".fods");
-  std::ofstream(workbook) << R"(<?xml version="1.0" encoding="UTF-8"?>
+  WriteFile(workbook, R"(<?xml version="1.0" encoding="UTF-8"?>
 <office:document xmlns:office="urn:oasis:names:tc:opendocument:xmlns:office:1.0"
  xmlns:table="urn:oasis:names:tc:opendocument:xmlns:table:1.0"
  xmlns:text="urn:oasis:names:tc:opendocument:xmlns:text:1.0"
@@ -57,16 +59,16 @@ fs::path CalcTest::WriteWorkbook(const std::string& macro, const std::string& pr
  xmlns:ooo="http://openoffice.org/2004/office" office:version="1.3"
  office:mimetype="application/vnd.oasis.opendocument.spreadsheet">
  <office:scripts><office:script script:language="ooo:Basic"><ooo:libraries>
-  <ooo:library-embedded ooo:name=")"
-                          << project << R"("><ooo:module ooo:name="Ataskaita"><ooo:source-code>)"
-                          << XmlText(source + Contents(macros / "log.bas"))
-                          << R"(</ooo:source-code></ooo:module></ooo:library-embedded>
+  <ooo:library-embedded ooo:name=")" +
+                          project + R"("><ooo:module ooo:name="Ataskaita"><ooo:source-code>)" +
+                          XmlText(source + Contents(macros / "log.bas")) +
+                          R"(</ooo:source-code></ooo:module></ooo:library-embedded>
  </ooo:libraries></office:script></office:scripts>
  <office:body><office:spreadsheet>
-)" << sheets << R"(
+)" + sheets + R"(
  </office:spreadsheet></office:body>
 </office:document>
-)";
+)");
   return workbook;
 }
 
@@ -106,7 +108,7 @@ void CalcTest::StartRunner(const std::vector<std::string>& arguments,
   for (const std::string& argument : arguments) command += " '" + argument + "'";
   command += " > '" + (folder / "printed.txt").string() + "'";
   environment["QVA_TEST_LOG"] = (folder / "macro.log").string();
-  if (!getenv("LC_ALL")) environment["LC_ALL"] = "C.UTF-8";
+  if (!getenv("LC_ALL")) environment.emplace("LC_ALL", "C.UTF-8");
   // LibreOffice itself is built without the sanitizers, which must be there before our component is; it
   // keeps memory to its end, and so do we for it.
   if (!SanitizerRuntime().empty()) {

@@ -35,7 +35,8 @@ class CalcTest : public testing::Test {
   /// Runs tests/calc/macros/<name>.bas in a workbook of one empty sheet.
   RunResult RunMacro(const std::string& name, std::vector<std::string> options = {});
   /// Runs a workbook; further options of the runner come before its name.
-  RunResult RunWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options = {});
+  RunResult RunWorkbook(const std::filesystem::path& workbook, std::vector<std::string> options = {},
+                        std::map<std::string, std::string> environment = {});
 
   /// The same in two steps, for a test that does something meanwhile, such as working LibreOffice's windows
   /// (option "--show", with a Desktop's variables in `environment`).

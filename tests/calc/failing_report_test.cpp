@@ -1,5 +1,4 @@
 // A report that fails in its middle: its error handler gives the user his program back.
-#include <fstream>
 
 #include "tests/calc/calc_fixture.h"
 #include "tests/test_paths.h"
@@ -36,7 +35,7 @@ class CalcFailingReport : public CalcTest {
     Insert(workbook, "<ooo:library-embedded ooo:name=\"" + name + "\">",
            Module("Tikrinimas", Contents(macros / "failing_sample.bas") + Contents(macros / "log.bas")));
     const fs::path file = folder / "failing.fods";
-    std::ofstream(file) << workbook;
+    WriteFile(file, workbook);
     const RunResult run =
         RunWorkbook(file, {"--no-picture", "--macro", "Tikrinimas.RunSample", "--form-answers",
                            (SourceFolder() / "samples/balance.answers").string()});
@@ -66,7 +65,7 @@ TEST_F(CalcFailingReport, TellsWhatTheReportItselfFound) {
   std::string workbook = Contents(SourceFolder() / "samples/balance.fods");
   Insert(workbook, "\n    RasytiLikucius\n", "    Sritis(&quot;Skirtumas&quot;).Value = 1\n");
   const fs::path file = folder / "unequal.fods";
-  std::ofstream(file) << workbook;
+  WriteFile(file, workbook);
   const RunResult run = RunWorkbook(
       file, {"--no-picture", "--form-answers", (SourceFolder() / "samples/balance.answers").string()});
   EXPECT_THAT(run.messages, HasSubstr("Turtas nelygus nuosavam kapitalui ir įsipareigojimams."));
@@ -81,19 +80,17 @@ TEST_P(CalcTwoSamples, DoNotMeetAndLeaveTheUsersProgramAsItWas) {
   Insert(workbook, "<ooo:library-embedded ooo:name=\"Balansas\">",
          Module("Tikrinimas", Contents(macros / "failing_sample.bas") + Contents(macros / "two_samples.bas") +
                                   Contents(macros / "log.bas")));
-  std::ofstream(folder / "two.fods") << workbook;
+  WriteFile(folder / "two.fods", workbook);
   fs::copy_file(SourceFolder() / "samples/vat.fods", folder / "vat.fods");
-  std::ofstream(folder / "two.answers")
-      << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n[frmDatePic]\nMonthView1 double 2026-02-27\n"
-      << Contents(SourceFolder() / "samples/vat.answers")
-      << "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n[frmDatePic]\nMonthView1 double 2025-02-28\n";
-  setenv("QVA_TEST_SECOND", (folder / "vat.fods").c_str(), 1);
-  setenv("QVA_TEST_FIRST_GOES_FIRST", GetParam() ? "1" : "0", 1);
+  WriteFile(
+      folder / "two.answers",
+      "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n[frmDatePic]\nMonthView1 double 2026-02-27\n" +
+          Contents(SourceFolder() / "samples/vat.answers") +
+          "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n[frmDatePic]\nMonthView1 double 2025-02-28\n");
   const RunResult run = RunWorkbook(
       folder / "two.fods",
-      {"--no-picture", "--macro", "Tikrinimas.RunBoth", "--form-answers", (folder / "two.answers").string()});
-  unsetenv("QVA_TEST_SECOND");
-  unsetenv("QVA_TEST_FIRST_GOES_FIRST");
+      {"--no-picture", "--macro", "Tikrinimas.RunBoth", "--form-answers", (folder / "two.answers").string()},
+      {{"QVA_TEST_SECOND", folder / "vat.fods"}, {"QVA_TEST_FIRST_GOES_FIRST", GetParam() ? "1" : "0"}});
   EXPECT_EQ(run.exit_status, 0) << run.errors << run.messages;
   EXPECT_THAT(
       run.lines,

@@ -1,8 +1,5 @@
 // Reports finished in LibreOffice: printed, frozen, locked, coloured and stored in the archive.
-#include <stdlib.h>
 #include <unistd.h>
-
-#include <fstream>
 
 #include "tests/calc/calc_fixture.h"
 #include "tools/report-runner/Process.h"
@@ -19,11 +16,7 @@ using testing::StartsWith;
 
 class CalcFinish : public CalcTest {
  protected:
-  CalcFinish() {
-    fs::create_directories(archive);
-    setenv("QVA_VARNHOLT_DRIVES", (folder / "drives").c_str(), 1);
-  }
-  ~CalcFinish() override { unsetenv("QVA_VARNHOLT_DRIVES"); }
+  CalcFinish() { fs::create_directories(archive); }
 
   /// A workbook whose project is "Balansas": the sheet "Lapas" of 120 rows "E<row>S<column>", of which the
   /// name "Print" means the rows 3 to 110 of two columns, and an empty sheet; "Saved" is the cell H5.
@@ -48,13 +41,14 @@ class CalcFinish : public CalcTest {
             "</table:table-row></table:table><table:named-expressions>" +
             name("Print", "$A$3:.$B$110") + name("Saved", "$H$5") + "</table:named-expressions>");
     options.insert(options.end(), {"--no-picture", "--macro", "Balansas.Ataskaita.Main"});
-    return RunWorkbook(workbook, std::move(options));
+    return RunWorkbook(workbook, std::move(options), {{"QVA_VARNHOLT_DRIVES", folder / "drives"}});
   }
 
   /// The options that let the boxes be answered so.
   std::vector<std::string> Answers(const std::vector<std::string>& answers) {
-    std::ofstream file(folder / "answers.txt");
-    for (const std::string& answer : answers) file << answer << '\n';
+    std::string lines;
+    for (const std::string& answer : answers) lines += answer + "\n";
+    WriteFile(folder / "answers.txt", lines);
     return {"--answers", (folder / "answers.txt").string()};
   }
 
@@ -117,7 +111,7 @@ TEST_F(CalcFinish, APreviewTakesTheWindowAndPrintsNothing) {
 TEST_F(CalcFinish, AStoredReportIsFoundInAFolderThatCannotBeListed) {
   const fs::path stored = archive / "2024/Balansas_2024.xls";
   for (const char* year : {"2024", "2025"}) fs::create_directories(archive / year);
-  std::ofstream(stored) << "of last week";
+  WriteFile(stored, "of last week");
   for (const char* year : {"2024", "2025"}) {
     fs::permissions(archive / year, fs::perms::owner_write | fs::perms::owner_exec);
   }

@@ -1,7 +1,6 @@
 // What report workbooks' macros see of the library in LibreOffice.
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "tests/calc/calc_fixture.h"
 
@@ -62,10 +61,10 @@ TEST_F(CalcMacros, HelpOpensThePagesBesideAHelpFile) {
   const fs::path pages = folder / "drives" / "C" / "Help" / "Reports";
   fs::create_directories(opener.parent_path());
   fs::create_directories(pages);
-  std::ofstream(opener) << "#!/bin/sh\necho \"$1\" > '" << opened.string() << ".new'\nmv '" << opened.string()
-                        << ".new' '" << opened.string() << "'\n";
+  WriteFile(opener, "#!/bin/sh\necho \"$1\" > '" + opened.string() + ".new'\nmv '" + opened.string() +
+                        ".new' '" + opened.string() + "'\n");
   fs::permissions(opener, fs::perms::owner_all);
-  std::ofstream(pages / "index.html") << "<html></html>";
+  WriteFile(pages / "index.html", "<html></html>");
   StartMacro("help_pages", {},
              {{"PATH", opener.parent_path().string() + ":" + std::getenv("PATH")},
               {"QVA_VARNHOLT_DRIVES", (folder / "drives").string()},
@@ -122,7 +121,7 @@ TEST_F(CalcMacros, TheSearchPathGainsTheFolderOnce) {
 }
 
 TEST_F(CalcMacros, MessagesAreAnsweredFromTheAnswersFileAndLogged) {
-  std::ofstream(folder / "answers.txt") << "# the only question\nNe\n";
+  WriteFile(folder / "answers.txt", "# the only question\nNe\n");
   const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("answer: 2", "unanswered: 1"));

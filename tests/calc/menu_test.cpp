@@ -1,5 +1,4 @@
 // The extension's menu: its commands, and what they tell of whatever does not work.
-#include <fstream>
 
 #include "tests/calc/calc_fixture.h"
 #include "tests/test_paths.h"
@@ -43,27 +42,30 @@ class CalcMenu : public CalcTest {
   /// A workbook of such modules in its own library.
   std::string WriteBook(const std::vector<Module>& modules) const {
     const fs::path book = folder / "kita.fods";
-    std::ofstream out(book);
-    out << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<office:document xmlns:office=\"urn:oasis:names:tc:opendocument:xmlns:office:1.0\"\n"
-           " xmlns:table=\"urn:oasis:names:tc:opendocument:xmlns:table:1.0\"\n"
-           " xmlns:script=\"urn:oasis:names:tc:opendocument:xmlns:script:1.0\"\n"
-           " xmlns:ooo=\"http://openoffice.org/2004/office\" office:version=\"1.3\"\n"
-           " office:mimetype=\"application/vnd.oasis.opendocument.spreadsheet\">\n";
+    std::string xml =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<office:document xmlns:office=\"urn:oasis:names:tc:opendocument:xmlns:office:1.0\"\n"
+        " xmlns:table=\"urn:oasis:names:tc:opendocument:xmlns:table:1.0\"\n"
+        " xmlns:script=\"urn:oasis:names:tc:opendocument:xmlns:script:1.0\"\n"
+        " xmlns:ooo=\"http://openoffice.org/2004/office\" office:version=\"1.3\"\n"
+        " office:mimetype=\"application/vnd.oasis.opendocument.spreadsheet\">\n";
     if (!modules.empty()) {
-      out << "<office:scripts><office:script script:language=\"ooo:Basic\"><ooo:libraries>"
-             "<ooo:library-embedded ooo:name=\"Kita\">";
+      xml +=
+          "<office:scripts><office:script script:language=\"ooo:Basic\"><ooo:libraries>"
+          "<ooo:library-embedded ooo:name=\"Kita\">";
       for (const Module& module : modules) {
-        out << "<ooo:module ooo:name=\"" << module.name << "\"><ooo:source-code>"
-            << XmlText("Option VBASupport 1\n" + module.source +
-                       Contents(SourceFolder() / "tests/calc/macros/log.bas"))
-            << "</ooo:source-code></ooo:module>";
+        xml += "<ooo:module ooo:name=\"" + module.name + "\"><ooo:source-code>" +
+               XmlText("Option VBASupport 1\n" + module.source +
+                       Contents(SourceFolder() / "tests/calc/macros/log.bas")) +
+               "</ooo:source-code></ooo:module>";
       }
-      out << "</ooo:library-embedded></ooo:libraries></office:script></office:scripts>";
+      xml += "</ooo:library-embedded></ooo:libraries></office:script></office:scripts>";
     }
-    out << "<office:body><office:spreadsheet><table:table table:name=\"Lapas\"><table:table-row>"
-           "<table:table-cell/></table:table-row></table:table></office:spreadsheet></office:body>"
-           "</office:document>\n";
+    xml +=
+        "<office:body><office:spreadsheet><table:table table:name=\"Lapas\"><table:table-row>"
+        "<table:table-cell/></table:table-row></table:table></office:spreadsheet></office:body>"
+        "</office:document>\n";
+    WriteFile(book, xml);
     return book.string();
   }
   static std::string Writing(const std::string& text) { return "  WriteLine \"" + text + "\"\n"; }
@@ -143,7 +145,7 @@ TEST_F(CalcMenu, TellsNothingOfAMacroThatEndsItself) {
 }
 
 TEST_F(CalcMenu, TheBookThatIsChosenIsTheHostsFromThenOn) {
-  std::ofstream(folder / "answers.txt") << "list = BALTIJA\n";
+  WriteFile(folder / "answers.txt", "list = BALTIJA\n");
   const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("\"P0\"=\"BALTIJA\""));
@@ -153,7 +155,7 @@ TEST_F(CalcMenu, TheBookThatIsChosenIsTheHostsFromThenOn) {
 TEST_F(CalcMenu, MakesTheArchiveThatTheHostHasForTheReportsOfAllBooksAndNoOther) {
   const std::string resources = ResourcesWith(
       "UPDATE PathKey SET Folder = 'C:\\Kitur\\Archyvas' WHERE Code = 'BookRepSave' AND BookCode = '';");
-  std::ofstream(folder / "answers.txt") << "list = BALTIJA\n";
+  WriteFile(folder / "answers.txt", "list = BALTIJA\n");
   fs::copy_file(SourceFolder() / "samples/sablonas.fods", build / "samples/sablonas.fods");
   for (const std::vector<std::string>& options :
        {std::vector<std::string>{"ChoosesTheBook", "--form-answers", (folder / "answers.txt").string()},
@@ -178,15 +180,15 @@ TEST_F(CalcMenu, MakesAReportWhereTheArchiveCannotBeMade) {
 }
 
 TEST_F(CalcMenu, TheBookStaysWhenNoneIsChosen) {
-  std::ofstream(folder / "answers.txt") << "list\n";
+  WriteFile(folder / "answers.txt", "list\n");
   const RunResult run = Run("ChoosesTheBook", {"--form-answers", (folder / "answers.txt").string()});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("\"P0\"=\"MEDVILNE\""));
 }
 
 TEST_F(CalcMenu, TellsWhichFileCannotKeepTheBook) {
-  std::ofstream(folder / "answers.txt") << "list = BALTIJA\n";
-  std::ofstream(folder / "no-folder") << "";
+  WriteFile(folder / "answers.txt", "list = BALTIJA\n");
+  WriteFile(folder / "no-folder", "");
   const fs::path registry = folder / "no-folder" / "registry.reg";
   const RunResult run = Run("ChoosesABook", {"--form-answers", (folder / "answers.txt").string()},
                             {{"LD_PRELOAD", FileCallsLibrary()},
@@ -200,7 +202,7 @@ TEST_F(CalcMenu, TellsWhichFileCannotKeepTheBook) {
 TEST_F(CalcMenu, NewReportsGetNamesOfTheirOwnAndReplaceNothing) {
   fs::copy_file(SourceFolder() / "samples/sablonas.fods", build / "samples/sablonas.fods");
   fs::create_directories(Reports());
-  std::ofstream(Reports() / "nauja ATASKAITA.fods") << "the user's own";
+  WriteFile(Reports() / "nauja ATASKAITA.fods", "the user's own");
   const RunResult run = Run("MakesTwoReports");
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.messages, IsEmpty());
@@ -222,7 +224,7 @@ TEST_F(CalcMenu, TellsThatTheTemplateIsMissing) {
 }
 
 TEST_F(CalcMenu, TellsWhyANewReportCannotBeWritten) {
-  std::ofstream(build / "samples/sablonas.fods") << "";
+  WriteFile(build / "samples/sablonas.fods", "");
   const RunResult run = Run("MakesTwoReports");
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.messages, HasSubstr("Naujos ataskaitos failo sukurti nepavyko: there is no template " +
@@ -231,11 +233,11 @@ TEST_F(CalcMenu, TellsWhyANewReportCannotBeWritten) {
 }
 
 TEST_F(CalcMenu, TellsThatNoNameIsLeftForANewReport) {
-  std::ofstream(build / "samples/sablonas.fods") << "no workbook";
+  WriteFile(build / "samples/sablonas.fods", "no workbook");
   fs::create_directories(Reports());
-  std::ofstream(Reports() / "Nauja ataskaita.fods") << "";
+  WriteFile(Reports() / "Nauja ataskaita.fods", "");
   for (int number = 2; number <= 9999; ++number) {
-    std::ofstream(Reports() / ("Nauja ataskaita " + std::to_string(number) + ".fods")) << "";
+    WriteFile(Reports() / ("Nauja ataskaita " + std::to_string(number) + ".fods"), "");
   }
   const RunResult run = Run("MakesAReport");
   EXPECT_EQ(run.exit_status, 0) << run.errors;
@@ -244,7 +246,7 @@ TEST_F(CalcMenu, TellsThatNoNameIsLeftForANewReport) {
 }
 
 TEST_F(CalcMenu, TellsThatTheTemplateIsNoWorkbook) {
-  std::ofstream(build / "samples/sablonas.fods") << "no workbook";
+  WriteFile(build / "samples/sablonas.fods", "no workbook");
   const RunResult run = Run("MakesTwoReports");  // which fails itself then: there is no report to close
   EXPECT_THAT(run.messages, HasSubstr("Ataskaitos knygos atverti nepavyko."));
 }
@@ -266,10 +268,10 @@ TEST_F(CalcMenu, OpensTheGuideWithTheDesktopsProgramAndTellsWhereItIsMissing) {
   const fs::path opened = folder / "opened", opener = folder / "bin" / "xdg-open";
   fs::create_directories(opener.parent_path());
   fs::create_directories(build / "FReport");
-  std::ofstream(opener) << "#!/bin/sh\necho \"$1\" > '" << opened.string() << ".new'\nmv '" << opened.string()
-                        << ".new' '" << opened.string() << "'\n";
+  WriteFile(opener, "#!/bin/sh\necho \"$1\" > '" + opened.string() + ".new'\nmv '" + opened.string() +
+                        ".new' '" + opened.string() + "'\n");
   fs::permissions(opener, fs::perms::owner_all);
-  std::ofstream(build / "FReport" / "index.html") << "<html></html>";
+  WriteFile(build / "FReport" / "index.html", "<html></html>");
   const RunResult run = Run("ShowsTheGuide", {},
                             {{"PATH", opener.parent_path().string() + ":" + std::getenv("PATH")},
                              {"QVA_TEST_OPENED", opened.string()}});

@@ -1,5 +1,4 @@
 // The report period asked for by a macro in LibreOffice, unattended, on the embedded host.
-#include <fstream>
 
 #include "tests/calc/calc_fixture.h"
 
@@ -12,28 +11,29 @@ using testing::HasSubstr;
 class CalcPeriod : public CalcTest {};
 
 TEST_F(CalcPeriod, IsChosenKeptAndLeftAlone) {
-  std::ofstream(folder / "forms") << "[frmReportPeriod]\n"
-                                     "txtQuater = 3\n"
-                                     "SpecGrid 2 BookCode = MEDVILNE\n"
-                                     "SpecGrid 2 PlanCode = O'BRIEN\n"
-                                     "optYear\n"
-                                     "SpecGrid 2 BudgetCurrDocCode\n"
-                                     "list = BIU-2024-01\n"
-                                     "optQuarter\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "txtYear = 2026\n"
-                                     "btSpecDelete\n"
-                                     "btCancel\n"
-                                     "[frmReportPeriod]\n"
-                                     "txtQuater = 4\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "SpecGrid 1\n"
-                                     "btSpecDelete\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "btOk\n";
+  WriteFile(folder / "forms",
+            "[frmReportPeriod]\n"
+            "txtQuater = 3\n"
+            "SpecGrid 2 BookCode = MEDVILNE\n"
+            "SpecGrid 2 PlanCode = O'BRIEN\n"
+            "optYear\n"
+            "SpecGrid 2 BudgetCurrDocCode\n"
+            "list = BIU-2024-01\n"
+            "optQuarter\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "txtYear = 2026\n"
+            "btSpecDelete\n"
+            "btCancel\n"
+            "[frmReportPeriod]\n"
+            "txtQuater = 4\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "SpecGrid 1\n"
+            "btSpecDelete\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "btOk\n");
   const RunResult run = RunMacro("period", {"--form-answers", (folder / "forms").string()});
   EXPECT_EQ(run.exit_status, 1) << "the library told of a failure";
   const std::string period = ": BIUDZ 2024 3 0 2 2024-04-01 2024-06-30 2024-07-01 2024-09-30 0,,";
@@ -63,26 +63,27 @@ TEST_F(CalcPeriod, KeepsPlanCodesAsTheListHasThem) {
       "INSERT INTO GLAccountSet (BookCode, Code, Name, IsBudget) VALUES "
       "('MEDVILNE', '0012', 'Nuliai', 1), ('MEDVILNE', '1-2', 'Data', 1), "
       "('MEDVILNE', '12', 'Dvylika', 1);");
-  std::ofstream(folder / "forms") << "[frmReportPeriod]\n"
-                                     "cbAccPlan = 0012\n"
-                                     "SpecGrid 1 BookCode = MEDVILNE\n"
-                                     "SpecGrid 1 PlanCode = 0012\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "cbAccPlan = 1-2\n"
-                                     "SpecGrid 1 PlanCode = 1-2\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "cbAccPlan = biudz\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "cbAccPlan = NERA\n"
-                                     "btOk\n"
-                                     "[frmReportPeriod]\n"
-                                     "cbAccPlan = 12\n"
-                                     "btOk\n";
+  WriteFile(folder / "forms",
+            "[frmReportPeriod]\n"
+            "cbAccPlan = 0012\n"
+            "SpecGrid 1 BookCode = MEDVILNE\n"
+            "SpecGrid 1 PlanCode = 0012\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "cbAccPlan = 1-2\n"
+            "SpecGrid 1 PlanCode = 1-2\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "cbAccPlan = biudz\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "cbAccPlan = NERA\n"
+            "btOk\n"
+            "[frmReportPeriod]\n"
+            "cbAccPlan = 12\n"
+            "btOk\n");
   const RunResult run = RunMacro(
       "period_codes", {"--form-answers", (folder / "forms").string(), "--host-resources", resources});
   EXPECT_EQ(run.exit_status, 1) << "the refused code is a failure: " << run.errors;
@@ -95,23 +96,24 @@ TEST_F(CalcPeriod, KeepsPlanCodesAsTheListHasThem) {
 
 TEST_F(CalcPeriod, OffersTheBudgetsOfWholeMonthsForDatesOfTheUsersOwn) {
   // Budgets of the first days of 2024 and 2025 and of the last one of 2024.
-  std::ofstream(folder / "forms") << "[frmReportPeriod]\n"
-                                     "optUser\n"
-                                     "edCurrBegDate = 2025-01-15\n"
-                                     "edCurrEndDate = 2025-12-03\n"
-                                     "edPrevBegDate = 2024-01-20\n"
-                                     "edPrevEndDate = 2024-12-03\n"
-                                     "SpecGrid 1 BookCode = MEDVILNE\n"
-                                     "SpecGrid 1 PlanCode = BIUDZ\n"
-                                     "SpecGrid 1 BudgetCurrDocCode\n"
-                                     "list = BIU-2025-01\n"
-                                     "SpecGrid 1 BudgetLastDocCode\n"
-                                     "list = BIU-2024-01\n"
-                                     "SpecGrid 2 BookCode = MEDVILNE\n"
-                                     "SpecGrid 2 PlanCode = GAMYBA\n"
-                                     "SpecGrid 2 BudgetLastDocCode\n"
-                                     "list = BIU-2024-03\n"
-                                     "btOk\n";
+  WriteFile(folder / "forms",
+            "[frmReportPeriod]\n"
+            "optUser\n"
+            "edCurrBegDate = 2025-01-15\n"
+            "edCurrEndDate = 2025-12-03\n"
+            "edPrevBegDate = 2024-01-20\n"
+            "edPrevEndDate = 2024-12-03\n"
+            "SpecGrid 1 BookCode = MEDVILNE\n"
+            "SpecGrid 1 PlanCode = BIUDZ\n"
+            "SpecGrid 1 BudgetCurrDocCode\n"
+            "list = BIU-2025-01\n"
+            "SpecGrid 1 BudgetLastDocCode\n"
+            "list = BIU-2024-01\n"
+            "SpecGrid 2 BookCode = MEDVILNE\n"
+            "SpecGrid 2 PlanCode = GAMYBA\n"
+            "SpecGrid 2 BudgetLastDocCode\n"
+            "list = BIU-2024-03\n"
+            "btOk\n");
   const RunResult run = RunMacro("shown_period", {"--form-answers", (folder / "forms").string()});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.lines, ElementsAre("edited: True BIUDZ 2025 1 1 6 2024-01-01 2024-12-31 2025-01-01 "

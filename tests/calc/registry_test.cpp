@@ -1,6 +1,5 @@
 // The user's registry in LibreOffice: how it is replaced, and what becomes of a mistake in it.
 #include <algorithm>
-#include <fstream>
 #include <sstream>
 
 #include "tests/calc/calc_fixture.h"
@@ -20,12 +19,12 @@ class CalcRegistry : public CalcTest {
   /// of these names in a folder of their own.
   RunResult RunWithFiles(const std::string& macro, const std::string& registry, const std::string& database) {
     fs::create_directory(files);
-    std::ofstream(files / registry)
-        << "Windows Registry Editor Version 5.00\n\n"
-           "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI]\n"
-           "\"P0\"=\"MEDVILNE\"\n\n"
-           "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\General]\n"
-           "\"AppPath\"=\"C:\\\\Quillon\"\n";
+    WriteFile(files / registry,
+              "Windows Registry Editor Version 5.00\n\n"
+              "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\Forms\\MDI]\n"
+              "\"P0\"=\"MEDVILNE\"\n\n"
+              "[HKEY_CURRENT_USER\\Software\\VB and VBA Program Settings\\Quillon Enterprise\\General]\n"
+              "\"AppPath\"=\"C:\\\\Quillon\"\n");
     StartMacro(macro, {},
                {{"LD_PRELOAD", FileCallsLibrary()},
                 {"QVA_TEST_FILES", files.string()},

@@ -5,7 +5,6 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include <fstream>
 #include <map>
 #include <nlohmann/json.hpp>
 
@@ -52,13 +51,13 @@ class ReportRunner : public CalcTest {
   /// A run of the sample that ends, if nothing ended it before, as soon as LibreOffice is started. A program
   /// that starts the runner may come before it.
   RunResult RunWithBrokenLibreOffice(std::vector<std::string> command = {}) {
-    std::ofstream(folder / "soffice") << "#!/bin/sh\necho broken >&2\nexit 7\n";
+    WriteFile(folder / "soffice", "#!/bin/sh\necho broken >&2\nexit 7\n");
     std::filesystem::permissions(folder / "soffice", std::filesystem::perms::all);
     // Copies and stand-ins, for a user who may not look into the project's folder.
     std::filesystem::create_directory(folder / "build");
     for (const std::filesystem::path& module :
          {CalcComponentFile(), std::filesystem::path(HostModuleFile())}) {
-      std::ofstream(folder / "build" / module.filename());
+      WriteFile(folder / "build" / module.filename(), "");
     }
     const std::filesystem::path runner_copy = folder / "report-runner", workbook = folder / "balance.fods";
     const auto anew = std::filesystem::copy_options::overwrite_existing;
@@ -173,8 +172,8 @@ TEST_F(ReportRunner, NamesAMacroThatIsNotThere) {
 }
 
 TEST_F(ReportRunner, TellsInPlainWordsThatAWorkbookCannotBeOpened) {
-  std::ofstream(folder / "broken.fods") << "no workbook";
-  std::ofstream(folder / "broken.ods") << "PK\x03\x04 no workbook";
+  WriteFile(folder / "broken.fods", "no workbook");
+  WriteFile(folder / "broken.ods", "PK\x03\x04 no workbook");
   for (const char* name : {"broken.fods", "broken.ods"}) {
     const RunResult run = RunWorkbook(folder / name, {"--no-picture"});
     EXPECT_EQ(run.exit_status, 4) << name;
@@ -185,7 +184,7 @@ TEST_F(ReportRunner, TellsInPlainWordsThatAWorkbookCannotBeOpened) {
 
 TEST_F(ReportRunner, FailsWhenTheExpectedFileIsNotLeftAndDeletesNothing) {
   std::filesystem::create_directories((output / kArchived).parent_path());
-  std::ofstream(output / kArchived) << "of an earlier run";
+  WriteFile(output / kArchived, "of an earlier run");
   const RunResult run = RunWorkbook(Sample(), {"--no-picture", "--book", "NERA", "--expect", kArchived});
   EXPECT_EQ(run.exit_status, 1);
   EXPECT_THAT(run.errors, HasSubstr("„NERA“")) << "the book is unknown";
@@ -203,15 +202,14 @@ TEST_F(ReportRunner, RefusesAnOutputFolderThatHoldsTheWorkbookItself) {
 
 TEST_F(ReportRunner, WorksWithLithuanianPathsInTheCLocale) {
   output = folder / "ataskaitos ąčę";
-  setenv("LC_ALL", "C", 1);
-  const RunResult run = RunWorkbook(Sample(), Answered({"--no-picture", "--expect", kArchived}));
-  unsetenv("LC_ALL");
+  const RunResult run =
+      RunWorkbook(Sample(), Answered({"--no-picture", "--expect", kArchived}), {{"LC_ALL", "C"}});
   EXPECT_EQ(run.exit_status, 0) << run.errors;
 }
 
 TEST_F(ReportRunner, TakesLibreOfficeWithItWhenItIsInterrupted) {
   const std::filesystem::path pid = folder / "pid";
-  std::ofstream(folder / "soffice") << "#!/bin/sh\necho $$ > '" << pid.string() << "'\nsleep 60\n";
+  WriteFile(folder / "soffice", "#!/bin/sh\necho $$ > '" + pid.string() + "'\nsleep 60\n");
   std::filesystem::permissions(folder / "soffice", std::filesystem::perms::owner_all);
   Process runner({"sh", "-c",
                   "'" + ReportRunnerFile() + "' --output-folder '" + output.string() + "' '" +
@@ -229,8 +227,7 @@ TEST_F(ReportRunner, StartsLibreOfficeOnce) {
   namespace fs = std::filesystem;
   const fs::path office = fs::canonical(FindProgram("soffice").value()).parent_path();
   for (const char* name : {"services", "versionrc"}) fs::create_symlink(office / name, folder / name);
-  std::ofstream(folder / "soffice") << "#!/bin/sh\nexec '" << (office / "soffice.bin").string()
-                                    << "' \"$@\"\n";
+  WriteFile(folder / "soffice", "#!/bin/sh\nexec '" + (office / "soffice.bin").string() + "' \"$@\"\n");
   fs::permissions(folder / "soffice", fs::perms::owner_all);
   StartWorkbook(Sample(), Answered({"--no-picture"}),
                 {{"PATH", folder.string() + ":" + std::getenv("PATH")}});
@@ -277,7 +274,7 @@ TEST_F(ReportRunner, RefusesAWrongCommandLine) {
   EXPECT_EQ(status({"--timeout", "1", sample}), 3);
   for (const char* option : {"--log", "--expect"}) {
     const std::string outside = (folder / "kept.txt").string();
-    std::ofstream(outside) << "not ours";
+    WriteFile(outside, "not ours");
     for (const std::string& path : {outside, std::string("../kept.txt"), std::string("drives/../../kept.txt"),
                                     std::string("."), std::string("drives/")}) {
       EXPECT_EQ(status({option, path, "--output-folder", output.string(), sample}), 2) << option << path;
@@ -326,8 +323,8 @@ TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
                                                        HasSubstr("3 962 038,14"), Not(HasSubstr("ablonas"))));
 
   // What is there already is never replaced.
-  std::ofstream(report + ".fods", std::ios::app) << "<!-- the author's -->";
-  const std::string before = Contents(report + ".fods");
+  const std::string before = Contents(report + ".fods") + "<!-- the author's -->";
+  WriteFile(report + ".fods", before);
   EXPECT_EQ(make_new({report + ".fods", blank}), 2);
   EXPECT_THAT(Contents(folder / "errors.txt"), HasSubstr("already"));
   EXPECT_EQ(Contents(report + ".fods"), before);
@@ -345,7 +342,7 @@ TEST_F(ReportRunner, MakesANewReportThatRunsAsItIsAndIsArchivedUnderItsName) {
 }
 
 TEST_F(ReportRunner, TheTemplatesPeriodIsThatOfItsKindBeforeAnybodyChoseOne) {
-  std::ofstream(folder / "ok.answers") << "[frmReportPeriod]\nbtOk\n";
+  WriteFile(folder / "ok.answers", "[frmReportPeriod]\nbtOk\n");
   const RunResult run = RunWorkbook(SourceFolder() / "samples/sablonas.fods",
                                     {"--form-answers", (folder / "ok.answers").string()});
   ASSERT_EQ(run.exit_status, 0) << run.errors;
@@ -356,17 +353,15 @@ TEST_F(ReportRunner, RunsAutoCloseInTheEndAlsoOfTheLibraryStandard) {
   for (const std::string library : {"Ataskaitos", "Standard"}) {
     const std::filesystem::path workbook =
         WriteWorkbook("auto_close", library, "<table:table table:name=\"Lapas\"/>");
-    const auto run_it = [&] {
+    const auto run_it = [&](const std::map<std::string, std::string>& environment = {}) {
       std::filesystem::remove(folder / "macro.log");
-      return RunWorkbook(workbook, {"--no-picture", "--macro", library + ".Ataskaita.Main"});
+      return RunWorkbook(workbook, {"--no-picture", "--macro", library + ".Ataskaita.Main"}, environment);
     };
     const RunResult run = run_it();
     EXPECT_EQ(run.exit_status, 0) << library << run.errors;
     EXPECT_THAT(run.lines, testing::ElementsAre("main", "closed"));
 
-    setenv("QVA_TEST_FAIL", "1", 1);
-    const RunResult failed = run_it();
-    unsetenv("QVA_TEST_FAIL");
+    const RunResult failed = run_it({{"QVA_TEST_FAIL", "1"}});
     EXPECT_EQ(failed.exit_status, 1);
     EXPECT_THAT(failed.errors, HasSubstr("1234 (Auto_Close) neužverta"));
   }
@@ -381,7 +376,7 @@ TEST_F(ReportRunner, PutsNothingOfItsOwnIntoAFileThatTheMacroSaves) {
 
 TEST_F(ReportRunner, ListsItsOwnFilesAloneAndExpectsOneOfThem) {
   std::filesystem::create_directories(output);
-  std::ofstream(output / "kept.txt") << "of an earlier run";
+  WriteFile(output / "kept.txt", "of an earlier run");
   const RunResult run = RunMacro("leaves_a_file", {"--expect", "kept.txt"});
   EXPECT_EQ(run.exit_status, 6);
   EXPECT_THAT(run.errors, HasSubstr("the one that is there is of an earlier run"));
@@ -392,7 +387,7 @@ TEST_F(ReportRunner, ListsItsOwnFilesAloneAndExpectsOneOfThem) {
 }
 
 TEST_F(ReportRunner, AMisspeltAnswerStopsTheRunWithItsLine) {
-  std::ofstream(folder / "answers.txt") << "# of a question\nTiap\n";
+  WriteFile(folder / "answers.txt", "# of a question\nTiap\n");
   const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
   EXPECT_EQ(run.exit_status, 5);
   EXPECT_THAT(run.errors, HasSubstr("\"Tiap\" in line 2 of " + (folder / "answers.txt").string()));
@@ -400,7 +395,7 @@ TEST_F(ReportRunner, AMisspeltAnswerStopsTheRunWithItsLine) {
 }
 
 TEST_F(ReportRunner, AnAnswersFileThatIsALineShortStopsTheRunAtTheQuestion) {
-  std::ofstream(folder / "answers.txt") << "# the question is forgotten\n";
+  WriteFile(folder / "answers.txt", "# the question is forgotten\n");
   const RunResult run = RunMacro("messages", {"--answers", (folder / "answers.txt").string()});
   EXPECT_EQ(run.exit_status, 5);
   EXPECT_THAT(run.errors, HasSubstr("no answer is left in " + (folder / "answers.txt").string() +
@@ -508,8 +503,8 @@ TEST_F(ReportRunner, ChecksWhatReportsNeed) {
 
 TEST_F(ReportRunner, RefusesAWorkbookThatSomebodyHasOpen) {
   std::filesystem::create_directories(output);
-  std::ofstream(output / ".~lock.balance.fods#")
-      << ",jonas,pc,22.11.2026 03:18,file:///home/jonas/.config/libreoffice/4;";
+  WriteFile(output / ".~lock.balance.fods#",
+            ",jonas,pc,22.11.2026 03:18,file:///home/jonas/.config/libreoffice/4;");
   const RunResult run = RunWorkbook(Sample(), {"--no-picture"});
   EXPECT_EQ(run.exit_status, 7);
   EXPECT_THAT(run.errors, HasSubstr("is open in another program"));
@@ -522,7 +517,7 @@ TEST_F(ReportRunner, RemovesLocksOfRunsWithAnotherTemporaryFolderOnThisMachineAl
   const std::string profile =
       "22.11.2026 03:18,file:///kitur/la%C4%8Diai%20ir%20kt/qva-report-a1B2c3/profile;";
   const auto errors = [&](const std::string& host) {
-    std::ofstream(lock) << ",jonas," << host << "," << profile;
+    WriteFile(lock, ",jonas," + host + "," + profile);
     return RunWithBrokenLibreOffice().errors;
   };
   char host[256] = {};
@@ -543,9 +538,9 @@ TEST_F(ReportRunner, KeepsTheLockOfARunThatGoesOnWithAnotherTemporaryFolder) {
   ASSERT_EQ(flock(held, LOCK_EX), 0);
   char host[256] = {};
   gethostname(host, sizeof host - 1);
-  std::ofstream(output / ".~lock.balance.fods#")
-      << ",jonas," << host << ",22.11.2026 03:18,file://" << folder.string()
-      << "/la%C4%8Diai%20ir%20kt/qva-report-a1B2c3/profile;";
+  WriteFile(output / ".~lock.balance.fods#", ",jonas," + std::string(host) + ",22.11.2026 03:18,file://" +
+                                                 folder.string() +
+                                                 "/la%C4%8Diai%20ir%20kt/qva-report-a1B2c3/profile;");
   EXPECT_THAT(RunWithBrokenLibreOffice().errors, HasSubstr("is open in another program"));
   close(held);
   EXPECT_THAT(RunWithBrokenLibreOffice().errors, Not(HasSubstr("is open in another program")));

@@ -1,6 +1,5 @@
 // The sample reports from opening to closing, and what they leave in the archive.
 #include <cmath>
-#include <fstream>
 #include <iomanip>
 #include <map>
 #include <regex>
@@ -44,7 +43,7 @@ class Samples : public CalcTest {
     std::string workbook = Contents(SourceFolder() / "samples" / (sample + ".fods"));
     const std::string end = "</ooo:source-code>";
     workbook.insert(workbook.find(end), "\nPublic Sub Toliau()\n    Main\n" + calls + "End Sub\n");
-    std::ofstream(folder / (name + ".fods")) << workbook;
+    WriteFile(folder / (name + ".fods"), workbook);
     std::vector<std::string> all = {"--no-picture",     "--log",          name + ".log",   "--macro",
                                     "Ataskaita.Toliau", "--form-answers", answers.string()};
     all.insert(all.end(), options.begin(), options.end());
@@ -195,8 +194,9 @@ TEST_F(Samples, TheBalanceSheetCountsAnEntryOfThirtyMillion) {
 }
 
 TEST_F(Samples, TheBalanceSheetMeetsLastYearsOneInTheArchive) {
-  std::ofstream(folder / "2024.answers") << "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
-                                            "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  WriteFile(folder / "2024.answers",
+            "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+            "[frmDatePic]\nMonthView1 double 2025-02-28\n");
   ASSERT_EQ(RunSample("balance", folder / "2024.answers").exit_status, 0);
   EXPECT_TRUE(fs::exists(Archive() / "2024/Balansas_2024.xls"));
   const RunResult run = RunSample("balance");
@@ -300,10 +300,11 @@ TEST_F(Samples, AReportOutlivesASaveAndAButtonThatFail) {
 }
 
 TEST_F(Samples, ThePeriodButtonMakesTheReportAnewForAnotherPeriod) {
-  std::ofstream(folder / "twice.answers") << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
-                                             "[frmDatePic]\nMonthView1 double 2026-02-27\n"
-                                             "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
-                                             "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  WriteFile(folder / "twice.answers",
+            "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
+            "[frmDatePic]\nMonthView1 double 2026-02-27\n"
+            "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+            "[frmDatePic]\nMonthView1 double 2025-02-28\n");
   const std::map<std::string, std::pair<std::string, std::string>> kRows = {
       {"balance", {"Balansas_2024.xls", "TURTO IŠ VISO|833840.56|"}},
       {"profit-loss", {"PelnasNuostoliai_2024_12.xls", "|26708|"}}};
@@ -326,7 +327,7 @@ TEST_F(Samples, AReportThatTheUserDoesNotLetReplaceIsNotLoggedAsSaved) {
   ASSERT_EQ(RunSample("balance").exit_status, 0);
   const fs::path archived = Archive() / "2025/Balansas_2025.xls";
   const std::string before = Contents(archived);
-  std::ofstream(folder / "no.txt") << "Ne\n";
+  WriteFile(folder / "no.txt", "Ne\n");
   const RunResult run =
       RunWorkbook(SourceFolder() / "samples/balance.fods",
                   {"--no-picture", "--answers", (folder / "no.txt").string(), "--form-answers",
@@ -342,9 +343,10 @@ class ReportThatStays : public Samples, public testing::WithParamInterface<const
  protected:
   void SetUp() override {
     ASSERT_EQ(RunSample(GetParam()).exit_status, 0);
-    std::ofstream(folder / "no.txt") << "Ne\n";
-    std::ofstream(folder / "2024.answers") << "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
-                                              "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+    WriteFile(folder / "no.txt", "Ne\n");
+    WriteFile(folder / "2024.answers",
+              "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+              "[frmDatePic]\nMonthView1 double 2025-02-28\n");
   }
   RunResult RunWithoutStoring(const std::string& calls) {
     const std::string sample = GetParam();
@@ -393,9 +395,10 @@ INSTANTIATE_TEST_SUITE_P(Samples, ReportThatStays, testing::Values("balance", "s
                          [](const auto& info) { return std::string(info.param); });
 
 TEST_F(Samples, AReportWithoutAPeriodAsksForItWhenItIsToBePrinted) {
-  std::ofstream(folder / "late.answers") << "[frmReportPeriod]\nbtCancel\n"
-                                            "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
-                                            "[frmDatePic]\nMonthView1 double 2025-02-28\n";
+  WriteFile(folder / "late.answers",
+            "[frmReportPeriod]\nbtCancel\n"
+            "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+            "[frmDatePic]\nMonthView1 double 2025-02-28\n");
   for (const std::string name : {"balance", "profit-loss", "sablonas"}) {
     output = folder / ("out-" + name);
     const RunResult run = RunAfterwards(name, name + "-late", folder / "late.answers",
@@ -410,9 +413,10 @@ TEST_F(Samples, AReportWithoutAPeriodAsksForItWhenItIsToBePrinted) {
 }
 
 TEST_F(Samples, AReportIsNotStoredUnderThePeriodThatItRefuses) {
-  std::ofstream(folder / "refused.answers") << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
-                                               "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
-                                               "[frmReportPeriod]\nbtCancel\n";
+  WriteFile(folder / "refused.answers",
+            "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
+            "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n"
+            "[frmReportPeriod]\nbtCancel\n");
   std::string workbook = Contents(SourceFolder() / "samples/sablonas.fods");
   const std::string asked = "    If oLaikotarpis.Edit Then bSudaryta = False Else Exit Function\n";
   const std::size_t at = workbook.find(asked);
@@ -423,7 +427,7 @@ TEST_F(Samples, AReportIsNotStoredUnderThePeriodThatItRefuses) {
   const std::string end = "</ooo:source-code>";
   workbook.insert(workbook.find(end),
                   "\nPublic Sub Toliau()\n    Main\n    KeistiLaikotarpi\n    Issaugoti\nEnd Sub\n");
-  std::ofstream(folder / "refusing.fods") << workbook;
+  WriteFile(folder / "refusing.fods", workbook);
   const RunResult run = RunWorkbook(folder / "refusing.fods",
                                     {"--no-picture", "--log", "refusing.log", "--macro", "Ataskaita.Toliau",
                                      "--form-answers", (folder / "refused.answers").string()});
@@ -433,8 +437,9 @@ TEST_F(Samples, AReportIsNotStoredUnderThePeriodThatItRefuses) {
 }
 
 TEST_F(Samples, AnotherPeriodIsNoReasonToSaveItInTheFileOfTheFirst) {
-  std::ofstream(folder / "twice.answers") << "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
-                                             "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n";
+  WriteFile(folder / "twice.answers",
+            "[frmReportPeriod]\ntxtYear = 2025\noptYear\nbtOk\n"
+            "[frmReportPeriod]\ntxtYear = 2024\noptYear\nbtOk\n");
   const RunResult run = RunAfterwards("sablonas", "changed", folder / "twice.answers",
                                       "    KeistiLaikotarpi\n"
                                       "    Zingsnis \"saved: \" &amp; ThisWorkbook.Saved\n");
@@ -464,7 +469,7 @@ TEST_F(Samples, OpenInLibreOfficeWithoutBeingToldWhatTheyAre) {
 }
 
 TEST_F(Samples, AReportWhosePeriodIsNotChosenIsNotMadeAndClosesAllTheSame) {
-  std::ofstream(folder / "cancelled.answers") << "[frmReportPeriod]\nbtCancel\n";
+  WriteFile(folder / "cancelled.answers", "[frmReportPeriod]\nbtCancel\n");
   const RunResult run = RunSample("balance", folder / "cancelled.answers");
   EXPECT_EQ(run.exit_status, 0) << run.errors;
   EXPECT_THAT(run.output, AllOf(HasSubstr("Baigta: laikotarpis nepasirinktas, balansas nesudarytas"),

@@ -1,6 +1,4 @@
 // What macros and users do to sheets and windows in LibreOffice around the library's calls.
-#include <stdlib.h>
-
 #include <algorithm>
 
 #include "tests/calc/calc_fixture.h"
@@ -20,11 +18,7 @@ constexpr char kProtected[] =
 
 class CalcSheets : public CalcTest {
  protected:
-  CalcSheets() {
-    std::filesystem::create_directories(folder / "drives/C/Ataskaitos/Archyvas");
-    setenv("QVA_VARNHOLT_DRIVES", (folder / "drives").c_str(), 1);
-  }
-  ~CalcSheets() override { unsetenv("QVA_VARNHOLT_DRIVES"); }
+  CalcSheets() { std::filesystem::create_directories(folder / "drives/C/Ataskaitos/Archyvas"); }
 
   /// Runs a macro in a workbook of the sheets "Lapas" and "Antras"; the name "Print" means two areas of the
   /// former, and of the latter a print area.
@@ -39,7 +33,8 @@ class CalcSheets : public CalcTest {
             "table:expression=\"[$Lapas.$A$3:.$B$4]~[$Lapas.$D$6]\"/>"
             "<table:named-range table:name=\"Saved\" table:base-cell-address=\"$Lapas.$A$1\" "
             "table:cell-range-address=\"$Lapas.$H$5\"/></table:named-expressions>");
-    return RunWorkbook(workbook, {"--no-picture", "--macro", "Balansas.Ataskaita.Main"});
+    return RunWorkbook(workbook, {"--no-picture", "--macro", "Balansas.Ataskaita.Main"},
+                       {{"QVA_VARNHOLT_DRIVES", folder / "drives"}});
   }
   static std::ptrdiff_t CountOf(const std::string& text, const std::string& part) {
     std::ptrdiff_t count = 0;

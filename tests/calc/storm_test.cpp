@@ -1,7 +1,6 @@
 // A user who clicks, types and closes at random while the windows of a report are up, with a second report
 // and another workbook open.
 #include <cstdlib>
-#include <fstream>
 #include <random>
 
 #include "tests/calc/windows_fixture.h"
@@ -29,7 +28,7 @@ class CalcStorm : public CalcWindows {
     const fs::path macros = SourceFolder() / "tests/calc/macros";
     workbook.replace(at, workbook.find(end, at) - at,
                      XmlText(Contents(macros / "storm.bas") + Contents(macros / "log.bas")));
-    std::ofstream(folder / file) << workbook;
+    WriteFile(folder / file, workbook);
     return folder / file;
   }
 

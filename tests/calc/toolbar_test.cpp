@@ -2,7 +2,6 @@
 // display, under the mouse and the keyboard of a user, and in the user's settings afterwards: not at all.
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <map>
 #include <sstream>
 #include <thread>
@@ -124,11 +123,11 @@ class CalcToolbarProfile : public CalcToolbarShown {
     const fs::path office = fs::canonical(FindProgram("soffice").value());
     fs::create_directories(programs);
     fs::create_directory_symlink(office.parent_path() / "services", programs / "services");
-    std::ofstream(programs / "soffice") << "#!/bin/sh\n'" << office.string()
-                                        << "' \"$@\"\nstatus=$?\n"
-                                           "for option; do case $option in -env:UserInstallation=file://*)\n"
-                                           "  cp -r \"${option#-env:UserInstallation=file://}/user\" "
-                                           "\"$QVA_TEST_PROFILE\";; esac; done\nexit $status\n";
+    WriteFile(programs / "soffice", "#!/bin/sh\n'" + office.string() +
+                                        "' \"$@\"\nstatus=$?\n"
+                                        "for option; do case $option in -env:UserInstallation=file://*)\n"
+                                        "  cp -r \"${option#-env:UserInstallation=file://}/user\" "
+                                        "\"$QVA_TEST_PROFILE\";; esac; done\nexit $status\n");
     fs::permissions(programs / "soffice", fs::perms::owner_all);
   }
 

@@ -1,6 +1,5 @@
 // Values at the edges of their types, on their way between macros in LibreOffice, the library and the host;
 // and paths that lead nowhere.
-#include <fstream>
 
 #include "tests/calc/calc_fixture.h"
 #include "tests/test_paths.h"
@@ -17,7 +16,7 @@ TEST_F(CalcValues, AreWholeOrAnErrorAndPathsStayWithinTheDrives) {
   const fs::path outside = output / "outside";
   fs::create_directories(outside);
   fs::create_directories(output / "drives/UNC");
-  std::ofstream(outside / "secret.xls") << "not for reports";
+  WriteFile(outside / "secret.xls", "not for reports");
   StartMacro("values",
              {"--host-resources", ResourcesWith(Contents(SourceFolder() / "tests/host/great_amounts.sql"))},
              {{"QVA_VARNHOLT_SHORT_DATE", "yyyy 'm.' MMMM d 'd.'"}});

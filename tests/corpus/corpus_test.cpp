@@ -1,10 +1,10 @@
 // Every macro of the corpus, in memory.
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 
 #include "tests/corpus/Corpus.h"
 #include "tests/corpus/MemoryEngine.h"
+#include "tests/files.h"
 
 namespace qva::corpus {
 namespace {
@@ -17,7 +17,7 @@ TEST_P(CorpusMacro, LogsWhatItsGoldenLogHolds) {
   const std::string log = engine->Run();
   EXPECT_EQ(engine->FormProblems(), "");
   if (std::getenv("QVA_CORPUS_RECORD")) {
-    std::ofstream(Folder() / "macros" / (GetParam() + ".log"), std::ios::binary) << log;
+    WriteFile(Folder() / "macros" / (GetParam() + ".log"), log);
     GTEST_SKIP() << "recorded";
   }
   EXPECT_EQ(log, GoldenLogOf(GetParam()));

@@ -3,30 +3,17 @@
 #include <dlfcn.h>
 
 #include "tests/host/host_test.h"
+#include "tests/temporary_environment.h"
 #include "tests/test_paths.h"
 
 namespace qva::embedded {
 namespace {
 
-/// Sets an environment variable for one test.
-class Variable {
- public:
-  Variable(const char* name, const char* value) : name_(name) {
-    if (const char* before = std::getenv(name)) before_ = before;
-    Set(value);
-  }
-  ~Variable() { Set(before_ ? before_->c_str() : nullptr); }
-
- private:
-  void Set(const char* value) const { value ? setenv(name_, value, 1) : unsetenv(name_); }
-
-  const char* name_;
-  std::optional<std::string> before_;
-};
-
 class HostModule : public HostTest {
  protected:
   void SetUp() override {
+    environment_.Set("QVA_HOST_DATABASE", options_.database);
+    environment_.Set("QVA_HOST_RESOURCES", std::nullopt);
     // A module stays loaded, as the process that uses it leaves it.
     void* library = dlopen(HostModuleFile().c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     ASSERT_TRUE(library) << dlerror();
@@ -37,8 +24,7 @@ class HostModule : public HostTest {
     dlclose(library);
   }
 
-  Variable database_{"QVA_HOST_DATABASE", options_.database.c_str()};
-  Variable resources_{"QVA_HOST_RESOURCES", nullptr};
+  TemporaryEnvironment environment_;
   OpenModule open_ = nullptr;
   PrepareModule prepare_ = nullptr;
 };
@@ -85,22 +71,21 @@ TEST_F(HostModule, ADatabaseThatWasPreparedIsTheOneThatBooksComeFrom) {
   prepare_();
   ASSERT_TRUE(std::filesystem::exists(options_.database));
   // As if each job of a batch got its copy: the sample is not read again.
-  const Variable resources("QVA_HOST_RESOURCES", "/nowhere");
+  environment_.Set("QVA_HOST_RESOURCES", "/nowhere");
   ObjectFactory* factory = open_(platform_.services());
   ASSERT_TRUE(factory);
   EXPECT_EQ(host::CommonObjects::Create(*factory).CreateBook(u"BALTIJA").BookCode(), u"BALTIJA");
 }
 
 TEST_F(HostModule, PreparesNothingWhereItCannot) {
-  const Variable resources("QVA_HOST_RESOURCES", "/nowhere");
+  environment_.Set("QVA_HOST_RESOURCES", "/nowhere");
   prepare_();
   EXPECT_FALSE(std::filesystem::exists(options_.database));
 }
 
 TEST_F(HostModule, AnswersNothingWhereThereIsNoPlaceForTheDatabase) {
-  const Variable database("QVA_HOST_DATABASE", nullptr);
-  const Variable data("XDG_DATA_HOME", nullptr);
-  const Variable home("HOME", nullptr);
+  for (const char* name : {"QVA_HOST_DATABASE", "XDG_DATA_HOME", "HOME"})
+    environment_.Set(name, std::nullopt);
   EXPECT_FALSE(open_(platform_.services()));
 }
 

@@ -253,9 +253,11 @@ TEST_F(Formulas, OfAnArrayAreAskedOfItOnce) {
 
 TEST_F(Formulas, OfARowLongerThanABlockAreReadRowByRow) {
   auto range = MakeRef<LooksLikeARange>();
+  range->rows = 2;
   range->columns = (1 << 17) + 1;
-  range->formula = Array::Block(1, range->columns, std::vector<Value>((1 << 17) + 1));
-  Call(reports, u"ClearFormulas", {ObjectPtr(range)});
+  range->formula = Array::Block(1, range->columns, std::vector<Value>((1 << 17) + 1));  // of either row
+  Call(reports, u"ClearFormulas", {Traced(range, u"Range")});
+  EXPECT_EQ(count.calls(), 6 + 10 + 2 * 2) << "each row found by one call and read by another";
 }
 
 // --- Refusals

@@ -162,11 +162,9 @@ class WindowsFilesTest : public NothingLeftTest {
 };
 
 TEST_F(WindowsFilesTest, TheCurrentFolderIsTheProcesss) {
-  const std::u16string before = files.CurrentFolder();
-  ASSERT_TRUE(SetCurrentDirectoryW(WideText(folder.path()).c_str()));
+  const CurrentFolder current(folder.path());
   EXPECT_EQ(files.CurrentFolder(), folder.path());
   files.OpenChannel(1, u"x.txt", ChannelMode::Output)->PrintLine(u"1");
-  SetCurrentDirectoryW(WideText(before).c_str());
   EXPECT_EQ(FileContent(At(u"x.txt")), "1\r\n");
 }
 

@@ -14,6 +14,7 @@
 #include "platform/windows/forms/WindowPlace.h"
 #include "tests/files.h"
 #include "tests/platform/forms/message_box_contract.h"
+#include "tests/temporary_environment.h"
 #include "tests/windows/form_test.h"
 
 namespace qva::windows {
@@ -24,12 +25,11 @@ TEST(WindowsMessageBox, AnswersByTheFilesWhereNobodySits) {
   const auto answers = folder / L"atsakymai ąž.txt";
   const auto log = folder / L"langai ąž.txt";
   WriteFile(answers, "cancel\nNeįrašyti\n");
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", answers.c_str());
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", log.c_str());
+  TemporaryEnvironment environment;
+  environment.Set("QVA_VARNHOLT_ANSWERS", answers);
+  environment.Set("QVA_VARNHOLT_MESSAGE_LOG", log);
   const WindowsClock clock;
   WindowsMessageBox box(clock);
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", nullptr);
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", nullptr);
 
   EXPECT_EQ(box.Show(u"Tekstas", 1, u""), vbCancel);
   const std::u16string captions[] = {u"Įrašyti", u"Neįrašyti"};
@@ -75,29 +75,28 @@ void Press(HWND window, const wchar_t* caption) {
   PostMessageW(button, BM_CLICK, 0, 0);
 }
 
+/// The surroundings may say that nobody sits here; the user of these tests does.
+struct Attended {
+  Attended() {
+    for (const char* name : {"QVA_VARNHOLT_ANSWERS", "QVA_VARNHOLT_MESSAGE_LOG"})
+      environment.Set(name, std::nullopt);
+  }
+  TemporaryEnvironment environment;
+};
+
 class BoxOnScreenTest : public testing::Test {
  protected:
-  BoxOnScreenTest() {
-    // The surroundings may say that nobody sits here; the user of these tests does.
-    SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", nullptr);
-    SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", nullptr);
-    box.emplace(clock);
-  }
   void SetUp() override {
     if (!HasDisplay()) GTEST_SKIP() << "no display";
   }
+  const Attended attended;
   WindowsClock clock;
-  std::optional<WindowsMessageBox> box;
+  WindowsMessageBox box{clock};
 };
 
 /// Presses what stands in a place among a box's buttons: Windows' own boxes have no captions that are known.
 class BoxUser {
  public:
-  BoxUser() {
-    SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", nullptr);
-    SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", nullptr);
-    box_.emplace(clock_);
-  }
   static bool IsThere() { return HasDisplay(); }
   void Press(std::u16string_view title, std::int32_t button) {
     Do(title, [button](HWND window) {
@@ -110,7 +109,7 @@ class BoxUser {
   void Close(std::u16string_view title) {
     Do(title, [](HWND window) { PostMessageW(window, WM_CLOSE, 0, 0); });
   }
-  MessageBox& box() { return *box_; }
+  MessageBox& box() { return box_; }
 
  private:
   void Do(std::u16string_view title, std::function<void(HWND)> action) {
@@ -119,8 +118,9 @@ class BoxUser {
     user_.emplace(title_.c_str(), std::move(action));
   }
 
+  const Attended attended_;
   WindowsClock clock_;
-  std::optional<WindowsMessageBox> box_;
+  WindowsMessageBox box_{clock_};
   std::wstring title_;
   std::optional<User> user_;
 };
@@ -144,7 +144,7 @@ TEST_F(BoxOnScreenTest, HasTheCaptionsOfTheCallerAndTellsWhichWasPressed) {
       const wchar_t* const names[] = {L"Įrašyti", L"A && B", L"Atšaukti"};
       Press(window, names[expected - 1]);
     });
-    EXPECT_EQ(box->Ask(u"Ar įrašyti & baigti?", u"Klausimas", captions), expected);
+    EXPECT_EQ(box.Ask(u"Ar įrašyti & baigti?", u"Klausimas", captions), expected);
   }
 }
 
@@ -169,16 +169,16 @@ TEST_F(BoxOnScreenTest, FitsItsTextAndButtonsIntoItsWindow) {
   });
   const std::u16string text =
       std::u16string(400, u'ž') + u"\r\nantra eilutė " + std::u16string(30, u' ') + u"pabaiga";
-  EXPECT_EQ(box->Ask(text, u"Klausimas", captions), 3) << "closing presses the last button";
+  EXPECT_EQ(box.Ask(text, u"Klausimas", captions), 3) << "closing presses the last button";
 }
 
 TEST_F(BoxOnScreenTest, ShowsWindowsOwnButtonsAndTheDefaultTitle) {
   {
     const User user(L"QVA_Varnholt", [](HWND window) { PostMessageW(window, WM_COMMAND, IDCANCEL, 0); });
-    EXPECT_EQ(box->Show(u"Tekstas", 1, u""), vbCancel);
+    EXPECT_EQ(box.Show(u"Tekstas", 1, u""), vbCancel);
   }
   const User user(L"Klaida", [](HWND window) { PostMessageW(window, WM_COMMAND, IDOK, 0); });
-  EXPECT_EQ(box->Show(u"Tekstas", vbCritical, u"Klaida"), vbOK);
+  EXPECT_EQ(box.Show(u"Tekstas", vbCritical, u"Klaida"), vbOK);
 }
 
 TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
@@ -210,7 +210,7 @@ TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
       look(window);
       Press(window, caption);
     });
-    box->Ask(u"Ar?", u"Klausimas", captions);
+    box.Ask(u"Ar?", u"Klausimas", captions);
     expect_as_before();
   }
   {
@@ -218,7 +218,7 @@ TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
       look(window);
       PostMessageW(window, WM_CLOSE, 0, 0);
     });
-    box->Ask(u"Ar?", u"Klausimas", captions);
+    box.Ask(u"Ar?", u"Klausimas", captions);
     expect_as_before();
   }
   EXPECT_EQ(was_shown, (std::vector<bool>{true, true, true}));
@@ -226,7 +226,7 @@ TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
     look(window);
     PostMessageW(window, WM_COMMAND, IDOK, 0);
   });
-  box->Show(u"Tekstas", vbCritical, u"Klausimas");
+  box.Show(u"Tekstas", vbCritical, u"Klausimas");
   expect_as_before();
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/missing_services.h"
+#include "tests/temporary_environment.h"
 
 namespace qva::windows {
 namespace {
@@ -13,9 +14,10 @@ TEST(WindowsPlatform, GivesEveryService) {
 }
 
 TEST(WindowsPlatform, ShowsFormsAndListsInWindowsUnlessAFileAnswersThem) {
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_FORM_ANSWERS", L"answers.txt");
+  TemporaryEnvironment environment;
+  environment.Set("QVA_VARNHOLT_FORM_ANSWERS", "answers.txt");
   const WindowsPlatform answered;
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_FORM_ANSWERS", nullptr);
+  environment.Set("QVA_VARNHOLT_FORM_ANSWERS", std::nullopt);
   EXPECT_TRUE(dynamic_cast<UnattendedForms*>(answered.services().forms));
   EXPECT_TRUE(dynamic_cast<UnattendedForms*>(answered.services().list_chooser));
   // Wine's desktop counts as visible without a display, too.

@@ -14,17 +14,6 @@
 namespace qva::windows {
 namespace {
 
-TEST(WindowsEnvironment, ReadsAVariableAsWindowsDoes) {
-  SetEnvironmentVariableA("QVA_TEST_VARIABLE", "12345");
-  const WindowsEnvironment environment;
-  char buffer[16] = {};
-  EXPECT_EQ(environment.GetVariable(u"qva_test_variable", buffer), 5u);
-  EXPECT_STREQ(buffer, "12345");
-  EXPECT_EQ(environment.GetVariable(u"QVA_TEST_VARIABLE", std::span(buffer, 5)), 6u);
-  EXPECT_EQ(environment.GetVariable(u"QVA_NO_SUCH_VARIABLE", buffer), 0u);
-  SetEnvironmentVariableA("QVA_TEST_VARIABLE", nullptr);
-}
-
 TEST(WindowsLocale, TellsTheUsersSettingsAsTheyAreNow) {
   const WindowsLocale locale;
   const std::u16string before = locale.ShortDatePattern();

@@ -8,6 +8,7 @@
 #include "tests/platform/clock_contract.h"
 #include "tests/platform/environment_contract.h"
 #include "tests/platform/locale_contract.h"
+#include "tests/temporary_environment.h"
 
 namespace qva {
 namespace {
@@ -40,16 +41,8 @@ class WindowsTime {
 
 class WindowsProcess {
  public:
-  WindowsProcess() = default;
-  WindowsProcess(const WindowsProcess&) = delete;
-  WindowsProcess& operator=(const WindowsProcess&) = delete;
-  ~WindowsProcess() { SetEnvironmentVariableW(name_.c_str(), nullptr); }
-
   Environment& environment() { return environment_; }
-  void Set(std::u16string_view name, std::u16string_view value) {
-    name_ = windows::WideText(name);
-    SetEnvironmentVariableW(name_.c_str(), windows::WideText(value).c_str());
-  }
+  void Set(std::u16string_view name, std::u16string_view value) { variables_.Set(name, value); }
   /// This program has the library within.
   static bool IsOwn(const std::u16string& folder) {
     wchar_t path[1024];
@@ -58,7 +51,7 @@ class WindowsProcess {
   }
 
  private:
-  std::wstring name_;
+  TemporaryEnvironment variables_;
   windows::WindowsEnvironment environment_;
 };
 

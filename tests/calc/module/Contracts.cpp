@@ -3,9 +3,9 @@
 // window goes into the file QVA_TEST_USER, as a line of its title, a text to type and keys to press, parted
 // by tabs.
 #include <cstdlib>
-#include <fstream>
 
 #include "platform/cannot_create.h"
+#include "platform/filesystem/native_file.h"
 #include "platform/member_table.h"
 #include "platform/module.h"
 #include "tests/platform/forms/form_contract.h"
@@ -16,8 +16,7 @@ namespace qva {
 namespace {
 
 void Tell(std::u16string_view title, std::u16string_view text, const std::string& keys) {
-  std::ofstream(std::getenv("QVA_TEST_USER"), std::ios::app)
-      << ToUtf8(title) << '\t' << ToUtf8(text) << '\t' << keys << '\n';
+  AppendToFile(std::getenv("QVA_TEST_USER"), ToUtf8(title) + "\t" + ToUtf8(text) + "\t" + keys + "\n");
 }
 
 class CalcDesk {

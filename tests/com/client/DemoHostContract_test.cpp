@@ -3,13 +3,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <map>
 
 #include "platform/cannot_create.h"
-#include "platform/filesystem/native_file.h"
 #include "tests/com/client/client.h"
 #include "tests/files.h"
 #include "tests/host/sample_facts.h"
+#include "tests/temporary_environment.h"
 
 namespace qva::com {
 namespace {
@@ -30,15 +29,15 @@ class DemoSystem : ObjectFactory {
     RegCreateKeyW(HKEY_CURRENT_USER, kMachine, &machine_);
     EXPECT_EQ(RegOverridePredefKey(HKEY_LOCAL_MACHINE, machine_), ERROR_SUCCESS);
     fs::copy(fs::path(LibraryPath()).parent_path() / "host", folder_ / "host");
-    std::ofstream(folder_ / "host" / "sample.sql", std::ios::binary | std::ios::app)
-        << embedded::kContractSql;
+    const fs::path sample = folder_ / "host" / "sample.sql";
+    WriteFile(sample, FileContent(sample) + embedded::kContractSql);
     WriteFile(folder_ / "boxes", "");
     WriteFile(folder_ / "lists", "");
-    SetVariable(L"QVA_HOST_RESOURCES", folder_ / "host");
-    SetVariable(L"QVA_HOST_DATABASE", folder_ / "host.sqlite");
-    SetVariable(L"QVA_HOST_LIST_ANSWERS", folder_ / "lists");
-    SetVariable(L"QVA_VARNHOLT_ANSWERS", folder_ / "boxes");
-    SetVariable(L"QVA_VARNHOLT_MESSAGE_LOG", folder_ / "log");
+    environment_.Set("QVA_HOST_RESOURCES", folder_ / "host");
+    environment_.Set("QVA_HOST_DATABASE", folder_ / "host.sqlite");
+    environment_.Set("QVA_HOST_LIST_ANSWERS", folder_ / "lists");
+    environment_.Set("QVA_VARNHOLT_ANSWERS", folder_ / "boxes");
+    environment_.Set("QVA_VARNHOLT_MESSAGE_LOG", folder_ / "log");
     module_ = LoadLibraryW((fs::path(LibraryPath()).parent_path() / "QVA_DemoHost.dll").c_str());
     EXPECT_TRUE(module_) << GetLastError();
   }
@@ -48,9 +47,6 @@ class DemoSystem : ObjectFactory {
     SetErrorInfo(0, nullptr);
     EXPECT_EQ(Export<HRESULT(STDAPICALLTYPE*)()>("DllCanUnloadNow")(), S_OK);
     FreeLibrary(module_);
-    for (const auto& [name, value] : variables_) {
-      SetEnvironmentVariableW(name.c_str(), value.empty() ? nullptr : value.c_str());
-    }
     RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     RegCloseKey(machine_);
     RegDeleteKeyW(HKEY_CURRENT_USER, kMachine);
@@ -59,7 +55,7 @@ class DemoSystem : ObjectFactory {
   ObjectFactory& factory() { return *this; }
   static HostFacts Facts() { return embedded::SampleFacts(); }
 
-  void Press(std::int32_t button) { std::ofstream(folder_ / "boxes") << button << '\n'; }
+  void Press(std::int32_t button) { WriteFile(folder_ / "boxes", std::to_string(button) + "\n"); }
   std::vector<ShownMessage> Messages() const {
     std::vector<ShownMessage> messages;
     std::ifstream log(folder_ / "log");
@@ -79,8 +75,9 @@ class DemoSystem : ObjectFactory {
     return messages;
   }
   void Pick(const std::vector<std::optional<std::u16string>>& codes) {
-    std::ofstream answers(folder_ / "lists");
-    for (const auto& code : codes) answers << "list" << (code ? " = " + ToUtf8(*code) : "") << '\n';
+    std::string answers;
+    for (const auto& code : codes) answers += "list" + (code ? " = " + ToUtf8(*code) : "") + "\n";
+    WriteFile(folder_ / "lists", answers);
   }
   std::size_t Lists() const {
     const std::string log = FileContent(folder_ / "log", "");
@@ -97,10 +94,6 @@ class DemoSystem : ObjectFactory {
   template <class Function>
   Function Export(const char* name) const {
     return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-  }
-  void SetVariable(const wchar_t* name, const fs::path& value) {
-    variables_[name] = EnvironmentVariable(fs::path(name).string().c_str());
-    SetEnvironmentVariableW(name, value.c_str());
   }
 
   ObjectPtr Create(std::u16string_view programmatic_identifier) override {
@@ -123,7 +116,7 @@ class DemoSystem : ObjectFactory {
 
   const TemporaryFolder folder_;
   HKEY machine_ = nullptr;
-  std::map<std::wstring, std::wstring> variables_;  ///< as they were
+  TemporaryEnvironment environment_;
   HMODULE module_ = nullptr;
 };
 

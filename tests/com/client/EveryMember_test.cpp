@@ -10,6 +10,7 @@
 #include "tests/com/client/apartment.h"
 #include "tests/com/client/member_calls.h"
 #include "tests/files.h"
+#include "tests/temporary_environment.h"
 
 namespace qva::com {
 namespace {
@@ -47,13 +48,13 @@ std::string Readable(const Value& value) {
 /// Switches the log on before the library is loaded.
 class LogOfCalls {
  protected:
-  LogOfCalls() { SetEnvironmentVariableW(L"QVA_VARNHOLT_CALL_LOG", file_.c_str()); }
-  LogOfCalls(const LogOfCalls&) = delete;
-  LogOfCalls& operator=(const LogOfCalls&) = delete;
-  ~LogOfCalls() { SetEnvironmentVariableW(L"QVA_VARNHOLT_CALL_LOG", nullptr); }
+  LogOfCalls() { environment_.Set("QVA_VARNHOLT_CALL_LOG", file_); }
 
   const TemporaryFolder folder_;
   const fs::path file_ = folder_ / "calls";
+
+ private:
+  TemporaryEnvironment environment_;
 };
 
 class EveryMember : private LogOfCalls, public ServerTest {

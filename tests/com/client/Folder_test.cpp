@@ -7,20 +7,8 @@ namespace {
 
 class Folder : public testing::Test {
  protected:
-  Folder() {
-    wchar_t temporary[MAX_PATH + 1];
-    folder_.assign(temporary, GetTempPathW(MAX_PATH, temporary));
-    folder_ += L"Įmonės šablonai ąčęėįšųūž 漢";
-    file_ = folder_ + L"\\QVA_Varnholt.dll";
-    script_ = folder_ + L"\\Žurnalas 漢.reg";
-    CreateDirectoryW(folder_.c_str(), nullptr);
-    EXPECT_TRUE(CopyFileW(LibraryPath().c_str(), file_.c_str(), FALSE));
-  }
-  ~Folder() override {
-    DeleteFileW(script_.c_str());
-    EXPECT_TRUE(DeleteFileW(file_.c_str())) << "the library is no longer in use";
-    EXPECT_TRUE(RemoveDirectoryW(folder_.c_str()));
-  }
+  Folder() { std::filesystem::copy_file(LibraryPath(), file_); }
+  ~Folder() override { EXPECT_TRUE(DeleteFileW(file_.c_str())) << "the library is no longer in use"; }
 
   /// Loads the library and calls an entry.
   template <class... Arguments>
@@ -34,9 +22,8 @@ class Folder : public testing::Test {
     return code;
   }
 
-  std::wstring folder_;
-  std::wstring file_;
-  std::wstring script_;
+  const TemporaryFolder folder_{L"Įmonės šablonai ąčęėįšųūž 漢 "};
+  const std::filesystem::path file_ = folder_ / L"QVA_Varnholt.dll";
 };
 
 TEST_F(Folder, IsRegisteredAndLoadedUnderItsName) {
@@ -69,16 +56,11 @@ TEST_F(Folder, IsRegisteredAndLoadedUnderItsName) {
 }
 
 TEST_F(Folder, StandsInTheRegistryScript) {
-  const std::wstring command = L"dryrun:" + script_;
+  const std::filesystem::path script = folder_ / L"Žurnalas 漢.reg";
+  const std::wstring command = L"dryrun:" + script.wstring();
   ASSERT_EQ((CallEntry<BOOL, LPCWSTR>("DllInstall", TRUE, command.c_str())), S_OK);
-  HANDLE handle = CreateFileW(script_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-  ASSERT_NE(handle, INVALID_HANDLE_VALUE);
-  std::wstring text(100000, L'\0');
-  DWORD read = 0;
-  EXPECT_TRUE(
-      ReadFile(handle, text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &read, nullptr));
-  CloseHandle(handle);
-  EXPECT_NE(text.find(L"\\\\Įmonės šablonai ąčęėįšųūž 漢\\\\QVA_Varnholt.dll\""), text.npos);
+  const std::wstring name = folder_.path().filename();
+  EXPECT_NE(WideContent(script).find(L"\\\\" + name + L"\\\\QVA_Varnholt.dll\""), std::wstring::npos);
 }
 
 }  // namespace

@@ -254,57 +254,29 @@ TEST_F(Registration, RefusesAnUnknownManner) {
   EXPECT_EQ(Install(L"everywhere"), E_INVALIDARG);
 }
 
-/// A file among the temporary ones, gone with its owner.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(const wchar_t* name) {
-    wchar_t folder[MAX_PATH + 1];
-    GetTempPathW(MAX_PATH, folder);
-    path_ = std::wstring(folder) + name;
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() { DeleteFileW(path_.c_str()); }
-
-  const std::wstring& path() const { return path_; }
-  bool exists() const { return GetFileAttributesW(path_.c_str()) != INVALID_FILE_ATTRIBUTES; }
-  std::wstring text() const {
-    HANDLE handle = CreateFileW(path_.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
-    std::wstring text(100000, L'\0');
-    DWORD read = 0;
-    EXPECT_TRUE(
-        ReadFile(handle, text.data(), static_cast<DWORD>(text.size() * sizeof(wchar_t)), &read, nullptr));
-    CloseHandle(handle);
-    text.resize(read / sizeof(wchar_t));
-    return text;
-  }
-
- private:
-  std::wstring path_;
-};
-
 TEST_F(Registration, WritesTheReasonOfAFailureIntoTheReport) {
-  const TemporaryFile report(L"qva report.txt");
-  EXPECT_EQ(Install(L"machine report:" + report.path()), S_OK);
-  EXPECT_FALSE(report.exists());
-  EXPECT_EQ(Uninstall(L"machine report:" + report.path()), S_OK);
+  const TemporaryFolder folder;
+  const std::wstring report = folder / L"qva report.txt";
+  EXPECT_EQ(Install(L"machine report:" + report), S_OK);
+  EXPECT_FALSE(std::filesystem::exists(report));
+  EXPECT_EQ(Uninstall(L"machine report:" + report), S_OK);
   ExpectNothingIn(HKEY_LOCAL_MACHINE);
 
   const Obstacle obstacle(HKEY_LOCAL_MACHINE);
-  const std::wstring commands[] = {L"machine report:" + report.path(), L"report:" + report.path()};
-  for (const std::wstring& command : commands) {
-    EXPECT_EQ(Install(command), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
-    EXPECT_THAT(ToUtf8(windows::TextOf(report.text().c_str())),
+  for (const wchar_t* command : {L"machine report:", L"report:"}) {
+    EXPECT_EQ(Install(command + report), HRESULT_FROM_WIN32(ERROR_CHILD_MUST_BE_VOLATILE));
+    EXPECT_THAT(ToUtf8(windows::TextOf(WideContent(report).c_str())),
                 HasSubstr("0x800703FD: QVA_Varnholt: the registry key "
                           "HKEY_LOCAL_MACHINE\\Software\\Classes\\QVA_Varnholt.CSetPath\\CLSID "));
   }
 }
 
 TEST_F(Registration, GoesToTheSameHiveInADryRun) {
-  const TemporaryFile file(L"qva_dry_run.reg");
+  const TemporaryFolder folder;
+  const std::wstring file = folder / L"qva_dry_run.reg";
   const auto script = [&] {
-    EXPECT_EQ(Install(L"dryrun:" + file.path()), S_OK);
-    return file.text();
+    EXPECT_EQ(Install(L"dryrun:" + file), S_OK);
+    return WideContent(file);
   };
   const std::wstring machine = script();
   EXPECT_NE(machine.find(L"[HKEY_LOCAL_MACHINE\\"), machine.npos);

@@ -6,6 +6,7 @@
 
 #include <psapi.h>
 
+#include <cstring>
 #include <limits>
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@
 #include "platform/windows/Variant.h"
 #include "platform/windows/VariantConversion.h"
 #include "platform/windows/WideText.h"
+#include "tests/files.h"
 
 namespace qva::com {
 
@@ -28,6 +30,14 @@ inline std::wstring LibraryPath() {
   std::wstring path(1024, L'\0');
   path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
   return path.substr(0, path.find_last_of(L'\\') + 1) + L"QVA_Varnholt.dll";
+}
+
+/// The content of a file of UTF-16.
+inline std::wstring WideContent(const std::filesystem::path& file) {
+  const std::string bytes = FileContent(file);
+  std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+  std::memcpy(text.data(), bytes.data(), text.size() * sizeof(wchar_t));
+  return text;
 }
 
 /// The code that a trappable error has as a result.

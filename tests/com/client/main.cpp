@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/windows/services/WindowsPlatform.h"
+#include "tests/temporary_environment.h"
 
 #include <initguid.h>
 
@@ -12,7 +13,8 @@ int main(int count, char** arguments) {
   testing::InitGoogleMock(&count, arguments);
   if (FAILED(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) return 2;
   // Nobody sits in front of the forms that the library shows here, display or not.
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_FORM_ANSWERS", L"nobody.answers");
+  qva::TemporaryEnvironment environment;
+  environment.Set("QVA_VARNHOLT_FORM_ANSWERS", "nobody.answers");
   qva::windows::InstallPlatform();
   const int result = RUN_ALL_TESTS();
   CoUninitialize();

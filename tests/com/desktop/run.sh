@@ -7,6 +7,7 @@
 # prefix must have that scale (HKCU\Control Panel\Desktop, LogPixels = 96 dpi at 100 %).
 set -uo pipefail
 root=$(dirname "$(realpath "$0")")/../../..
+. "$root/tools/test-lib.sh"
 
 pictures= scale=100
 if [[ ${1:-} == --pictures ]]; then
@@ -19,11 +20,11 @@ work=$(mktemp -d)
 state=$work/state
 touch "$state"
 
-server= script=
+script=
 finish() {
   [[ -z $script ]] || kill "$script" 2> /dev/null
   WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null
-  [[ -z $server ]] || { kill "$server" && wait "$server"; } 2> /dev/null
+  end_display
   rm -rf "$work"
 }
 trap finish EXIT
@@ -250,17 +251,13 @@ save_reports() {
 
 # --- The run -------------------------------------------------------------------------------------------------
 
-Xvfb -displayfd 3 -screen 0 1280x960x24 -nolisten tcp -r 3> "$work/display" 2> /dev/null &
-server=$!
-within 60 'a display' test -s "$work/display"
-DISPLAY=:$(< "$work/display")
-export DISPLAY
+begin_display 1280x960 || fail 'there is no display'
+export DISPLAY=:$display
 
 # Whoever ran before may have been without a display.
 WINEPREFIX=$prefix timeout 30 wineserver -k
 cat "$root/tests/com/scripts/check.vbs" "$root/tests/com/desktop/windows.vbs" |
   "$root/tools/ascii-script.pl" "$work/texts.txt" > "$work/script.vbs"
-windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 perl -pi -e 'BEGIN { $path = shift } s/\@STATE\@/$path/' "$(windows_path "$state")" "$work/script.vbs"
 start_script() {
   env -u QVA_VARNHOLT_MESSAGE_LOG -u QVA_VARNHOLT_FORM_ANSWERS -u QVA_VARNHOLT_ANSWERS \

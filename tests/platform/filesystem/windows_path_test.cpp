@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/error.h"
 #include "platform/text.h"
+#include "tests/raised_error.h"
 
 namespace qva {
 namespace {
@@ -12,14 +12,12 @@ const WindowsPath kCurrent{.root = u"C:", .names = {u"Host", u"Bin"}};
 
 /// The path written out, the root in brackets; the number of the error that it raises.
 std::string Parsed(std::u16string_view path) {
-  try {
-    const WindowsPath parsed = ParseWindowsPath(path, kCurrent);
-    std::string text = "[" + ToUtf8(parsed.root) + "]";
-    for (const auto& name : parsed.names) text += " " + ToUtf8(name);
-    return text + (parsed.ends_in_separator ? " \\" : "");
-  } catch (const AutomationError& error) {
-    return std::to_string(error.number());
-  }
+  WindowsPath parsed;
+  if (const auto raised = RaisedBy([&] { parsed = ParseWindowsPath(path, kCurrent); }))
+    return std::to_string(raised);
+  std::string text = "[" + ToUtf8(parsed.root) + "]";
+  for (const auto& name : parsed.names) text += " " + ToUtf8(name);
+  return text + (parsed.ends_in_separator ? " \\" : "");
 }
 
 TEST(ParseWindowsPath, TakesAWholePathApart) {

@@ -7,8 +7,8 @@
 #include "tests/files.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/object_factory_contract.h"
-#include "tests/platform/posix/temporary_environment.h"
 #include "tests/raised_error.h"
+#include "tests/temporary_environment.h"
 #include "tests/test_paths.h"
 
 namespace qva {
@@ -32,7 +32,7 @@ namespace {
 
 class ModuleFactoryTest : public CoreTest {
  protected:
-  ModuleFactoryTest() { environment.Set("QVA_HOST_DATABASE", (folder / "host.sqlite").string()); }
+  ModuleFactoryTest() { environment.Set("QVA_HOST_DATABASE", folder / "host.sqlite"); }
 
   static AutomationError ErrorOfCreate(ObjectFactory& factory, std::u16string_view identifier) {
     return ErrorOf([&] { factory.Create(identifier); }).value();

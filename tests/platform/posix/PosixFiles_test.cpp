@@ -13,8 +13,8 @@
 #include "platform/memory/MemoryLocale.h"
 #include "tests/files.h"
 #include "tests/platform/files_contract.h"
-#include "tests/platform/posix/temporary_environment.h"
 #include "tests/raised_error.h"
+#include "tests/temporary_environment.h"
 
 namespace {
 

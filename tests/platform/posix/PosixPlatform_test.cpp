@@ -9,7 +9,7 @@
 #include "platform/settings.h"
 #include "tests/files.h"
 #include "tests/missing_services.h"
-#include "tests/platform/posix/temporary_environment.h"
+#include "tests/temporary_environment.h"
 #include "tests/test_paths.h"
 
 namespace qva {
@@ -18,11 +18,11 @@ namespace {
 class PosixPlatformTest : public testing::Test {
  protected:
   PosixPlatformTest() {
-    environment.Set("QVA_VARNHOLT_REGISTRY", (folder / "registry.reg").string());
-    environment.Set("QVA_VARNHOLT_ANSWERS", (folder / "answers").string());
-    environment.Set("QVA_VARNHOLT_MESSAGE_LOG", (folder / "log").string());
-    environment.Set("QVA_VARNHOLT_DRIVES", (folder / "drives").string());
-    environment.Set("QVA_HOST_DATABASE", (folder / "host.sqlite").string());
+    environment.Set("QVA_VARNHOLT_REGISTRY", folder / "registry.reg");
+    environment.Set("QVA_VARNHOLT_ANSWERS", folder / "answers");
+    environment.Set("QVA_VARNHOLT_MESSAGE_LOG", folder / "log");
+    environment.Set("QVA_VARNHOLT_DRIVES", folder / "drives");
+    environment.Set("QVA_HOST_DATABASE", folder / "host.sqlite");
   }
   ~PosixPlatformTest() override { InstallServices({}); }
 

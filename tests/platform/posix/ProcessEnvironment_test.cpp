@@ -1,7 +1,7 @@
 #include "platform/posix/ProcessEnvironment.h"
 
 #include "tests/platform/environment_contract.h"
-#include "tests/platform/posix/temporary_environment.h"
+#include "tests/temporary_environment.h"
 
 namespace qva {
 namespace {
@@ -9,9 +9,7 @@ namespace {
 class ThisProcess {
  public:
   Environment& environment() { return environment_; }
-  void Set(std::u16string_view name, std::u16string_view value) {
-    variables_.Set(ToUtf8(name), ToUtf8(value));
-  }
+  void Set(std::u16string_view name, std::u16string_view value) { variables_.Set(name, value); }
   /// The loader may name this program, which has the library within, by a path from where it was started.
   static bool IsOwn(const std::u16string& folder) {
     return std::filesystem::canonical(folder) ==

@@ -13,8 +13,8 @@
 #include "platform/settings.h"
 #include "platform/text.h"
 #include "tests/files.h"
-#include "tests/platform/posix/temporary_environment.h"
 #include "tests/platform/registry_contract.h"
+#include "tests/temporary_environment.h"
 
 namespace qva {
 namespace {

@@ -7,7 +7,7 @@
 #include "platform/date.h"
 #include "platform/text.h"
 #include "tests/platform/clock_contract.h"
-#include "tests/platform/posix/temporary_environment.h"
+#include "tests/temporary_environment.h"
 
 namespace qva {
 namespace {

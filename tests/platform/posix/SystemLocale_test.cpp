@@ -10,7 +10,7 @@
 #include "tests/files.h"
 #include "tests/platform/core_test.h"
 #include "tests/platform/locale_contract.h"
-#include "tests/platform/posix/temporary_environment.h"
+#include "tests/temporary_environment.h"
 
 namespace qva {
 namespace {
@@ -21,9 +21,7 @@ class SystemsLocale {
     for (const char* name : {"LC_ALL", "LC_TIME", "LC_NUMERIC", "LANG"}) variables_.Set(name, std::nullopt);
   }
   Locale& locale() { return locale_; }
-  void SetShortDate(std::u16string_view pattern) {
-    variables_.Set("QVA_VARNHOLT_SHORT_DATE", ToUtf8(pattern));
-  }
+  void SetShortDate(std::u16string_view pattern) { variables_.Set("QVA_VARNHOLT_SHORT_DATE", pattern); }
 
  private:
   TemporaryEnvironment variables_;

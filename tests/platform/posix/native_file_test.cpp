@@ -32,7 +32,7 @@ TEST_F(AppendToFileTest, CreatesTheFileForItsOwnerAlone) {
 }
 
 TEST_F(AppendToFileTest, LeavesAFileTheRightsThatItHas) {
-  std::ofstream(file) << "a\n";
+  WriteFile(file, "a\n");
   ASSERT_TRUE(AppendToFile(file, "b\n"));
   EXPECT_EQ(Rights(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read |
                           fs::perms::group_write | fs::perms::others_read | fs::perms::others_write);
