@@ -12,6 +12,7 @@
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
+#include "server/com/CallLog.h"
 #include "server/com/LibraryRegistration.h"
 #include "tools/doctor/Judgement.h"
 #include "tools/doctor/RepairPlan.h"
@@ -132,9 +133,9 @@ std::int32_t SetCallLog(const std::u16string& file) {
   OpenedKey key(registry);
   if (const auto code = key.Create(HKEY_CURRENT_USER_VALUE, TextOf(com::kOwnKey), kKeySetValue, {}))
     return code;
-  if (!file.empty())
-    return registry.SetStored(key.get(), kCallLogValue, {kRegSz, ToUtf16Bytes(file + u'\0')});
-  const std::int32_t code = registry.DeleteValue(key.get(), kCallLogValue);
+  const std::u16string value = TextOf(com::kCallLogValue);
+  if (!file.empty()) return registry.SetStored(key.get(), value, {kRegSz, ToUtf16Bytes(file + u'\0')});
+  const std::int32_t code = registry.DeleteValue(key.get(), value);
   return code == kRegistryFileNotFound ? kRegistrySuccess : code;
 }
 
