@@ -210,14 +210,14 @@ std::vector<ReportResult::File> FilesOf(const OutputFolder& output, const fs::pa
 bool ReadOutcome(const fs::path& file, ReportResult& result) {
   const nlohmann::json json = nlohmann::json::parse(ReadText(file), nullptr, false);
   if (!json.is_object()) return false;
-  result.status = StatusNamed(json.value("status", "")).value_or(ReportStatus::Failed);
-  if (result.status != ReportStatus::Ok) result.text = "The report failed: " + json.value("text", "");
-  if (const auto error = json.find("error"); error != json.end()) {
-    result.error = {error->value("number", 0), error->value("source", ""), error->value("text", ""),
-                    error->value("line", 0)};
+  result.status = StatusNamed(json.value(kResultStatus, "")).value_or(ReportStatus::Failed);
+  if (result.status != ReportStatus::Ok) result.text = "The report failed: " + json.value(kResultText, "");
+  if (const auto error = json.find(kResultError); error != json.end()) {
+    result.error = {error->value(kErrorNumber, 0), error->value(kErrorSource, ""),
+                    error->value(kErrorText, ""), error->value(kErrorLine, 0)};
   }
-  if (const auto period = json.find("period"); period != json.end()) {
-    result.period = {period->value("from", ""), period->value("to", "")};
+  if (const auto period = json.find(kResultPeriod); period != json.end()) {
+    result.period = {period->value(kPeriodFrom, ""), period->value(kPeriodTo, "")};
   }
   return true;
 }
