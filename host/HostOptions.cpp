@@ -13,12 +13,12 @@ std::optional<HostOptions> OptionsFromEnvironment(
   if (options.database.empty()) {
     const std::filesystem::path folder = OwnersDataFolder(variable);
     if (folder.empty()) return std::nullopt;
-    options.database = folder / "host.sqlite";
+    options.database = folder / kDatabaseFile;
     options.is_own_folder = true;
   }
   const auto resources = variable(variables::kHostResources);
   options.resources = resources.empty() ? default_resources : resources;
-  options.sample = options.resources / "sample.sql";
+  options.sample = options.resources / kSampleFile;
   return options;
 }
 

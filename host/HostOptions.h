@@ -7,6 +7,10 @@
 
 namespace qva::embedded {
 
+/// The database's file where the user names none, and that of the sample among the resources.
+inline constexpr char kDatabaseFile[] = "host.sqlite";
+inline constexpr char kSampleFile[] = "sample.sql";
+
 struct HostOptions {
   std::filesystem::path database;   ///< the books; created from the sample on first use
   std::filesystem::path sample;     ///< SQL script of the schema and the sample companies

@@ -158,7 +158,7 @@ void BaselList::OpenLookup(std::size_t row, std::size_t column) {
   shown.lookup.rows_.reset();
   if (on_show_look_up) on_show_look_up(shown.column.name, shown.lookup);
   if (!shown.lookup.rows_) return;
-  const ChoiceList list{shown.column.caption, {u"Kodas", u"Pavadinimas"}, *shown.lookup.rows_};
+  const ChoiceList list{shown.column.caption, {kCodeCaption, kNameCaption}, *shown.lookup.rows_};
   const auto chosen = GetServices().list_chooser->Choose(list, CellText(row, column));
   if (!chosen) return;
   const std::u16string& code = list.rows[*chosen].front();

@@ -13,6 +13,10 @@
 
 namespace qva {
 
+/// The named cells of the period's first and last day.
+inline constexpr std::u16string_view kFirstDayCell = u"RepCurrPerBeg";
+inline constexpr std::u16string_view kLastDayCell = u"RepCurrPerEnd";
+
 /// Lets the user choose the report period that a workbook keeps in its named cells. Create it, call Init
 /// once, then Edit any number of times.
 class CRepPeriod : public Described<CRepPeriod> {

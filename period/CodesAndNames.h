@@ -8,6 +8,10 @@
 
 namespace qva {
 
+/// The captions of the two.
+inline constexpr char16_t kCodeCaption[] = u"Kodas";
+inline constexpr char16_t kNameCaption[] = u"Pavadinimas";
+
 struct CodeAndName {
   std::u16string code;
   std::u16string name;

@@ -103,7 +103,7 @@ void PrepareSamples(const Services& services) {
 
 void ChooseBook() {
   const Services& services = GetServices();
-  ChoiceList list{u"Apskaitos knygos", {u"Kodas", u"Pavadinimas"}, {}};
+  ChoiceList list{u"Apskaitos knygos", {kCodeCaption, kNameCaption}, {}};
   for (CodeAndName& book : CodesAndNames(host::CommonObjects::Create(*services.object_factory).Books())) {
     list.rows.push_back({std::move(book.code), std::move(book.name)});
   }

@@ -22,6 +22,7 @@
 #include <cppuhelper/implbase1.hxx>
 #include <vector>
 
+#include "period/CRepPeriod.h"
 #include "platform/calc/OwnModule.h"
 #include "platform/calc/SystemPaths.h"
 #include "platform/calc/UnoText.h"
@@ -363,14 +364,13 @@ std::optional<std::pair<std::string, std::string>> OpenWorkbook::Period() const 
     css::util::Date null_date;
     properties->getPropertyValue("NullDate") >>= null_date;
     const Date start = DateFromParts(null_date.Year, null_date.Month, null_date.Day);
-    const auto day = [&](const char* name) {
-      const Reference<css::sheet::XCellRangeReferrer> named(names->getByName(OUString::createFromAscii(name)),
-                                                            UNO_QUERY_THROW);
+    const auto day = [&](std::u16string_view name) {
+      const Reference<css::sheet::XCellRangeReferrer> named(names->getByName(ToUno(name)), UNO_QUERY_THROW);
       const Reference<css::table::XCellRange> cells(named->getReferredCells(), UNO_QUERY_THROW);
       return ToUtf8(FormatByWindowsPattern(
           Date{start.serial + std::floor(cells->getCellByPosition(0, 0)->getValue())}, u"yyyy-MM-dd"));
     };
-    return std::pair(day("RepCurrPerBeg"), day("RepCurrPerEnd"));
+    return std::pair(day(kFirstDayCell), day(kLastDayCell));
   } catch (...) {
     return std::nullopt;
   }

@@ -63,7 +63,8 @@ class Failures : public FailureListener {
   }
   void WronglyAnswered(std::u16string_view what) override {
     IgnoreFailures([&] {
-      WriteResult({{"status", Quoted(kJobWrongAnswer)}, {"text", Quoted("wrong answer: " + ToUtf8(what))}});
+      WriteResult(
+          {{kResultStatus, Quoted(kJobWrongAnswer)}, {kResultText, Quoted("wrong answer: " + ToUtf8(what))}});
     });
     // The macro that asked must not get an answer any more, nor the workbook its closing.
     std::_Exit(EXIT_FAILURE);
@@ -85,7 +86,7 @@ Failures& TheFailures() {
 void AddPeriod(const OpenWorkbook& open, JsonMembers& result) {
   const auto period = open.Period();
   if (!period) return;
-  result["period"] = JsonOf({{"from", Quoted(period->first)}, {"to", Quoted(period->second)}});
+  result[kResultPeriod] = JsonOf({{kPeriodFrom, Quoted(period->first)}, {kPeriodTo, Quoted(period->second)}});
 }
 
 /// `is_macros` becomes true when what fails is the macro's doing.
@@ -119,20 +120,22 @@ void Run(const Reference<XComponentContext>& context) {
   JsonMembers result;
   bool is_macros = false;
   const auto fail = [&](const std::string& text) {
-    result["status"] = Quoted(is_macros ? kJobFailed : kJobNoMacro);
-    result["text"] = Quoted(text);
+    result[kResultStatus] = Quoted(is_macros ? kJobFailed : kJobNoMacro);
+    result[kResultText] = Quoted(text);
   };
   try {
     RunJob(context, result, is_macros);
-    result["status"] = Quoted(kJobOk);
+    result[kResultStatus] = Quoted(kJobOk);
     if (TheFailures().has_failed()) fail(TheFailures().first());
   } catch (const AutomationError& error) {
     const std::string source = ToUtf8(error.source()), text = ToUtf8(error.description());
     fail("error in the macro: " + std::to_string(error.number()) + " (" + source + ") " + text);
-    JsonMembers told = {
-        {"number", std::to_string(error.number())}, {"source", Quoted(source)}, {"text", Quoted(text)}};
-    if (const auto* own = dynamic_cast<const MacroError*>(&error)) told["line"] = std::to_string(own->line());
-    result["error"] = JsonOf(told);
+    JsonMembers told = {{kErrorNumber, std::to_string(error.number())},
+                        {kErrorSource, Quoted(source)},
+                        {kErrorText, Quoted(text)}};
+    if (const auto* own = dynamic_cast<const MacroError*>(&error))
+      told[kErrorLine] = std::to_string(own->line());
+    result[kResultError] = JsonOf(told);
   } catch (const MacroFailure& failure) {
     is_macros = failure.reason() == MacroFailure::Reason::Ended;
     fail(std::string("error: ") + failure.what());
@@ -148,7 +151,8 @@ void RunAndTell(const Reference<XComponentContext>& context) noexcept {
   if (IgnoreFailures([&] { Run(context); })) return;
   IgnoreFailures([] {
     std::ofstream(EnvironmentVariable(variables::kJobResult))
-        << R"({"status":")" << kJobFailed << R"(","text":"error: there is no memory left"})";
+        << "{\"" << kResultStatus << "\":\"" << kJobFailed << "\",\"" << kResultText
+        << "\":\"error: there is no memory left\"}";
   });
 }
 

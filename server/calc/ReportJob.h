@@ -18,10 +18,9 @@ namespace qva::calc {
 ///   QVA_JOB_MACRO     entry macro of the workbook, as Module.Procedure or Library.Module.Procedure
 ///   QVA_JOB_PDF       path of the PDF to print the workbook to; nothing is printed without it
 ///   QVA_JOB_SHOWN     not empty: the user sees LibreOffice's windows; otherwise the cells are not painted
-///   QVA_JOB_RESULT    path of the file that is written when all is over, a JSON object: "status", one of
-///                     server/calc/job_protocol.h; where that is not kJobOk, "text"; "error" that the
-///                     macro did not handle, with "number", "source", "text" and "line"; "period" of the
-///                     workbook, "from" and "to"
+///   QVA_JOB_RESULT    path of the file that is written when all is over, a JSON object with the
+///                     members of server/calc/job_protocol.h: the status; where that is not kJobOk, the
+///                     text; the error that the macro did not handle; the workbook's period
 ///   QVA_JOB_STEPS     path of the file that each step is added to before it is taken, its time in
 ///                     milliseconds since 1970 and a tab before it: kJobStepsBeforeMacro lines before the
 ///                     macro runs, one before the PDF is made, one before the workbook is closed

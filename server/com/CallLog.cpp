@@ -39,7 +39,7 @@ std::wstring VariableOr(const char* variable, const wchar_t* value) {
 CallLogSettings ReadSettings() {
   const bool with_content =
       EnvironmentVariable(variables::kCallLogContent) == L"1" || IsOne(L"CallLogContent");
-  return {VariableOr(variables::kCallLog, L"CallLog"), with_content, &IsPublicObject};
+  return {VariableOr(variables::kCallLog, kCallLogValue), with_content, &IsPublicObject};
 }
 
 }  // namespace

@@ -21,11 +21,11 @@ constexpr NamedCommand kCommands[] = {
     {u"/help", Command::Help},
     {u"/h", Command::Help},
     {u"/?", Command::Help},
-    {u"/probe", Command::Probe},
-    {u"/register", Command::Register},
-    {u"/remove", Command::Remove},
-    {u"/register-demo", Command::RegisterDemo},
-    {u"/remove-demo", Command::RemoveDemo},
+    {kProbe, Command::Probe},
+    {kRegister, Command::Register},
+    {kRemove, Command::Remove},
+    {kRegisterDemo, Command::RegisterDemo},
+    {kRemoveDemo, Command::RemoveDemo},
 };
 
 /// The name of an option in lower case; empty for what is none.
@@ -49,7 +49,7 @@ class Reader {
       const std::u16string option = OptionName(argument);
       if (option == u"report") {
         if (!TakeValue(line.report)) return std::nullopt;
-      } else if (option == u"answer") {
+      } else if (option == OptionName(kAnswer)) {
         if (!TakeValue(line.answer)) return std::nullopt;
       } else if (option == u"lang") {
         std::u16string language;

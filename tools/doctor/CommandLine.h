@@ -5,6 +5,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "tools/doctor/FindingKinds.h"
 
@@ -25,6 +26,14 @@ enum class Command : std::uint8_t {
   RegisterDemo,
   RemoveDemo
 };
+
+// How the doctor asks its parts.
+inline constexpr std::u16string_view kProbe = u"/probe";
+inline constexpr std::u16string_view kRegister = u"/register";  ///< and the library
+inline constexpr std::u16string_view kRemove = u"/remove";
+inline constexpr std::u16string_view kRegisterDemo = u"/register-demo";
+inline constexpr std::u16string_view kRemoveDemo = u"/remove-demo";
+inline constexpr std::u16string_view kAnswer = u"/answer";  ///< and the file that it goes to
 
 struct CommandLine {
   Command command = Command::Check;

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/host.h"
 #include "platform/text.h"
 #include "server/PublicClasses.h"
 
@@ -327,7 +328,8 @@ std::vector<GuidePage> MakeGuidePages(const std::filesystem::path& source_folder
   }
   texts.CheckAllTaken();
   std::string reference = ReadProse(prose / "reference.md");
-  Replace(reference, "<!-- messages -->\n", MessageRows(source_folder / "host" / "QVAFormRes.txt", words));
+  Replace(reference, "<!-- messages -->\n",
+          MessageRows(source_folder / "host" / (ToUtf8(host::kMessageResourceLibrary) + ".txt"), words));
   Replace(reference, "<!-- errors -->\n", errors);
   add("reference", std::move(reference));
   return pages;

@@ -7,6 +7,9 @@
 #include <sstream>
 #include <string>
 
+#include "host/HostOptions.h"
+#include "platform/host.h"
+#include "platform/text.h"
 #include "tools/report-runner/MacroWorkbook.h"
 #include "tools/report-runner/Process.h"
 #include "tools/report-runner/ReportRun.h"
@@ -63,12 +66,13 @@ ReportStatus CheckMachine(const CheckOptions& options, std::ostream& out) {
                  "there is no soffice on the search path; install libreoffice-calc");
   const fs::path modules = fs::absolute(options.office.build_folder);
   for (const auto& [file, what] : {std::pair(kComponentFile, "the library's component"),
-                                   std::pair("libqva_host.so", "the embedded host")}) {
+                                   std::pair(QVA_HOST_MODULE_NAME, "the embedded host")}) {
     findings.Needs(fs::is_regular_file(modules / file), what + (" (" + (modules / file).string() + ")"),
                    "there is no such file; --build-folder names where it stands");
   }
   const fs::path resources = fs::absolute(options.office.host_resources);
-  for (const char* file : {"sample.sql", "QVAFormRes.txt"}) {
+  for (const std::string& file :
+       {std::string(embedded::kSampleFile), ToUtf8(host::kMessageResourceLibrary) + ".txt"}) {
     findings.Needs(fs::is_regular_file(resources / file), "the host's " + (resources / file).string(),
                    "there is no such file; --host-resources names its folder");
   }

@@ -15,6 +15,7 @@
 #include <thread>
 #include <vector>
 
+#include "host/HostOptions.h"
 #include "platform/posix/SystemLocale.h"
 #include "platform/variables.h"
 #include "server/calc/Xml.h"
@@ -360,7 +361,7 @@ bool WarmOffice::IsGoodForMore() {
 }
 
 fs::path WarmOffice::Database() const {
-  return folder_.path() / "host.sqlite";
+  return folder_.path() / embedded::kDatabaseFile;
 }
 
 std::uintmax_t WarmOffice::Memory() const {

@@ -22,8 +22,8 @@ using Variables = std::map<std::string, std::string>;
 inline constexpr char kComponentFile[] = "libqva_calc.so";
 
 struct OfficeOptions {
-  std::filesystem::path build_folder;    ///< of kComponentFile and libqva_host.so
-  std::filesystem::path host_resources;  ///< of sample.sql and QVAFormRes.txt
+  std::filesystem::path build_folder;    ///< of kComponentFile and of the embedded host's module
+  std::filesystem::path host_resources;  ///< the embedded host's (host/HostOptions.h)
   bool show = false;                     ///< on the user's screen
 };
 

@@ -59,6 +59,10 @@ std::string_view NameOf(ReportStatus status) {
   return std::ranges::find(kStatusTexts, status, &StatusText::status)->name;
 }
 
+std::string_view TextOf(ReportStatus status) {
+  return std::ranges::find(kStatusTexts, status, &StatusText::status)->text;
+}
+
 std::optional<ReportStatus> StatusNamed(std::string_view name) {
   const auto* found = std::ranges::find(kStatusTexts, name, &StatusText::name);
   if (found == std::end(kStatusTexts)) return std::nullopt;

@@ -38,6 +38,8 @@ struct StatusText {
 std::span<const StatusText> StatusTexts();
 /// The name of a status.
 std::string_view NameOf(ReportStatus status);
+/// What a status means.
+std::string_view TextOf(ReportStatus status);
 /// The status of a name; nothing when it names none.
 std::optional<ReportStatus> StatusNamed(std::string_view name);
 

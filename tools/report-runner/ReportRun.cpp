@@ -5,6 +5,7 @@
 #include <ostream>
 #include <thread>
 
+#include "host/HostOptions.h"
 #include "platform/error.h"
 #include "platform/filesystem/native_file.h"
 #include "platform/host.h"
@@ -26,7 +27,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::uintmax_t kMegabyte = std::uintmax_t{1024} * 1024;
-constexpr std::string_view kDatabase = "host.sqlite";
 constexpr std::string_view kPrinted = "printed";
 
 /// Removes what an earlier run printed.
@@ -210,14 +210,14 @@ std::vector<ReportResult::File> FilesOf(const OutputFolder& output, const fs::pa
 bool ReadOutcome(const fs::path& file, ReportResult& result) {
   const nlohmann::json json = nlohmann::json::parse(ReadText(file), nullptr, false);
   if (!json.is_object()) return false;
-  result.status = StatusNamed(json.value("status", "")).value_or(ReportStatus::Failed);
-  if (result.status != ReportStatus::Ok) result.text = "The report failed: " + json.value("text", "");
-  if (const auto error = json.find("error"); error != json.end()) {
-    result.error = {error->value("number", 0), error->value("source", ""), error->value("text", ""),
-                    error->value("line", 0)};
+  result.status = StatusNamed(json.value(kResultStatus, "")).value_or(ReportStatus::Failed);
+  if (result.status != ReportStatus::Ok) result.text = "The report failed: " + json.value(kResultText, "");
+  if (const auto error = json.find(kResultError); error != json.end()) {
+    result.error = {error->value(kErrorNumber, 0), error->value(kErrorSource, ""),
+                    error->value(kErrorText, ""), error->value(kErrorLine, 0)};
   }
-  if (const auto period = json.find("period"); period != json.end()) {
-    result.period = {period->value("from", ""), period->value("to", "")};
+  if (const auto period = json.find(kResultPeriod); period != json.end()) {
+    result.period = {period->value(kPeriodFrom, ""), period->value(kPeriodTo, "")};
   }
   return true;
 }
@@ -242,12 +242,12 @@ struct OutputFiles {
 struct JobFiles {
   explicit JobFiles(const fs::path& folder)
       : registry(folder / "registry.reg"),
-        database(folder / kDatabase),
+        database(folder / embedded::kDatabaseFile),
         period_answers(folder / "period.answers"),
-        calls(folder / "steps.txt"),
+        calls(folder / "calls.txt"),
         steps(folder / "job.txt"),
         outcome(folder / "outcome.json"),
-        errors(folder / "errors.txt"),
+        errors(folder / "job-errors.txt"),
         picture_errors(folder / "picture.txt") {}
 
   fs::path registry;
@@ -351,7 +351,7 @@ ReportResult RunJob(const ReportRunOptions& options, const StartJob& start, cons
   Await(options, *job, narrator, result);
   if (result.status == ReportStatus::Ok && !ReadOutcome(files.outcome, result)) {
     result.status = narrator.HasBegun() ? ReportStatus::Died : ReportStatus::NoLibreOffice;
-    result.text = std::string(narrator.HasBegun() ? "LibreOffice died while it ran the report"
+    result.text = std::string(narrator.HasBegun() ? TextOf(ReportStatus::Died)
                                                   : "LibreOffice ended without running the report") +
                   " (exit status " + std::to_string(job->ExitStatus()) + ")\n" + job->Errors();
   }
@@ -370,7 +370,8 @@ void RequireExpectedFile(const ReportRunOptions& options, const OutputFolder& fo
 
 void KeepDatabase(const JobFiles& files, const OutputFiles& output) {
   std::error_code missing;
-  fs::copy_file(files.database, output.folder / kDatabase, fs::copy_options::overwrite_existing, missing);
+  fs::copy_file(files.database, output.folder / embedded::kDatabaseFile, fs::copy_options::overwrite_existing,
+                missing);
 }
 
 void PrintFiles(const OutputFiles& output, const ReportResult& result, std::ostream& out) {

@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/HostOptions.h"
 #include "server/calc/NewReport.h"
 #include "tools/report-runner/Batch.h"
 #include "tools/report-runner/Check.h"
@@ -125,7 +126,8 @@ std::string IsPeriod(const std::string& text) {
 void AddOfficeOptions(CLI::App& command, OfficeOptions& office) {
   command
       .add_option("--build-folder", office.build_folder,
-                  "where libqva_calc.so and libqva_host.so stand (those that came with this program)")
+                  std::string("where ") + kComponentFile +
+                      " and " QVA_HOST_MODULE_NAME " stand (those that came with this program)")
       ->type_name("PATH")
       ->check([](const std::string& path) { return IsThere(fs::path(path) / kComponentFile, Kind::File); });
   command
@@ -231,8 +233,9 @@ void AddRun(CLI::App& app, RunCommand& run, std::function<int()>& action) {
       ->check(
           [](const std::string& path) { return IsThere(fs::absolute(path).parent_path(), Kind::Folder); });
   command.add_flag("--keep-database", run.options.keep_database,
-                   "leave the database of the embedded host, which each run has of its own, in the output "
-                   "folder as host.sqlite");
+                   std::string("leave the database of the embedded host, which each run has of its own, in "
+                               "the output folder as ") +
+                       embedded::kDatabaseFile);
   command.callback([&] { action = [&] { return run.Do(); }; });
 }
 

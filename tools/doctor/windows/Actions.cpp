@@ -12,6 +12,7 @@
 #include "platform/windows/ComPtr.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
+#include "server/com/CallLog.h"
 #include "server/com/LibraryRegistration.h"
 #include "tools/doctor/Judgement.h"
 #include "tools/doctor/RepairPlan.h"
@@ -132,9 +133,9 @@ std::int32_t SetCallLog(const std::u16string& file) {
   OpenedKey key(registry);
   if (const auto code = key.Create(HKEY_CURRENT_USER_VALUE, TextOf(com::kOwnKey), kKeySetValue, {}))
     return code;
-  if (!file.empty())
-    return registry.SetStored(key.get(), kCallLogValue, {kRegSz, ToUtf16Bytes(file + u'\0')});
-  const std::int32_t code = registry.DeleteValue(key.get(), kCallLogValue);
+  const std::u16string value = TextOf(com::kCallLogValue);
+  if (!file.empty()) return registry.SetStored(key.get(), value, {kRegSz, ToUtf16Bytes(file + u'\0')});
+  const std::int32_t code = registry.DeleteValue(key.get(), value);
   return code == kRegistryFileNotFound ? kRegistrySuccess : code;
 }
 
@@ -147,7 +148,7 @@ MachineFacts Examine() {
   const std::vector<Bitness> bitnesses = Bitnesses(facts.is_64bit);
   parts.reserve(bitnesses.size());
   for (const Bitness bitness : bitnesses) {
-    parts.push_back(std::make_unique<Part>(bitness, std::initializer_list<std::u16string_view>{u"/probe"}));
+    parts.push_back(std::make_unique<Part>(bitness, std::initializer_list<std::u16string_view>{kProbe}));
   }
   for (std::size_t i = 0; i < bitnesses.size(); ++i) {
     BitnessFacts& found = facts.bitnesses.emplace_back();
@@ -171,17 +172,17 @@ int Repair(const MachineFacts& facts, Language language) {
         break;
       case RepairKind::RemoveFromUser:
         done = RunStep(
-            step.bitness, {u"/remove"},
+            step.bitness, {kRemove},
             OfBitness(u"removed the user's registration", u"pašalinta naudotojo registracija", step.bitness),
             u"", language);
         break;
       case RepairKind::RegisterForUser:
-        done = RunStep(step.bitness, {u"/register", step.file},
+        done = RunStep(step.bitness, {kRegister, step.file},
                        OfBitness(u"registered for the user", u"užregistruota naudotojui", step.bitness),
                        step.file, language);
         break;
       case RepairKind::RemoveDemo:
-        done = RunStep(step.bitness, {u"/remove-demo"}, DemoOff(step.bitness), u"", language);
+        done = RunStep(step.bitness, {kRemoveDemo}, DemoOff(step.bitness), u"", language);
         break;
     }
     result = std::max(result, done);
@@ -207,8 +208,7 @@ int SwitchDemo(bool on, Language language) {
   for (const Bitness bitness : Bitnesses(LookAtMachine().is_64bit)) {
     const Words what =
         on ? OfBitness(u"the demo host is on", u"bandomoji sistema įjungta", bitness) : DemoOff(bitness);
-    result =
-        std::max(result, RunStep(bitness, {on ? u"/register-demo" : u"/remove-demo"}, what, u"", language));
+    result = std::max(result, RunStep(bitness, {on ? kRegisterDemo : kRemoveDemo}, what, u"", language));
   }
   return result;
 }

@@ -10,6 +10,7 @@
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsLocale.h"
+#include "server/com/CallLog.h"
 #include "server/com/Registration.h"
 #include "tools/doctor/windows/ProgramFiles.h"
 #include "tools/doctor/windows/RegistryReader.h"
@@ -138,7 +139,8 @@ MachineFacts LookAtMachine() {
   windows::AnsiRegistry registry;
   facts.book_setting = GetSetting(registry, windows::WindowsLocale(), host::kSettingsApplication,
                                   host::kFormsSection, host::kBookSetting, u"");
-  facts.call_log = ReadText(Root::User, windows::TextOf(com::kOwnKey), kCallLogValue).value_or(u"");
+  facts.call_log =
+      ReadText(Root::User, windows::TextOf(com::kOwnKey), windows::TextOf(com::kCallLogValue)).value_or(u"");
   facts.excels = Excels().Found();
   for (const std::u16string& version : VersionsOf(facts.excels)) facts.trusts.push_back(TrustOf(version));
   return facts;

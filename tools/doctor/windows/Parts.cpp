@@ -6,6 +6,7 @@
 #include "platform/windows/OwnFile.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
+#include "tools/doctor/CommandLine.h"
 #include "tools/doctor/windows/ProgramFiles.h"
 
 namespace qva::doctor {
@@ -51,7 +52,7 @@ Part::Part(Bitness bitness, std::initializer_list<std::u16string_view> command) 
   answer_file_ = TemporaryFile();
   std::wstring line = L"\"" + WideText(*program) + L"\"";
   for (const std::u16string_view argument : command) line += Quoted(argument);
-  line += L" /answer \"" + answer_file_ + L"\"";
+  line += L" " + WideText(kAnswer) + L" \"" + answer_file_ + L"\"";
   STARTUPINFOW startup{.cb = sizeof startup};
   PROCESS_INFORMATION process;
   if (!CreateProcessW(WideText(*program).c_str(), line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW,
