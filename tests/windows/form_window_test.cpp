@@ -308,6 +308,18 @@ TEST_F(FormWindowTest, EnterPressesTheDefaultButtonOrTheOneWithTheFocus) {
   EXPECT_THAT(pressed, ElementsAre(u"btOk", u"btCancel")) << "a disabled button is not pressed";
 }
 
+TEST_F(FormWindowTest, ArrowsGoFromButtonToButton) {
+  ui::FormDescription description = FormWithAllKinds();
+  description.controls.push_back(
+      {ui::ControlKind::Button, u"btCopy", u"Kopija", {16, 230, 90, 17}, u"STab", 0});
+  Make(description);
+  form->Find(u"btOk")->SetFocus();
+  EXPECT_THAT(Walk(3, VK_RIGHT), ElementsAre(u"btCancel", u"btOk", u"btCancel"));
+  EXPECT_THAT(Walk(2, VK_UP), ElementsAre(u"btOk", u"btCancel"));
+  form->Find(u"btCopy")->SetFocus();
+  EXPECT_THAT(Walk(1, VK_LEFT), ElementsAre(u"btCopy")) << "the other one stands on another page";
+}
+
 TEST_F(FormWindowTest, EscapeAndClosingPressTheCancelButton) {
   int pressed = 0;
   Get<ui::Button>(u"btCancel").on_click = [&] { ++pressed; };

@@ -15,7 +15,8 @@ bool IsOption(const NativeControl& control) {
 }
 
 bool AreOneGroup(const NativeControl& one, const NativeControl& other) {
-  return IsOption(one) && IsOption(other) && one.description().parent == other.description().parent;
+  return one.description().kind == other.description().kind &&
+         one.description().parent == other.description().parent;
 }
 
 }  // namespace
@@ -109,7 +110,7 @@ void FormWindow::MoveFocus(int step) {
   for (int i = 0; i < count; ++i) {
     place = (place + step + count) % count;
     NativeControl& control = *controls_[static_cast<std::size_t>(place)];
-    if (!control.IsTabStop() || (from && AreOneGroup(*from, control))) continue;
+    if (!control.IsTabStop() || (from && IsOption(control) && AreOneGroup(*from, control))) continue;
     return control.SetFocus();
   }
 }
@@ -159,10 +160,10 @@ bool FormWindow::TakeKey(const MSG& message) {
       return IsDown(VK_CONTROL) && TurnPage(1);
     case VK_LEFT:
     case VK_UP:
-      return focused && ChooseOption(*focused, -1);
+      return focused && ChooseInGroup(*focused, -1);
     case VK_RIGHT:
     case VK_DOWN:
-      return focused && ChooseOption(*focused, 1);
+      return focused && ChooseInGroup(*focused, 1);
     case VK_RETURN:
       return PressButton(focused && focused->description().kind == ui::ControlKind::Button
                              ? focused->description().name
@@ -182,18 +183,18 @@ bool FormWindow::TurnPage(int step) {
   return true;
 }
 
-bool FormWindow::ChooseOption(NativeControl& from, int step) {
-  if (!IsOption(from)) return false;
+bool FormWindow::ChooseInGroup(NativeControl& from, int step) {
+  if (!IsOption(from) && from.description().kind != ui::ControlKind::Button) return false;
   std::vector<NativeControl*> group;
   for (const auto& control : controls_) {
-    if (AreOneGroup(from, *control) && (control->Enabled() || control.get() == &from)) {
+    if (AreOneGroup(from, *control) && control->IsShown() && (control->Enabled() || control.get() == &from)) {
       group.push_back(control.get());
     }
   }
   const auto place = static_cast<std::size_t>(std::ranges::find(group, &from) - group.begin());
   NativeControl& next = *group[(place + group.size() + static_cast<std::size_t>(step)) % group.size()];
   next.SetFocus();
-  dynamic_cast<ui::OptionButton&>(next).Select();
+  if (auto* option = dynamic_cast<ui::OptionButton*>(&next)) option->Select();
   return true;
 }
 
