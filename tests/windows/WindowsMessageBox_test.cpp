@@ -10,7 +10,6 @@
 #include "platform/windows/WideText.h"
 #include "platform/windows/WindowsApi.h"
 #include "platform/windows/WindowsClock.h"
-#include "platform/windows/forms/ButtonDialog.h"
 #include "platform/windows/forms/WindowPlace.h"
 #include "tests/files.h"
 #include "tests/platform/forms/message_box_contract.h"
@@ -45,7 +44,7 @@ class User {
   User(const wchar_t* title, std::function<void(HWND)> action)
       : thread_([=] {
           for (int i = 0; i < 500; ++i) {
-            HWND window = FindWindowW(L"#32770", title);
+            HWND window = FindWindowW(nullptr, title);
             // Filled and shown: the box's own thread may still be at it.
             if (window && IsWindowVisible(window)) return action(window);
             Sleep(10);
@@ -188,7 +187,7 @@ TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
   WindowBelow owner;
   std::vector<bool> was_shown;  // the box, when the second window is enabled again
   second.on_enable = [&](bool enabled) {
-    HWND below = FindWindowW(L"#32770", L"Klausimas");
+    HWND below = FindWindowW(nullptr, L"Klausimas");
     if (enabled) was_shown.push_back(below && IsWindowVisible(below));
   };
   const auto look = [&](HWND window) {
@@ -230,23 +229,16 @@ TEST_F(BoxOnScreenTest, DisablesEveryWindowOfTheThreadUntilItGoes) {
   expect_as_before();
 }
 
-/// The place of the next handle that the graphics system gives; it moves on with every object that is kept.
-int NextGraphicsHandle() {
-  HFONT font = CreateFontW(10, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, nullptr);
-  DeleteObject(font);
-  return LOWORD(reinterpret_cast<ULONG_PTR>(font));
-}
-
 TEST_F(BoxOnScreenTest, LeavesNoGraphicsObjectBehind) {
   const std::u16string captions[] = {u"Gerai"};
   const auto show = [&] {
     const User user(L"Klausimas", [&](HWND window) { Press(window, L"Gerai"); });
-    EXPECT_EQ(ShowButtonDialog(nullptr, u"Tekstas", u"Klausimas", captions), 1);
+    EXPECT_EQ(box->Ask(u"Tekstas", u"Klausimas", captions), 1);
   };
   for (int i = 0; i < 3; ++i) show();  // what the system keeps for itself
-  const int before = NextGraphicsHandle();
+  const HandleCounts before;
   for (int i = 0; i < 20; ++i) show();
-  EXPECT_LT(NextGraphicsHandle(), before + 10);
+  EXPECT_LT(HandleCounts().graphics_handles, before.graphics_handles + 10);
 }
 
 }  // namespace

@@ -94,6 +94,34 @@ TEST_F(FormControls, TextBoxThatIsReadOnlyLooksLikeTextOnItsPage) {
   EXPECT_EQ(background_of(u"Text1"), background_of(u"Label1"));
 }
 
+TEST_F(FormControls, LabelShowsEachLineOfItsCaption) {
+  ui::FormDescription description = FormWithAllKinds();
+  ui::ControlDescription& label =
+      *std::ranges::find(description.controls, u"Label1", &ui::ControlDescription::name);
+  label.caption = u"Metai\nMetai";
+  label.bounds.height = 40;
+  Make(description);
+  const auto ink = [this](LONG from, LONG to) {
+    const WindowContext context(Window(u"Label1"));
+    RECT area;
+    GetClientRect(Window(u"Label1"), &area);
+    const COLORREF ground = GetPixel(context.get(), area.right - 1, area.bottom - 1);
+    int count = 0;
+    for (LONG y = from; y < to; ++y) {
+      for (LONG x = 0; x < area.right; ++x) count += GetPixel(context.get(), x, y) != ground;
+    }
+    return count;
+  };
+  Show({[&] { UpdateWindow(Window(u"Label1")); },
+        [&] {
+          const WindowContext context(Window(u"Label1"));
+          const int line = TextHeight(
+              Window(u"Label1"), reinterpret_cast<HFONT>(SendMessageW(Window(u"Label1"), WM_GETFONT, 0, 0)));
+          EXPECT_GT(ink(0, line), 20);
+          EXPECT_EQ(ink(line, 2 * line), ink(0, line));
+        }});
+}
+
 TEST_F(FormControls, OptionClearsTheOthersAndTellsOnce) {
   auto& a = Get<ui::OptionButton>(u"optA");
   auto& b = Get<ui::OptionButton>(u"optB");

@@ -7,8 +7,9 @@
 #include <thread>
 
 #include "period/frmReportPeriod.h"
-#include "platform/windows/forms/ButtonDialog.h"
+#include "platform/windows/WindowsClock.h"
 #include "platform/windows/forms/UiScale.h"
+#include "platform/windows/forms/WindowsMessageBox.h"
 #include "tests/raised_error.h"
 #include "tests/windows/grid_test.h"
 
@@ -308,6 +309,18 @@ TEST_F(FormWindowTest, EnterPressesTheDefaultButtonOrTheOneWithTheFocus) {
   EXPECT_THAT(pressed, ElementsAre(u"btOk", u"btCancel")) << "a disabled button is not pressed";
 }
 
+TEST_F(FormWindowTest, ArrowsGoFromButtonToButton) {
+  ui::FormDescription description = FormWithAllKinds();
+  description.controls.push_back(
+      {ui::ControlKind::Button, u"btCopy", u"Kopija", {16, 230, 90, 17}, u"STab", 0});
+  Make(description);
+  form->Find(u"btOk")->SetFocus();
+  EXPECT_THAT(Walk(3, VK_RIGHT), ElementsAre(u"btCancel", u"btOk", u"btCancel"));
+  EXPECT_THAT(Walk(2, VK_UP), ElementsAre(u"btOk", u"btCancel"));
+  form->Find(u"btCopy")->SetFocus();
+  EXPECT_THAT(Walk(1, VK_LEFT), ElementsAre(u"btCopy")) << "the other one stands on another page";
+}
+
 TEST_F(FormWindowTest, EscapeAndClosingPressTheCancelButton) {
   int pressed = 0;
   Get<ui::Button>(u"btCancel").on_click = [&] { ++pressed; };
@@ -325,7 +338,7 @@ TEST_F(FormWindowTest, ClosingAFormWithoutCancelButtonHidesIt) {
 
 /// Closes a message box when one is in front.
 void CALLBACK CloseBox(HWND, UINT, UINT_PTR, DWORD) {
-  HWND box = FindWindowW(L"#32770", L"Klausimas");
+  HWND box = FindWindowW(nullptr, L"Klausimas");
   if (box && GetActiveWindow() == box) PostMessageW(box, WM_CLOSE, 0, 0);
 }
 
@@ -374,10 +387,13 @@ TEST_F(FormWindowTest, WithACalendarLeavesNothingBehindThatTheCalendarDoesNotLos
 
 TEST_F(FormWindowTest, LeavesNothingOfAMessageBoxBehind) {
   form.reset();
+  SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", nullptr);
+  SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", nullptr);
+  const WindowsClock clock;
+  WindowsMessageBox boxes(clock);
   const std::u16string captions[] = {u"Gerai", u"Ne"};
   const UINT_PTR timer = SetTimer(nullptr, 0, 1, &CloseBox);
-  ExpectNothingKeptOf(
-      [&] { EXPECT_EQ(ShowButtonDialog(below->window, u"Tekstas", u"Klausimas", captions), 2); });
+  ExpectNothingKeptOf([&] { EXPECT_EQ(boxes.Ask(u"Tekstas", u"Klausimas", captions), 2); });
   KillTimer(nullptr, timer);
 }
 

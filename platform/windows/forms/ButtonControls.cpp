@@ -10,7 +10,10 @@ namespace qva::windows {
 
 NativeLabel::NativeLabel(FormWindow& form, const ui::ControlDescription& description)
     : NativeControl(form, description) {
-  Create(L"STATIC", WideText(description.caption), SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE);
+  // Of a text in the middle Windows shows one line alone.
+  const bool is_one_line = description.caption.find(u'\n') == std::u16string::npos;
+  Create(L"STATIC", WideText(description.caption),
+         SS_NOPREFIX | (is_one_line ? SS_LEFT | SS_CENTERIMAGE : SS_LEFTNOWORDWRAP));
 }
 
 std::u16string NativeLabel::Caption() const {

@@ -149,10 +149,10 @@ bool FormWindow::TakeKey(const MSG& message) {
       return IsDown(VK_CONTROL) && TurnPage(1);
     case VK_LEFT:
     case VK_UP:
-      return focused && ChooseOption(*focused, -1);
+      return focused && ChooseInGroup(*focused, -1);
     case VK_RIGHT:
     case VK_DOWN:
-      return focused && ChooseOption(*focused, 1);
+      return focused && ChooseInGroup(*focused, 1);
     case VK_RETURN:
       return PressButton(focused && focused->description().kind == ui::ControlKind::Button
                              ? focused->description().name
@@ -172,11 +172,13 @@ bool FormWindow::TurnPage(int step) {
   return true;
 }
 
-bool FormWindow::ChooseOption(NativeControl& from, int step) {
-  if (from.description().kind != ui::ControlKind::OptionButton) return false;
+bool FormWindow::ChooseInGroup(NativeControl& from, int step) {
+  const ui::ControlDescription& one = from.description();
+  if (one.kind != ui::ControlKind::OptionButton && one.kind != ui::ControlKind::Button) return false;
   std::vector<NativeControl*> group;
   for (const auto& control : controls_) {
-    if (AreOneGroup(from.description(), control->description()) &&
+    const ui::ControlDescription& other = control->description();
+    if (other.kind == one.kind && other.parent == one.parent && control->IsShown() &&
         (control->Enabled() || control.get() == &from)) {
       group.push_back(control.get());
     }
@@ -184,7 +186,7 @@ bool FormWindow::ChooseOption(NativeControl& from, int step) {
   const auto place = static_cast<std::size_t>(std::ranges::find(group, &from) - group.begin());
   NativeControl& next = *group[(place + group.size() + static_cast<std::size_t>(step)) % group.size()];
   next.SetFocus();
-  dynamic_cast<ui::OptionButton&>(next).Select();
+  if (auto* option = dynamic_cast<ui::OptionButton*>(&next)) option->Select();
   return true;
 }
 

@@ -19,8 +19,8 @@
 namespace qva::windows {
 
 /// Its keys are those of Windows' dialogs: Tab goes from control to control in the order of the description,
-/// arrows choose among the options of a group, Ctrl+Tab and Ctrl with the page keys turn pages, Enter presses
-/// the button that has the focus or the default one, Escape the cancel button.
+/// arrows choose among the options of a group and go from button to button, Ctrl+Tab and Ctrl with the page
+/// keys turn pages, Enter presses the button that has the focus or the default one, Escape the cancel button.
 class FormWindow : public ui::Form {
  public:
   /// Made where the user is working, at the scale of that display.
@@ -89,7 +89,7 @@ class FormWindow : public ui::Form {
   void RunLoop();
   bool TakeKey(const MSG& message);
   bool TurnPage(int step);
-  bool ChooseOption(NativeControl& from, int step);
+  bool ChooseInGroup(NativeControl& from, int step);
   bool PressButton(std::u16string_view name);
   void Close();
 
