@@ -55,8 +55,10 @@ struct ControlDescription {
   Bounds bounds;           ///< within the parent
   std::u16string parent;   ///< the Frame or TabControl that it stands in; empty for the form itself
   int page = 0;            ///< of a TabControl, from 0
-  /// A TextBox that shows its text like a label: without a frame, and no place for the focus.
+  /// A TextBox that shows its text like a label: without a frame, and no place for the focus. A Grid of whole
+  /// rows, in which no column can be edited.
   bool read_only = false;
+  std::u16string keys_for;  ///< the Grid to which Up, Down and the page keys go that are pressed here
 };
 
 /// A form. The order of the controls is the tab order; a parent stands before what stands in it.
@@ -65,6 +67,8 @@ struct FormDescription {
   std::u16string caption;
   int width = 0;  ///< of the inner area, in pixels at 100 % scale; also the smallest size
   int height = 0;
+  int first_width = 0;  ///< what it has at first, where that is more
+  int first_height = 0;
   bool resizable = false;
   std::vector<std::u16string> pages;  ///< captions of the TabControl's pages
   std::u16string default_button;      ///< pressed by Enter
@@ -202,14 +206,19 @@ class GridModel {
   virtual std::size_t RowCount() const = 0;
   /// What a cell shows; of a Boolean "True" or "False".
   virtual std::u16string CellText(std::size_t row, std::size_t column) const = 0;
+
+  // Nobody calls these of a grid that is only read.
+
   /// Stores what was typed; false refuses it, and the cell keeps its value.
-  virtual bool SetCellText(std::size_t row, std::size_t column, std::u16string_view text) = 0;
+  virtual bool SetCellText(std::size_t /*row*/, std::size_t /*column*/, std::u16string_view /*text*/) {
+    return false;
+  }
   /// Adds a row at the end, for the grid's empty last line. A model that takes none leaves RowCount as it is.
-  virtual void AppendRow() = 0;
+  virtual void AppendRow() {}
   /// Deletes a row. A model that gives none leaves RowCount as it is.
-  virtual void DeleteRow(std::size_t row) = 0;
+  virtual void DeleteRow(std::size_t /*row*/) {}
   /// The button of a cell was pressed.
-  virtual void PressCellButton(std::size_t row, std::size_t column) = 0;
+  virtual void PressCellButton(std::size_t /*row*/, std::size_t /*column*/) {}
 };
 
 /// A table of cells that can be edited. One row is the current one, if there is any.
@@ -226,6 +235,8 @@ class Grid : public virtual Control {
   virtual std::optional<std::size_t> CurrentRow() const = 0;
   /// Does nothing for a row that there is not.
   virtual void SetCurrentRow(std::size_t row) = 0;
+
+  std::function<void()> on_pick;  ///< the current row of a grid that is only read was double-clicked
 };
 
 /// A window with controls. It is hidden at first; its owner destroys it, though not from a handler of its

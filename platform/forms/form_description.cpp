@@ -21,6 +21,9 @@ void RequireConsistent(const ui::FormDescription& description) {
             control.name);
     require(before.emplace(control.name, control.kind).second, control.name);
   }
+  for (const ui::ControlDescription& control : description.controls) {
+    require(control.keys_for.empty() || is(control.keys_for, ui::ControlKind::Grid), control.name);
+  }
   for (const std::u16string& button : {description.default_button, description.cancel_button}) {
     require(button.empty() || is(button, ui::ControlKind::Button), button);
   }

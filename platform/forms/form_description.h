@@ -8,7 +8,7 @@
 namespace qva {
 
 /// Raises 51 (Internal error) when the description contradicts itself: a name twice, a parent that does not
-/// stand before or holds no controls, a default or cancel button that is none.
+/// stand before or holds no controls, a default or cancel button that is none, keys for what is no grid.
 void RequireConsistent(const ui::FormDescription& description);
 
 /// The frame or tab control that a control of a consistent description stands in; null for the form itself.

@@ -10,10 +10,6 @@
 
 namespace qva {
 
-// What else stands in them, beside kCancel.
-inline constexpr std::u16string_view kFilterCaption = u"Ieškoti:";
-inline constexpr std::u16string_view kPickCaption = u"OK";
-
 /// Letters without their case and without the marks of the Lithuanian alphabet: what is compared when the
 /// user looks for something.
 std::u16string SearchKey(std::u16string_view text);
@@ -31,8 +27,7 @@ class ListFilter {
   std::size_t LineOf(std::size_t row) const;
   /// The row of a code, the first one where no row has it.
   std::size_t RowOf(std::u16string_view code) const;
-  /// What stands in a line: the list's own text, which ends in a zero; nothing, and no text behind it, where
-  /// it is no line, or has no such column.
+  /// What stands in a line: the list's own text; nothing where it is no line, or has no such column.
   std::u16string_view TextAt(std::size_t line, std::size_t column) const;
 
  private:

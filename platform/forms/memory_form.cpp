@@ -367,6 +367,13 @@ void MemoryForm::SelectRow(std::u16string_view grid, std::size_t row) {
   control.SetCurrentRow(row);
 }
 
+void MemoryForm::DoubleClickRow(std::u16string_view grid, std::size_t row) {
+  SelectRow(grid, row);
+  auto& control = *As<MemoryGrid>(grid);
+  if (control.state().can_edit()) Refuse(grid, u"is edited by a double click");
+  Raise(control.on_pick);
+}
+
 void MemoryForm::CloseWindow() {
   if (description_.cancel_button.empty()) {
     Hide();

@@ -1,6 +1,7 @@
 // Forms that exist in memory alone: for tests, and for reports that are made where no user sits.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
@@ -41,8 +42,8 @@ class MemoryForm : public ui::Form {
   void ShowModal() override;
   void Hide() override { visible_ = false; }
   bool Visible() const override { return visible_; }
-  int Width() const override { return description_.width; }
-  int Height() const override { return description_.height; }
+  int Width() const override { return std::max(description_.width, description_.first_width); }
+  int Height() const override { return std::max(description_.height, description_.first_height); }
   void StartResizer(int width, int height,
                     std::function<std::optional<ui::ResizeMode>(std::u16string_view name)> mode) override;
 
@@ -64,6 +65,8 @@ class MemoryForm : public ui::Form {
   void PressCellButton(std::u16string_view grid, std::size_t row, std::u16string_view column);
   /// Makes a row of a grid the current one.
   void SelectRow(std::u16string_view grid, std::size_t row);
+  /// Double-clicks a row of a grid that is only read.
+  void DoubleClickRow(std::u16string_view grid, std::size_t row);
   /// Closes the window: presses the cancel button, or hides a form that has none.
   void CloseWindow();
 

@@ -29,6 +29,7 @@
 #include "platform/calc/UnoValue.h"
 #include "platform/date.h"
 #include "platform/text.h"
+#include "server/calc/entry_macro.h"
 
 namespace qva::calc {
 namespace {

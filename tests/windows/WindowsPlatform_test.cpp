@@ -24,7 +24,7 @@ TEST(WindowsPlatform, ShowsFormsAndListsInWindowsUnlessAFileAnswersThem) {
   ASSERT_TRUE(HasVisibleDesktop());
   const WindowsPlatform attended;
   EXPECT_TRUE(dynamic_cast<NativeForms*>(attended.services().forms));
-  EXPECT_TRUE(dynamic_cast<ListChooserWindow*>(attended.services().list_chooser));
+  EXPECT_TRUE(dynamic_cast<FormListChooser*>(attended.services().list_chooser));
 }
 
 }  // namespace

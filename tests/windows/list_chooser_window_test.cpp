@@ -1,4 +1,5 @@
-#include "platform/windows/forms/ListChooserWindow.h"
+// Lists on native forms, over Windows' own list view.
+#include "platform/forms/form_list_chooser.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +16,7 @@
 #include "platform/object.h"
 #include "platform/text.h"
 #include "platform/windows/WideText.h"
-#include "platform/windows/forms/UiScale.h"
+#include "platform/windows/forms/FormWindow.h"
 #include "tests/platform/forms/list_chooser_contract.h"
 #include "tests/windows/gui_test.h"
 
@@ -75,7 +76,7 @@ class User {
       : thread_([=] {
           HWND window = nullptr;
           const bool is_there = Becomes([&] {
-            window = FindWindowW(L"#32770", L"Sąrašas");
+            window = FindWindowW(L"QVA_Varnholt.Form", L"Sąrašas");
             return window && IsWindowVisible(window) && GetForegroundWindow() == window;
           });
           if (!is_there) {
@@ -116,7 +117,8 @@ class ListUser {
     user_.emplace(std::move(action));
   }
 
-  ListChooserWindow chooser_;
+  NativeForms forms_;
+  FormListChooser chooser_{forms_};
   std::optional<User> user_;
 };
 
@@ -141,7 +143,8 @@ class ListChooserWindowTest : public testing::Test {
     return chooser.Choose(list, selected);
   }
 
-  ListChooserWindow chooser;
+  NativeForms forms;
+  FormListChooser chooser{forms};
   ChoiceList list{
       u"Sąrašas",
       {u"Kodas", u"Pavadinimas"},
@@ -150,7 +153,8 @@ class ListChooserWindowTest : public testing::Test {
 
 TEST(ListChooserWindow, GivesNothingWhereNoWindowCanBeMade) {
   if (HasDisplay()) GTEST_SKIP() << "there is a display";
-  EXPECT_EQ(ListChooserWindow().Choose({u"Sąrašas", {u"Kodas"}, {{u"BALT"}}}, u"BALT"), std::nullopt);
+  NativeForms forms;
+  EXPECT_EQ(FormListChooser(forms).Choose({u"Sąrašas", {u"Kodas"}, {{u"BALT"}}}, u"BALT"), std::nullopt);
 }
 
 TEST_F(ListChooserWindowTest, ShowsTheRowsUnderTheirCaptionsWithTheMarkedOneSelected) {
@@ -262,6 +266,25 @@ TEST_F(ListChooserWindowTest, ADoubleClickPicks) {
                      }
                    }),
             2u);
+}
+
+TEST_F(ListChooserWindowTest, AClickBelowTheRowsLeavesTheCurrentOne) {
+  EXPECT_EQ(Choose(u"MEDVILNE",
+                   [](const Seen& seen) {
+                     for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP})
+                       SendMessageW(seen.list, message, 0, MAKELPARAM(20, 200));
+                     EXPECT_TRUE(IsWindowEnabled(seen.Ok()));
+                     PostMessageW(seen.Ok(), BM_CLICK, 0, 0);
+                   }),
+            1u);
+}
+
+TEST_F(ListChooserWindowTest, ALongTextIsCutWhereItsReaderHasNoRoom) {
+  list.rows[0][1] = std::u16string(1000, u'x');
+  Choose(u"", [](const Seen& seen) {
+    EXPECT_EQ(seen.Text(0, 1), std::u16string(99, u'x'));
+    Close(seen);
+  });
 }
 
 TEST_F(ListChooserWindowTest, TheButtonsPickAndLeave) {

@@ -4,9 +4,9 @@
 
 #include "platform/calc/EventLoop.h"
 #include "platform/calc/forms/FormWindow.h"
-#include "platform/calc/forms/ListChooserWindow.h"
 #include "platform/calc/forms/MessageWindow.h"
 #include "platform/filesystem/native_file.h"
+#include "platform/forms/form_list_chooser.h"
 #include "platform/variables.h"
 
 namespace qva::calc {
@@ -42,11 +42,7 @@ std::unique_ptr<ui::Form> CalcWindows::Create(const ui::FormDescription& descrip
 
 std::optional<std::size_t> CalcWindows::Choose(const ChoiceList& list, std::u16string_view selected) {
   if (!FormsAreAttended()) return unattended_lists_.Choose(list, selected);
-  try {
-    return ChooseFromList(list, selected);
-  } catch (...) {
-    return std::nullopt;  // what cannot be shown cannot be answered
-  }
+  return FormListChooser(*this).Choose(list, selected);
 }
 
 std::int32_t CalcWindows::Show(std::u16string_view text, std::int32_t style, std::u16string_view title) {

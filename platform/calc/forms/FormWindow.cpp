@@ -113,7 +113,9 @@ FormWindow::FormWindow(const ui::FormDescription& description) try
     controls_.push_back(MakeControl(*this, control));
   }
   StretchForFields();
-  window_->window()->setOutputSize({Scaled(description_.width), theme_->ScaledDown(description_.height)});
+  window_->window()->setOutputSize(
+      {Scaled(std::max(description_.width, description_.first_width)),
+       theme_->ScaledDown(std::max(description_.height, description_.first_height))});
   Layout();
   SetPage(0);
 } catch (const css::uno::Exception&) {
@@ -261,8 +263,12 @@ bool FormWindow::HandleKey(const css::awt::KeyEvent& event) {
     SetPage((page_ + (backward ? count - 1 : 1)) % count);
     return true;
   }
+  const bool moves = event.KeyCode == key::UP || event.KeyCode == key::DOWN || event.KeyCode == key::PAGEUP ||
+                     event.KeyCode == key::PAGEDOWN;
   for (const auto& control : controls_) {
-    if (control->HasFocus()) return control->Enabled() && control->OnKey(event);
+    if (!control->HasFocus()) continue;
+    FormControl* other = moves ? FindControl(control->description().keys_for) : nullptr;
+    return control->Enabled() && (other ? other : control.get())->OnKey(event);
   }
   return false;
 }

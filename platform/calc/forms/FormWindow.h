@@ -51,7 +51,7 @@ class FormWindow : public ui::Form, public EventTarget {
   /// window must not happen in the middle of an event, nor twice for a double-click.
   void Later(std::function<void()> action);
   /// Takes a key before the window that has the focus; true keeps it from going there.
-  virtual bool HandleKey(const css::awt::KeyEvent& event);
+  bool HandleKey(const css::awt::KeyEvent& event);
   /// Ends the form; ShowModal raises what made it fail.
   void Fail(std::exception_ptr failure) noexcept;
 

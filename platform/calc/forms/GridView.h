@@ -2,7 +2,6 @@
 #pragma once
 
 #include <deque>
-#include <functional>
 #include <vector>
 
 #include "platform/calc/forms/Canvas.h"
@@ -24,9 +23,6 @@ class GridView : public Canvas, public ui::Grid {
   void Refresh() override;
   std::optional<std::size_t> CurrentRow() const override { return state_.CurrentRow(); }
   void SetCurrentRow(std::size_t row) override;
-
-  /// A row was double-clicked in a grid in which nothing can be edited.
-  std::function<void()> on_pick;
 
   void Place(const css::awt::Rectangle& pixels) override;
   bool OnKey(const css::awt::KeyEvent& event) override;

@@ -23,7 +23,7 @@ namespace {
 namespace attribute = css::awt::VclWindowPeerAttribute;
 
 /// To assistive technology a label is the name of all fields after it, up to the next label, and would be
-/// that of a grid's cells, too.
+/// that of a grid's cells, too. Where one stands, the field that it belongs to is told its name.
 bool IsBesideGrid(const FormWindow& form, const ui::ControlDescription& label) {
   return std::ranges::any_of(form.description().controls, [&](const ui::ControlDescription& control) {
     return control.kind == ui::ControlKind::Grid && control.parent == label.parent &&
@@ -63,6 +63,11 @@ FrameControl::FrameControl(FormWindow& form, const ui::ControlDescription& descr
 TextBoxControl::TextBoxControl(FormWindow& form, const ui::ControlDescription& description)
     : FormControl(form, description, "edit", css::awt::WindowAttribute::BORDER) {
   SetText(description.caption);
+  if (form.controls().empty()) return;
+  const ui::ControlDescription& before = form.controls().back()->description();
+  if (before.kind == ui::ControlKind::Label && IsBesideGrid(form, before)) {
+    window().SetProperty("AccessibleName", Any(ToUno(before.caption)));
+  }
 }
 
 std::u16string TextBoxControl::Text() const {

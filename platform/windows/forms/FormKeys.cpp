@@ -136,6 +136,7 @@ bool FormWindow::TakeKey(const MSG& message) {
       SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message));
   if (wanted & DLGC_WANTALLKEYS) return false;
   NativeControl* focused = Focused();
+  if (focused && PassKey(message, *focused)) return true;
   const int step = IsDown(VK_SHIFT) ? -1 : 1;
   switch (message.wParam) {
     case VK_TAB:
@@ -163,6 +164,14 @@ bool FormWindow::TakeKey(const MSG& message) {
     default:
       return false;
   }
+}
+
+bool FormWindow::PassKey(const MSG& message, const NativeControl& from) {
+  const WPARAM key = message.wParam;
+  const bool moves = key == VK_UP || key == VK_DOWN || key == VK_PRIOR || key == VK_NEXT;
+  const NativeControl* to = moves ? Native(from.description().keys_for) : nullptr;
+  if (to) SendMessageW(to->window(), message.message, key, message.lParam);
+  return to != nullptr;
 }
 
 bool FormWindow::TurnPage(int step) {

@@ -38,14 +38,15 @@ FormWindow::FormWindow(const ui::FormDescription& description) : description_(de
   CreateControls();
   font_ = MessageFont(scale_);
   DressControls();
-  PlaceAbove(owner, window(), SmallestOuter());
+  PlaceAbove(owner, window(), Outer(description_.first_width, description_.first_height));
   FindPageColor();
 }
 
 FormWindow::~FormWindow() = default;
 
 void FormWindow::CreateControls() {
-  INITCOMMONCONTROLSEX kinds{sizeof kinds, ICC_TAB_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES};
+  INITCOMMONCONTROLSEX kinds{
+      sizeof kinds, ICC_TAB_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES | ICC_LISTVIEW_CLASSES};
   late::InitCommonControlsEx(&kinds);
   for (const ui::ControlDescription& control : description_.controls) {
     controls_.push_back(MakeControl(*this, control));
@@ -107,8 +108,10 @@ SIZE FormWindow::SmallestInner() const {
   return size;
 }
 
-SIZE FormWindow::SmallestOuter() const {
-  return WithFrame(SmallestInner(), StyleOf(description_), kExtendedStyle, scale_);
+SIZE FormWindow::Outer(int width, int height) const {
+  const SIZE least = SmallestInner();
+  const SIZE inner{std::max<LONG>(least.cx, scale_(width)), std::max<LONG>(least.cy, scale_(height))};
+  return WithFrame(inner, StyleOf(description_), kExtendedStyle, scale_);
 }
 
 void FormWindow::StartResizer(int width, int height,
@@ -135,7 +138,7 @@ void FormWindow::Rescale(UiScale scale, const RECT& place) {
   DressControls();  // the font before goes after that
   SIZE size{place.right - place.left, place.bottom - place.top};
   // What Windows suggests is in proportion, which not every control is.
-  if (!description_.resizable) size = SmallestOuter();
+  if (!description_.resizable) size = Outer();
   SetWindowPos(window(), nullptr, place.left, place.top, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
   PlaceControls();
 }
@@ -191,9 +194,9 @@ LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
         control->OnCommand(HIWORD(first));
       return 0;
     case WM_NOTIFY: {
-      const auto& notice = *reinterpret_cast<const NMHDR*>(second);
-      if (NativeControl* control = ControlOf(notice.hwndFrom)) control->OnNotify(notice);
-      return 0;
+      auto& notice = *reinterpret_cast<NMHDR*>(second);
+      NativeControl* control = ControlOf(notice.hwndFrom);
+      return control ? control->Answer(notice) : 0;
     }
     case WM_CLOSE:
       Close();
@@ -213,7 +216,7 @@ LRESULT FormWindow::Handle(UINT message, WPARAM first, LPARAM second) {
       if (first != SIZE_MINIMIZED) PlaceControls();
       return 0;
     case WM_GETMINMAXINFO: {
-      const SIZE least = SmallestOuter();
+      const SIZE least = Outer();
       reinterpret_cast<MINMAXINFO*>(second)->ptMinTrackSize = {least.cx, least.cy};
       return 0;
     }

@@ -79,7 +79,8 @@ class FormWindow : public ui::Form {
   void Rescale(UiScale scale, const RECT& place);
   SIZE Inner() const;
   SIZE SmallestInner() const;
-  SIZE SmallestOuter() const;
+  /// The window's size around its smallest inside, or one of more pixels at 100 %.
+  SIZE Outer(int width = 0, int height = 0) const;
   void PlaceControls();
   void PaintBackground(HDC context) const;
   LRESULT PageBrush(HDC context) const;
@@ -88,6 +89,7 @@ class FormWindow : public ui::Form {
 
   void RunLoop();
   bool TakeKey(const MSG& message);
+  bool PassKey(const MSG& message, const NativeControl& from);
   bool TurnPage(int step);
   bool ChooseInGroup(NativeControl& from, int step);
   bool PressButton(std::u16string_view name);

@@ -5,6 +5,7 @@
 #include "platform/windows/forms/FieldControls.h"
 #include "platform/windows/forms/FormWindow.h"
 #include "platform/windows/forms/GridControl.h"
+#include "platform/windows/forms/NativeList.h"
 
 namespace qva::windows {
 namespace {
@@ -54,6 +55,7 @@ std::unique_ptr<NativeControl> MakeControl(FormWindow& form, const ui::ControlDe
     case ui::ControlKind::TabControl:
       return std::make_unique<NativeTabControl>(form, description);
     case ui::ControlKind::Grid:
+      if (description.read_only) return std::make_unique<NativeList>(form, description);
       return std::make_unique<NativeGrid>(form, description);
     case ui::ControlKind::Button:
       return std::make_unique<NativeButton>(form, description);

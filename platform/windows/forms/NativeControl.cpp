@@ -38,6 +38,11 @@ void NativeControl::OnCommand(WORD) {
 void NativeControl::OnNotify(const NMHDR&) {
 }
 
+LRESULT NativeControl::Answer(NMHDR& notice) {
+  OnNotify(notice);
+  return 0;
+}
+
 void NativeControl::Dress(HFONT font, UiScale) {
   SetFont(window_, font);
 }

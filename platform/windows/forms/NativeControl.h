@@ -37,6 +37,8 @@ class NativeControl : public virtual ui::Control {
   /// A notice of the window to its parent: WM_COMMAND's code, WM_NOTIFY's header.
   virtual void OnCommand(WORD code);
   virtual void OnNotify(const NMHDR& notice);
+  /// The same for those by which Windows asks for something, with what it is to get.
+  virtual LRESULT Answer(NMHDR& notice);
 
   /// Writes in a font, which is borrowed, on a display of this scale.
   virtual void Dress(HFONT font, UiScale scale);

@@ -18,7 +18,7 @@ WindowsPlatform::WindowsPlatform()
                 .files = &files_} {
   if (EnvironmentVariable(variables::kFormAnswers).empty() && HasVisibleDesktop()) {
     services_.forms = &native_forms_;
-    services_.list_chooser = &list_chooser_window_;
+    services_.list_chooser = &native_lists_;
   }
 }
 

@@ -1,6 +1,7 @@
 // The seam's services on Windows, all together.
 #pragma once
 
+#include "platform/forms/form_list_chooser.h"
 #include "platform/forms/unattended_forms.h"
 #include "platform/services.h"
 #include "platform/windows/AnsiRegistry.h"
@@ -10,7 +11,6 @@
 #include "platform/windows/WindowsFiles.h"
 #include "platform/windows/WindowsLocale.h"
 #include "platform/windows/forms/FormWindow.h"
-#include "platform/windows/forms/ListChooserWindow.h"
 #include "platform/windows/forms/WindowsMessageBox.h"
 
 namespace qva::windows {
@@ -34,7 +34,7 @@ class WindowsPlatform {
   WindowsMessageBox message_box_{clock_};
   UnattendedForms unattended_forms_;
   NativeForms native_forms_;
-  ListChooserWindow list_chooser_window_;
+  FormListChooser native_lists_{native_forms_};
   WindowsFiles files_{object_factory_, locale_};
   Services services_;
 };

@@ -63,6 +63,7 @@ class FormContract : public testing::Test {
                      {TextBox, u"note", u"Tik skaitoma", {150, 120, 100, 23}, u"tabs", 0, true},
                      {ComboBox, u"combo", u"", {150, 90, 100, 23}, u"tabs", 0},
                      {Grid, u"grid", u"", {16, 36, 200, 100}, u"tabs", 1},
+                     {Grid, u"list", u"", {224, 36, 200, 100}, u"tabs", 1, true},
                      {OptionButton, u"optOther", u"Kita", {8, 196, 90, 20}, u"", 0},
                      {DatePicker, u"date", u"", {8, 222, 110, 23}, u"", 0},
                      {MonthView, u"month", u"", {250, 192, 232, 100}, u"", 0},
@@ -136,6 +137,8 @@ TYPED_TEST_P(FormContract, IsMadeOfNoDescriptionThatContradictsItself) {
   EXPECT_EQ(refusal([](auto& form) { form.controls.front().parent = u"frame"; }), kInternalError);
   EXPECT_EQ(refusal([](auto& form) { form.default_button = u"nera"; }), kInternalError);
   EXPECT_EQ(refusal([](auto& form) { form.cancel_button = u"text"; }), kInternalError);
+  EXPECT_EQ(refusal([](auto& form) { form.controls.front().keys_for = u"list"; }), 0);
+  EXPECT_EQ(refusal([](auto& form) { form.controls.front().keys_for = u"text"; }), kInternalError);
 }
 
 TYPED_TEST_P(FormContract, IsVisibleWhileItIsShown) {
@@ -188,6 +191,11 @@ TYPED_TEST_P(FormContract, HasItsSizeAndIsAskedOnceForEachControl) {
   this->form = this->desk.factory().Create(description);
   EXPECT_EQ(this->form->Width(), 500);
   EXPECT_EQ(this->form->Height(), 320);
+  description.first_width = 400;
+  description.first_height = 330;
+  this->form = this->desk.factory().Create(description);
+  EXPECT_EQ(this->form->Width(), 500);
+  EXPECT_EQ(this->form->Height(), 330);
   std::map<std::u16string, int> asked;
   this->form->StartResizer(500, 320, [&](std::u16string_view name) {
     ++asked[std::u16string(name)];
@@ -320,27 +328,29 @@ TYPED_TEST_P(FormContract, PagesComeToTheFront) {
 }
 
 TYPED_TEST_P(FormContract, AGridHasACurrentRowWhileItHasRows) {
-  auto& grid = this->template Get<ui::Grid>(u"grid");
-  EXPECT_EQ(grid.CurrentRow(), std::nullopt);
-  grid.SetColumns({{.name = u"A", .caption = u"Pirmas", .width = 80}});
-  this->rows.texts = {u"1", u"2", u"3"};
-  grid.SetModel(&this->rows);
-  EXPECT_EQ(grid.CurrentRow(), 0u);
-  grid.SetCurrentRow(2);
-  EXPECT_EQ(grid.CurrentRow(), 2u);
-  grid.SetCurrentRow(3);
-  EXPECT_EQ(grid.CurrentRow(), 2u) << "there is no such row";
-  this->rows.texts.pop_back();
-  grid.Refresh();
-  EXPECT_EQ(grid.CurrentRow(), 1u) << "the last one";
-  this->rows.texts.clear();
-  grid.Refresh();
-  EXPECT_EQ(grid.CurrentRow(), std::nullopt);
-  this->rows.texts = {u"1"};
-  grid.Refresh();
-  EXPECT_EQ(grid.CurrentRow(), 0u);
-  grid.SetModel(nullptr);
-  EXPECT_EQ(grid.CurrentRow(), std::nullopt);
+  for (const bool is_list : {false, true}) {
+    auto& grid = this->template Get<ui::Grid>(is_list ? u"list" : u"grid");
+    EXPECT_EQ(grid.CurrentRow(), std::nullopt);
+    grid.SetColumns({{.name = u"A", .caption = u"Pirmas", .width = 80, .read_only = is_list}});
+    this->rows.texts = {u"1", u"2", u"3"};
+    grid.SetModel(&this->rows);
+    EXPECT_EQ(grid.CurrentRow(), 0u);
+    grid.SetCurrentRow(2);
+    EXPECT_EQ(grid.CurrentRow(), 2u);
+    grid.SetCurrentRow(3);
+    EXPECT_EQ(grid.CurrentRow(), 2u) << "there is no such row";
+    this->rows.texts.pop_back();
+    grid.Refresh();
+    EXPECT_EQ(grid.CurrentRow(), 1u) << "the last one";
+    this->rows.texts.clear();
+    grid.Refresh();
+    EXPECT_EQ(grid.CurrentRow(), std::nullopt);
+    this->rows.texts = {u"1"};
+    grid.Refresh();
+    EXPECT_EQ(grid.CurrentRow(), 0u);
+    grid.SetModel(nullptr);
+    EXPECT_EQ(grid.CurrentRow(), std::nullopt);
+  }
 }
 
 REGISTER_TYPED_TEST_SUITE_P(FormContract, FindsItsControlsByTheirNames,

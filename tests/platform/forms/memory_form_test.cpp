@@ -141,6 +141,24 @@ TEST_F(MemoryFormTest, LetsNobodyWorkWhatIsNotThereDisabledOrOfAnotherKind) {
   });
 }
 
+TEST_F(MemoryFormTest, ADoubleClickPicksARowOfAGridThatIsOnlyRead) {
+  TextRows model(1);
+  model.rows = {{u"1"}, {u"2"}};
+  Show([&](MemoryForm&) {
+    auto& grid = Control<ui::Grid>(u"grid");
+    std::optional<std::size_t> picked;
+    grid.on_pick = [&] { picked = grid.CurrentRow(); };
+    grid.SetModel(&model);
+    grid.SetColumns({{.name = u"A", .width = 80}});
+    EXPECT_EQ(RaisedBy([&] { form->DoubleClickRow(u"grid", 1); }), kInvalidProcedureCall);
+    EXPECT_EQ(picked, std::nullopt);
+    grid.SetColumns({{.name = u"A", .width = 80, .read_only = true}});
+    form->DoubleClickRow(u"grid", 1);
+    EXPECT_EQ(picked, 1u);
+    EXPECT_EQ(RaisedBy([&] { form->DoubleClickRow(u"grid", 2); }), kInvalidProcedureCall);
+  });
+}
+
 TEST_F(MemoryFormTest, DropsANewRowWhoseFirstTextIsRefused) {
   TextRows model(1);
   Show([&](MemoryForm&) {
