@@ -233,7 +233,7 @@ TEST_F(BoxOnScreenTest, LeavesNoGraphicsObjectBehind) {
   const std::u16string captions[] = {u"Gerai"};
   const auto show = [&] {
     const User user(L"Klausimas", [&](HWND window) { Press(window, L"Gerai"); });
-    EXPECT_EQ(box->Ask(u"Tekstas", u"Klausimas", captions), 1);
+    EXPECT_EQ(box.Ask(u"Tekstas", u"Klausimas", captions), 1);
   };
   for (int i = 0; i < 3; ++i) show();  // what the system keeps for itself
   const HandleCounts before;

@@ -11,6 +11,7 @@
 #include "platform/windows/forms/UiScale.h"
 #include "platform/windows/forms/WindowsMessageBox.h"
 #include "tests/raised_error.h"
+#include "tests/temporary_environment.h"
 #include "tests/windows/grid_test.h"
 
 namespace qva::windows {
@@ -387,8 +388,9 @@ TEST_F(FormWindowTest, WithACalendarLeavesNothingBehindThatTheCalendarDoesNotLos
 
 TEST_F(FormWindowTest, LeavesNothingOfAMessageBoxBehind) {
   form.reset();
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_ANSWERS", nullptr);
-  SetEnvironmentVariableW(L"QVA_VARNHOLT_MESSAGE_LOG", nullptr);
+  TemporaryEnvironment environment;
+  environment.Set("QVA_VARNHOLT_ANSWERS", std::nullopt);
+  environment.Set("QVA_VARNHOLT_MESSAGE_LOG", std::nullopt);
   const WindowsClock clock;
   WindowsMessageBox boxes(clock);
   const std::u16string captions[] = {u"Gerai", u"Ne"};

@@ -267,7 +267,7 @@ bool FormWindow::HandleKey(const css::awt::KeyEvent& event) {
                      event.KeyCode == key::PAGEDOWN;
   for (const auto& control : controls_) {
     if (!control->HasFocus()) continue;
-    FormControl* other = moves ? FindControl(control->description().keys_for) : nullptr;
+    auto* other = moves ? dynamic_cast<FormControl*>(Find(control->description().keys_for)) : nullptr;
     return control->Enabled() && (other ? other : control.get())->OnKey(event);
   }
   return false;

@@ -3,11 +3,12 @@
 #include <new>
 #include <stdexcept>
 
+#include "platform/forms/form_list_chooser.h"
 #include "platform/memory/excel/Application.h"
 #include "platform/services.h"
 #include "platform/text.h"
 #include "platform/windows/ComObjectFactory.h"
-#include "platform/windows/forms/ListChooserWindow.h"
+#include "platform/windows/forms/FormWindow.h"
 #include "platform/windows/forms/WindowsMessageBox.h"
 #include "tests/com/bench/Bench.h"
 #include "tests/com/bench/Onlooker.h"
@@ -154,7 +155,8 @@ bool Control::HasWindows() const {
 void Control::ShowWindows() {
   // Never destroyed, like the bench.
   static windows::WindowsMessageBox& message_box = *new windows::WindowsMessageBox(*GetServices().clock);
-  static windows::ListChooserWindow& list_chooser = *new windows::ListChooserWindow;
+  static windows::NativeForms& forms = *new windows::NativeForms;
+  static FormListChooser& list_chooser = *new FormListChooser(forms);
   TheBench().host.message_box = &message_box;
   TheBench().host.list_chooser = &list_chooser;
 }
