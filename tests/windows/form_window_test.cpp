@@ -356,10 +356,13 @@ TEST_F(FormWindowTest, LeavesNothingBehind) {
     Make(ReportPeriodLayout());
     Show({});
   });
-  form.reset();
-  WNDCLASSEXW left{};
-  left.cbSize = sizeof left;
-  EXPECT_FALSE(GetClassInfoExW(OwnModule(), L"QVA_Varnholt.Form", &left));
+}
+
+TEST_F(FormWindowTest, IsADialogToScreenReaders) {
+  Make(ReportPeriodLayout());
+  wchar_t name[16] = L"";
+  GetClassNameW(form->window(), name, 16);
+  EXPECT_STREQ(name, L"#32770");
 }
 
 /// Wine's calendar loses a font whenever it is given one, which is none of the form's.

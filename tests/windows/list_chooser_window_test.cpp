@@ -76,7 +76,7 @@ class User {
       : thread_([=] {
           HWND window = nullptr;
           const bool is_there = Becomes([&] {
-            window = FindWindowW(L"QVA_Varnholt.Form", L"Sąrašas");
+            window = FindWindowW(WC_DIALOG, L"Sąrašas");
             return window && IsWindowVisible(window) && GetForegroundWindow() == window;
           });
           if (!is_there) {

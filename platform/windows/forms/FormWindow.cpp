@@ -22,18 +22,17 @@ DWORD StyleOf(const ui::FormDescription& description) {
 
 }  // namespace
 
-constinit WindowClass FormWindow::class_{L"QVA_Varnholt.Form", &FormWindow::Procedure, 0};
-
 FormWindow::FormWindow(const ui::FormDescription& description) : description_(description) {
   const PerDisplayPixels pixels;
   const VisualStyles styles;
   HWND owner = OwnerWindow();
   const RECT work = WorkArea(owner);
   window_.handle =
-      CreateWindowExW(kExtendedStyle, class_.name, WideText(description_.caption).c_str(),
-                      StyleOf(description_), work.left, work.top, 0, 0, owner, nullptr, OwnModule(), nullptr);
+      CreateWindowExW(kExtendedStyle, WC_DIALOG, WideText(description_.caption).c_str(),
+                      StyleOf(description_), work.left, work.top, 0, 0, owner, nullptr, nullptr, nullptr);
   if (!window()) throw AutomationError(kOutOfMemory);
   SetWindowLongPtrW(window(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  SetWindowLongPtrW(window(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Procedure));
   scale_ = ScaleOf(window());
   CreateControls();
   font_ = MessageFont(scale_);

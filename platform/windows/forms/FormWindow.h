@@ -14,13 +14,13 @@
 #include "platform/windows/forms/Modality.h"
 #include "platform/windows/forms/NativeControl.h"
 #include "platform/windows/forms/OwnedWindow.h"
-#include "platform/windows/forms/WindowClass.h"
 
 namespace qva::windows {
 
 /// Its keys are those of Windows' dialogs: Tab goes from control to control in the order of the description,
 /// arrows choose among the options of a group and go from button to button, Ctrl+Tab and Ctrl with the page
 /// keys turn pages, Enter presses the button that has the focus or the default one, Escape the cancel button.
+/// The window is of the class of Windows' dialogs, by which screen readers know one and read it aloud.
 class FormWindow : public ui::Form {
  public:
   /// Made where the user is working, at the scale of that display.
@@ -71,7 +71,6 @@ class FormWindow : public ui::Form {
 
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM first, LPARAM second);
-  static WindowClass class_;
 
   LRESULT Handle(UINT message, WPARAM first, LPARAM second);
   void CreateControls();
@@ -97,7 +96,6 @@ class FormWindow : public ui::Form {
 
   ui::FormDescription description_;
   FormLayout layout_{description_};
-  WindowClassUse class_use_{class_};
   UiScale scale_;
   MessageFont font_;
   std::vector<std::unique_ptr<NativeControl>> controls_;
