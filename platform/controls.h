@@ -56,7 +56,7 @@ struct ControlDescription {
   std::u16string parent;   ///< the Frame or TabControl that it stands in; empty for the form itself
   int page = 0;            ///< of a TabControl, from 0
   /// A TextBox that shows its text like a label: without a frame, and no place for the focus. A Grid of whole
-  /// rows, in which no column can be edited.
+  /// rows, one of which is picked; its columns are read_only, too.
   bool read_only = false;
   std::u16string keys_for;  ///< the Grid to which Up, Down and the page keys go that are pressed here
 };
@@ -221,7 +221,8 @@ class GridModel {
   virtual void PressCellButton(std::size_t /*row*/, std::size_t /*column*/) {}
 };
 
-/// A table of cells that can be edited. One row is the current one, if there is any.
+/// A table of cells, to be edited or, as its description says, only read. One row is the current one, if
+/// there is any.
 class Grid : public virtual Control {
  public:
   /// Shows the model anew, in these columns; at first there are none.
@@ -236,7 +237,8 @@ class Grid : public virtual Control {
   /// Does nothing for a row that there is not.
   virtual void SetCurrentRow(std::size_t row) = 0;
 
-  std::function<void()> on_pick;  ///< the current row of a grid that is only read was double-clicked
+  std::function<void()>
+      on_pick;  ///< the current row was double-clicked, of a grid whose description is read_only
 };
 
 /// A window with controls. It is hidden at first; its owner destroys it, though not from a handler of its

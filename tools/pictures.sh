@@ -10,7 +10,7 @@ x64=$PWD/build/windows-x64
 work=$(mktemp -d)
 prefix=$work/prefix
 . tools/test-lib.sh
-trap 'WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null; rm -rf "$work"' EXIT
+trap 'WINEPREFIX=$prefix timeout 30 wineserver -k 2> /dev/null || true; rm -rf "$work"' EXIT
 
 for dpi in 96 144; do
   QVA_DESKTOP_DPI=$dpi QVA_PICTURES=docs/images timeout 600 build/debug/tests/qva_calc_tests --gtest_brief=1 \

@@ -20,8 +20,11 @@ class DateEntry : public ui::DatePicker {
   };
 
   Date Value() const override { return date_; }
+  /// Digits that wait stay, and are shown over the new date.
   void SetValue(Date value) override;
   void SetFormat(std::u16string_view format) override;
+  /// What is shown: the date, with digits that wait in place of their part. The current part is marked; of a
+  /// format without parts all of it.
   MarkedText Text() const;
 
   /// The next (1) or the previous (-1) year, month or day.

@@ -1,6 +1,7 @@
 #include "platform/forms/form_layout.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/forms/form_description.h"
 

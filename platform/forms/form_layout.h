@@ -27,7 +27,8 @@ class FormLayout {
   /// As ui::Form::StartResizer; an empty `mode` gives none.
   void StartResizer(int width, int height, const std::function<Mode(std::u16string_view name)>& mode);
 
-  /// By the control's number in the description. Before the start nothing follows.
+  /// What Places goes by: for the control of a number that the description has. Before the start nothing
+  /// follows.
   Following Of(std::size_t control) const;
 
   /// The controls' places within a form whose inside is so wide and high, both in what `scale` makes of

@@ -93,9 +93,8 @@ class MemoryOptionButton : public MemoryControl, public ui::OptionButton {
   void Select() override {
     if (selected_) return;
     for (const ui::ControlDescription& other : form().description().controls) {
-      if (other.parent != description().parent) continue;
-      if (auto* option = dynamic_cast<MemoryOptionButton*>(form().Find(other.name)))
-        option->selected_ = false;
+      if (!AreOneGroup(other, description())) continue;
+      dynamic_cast<MemoryOptionButton&>(*form().Find(other.name)).selected_ = false;
     }
     selected_ = true;
     Raise(on_click);
@@ -189,6 +188,7 @@ class MemoryGrid : public MemoryControl, public ui::Grid {
   const std::u16string& CellText(std::size_t row, std::size_t column) const { return shown_[row][column]; }
 
   GridState& state() { return state_; }
+  bool IsReadOnly() const { return description().read_only; }
   std::vector<ui::GridColumn> columns() const {
     std::vector<ui::GridColumn> columns;
     for (const ShownColumn& column : state_.columns()) columns.push_back(column.description);
@@ -370,7 +370,7 @@ void MemoryForm::SelectRow(std::u16string_view grid, std::size_t row) {
 void MemoryForm::DoubleClickRow(std::u16string_view grid, std::size_t row) {
   SelectRow(grid, row);
   auto& control = *As<MemoryGrid>(grid);
-  if (control.state().can_edit()) Refuse(grid, u"is edited by a double click");
+  if (!control.IsReadOnly()) Refuse(grid, u"is edited by a double click");
   Raise(control.on_pick);
 }
 

@@ -279,6 +279,15 @@ TEST_F(ListChooserWindowTest, AClickBelowTheRowsLeavesTheCurrentOne) {
             1u);
 }
 
+TEST_F(ListChooserWindowTest, ALetterTypedAmongTheRowsLeavesTheCurrentOne) {
+  EXPECT_EQ(Choose(u"MEDVILNE",
+                   [](const Seen& seen) {
+                     SendMessageW(seen.list, WM_CHAR, L'z', 0);
+                     PostMessageW(seen.Ok(), BM_CLICK, 0, 0);
+                   }),
+            1u);
+}
+
 TEST_F(ListChooserWindowTest, ALongTextIsCutWhereItsReaderHasNoRoom) {
   list.rows[0][1] = std::u16string(1000, u'x');
   Choose(u"", [](const Seen& seen) {

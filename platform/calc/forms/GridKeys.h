@@ -17,6 +17,7 @@ inline constexpr std::pair<sal_Int16, GridKey> kGridKeys[] = {
     {css::awt::Key::HOME, GridKey::Home},     {css::awt::Key::END, GridKey::End},
     {css::awt::Key::TAB, GridKey::Tab}};
 
+/// Nothing for any other key.
 inline std::optional<GridKey> GridKeyOf(sal_Int16 code) {
   for (const auto& [known, grid_key] : kGridKeys) {
     if (known == code) return grid_key;

@@ -286,7 +286,7 @@ void GridView::Press(GridCell cell, int clicks) {
   const bool was_current = cell == state_.current() && !std::exchange(came_by_click_, false);
   if (is_editing_ && was_current) return;
   MoveTo(cell);
-  if (!state_.can_edit()) {
+  if (description().read_only) {
     if (clicks == 2 && on_pick) on_pick();
   } else if (was_current && BeginEdit()) {
     CurrentCell()->SelectAll();

@@ -161,8 +161,8 @@ void DocumentBars::CommandBarsChanged() {
       if (const auto bars = self.lock()) bars->Show();
     });
     is_waiting_ = true;
-  } catch (const css::uno::Exception&) {
-    // LibreOffice is ending.
+  } catch (...) {
+    // LibreOffice is ending, or there is no memory; the next change shows them.
   }
 }
 

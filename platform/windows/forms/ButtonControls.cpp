@@ -74,7 +74,7 @@ bool NativeOptionButton::IsTabStop() const {
   const NativeControl* stop = nullptr;
   for (const auto& control : form().controls()) {
     const auto* option = dynamic_cast<const NativeOptionButton*>(control.get());
-    if (!option || option->description().parent != description().parent || !option->Enabled()) continue;
+    if (!option || !AreOneGroup(option->description(), description()) || !option->Enabled()) continue;
     if (!stop || option->Selected()) stop = option;
   }
   return stop == this && IsShown();

@@ -168,7 +168,8 @@ bool FormWindow::TakeKey(const MSG& message) {
 
 bool FormWindow::PassKey(const MSG& message, const NativeControl& from) {
   const WPARAM key = message.wParam;
-  const bool moves = key == VK_UP || key == VK_DOWN || key == VK_PRIOR || key == VK_NEXT;
+  const bool moves =
+      !IsDown(VK_CONTROL) && (key == VK_UP || key == VK_DOWN || key == VK_PRIOR || key == VK_NEXT);
   const auto* to = moves ? dynamic_cast<const NativeControl*>(Find(from.description().keys_for)) : nullptr;
   if (to) SendMessageW(to->window(), message.message, key, message.lParam);
   return to != nullptr;

@@ -17,6 +17,7 @@ inline constexpr std::pair<WPARAM, GridKey> kGridKeys[] = {
     {VK_DOWN, GridKey::Down}, {VK_PRIOR, GridKey::PageUp}, {VK_NEXT, GridKey::PageDown},
     {VK_HOME, GridKey::Home}, {VK_END, GridKey::End},      {VK_TAB, GridKey::Tab}};
 
+/// Nothing for any other key.
 inline std::optional<GridKey> GridKeyOf(WPARAM key) {
   for (const auto& [known, grid_key] : kGridKeys) {
     if (known == key) return grid_key;

@@ -67,6 +67,8 @@ LRESULT NativeList::Answer(NMHDR& notice) {
     case static_cast<UINT>(NM_DBLCLK):
       if (reinterpret_cast<const NMITEMACTIVATE&>(notice).iItem >= 0) Raise(on_pick);
       return 0;
+    case static_cast<UINT>(LVN_ODFINDITEMW):
+      return -1;  // the field above looks for texts; a letter typed here finds no row
     default:
       return 0;
   }

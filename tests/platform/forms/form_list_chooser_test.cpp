@@ -14,6 +14,7 @@ using Texts = std::vector<std::u16string>;
 
 class FormListUser {
  public:
+  ~FormListUser() { EXPECT_TRUE(is_done_); }
   static bool IsThere() { return true; }
   void Pick(std::u16string_view code) {
     Do([code = std::u16string(code)](MemoryForm& form) {
@@ -28,11 +29,15 @@ class FormListUser {
 
  private:
   void Do(MemoryForm::User user) {
-    forms_.user = [user = std::move(user)](MemoryForm& form) {
+    is_done_ = false;
+    forms_.user = [this, user = std::move(user)](MemoryForm& form) {
       EXPECT_EQ(form.description().caption, u"Sąrašas");
       user(form);
+      is_done_ = true;
     };
   }
+
+  bool is_done_ = true;  ///< all that the user was told; what is raised meanwhile the chooser keeps to itself
 
   MemoryForms forms_;
   FormListChooser chooser_{forms_};
@@ -47,11 +52,15 @@ namespace {
 class FormListChooserTest : public testing::Test {
  protected:
   std::optional<std::size_t> Choose(std::u16string_view selected, MemoryForm::User user) {
+    bool is_done = false;  // what is raised meanwhile the chooser keeps to itself
     forms.user = [&, user = std::move(user)](MemoryForm& shown) {
       form = &shown;
       user(shown);
+      is_done = true;
     };
-    return FormListChooser(forms).Choose(list, selected);
+    const auto chosen = FormListChooser(forms).Choose(list, selected);
+    EXPECT_TRUE(is_done);
+    return chosen;
   }
   Texts Codes() const {
     Texts codes;

@@ -32,6 +32,7 @@ ui::FormDescription Sample() {
                    {MonthView, u"month", u"", {}, u"", 0},
                    {TabControl, u"tab", u"", {}, u"", 0},
                    {Grid, u"grid", u"", {}, u"", 0},
+                   {Grid, u"list", u"", {}, u"", 0, true},
                    {Label, u"label", u"Metai", {}, u"", 0},
                    {Button, u"bt", u"Spausti", {}, u"", 0},
                    {Button, u"btCancel", u"", {}, u"", 0}};
@@ -145,17 +146,18 @@ TEST_F(MemoryFormTest, ADoubleClickPicksARowOfAGridThatIsOnlyRead) {
   TextRows model(1);
   model.rows = {{u"1"}, {u"2"}};
   Show([&](MemoryForm&) {
-    auto& grid = Control<ui::Grid>(u"grid");
     std::optional<std::size_t> picked;
-    grid.on_pick = [&] { picked = grid.CurrentRow(); };
-    grid.SetModel(&model);
-    grid.SetColumns({{.name = u"A", .width = 80}});
+    for (const char16_t* const name : {u"grid", u"list"}) {
+      auto& grid = Control<ui::Grid>(name);
+      grid.on_pick = [&] { picked = grid.CurrentRow(); };
+      grid.SetColumns({{.name = u"A", .width = 80, .read_only = true}});
+      grid.SetModel(&model);
+    }
     EXPECT_EQ(RaisedBy([&] { form->DoubleClickRow(u"grid", 1); }), kInvalidProcedureCall);
     EXPECT_EQ(picked, std::nullopt);
-    grid.SetColumns({{.name = u"A", .width = 80, .read_only = true}});
-    form->DoubleClickRow(u"grid", 1);
+    form->DoubleClickRow(u"list", 1);
     EXPECT_EQ(picked, 1u);
-    EXPECT_EQ(RaisedBy([&] { form->DoubleClickRow(u"grid", 2); }), kInvalidProcedureCall);
+    EXPECT_EQ(RaisedBy([&] { form->DoubleClickRow(u"list", 2); }), kInvalidProcedureCall);
   });
 }
 
