@@ -282,7 +282,7 @@ TEST_F(ListChooserWindowTest, AClickBelowTheRowsLeavesTheCurrentOne) {
 TEST_F(ListChooserWindowTest, ALetterTypedAmongTheRowsLeavesTheCurrentOne) {
   EXPECT_EQ(Choose(u"MEDVILNE",
                    [](const Seen& seen) {
-                     SendMessageW(seen.list, WM_CHAR, L'z', 0);
+                     SendMessageW(seen.list, WM_CHAR, L'z', 1);
                      PostMessageW(seen.Ok(), BM_CLICK, 0, 0);
                    }),
             1u);
