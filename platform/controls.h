@@ -237,8 +237,8 @@ class Grid : public virtual Control {
   /// Does nothing for a row that there is not.
   virtual void SetCurrentRow(std::size_t row) = 0;
 
-  std::function<void()>
-      on_pick;  ///< the current row was double-clicked, of a grid whose description is read_only
+  /// The current row was double-clicked, of a grid whose description is read_only.
+  std::function<void()> on_pick;
 };
 
 /// A window with controls. It is hidden at first; its owner destroys it, though not from a handler of its

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "platform/date.h"
-#include "platform/forms/picker_dates.h"
 
 namespace qva {
 

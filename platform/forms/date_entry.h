@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/controls.h"
+#include "platform/forms/picker_dates.h"
 
 namespace qva {
 
@@ -55,7 +56,7 @@ class DateEntry : public ui::DatePicker {
   void Change(Date date);
   void MoveBy(int years_months_or_days);
 
-  Date date_{2};  // 1 January 1900, as an automation date
+  Date date_ = kFirstShownDay;
   std::vector<Part> parts_ = PartsOfFormat(u"yyyy-MM-dd");
   std::size_t current_ = 0;
   std::u16string digits_;  ///< typed into the current part so far

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "platform/date.h"
 #include "platform/forms/code_list.h"
 #include "platform/forms/date_entry.h"
 #include "platform/forms/form_description.h"
@@ -140,7 +139,7 @@ class MemoryMonthView : public MemoryControl, public ui::MonthView {
   std::u16string Shown() const override { return FormatByWindowsPattern(date_, u"yyyy-MM-dd"); }
 
  private:
-  Date date_ = DateFromParts(1900, 1, 1);
+  Date date_ = kFirstShownDay;
 };
 
 class MemoryTabControl : public MemoryControl, public ui::TabControl {

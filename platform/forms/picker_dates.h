@@ -8,6 +8,9 @@
 
 namespace qva {
 
+/// What fields and months show before they are told another date: 1 January 1900.
+inline constexpr Date kFirstShownDay{2};
+
 /// Whether a date is one of 1 January 1753 … 31 December 9999, at any time of the day.
 bool IsPickerDay(Date date);
 

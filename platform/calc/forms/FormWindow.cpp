@@ -263,8 +263,9 @@ bool FormWindow::HandleKey(const css::awt::KeyEvent& event) {
     SetPage((page_ + (backward ? count - 1 : 1)) % count);
     return true;
   }
-  const bool moves = event.KeyCode == key::UP || event.KeyCode == key::DOWN || event.KeyCode == key::PAGEUP ||
-                     event.KeyCode == key::PAGEDOWN;
+  const bool moves = !(event.Modifiers & css::awt::KeyModifier::MOD1) &&
+                     (event.KeyCode == key::UP || event.KeyCode == key::DOWN ||
+                      event.KeyCode == key::PAGEUP || event.KeyCode == key::PAGEDOWN);
   for (const auto& control : controls_) {
     if (!control->HasFocus()) continue;
     auto* other = moves ? dynamic_cast<FormControl*>(Find(control->description().keys_for)) : nullptr;

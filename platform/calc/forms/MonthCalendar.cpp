@@ -34,7 +34,7 @@ constexpr int kEscape = 27;
 }  // namespace
 
 MonthCalendar::MonthCalendar(FormWindow& form, const ui::ControlDescription& description)
-    : Canvas(form, description), date_(DateFromParts(1900, 1, 1)), month_(*this, window().peer(), u"") {
+    : Canvas(form, description), date_(kFirstShownDay), month_(*this, window().peer(), u"") {
   css::awt::FontDescriptor bold;
   bold.Weight = css::awt::FontWeight::BOLD;
   month_.window.SetProperty("FontDescriptor", Any(bold));

@@ -114,6 +114,7 @@ void NativeList::Place(const RECT& place) {
 }
 
 void NativeList::FitLastColumn() {
+  if (state_.columns().empty()) return;
   Send(LVM_SETCOLUMNWIDTH, state_.columns().size() - 1, LVSCW_AUTOSIZE_USEHEADER);
 }
 
