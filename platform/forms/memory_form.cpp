@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/date.h"
 #include "platform/forms/code_list.h"
 #include "platform/forms/date_entry.h"
 #include "platform/forms/form_description.h"
